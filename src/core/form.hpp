@@ -1,0 +1,83 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "core/trial.hpp"
+
+namespace velmora {
+
+struct Workbench;
+
+/// One number per channel; index 0 is not used.
+using ChannelNumbers = std::array<double, kMaxChannels + 1>;
+
+/// One named field of a form: what it is called, where its value lives, what it may hold.
+struct FormField {
+  using Target = std::variant<bool*, std::int32_t*, double*, std::string*, ChannelNumbers*, ChannelFlags*>;
+
+  std::string name;     // the control's name, as recipes spell it
+  std::string caption;  // as shown, with '&'
+  Target target;
+  std::string units{};
+  double lowest = -std::numeric_limits<double>::infinity();
+  double highest = std::numeric_limits<double>::infinity();
+  /// For a whole number that is one of a list: index 0 is the first.
+  std::vector<std::string> choices{};
+  /// Runs after an edit of this field: warnings, fields that depend on it.
+  std::function<void()> edited{};
+};
+
+struct FormButton {
+  enum class Role { Accept, Cancel, Other };
+
+  std::string caption;  // with '&'
+  Role role = Role::Other;
+  /// What the button does. The form closes when it returns true.
+  std::function<bool()> press;
+};
+
+/// A parameter dialogue as data: fields bound to plain members of a derived class, one procedure per
+/// button. The window draws it and a recipe fills it by the fields' names.
+class Form {
+ public:
+  Form(std::string name, std::string title) : name_(std::move(name)), title_(std::move(title)) {}
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+  virtual ~Form() = default;
+
+  [[nodiscard]] const std::string& Name() const { return name_; }
+  [[nodiscard]] const std::string& Title() const { return title_; }
+  [[nodiscard]] const std::vector<FormField>& Fields() const { return fields_; }
+  [[nodiscard]] const std::vector<FormButton>& Buttons() const { return buttons_; }
+  [[nodiscard]] const FormField* FindField(std::string_view name) const;
+  /// By caption without '&' and without regard to case; "OK" finds the accepting button.
+  [[nodiscard]] const FormButton* FindButton(std::string_view caption) const;
+
+  /// Sets a field from typed text: a yes/no takes true/false, yes/no, -1, 1 and 0; a choice its index
+  /// or caption; numbers are read with Val and held to the field's limits. Then runs `edited`.
+  /// Throws std::invalid_argument, naming the field, when the text does not fit it.
+  void Edit(const FormField& field, std::string_view text);
+  /// The same for one channel of a per-channel field.
+  void Edit(const FormField& field, int channel, std::string_view text);
+
+  /// Shows the form until a button closes it.
+  void Show(Workbench& workbench);
+
+ protected:
+  std::vector<FormField> fields_;
+  std::vector<FormButton> buttons_;
+
+ private:
+  std::string name_;
+  std::string title_;
+};
+
+}  // namespace velmora

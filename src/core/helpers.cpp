@@ -1,0 +1,115 @@
+#include "core/helpers.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "core/numbers.hpp"
+
+namespace velmora {
+namespace {
+
+std::string ReportLine(const Box& box) {
+  std::string line = box.title.empty() ? box.text : box.title + ": " + box.text;
+  std::replace(line.begin(), line.end(), '\n', ' ');
+  return line;
+}
+
+}  // namespace
+
+double SampleToTime(const Trial& trial, std::int32_t i) {
+  return trial.Rate > 0 ? (static_cast<double>(i) - 1) / trial.Rate : 0.0;
+}
+
+std::int32_t TimeToSample(const Trial& trial, double t) {
+  return trial.Rate > 0 ? RoundHalfEven32(trial.Rate * t + 1) : 0;
+}
+
+SampleRange AskCursorRange(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  const SampleRange all{1, trial.NData};
+  if (trial.CursorLo < 2 && trial.CursorHi >= trial.NData) {
+    return all;
+  }
+  const Box box{.title = "Data between Cursors?",
+                .text = "Press Yes to save/use data between the cursors ( " +
+                        FormatNumber(trial.CursorLo, "0 to ") + FormatNumber(trial.CursorHi, "0 )") +
+                        "\nor No to save/use ALL the data.",
+                .icon = Icon::Question,
+                .buttons = {Button::Yes, Button::No}};
+  const bool between = workbench.questions.AskBox(box) == Button::Yes;
+  return between ? SampleRange{trial.CursorLo, trial.CursorHi} : all;
+}
+
+void MarkChanged(Workbench& workbench, bool changed) {
+  workbench.trial.FileChanged = changed;
+}
+
+void NextChannelPage(Workbench& workbench) {
+  const int channels = workbench.trial.NChan;
+  if (channels <= kPageChannels) {
+    return;
+  }
+  int first = workbench.FirstChanShown + kPageChannels;
+  if (first > channels) {
+    first = 1;
+  }
+  workbench.FirstChanShown = static_cast<std::int16_t>(first);
+  workbench.LastChanShown = static_cast<std::int16_t>(std::min(first + kPageChannels - 1, channels));
+}
+
+void ShowFirstChannelPage(Workbench& workbench) {
+  workbench.FirstChanShown = 1;
+  workbench.LastChanShown = std::min<std::int16_t>(workbench.trial.NChan, kPageChannels);
+}
+
+void NormaliseCursors(Trial& trial) {
+  trial.CursorLo = std::min(std::max(trial.CursorLo, 1), trial.NData - 1);
+  trial.CursorHi = std::min(trial.CursorHi, trial.NData);
+  if (trial.CursorHi <= trial.CursorLo) {
+    trial.CursorHi = trial.NData;
+  }
+}
+
+void ResampleAll(Trial& trial, std::int64_t n) {
+  const std::int64_t before = trial.NData;
+  if (n < 1 || before < 2) {
+    return;
+  }
+  SampleMatrix& old = trial.matrix;
+  SampleMatrix fresh;
+  fresh.Allocate(trial.NChan, n + 1, SampleMatrix::Fill::None);
+  const double intervals = static_cast<double>(before - 1);
+  const double step = intervals / static_cast<double>(n);
+  const int width = trial.NChan + 1;
+  std::copy_n(old.Frame(1), width, fresh.Frame(1));
+  for (std::int64_t k = 2; k <= n; ++k) {
+    const double x = 1 + static_cast<double>(k - 1) * step;
+    const auto below = std::min(static_cast<std::int64_t>(std::floor(x)), before - 1);
+    const double fraction = x - static_cast<double>(below);
+    const float* a = old.Frame(below);
+    const float* b = old.Frame(below + 1);
+    float* to = fresh.Frame(k);
+    for (int c = 0; c < width; ++c) {
+      const double from = a[c];
+      to[c] = static_cast<float>(from + (static_cast<double>(b[c]) - from) * fraction);
+    }
+  }
+  std::copy_n(old.Frame(before), width, fresh.Frame(n + 1));
+  trial.matrix = std::move(fresh);
+  trial.NData = static_cast<std::int32_t>(n + 1);
+  trial.Rate = trial.Rate * (static_cast<double>(n) / intervals);
+  trial.RebuildTimeColumn();
+}
+
+Button ShowRefusal(Workbench& workbench, const Box& box) {
+  workbench.report.warnings.push_back(ReportLine(box));
+  return workbench.questions.AskBox(box);
+}
+
+Button ShowFailure(Workbench& workbench, const Box& box) {
+  workbench.report.failures.push_back(ReportLine(box));
+  return workbench.questions.AskBox(box);
+}
+
+}  // namespace velmora

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/workbench.hpp"
+
+namespace velmora {
+
+/// Time in seconds of sample i (from 1): (i-1)/Rate; 0 when Rate is not positive.
+double SampleToTime(const Trial& trial, std::int32_t i);
+
+/// Rate*t+1, rounded to the nearest sample number, an exact half to the even one; 0 when Rate is not
+/// positive. The result may lie outside the trial.
+std::int32_t TimeToSample(const Trial& trial, double t);
+
+struct SampleRange {
+  std::int32_t lo = 0;
+  std::int32_t hi = 0;
+};
+
+/// The samples an operation is to use: all of them without a question when the cursors span the
+/// trial, else what the user answers.
+SampleRange AskCursorRange(Workbench& workbench);
+
+/// Sets FileChanged; the window's status area shows "Modified" while it is set.
+void MarkChanged(Workbench& workbench, bool changed);
+
+/// Moves the page of channels on by 16, again from 1 past the end; nothing below 17 channels.
+void NextChannelPage(Workbench& workbench);
+
+/// The first page: FirstChanShown 1, LastChanShown NChan, at most 16.
+void ShowFirstChannelPage(Workbench& workbench);
+
+/// Cursors as the end of a load leaves them: CursorLo at least 1 and below NData (so 0 for a single
+/// sample), CursorHi at most NData, and NData when it does not lie above CursorLo.
+void NormaliseCursors(Trial& trial);
+
+/// Re-samples every channel to n intervals (n+1 samples) by linear interpolation over the same
+/// duration; Rate changes by n/(NData-1) and the time column is rebuilt. The first and last samples
+/// are kept as they are. Nothing happens with n below 1 or NData below 2.
+/// Throws std::bad_alloc before anything has changed.
+void ResampleAll(Trial& trial, std::int64_t n);
+
+/// Boxes that also tell a recipe what came of its step: a refusal is a warning and the step goes on;
+/// a failure ends it. Both take a box with any buttons and return the answer.
+Button ShowRefusal(Workbench& workbench, const Box& box);
+Button ShowFailure(Workbench& workbench, const Box& box);
+
+}  // namespace velmora

@@ -1,0 +1,42 @@
+#include "core/paths.hpp"
+
+#include <filesystem>
+#include <fstream>
+
+namespace velmora {
+namespace {
+
+std::size_t NameStart(std::string_view path) {
+  const std::size_t separator = path.find_last_of("/\\:");
+  return separator == std::string_view::npos ? 0 : separator + 1;
+}
+
+}  // namespace
+
+std::string FileNamePart(std::string_view path) {
+  return std::string(path.substr(NameStart(path)));
+}
+
+std::string FileExtension(std::string_view path) {
+  const std::string name = FileNamePart(path);
+  const std::size_t point = name.rfind('.');
+  return point == std::string::npos ? std::string() : name.substr(point + 1);
+}
+
+std::string BaseName(std::string_view path) {
+  const std::string name = FileNamePart(path);
+  return name.substr(0, name.rfind('.'));
+}
+
+std::string DirectoryOf(std::string_view path) {
+  const std::size_t start = NameStart(path);
+  return start == 0 ? "./" : std::string(path.substr(0, start));
+}
+
+bool FileExists(std::string_view directory, std::string_view name) {
+  const std::filesystem::path path = std::filesystem::path(directory) / name;
+  std::error_code error;
+  return !std::filesystem::is_directory(path, error) && std::ifstream(path).is_open();
+}
+
+}  // namespace velmora

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/picker.hpp"
+#include "core/questions.hpp"
+#include "core/trial.hpp"
+
+namespace velmora {
+
+/// What the abscissa of the trial counts.
+enum class TimeBase { Count, Percentage, Seconds, UserUnits, Frames, HhMmSs };
+
+enum class UserLevelKind : std::int16_t { Novice = 0, Expert = 1 };
+
+/// Records of the native binary file that outlive a load: a later save writes back what it does not
+/// itself know. Raw bytes as they lie in the file.
+struct NativeRecords {
+  NativeRecords();
+
+  std::string TrialRecord;  // 3502 bytes
+  std::string FILMINFO;     // 228 bytes, the experiment information
+  std::string SETUPINFO;    // 328 bytes, carried and never interpreted
+  std::string EXPTINFO;     // 248 bytes, the experiment lines
+};
+
+/// What came of a command beyond its effect on the trial: a recipe stops at a failure and lists
+/// warnings in its closing table.
+struct CommandReport {
+  std::vector<std::string> failures;
+  std::vector<std::string> warnings;
+};
+
+/// The state of the program, one object made in main and passed by reference.
+struct Workbench {
+  explicit Workbench(Questions& answers) : questions(answers) {}
+  Workbench(const Workbench&) = delete;
+  Workbench& operator=(const Workbench&) = delete;
+  ~Workbench() = default;
+
+  Questions& questions;
+  Trial trial;
+  ChooserState chooser;
+  NativeRecords records;
+  CommandReport report;
+
+  std::int16_t FirstChanShown = 1;
+  std::int16_t LastChanShown = 0;
+  UserLevelKind UserLevel = UserLevelKind::Novice;
+  bool CancelRequested = false;
+  TimeBase timeBase = TimeBase::Seconds;
+
+  std::string DataDir;
+  std::string StartDir;
+  std::string ExeName = "Velmora2.exe";
+  std::string OutputFileName;
+  bool SaveQuietly = false;
+  bool SaveRangeSet = false;
+
+  double TimeStep = 0.0;  // seconds per sample, recomputed on entry by the commands that use it
+  PerChannel<float> ScaleMemory{};
+  std::string ResultText;
+
+  std::string RatePattern = "0.00";
+  std::string TimePattern = "0.000";  // durations too
+  std::string ValuePattern = "0.0000";
+};
+
+}  // namespace velmora

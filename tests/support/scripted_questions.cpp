@@ -1,0 +1,85 @@
+#include "support/scripted_questions.hpp"
+
+#include <stdexcept>
+#include <utility>
+
+namespace velmora::test {
+namespace {
+
+template <typename T>
+T Next(std::deque<T>& answers, const std::string& question) {
+  if (answers.empty()) {
+    throw std::runtime_error("no answer for: " + question);
+  }
+  T answer = std::move(answers.front());
+  answers.pop_front();
+  return answer;
+}
+
+}  // namespace
+
+void ScriptedQuestions::PickChannels(std::vector<int> channels) {
+  pickAnswers.emplace_back([channels = std::move(channels)](ChannelPicker& picker) {
+    for (const int c : channels) {
+      if (picker.SelectsOne()) {
+        picker.Choose(c);
+      } else {
+        picker.Select(c, true);
+      }
+    }
+    return std::string("Process");
+  });
+}
+
+void ScriptedQuestions::PickValues(std::vector<std::pair<int, std::string>> values) {
+  pickAnswers.emplace_back([values = std::move(values)](ChannelPicker& picker) {
+    for (const auto& [channel, value] : values) {
+      picker.SetValue(channel, value);
+    }
+    return std::string("Process");
+  });
+}
+
+void ScriptedQuestions::PickCancel() {
+  pickAnswers.emplace_back([](ChannelPicker&) { return std::string("Cancel"); });
+}
+
+Button ScriptedQuestions::AskBox(const Box& box) {
+  boxes.push_back(box);
+  if (box.buttons == std::vector{Button::OK}) {
+    return Button::OK;
+  }
+  return Next(boxAnswers, box.title + ": " + box.text);
+}
+
+std::string ScriptedQuestions::AskInput(const InputQuestion& question) {
+  inputs.push_back(question);
+  return Next(inputAnswers, question.title + ": " + question.prompt);
+}
+
+std::vector<std::string> ScriptedQuestions::AskFile(const FileQuestion& question) {
+  files.push_back(question);
+  return Next(fileAnswers, question.title);
+}
+
+std::string ScriptedQuestions::AskPick(ChannelPicker& picker) {
+  pickPrompts.push_back(picker.Prompt());
+  return Next(pickAnswers, picker.Prompt())(picker);
+}
+
+std::string ScriptedQuestions::AskForm(Form& form) {
+  formNames.push_back(form.Name());
+  return Next(formAnswers, form.Name())(form);
+}
+
+void ScriptedQuestions::ShowProgress(ProgressPanel& panel) {
+  if (onProgress) {
+    onProgress(panel);
+  }
+}
+
+void ScriptedQuestions::EndProgress(ProgressPanel& panel) {
+  panels.push_back({panel.Format(), panel.Status()});
+}
+
+}  // namespace velmora::test

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/form.hpp"
+#include "core/picker.hpp"
+#include "core/progress.hpp"
+#include "core/questions.hpp"
+
+namespace velmora::test {
+
+/// Answers in the order given and keeps what was asked. A box with OK alone needs no answer; any
+/// other question without one fails the test.
+class ScriptedQuestions : public Questions {
+ public:
+  // What will be answered.
+  std::deque<Button> boxAnswers;
+  std::deque<std::string> inputAnswers;
+  std::deque<std::vector<std::string>> fileAnswers;
+  /// Works on the picker and returns the button to press.
+  std::deque<std::function<std::string(ChannelPicker&)>> pickAnswers;
+  std::deque<std::function<std::string(Form&)>> formAnswers;
+  /// Called at every change of a panel; may press Cancel.
+  std::function<void(ProgressPanel&)> onProgress;
+
+  // What was asked.
+  std::vector<Box> boxes;
+  std::vector<InputQuestion> inputs;
+  std::vector<FileQuestion> files;
+  std::vector<std::string> pickPrompts;
+  std::vector<std::string> formNames;
+  struct Panel {
+    std::string format;
+    std::string status;
+  };
+  std::vector<Panel> panels;  // each as it stood when it went
+
+  /// A picker answer that selects these channels and presses Process.
+  void PickChannels(std::vector<int> channels);
+  /// A picker answer that types these values (channel, value) and presses Process.
+  void PickValues(std::vector<std::pair<int, std::string>> values);
+  void PickCancel();
+
+  Button AskBox(const Box& box) override;
+  std::string AskInput(const InputQuestion& question) override;
+  std::vector<std::string> AskFile(const FileQuestion& question) override;
+  std::string AskPick(ChannelPicker& picker) override;
+  std::string AskForm(Form& form) override;
+  void ShowProgress(ProgressPanel& panel) override;
+  void EndProgress(ProgressPanel& panel) override;
+};
+
+}  // namespace velmora::test
