@@ -1,8 +1,13 @@
 #include "app/command_table.hpp"
 
 #include <algorithm>
+#include <exception>
+#include <new>
 #include <span>
+#include <string>
 
+#include "core/helpers.hpp"
+#include "core/text.hpp"
 #include "dsp/math_commands.hpp"
 #include "export/export_commands.hpp"
 #include "import/import_commands.hpp"
@@ -29,6 +34,21 @@ const Command* FindCommand(std::string_view id) {
   const auto it = std::find_if(AllCommands().begin(), AllCommands().end(),
                                [id](const Command& command) { return command.id == id; });
   return it == AllCommands().end() ? nullptr : &*it;
+}
+
+void RunCommand(Workbench& workbench, const Command& command) {
+  std::string fault;
+  try {
+    command.run(workbench);
+    return;
+  } catch (const CommandAbandoned&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    fault = "There is not enough memory.";
+  } catch (const std::exception& error) {
+    fault = error.what();
+  }
+  ShowFailure(workbench, {.title = WithoutMnemonic(command.caption), .text = fault, .icon = Icon::Stop});
 }
 
 }  // namespace velmora

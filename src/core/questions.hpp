@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,13 @@ class ProgressPanel;
 
 enum class Icon { None, Exclamation, Information, Question, Stop };
 enum class Button { OK, Cancel, Yes, No, Retry };
+
+/// Thrown by an answerer that cannot or will not answer (a recipe without a fitting answer). It ends
+/// the command, and no further question is raised about it.
+class CommandAbandoned : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
 
 /// The caption a person sees on the button.
 const char* ButtonCaption(Button button);
@@ -48,7 +56,7 @@ struct FileQuestion {
 };
 
 /// Everything that a command can ask. A command never knows who answers: a person at the window, a
-/// recipe, or a test. Implementations may throw to abandon the command (a recipe without an answer).
+/// recipe, or a test. Implementations throw CommandAbandoned when they have no answer.
 class Questions {
  public:
   Questions() = default;

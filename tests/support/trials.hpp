@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <random>
+#include <vector>
+
+#include "core/helpers.hpp"
+#include "core/trial.hpp"
+
+namespace velmora::test {
+
+/// Makes `trial` a finished load of these channels at `rate` Hz.
+inline void SetChannels(Trial& trial, const std::vector<std::vector<float>>& channels, double rate = 100.0) {
+  const auto samples = static_cast<std::int64_t>(channels.at(0).size());
+  trial.Rate = rate;
+  trial.AllocateData(static_cast<int>(channels.size()), samples);
+  trial.SetChannelDefaults(0);
+  for (int c = 1; c <= trial.NChan; ++c) {
+    trial.SetChannelDefaults(c);
+    for (std::int64_t i = 1; i <= samples; ++i) {
+      trial.Data(i, c) = channels[static_cast<std::size_t>(c - 1)][static_cast<std::size_t>(i - 1)];
+    }
+  }
+  trial.RebuildTimeColumn();
+  trial.Duration = static_cast<double>(samples - 1) / rate;
+  NormaliseCursors(trial);
+}
+
+inline std::vector<float> Channel(Trial& trial, int c) {
+  const ChannelView view = trial.Channel(c);
+  std::vector<float> samples;
+  for (std::int64_t i = 0; i < view.size(); ++i) {
+    samples.push_back(view[i]);
+  }
+  return samples;
+}
+
+/// Uniform noise in -1..1, the same on every machine.
+inline std::vector<std::vector<float>> NoiseChannels(int channels, std::int64_t samples, unsigned seed = 1) {
+  std::mt19937 random(seed);
+  std::vector<std::vector<float>> all(static_cast<std::size_t>(channels));
+  for (auto& channel : all) {
+    for (std::int64_t i = 0; i < samples; ++i) {
+      channel.push_back(static_cast<float>(random()) / 0x1p31F - 1.0F);
+    }
+  }
+  return all;
+}
+
+}  // namespace velmora::test
