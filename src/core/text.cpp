@@ -30,23 +30,27 @@ void AppendUtf8(std::string& out, char32_t point) {
   }
 }
 
-// The code point that starts at `at`, which moves behind it. A stray byte counts as itself.
+// The code point that starts at `at`, which moves behind it. A byte that starts no whole sequence
+// counts as itself.
 char32_t NextPoint(std::string_view text, std::size_t& at) {
   const auto lead = static_cast<unsigned char>(text[at++]);
-  int more = 0;
+  std::size_t more = 0;
   if (lead >= 0xF0) {
     more = 3;
   } else if (lead >= 0xE0) {
     more = 2;
   } else if (lead >= 0xC0) {
     more = 1;
-  } else {
+  }
+  const std::string_view tail = text.substr(at, more);
+  if (more == 0 || tail.size() < more || !std::all_of(tail.begin(), tail.end(), IsContinuation)) {
     return lead;
   }
-  char32_t point = lead & (0x3FU >> static_cast<unsigned>(more));
-  for (; more > 0 && at < text.size() && IsContinuation(text[at]); --more) {
-    point = (point << 6U) | (static_cast<unsigned char>(text[at++]) & 0x3FU);
+  char32_t point = lead & (0x3FU >> more);
+  for (const char byte : tail) {
+    point = (point << 6U) | (static_cast<unsigned char>(byte) & 0x3FU);
   }
+  at += more;
   return point;
 }
 
