@@ -61,7 +61,7 @@ std::string Chars(Number value, Format... format) {
 }
 
 // Trailing zeros go where the pattern has '#'; leading zeros come where it has '0'.
-std::string Fill(std::string digits, const Pattern& pattern) {
+std::string Fill(const std::string& digits, const Pattern& pattern) {
   const std::size_t point = std::min(digits.find('.'), digits.size());
   std::string whole = digits.substr(0, point);
   std::string decimals = point < digits.size() ? digits.substr(point + 1) : std::string();

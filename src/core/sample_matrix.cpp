@@ -52,7 +52,7 @@ void SampleMatrix::Resize(int channels, std::int64_t samples) {
   }
   HugeBlock wider(BytesOf(channels, samples));
   const std::ptrdiff_t stride = channels + 1;
-  const std::size_t shared = static_cast<std::size_t>(std::min(channels, channels_) + 1);
+  const std::size_t shared = static_cast<std::size_t>(std::min(channels, channels_)) + 1;
   auto* to = static_cast<float*>(wider.Get());
   for (std::int64_t i = 0; i < std::min(samples, samples_); ++i) {
     std::memcpy(to + i * stride, data_() + i * Stride(), shared * sizeof(float));

@@ -1,6 +1,8 @@
 #include "dsp/math_commands.hpp"
 
 #include <array>
+#include <cmath>
+#include <string>
 
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
