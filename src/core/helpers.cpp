@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/numbers.hpp"
+#include "core/paths.hpp"
 
 namespace velmora {
 namespace {
@@ -100,6 +101,20 @@ void ResampleAll(Trial& trial, std::int64_t n) {
   trial.NData = static_cast<std::int32_t>(n + 1);
   trial.Rate = trial.Rate * (static_cast<double>(n) / intervals);
   trial.RebuildTimeColumn();
+}
+
+bool AskSaveName(Workbench& workbench, FileQuestion question) {
+  question.mode = FileQuestion::Mode::Save;
+  question.directory = workbench.DataDir;
+  const std::vector<std::string> answer = workbench.questions.AskFile(question);
+  workbench.OutputFileName = answer.empty() ? std::string() : answer.front();
+  if (workbench.OutputFileName.empty()) {
+    return false;
+  }
+  if (FileExtension(workbench.OutputFileName).empty()) {
+    workbench.OutputFileName += question.extension;
+  }
+  return true;
 }
 
 Button ShowRefusal(Workbench& workbench, const Box& box) {

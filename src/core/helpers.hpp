@@ -41,6 +41,10 @@ void NormaliseCursors(Trial& trial);
 /// Throws std::bad_alloc before anything has changed.
 void ResampleAll(Trial& trial, std::int64_t n);
 
+/// Asks where to save, starting in DataDir; a name typed without an extension gets the question's. The
+/// answer goes to OutputFileName. Returns false when the answer was empty.
+bool AskSaveName(Workbench& workbench, FileQuestion question);
+
 /// Boxes that also tell a recipe what came of its step: a refusal is a warning and the step goes on;
 /// a failure ends it. Both take a box with any buttons and return the answer.
 Button ShowRefusal(Workbench& workbench, const Box& box);

@@ -13,6 +13,9 @@ namespace {
 // A block this many times larger than a new trial needs is given back rather than used again.
 constexpr std::size_t kMostWaste = 4;
 
+// More zeros than this come cheaper from the system, which gives them when they are first touched.
+constexpr std::size_t kMostCleared = std::size_t{16} << 20;
+
 std::size_t BytesOf(int channels, std::int64_t samples) {
   if (channels < 0 || samples < 0) {
     throw std::invalid_argument("negative matrix shape");
@@ -25,7 +28,9 @@ std::size_t BytesOf(int channels, std::int64_t samples) {
 void SampleMatrix::Allocate(int channels, std::int64_t samples, Fill fill) {
   Discard();
   const std::size_t bytes = BytesOf(channels, samples);
-  const bool fits = bytes <= block_.Bytes() && block_.Bytes() / kMostWaste <= bytes;
+  const bool small = bytes <= kMostCleared;
+  const bool fits =
+      bytes <= block_.Bytes() && block_.Bytes() / kMostWaste <= bytes && (fill == Fill::None || small);
   if (!fits) {
     block_ = HugeBlock();  // first, so that old and new never stand side by side
     block_ = HugeBlock(bytes);

@@ -8,8 +8,15 @@
 namespace velmora {
 namespace {
 
+void ReadNativeBinaryAndView(Workbench& workbench, ProgressPanel& panel) {
+  ReadNativeBinary(workbench, panel);
+  if (workbench.trial.NData > 0) {
+    ApplyViewFlags(workbench);
+  }
+}
+
 constexpr std::array kReaders = {
-    Reader{"VMB", ReadNativeBinary},
+    Reader{"VMB", ReadNativeBinaryAndView},
 };
 
 }  // namespace

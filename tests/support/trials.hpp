@@ -24,6 +24,7 @@ inline void SetChannels(Trial& trial, const std::vector<std::vector<float>>& cha
   }
   trial.RebuildTimeColumn();
   trial.Duration = static_cast<double>(samples - 1) / rate;
+  trial.CursorLo = trial.CursorHi = 0;
   NormaliseCursors(trial);
 }
 

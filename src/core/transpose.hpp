@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+namespace velmora {
+
+/// Between files, where channel lies behind channel, and memory, where sample lies behind sample.
+/// `rows` are `width` channels of `samples` floats each, `rowStride` floats apart; `frames` are
+/// `samples` frames, `frameStride` floats apart, of which the first `width` floats are meant.
+
+/// Writes around the caches when frames are contiguous (frameStride == width) and aligned to 16 bytes:
+/// a matrix that is filled once is not read again soon.
+void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int64_t samples, float* frames,
+                  std::int64_t frameStride);
+
+void FramesToRows(const float* frames, std::int64_t frameStride, int width, std::int64_t samples, float* rows,
+                  std::int64_t rowStride);
+
+}  // namespace velmora

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "core/files.hpp"
+#include "core/progress.hpp"
+#include "core/trial.hpp"
+
+namespace velmora {
+
+/// Allocates trial.Data for NChan channels and NData samples (NChan 0..64, NData 0 or more) and fills
+/// it from `offset`: row 0, the times, then each channel, 32-bit floats. What the file does not hold
+/// stays 0, without an error. Returns the last complete row when Cancel was pressed, else nothing.
+/// Throws std::bad_alloc, with NData 0.
+std::optional<int> ReadNativeSamples(Trial& trial, ProgressPanel& panel, const InputFile& file,
+                                     std::int64_t offset);
+
+}  // namespace velmora
