@@ -66,7 +66,11 @@ std::size_t InputFile::ReadAt(std::int64_t offset, void* to, std::size_t bytes) 
 }
 
 void InputFile::Prefetch(std::int64_t offset, std::int64_t bytes) const {
-  posix_fadvise(descriptor_, offset, bytes, POSIX_FADV_WILLNEED);
+  // The system cuts a longer request short to its read-ahead size.
+  constexpr std::int64_t piece = std::int64_t{128} << 10;
+  for (std::int64_t done = 0; done < bytes; done += piece) {
+    posix_fadvise(descriptor_, offset + done, std::min(piece, bytes - done), POSIX_FADV_WILLNEED);
+  }
 }
 
 OutputFile::OutputFile(const std::string& path, Mode mode) : target_(RealTarget(path)), mode_(mode) {
