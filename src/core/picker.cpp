@@ -109,6 +109,10 @@ std::string ChannelPicker::ValueText(int channel) const {
   return FormatNumber(state_.ChanConst[At(channel)], state_.ChooserIntegerValues ? "0" : "0.00000");
 }
 
+float ChannelPicker::Value(int channel) const {
+  return state_.ChanConst[At(channel)];
+}
+
 bool ChannelPicker::Selects() const {
   return state_.ChooserSelectMode;
 }

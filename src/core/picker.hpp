@@ -53,6 +53,7 @@ class ChannelPicker {
   [[nodiscard]] std::string ColumnHead() const { return "Values"; }
   [[nodiscard]] std::string RowText(int channel) const;    // number and label
   [[nodiscard]] std::string ValueText(int channel) const;  // empty without a value column
+  [[nodiscard]] float Value(int channel) const;            // the number behind it, with all digits
   [[nodiscard]] bool Selects() const;
   [[nodiscard]] bool SelectsOne() const;
   [[nodiscard]] bool HasValues() const;

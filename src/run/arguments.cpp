@@ -1,0 +1,87 @@
+#include "run/arguments.hpp"
+
+#include <CLI/CLI.hpp>
+#include <string_view>
+
+#include "core/version.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr ExitStatus kBadUsage = 2;
+
+bool IsName(std::string_view text) {
+  const auto letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };
+  const auto inside = [&](char c) { return letter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; };
+  return !text.empty() && letter(text.front()) && std::all_of(text.begin(), text.end(), inside);
+}
+
+Variables ReadSettings(const std::vector<std::string>& settings) {
+  Variables variables;
+  for (const std::string& setting : settings) {
+    const std::size_t equals = setting.find('=');
+    const std::string name = setting.substr(0, equals);
+    if (equals == std::string::npos || !IsName(name)) {
+      throw CLI::ValidationError("--set", "\"" + setting + "\" is not NAME=VALUE");
+    }
+    for (const std::string_view own : {"input", "stem", "dir", "out"}) {
+      if (name == own) {
+        throw CLI::ValidationError("--set", name + " is set by the program");
+      }
+    }
+    variables[name] = setting.substr(equals + 1);
+  }
+  return variables;
+}
+
+void CheckTogether(const CLI::App& app, const Arguments& arguments) {
+  const bool asks = arguments.commands || !arguments.info.empty();
+  if (asks && app.count_all() > 2) {
+    throw CLI::ExcludesError("--info and --commands stand alone", CLI::ExitCodes::ExcludesError);
+  }
+  if (!asks && arguments.recipe.empty()) {
+    throw CLI::RequiredError("RECIPE");
+  }
+}
+
+void Declare(CLI::App& app, Arguments& arguments, std::vector<std::string>& settings) {
+  app.add_option("RECIPE", arguments.recipe, "The steps to run (YAML)");
+  app.add_option("INPUT", arguments.inputs, "Data files: the recipe runs once for each, as ${input}");
+  app.add_option("--out", arguments.out, "Directory for results, ${out} in the recipe; made if missing")
+      ->type_name("DIR")
+      ->capture_default_str();
+  app.add_option("--jobs", arguments.jobs, "Inputs at a time, each in a process of its own")
+      ->type_name("N")
+      ->check(CLI::Range(std::size_t{1}, std::size_t{4096}))
+      ->capture_default_str();
+  app.add_option("--set", settings, "Value of ${NAME} in the recipe; may be given several times")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  app.add_option("--transcript", arguments.transcript, "Every question and its answer, as JSON lines")
+      ->type_name("FILE");
+  app.add_flag("--strict", arguments.strict, "A warning fails its step");
+  app.add_option("--info", arguments.info, "Print the info of a data file as JSON, and end")
+      ->type_name("FILE");
+  app.add_flag("--commands", arguments.commands, "List the commands a recipe can use, and end");
+  app.set_version_flag("--version", "velmora2-run " + std::string(VersionText));
+  app.footer("Exit status: 0 all ran, 1 a step failed, 2 bad usage or an unreadable recipe.");
+}
+
+}  // namespace
+
+std::variant<Arguments, ExitStatus> ReadArguments(int argc, const char* const* argv) {
+  CLI::App app("Runs a recipe of Velmora2 commands over data files, without a window.", "velmora2-run");
+  Arguments arguments;
+  std::vector<std::string> settings;
+  Declare(app, arguments, settings);
+  try {
+    app.parse(argc, argv);
+    arguments.set = ReadSettings(settings);
+    CheckTogether(app, arguments);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : kBadUsage;
+  }
+  return arguments;
+}
+
+}  // namespace velmora

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "run/arguments.hpp"
+#include "run/outcome.hpp"
+#include "run/recipe.hpp"
+#include "run/transcript_file.hpp"
+
+namespace velmora {
+
+/// What came of the recipe for one input.
+struct RunResult {
+  enum class State { NotRun, Done, Failed, Interrupted };
+
+  std::string input;  // empty when the recipe ran without one
+  State state = State::NotRun;
+  Outcome outcome;
+};
+
+/// The recipe as it reads for one of the inputs (from 0; any number when there is none).
+/// Throws RecipeError.
+Recipe RecipeFor(const Arguments& arguments, const std::string& text, std::size_t run);
+
+/// Runs the recipe once for each input of `arguments`, or once when there is none. A single run stays
+/// in this process; several have processes of their own, so that a crash costs one input.
+/// `transcript` may be null. Throws RecipeError when the recipe cannot be read: then nothing has run.
+std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text,
+                                TranscriptFile* transcript);
+
+/// A line for each warning and each failure, then the counts. Line ends are '\n'.
+std::string ClosingTable(const std::vector<RunResult>& results);
+
+}  // namespace velmora

@@ -1,0 +1,79 @@
+#include "run/info.hpp"
+
+#include "run/json_text.hpp"
+
+namespace velmora {
+namespace {
+
+int Flag(bool value) {
+  return value ? -1 : 0;
+}
+
+Json ChannelInfo(const Trial& trial, std::size_t c) {
+  return {
+      {"index", c},
+      {"ChanLabel", trial.ChanLabel[c].Text()},
+      {"ChanUnits", trial.ChanUnits[c].Text()},
+      {"ChanRate", JsonNumber(trial.ChanRate[c])},
+      {"ChanGain", JsonNumber(trial.ChanGain[c])},
+      {"ChanOffset", JsonNumber(trial.ChanOffset[c])},
+      {"ChanNumber", trial.ChanNumber[c]},
+      {"ChanAutozero", trial.ChanAutozero[c]},
+      {"ChanColour", trial.ChanColour[c]},
+      {"ChanGraphSlot", trial.ChanGraphSlot[c]},
+  };
+}
+
+Json UsedHeaderLines(const Trial& trial) {
+  Json lines = Json::array();
+  for (int i = 1; i <= std::min(trial.HeaderLineCount, kMaxHeaderLines); ++i) {
+    lines.push_back(trial.HeaderLines[static_cast<std::size_t>(i)]);
+  }
+  return lines;
+}
+
+Json AllChannels(const Trial& trial) {
+  Json channels = Json::array();
+  for (int c = 0; c <= trial.NChan; ++c) {
+    channels.push_back(ChannelInfo(trial, static_cast<std::size_t>(c)));
+  }
+  return channels;
+}
+
+}  // namespace
+
+std::string InfoText(const Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  Json info = {
+      {"NChan", trial.NChan},
+      {"NData", trial.NData},
+      {"Rate", JsonNumber(trial.Rate)},
+      {"Duration", JsonNumber(trial.Duration)},
+      {"OriginalDuration", JsonNumber(trial.OriginalDuration)},
+      {"PreviousRate", JsonNumber(trial.PreviousRate)},
+      {"FirstSample", trial.FirstSample},
+      {"LastSample", trial.LastSample},
+      {"TrialTitle", trial.TrialTitle},
+      {"TrialName", trial.TrialName},
+      {"FileName", trial.FileName},
+      {"FileExt", trial.FileExt},
+      {"FileTypeCode", trial.FileTypeCode},
+      {"TrialIndex", trial.TrialIndex},
+      {"HeaderLines", UsedHeaderLines(trial)},
+      {"FileChanged", Flag(trial.FileChanged)},
+      {"CursorLo", trial.CursorLo},
+      {"CursorHi", trial.CursorHi},
+      {"ForcesReduced", Flag(trial.ForcesReduced)},
+      {"NPlates", trial.NPlates},
+      {"PairedGraphs", Flag(trial.PairedGraphs)},
+      {"FirstChanShown", workbench.FirstChanShown},
+      {"LastChanShown", workbench.LastChanShown},
+      {"channels", AllChannels(trial)},
+  };
+  if (!workbench.ResultText.empty()) {
+    info["ResultText"] = workbench.ResultText;
+  }
+  return JsonText(info, 2) + "\n";
+}
+
+}  // namespace velmora

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string_view>
+
+#include "run/job_report.hpp"
+#include "run/outcome.hpp"
+
+namespace velmora {
+
+/// What the jobs tell while they run, by the job's index, and with onEnd once for each job that was
+/// started, in the order in which they end.
+struct JobEvents {
+  std::function<void(std::size_t job, const StepPlace& place)> onStep;
+  std::function<void(std::size_t job, std::string_view line)> onTranscript;
+  std::function<void(std::size_t job, const Outcome& outcome)> onEnd;
+};
+
+using Job = std::function<Outcome(std::size_t index, const JobReport& report)>;
+
+/// Runs jobs 0..count-1 in processes of their own, `atOnce` of them at a time. A job that crashes is
+/// a failure at the step it was in; the others go on. After a caught interrupt (interrupt.hpp) no
+/// further job is started, and those running are asked to end, then made to.
+void RunJobs(std::size_t count, std::size_t atOnce, const Job& job, const JobEvents& events);
+
+}  // namespace velmora

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "core/numbers.hpp"
+
+namespace velmora {
+
+using Json = nlohmann::ordered_json;
+
+/// A 32-bit value as its own shortest text: 0.1, not 0.10000000149011612. Not finite: null.
+inline Json JsonNumber(float value) {
+  return std::isfinite(value) ? Json(Val(PlainNumber(value))) : Json(nullptr);
+}
+
+inline Json JsonNumber(double value) {
+  return std::isfinite(value) ? Json(value) : Json(nullptr);
+}
+
+/// `indent` -1: one line. File names may hold any bytes; what is no UTF-8 is replaced.
+inline std::string JsonText(const Json& json, int indent) {
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace velmora

@@ -1,0 +1,142 @@
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "app/command_table.hpp"
+#include "core/files.hpp"
+#include "core/text.hpp"
+#include "core/workbench.hpp"
+#include "run/arguments.hpp"
+#include "run/batch.hpp"
+#include "run/default_answers.hpp"
+#include "run/info.hpp"
+#include "run/interrupt.hpp"
+#include "run/recipe_reader.hpp"
+
+namespace {
+
+using namespace velmora;
+
+constexpr int kAllRan = 0;
+constexpr int kStepFailed = 1;
+constexpr int kBadUsage = 2;
+constexpr int kSignalled = 128;
+
+void Print(std::FILE* stream, const std::string& text) {
+  std::fwrite(text.data(), 1, text.size(), stream);
+}
+
+// Standard output carries only what was asked for; how it went is told on standard error.
+void Tell(const std::string& message) {
+  Print(stderr, "velmora2-run: " + message + "\n");
+}
+
+int PrintCommands() {
+  std::size_t widest = 0;
+  for (const Command& command : AllCommands()) {
+    widest = std::max(widest, command.id.size());
+  }
+  for (const Command& command : AllCommands()) {
+    Print(stdout, PadRight(command.id, widest + 2) + WithoutMnemonic(command.caption) + "\n");
+  }
+  return kAllRan;
+}
+
+int PrintInfo(const std::string& path) {
+  DefaultAnswers answers([](std::string_view message) { Tell(std::string(message)); });
+  Workbench workbench(answers);
+  std::error_code error;
+  const std::filesystem::path full = std::filesystem::absolute(path, error);
+  workbench.trial.FileName = error ? path : full.string();
+  try {
+    RunCommand(workbench, *FindCommand("file.load"));
+  } catch (const CommandAbandoned& abandoned) {
+    Tell(abandoned.what());
+    return kStepFailed;
+  }
+  if (workbench.trial.NData < 1) {
+    Tell("no trial was loaded from " + path);
+    return kStepFailed;
+  }
+  Print(stdout, InfoText(workbench));
+  return kAllRan;
+}
+
+std::string ReadText(const std::string& path) {
+  const InputFile file(path);
+  constexpr std::int64_t kLongest = 16 << 20;
+  if (file.Size() > kLongest) {
+    throw FileError("File too large");
+  }
+  std::string text(static_cast<std::size_t>(file.Size()), '\0');
+  text.resize(file.ReadAt(0, text.data(), text.size()));
+  return text;
+}
+
+int Status(const std::vector<RunResult>& results) {
+  if (const int signal = InterruptSignal(); signal != 0) {
+    return kSignalled + signal;
+  }
+  for (const RunResult& result : results) {
+    if (result.state != RunResult::State::Done) {
+      return kStepFailed;
+    }
+  }
+  return kAllRan;
+}
+
+int RunRecipe(const Arguments& arguments) {
+  std::optional<TranscriptFile> transcript;
+  std::string text;
+  std::string subject = arguments.recipe;
+  try {
+    text = ReadText(arguments.recipe);
+    RecipeFor(arguments, text, 0);
+    subject = arguments.out;
+    std::filesystem::create_directories(arguments.out);
+    subject = arguments.transcript;
+    if (!arguments.transcript.empty()) {
+      transcript.emplace(arguments.transcript, std::max<std::size_t>(arguments.inputs.size(), 1));
+    }
+  } catch (const RecipeError& error) {
+    Tell(error.what());
+    return kBadUsage;
+  } catch (const std::exception& error) {
+    Tell(subject + ": " + error.what());
+    return kBadUsage;
+  }
+  CatchInterrupts();
+  const std::vector<RunResult> results = RunBatch(arguments, text, transcript ? &*transcript : nullptr);
+  Print(stderr, ClosingTable(results));
+  int status = Status(results);
+  if (transcript) {
+    try {
+      transcript->Commit();
+    } catch (const FileError& error) {
+      Tell(arguments.transcript + ": " + error.what());
+      status = std::max(status, kStepFailed);
+    }
+  }
+  return status;
+}
+
+int Run(const Arguments& arguments) {
+  if (arguments.commands) {
+    return PrintCommands();
+  }
+  if (!arguments.info.empty()) {
+    return PrintInfo(arguments.info);
+  }
+  return RunRecipe(arguments);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  auto arguments = ReadArguments(argc, argv);
+  if (const int* status = std::get_if<ExitStatus>(&arguments)) {
+    return *status;
+  }
+  return Run(std::get<Arguments>(arguments));
+}

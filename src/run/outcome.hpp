@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+/// Which step of a recipe. Steps count from 1; 0 is before the first.
+struct StepPlace {
+  int step = 0;
+  int line = 0;
+  std::string action;  // "math.add", "info"
+};
+
+struct StepProblem {
+  StepPlace at;
+  std::string why;
+};
+
+/// What came of one run of a recipe. A failure ends it.
+struct Outcome {
+  std::optional<StepProblem> failure;
+  std::vector<StepProblem> warnings;
+  bool interrupted = false;
+};
+
+/// "step 3 (math.add, line 12)", empty before the first step.
+std::string PlaceText(const StepPlace& place);
+
+}  // namespace velmora

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace velmora {
+
+/// What a recipe says, as plain data. Nothing in here has been checked against a trial or a command;
+/// that happens question by question while the recipe runs.
+
+/// A list of channels (from 1), or all there are.
+struct ChannelChoice {
+  bool all = false;
+  std::vector<int> channels;
+};
+
+/// What is typed for one channel.
+struct ChannelText {
+  int channel = 0;
+  std::string text;
+};
+
+struct BoxAnswer {
+  std::string button;
+};
+
+struct InputAnswer {
+  std::string text;
+};
+
+struct FileAnswer {
+  std::vector<std::string> paths;
+};
+
+struct PickAnswer {
+  std::optional<ChannelChoice> channels;
+  std::vector<ChannelText> values;
+  std::vector<ChannelText> names;
+  std::string press = "OK";
+};
+
+struct FieldAnswer {
+  std::string name;
+  std::variant<std::string, std::vector<ChannelText>, ChannelChoice> value;
+};
+
+struct FormAnswer {
+  std::vector<FieldAnswer> fields;
+  std::string press = "OK";
+};
+
+struct Answer {
+  int line = 0;
+  std::optional<std::string> title;
+  bool optional = false;
+  std::variant<BoxAnswer, InputAnswer, FileAnswer, PickAnswer, FormAnswer> what;
+};
+
+struct CommandStep {
+  std::string id;
+  std::string file;  // file.load alone has one
+  std::vector<Answer> answers;
+};
+
+struct InfoStep {
+  std::string file;
+};
+
+struct ViewStep {
+  std::vector<Answer> answers;
+};
+
+struct Step {
+  int line = 0;
+  std::variant<CommandStep, InfoStep, ViewStep> what;
+};
+
+struct Recipe {
+  std::vector<Step> steps;
+};
+
+/// The step as messages name it: the command's id, "info" or "view".
+std::string ActionOf(const Step& step);
+
+}  // namespace velmora

@@ -1,0 +1,306 @@
+#include "run/recipe_reader.hpp"
+
+#include <yaml-cpp/yaml.h>
+
+#include <algorithm>
+#include <charconv>
+#include <initializer_list>
+#include <set>
+
+#include "core/text.hpp"
+
+namespace velmora {
+namespace {
+
+class Reader {
+ public:
+  Reader(std::string_view name, const Variables& variables) : name_(name), variables_(variables) {}
+
+  [[nodiscard]] Recipe Read(const std::string& text) const;
+
+ private:
+  [[noreturn]] void Fail(int line, const std::string& why) const {
+    throw RecipeError(std::string(name_) + ":" + std::to_string(line) + ": " + why);
+  }
+  [[noreturn]] void Fail(const YAML::Node& at, const std::string& why) const { Fail(LineOf(at), why); }
+  static int LineOf(const YAML::Node& node) { return node.Mark().line + 1; }
+
+  /// Refuses what is no map, keys given twice, and keys outside `allowed` (empty: any key).
+  void CheckKeys(const YAML::Node& node, std::string_view what,
+                 std::initializer_list<std::string_view> allowed) const;
+
+  [[nodiscard]] std::string Text(const YAML::Node& node, std::string_view what) const;
+  [[nodiscard]] bool Flag(const YAML::Node& node, std::string_view what) const;
+  [[nodiscard]] int Channel(const YAML::Node& node) const;
+  [[nodiscard]] ChannelChoice Channels(const YAML::Node& node) const;
+  [[nodiscard]] std::vector<ChannelText> ChannelTexts(const YAML::Node& node, std::string_view what) const;
+  [[nodiscard]] FileAnswer File(const YAML::Node& node) const;
+  [[nodiscard]] PickAnswer Pick(const YAML::Node& node) const;
+  [[nodiscard]] FieldAnswer Field(const std::string& name, const YAML::Node& value) const;
+  [[nodiscard]] FormAnswer Form(const YAML::Node& node) const;
+  [[nodiscard]] Answer ReadAnswer(const YAML::Node& node) const;
+  [[nodiscard]] std::vector<Answer> Answers(const YAML::Node& node) const;
+  [[nodiscard]] CommandStep ReadCommand(const YAML::Node& node) const;
+  [[nodiscard]] Step ReadStep(const YAML::Node& node) const;
+
+  std::string_view name_;
+  const Variables& variables_;
+};
+
+void Reader::CheckKeys(const YAML::Node& node, std::string_view what,
+                       std::initializer_list<std::string_view> allowed) const {
+  if (!node.IsMap()) {
+    Fail(node, std::string(what) + " must be a map of keys and values");
+  }
+  std::set<std::string> seen;
+  for (const auto& entry : node) {
+    if (!entry.first.IsScalar()) {
+      Fail(entry.first, std::string(what) + " has a key that is no text");
+    }
+    const std::string& key = entry.first.Scalar();
+    if (!seen.insert(key).second) {
+      Fail(entry.first, "key \"" + key + "\" is given twice");
+    }
+    if (allowed.size() > 0 && std::find(allowed.begin(), allowed.end(), key) == allowed.end()) {
+      Fail(entry.first, std::string(what) + " has no key \"" + key + "\"");
+    }
+  }
+}
+
+std::string Reader::Text(const YAML::Node& node, std::string_view what) const {
+  if (!node.IsScalar()) {
+    Fail(node, std::string(what) + " must be a text or a number");
+  }
+  try {
+    return ReplaceVariables(node.Scalar(), variables_);
+  } catch (const std::invalid_argument& error) {
+    Fail(node, error.what());
+  }
+}
+
+bool Reader::Flag(const YAML::Node& node, std::string_view what) const {
+  const std::string text = Text(node, what);
+  const bool on = EqualNoCase(text, "true") || EqualNoCase(text, "yes");
+  if (!on && !EqualNoCase(text, "false") && !EqualNoCase(text, "no")) {
+    Fail(node, std::string(what) + " must be true or false");
+  }
+  return on;
+}
+
+int Reader::Channel(const YAML::Node& node) const {
+  const std::string text = Text(node, "a channel");
+  int channel = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), channel);
+  if (error != std::errc() || end != text.data() + text.size() || channel < 1) {
+    Fail(node, "\"" + text + "\" is no channel: channels count from 1");
+  }
+  return channel;
+}
+
+ChannelChoice Reader::Channels(const YAML::Node& node) const {
+  ChannelChoice choice;
+  if (node.IsSequence()) {
+    for (const YAML::Node& channel : node) {
+      choice.channels.push_back(Channel(channel));
+    }
+  } else if (node.IsScalar() && EqualNoCase(Text(node, "channels"), "all")) {
+    choice.all = true;
+  } else {
+    Fail(node, "channels must be a list such as [1, 3], or all");
+  }
+  return choice;
+}
+
+std::vector<ChannelText> Reader::ChannelTexts(const YAML::Node& node, std::string_view what) const {
+  CheckKeys(node, what, {});
+  std::vector<ChannelText> texts;
+  for (const auto& entry : node) {
+    texts.push_back({Channel(entry.first), Text(entry.second, what)});
+  }
+  return texts;
+}
+
+FileAnswer Reader::File(const YAML::Node& node) const {
+  FileAnswer answer;
+  if (!node.IsSequence()) {
+    answer.paths.push_back(Text(node, "file"));
+  }
+  for (const YAML::Node& path : node) {
+    answer.paths.push_back(Text(path, "a path"));
+  }
+  return answer;
+}
+
+PickAnswer Reader::Pick(const YAML::Node& node) const {
+  CheckKeys(node, "pick", {"channels", "values", "names", "press"});
+  PickAnswer answer;
+  if (const YAML::Node channels = node["channels"]) {
+    answer.channels = Channels(channels);
+  }
+  if (const YAML::Node values = node["values"]) {
+    answer.values = ChannelTexts(values, "values");
+  }
+  if (const YAML::Node names = node["names"]) {
+    answer.names = ChannelTexts(names, "names");
+  }
+  if (const YAML::Node press = node["press"]) {
+    answer.press = Text(press, "press");
+  }
+  return answer;
+}
+
+// A map is a value per channel, a list or "all" a set of channels, all else one value.
+FieldAnswer Reader::Field(const std::string& name, const YAML::Node& value) const {
+  if (value.IsMap()) {
+    return {name, ChannelTexts(value, name)};
+  }
+  if (value.IsSequence()) {
+    return {name, Channels(value)};
+  }
+  return {name, Text(value, name)};
+}
+
+FormAnswer Reader::Form(const YAML::Node& node) const {
+  CheckKeys(node, "form", {});
+  FormAnswer answer;
+  for (const auto& entry : node) {
+    const std::string name = Text(entry.first, "a field");
+    if (name == "press") {
+      answer.press = Text(entry.second, "press");
+    } else {
+      answer.fields.push_back(Field(name, entry.second));
+    }
+  }
+  return answer;
+}
+
+Answer Reader::ReadAnswer(const YAML::Node& node) const {
+  CheckKeys(node, "an answer", {"box", "input", "file", "pick", "form", "title", "optional"});
+  Answer answer;
+  answer.line = LineOf(node);
+  int kinds = 0;
+  for (const auto& entry : node) {
+    const std::string& key = entry.first.Scalar();
+    const YAML::Node& value = entry.second;
+    ++kinds;
+    if (key == "box") {
+      answer.what = BoxAnswer{Text(value, "box")};
+    } else if (key == "input") {
+      answer.what = InputAnswer{Text(value, "input")};
+    } else if (key == "file") {
+      answer.what = File(value);
+    } else if (key == "pick") {
+      answer.what = Pick(value);
+    } else if (key == "form") {
+      answer.what = Form(value);
+    } else {
+      --kinds;
+    }
+  }
+  if (kinds != 1) {
+    Fail(node, "an answer has exactly one of box, input, file, pick and form");
+  }
+  if (const YAML::Node title = node["title"]) {
+    answer.title = Text(title, "title");
+  }
+  if (const YAML::Node optional = node["optional"]) {
+    answer.optional = Flag(optional, "optional");
+  }
+  return answer;
+}
+
+std::vector<Answer> Reader::Answers(const YAML::Node& node) const {
+  std::vector<Answer> answers;
+  const YAML::Node list = node["answers"];
+  if (!list) {
+    return answers;
+  }
+  if (!list.IsSequence()) {
+    Fail(list, "answers must be a list");
+  }
+  for (const YAML::Node& answer : list) {
+    answers.push_back(ReadAnswer(answer));
+  }
+  return answers;
+}
+
+CommandStep Reader::ReadCommand(const YAML::Node& node) const {
+  CommandStep step;
+  step.id = Text(node["do"], "do");
+  const bool loads = step.id == "file.load";
+  if (loads) {
+    CheckKeys(node, "a step that loads", {"do", "file", "answers"});
+    step.file = node["file"] ? Text(node["file"], "file") : "";
+    if (step.file.empty()) {
+      Fail(node, "file.load needs file:");
+    }
+  } else {
+    CheckKeys(node, "a step", {"do", "answers"});
+  }
+  step.answers = Answers(node);
+  return step;
+}
+
+Step Reader::ReadStep(const YAML::Node& node) const {
+  CheckKeys(node, "a step", {"do", "file", "answers", "info", "view"});
+  const auto given = [&node](const char* key) { return static_cast<bool>(node[key]); };
+  if (given("do") + given("info") + given("view") != 1) {
+    Fail(node, "a step has exactly one of do, info and view");
+  }
+  Step step;
+  step.line = LineOf(node);
+  if (given("do")) {
+    step.what = ReadCommand(node);
+  } else if (given("info")) {
+    CheckKeys(node, "a step that writes the info", {"info"});
+    step.what = InfoStep{Text(node["info"], "info")};
+  } else {
+    CheckKeys(node, "a step in a view", {"view", "answers"});
+    step.what = ViewStep{Answers(node)};
+  }
+  return step;
+}
+
+Recipe Reader::Read(const std::string& text) const {
+  std::vector<YAML::Node> documents;
+  try {
+    documents = YAML::LoadAll(text);
+  } catch (const YAML::Exception& error) {
+    Fail(error.mark.line + 1, error.msg);
+  }
+  if (documents.size() != 1) {
+    Fail(1, documents.empty() ? "the recipe is empty" : "a recipe is one YAML document");
+  }
+  const YAML::Node& root = documents.front();
+  CheckKeys(root, "a recipe", {"velmora2", "steps"});
+  if (!root["velmora2"] || Text(root["velmora2"], "velmora2") != "1") {
+    Fail(root, "a recipe says \"velmora2: 1\"");
+  }
+  const YAML::Node steps = root["steps"];
+  if (!steps || !steps.IsSequence() || steps.size() == 0) {
+    Fail(steps ? steps : root, "a recipe has steps: a list of at least one");
+  }
+  Recipe recipe;
+  for (const YAML::Node& step : steps) {
+    recipe.steps.push_back(ReadStep(step));
+  }
+  return recipe;
+}
+
+struct NameAction {
+  std::string operator()(const CommandStep& step) const { return step.id; }
+  std::string operator()(const InfoStep& /*step*/) const { return "info"; }
+  std::string operator()(const ViewStep& /*step*/) const { return "view"; }
+};
+
+}  // namespace
+
+std::string ActionOf(const Step& step) {
+  return std::visit(NameAction{}, step.what);
+}
+
+Recipe ReadRecipe(std::string_view text, std::string_view name, const Variables& variables) {
+  return Reader(name, variables).Read(std::string(text));
+}
+
+}  // namespace velmora

@@ -1,0 +1,121 @@
+#include "run/recipe_run.hpp"
+
+#include <filesystem>
+#include <new>
+#include <utility>
+
+#include "app/command_table.hpp"
+#include "core/files.hpp"
+#include "run/info.hpp"
+#include "run/interrupt.hpp"
+
+namespace velmora {
+namespace {
+
+void Append(std::string& list, const std::string& item) {
+  list += (list.empty() || item.empty() ? "" : "; ") + item;
+}
+
+// The trial keeps the full path of its file, wherever the program is started.
+std::string FullPath(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path full = std::filesystem::absolute(path, error);
+  return error ? path : full.string();
+}
+
+}  // namespace
+
+RecipeRun::RecipeRun(RunOptions options) : options_(std::move(options)), workbench_(Answerer()) {}
+
+Questions& RecipeRun::Answerer() {
+  if (!options_.transcript) {
+    return answers_;
+  }
+  return transcript_.emplace(answers_, options_.input, options_.transcript);
+}
+
+Outcome RecipeRun::Run(const Recipe& recipe) {
+  Outcome outcome;
+  StepPlace place;
+  for (const Step& step : recipe.steps) {
+    place = {.step = place.step + 1, .line = step.line, .action = ActionOf(step)};
+    if (options_.onStep) {
+      options_.onStep(place);
+    }
+    if (transcript_) {
+      transcript_->BeginStep(place.step, workbench_.trial);
+    }
+    workbench_.report = {};
+    std::string failure = RunStep(step);
+    outcome.interrupted = InterruptSignal() != 0;
+    for (const std::string& warning : workbench_.report.warnings) {
+      if (options_.strict) {
+        Append(failure, warning);
+      } else {
+        outcome.warnings.push_back({place, warning});
+      }
+    }
+    if (!failure.empty() && !outcome.interrupted) {
+      outcome.failure = StepProblem{place, failure};
+    }
+    if (outcome.interrupted || outcome.failure) {
+      break;
+    }
+  }
+  return outcome;
+}
+
+std::string RecipeRun::RunStep(const Step& step) {
+  try {
+    if (const auto* command = std::get_if<CommandStep>(&step.what)) {
+      return RunCommandStep(*command);
+    }
+    if (const auto* info = std::get_if<InfoStep>(&step.what)) {
+      return WriteInfo(*info);
+    }
+    return "this version has no graphs, so there is no view";
+  } catch (const std::bad_alloc&) {
+    return "there is not enough memory";
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+}
+
+std::string RecipeRun::RunCommandStep(const CommandStep& step) {
+  const Command* command = FindCommand(step.id);
+  if (command == nullptr) {
+    return "there is no command \"" + step.id + "\" (velmora2-run --commands lists them)";
+  }
+  if (!step.file.empty()) {
+    workbench_.trial.FileName = FullPath(step.file);
+  }
+  answers_.BeginStep(step.answers, workbench_.trial);
+  std::string abandoned;
+  try {
+    RunCommand(workbench_, *command);
+  } catch (const CommandAbandoned& error) {
+    abandoned = error.what();
+  }
+  std::string failure;
+  for (const std::string& reported : workbench_.report.failures) {
+    Append(failure, reported);
+  }
+  Append(failure, abandoned);
+  if (failure.empty()) {
+    failure = answers_.UnusedAnswers();
+  }
+  return failure;
+}
+
+std::string RecipeRun::WriteInfo(const InfoStep& step) {
+  try {
+    OutputFile file(step.file);
+    file.Write(InfoText(workbench_));
+    file.Commit();
+  } catch (const FileError& error) {
+    return "cannot write " + step.file + ": " + error.what();
+  }
+  return {};
+}
+
+}  // namespace velmora

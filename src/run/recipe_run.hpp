@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "core/workbench.hpp"
+#include "run/outcome.hpp"
+#include "run/recipe.hpp"
+#include "run/recipe_questions.hpp"
+#include "run/transcript.hpp"
+
+namespace velmora {
+
+/// How to run a recipe, and who wants to hear of it.
+struct RunOptions {
+  std::string input;    // the data file, for the transcript; empty for none
+  bool strict = false;  // a warning fails its step
+  std::function<void(const StepPlace&)> onStep;
+  TranscriptQuestions::Sink transcript;
+};
+
+/// One workbench and the answers of a recipe in place of a person.
+class RecipeRun {
+ public:
+  explicit RecipeRun(RunOptions options);
+
+  /// Runs the steps in order until one fails or the run is interrupted. Never throws for what a
+  /// command does; the outcome tells it.
+  Outcome Run(const Recipe& recipe);
+
+  [[nodiscard]] Workbench& State() { return workbench_; }
+
+ private:
+  Questions& Answerer();
+  /// Empty when the step went well, else why it failed.
+  std::string RunStep(const Step& step);
+  std::string RunCommandStep(const CommandStep& step);
+  std::string WriteInfo(const InfoStep& step);
+
+  RunOptions options_;
+  RecipeQuestions answers_;
+  std::optional<TranscriptQuestions> transcript_;
+  Workbench workbench_;
+};
+
+}  // namespace velmora

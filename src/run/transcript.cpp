@@ -1,0 +1,209 @@
+#include "run/transcript.hpp"
+
+#include <utility>
+
+#include "core/form.hpp"
+#include "core/picker.hpp"
+#include "core/progress.hpp"
+#include "run/json_text.hpp"
+
+namespace velmora {
+namespace {
+
+Json ButtonCaptions(const std::vector<Button>& buttons) {
+  Json captions = Json::array();
+  for (const Button button : buttons) {
+    captions.push_back(ButtonCaption(button));
+  }
+  return captions;
+}
+
+Json OfferedValues(const ChannelPicker& picker) {
+  Json values = Json::object();
+  for (int c = 1; c <= picker.Channels(); ++c) {
+    if (picker.HasNames()) {
+      values[std::to_string(c)] = picker.ValueText(c);
+    } else if (picker.HasValues()) {
+      values[std::to_string(c)] = JsonNumber(picker.Value(c));
+    }
+  }
+  return values;
+}
+
+Json SelectedChannels(const ChannelPicker& picker) {
+  Json channels = Json::array();
+  for (int c = 1; c <= picker.Channels(); ++c) {
+    if (picker.IsSelected(c)) {
+      channels.push_back(c);
+    }
+  }
+  return channels;
+}
+
+struct FieldValue {
+  int channels;
+
+  Json operator()(const bool* target) const { return *target; }
+  Json operator()(const std::int32_t* target) const { return *target; }
+  Json operator()(const double* target) const { return JsonNumber(*target); }
+  Json operator()(const std::string* target) const { return *target; }
+  Json operator()(const ChannelNumbers* target) const {
+    return PerChannelJson([target](std::size_t c) { return JsonNumber((*target)[c]); });
+  }
+  Json operator()(const ChannelFlags* target) const {
+    return PerChannelJson([target](std::size_t c) { return Json(static_cast<bool>((*target)[c])); });
+  }
+
+ private:
+  template <typename Value>
+  [[nodiscard]] Json PerChannelJson(Value value) const {
+    Json map = Json::object();
+    for (int c = 1; c <= channels; ++c) {
+      map[std::to_string(c)] = value(static_cast<std::size_t>(c));
+    }
+    return map;
+  }
+};
+
+Json OfferedFields(const Form& form, int channels) {
+  Json fields = Json::object();
+  for (const FormField& field : form.Fields()) {
+    fields[field.name] = std::visit(FieldValue{channels}, field.target);
+  }
+  return fields;
+}
+
+}  // namespace
+
+/// One line in the making. It takes its place when the question comes up and is written when it is
+/// answered, or when an exception says that it will not be.
+class TranscriptQuestions::Entry {
+ public:
+  Entry(TranscriptQuestions& owner, const char* kind) : owner_(owner), place_(owner.waiting_.size()) {
+    owner_.waiting_.emplace_back();
+    ++owner_.unanswered_;
+    line_["input"] = owner_.input_.empty() ? Json(nullptr) : Json(owner_.input_);
+    line_["step"] = owner_.step_;
+    line_["kind"] = kind;
+  }
+  Entry(const Entry&) = delete;
+  Entry& operator=(const Entry&) = delete;
+  ~Entry() {
+    try {
+      Write();
+    } catch (...) {  // NOLINT: a line that finds no memory is lost; the run goes on
+    }
+  }
+
+  Json& operator[](const char* key) { return line_[key]; }
+
+ private:
+  void Write() {
+    owner_.waiting_[place_] = JsonText(line_, -1);
+    if (--owner_.unanswered_ > 0) {
+      return;
+    }
+    for (const std::string& line : std::exchange(owner_.waiting_, {})) {
+      owner_.sink_(line);
+    }
+  }
+
+  TranscriptQuestions& owner_;
+  std::size_t place_;
+  Json line_;
+};
+
+TranscriptQuestions::TranscriptQuestions(Questions& answerer, std::string input, Sink sink)
+    : answerer_(answerer), input_(std::move(input)), sink_(std::move(sink)) {}
+
+void TranscriptQuestions::BeginStep(int step, const Trial& trial) {
+  step_ = step;
+  trial_ = &trial;
+}
+
+Button TranscriptQuestions::AskBox(const Box& box) {
+  Entry entry(*this, "box");
+  entry["title"] = box.title;
+  entry["text"] = box.text;
+  entry["icon"] = IconName(box.icon);
+  entry["buttons"] = ButtonCaptions(box.buttons);
+  entry["answer"] = nullptr;
+  const Button answer = answerer_.AskBox(box);
+  entry["answer"] = ButtonCaption(answer);
+  return answer;
+}
+
+std::string TranscriptQuestions::AskInput(const InputQuestion& question) {
+  Entry entry(*this, "input");
+  entry["title"] = question.title;
+  entry["text"] = question.prompt;
+  entry["default"] = question.defaultText;
+  entry["answer"] = nullptr;
+  std::string answer = answerer_.AskInput(question);
+  entry["answer"] = answer;
+  return answer;
+}
+
+std::vector<std::string> TranscriptQuestions::AskFile(const FileQuestion& question) {
+  Entry entry(*this, "file");
+  entry["title"] = question.title;
+  entry["text"] = "";
+  entry["mode"] = question.mode == FileQuestion::Mode::Open ? "open" : "save";
+  entry["default"] = question.defaultName;
+  entry["extension"] = question.extension;
+  entry["filter"] = question.filter;
+  entry["answer"] = nullptr;
+  std::vector<std::string> answer = answerer_.AskFile(question);
+  if (question.several) {
+    entry["answer"] = answer;
+  } else {
+    entry["answer"] = answer.empty() ? "" : answer.front();
+  }
+  return answer;
+}
+
+std::string TranscriptQuestions::AskPick(ChannelPicker& picker) {
+  Entry entry(*this, "pick");
+  entry["title"] = "";
+  entry["text"] = picker.Prompt();
+  entry["prompt"] = picker.Prompt();
+  entry["mode"] = picker.Mode();
+  entry["values"] = OfferedValues(picker);
+  entry["channels"] = nullptr;
+  entry["values_out"] = nullptr;
+  entry["answer"] = nullptr;
+  std::string press = answerer_.AskPick(picker);
+  entry["channels"] = SelectedChannels(picker);
+  entry["values_out"] = OfferedValues(picker);
+  entry["answer"] = press;
+  return press;
+}
+
+std::string TranscriptQuestions::AskForm(Form& form) {
+  Entry entry(*this, "form");
+  entry["title"] = form.Title();
+  entry["text"] = "";
+  entry["name"] = form.Name();
+  entry["fields"] = OfferedFields(form, trial_->NChan);
+  entry["press"] = nullptr;
+  entry["answer"] = nullptr;  // of every question; for a form the button pressed
+  std::string press = answerer_.AskForm(form);
+  entry["press"] = press;
+  entry["answer"] = press;
+  return press;
+}
+
+void TranscriptQuestions::ShowProgress(ProgressPanel& panel) {
+  answerer_.ShowProgress(panel);
+}
+
+void TranscriptQuestions::EndProgress(ProgressPanel& panel) {
+  {
+    Entry entry(*this, "progress");
+    entry["format"] = panel.Format();
+    entry["status"] = panel.Status();
+  }
+  answerer_.EndProgress(panel);
+}
+
+}  // namespace velmora

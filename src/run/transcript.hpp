@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/questions.hpp"
+#include "core/trial.hpp"
+
+namespace velmora {
+
+/// Passes every question on to another answerer and writes down what was asked and answered: one
+/// JSON object a line, without its line end, in the order in which the questions came up. A question
+/// that was not answered has the answer null.
+class TranscriptQuestions : public Questions {
+ public:
+  using Sink = std::function<void(std::string_view line)>;
+
+  /// `input` is the data file of the run, empty when there is none.
+  TranscriptQuestions(Questions& answerer, std::string input, Sink sink);
+
+  /// Steps count from 1. `trial` must outlive the step.
+  void BeginStep(int step, const Trial& trial);
+
+  Button AskBox(const Box& box) override;
+  std::string AskInput(const InputQuestion& question) override;
+  std::vector<std::string> AskFile(const FileQuestion& question) override;
+  std::string AskPick(ChannelPicker& picker) override;
+  std::string AskForm(Form& form) override;
+  void ShowProgress(ProgressPanel& panel) override;
+  void EndProgress(ProgressPanel& panel) override;
+
+ private:
+  class Entry;
+
+  Questions& answerer_;
+  std::string input_;
+  Sink sink_;
+  int step_ = 0;
+  const Trial* trial_ = nullptr;
+  // A form's field may raise a box before the form is answered: lines wait for those before them.
+  std::vector<std::string> waiting_;
+  int unanswered_ = 0;
+};
+
+}  // namespace velmora

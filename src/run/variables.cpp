@@ -1,0 +1,38 @@
+#include "run/variables.hpp"
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "core/paths.hpp"
+
+namespace velmora {
+
+void SetInputVariables(Variables& variables, const std::string& input) {
+  const std::string directory = std::filesystem::path(input).parent_path().string();
+  variables["input"] = input;
+  variables["stem"] = BaseName(input);
+  variables["dir"] = directory.empty() ? "." : directory;
+}
+
+std::string ReplaceVariables(std::string_view text, const Variables& variables) {
+  std::string out;
+  std::size_t at = 0;
+  for (std::size_t start = text.find("${"); start != std::string_view::npos; start = text.find("${", at)) {
+    const std::size_t end = text.find('}', start);
+    if (end == std::string_view::npos) {
+      throw std::invalid_argument("\"${\" without \"}\" in \"" + std::string(text) + "\"");
+    }
+    const std::string_view name = text.substr(start + 2, end - start - 2);
+    const auto found = variables.find(name);
+    if (found == variables.end()) {
+      const bool ofInput = name == "input" || name == "stem" || name == "dir";
+      throw std::invalid_argument("unknown variable ${" + std::string(name) + "}" +
+                                  (ofInput ? ": no INPUT was given" : ""));
+    }
+    out.append(text, at, start - at).append(found->second);
+    at = end + 1;
+  }
+  return out.append(text, at);
+}
+
+}  // namespace velmora
