@@ -1,0 +1,231 @@
+#include "run/recipe_questions.hpp"
+
+#include <gtest/gtest.h>
+
+#include "core/form.hpp"
+#include "core/workbench.hpp"
+#include "run/recipe_reader.hpp"
+#include "support/trials.hpp"
+
+namespace velmora {
+namespace {
+
+/// A dialogue with a field of every sort. Filter closes it, Apply keeps it open and asks.
+class SampleForm : public Form {
+ public:
+  explicit SampleForm(Workbench& workbench) : Form("frmSample", "A Sample") {
+    fields_ = {
+        {.name = "chkRectify", .caption = "&Rectify", .target = &rectify},
+        {.name = "cwnPadding", .caption = "&Padding", .target = &padding, .lowest = 0, .highest = 100},
+        {.name = "optPad", .caption = "Pad", .target = &pad, .choices = {"&None", "&Mirror"}},
+        {.name = "Width", .caption = "Width", .target = &width},
+        {.name = "Name", .caption = "Name", .target = &name},
+        {.name = "Cutoffs", .caption = "Cut-offs", .target = &cutoffs},
+        {.name = "channels", .caption = "Channels", .target = &channels},
+    };
+    buttons_ = {
+        {.caption = "&Filter", .role = FormButton::Role::Accept, .press = [] { return true; }},
+        {.caption = "&Apply", .press = [this, &workbench] { return Apply(workbench); }},
+        {.caption = "Cancel", .role = FormButton::Role::Cancel, .press = [] { return true; }},
+    };
+  }
+
+  bool Apply(Workbench& workbench) {
+    typed = workbench.questions.AskInput({.title = "Applied", .prompt = "How often?"});
+    return false;
+  }
+
+  bool rectify = false;
+  std::int32_t padding = 0;
+  std::int32_t pad = 0;
+  double width = 0;
+  std::string name;
+  ChannelNumbers cutoffs{};
+  ChannelFlags channels{true, true, true, true};
+  std::string typed;
+};
+
+class RecipeQuestionsTest : public testing::Test {
+ protected:
+  RecipeQuestionsTest() { test::SetChannels(workbench_.trial, {{1, 2}, {3, 4}, {5, 6}}); }
+
+  /// `answers`: the items of a YAML list, flow style.
+  void Answer(const std::string& answers) {
+    recipe_ = ReadRecipe("velmora2: 1\nsteps: [{do: x, answers: [" + answers + "]}]", "r", {});
+    questions_.BeginStep(std::get<CommandStep>(recipe_.steps[0].what).answers, workbench_.trial);
+  }
+
+  template <typename Ask>
+  std::string WhyAbandoned(Ask ask) {
+    try {
+      ask();
+    } catch (const CommandAbandoned& error) {
+      return error.what();
+    }
+    return "answered";
+  }
+
+  std::string PickWith(const std::string& answer, bool ChooserState::*mode,
+                       bool ChooserState::*second = nullptr) {
+    Answer(answer);
+    workbench_.chooser.ClearModes();
+    workbench_.chooser.ChooserPrompt = "Which?";
+    workbench_.chooser.*mode = true;
+    if (second != nullptr) {
+      workbench_.chooser.*second = true;
+    }
+    return WhyAbandoned([this] { ChannelPicker(workbench_).Show(); });
+  }
+
+  std::string FormWith(const std::string& answers) {
+    Answer(answers);
+    return WhyAbandoned([this] { form_.Show(workbench_); });
+  }
+
+  void ExpectSelected(std::vector<int> channels) {
+    std::vector<int> selected;
+    for (int c = 1; c <= 3; ++c) {
+      if (workbench_.chooser.ChanSelected[static_cast<std::size_t>(c)]) {
+        selected.push_back(c);
+      }
+    }
+    EXPECT_EQ(selected, channels);
+  }
+
+  Recipe recipe_;
+  RecipeQuestions questions_;
+  Workbench workbench_{questions_};
+  SampleForm form_{workbench_};
+};
+
+const Box kYesNo{.title = "Include Lables?", .text = "Do you\nwant?", .buttons = {Button::Yes, Button::No}};
+
+void ExpectFound(const std::string& text, std::initializer_list<const char*> parts) {
+  for (const char* part : parts) {
+    EXPECT_NE(text.find(part), std::string::npos) << "no <" << part << "> in: " << text;
+  }
+}
+
+TEST_F(RecipeQuestionsTest, AnswersInOrderAndSkipsOnlyOptionalOnes) {
+  Answer(
+      "{box: Cancel, title: Other, optional: true}, {input: x, optional: true}, {box: 'no', title: 'Include "
+      "Lables?'},"
+      "{input: ' 12 '}, {file: a.vmb}, {file: out/b}, {file: ''}, {file: [c, d.txt]}, {box: Yes, optional: "
+      "true}");
+  EXPECT_EQ(questions_.AskBox({.text = "just so you know"}), Button::OK);  // takes no answer
+  EXPECT_EQ(questions_.AskBox(kYesNo), Button::No);
+  EXPECT_EQ(questions_.AskInput({.title = "t", .prompt = "p"}), " 12 ");
+  const FileQuestion save{.mode = FileQuestion::Mode::Save, .title = "Save", .extension = ".csv"};
+  EXPECT_EQ(questions_.AskFile(save), std::vector<std::string>{"a.vmb"});
+  EXPECT_EQ(questions_.AskFile(save), std::vector<std::string>{"out/b.csv"});
+  EXPECT_TRUE(questions_.AskFile(save).empty());
+  const FileQuestion open{.title = "Open", .extension = ".vmb", .several = true};
+  EXPECT_EQ(questions_.AskFile(open), (std::vector<std::string>{"c.vmb", "d.txt"}));
+  EXPECT_EQ(questions_.UnusedAnswers(), "");  // an optional one may stay
+}
+
+TEST_F(RecipeQuestionsTest, TellsWhatHasNoAnswerAndWhatWasNotAskedFor) {
+  Answer("{input: x}, {box: Yes}");
+  ExpectFound(WhyAbandoned([&] { questions_.AskBox(kYesNo); }),
+              {"box \"Include Lables?\"", "\"Do you want?\"", "line 2", "kind input"});
+  ExpectFound(questions_.UnusedAnswers(), {"input answer of line 2", "box answer of line 2"});
+  Answer("{box: Yes, title: Other}");
+  ExpectFound(WhyAbandoned([&] { questions_.AskBox(kYesNo); }), {"title \"Other\""});
+  Answer("{box: Retry}");
+  ExpectFound(WhyAbandoned([&] { questions_.AskBox(kYesNo); }), {"no button \"Retry\"", "Yes, No"});
+  Answer("");
+  ExpectFound(WhyAbandoned([&] { questions_.AskInput({.title = "T", .prompt = "P"}); }),
+              {"input \"T\" \"P\"", "no answer"});
+  Answer("{file: [a, b]}");
+  ExpectFound(WhyAbandoned([&] { questions_.AskFile({.title = "T"}); }), {"file \"T\"", "one file"});
+}
+
+TEST_F(RecipeQuestionsTest, PickSetsExactlyTheSelection) {
+  workbench_.chooser.ChanSelected[1] = true;
+  EXPECT_EQ(PickWith("{pick: {channels: [3, 2], press: process}}", &ChooserState::ChooserSelectMode),
+            "answered");
+  ExpectSelected({2, 3});
+  EXPECT_EQ(workbench_.chooser.ChooserCount, 2);
+  EXPECT_EQ(PickWith("{pick: {channels: all}}", &ChooserState::ChooserSelectMode), "answered");
+  ExpectSelected({1, 2, 3});
+  EXPECT_EQ(PickWith("{pick: {channels: []}}", &ChooserState::ChooserSelectMode), "answered");
+  ExpectSelected({});
+  // A value typed selects its channel in the window; a recipe that lists channels means the list.
+  EXPECT_EQ(PickWith("{pick: {channels: [1], values: {2: 7}}}", &ChooserState::ChooserSelectMode,
+                     &ChooserState::ChooserValuesMode),
+            "answered");
+  ExpectSelected({1});
+  EXPECT_EQ(workbench_.chooser.ChanConst[2], 7.0F);
+  EXPECT_EQ(PickWith("{pick: {values: {3: 0.1}}}", &ChooserState::ChooserSelectMode,
+                     &ChooserState::ChooserValuesMode),
+            "answered");
+  ExpectSelected({1, 3});
+  EXPECT_EQ(workbench_.chooser.ChanConst[3], 0.1F);
+  EXPECT_EQ(PickWith("{pick: {channels: [2], press: Cancel}}", &ChooserState::ChooserSelectMode), "answered");
+  EXPECT_TRUE(workbench_.chooser.ChooserCancelled);
+  ExpectSelected({1, 3});  // as before the picker came up
+  EXPECT_EQ(
+      PickWith("{title: 'Which?', pick: {names: {2: Knee}, press: Save}}", &ChooserState::ChooserNamesMode),
+      "answered");
+  EXPECT_EQ(workbench_.chooser.ChooserNames[2], "Knee");
+}
+
+TEST_F(RecipeQuestionsTest, PickInSingleModeStaysOpenUntilAChannelIsChosen) {
+  EXPECT_EQ(PickWith("{pick: {}}, {pick: {channels: [2]}}", &ChooserState::ChooserSingleMode), "answered");
+  EXPECT_EQ(workbench_.chooser.ChooserChannel, 2);
+  EXPECT_EQ(questions_.UnusedAnswers(), "");
+  ExpectFound(PickWith("{pick: {}}", &ChooserState::ChooserSingleMode), {"pick \"Which?\"", "no answer"});
+}
+
+TEST_F(RecipeQuestionsTest, PickRefusesWhatThePickerDoesNotOffer) {
+  const auto select = &ChooserState::ChooserSelectMode;
+  ExpectFound(PickWith("{pick: {channels: [4]}}", select), {"pick \"Which?\"", "channel 4"});
+  ExpectFound(PickWith("{pick: {values: {1: 2}}}", select), {"no column of values"});
+  ExpectFound(PickWith("{pick: {names: {1: x}}}", select), {"no column of names"});
+  ExpectFound(PickWith("{pick: {press: Exit}}", select), {"no button \"Exit\"", "Process"});
+  ExpectFound(PickWith("{pick: {channels: [1]}}", &ChooserState::ChooserValuesMode), {"cannot be selected"});
+  ExpectFound(PickWith("{pick: {channels: [1, 2]}}", &ChooserState::ChooserSingleMode),
+              {"exactly one channel"});
+  ExpectFound(PickWith("{pick: {channels: all}}", &ChooserState::ChooserSingleMode), {"exactly one channel"});
+}
+
+TEST_F(RecipeQuestionsTest, FormTakesFieldsByNameAndStaysOpenForTheNextAnswer) {
+  EXPECT_EQ(
+      FormWith("{form: {chkRectify: yes, cwnPadding: 12, optPad: mirror, Width: 0.25, press: apply}},"
+               "{input: twice},"
+               "{form: {chkRectify: -1, optPad: 0, Name: 'a: b', Cutoffs: {1: 6, 3: 2.5}, channels: [2]}}"),
+      "answered");
+  EXPECT_TRUE(form_.rectify);
+  EXPECT_EQ(form_.padding, 12);
+  EXPECT_EQ(form_.pad, 0);
+  EXPECT_EQ(form_.width, 0.25);
+  EXPECT_EQ(form_.typed, "twice");
+  EXPECT_EQ(form_.name, "a: b");
+  EXPECT_EQ(form_.cutoffs[1], 6.0);
+  EXPECT_EQ(form_.cutoffs[3], 2.5);
+  EXPECT_FALSE(form_.channels[1]);
+  EXPECT_TRUE(form_.channels[2]);
+  EXPECT_FALSE(form_.channels[3]);
+  EXPECT_EQ(FormWith("{form: {channels: all, press: OK}}"), "answered");  // OK: the accepting button
+  EXPECT_TRUE(form_.channels[1] && form_.channels[3]);
+  EXPECT_EQ(FormWith("{form: {channels: {1: false}}}"), "answered");
+  EXPECT_FALSE(form_.channels[1]);
+  EXPECT_TRUE(form_.channels[3]);
+}
+
+TEST_F(RecipeQuestionsTest, FormRefusesWhatItDoesNotHave) {
+  ExpectFound(FormWith("{form: {chkRectfy: yes}}"),
+              {"form \"A Sample\"", "no field \"chkRectfy\"", "chkRectify"});
+  ExpectFound(FormWith("{form: {press: Smooth}}"), {"no button \"Smooth\"", "Filter, Apply, Cancel"});
+  ExpectFound(FormWith("{form: {cwnPadding: 101}}"), {"cwnPadding", "101"});
+  ExpectFound(FormWith("{form: {optPad: Wrap}}"), {"optPad", "Wrap"});
+  ExpectFound(FormWith("{form: {chkRectify: perhaps}}"), {"chkRectify", "perhaps"});
+  ExpectFound(FormWith("{form: {Cutoffs: 6}}"), {"Cutoffs"});
+  ExpectFound(FormWith("{form: {Cutoffs: [6]}}"), {"Cutoffs"});
+  ExpectFound(FormWith("{form: {Cutoffs: {4: 6}}}"), {"Cutoffs", "channel 4"});
+  ExpectFound(FormWith("{form: {channels: [4]}}"), {"channels", "3 channels"});
+  ExpectFound(FormWith("{form: {press: Apply}}, {input: x}"), {"form \"A Sample\"", "no answer"});
+}
+
+}  // namespace
+}  // namespace velmora
