@@ -1,0 +1,161 @@
+#include "run/recipe_run.hpp"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "run/info.hpp"
+#include "run/recipe_reader.hpp"
+#include "support/temporary_directory.hpp"
+#include "support/trials.hpp"
+
+namespace velmora {
+namespace {
+
+using nlohmann::json;
+
+/// Runs steps over a trial of three channels that is there without a file.
+class RecipeRunTest : public testing::Test {
+ protected:
+  void Run(const std::string& steps, bool strict = false) {
+    const Recipe recipe =
+        ReadRecipe("velmora2: 1\nsteps:\n" + steps, "r.yaml", {{"out", directory_.Path("")}});
+    lines_.clear();
+    run_.emplace(RunOptions{
+        .input = "in/a.vmb", .strict = strict, .onStep = {}, .transcript = [this](std::string_view line) {
+          lines_.emplace_back(line);
+        }});
+    test::SetChannels(run_->State().trial, {{1, 2, 4}, {-3, 4, 5}, {0.5F, 6, 7}});
+    outcome_ = run_->Run(recipe);
+  }
+
+  [[nodiscard]] std::string Why() const { return outcome_.failure ? outcome_.failure->why : "all ran"; }
+
+  std::vector<float> Channel(int c) { return test::Channel(run_->State().trial, c); }
+
+  test::TemporaryDirectory directory_;
+  std::optional<RecipeRun> run_;
+  std::vector<std::string> lines_;
+  Outcome outcome_;
+};
+
+TEST_F(RecipeRunTest, StepsRunInOrderUntilOneFails) {
+  Run(R"(
+  - do: math.absolute
+    answers: [pick: {channels: [2]}]
+  - do: math.add
+    answers: [pick: {values: {1: 10, 3: -0.5}}]
+  - do: math.add
+  - do: math.negate
+    answers: [pick: {channels: all}]
+)");
+  EXPECT_EQ(Channel(1), (std::vector<float>{11, 12, 14}));
+  EXPECT_EQ(Channel(2), (std::vector<float>{3, 4, 5}));
+  EXPECT_EQ(Channel(3), (std::vector<float>{0, 5.5F, 6.5F}));
+  ASSERT_TRUE(outcome_.failure);
+  EXPECT_EQ(PlaceText(outcome_.failure->at), "step 3 (math.add, line 8)");
+  EXPECT_NE(Why().find("pick \"Enter Constant(s) to be added to channel(s) (R=X+c).\""), std::string::npos);
+}
+
+TEST_F(RecipeRunTest, EveryWayAStepCanFailIsTold) {
+  Run("  - do: math.subtract\n");
+  EXPECT_NE(Why().find("no command \"math.subtract\""), std::string::npos);
+  Run("  - do: math.square\n    answers: [{pick: {channels: [1]}}, {box: Yes}]\n");
+  EXPECT_NE(Why().find("nothing asked for the box answer of line 4"), std::string::npos);
+  Run("  - view: {close: true}\n");
+  EXPECT_NE(Why().find("no graphs"), std::string::npos);
+  Run("  - info: \"${out}/no/such/i.json\"\n");
+  EXPECT_NE(Why().find("cannot write"), std::string::npos);
+  Run("  - do: file.load\n    file: \"${out}/missing.vmb\"\n");
+  EXPECT_NE(Why().find("no trial was loaded"), std::string::npos);
+  Run("  - do: math.power\n    answers: [pick: {values: {1: 200}}]\n");  // does not fit 32 bits
+  EXPECT_TRUE(outcome_.failure);
+}
+
+TEST_F(RecipeRunTest, ARefusalIsAWarningUnlessStrict) {
+  const std::string steps = R"(
+  - do: math.power
+    answers: [pick: {values: {1: -2}}]
+  - do: math.negate
+    answers: [pick: {channels: [1]}]
+)";
+  Run(steps);
+  EXPECT_EQ(Why(), "all ran");
+  ASSERT_EQ(outcome_.warnings.size(), 1U);
+  EXPECT_EQ(outcome_.warnings[0].why,
+            "Invalid power: Negative powers are not permitted.  Array 1 will not be altered.");
+  EXPECT_EQ(outcome_.warnings[0].at.step, 1);
+  EXPECT_EQ(Channel(1), (std::vector<float>{-1, -2, -4}));
+  Run(steps, true);
+  EXPECT_NE(Why().find("Negative powers"), std::string::npos);
+  EXPECT_EQ(Channel(1), (std::vector<float>{1, 2, 4}));
+}
+
+TEST_F(RecipeRunTest, TranscriptTellsEveryQuestionInOrder) {
+  Run(R"(
+  - do: analysis.scaling
+    answers: [pick: {values: {1: 0.1}}]
+  - do: math.path-length
+    answers: [pick: {channels: [1, 3]}]
+  - do: math.square
+)");
+  ASSERT_EQ(lines_.size(), 4U);
+  EXPECT_EQ(lines_[0],
+            R"({"input":"in/a.vmb","step":1,"kind":"pick","title":"",)"
+            R"("text":"Enter scaling factor (multiplier) for each channel (0.00 means take no action).",)"
+            R"("prompt":"Enter scaling factor (multiplier) for each channel (0.00 means take no action).",)"
+            R"("mode":"values","values":{"1":1.0,"2":1.0,"3":1.0},"channels":[],)"
+            R"("values_out":{"1":0.1,"2":1.0,"3":1.0},"answer":"OK"})");
+  const json pick = json::parse(lines_[1]);
+  EXPECT_EQ(pick["mode"], "select");
+  EXPECT_EQ(pick["channels"], json({1, 3}));
+  // From (0.1, 0.5) over (0.2, 6) to (0.4, 7): sqrt(0.01 + 30.25) + sqrt(0.04 + 1).
+  EXPECT_EQ(lines_[2],
+            R"({"input":"in/a.vmb","step":2,"kind":"box","title":"Path Length",)"
+            R"("text":"Path starts from datum 1 to datum 3.\nPath length of channels 00 and 02 is 6.5207.",)"
+            R"("icon":"information","buttons":["OK"],"answer":"OK"})");
+  const json unanswered = json::parse(lines_[3]);
+  EXPECT_EQ(unanswered["step"], 3);
+  EXPECT_TRUE(unanswered["answer"].is_null());
+}
+
+TEST_F(RecipeRunTest, InfoHasTheStateWithAllDigits) {
+  Run("  - do: analysis.scaling\n    answers: [pick: {values: {2: 0.1}}]\n"
+      "  - info: \"${out}/i.json\"\n");
+  ASSERT_EQ(Why(), "all ran");
+  const std::string text = test::ReadFile(directory_.Path("i.json"));
+  EXPECT_LT(text.find("\"NChan\""), text.find("\"NData\""));
+  const json info = json::parse(text);
+  EXPECT_EQ(info["NChan"], 3);
+  EXPECT_EQ(info["NData"], 3);
+  EXPECT_EQ(info["Rate"], 100.0);
+  EXPECT_EQ(info["FileChanged"], -1);
+  EXPECT_EQ(info["PairedGraphs"], 0);
+  ASSERT_EQ(info["channels"].size(), 4U);
+  EXPECT_EQ(info["channels"][0]["ChanLabel"], "Time");
+  EXPECT_EQ(info["channels"][2]["index"], 2);
+  EXPECT_EQ(info["channels"][2]["ChanGain"].get<double>(), static_cast<double>(0.1F));
+  EXPECT_FALSE(info.contains("ResultText"));
+  EXPECT_FALSE(info.contains("view"));
+}
+
+TEST_F(RecipeRunTest, InfoSurvivesOddStates) {
+  Run("  - do: math.absolute\n    answers: [pick: {press: Cancel}]\n");
+  Workbench& workbench = run_->State();
+  workbench.trial.Rate = std::numeric_limits<double>::quiet_NaN();
+  workbench.trial.Duration = 0.1 + 0.2;
+  workbench.trial.ChanOffset[1] = -std::numeric_limits<double>::infinity();
+  workbench.trial.FileName = "caf\xE9/\xFF.vmb";  // any bytes make a file name
+  workbench.trial.HeaderLines[2] = "a \"quoted\"\tline\n";
+  workbench.trial.HeaderLineCount = 2;
+  workbench.ResultText = "°/s";
+  const json info = json::parse(InfoText(workbench));
+  EXPECT_TRUE(info["Rate"].is_null());
+  EXPECT_EQ(info["Duration"].get<double>(), 0.1 + 0.2);
+  EXPECT_TRUE(info["channels"][1]["ChanOffset"].is_null());
+  EXPECT_EQ(info["HeaderLines"], json({"", "a \"quoted\"\tline\n"}));
+  EXPECT_EQ(info["ResultText"], "°/s");
+}
+
+}  // namespace
+}  // namespace velmora
