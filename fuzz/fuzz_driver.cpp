@@ -1,0 +1,127 @@
+// Drives a fuzz target without libFuzzer: mutates the seeds for a number of runs or seconds. The same
+// seed number makes the same inputs. An input that ends the program is left in crash-input.bin.
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <random>
+
+#include "fuzz_target.hpp"
+
+namespace {
+
+using Random = std::mt19937_64;
+
+std::size_t Below(Random& random, std::size_t limit) {
+  return limit == 0 ? 0 : random() % limit;
+}
+
+void Overwrite(std::string& bytes, Random& random) {
+  // Numbers at which counters overflow and comparisons turn.
+  static constexpr std::int32_t kNotable[] = {0,   1,   -1,  64,    65,     127,
+                                              128, 255, 256, 32767, -32768, 0x7FFFFFFF};
+  const std::int32_t value = Below(random, 2) == 0 ? kNotable[Below(random, std::size(kNotable))]
+                                                   : static_cast<std::int32_t>(random());
+  const std::size_t width = std::size_t{1} << Below(random, 3);
+  if (bytes.size() >= width) {
+    std::memcpy(bytes.data() + Below(random, bytes.size() - width + 1), &value, width);
+  }
+}
+
+void Insert(std::string& bytes, Random& random) {
+  static constexpr const char* kPieces[] = {"\r\n",  "\n", "\r",  "\t", ",",  ";", " ", "\"",
+                                            "1e999", "-",  "nan", "0",  "E+", ".", "* "};
+  const std::size_t at = Below(random, bytes.size() + 1);
+  if (Below(random, 2) == 0) {
+    bytes.insert(at, kPieces[Below(random, std::size(kPieces))]);
+  } else {
+    bytes.insert(at, Below(random, 40), static_cast<char>(random()));
+  }
+}
+
+std::string Mutated(std::string bytes, Random& random) {
+  for (std::size_t rounds = 1 + Below(random, 8); rounds > 0; --rounds) {
+    switch (Below(random, 6)) {
+      case 0:
+        bytes.resize(Below(random, bytes.size() + 1));
+        break;
+      case 1:
+        Insert(bytes, random);
+        break;
+      case 2: {
+        const std::size_t at = Below(random, bytes.size());
+        bytes.erase(at, Below(random, 100));
+        break;
+      }
+      case 3: {
+        const std::string copy = bytes.substr(Below(random, bytes.size()), Below(random, 200));
+        bytes.insert(Below(random, bytes.size() + 1), copy);
+        break;
+      }
+      default:
+        Overwrite(bytes, random);
+    }
+  }
+  return bytes;
+}
+
+void RunOne(const std::string& bytes) {
+  LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+}
+
+int RunFile(const char* path) {
+  std::ifstream in(path, std::ios::binary);
+  RunOne({std::istreambuf_iterator<char>(in), {}});
+  return 0;
+}
+
+// Seeds as files, for a fuzzer that wants a corpus.
+int WriteSeeds(const std::string& directory) {
+  std::size_t number = 0;
+  for (const std::string& bytes : FuzzSeeds()) {
+    std::ofstream out(directory + "/seed-" + std::to_string(++number), std::ios::binary);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  }
+  return 0;
+}
+
+void Keep(const std::string& bytes) {
+  std::ofstream("crash-input.bin", std::ios::binary)
+      .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+}  // namespace
+
+// Arguments: [--seconds S] [--seed N], or --write-seeds DIRECTORY, or one file to run alone.
+int main(int argc, char** argv) {
+  double seconds = 3;
+  std::uint64_t seed = 1;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--seconds") == 0 && i + 1 < argc) {
+      seconds = std::atof(argv[++i]);
+    } else if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc) {
+      seed = std::strtoull(argv[++i], nullptr, 10);
+    } else if (std::strcmp(argv[i], "--write-seeds") == 0 && i + 1 < argc) {
+      return WriteSeeds(argv[i + 1]);
+    } else {
+      return RunFile(argv[i]);
+    }
+  }
+  const std::vector<std::string> seeds = FuzzSeeds();
+  for (const std::string& bytes : seeds) {
+    RunOne(bytes);
+  }
+  Random random(seed);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  std::uint64_t runs = 0;
+  for (; std::chrono::steady_clock::now() < end; ++runs) {
+    const std::string bytes = Mutated(seeds[Below(random, seeds.size())], random);
+    Keep(bytes);
+    RunOne(bytes);
+  }
+  std::remove("crash-input.bin");
+  std::cout << runs << " inputs, nothing found\n";
+  return 0;
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/questions.hpp"
+
+/// Reads the bytes as its format; any crash, sanitizer report or broken promise (abort) is a finding.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+/// Small valid files to start from.
+std::vector<std::string> FuzzSeeds();
+
+namespace velmora::fuzz {
+
+/// Bytes as a file with a path, without a disk.
+class MemoryFile {
+ public:
+  MemoryFile(const std::uint8_t* data, std::size_t size);
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+  ~MemoryFile();
+
+  [[nodiscard]] std::string Path() const;
+
+ private:
+  int descriptor_;
+};
+
+/// Answers whatever is asked without anybody there: the first button, no text, no file, the accepting
+/// button. Gives up a command that never stops asking.
+class BlindAnswers : public Questions {
+ public:
+  Button AskBox(const Box& box) override;
+  std::string AskInput(const InputQuestion& question) override;
+  std::vector<std::string> AskFile(const FileQuestion& question) override;
+  std::string AskPick(ChannelPicker& picker) override;
+  std::string AskForm(Form& form) override;
+  void ShowProgress(ProgressPanel& /*panel*/) override {}
+  void EndProgress(ProgressPanel& /*panel*/) override {}
+
+ private:
+  void Count();
+
+  int asked_ = 0;
+};
+
+}  // namespace velmora::fuzz

@@ -1,0 +1,63 @@
+#include <cstdlib>
+#include <filesystem>
+
+#include "core/files.hpp"
+#include "core/workbench.hpp"
+#include "export/native_binary_writer.hpp"
+#include "fuzz_target.hpp"
+#include "import/native_binary.hpp"
+
+namespace {
+
+using namespace velmora;
+
+/// Answers a save with one path.
+class SaveTo : public fuzz::BlindAnswers {
+ public:
+  explicit SaveTo(std::string path) : path_(std::move(path)) {}
+  std::vector<std::string> AskFile(const FileQuestion& /*question*/) override { return {path_}; }
+
+ private:
+  std::string path_;
+};
+
+std::string SavedTrial(int channels, int samples) {
+  const auto path =
+      std::filesystem::temp_directory_path() / ("velmora2-fuzz-seed-" + std::to_string(std::rand()));
+  SaveTo answers(path.string());
+  Workbench workbench(answers);
+  workbench.trial.Rate = 100.0;
+  workbench.trial.AllocateData(channels, samples);
+  workbench.trial.CursorHi = samples;
+  ProgressPanel panel(workbench);
+  WriteNativeBinary(workbench, panel);
+  std::string name = workbench.OutputFileName;
+  const InputFile file(name);
+  std::string bytes(static_cast<std::size_t>(file.Size()), '\0');
+  file.ReadAt(0, bytes.data(), bytes.size());
+  std::filesystem::remove(name);
+  return bytes;
+}
+
+}  // namespace
+
+std::vector<std::string> FuzzSeeds() {
+  return {SavedTrial(1, 1), SavedTrial(3, 40), SavedTrial(64, 5), SavedTrial(3, 40).substr(80)};
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const fuzz::MemoryFile file(data, size);
+  fuzz::BlindAnswers answers;
+  Workbench workbench(answers);
+  workbench.trial.FileName = file.Path();
+  ProgressPanel panel(workbench);
+  ReadNativeBinary(workbench, panel);
+  const Trial& trial = workbench.trial;
+  if (trial.NData > 0) {
+    // The first and the last sample of every channel can be reached.
+    for (int c = 0; c <= trial.NChan; ++c) {
+      static_cast<void>(trial.Data(1, c) + trial.Data(trial.NData, c));
+    }
+  }
+  return 0;
+}
