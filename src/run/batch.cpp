@@ -12,12 +12,13 @@ namespace {
 
 class Batch {
  public:
-  Batch(const Arguments& arguments, const std::string& text, TranscriptFile* transcript)
+  Batch(const Arguments& arguments, const std::string& text, const Recipe& first, TranscriptFile* transcript)
       : arguments_(arguments),
         text_(text),
+        first_(first),
         transcript_(transcript),
         results_(RunCount()),
-        bar_(RunCount(), RecipeFor(arguments, text, 0).steps.size()) {
+        bar_(RunCount(), first.steps.size()) {
     for (std::size_t run = 0; run < arguments.inputs.size(); ++run) {
       results_[run].input = arguments.inputs[run];
     }
@@ -42,6 +43,7 @@ class Batch {
 
   const Arguments& arguments_;
   const std::string& text_;
+  const Recipe& first_;
   TranscriptFile* transcript_;
   std::vector<RunResult> results_;
   ProgressBar bar_;
@@ -57,7 +59,7 @@ void Batch::RunHere() {
   if (transcript_ != nullptr) {
     options.transcript = [this](std::string_view line) { AddLine(0, line); };
   }
-  End(0, RecipeRun(options).Run(RecipeFor(arguments_, text_, 0)));
+  End(0, RecipeRun(options).Run(first_));
 }
 
 void Batch::RunInProcesses() {
@@ -151,9 +153,9 @@ Recipe RecipeFor(const Arguments& arguments, const std::string& text, std::size_
   return ReadRecipe(text, arguments.recipe, variables);
 }
 
-std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text,
+std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text, const Recipe& first,
                                 TranscriptFile* transcript) {
-  return Batch(arguments, text, transcript).Run();
+  return Batch(arguments, text, first, transcript).Run();
 }
 
 std::string ClosingTable(const std::vector<RunResult>& results) {

@@ -25,8 +25,9 @@ Recipe RecipeFor(const Arguments& arguments, const std::string& text, std::size_
 
 /// Runs the recipe once for each input of `arguments`, or once when there is none. A single run stays
 /// in this process; several have processes of their own, so that a crash costs one input.
-/// `transcript` may be null. Throws RecipeError when the recipe cannot be read: then nothing has run.
-std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text,
+/// `text` is the recipe as it stands in its file, `first` as it reads for the first input.
+/// `transcript` may be null.
+std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text, const Recipe& first,
                                 TranscriptFile* transcript);
 
 /// A line for each warning and each failure, then the counts. Line ends are '\n'.

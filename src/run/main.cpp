@@ -89,10 +89,11 @@ int Status(const std::vector<RunResult>& results) {
 int RunRecipe(const Arguments& arguments) {
   std::optional<TranscriptFile> transcript;
   std::string text;
+  Recipe first;
   std::string subject = arguments.recipe;
   try {
     text = ReadText(arguments.recipe);
-    RecipeFor(arguments, text, 0);
+    first = RecipeFor(arguments, text, 0);
     subject = arguments.out;
     std::filesystem::create_directories(arguments.out);
     subject = arguments.transcript;
@@ -107,7 +108,8 @@ int RunRecipe(const Arguments& arguments) {
     return kBadUsage;
   }
   CatchInterrupts();
-  const std::vector<RunResult> results = RunBatch(arguments, text, transcript ? &*transcript : nullptr);
+  const std::vector<RunResult> results =
+      RunBatch(arguments, text, first, transcript ? &*transcript : nullptr);
   Print(stderr, ClosingTable(results));
   int status = Status(results);
   if (transcript) {

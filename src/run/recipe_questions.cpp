@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "core/form.hpp"
-#include "core/paths.hpp"
 #include "core/picker.hpp"
 #include "core/text.hpp"
 #include "run/interrupt.hpp"
@@ -191,11 +190,6 @@ std::vector<std::string> RecipeQuestions::AskFile(const FileQuestion& question) 
     Abandon(asked, "it takes one file");
   }
   std::erase(paths, "");  // cancel
-  for (std::string& path : paths) {
-    if (FileNamePart(path).find('.') == std::string::npos) {
-      path += question.extension;
-    }
-  }
   return paths;
 }
 

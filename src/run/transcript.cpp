@@ -5,6 +5,7 @@
 #include "core/form.hpp"
 #include "core/picker.hpp"
 #include "core/progress.hpp"
+#include "core/text.hpp"
 #include "run/json_text.hpp"
 
 namespace velmora {
@@ -175,7 +176,7 @@ std::string TranscriptQuestions::AskPick(ChannelPicker& picker) {
   std::string press = answerer_.AskPick(picker);
   entry["channels"] = SelectedChannels(picker);
   entry["values_out"] = OfferedValues(picker);
-  entry["answer"] = press;
+  entry["answer"] = EqualNoCase(press, "Cancel") ? "Cancel" : WithoutMnemonic(picker.ClosingCaption());
   return press;
 }
 
@@ -188,8 +189,9 @@ std::string TranscriptQuestions::AskForm(Form& form) {
   entry["press"] = nullptr;
   entry["answer"] = nullptr;  // of every question; for a form the button pressed
   std::string press = answerer_.AskForm(form);
-  entry["press"] = press;
-  entry["answer"] = press;
+  const FormButton* button = form.FindButton(press);
+  entry["press"] = button != nullptr ? WithoutMnemonic(button->caption) : press;
+  entry["answer"] = entry["press"];
   return press;
 }
 

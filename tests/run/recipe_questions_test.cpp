@@ -115,12 +115,12 @@ TEST_F(RecipeQuestionsTest, AnswersInOrderAndSkipsOnlyOptionalOnes) {
   EXPECT_EQ(questions_.AskBox({.text = "just so you know"}), Button::OK);  // takes no answer
   EXPECT_EQ(questions_.AskBox(kYesNo), Button::No);
   EXPECT_EQ(questions_.AskInput({.title = "t", .prompt = "p"}), " 12 ");
-  const FileQuestion save{.mode = FileQuestion::Mode::Save, .title = "Save", .extension = ".csv"};
+  const FileQuestion save{.mode = FileQuestion::Mode::Save, .title = "Save"};
   EXPECT_EQ(questions_.AskFile(save), std::vector<std::string>{"a.vmb"});
-  EXPECT_EQ(questions_.AskFile(save), std::vector<std::string>{"out/b.csv"});
+  EXPECT_EQ(questions_.AskFile(save), std::vector<std::string>{"out/b"});
   EXPECT_TRUE(questions_.AskFile(save).empty());
-  const FileQuestion open{.title = "Open", .extension = ".vmb", .several = true};
-  EXPECT_EQ(questions_.AskFile(open), (std::vector<std::string>{"c.vmb", "d.txt"}));
+  const FileQuestion open{.title = "Open", .several = true};
+  EXPECT_EQ(questions_.AskFile(open), (std::vector<std::string>{"c", "d.txt"}));
   EXPECT_EQ(questions_.UnusedAnswers(), "");  // an optional one may stay
 }
 

@@ -105,7 +105,7 @@ TEST_F(RecipeRunTest, TranscriptTellsEveryQuestionInOrder) {
             R"("text":"Enter scaling factor (multiplier) for each channel (0.00 means take no action).",)"
             R"("prompt":"Enter scaling factor (multiplier) for each channel (0.00 means take no action).",)"
             R"("mode":"values","values":{"1":1.0,"2":1.0,"3":1.0},"channels":[],)"
-            R"("values_out":{"1":0.1,"2":1.0,"3":1.0},"answer":"OK"})");
+            R"("values_out":{"1":0.1,"2":1.0,"3":1.0},"answer":"Process"})");
   const json pick = json::parse(lines_[1]);
   EXPECT_EQ(pick["mode"], "select");
   EXPECT_EQ(pick["channels"], json({1, 3}));

@@ -1,0 +1,163 @@
+#include "sample_trials.hpp"
+
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "core/numbers.hpp"
+
+namespace velmora::examples {
+namespace {
+
+/// SplitMix64 (Steele, Lea and Flood 2014).
+class Random {
+ public:
+  explicit Random(std::uint64_t seed) : state_(seed) {}
+
+  /// 0 up to, not including, 1.
+  double Uniform() {
+    state_ += 0x9E3779B97F4A7C15U;
+    std::uint64_t z = state_;
+    z = (z ^ (z >> 30U)) * 0xBF58476D1CE4E5B9U;
+    z = (z ^ (z >> 27U)) * 0x94D049BB133111EBU;
+    z ^= z >> 31U;
+    return static_cast<double>(z >> 11U) * 0x1p-53;
+  }
+
+  /// Close to normal, mean 0 and standard deviation 1: the sum of twelve uniform numbers.
+  double Normal() {
+    double sum = -6.0;
+    for (int i = 0; i < 12; ++i) {
+      sum += Uniform();
+    }
+    return sum;
+  }
+
+ private:
+  std::uint64_t state_;
+};
+
+struct ChannelName {
+  const char* label;  // ten characters survive the native binary file
+  const char* units;
+};
+
+void Prepare(Trial& trial, const char* title, double rate, double seconds,
+             const std::vector<ChannelName>& names) {
+  trial.TrialTitle = title;
+  trial.Rate = rate;
+  const auto samples = static_cast<std::int64_t>(rate * seconds) + 1;
+  trial.AllocateData(static_cast<int>(names.size()), samples);
+  trial.Duration = seconds;
+  trial.SetChannelDefaults(0);
+  for (int c = 1; c <= trial.NChan; ++c) {
+    trial.SetChannelDefaults(c);
+    const auto k = static_cast<std::size_t>(c);
+    trial.ChanLabel[k] = names[k - 1].label;
+    trial.ChanUnits[k] = names[k - 1].units;
+    trial.ChanNumber[k] = static_cast<std::int16_t>(c - 1);
+  }
+  trial.RebuildTimeColumn();
+  trial.CursorLo = 1;
+  trial.CursorHi = trial.NData;
+}
+
+double TimeOf(const Trial& trial, std::int64_t i) {
+  return static_cast<double>(i) / trial.Rate;
+}
+
+/// 1 in the middle of the interval, 0 outside, with smooth flanks.
+double Hump(double t, double from, double to) {
+  if (t <= from || t >= to) {
+    return 0.0;
+  }
+  const double s = std::sin(Pi * (t - from) / (to - from));
+  return s * s;
+}
+
+/// Noise through a resonator: most of its power lies around the frequency at which EMG is strongest.
+class MuscleNoise {
+ public:
+  MuscleNoise(std::uint64_t seed, double rate) : random_(seed) {
+    const double radius = 0.85;
+    a1_ = 2 * radius * std::cos(2 * Pi * 90.0 / rate);
+    a2_ = -radius * radius;
+  }
+  double Next() {
+    const double y = 0.35 * random_.Normal() + a1_ * before_ + a2_ * beforeThat_;
+    beforeThat_ = before_;
+    before_ = y;
+    return y;
+  }
+
+ private:
+  Random random_;
+  double a1_;
+  double a2_;
+  double before_ = 0;
+  double beforeThat_ = 0;
+};
+
+}  // namespace
+
+void MakeEmgBursts(Trial& trial) {
+  Prepare(trial, "1 EMG bursts of two muscles, walking on the spot", 1000.0, 6.0,
+          {{"Vastus lat", "mV"}, {"Biceps fem", "mV"}, {"Footswitch", "V"}});
+  MuscleNoise vastus(11, trial.Rate);
+  MuscleNoise biceps(12, trial.Rate);
+  Random base(13);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    double extensor = 0.02;
+    double flexor = 0.015;
+    bool down = false;
+    for (const double start : {0.8, 2.6, 4.4}) {
+      extensor += 0.9 * Hump(t, start, start + 0.7);
+      flexor += 0.5 * Hump(t, start + 0.8, start + 1.4);
+      down = down || (t > start + 0.1 && t < start + 0.9);
+    }
+    trial.Data(i + 1, 1) = static_cast<float>(extensor * vastus.Next() + 0.004);  // the amplifier's offset
+    trial.Data(i + 1, 2) = static_cast<float>(flexor * biceps.Next() - 0.007);
+    trial.Data(i + 1, 3) = static_cast<float>((down ? 4.8 : 0.1) + 0.02 * base.Normal());
+  }
+}
+
+void MakeForcePlateStep(Trial& trial) {
+  Prepare(trial, "2 Step over a force platform", 1000.0, 1.5,
+          {{"Fx", "N"}, {"Fy", "N"}, {"Fz", "N"}, {"Mx", "N.m"}, {"My", "N.m"}, {"Mz", "N.m"}});
+  Random noise(21);
+  const double weight = 720.0;
+  const double begin = 0.4;
+  const double stance = 0.68;
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    const double s = (t - begin) / stance;  // 0 at the heel's touch, 1 at toe-off
+    const bool on = s > 0 && s < 1;
+    // Two humps of loading and push-off; braking, then driving; the foot rolls from heel to toe.
+    const double fz =
+        on ? weight * (1.05 * Hump(s, -0.02, 0.56) + 1.1 * Hump(s, 0.44, 1.0) + 0.55 * Hump(s, 0.1, 0.9))
+           : 0.0;
+    const double fy = on ? -0.18 * weight * std::sin(2 * Pi * s) : 0.0;
+    const double fx = on ? 0.05 * weight * std::sin(Pi * s) : 0.0;
+    const double x = 0.03 + 0.01 * std::sin(Pi * s);
+    const double y = -0.12 + 0.25 * s;
+    const double row[] = {fx, fy, fz, y * fz, -x * fz, x * fy - y * fx};
+    for (int c = 1; c <= trial.NChan; ++c) {
+      const double grain = c <= 3 ? 0.8 : 0.15;
+      trial.Data(i + 1, c) = static_cast<float>(row[c - 1] + grain * noise.Normal());
+    }
+  }
+}
+
+void MakeNoisyDisplacement(Trial& trial) {
+  Prepare(trial, "3 Reaching with the wrist, four times", 100.0, 8.0, {{"Wrist X", "m"}, {"Wrist Z", "m"}});
+  Random noise(31);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    const double reach = 0.5 * (1 - std::cos(2 * Pi * t / 2.0));
+    trial.Data(i + 1, 1) = static_cast<float>(0.15 + 0.42 * reach + 0.001 * noise.Normal());
+    trial.Data(i + 1, 2) = static_cast<float>(0.95 + 0.12 * std::sin(Pi * reach) + 0.001 * noise.Normal());
+  }
+}
+
+}  // namespace velmora::examples

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/trial.hpp"
+
+namespace velmora::examples {
+
+/// Trials as an instrument would have recorded them, made of formulas and of random numbers that are
+/// the same on every machine. Each replaces what was in `trial`.
+
+/// Surface EMG of two leg muscles in mV at 1000 Hz, 6 s: three bursts of the first, the second in
+/// between, and a foot switch in V.
+void MakeEmgBursts(Trial& trial);
+
+/// One walking step over a force platform at 1000 Hz, 1.5 s: forces in N and moments in N.m about
+/// the centre of its top, of a person of 720 N.
+void MakeForcePlateStep(Trial& trial);
+
+/// A wrist that reaches out and back four times, in m at 100 Hz, 8 s, with the noise of a camera
+/// system: 1 mm on two coordinates.
+void MakeNoisyDisplacement(Trial& trial);
+
+}  // namespace velmora::examples

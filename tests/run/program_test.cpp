@@ -1,0 +1,279 @@
+// Drives the program itself: exit statuses, several inputs, signals.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include "app/command_table.hpp"
+#include "core/version.hpp"
+#include "support/scripted_questions.hpp"
+#include "support/temporary_directory.hpp"
+#include "support/trials.hpp"
+
+namespace velmora {
+namespace {
+
+using nlohmann::json;
+using test::ReadFile;
+using test::WriteFile;
+
+struct Ended {
+  int status = -1;  // of exit, or minus the signal
+  std::string out;
+  std::string err;
+};
+
+void SendTo(int descriptor, const std::string& path) {
+  dup2(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), descriptor);
+}
+
+class Program : public testing::Test {
+ protected:
+  pid_t Start(const std::vector<std::string>& arguments) {
+    const pid_t process = fork();
+    if (process != 0) {
+      return process;
+    }
+    SendTo(STDOUT_FILENO, Path("stdout"));
+    SendTo(STDERR_FILENO, Path("stderr"));
+    std::vector<char*> argv = {const_cast<char*>("velmora2-run")};
+    for (const std::string& argument : arguments) {
+      argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+    execv(VELMORA2_RUN, argv.data());
+    _exit(99);
+  }
+
+  Ended Wait(pid_t process) {
+    int status = 0;
+    waitpid(process, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ReadFile(Path("stdout")),
+            ReadFile(Path("stderr"))};
+  }
+
+  Ended Run(const std::vector<std::string>& arguments) { return Wait(Start(arguments)); }
+
+  [[nodiscard]] std::string Path(std::string_view name) const { return directory_.Path(name); }
+
+  std::string Recipe(const std::string& steps) {
+    WriteFile(Path("r.yaml"), "velmora2: 1\nsteps:\n" + steps);
+    return Path("r.yaml");
+  }
+
+  /// A file of these channels, saved by the command; returns its path.
+  std::string Trial(const std::string& name, const std::vector<std::vector<float>>& channels) {
+    test::ScriptedQuestions questions;
+    Workbench workbench(questions);
+    test::SetChannels(workbench.trial, channels);
+    questions.fileAnswers = {{Path(name)}};
+    RunCommand(workbench, *FindCommand("save.vmb"));
+    return Path(name);
+  }
+
+  [[nodiscard]] std::vector<std::string> FilesIn(const std::string& directory) const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(Path(directory))) {
+      names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  test::TemporaryDirectory directory_;
+};
+
+#define EXPECT_HAS(text, part) EXPECT_NE((text).find(part), std::string::npos) << (text)
+
+const std::string kDouble = R"(
+  - do: file.load
+    file: "${input}"
+  - do: math.multiply
+    answers: [pick: {values: {1: "${factor}"}}]
+  - do: save.vmb
+    answers: [file: "${out}/${stem}-scaled.vmb"]
+  - info: "${out}/${stem}.json"
+)";
+
+TEST_F(Program, RunsARecipeOverOneFile) {
+  const std::string trial = Trial("a.vmb", {{1, 2, 3}, {4, 5, 6}});
+  const Ended run = Run({Recipe(kDouble), trial, "--out", Path("new/results"), "--set", "factor=0.5",
+                         "--transcript", Path("t.jsonl")});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(FilesIn("new/results"), (std::vector<std::string>{"a-scaled.vmb", "a.json"}));
+  const std::string bytes = ReadFile(Path("new/results/a-scaled.vmb"));
+  const float* first = reinterpret_cast<const float*>(bytes.data() + 4386) + 3;  // behind the times
+  EXPECT_EQ(std::vector<float>(first, first + 6), (std::vector<float>{0.5F, 1, 1.5F, 4, 5, 6}));
+  EXPECT_EQ(json::parse(ReadFile(Path("new/results/a.json")))["FileName"], trial);
+  EXPECT_EQ(json::parse(ReadFile(Path("t.jsonl")).substr(0, ReadFile(Path("t.jsonl")).find('\n')))["input"],
+            trial);
+}
+
+TEST_F(Program, AsksForNothingButWhatItIsToldTo) {
+  const Ended info = Run({"--info", Trial("a.vmb", {{1, 2, 3}})});
+  EXPECT_EQ(info.status, 0);
+  EXPECT_EQ(json::parse(info.out)["NData"], 3);
+  WriteFile(Path("bad.vmb"), "Velmora2");
+  const Ended bad = Run({"--info", Path("bad.vmb")});
+  EXPECT_EQ(bad.status, 1);
+  EXPECT_EQ(bad.out, "");
+  EXPECT_HAS(bad.err, "Error reading file.");
+  EXPECT_HAS(Run({"--commands"}).out, "\nmath.add ");
+  EXPECT_EQ(Run({"--version"}).out, "velmora2-run " + std::string(VersionText) + "\n");
+  EXPECT_HAS(Run({"--help"}).out, "--transcript FILE");
+}
+
+TEST_F(Program, BadUsageAndUnreadableRecipesEndWithTwoAndWriteNothing) {
+  const std::string recipe = Recipe("  - info: \"${out}/i.json\"\n");
+  const std::vector<std::vector<std::string>> cases = {
+      {},
+      {"--frobnicate"},
+      {recipe, "--jobs", "0"},
+      {recipe, "--jobs", "two"},
+      {recipe, "--set", "x"},
+      {recipe, "--set", "1x=2"},
+      {recipe, "--set", "input=2"},
+      {recipe, "--info", recipe},
+      {recipe, "--commands"},
+      {Path("missing.yaml")},
+      {Path("")},
+      {Recipe("  - info: \"${odd}\"\n"), "--out", Path("made"), "--transcript", Path("made.jsonl")},
+      {recipe, "--transcript", Path("no/such/t.jsonl")},
+      {recipe, "--out", recipe},
+  };
+  for (const auto& arguments : cases) {
+    const Ended run = Run(arguments);
+    EXPECT_EQ(run.status, 2) << testing::PrintToString(arguments);
+    EXPECT_NE(run.err, "");
+  }
+  EXPECT_FALSE(std::filesystem::exists(Path("made")));
+  EXPECT_FALSE(std::filesystem::exists(Path("made.jsonl")));
+  EXPECT_HAS(Run({Path("missing.yaml")}).err, "missing.yaml: No such file");
+  EXPECT_HAS(Run({Recipe("  - inf: x\n")}).err, "r.yaml:3: a step has no key \"inf\"");
+}
+
+TEST_F(Program, OneCorruptFileOfTwentyIsNamedAndTheOthersAreDone) {
+  std::vector<std::string> arguments = {Recipe(kDouble), "--out", Path("out"),    "--set",        "factor=2",
+                                        "--jobs",        "2",     "--transcript", Path("t.jsonl")};
+  for (int i = 0; i < 20; ++i) {
+    // Files of very different length, so that they do not end in the order in which they begin.
+    arguments.push_back(
+        Trial("trial" + std::to_string(i) + ".vmb", test::NoiseChannels(4, i % 3 == 0 ? 20000 : 10)));
+  }
+  WriteFile(Path("trial7.vmb"), std::string(3000, 'x'));
+  const Ended run = Run(arguments);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_HAS(run.err, "19 done, 1 failed");
+  EXPECT_HAS(run.err, "FAILED   " + Path("trial7.vmb") + "  step 1 (file.load, line 4)  ");
+  EXPECT_EQ(FilesIn("out").size(), 38U);
+
+  std::istringstream lines(ReadFile(Path("t.jsonl")));
+  std::vector<std::string> inputs;  // as they follow each other
+  for (std::string line; std::getline(lines, line);) {
+    const std::string input = json::parse(line)["input"];
+    if (inputs.empty() || inputs.back() != input) {
+      inputs.push_back(input);
+    }
+  }
+  EXPECT_EQ(inputs, std::vector<std::string>(arguments.begin() + 9, arguments.end()));
+}
+
+TEST_F(Program, StrictMakesAWarningAFailure) {
+  const std::string recipe = Recipe(
+      "  - do: file.load\n    file: \"${input}\"\n"
+      "  - do: math.power\n    answers: [pick: {values: {1: -1}}]\n");
+  const std::string trial = Trial("a.vmb", {{1, 2, 3}});
+  const Ended lenient = Run({recipe, trial});
+  EXPECT_EQ(lenient.status, 0);
+  EXPECT_HAS(lenient.err, "warning");
+  EXPECT_HAS(lenient.err, "Negative powers");
+  const Ended strict = Run({recipe, trial, "--strict"});
+  EXPECT_EQ(strict.status, 1);
+  EXPECT_HAS(strict.err, "Negative powers");
+}
+
+// The children of a process, as the kernel knows them.
+std::vector<pid_t> ChildrenOf(pid_t process) {
+  const std::string number = std::to_string(process);
+  std::istringstream list(ReadFile("/proc/" + number + "/task/" + number + "/children"));
+  return {std::istream_iterator<pid_t>(list), {}};
+}
+
+template <typename Condition>
+bool Within(std::chrono::seconds limit, Condition condition) {
+  const auto end = std::chrono::steady_clock::now() + limit;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) {
+      return false;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  }
+  return true;
+}
+
+std::string ManySteps(int count) {
+  std::string steps = "  - do: file.load\n    file: \"${input}\"\n";
+  for (int i = 0; i < count; ++i) {
+    steps +=
+        "  - do: math.negate\n    answers: [pick: {channels: all}]\n"
+        "  - do: save.vmb\n    answers: [file: \"${out}/${stem}.vmb\"]\n";
+  }
+  return steps;
+}
+
+TEST_F(Program, AnInterruptEndsJobsAndLeavesNoTemporaryFile) {
+  std::vector<std::string> arguments = {Recipe(ManySteps(3000)), "--out", Path("out"), "--jobs", "2"};
+  for (int i = 0; i < 4; ++i) {
+    arguments.push_back(Trial("t" + std::to_string(i) + ".vmb", test::NoiseChannels(8, 5000)));
+  }
+  const pid_t runner = Start(arguments);
+  ASSERT_TRUE(Within(std::chrono::seconds(60), [&] {
+    return std::filesystem::exists(Path("out/t0.vmb")) && std::filesystem::exists(Path("out/t1.vmb"));
+  }));
+  const std::vector<pid_t> children = ChildrenOf(runner);
+  EXPECT_EQ(children.size(), 2U);
+  kill(runner, SIGINT);
+  const Ended run = Wait(runner);
+  EXPECT_EQ(run.status, 130);
+  EXPECT_HAS(run.err, "0 done, 0 failed, 2 interrupted, 2 not run");
+  for (const pid_t child : children) {
+    EXPECT_EQ(kill(child, 0), -1);
+  }
+  EXPECT_EQ(FilesIn("out"), (std::vector<std::string>{"t0.vmb", "t1.vmb"}));
+}
+
+TEST_F(Program, AnInterruptEndsASingleRunToo) {
+  const pid_t runner =
+      Start({Recipe(ManySteps(3000)), Trial("t.vmb", test::NoiseChannels(8, 5000)), "--out", Path("out")});
+  ASSERT_TRUE(Within(std::chrono::seconds(60), [&] { return std::filesystem::exists(Path("out/t.vmb")); }));
+  kill(runner, SIGTERM);
+  const Ended run = Wait(runner);
+  EXPECT_EQ(run.status, 143);
+  EXPECT_HAS(run.err, "1 interrupted");
+  EXPECT_EQ(FilesIn("out"), std::vector<std::string>{"t.vmb"});
+}
+
+TEST_F(Program, AKilledJobIsNamedAndTheOthersGoOn) {
+  const std::string small = Trial("small.vmb", {{1, 2, 3}});
+  const std::string large = Trial("large.vmb", test::NoiseChannels(8, 20000));
+  const pid_t runner = Start({Recipe(ManySteps(300)), large, small, "--out", Path("out")});
+  ASSERT_TRUE(
+      Within(std::chrono::seconds(60), [&] { return std::filesystem::exists(Path("out/large.vmb")); }));
+  const std::vector<pid_t> children = ChildrenOf(runner);
+  ASSERT_EQ(children.size(), 1U);
+  kill(children.front(), SIGKILL);
+  const Ended run = Wait(runner);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_HAS(run.err, "FAILED  " + large + "  step ");
+  EXPECT_HAS(run.err, "crashed: Killed");
+  EXPECT_HAS(run.err, "1 done, 1 failed");
+}
+
+}  // namespace
+}  // namespace velmora
