@@ -55,7 +55,7 @@ void Trial::SetChannelDefaults(int channel) {
   ChanRate[c] = Rate;
   ChanGain[c] = 1.0;
   ChanOffset[c] = 0.0;
-  ChanNumber[c] = static_cast<std::int16_t>(channel - 1);
+  ChanNumber[c] = static_cast<std::int16_t>(channel == 0 ? 0 : channel - 1);
   ChanAutozero[c] = -1;
   ChanColour[c] = DefaultColour(channel);
   ChanGraphSlot[c] = 0;
