@@ -9,6 +9,7 @@
 #include "core/helpers.hpp"
 #include "core/text.hpp"
 #include "dsp/math_commands.hpp"
+#include "dsp/time_base_commands.hpp"
 #include "export/export_commands.hpp"
 #include "import/import_commands.hpp"
 
@@ -17,7 +18,8 @@ namespace {
 
 std::vector<Command> Assemble() {
   std::vector<Command> all;
-  for (const std::span<const Command> folder : {ImportCommands(), ExportCommands(), MathCommands()}) {
+  for (const std::span<const Command> folder :
+       {ImportCommands(), ExportCommands(), MathCommands(), TimeBaseCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

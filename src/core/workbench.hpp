@@ -51,6 +51,9 @@ struct Workbench {
   UserLevelKind UserLevel = UserLevelKind::Novice;
   bool CancelRequested = false;
   TimeBase timeBase = TimeBase::Seconds;
+  double SecondsRate = 0.0;      // Rate and Duration while the base was last seconds;
+  double SecondsDuration = 0.0;  // 0 when that is not known of this trial
+  bool TimeReversed = false;     // the check mark of the reversal
 
   std::string DataDir;
   std::string StartDir;

@@ -39,35 +39,17 @@ struct Checked {
   }
 };
 
-// Neighbouring channels, first to last: one run of floats in every frame.
-struct Run {
-  int first;
-  int last;
-};
-
-std::vector<Run> RunsOf(const ChannelList& channels) {
-  std::vector<Run> runs;
-  for (const int c : channels) {
-    if (!runs.empty() && runs.back().last + 1 == c) {
-      runs.back().last = c;
-    } else {
-      runs.push_back({c, c});
-    }
-  }
-  return runs;
-}
-
 // `operation(x, k)` on 32-bit operands, k the channel's constant. For sums, products, quotients and
 // square roots of 32-bit numbers a 64-bit result rounded to 32 bits is the 32-bit result, since 53 bits
 // are more than twice 24 and two (Figueroa 1995, "When is double rounding innocuous?").
 template <typename Policy, typename Operation>
 void Transform(Trial& trial, const ChannelList& channels, const PerChannel<float>& constants,
                const Operation& operation) {
-  const std::vector<Run> runs = RunsOf(channels);
+  const std::vector<ChannelRun> runs = RunsOf(channels);
   const float* k = constants.data();
   for (std::int64_t i = 1; i <= trial.NData; ++i) {
     float* __restrict x = trial.matrix.Frame(i);
-    for (const Run run : runs) {
+    for (const ChannelRun run : runs) {
       for (int c = run.first; c <= run.last; ++c) {
         Policy::Store(x[c], operation(x[c], k[c]), x[c], c, i);
       }
@@ -91,13 +73,13 @@ PerChannel<float> Magnitudes(const Trial& trial, const ChannelList& channels) {
   PerChannel<float> magnitudes{};
   float* __restrict largest = magnitudes.data();
   const std::ptrdiff_t stride = trial.matrix.Stride();
-  const std::vector<Run> runs = RunsOf(channels);
+  const std::vector<ChannelRun> runs = RunsOf(channels);
   for (std::int64_t i = 1; i <= trial.NData; ++i) {
     const float* x = trial.matrix.Frame(i);
     for (std::ptrdiff_t ahead = 0; ahead < stride; ahead += kCacheLineFloats) {
       __builtin_prefetch(x + kPrefetchFloats + ahead);  // may point past the end: it only fetches
     }
-    for (const Run run : runs) {
+    for (const ChannelRun run : runs) {
       for (int c = run.first; c <= run.last; ++c) {
         const float magnitude = std::abs(x[c]);
         largest[c] = magnitude > largest[c] ? magnitude : largest[c];
@@ -137,11 +119,11 @@ void TransformGuarded(Trial& trial, const ChannelList& channels, const PerChanne
 
 template <typename Policy>
 void AccumulateAs(Trial& trial, const ChannelList& channels) {
-  const std::vector<Run> runs = RunsOf(channels);
+  const std::vector<ChannelRun> runs = RunsOf(channels);
   for (std::int64_t i = 2; i <= trial.NData; ++i) {
     const float* before = trial.matrix.Frame(i - 1);
     float* __restrict x = trial.matrix.Frame(i);
-    for (const Run run : runs) {
+    for (const ChannelRun run : runs) {
       for (int c = run.first; c <= run.last; ++c) {
         Policy::Store(x[c], before[c] + x[c], before[c] / 2 - x[c] / 2, c, i);
       }
@@ -153,10 +135,10 @@ template <typename Policy>
 void IntegrateAs(Trial& trial, const ChannelList& channels, double timeStep) {
   PerChannel<double> totals{};
   double* __restrict total = totals.data();
-  const std::vector<Run> runs = RunsOf(channels);
+  const std::vector<ChannelRun> runs = RunsOf(channels);
   for (std::int64_t i = 1; i <= trial.NData; ++i) {
     float* __restrict x = trial.matrix.Frame(i);
-    for (const Run run : runs) {
+    for (const ChannelRun run : runs) {
       for (int c = run.first; c <= run.last; ++c) {
         const double sample = x[c];
         const double operands = total[c] + sample;
@@ -174,10 +156,10 @@ void DifferentiateAs(Trial& trial, const ChannelList& channels, double timeStep)
   const std::int64_t last = trial.NData;
   PerChannel<float> originals{};
   float* __restrict before = originals.data();
-  const std::vector<Run> runs = RunsOf(channels);
+  const std::vector<ChannelRun> runs = RunsOf(channels);
   const auto store = [&](std::int64_t i, const float* next, bool keepOwn, double step) {
     float* __restrict x = trial.matrix.Frame(i);
-    for (const Run run : runs) {
+    for (const ChannelRun run : runs) {
       for (int c = run.first; c <= run.last; ++c) {
         const float own = x[c];
         const double left = keepOwn ? own : before[c];
@@ -209,16 +191,6 @@ void RaiseChannel(Trial& trial, int channel, double power) {
 }
 
 }  // namespace
-
-ChannelList SelectedChannels(const Trial& trial, const ChannelFlags& flags) {
-  ChannelList channels;
-  for (int c = 1; c <= trial.NChan; ++c) {
-    if (flags[At(c)]) {
-      channels.push_back(c);
-    }
-  }
-  return channels;
-}
 
 ArithmeticFault::ArithmeticFault(int channel, std::int64_t sample)
     : std::range_error("The result for channel " + ChannelNumber(channel) + ", sample " +

@@ -2,17 +2,11 @@
 
 #include <cstdint>
 #include <stdexcept>
-#include <vector>
 
 #include "core/trial.hpp"
+#include "dsp/channel_list.hpp"
 
 namespace velmora {
-
-/// Channels an operation applies to, ascending, each 1..NChan.
-using ChannelList = std::vector<int>;
-
-/// Channels 1..NChan whose flag is set.
-ChannelList SelectedChannels(const Trial& trial, const ChannelFlags& flags);
 
 /// A sample whose result is no 32-bit number although its operands were numbers: an overflow, or a
 /// power that has no real value. Samples written before it stay written: those of lower channels,

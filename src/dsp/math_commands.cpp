@@ -8,6 +8,7 @@
 #include "core/numbers.hpp"
 #include "core/text.hpp"
 #include "dsp/channel_math.hpp"
+#include "dsp/channel_picking.hpp"
 
 namespace velmora {
 namespace {
@@ -32,21 +33,6 @@ struct MathOperation {
   bool needsTime = false;
   std::int32_t fewestSamples = 1;
 };
-
-void BeginPicking(Workbench& workbench, std::string_view prompt) {
-  ChooserState& chooser = workbench.chooser;
-  chooser.ChanSelected.fill(false);
-  chooser.ChanConst.fill(1.0F);
-  chooser.ClearModes();
-  chooser.ChooserPrompt = prompt;
-}
-
-ChannelList PickChannels(Workbench& workbench, std::string_view prompt) {
-  BeginPicking(workbench, prompt);
-  workbench.chooser.ChooserSelectMode = true;
-  ChannelPicker(workbench).Show();
-  return SelectedChannels(workbench.trial, workbench.chooser.ChanSelected);
-}
 
 // Cancel puts the pre-filled constants back, which every operation takes as "no action".
 void PickValues(Workbench& workbench, const MathOperation& operation) {
