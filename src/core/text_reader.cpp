@@ -1,0 +1,48 @@
+#include "core/text_reader.hpp"
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{256} << 10;
+
+}  // namespace
+
+TextReader::TextReader(const std::string& path) : file_(path), piece_(kPiece) {}
+
+std::int64_t TextReader::Position() const {
+  return readUpTo_ - static_cast<std::int64_t>(rest_.size());
+}
+
+bool TextReader::Refill() {
+  const std::size_t got = file_.ReadAt(readUpTo_, piece_.data(), piece_.size());
+  readUpTo_ += static_cast<std::int64_t>(got);
+  rest_ = {piece_.data(), got};
+  return got > 0;
+}
+
+bool ReadTextLine(TextReader& from, std::string& line) {
+  line.clear();
+  if (from.rest_.empty() && !from.Refill()) {
+    return false;
+  }
+  while (!from.rest_.empty() || from.Refill()) {
+    std::string_view& rest = from.rest_;
+    const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+    line.append(rest.substr(0, std::min(end, TextReader::kLongestLine - line.size())));
+    if (end == rest.size()) {
+      rest = {};
+      continue;
+    }
+    const bool carriageReturn = rest[end] == '\r';
+    rest.remove_prefix(end + 1);
+    if (carriageReturn && (!rest.empty() || from.Refill()) && rest.front() == '\n') {
+      rest.remove_prefix(1);
+    }
+    break;
+  }
+  return true;
+}
+
+}  // namespace velmora
