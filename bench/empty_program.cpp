@@ -1,0 +1,2 @@
+// The limit for start-up time: a C++ program that does nothing.
+int main() {}
