@@ -167,6 +167,13 @@ std::string PlainNumber(float value) {
   return Chars(value);
 }
 
+std::string FormatField10(double value) {
+  return PadLeft(FormatNumber(value, "0.0000"), 10);
+}
+std::string FormatField10Short(double value) {
+  return PadLeft(FormatNumber(value, "0.000"), 10);
+}
+
 std::string ChannelNumber(int channel) {
   return FormatNumber(channel - 1, "00");
 }

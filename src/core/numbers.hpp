@@ -32,6 +32,10 @@ std::string FormatText(std::string_view text, std::string_view pattern);
 std::string PlainNumber(double value);
 std::string PlainNumber(float value);
 
+/// Fields of ten columns: "0.0000" and "0.000", right-aligned. Longer numbers stay whole.
+std::string FormatField10(double value);
+std::string FormatField10Short(double value);
+
 /// A channel as the screen and the messages show it: its index less 1 in the pattern "00".
 std::string ChannelNumber(int channel);
 

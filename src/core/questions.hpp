@@ -50,6 +50,8 @@ struct FileQuestion {
   std::string extension;
   /// "Caption (.ext)|*.ext|All files (*.*)|*.*"
   std::string filter;
+  /// The filter that is chosen at first, from 1.
+  int filterIndex = 1;
   /// Where the dialogue starts; empty: the current directory.
   std::string directory;
   bool several = false;

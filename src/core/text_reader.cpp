@@ -29,7 +29,8 @@ bool ReadTextLine(TextReader& from, std::string& line) {
   }
   while (!from.rest_.empty() || from.Refill()) {
     std::string_view& rest = from.rest_;
-    const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+    const auto end = static_cast<std::size_t>(
+        std::find_if(rest.begin(), rest.end(), [](char c) { return c == '\r' || c == '\n'; }) - rest.begin());
     line.append(rest.substr(0, std::min(end, TextReader::kLongestLine - line.size())));
     if (end == rest.size()) {
       rest = {};

@@ -64,6 +64,10 @@ struct Workbench {
 
   double TimeStep = 0.0;  // seconds per sample, recomputed on entry by the commands that use it
   PerChannel<float> ScaleMemory{};
+  PerChannel<float> LastLowPassCutoffs{};   // Hz
+  PerChannel<float> LastHighPassCutoffs{};  // Hz
+  PerChannel<double> ChanThreshold{};
+  bool ThresholdsValid = false;
   std::string ResultText;
 
   std::string RatePattern = "0.00";

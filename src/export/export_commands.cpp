@@ -1,21 +1,28 @@
 #include "export/export_commands.hpp"
 
 #include <array>
+#include <utility>
 
 #include "export/save_data.hpp"
+#include "export/save_list.hpp"
 
 namespace velmora {
 namespace {
 
-template <SaveFormat format>
+// A save from the menu is attended, whatever the command before it left behind.
+template <std::size_t row>
 void Save(Workbench& workbench) {
-  SaveData(workbench, format);
+  workbench.SaveQuietly = false;
+  SaveData(workbench, kSaveList[row].format);
 }
 
-constexpr std::array kCommands = {
-    Command{"save.vmb", "Velmora&2 Binary (.VMB) (default)", "&File/&Save", Needs::Data,
-            Save<SaveFormat::NativeBinary>},
-};
+template <std::size_t... row>
+constexpr std::array<Command, sizeof...(row)> Commands(std::index_sequence<row...> /*rows*/) {
+  return {
+      Command{kSaveList[row].id, kSaveList[row].caption, "&File/&Save", kSaveList[row].needs, Save<row>}...};
+}
+
+constexpr std::array kCommands = Commands(std::make_index_sequence<kSaveList.size()>());
 
 }  // namespace
 

@@ -1,20 +1,39 @@
 #include "export/save_data.hpp"
 
+#include <filesystem>
+#include <string>
+
 #include "core/files.hpp"
 #include "core/helpers.hpp"
-#include "core/numbers.hpp"
 #include "core/progress.hpp"
-#include "export/native_binary_writer.hpp"
+#include "core/text.hpp"
+#include "export/save_list.hpp"
 
 namespace velmora {
 namespace {
 
+// "Comma Separated Variable (.CSV)"
+std::string NameOf(const SaveEntry& entry) {
+  return WithoutMnemonic(entry.caption);
+}
+
 void Write(Workbench& workbench, ProgressPanel& panel, SaveFormat format) {
-  if (format == SaveFormat::NativeBinary) {
-    WriteNativeBinary(workbench, panel);
+  const auto row = static_cast<std::size_t>(format);
+  if (row >= kSaveList.size()) {
+    ShowRefusal(workbench, {.text = " This filetype is not supported.", .icon = Icon::Exclamation});
     return;
   }
-  ShowRefusal(workbench, {.text = " This filetype is not supported.", .icon = Icon::Exclamation});
+  const SaveEntry& entry = kSaveList[row];
+  if (entry.refuses != nullptr && entry.refuses(workbench)) {
+    return;
+  }
+  if (entry.write == nullptr) {
+    ShowFailure(workbench, {.title = "File Format Not Supported",
+                            .text = "This version cannot write the format \"" + NameOf(entry) + "\" yet.",
+                            .icon = Icon::Exclamation});
+    return;
+  }
+  entry.write(workbench, panel);
 }
 
 }  // namespace
@@ -25,7 +44,7 @@ void SaveData(Workbench& workbench, SaveFormat format) {
     return;
   }
   ProgressPanel panel(workbench);
-  panel.SetStatus("Saving data (n= " + FormatNumber(trial.NData, "0") + ")");
+  panel.SetStatus("Saving data (n= " + std::to_string(trial.NData) + ")");
   panel.SetLimits(0, trial.NData);
   try {
     Write(workbench, panel, format);
@@ -34,6 +53,9 @@ void SaveData(Workbench& workbench, SaveFormat format) {
                                     "\nFile may be in-use or write-protected.\n\n\"" + error.what() + "\"",
                             .icon = Icon::Exclamation});
   }
+  // A save dialogue may have moved to where the file went.
+  std::error_code error;
+  std::filesystem::current_path(workbench.DataDir, error);
 }
 
 }  // namespace velmora

@@ -4,6 +4,7 @@
 
 #include "core/workbench.hpp"
 #include "import/load_file.hpp"
+#include "import/units_file.hpp"
 
 namespace velmora {
 namespace {
@@ -18,6 +19,7 @@ void LoadCommand(Workbench& workbench) {
 
 constexpr std::array kCommands = {
     Command{"file.load", "&Load selected file", "&File", Needs::Nothing, LoadCommand},
+    Command{"file.read-units", "Read Sa&ved units, labels && factors", "&File", Needs::Data, ReadUnitsFile},
 };
 
 }  // namespace

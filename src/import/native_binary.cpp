@@ -11,6 +11,7 @@
 #include "core/text.hpp"
 #include "import/native_layout.hpp"
 #include "import/native_samples.hpp"
+#include "import/read_error.hpp"
 
 namespace velmora {
 namespace {
@@ -93,13 +94,6 @@ void TakeHeaders(Workbench& workbench) {
   }
 }
 
-void ReportOpenError(Workbench& workbench, const FileError& error) {
-  workbench.trial.DiscardData();
-  ShowFailure(workbench,
-              {.text = "Error reading file: " + workbench.trial.FileName + "\n\"" + error.what() + "\"",
-               .icon = Icon::Exclamation});
-}
-
 void ReportHeaderError(Workbench& workbench, ProgressPanel& panel) {
   workbench.trial.DiscardData();
   workbench.trial.FileTypeCode = kUnknownFileType;
@@ -159,7 +153,7 @@ void ReadNativeBinary(Workbench& workbench, ProgressPanel& panel) {
   try {
     file.emplace(workbench.trial.FileName);
   } catch (const FileError& error) {
-    ReportOpenError(workbench, error);
+    ReportReadError(workbench, error.what());
     return;
   }
   try {

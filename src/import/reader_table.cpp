@@ -3,20 +3,25 @@
 #include <algorithm>
 #include <array>
 
+#include "import/native_ascii.hpp"
 #include "import/native_binary.hpp"
 
 namespace velmora {
 namespace {
 
-void ReadNativeBinaryAndView(Workbench& workbench, ProgressPanel& panel) {
-  ReadNativeBinary(workbench, panel);
+// The view that belongs to a trial: the native formats take it from the experiment record.
+template <void (*read)(Workbench&, ProgressPanel&)>
+void ReadWithView(Workbench& workbench, ProgressPanel& panel) {
+  read(workbench, panel);
   if (workbench.trial.NData > 0) {
     ApplyViewFlags(workbench);
   }
 }
 
 constexpr std::array kReaders = {
-    Reader{"VMB", ReadNativeBinaryAndView},
+    Reader{"VMA", ReadWithView<ReadNativeAscii>},
+    Reader{"VMB", ReadWithView<ReadNativeBinary>},
+    Reader{"VME", ReadWithView<ReadNativeAscii>},
 };
 
 }  // namespace

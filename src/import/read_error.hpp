@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string_view>
+
+#include "core/workbench.hpp"
+
+namespace velmora {
+
+/// The common end of a reader that cannot open or read its file: says so with the system's error text
+/// and leaves NData 0.
+void ReportReadError(Workbench& workbench, std::string_view errorText);
+
+}  // namespace velmora

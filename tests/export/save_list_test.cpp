@@ -1,0 +1,125 @@
+#include "export/save_list.hpp"
+
+#include <sys/resource.h>
+
+#include <csignal>
+
+#include "export/export_commands.hpp"
+#include "support/scripted_questions.hpp"
+#include "support/temporary_directory.hpp"
+#include "support/trials.hpp"
+
+namespace velmora {
+namespace {
+
+using test::ReadFile;
+using test::ScriptedQuestions;
+using test::SetChannels;
+using test::TemporaryDirectory;
+using test::WriteFile;
+
+struct SaveList : testing::Test {
+  TemporaryDirectory directory;
+  ScriptedQuestions questions;
+  Workbench workbench{questions};
+  Trial& trial = workbench.trial;
+
+  SaveList() { SetChannels(trial, {{1, 2, 3}}); }
+
+  std::string BoxOf(std::string_view id) {
+    questions.boxes.clear();
+    for (const Command& command : ExportCommands()) {
+      if (command.id == id) {
+        command.run(workbench);
+      }
+    }
+    return questions.boxes.size() == 1 ? questions.boxes[0].text : "not one box";
+  }
+};
+
+TEST_F(SaveList, TheRowOfAFormatIsItsNumber) {
+  ASSERT_EQ(kSaveList.size(), 14U);
+  for (std::size_t row = 0; row < kSaveList.size(); ++row) {
+    EXPECT_EQ(static_cast<std::size_t>(kSaveList[row].format), row);
+  }
+  EXPECT_EQ(ExportCommands()[9].id, "save.vmb");
+}
+
+TEST_F(SaveList, RefusalsComeBeforeFormatsThatAreNotThereYet) {
+  EXPECT_EQ(BoxOf("save.dat"), "Input file is NOT a BioWare .DAT file.");
+  trial.FileTypeCode = 6;
+  trial.ForcesReduced = true;
+  EXPECT_EQ(BoxOf("save.dat"), "Cannot save if data have been converted to forces.");
+  EXPECT_EQ(BoxOf("save.rf"), "This file does not appear to have force platform data.");
+  trial.NPlates = 1;
+  trial.ForcesReduced = false;
+  EXPECT_EQ(BoxOf("save.rf"), "Forces must be reduced before saving.");
+  EXPECT_EQ(workbench.report.warnings.size(), 4U);
+  EXPECT_TRUE(workbench.report.failures.empty());
+
+  trial.ForcesReduced = true;
+  EXPECT_EQ(BoxOf("save.rf"), "This version cannot write the format \"Reduced Forces Format (.RF)\" yet.");
+  EXPECT_EQ(BoxOf("save.wks"), "This version cannot write the format \"Lotus Worksheet (.WK1/.WKS)\" yet.");
+  EXPECT_EQ(workbench.report.failures.size(), 2U);
+
+  SetChannels(trial, std::vector<std::vector<float>>(17, {1, 2}));
+  questions.boxAnswers = {Button::Cancel};
+  EXPECT_EQ(BoxOf("save.bin").substr(0, 45), "Warning.  This format can only hold 16 channe");
+
+  questions.boxes.clear();
+  SaveData(workbench, static_cast<SaveFormat>(99));
+  EXPECT_EQ(questions.boxes.at(0).text, " This filetype is not supported.");
+}
+
+TEST_F(SaveList, NothingIsAskedWithoutData) {
+  trial.DiscardData();
+  for (const SaveEntry& entry : kSaveList) {
+    SaveData(workbench, entry.format);
+  }
+  EXPECT_TRUE(questions.boxes.empty());
+  EXPECT_TRUE(questions.panels.empty());
+}
+
+TEST_F(SaveList, ASaveFromTheMenuIsAttended) {
+  workbench.SaveQuietly = true;
+  questions.boxAnswers = {Button::Cancel};
+  BoxOf("save.csv");
+  EXPECT_EQ(questions.boxes.size(), 1U);
+  EXPECT_EQ(questions.panels.back().status, "Saving data (n= 3)");
+}
+
+TEST_F(SaveList, AFailedSaveLeavesTheOldFileAndTheMark) {
+  WriteFile(directory.Path("old.csv"), "the old contents");
+  MarkChanged(workbench, true);
+  const auto failsWith = [this](SaveFormat format, const std::string& path) {
+    questions.boxes.clear();
+    questions.fileAnswers = {{path}};
+    workbench.SaveQuietly = true;
+    SaveData(workbench, format);
+    EXPECT_TRUE(trial.FileChanged);
+    return questions.boxes.empty() ? "" : questions.boxes.back().text;
+  };
+  EXPECT_EQ(failsWith(SaveFormat::CommaSeparated, directory.Path("missing/x.csv")),
+            "Error saving to file: " + directory.Path("missing/x.csv") +
+                "\nFile may be in-use or write-protected.\n\n\"No such file or directory\"");
+  std::filesystem::create_directory(directory.Path("folder.vma"));
+  EXPECT_NE(failsWith(SaveFormat::NativeAscii, directory.Path("folder.vma")).find("\"Is a directory\""),
+            std::string::npos);
+
+  SetChannels(trial, {std::vector<float>(20000, 0.123456F)});
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{.rlim_cur = 4096, .rlim_max = before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  for (const auto format :
+       {SaveFormat::CommaSeparated, SaveFormat::SpaceDelimited, SaveFormat::NativeAscii}) {
+    EXPECT_NE(failsWith(format, directory.Path("old.csv")).find("\"File too large\""), std::string::npos);
+  }
+  setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_EQ(ReadFile(directory.Path("old.csv")), "the old contents");
+  EXPECT_EQ(workbench.report.failures.size(), 5U);
+}
+
+}  // namespace
+}  // namespace velmora
