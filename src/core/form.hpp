@@ -31,6 +31,8 @@ struct FormField {
   double highest = std::numeric_limits<double>::infinity();
   /// For a whole number that is one of a list: index 0 is the first.
   std::vector<std::string> choices{};
+  /// What to enter, for whoever edits the field.
+  std::string prompt{};
   /// Runs after an edit of this field: warnings, fields that depend on it.
   std::function<void()> edited{};
 };

@@ -1,12 +1,17 @@
 #include "import/load_file.hpp"
 
+#include <array>
 #include <filesystem>
+#include <string_view>
 
+#include "core/files.hpp"
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
 #include "core/paths.hpp"
 #include "core/progress.hpp"
 #include "core/text.hpp"
+#include "import/load_questions.hpp"
+#include "import/read_errors.hpp"
 #include "import/reader_table.hpp"
 
 namespace velmora {
@@ -43,15 +48,28 @@ void ResetTrial(Workbench& workbench) {
   trial.TrialIndex = -1;
 }
 
+// The file that holds the setup of one recorder has a name of its own and no extension.
+std::string_view KindOfFile(const Trial& trial) {
+  const bool setup = trial.FileExt.empty() && EqualNoCase(trial.TrialName, "SETUP");
+  return setup ? std::string_view("STP") : std::string_view(trial.FileExt);
+}
+
 void RunReader(Workbench& workbench, ProgressPanel& panel) {
-  if (const Reader* reader = FindReader(workbench.trial.FileExt)) {
-    reader->read(workbench, panel);
+  constexpr std::size_t kHeadBytes = 256;
+  const std::string_view kind = KindOfFile(workbench.trial);
+  std::string head;
+  try {
+    head.resize(kHeadBytes);
+    head.resize(InputFile(workbench.trial.FileName).ReadAt(0, head.data(), kHeadBytes));
+  } catch (const FileError& error) {
+    ShowReadError(workbench, error);
     return;
   }
-  workbench.trial.DiscardData();
-  ShowRefusal(workbench, {.title = "Filetype Unrecognized",
-                          .text = "File extension, '" + workbench.trial.FileExt + "', was unrecognized.",
-                          .icon = Icon::Exclamation});
+  if (const Format* format = FindFormat(kind, head)) {
+    ReadFormat(workbench, panel, *format);
+  } else {
+    AskParseUnknownExtension(workbench, panel);
+  }
 }
 
 void FinishTrial(Workbench& workbench) {
@@ -70,10 +88,7 @@ void FinishTrial(Workbench& workbench) {
   MarkChanged(workbench, false);
 }
 
-}  // namespace
-
-void LoadFile(Workbench& workbench) {
-  NameTrial(workbench);
+void ReadTrial(Workbench& workbench) {
   ProgressPanel panel(workbench);
   panel.SetStatus("Reading setup");
   ResetTrial(workbench);
@@ -85,6 +100,18 @@ void LoadFile(Workbench& workbench) {
   }
   FinishTrial(workbench);
   panel.Finish();
+}
+
+}  // namespace
+
+void LoadFile(Workbench& workbench) {
+  NameTrial(workbench);
+  try {
+    ReadTrial(workbench);
+  } catch (...) {
+    workbench.trial.DiscardData();  // a half-read trial must not pass for one
+    throw;
+  }
 }
 
 }  // namespace velmora

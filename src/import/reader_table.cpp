@@ -2,34 +2,127 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 
+#include "core/helpers.hpp"
+#include "import/detect_text_format.hpp"
+#include "import/load_questions.hpp"
 #include "import/native_ascii.hpp"
 #include "import/native_binary.hpp"
+#include "import/text_parser/text_parser.hpp"
 
 namespace velmora {
 namespace {
 
-// The view that belongs to a trial: the native formats take it from the experiment record.
+bool StartsWithTilde(std::string_view head) {
+  return head.starts_with('~');
+}
+bool StartsWithVelmora(std::string_view head) {
+  return head.starts_with("Velmora");
+}
+bool StartsWithBioWare(std::string_view head) {
+  return head.starts_with("BioWare 2");
+}
+bool NamesOptotrak(std::string_view head) {
+  return head.find("OPTOTRAK") != std::string_view::npos;
+}
+
+// The reader of a format that carries how its trial was last looked at.
 template <void (*read)(Workbench&, ProgressPanel&)>
-void ReadWithView(Workbench& workbench, ProgressPanel& panel) {
+void WithViewFlags(Workbench& workbench, ProgressPanel& panel) {
   read(workbench, panel);
   if (workbench.trial.NData > 0) {
     ApplyViewFlags(workbench);
   }
 }
 
-constexpr std::array kReaders = {
-    Reader{"VMA", ReadWithView<ReadNativeAscii>},
-    Reader{"VMB", ReadWithView<ReadNativeBinary>},
-    Reader{"VME", ReadWithView<ReadNativeAscii>},
+// A new reader is a function here in place of nullptr.
+constexpr std::array kFormats = {
+    Format{9, "ANA", "APAS analog", nullptr, StartsWithTilde},
+    Format{40, "ANA", "Motion Analysis compressed ASCII analog", nullptr},
+    Format{41, "ANB", "Motion Analysis binary analog", nullptr},
+    Format{18, "ASG", "F-Scan ASCII", nullptr},
+    Format{15, "FIL", "Hybrid III ASCII", ParseTextFile},
+    Format{15, "ASC ANC TAB CSV FSV TSV PRN TXT PDT V3D OUT", "delimited text", DetectTextFormat},
+    Format{17, "BB", "BioBench binary", AskParseBioBench},
+    Format{16, "BBT", "BioBench ASCII", nullptr},
+    Format{90, "P2D", "Visual3D P2D", nullptr},
+    Format{1, "BIN", "Velmora1 binary analog", nullptr, StartsWithVelmora},
+    Format{255, "BIN", "Rodex1 binary analog", nullptr},
+    Format{253, "VMB", "Velmora2 binary analog", WithViewFlags<ReadNativeBinary>},
+    Format{0, "VMA VME", "Velmora ASCII", WithViewFlags<ReadNativeAscii>},
+    Format{13, "CHA CHB CHE CHT CHX", "Kin-Com", nullptr},
+    Format{19, "C3D", "C3D analog", nullptr},
+    Format{-1, "DAF", "DAFF", TellDaff},
+    Format{6, "191 DAT", "BioWare 2", nullptr, StartsWithBioWare},
+    Format{-1, "191 DAT", "Optotrak", TellOptotrak, NamesOptotrak},
+    Format{-1, "191 DAT", "unknown", AskParseUnknownContents},
+    Format{6, "D20", "BioWare 2", nullptr},
+    Format{22, "REC EDF HYP", "EDF", nullptr},
+    Format{-1, "EMT", "Delsys .EMT", TellDelsysEmt},
+    Format{60, "EMG", "DelSys ASCII EMG", nullptr},
+    Format{8, "FTF", "Fourier transform", nullptr},
+    Format{32, "LOG", "DataLink binary goniometer", nullptr},
+    Format{12, "MEG", "Mega ASCII", nullptr},
+    Format{21, "STM", "Stimo", nullptr},
+    Format{50, "VAD", "Vicon analog", nullptr},
+    Format{5, "RF RF1 RF2", "Reduced Forces ASCII", nullptr},
+    Format{255, "STP", "Rodex1 binary analog", nullptr},
+    Format{100, "FR AV KM KS RA EN MM FO JP PJ PS", "Tavorin binary", nullptr},
+    Format{24, "WAV", "Audio Wave", nullptr},
+    // Found by their first lines, whatever the extension.
+    Format{42, "", "Motion Analysis ASCII analog", nullptr},
+    Format{23, "", "PDT ASCII", nullptr},
+    Format{51, "", "Vicon comma-separated variables", nullptr},
+    Format{80, "", "NI VI Logger ASCII", nullptr},
 };
+
+bool HasExtension(const Format& format, std::string_view extension) {
+  for (std::string_view rest = format.extensions; !rest.empty();) {
+    const std::size_t end = std::min(rest.find(' '), rest.size());
+    if (rest.substr(0, end) == extension) {
+      return true;
+    }
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return false;
+}
 
 }  // namespace
 
-const Reader* FindReader(std::string_view extension) {
-  const auto* it = std::find_if(kReaders.begin(), kReaders.end(),
-                                [extension](const Reader& reader) { return reader.extension == extension; });
-  return it == kReaders.end() ? nullptr : &*it;
+std::span<const Format> Formats() {
+  return kFormats;
+}
+
+const Format* FindFormat(std::string_view extension, std::string_view head) {
+  const auto* it = std::find_if(kFormats.begin(), kFormats.end(), [extension, head](const Format& format) {
+    return HasExtension(format, extension) && (format.recognise == nullptr || format.recognise(head));
+  });
+  return it == kFormats.end() ? nullptr : &*it;
+}
+
+const Format& FormatOfCode(int code) {
+  const auto* it = std::find_if(kFormats.begin(), kFormats.end(),
+                                [code](const Format& format) { return format.code == code; });
+  if (it == kFormats.end()) {
+    throw std::logic_error("no format has code " + std::to_string(code));
+  }
+  return *it;
+}
+
+void ReadFormat(Workbench& workbench, ProgressPanel& panel, const Format& format) {
+  if (format.read != nullptr) {
+    format.read(workbench, panel);
+    return;
+  }
+  workbench.trial.DiscardData();
+  ShowFailure(workbench,
+              {.title = "Format Not Read Yet",
+               .text = std::string(format.name) + " files cannot be read by this version yet.\n" +
+                       "Save or export the data as text (.TXT, .CSV) with the program that made them.\n"
+                       "Filename was: '" +
+                       workbench.trial.FileName + "'.",
+               .icon = Icon::Exclamation});
 }
 
 }  // namespace velmora

@@ -1,20 +1,35 @@
 #pragma once
 
+#include <span>
 #include <string_view>
+
+#include "core/progress.hpp"
+#include "core/workbench.hpp"
 
 namespace velmora {
 
-class ProgressPanel;
-struct Workbench;
-
-/// One row per format: a reader takes its path from trial.FileName, fills the trial, drives the
-/// panel, and leaves NData 0 on failure.
-struct Reader {
-  std::string_view extension;  // upper case
+/// One row of the table of formats: which files, and who reads them.
+struct Format {
+  int code;                     // FileTypeCode after a load
+  std::string_view extensions;  // upper case, separated by blanks; empty: found by contents alone
+  std::string_view name;        // for people
+  /// Takes its path from trial.FileName, fills the trial, drives the panel and leaves NData 0 on
+  /// failure. nullptr: this version cannot read the format yet.
   void (*read)(Workbench&, ProgressPanel&);
+  /// Tells whether the file is of this format where several share an extension; nullptr: it is.
+  bool (*recognise)(std::string_view head) = nullptr;
 };
 
-/// nullptr when no reader takes the extension (upper case).
-const Reader* FindReader(std::string_view extension);
+/// All formats, in the order in which they are tried.
+std::span<const Format> Formats();
+
+/// The format that an extension (upper case) and the first bytes of the file select; nullptr: none.
+const Format* FindFormat(std::string_view extension, std::string_view head);
+
+/// The first row with this code. The code must be in the table.
+const Format& FormatOfCode(int code);
+
+/// Runs the format's reader, or tells that this version cannot read it yet.
+void ReadFormat(Workbench& workbench, ProgressPanel& panel, const Format& format);
 
 }  // namespace velmora

@@ -1,0 +1,142 @@
+#include "import/detect_text_format.hpp"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/helpers.hpp"
+#include "core/text.hpp"
+#include "import/line_blocks.hpp"
+#include "import/line_end_repair.hpp"
+#include "import/read_errors.hpp"
+#include "import/reader_table.hpp"
+#include "import/text_parser/text_parser.hpp"
+
+namespace velmora {
+namespace {
+
+enum class Goes { ToParser, ToReader };
+
+// How a first line starts; columns count from 1.
+struct FirstLine {
+  std::string_view start;
+  int code;
+  Goes goes;
+  std::size_t column = 1;
+  bool anyCase = false;
+};
+
+constexpr std::array kFirstLines = {
+    FirstLine{"File_Type:", 42, Goes::ToReader},
+    FirstLine{"Formula1", 26, Goes::ToParser},
+    FirstLine{"# bioPlux", 25, Goes::ToParser},
+    FirstLine{"DEMG", 62, Goes::ToParser},
+    FirstLine{"Label:", 63, Goes::ToParser},
+    FirstLine{"Headers", 30, Goes::ToParser},
+    FirstLine{"Test Date", 31, Goes::ToParser},
+    FirstLine{"V3D", 91, Goes::ToParser, 1, true},
+    FirstLine{"BIOBENCH", 16, Goes::ToReader},
+    FirstLine{"First data point", 12, Goes::ToReader},
+    FirstLine{"DATA_TYPE", 18, Goes::ToReader},
+    FirstLine{"", 13, Goes::ToReader},  // an empty line, with "KIN-COM" in the next
+    FirstLine{"NI VI Logger", 80, Goes::ToReader},
+    FirstLine{"Scan Rate:", 23, Goes::ToReader},
+    FirstLine{"ANALOG", 51, Goes::ToReader},
+    FirstLine{"FORCE PLATES", 51, Goes::ToReader},
+    FirstLine{"Rodex2 data", 256, Goes::ToParser},
+    FirstLine{"// Start Time", 71, Goes::ToParser},
+    FirstLine{"Channels", 82, Goes::ToParser},
+    FirstLine{"Test Type", 34, Goes::ToParser, 2},
+    FirstLine{"Specimen", 34, Goes::ToParser, 2},
+};
+
+constexpr FirstLine kVisual3D{"ITEM", 91, Goes::ToParser};
+constexpr FirstLine kViconText{"Date:,", 51, Goes::ToReader};
+constexpr FirstLine kFileFrame{"File", 93, Goes::ToParser};
+
+bool HoldsAt(std::string_view line, std::size_t column, std::string_view text, bool anyCase = false) {
+  const std::string_view here = line.substr(std::min(column - 1, line.size()), text.size());
+  return anyCase ? EqualNoCase(here, text) : here == text;
+}
+
+using Lines = std::vector<std::string>;
+
+bool Fits(const FirstLine& row, const Lines& lines) {
+  if (row.start.empty()) {
+    return Trim(lines[0]).empty() && lines[1].find("KIN-COM") != std::string::npos;
+  }
+  return HoldsAt(lines[0], row.column, row.start, row.anyCase);
+}
+
+// The first lines of the file, and empty ones behind its end.
+Lines ReadHead(TextSource& source) {
+  constexpr std::size_t kHeadLines = 12;
+  LineBlocks blocks(source);
+  Lines lines(kHeadLines);
+  for (std::string& line : lines) {
+    blocks.ReadTextLine(line);
+  }
+  return lines;
+}
+
+// nullptr: nothing is recognised.
+const FirstLine* Recognise(const Lines& lines, std::string_view extension) {
+  for (const FirstLine& row : kFirstLines) {
+    if (Fits(row, lines)) {
+      return &row;
+    }
+  }
+  if (extension == "V3D") {
+    return &kVisual3D;
+  }
+  if (HoldsAt(lines[1], 1, "Date:,") && HoldsAt(lines[2], 1, "Time:,")) {
+    return &kViconText;
+  }
+  if (HoldsAt(lines[2], 1, "File") && HoldsAt(lines[2], 6, "Frame")) {
+    return &kFileFrame;
+  }
+  for (std::size_t k = 2; k < lines.size(); ++k) {
+    if (HoldsAt(lines[k], 1, kVisual3D.start)) {
+      return &kVisual3D;
+    }
+  }
+  return nullptr;
+}
+
+void RunReader(Workbench& workbench, ProgressPanel& panel, const FirstLine* found) {
+  if (found != nullptr) {
+    workbench.trial.FileTypeCode = static_cast<std::int16_t>(found->code);
+    if (found->goes == Goes::ToReader) {
+      ReadFormat(workbench, panel, FormatOfCode(found->code));
+      return;
+    }
+  }
+  ParseTextFile(workbench, panel);
+}
+
+}  // namespace
+
+void DetectTextFormat(Workbench& workbench, ProgressPanel& panel) {
+  Trial& trial = workbench.trial;
+  const FirstLine* found = nullptr;
+  try {
+    if (InputFile(trial.FileName).Size() == 0) {
+      trial.DiscardData();
+      ShowFailure(workbench, {.text = "File is empty.", .icon = Icon::Exclamation});
+      return;
+    }
+    if (HasIncompleteLineEnds(trial.FileName) && !OfferRepair(workbench)) {
+      trial.DiscardData();
+      return;
+    }
+    TextSource source(trial.FileName);
+    found = Recognise(ReadHead(source), trial.FileExt);
+  } catch (const FileError& error) {
+    ShowReadError(workbench, error);
+    return;
+  }
+  RunReader(workbench, panel, found);
+}
+
+}  // namespace velmora

@@ -1,0 +1,199 @@
+#include "import/text_parser/dialect_keywords.hpp"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "core/numbers.hpp"
+#include "core/text.hpp"
+
+namespace velmora {
+namespace {
+
+struct KeywordLine {
+  TextHeader& header;
+  std::string_view text;
+  int number;
+  std::size_t found;  // where the keyword starts
+
+  // Columns count from 1.
+  [[nodiscard]] std::string_view From(std::size_t column) const {
+    return text.substr(std::min(column - 1, text.size()));
+  }
+};
+
+// A header's number, with a decimal comma where the field has one.
+double Number(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of("\t "), text.size()));
+  std::string field(text.substr(0, text.find_first_of("\t ")));
+  if (field.find('.') == std::string::npos) {
+    std::replace(field.begin(), field.end(), ',', '.');
+  }
+  return Val(field);
+}
+
+// Where the keyword has to stand.
+enum class Place { Start, StartAnyCase, SecondColumnAnyCase, Anywhere };
+
+enum class Dialects { All, AllBut, Only };
+
+struct Keyword {
+  Dialects dialects;
+  int code;
+  int line;  // 0: any line
+  Place place;
+  std::string_view text;
+  void (*apply)(const KeywordLine&);
+};
+
+void SetRate(TextHeader& header, double rate) {
+  header.rate = rate > 0 ? rate : header.rate;
+}
+template <std::size_t column>
+void RateFrom(const KeywordLine& line) {
+  SetRate(line.header, Number(line.From(column)));
+}
+template <std::size_t column>
+void RecordsFrom(const KeywordLine& line) {
+  line.header.announcedRecords = Number(line.From(column));
+}
+template <std::size_t length>
+void RateBehind(const KeywordLine& line) {
+  SetRate(line.header, Number(line.From(line.found + length + 1)));
+}
+template <std::size_t length>
+void RecordsBehind(const KeywordLine& line) {
+  line.header.announcedRecords = Number(line.From(line.found + length + 1));
+}
+void RateBehindTab(const KeywordLine& line) {
+  if (const std::size_t tab = line.text.find('\t'); tab != std::string_view::npos) {
+    SetRate(line.header, Number(line.From(tab + 2)));
+  }
+}
+void ColumnsBehind(const KeywordLine& line) {
+  line.header.announcedColumns = Number(line.From(line.found + 10));
+}
+void RateFromStep(const KeywordLine& line) {
+  const double step = Number(line.From(9));
+  SetRate(line.header, step > 0 ? 1 / step : 0.0);
+}
+void ResolutionFrom22(const KeywordLine& line) {
+  line.header.resolutionBits = Number(line.From(22));
+}
+void TitleFrom15(const KeywordLine& line) {
+  line.header.title = line.From(15);
+}
+void TimeLabelFrom13(const KeywordLine& line) {
+  const std::string_view text = line.From(13);
+  line.header.timeLabel = text.substr(0, text.find('\t'));
+}
+void Labels(const KeywordLine& line) {
+  line.header.labelsLine = line.number;
+}
+void UnitsLine(const KeywordLine& line) {
+  line.header.unitsLine = line.number;
+}
+void MarkerLabels(const KeywordLine& line) {
+  line.header.markerLabelsLine = line.number;
+}
+void MarkerUnits(const KeywordLine& line) {
+  line.header.markerUnitsLine = line.number;
+}
+void Plates(const KeywordLine& line) {
+  line.header.platesLine = line.number;
+}
+void Time(const KeywordLine& line) {
+  line.header.hasTime = true;
+}
+void UnitsWithTime(const KeywordLine& line) {
+  UnitsLine(line);
+  Time(line);
+}
+void LabelsWithTime(const KeywordLine& line) {
+  Labels(line);
+  Time(line);
+}
+void LastLine(const KeywordLine& line) {
+  LabelsWithTime(line);
+  line.header.lastLine = line.number;
+}
+
+// One row a keyword. A row's number comes from a column of the line, from behind the keyword, or
+// from behind the line's first tab.
+constexpr std::array kKeywords = {
+    Keyword{Dialects::AllBut, 33, 0, Place::Start, "FREQUENCY", RateFrom<10>},
+    Keyword{Dialects::Only, 33, 0, Place::Start, "CHANNEL_NAMES", Labels},
+    Keyword{Dialects::Only, 33, 0, Place::Start, "CHANNEL_UNITS", UnitsLine},
+    Keyword{Dialects::Only, 33, 0, Place::Start, "MARKER_NAMES", MarkerLabels},
+    Keyword{Dialects::Only, 33, 0, Place::Start, "MARKER_UNITS", MarkerUnits},
+    Keyword{Dialects::Only, 25, 0, Place::Start, "# SamplingFrequency", RateFrom<21>},
+    Keyword{Dialects::Only, 25, 0, Place::Start, "# SamplingResolution", ResolutionFrom22},
+    Keyword{Dialects::Only, 62, 1, Place::Anywhere, "Channels:", ColumnsBehind},
+    Keyword{Dialects::Only, 62, 2, Place::Anywhere, "", RecordsFrom<19>},
+    Keyword{Dialects::Only, 62, 3, Place::Anywhere, "", RateFrom<20>},
+    Keyword{Dialects::Only, 62, 0, Place::Start, "Time [s]", LastLine},
+    Keyword{Dialects::Only, 63, 1, Place::Anywhere, "Sampling frequency:", RateBehind<19>},
+    Keyword{Dialects::Only, 63, 1, Place::Anywhere, "Number of points:", RecordsBehind<17>},
+    Keyword{Dialects::Only, 63, 3, Place::Anywhere, "", RateFrom<20>},
+    Keyword{Dialects::AllBut, 82, 0, Place::Start, "// Sample rate:", RateFrom<16>},
+    Keyword{Dialects::AllBut, 82, 0, Place::Start, "Counter", Time},
+    Keyword{Dialects::AllBut, 82, 0, Place::StartAnyCase, "RATE", RateBehindTab},
+    Keyword{Dialects::AllBut, 82, 0, Place::StartAnyCase, "SAMPLE RATE", RateBehindTab},
+    Keyword{Dialects::AllBut, 82, 0, Place::StartAnyCase, "CHANNEL DESCRIPTION", Labels},
+    Keyword{Dialects::AllBut, 82, 0, Place::StartAnyCase, "LABEL", Labels},
+    Keyword{Dialects::AllBut, 82, 0, Place::StartAnyCase, "ENGINEERING UNIT", UnitsWithTime},
+    Keyword{Dialects::Only, 63, 0, Place::Start, "X [s]", LastLine},
+    Keyword{Dialects::Only, 82, 0, Place::Start, "Samples", RecordsFrom<9>},
+    Keyword{Dialects::Only, 82, 0, Place::Start, "Y_Unit_Label", UnitsLine},
+    Keyword{Dialects::Only, 82, 0, Place::Start, "X_Dimension", TimeLabelFrom13},
+    Keyword{Dialects::Only, 82, 0, Place::Start, "Delta_X", RateFromStep},
+    Keyword{Dialects::Only, 82, 0, Place::Start, "X_Value", LabelsWithTime},
+    Keyword{Dialects::All, 0, 0, Place::SecondColumnAnyCase, "SAMPLE NAME", TitleFrom15},
+    Keyword{Dialects::Only, 91, 0, Place::Start, "ITEM", Labels},
+    Keyword{Dialects::Only, 91, 0, Place::Start, "FP", Plates},
+    Keyword{Dialects::Only, 93, 0, Place::Start, "File", Labels},
+    Keyword{Dialects::Only, 93, 0, Place::Start, "Channels:", ColumnsBehind},
+};
+
+bool Applies(const Keyword& keyword, int code, int line) {
+  const bool lineFits = keyword.line == 0 || keyword.line == line;
+  const bool own = keyword.code == code;
+  return lineFits && (keyword.dialects == Dialects::All || (keyword.dialects == Dialects::Only) == own);
+}
+
+std::size_t Find(const Keyword& keyword, std::string_view line) {
+  const auto startsAt = [&](std::size_t at, bool anyCase) {
+    const std::string_view here = line.substr(std::min(at, line.size()), keyword.text.size());
+    return (anyCase ? EqualNoCase(here, keyword.text) : here == keyword.text) ? at : std::string_view::npos;
+  };
+  switch (keyword.place) {
+    case Place::Start:
+      return startsAt(0, false);
+    case Place::StartAnyCase:
+      return startsAt(0, true);
+    case Place::SecondColumnAnyCase:
+      return startsAt(1, true);
+    case Place::Anywhere:
+      return line.find(keyword.text);
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+void ReadKeywords(TextHeader& header, int code) {
+  for (std::size_t i = 0; i < header.lines.size(); ++i) {
+    const std::string_view text = header.lines[i];
+    const int number = static_cast<int>(i) + 1;
+    for (const Keyword& keyword : kKeywords) {
+      if (!Applies(keyword, code, number)) {
+        continue;
+      }
+      if (const std::size_t found = Find(keyword, text); found != std::string_view::npos) {
+        keyword.apply({header, text, number, found});
+      }
+    }
+  }
+}
+
+}  // namespace velmora

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/workbench.hpp"
+#include "import/text_parser/parse_settings.hpp"
+
+namespace velmora {
+
+/// What each channel gets before the numbers are read: "Chan. NN" where it has no label yet, rate,
+/// gain, offset, number and colour. The units stay.
+void SetParsedDefaults(Trial& trial);
+
+/// Labels and units from the lines that the dialect or the dialogue names.
+void ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings);
+
+/// Labels from the fields of the line right before the data.
+void ReadLabelsBeforeData(Trial& trial, const std::string& line, const ParseSettings& settings);
+
+}  // namespace velmora

@@ -1,0 +1,69 @@
+#include "import/text_parser/read_notes.hpp"
+
+#include "core/numbers.hpp"
+
+namespace velmora {
+namespace {
+
+std::string Whole(double count) {
+  return FormatNumber(count, "0");
+}
+std::string Whole(std::int64_t count) {
+  return Whole(static_cast<double>(count));
+}
+
+std::string Where(const ScanFault& fault) {
+  return "the first in line " + Whole(fault.line) + ", column " + std::to_string(fault.column);
+}
+
+// Columns without a single value, and how many empty fields the other columns have.
+std::string NoteEmpty(const ScanFaults& faults, std::int64_t rows, int columns) {
+  std::string note;
+  std::int64_t scattered = 0;
+  for (int k = 0; k < columns; ++k) {
+    const std::int64_t empty = faults.emptyIn[static_cast<std::size_t>(k)];
+    if (empty == rows) {
+      note += "Column " + std::to_string(k + 1) + " holds no data and was read as 0.\n";
+    } else {
+      scattered += empty;
+    }
+  }
+  if (scattered > 0) {
+    note += Whole(scattered) + " empty fields were read as 0, " + Where(faults.emptyFields) + ".\n";
+  }
+  return note;
+}
+
+}  // namespace
+
+std::string NotesOnRead(const ScanFaults& faults, std::int64_t rows, const ParseSettings& settings,
+                        const TextHeader& header) {
+  std::string notes;
+  if (faults.notNumbers.count > 0) {
+    notes += Whole(faults.notNumbers.count) + " fields are no numbers and were read as 0, " +
+             Where(faults.notNumbers) + ": check the records to skip and the channels to be read.\n";
+  }
+  if (faults.shortLines.count > 0) {
+    notes += Whole(faults.shortLines.count) + " lines have fewer columns than were read, the first is line " +
+             Whole(faults.shortLines.line) + "; the missing values were read as 0.\n";
+  }
+  if (faults.longLines.count > 0) {
+    notes += Whole(faults.longLines.count) + " lines have more columns than were read, the first is line " +
+             Whole(faults.longLines.line) + ": check the channels to be read.\n";
+  }
+  notes += NoteEmpty(faults, rows, settings.columns);
+  if (header.announcedRecords > static_cast<double>(rows) && settings.ParseMaxRecords == 0) {
+    notes += "The file announces " + Whole(header.announcedRecords) + " samples per channel and holds " +
+             Whole(rows) + ".\n";
+  }
+  if (!notes.empty()) {
+    notes.pop_back();
+  }
+  return notes;
+}
+
+bool IsMostlyText(const ScanFaults& faults, std::int64_t rows, const ParseSettings& settings) {
+  return faults.notNumbers.count > rows * settings.columns / 2;
+}
+
+}  // namespace velmora

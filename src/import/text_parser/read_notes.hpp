@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "import/text_parser/number_scan.hpp"
+#include "import/text_parser/parse_settings.hpp"
+
+namespace velmora {
+
+/// What a person should know before trusting the numbers just read, a line each, with what to change
+/// in the dialogue; empty when all is well.
+std::string NotesOnRead(const ScanFaults& faults, std::int64_t rows, const ParseSettings& settings,
+                        const TextHeader& header);
+
+/// Whether so little of the text was numbers that the parameters must be wrong.
+bool IsMostlyText(const ScanFaults& faults, std::int64_t rows, const ParseSettings& settings);
+
+}  // namespace velmora
