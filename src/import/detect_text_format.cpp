@@ -9,7 +9,7 @@
 #include "core/text.hpp"
 #include "import/line_blocks.hpp"
 #include "import/line_end_repair.hpp"
-#include "import/read_errors.hpp"
+#include "import/read_error.hpp"
 #include "import/reader_table.hpp"
 #include "import/text_parser/text_parser.hpp"
 
@@ -133,7 +133,7 @@ void DetectTextFormat(Workbench& workbench, ProgressPanel& panel) {
     TextSource source(trial.FileName);
     found = Recognise(ReadHead(source), trial.FileExt);
   } catch (const FileError& error) {
-    ShowReadError(workbench, error);
+    ReportReadError(workbench, error.what());
     return;
   }
   RunReader(workbench, panel, found);

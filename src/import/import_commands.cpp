@@ -9,11 +9,21 @@
 namespace velmora {
 namespace {
 
+constexpr std::int16_t kNotIdentified = -1;
+
 // The path is set before the command runs: by the browser, by the command line, or by a recipe.
+// A trial opened by hand gets a rate and a duration that fit each other, whatever its file says.
 void LoadCommand(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  trial.FileTypeCode = kNotIdentified;
   LoadFile(workbench);
-  if (workbench.trial.NData < 1) {
-    workbench.report.failures.push_back("no trial was loaded from " + workbench.trial.FileName);
+  if (trial.NData < 1) {
+    workbench.report.failures.push_back("no trial was loaded from " + trial.FileName);
+  } else if (trial.Rate > 0) {
+    trial.Duration = (trial.NData - 1) / trial.Rate;
+  } else {
+    trial.Rate = 1.0;
+    trial.Duration = trial.NData;
   }
 }
 

@@ -11,7 +11,7 @@
 #include "core/progress.hpp"
 #include "core/text.hpp"
 #include "import/load_questions.hpp"
-#include "import/read_errors.hpp"
+#include "import/read_error.hpp"
 #include "import/reader_table.hpp"
 
 namespace velmora {
@@ -62,7 +62,7 @@ void RunReader(Workbench& workbench, ProgressPanel& panel) {
     head.resize(kHeadBytes);
     head.resize(InputFile(workbench.trial.FileName).ReadAt(0, head.data(), kHeadBytes));
   } catch (const FileError& error) {
-    ShowReadError(workbench, error);
+    ReportReadError(workbench, error.what());
     return;
   }
   if (const Format* format = FindFormat(kind, head)) {

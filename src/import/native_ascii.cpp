@@ -12,6 +12,8 @@
 #include "core/text_reader.hpp"
 #include "import/native_ascii_layout.hpp"
 #include "import/read_error.hpp"
+#include "import/reader_table.hpp"
+#include "import/text_parser/text_parser.hpp"
 
 namespace velmora {
 namespace {
@@ -21,6 +23,7 @@ using native_ascii::Field;
 
 constexpr std::int16_t kFileType = 0;
 constexpr std::int16_t kUnknownFileType = 238;
+constexpr int kMegaAscii = 12;
 constexpr std::int32_t kSamplesPerTurn = 100;
 
 using HeaderText = std::array<std::string, native_ascii::kHeaderLineCount + 1>;  // index 0 is not used
@@ -144,7 +147,7 @@ void OfferTextParser(Workbench& workbench, ProgressPanel& panel) {
                 .icon = Icon::Exclamation,
                 .buttons = {Button::OK, Button::Cancel}};
   if (ShowRefusal(workbench, box) == Button::OK) {
-    ReportReadError(workbench, "other text files cannot be read by this version yet");
+    ParseTextFile(workbench, panel);
   }
 }
 
@@ -160,7 +163,7 @@ void ReadNativeAscii(Workbench& workbench, ProgressPanel& panel) {
     ReadTextLine(reader, header[native_ascii::kNameLine]);
     const std::string& first = header[native_ascii::kNameLine];
     if (first.starts_with("Fi")) {
-      ReportReadError(workbench, "Mega ASCII files cannot be read by this version yet");
+      ReadFormat(workbench, panel, FormatOfCode(kMegaAscii));
     } else if (first.starts_with(native_ascii::kMark)) {
       ReadTrial(workbench, panel, reader, header);
     } else {

@@ -9,7 +9,7 @@
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
 #include "import/line_blocks.hpp"
-#include "import/read_errors.hpp"
+#include "import/read_error.hpp"
 #include "import/text_parser/data_start.hpp"
 #include "import/text_parser/dialect_finish.hpp"
 #include "import/text_parser/dialect_keywords.hpp"
@@ -275,9 +275,9 @@ void ParseTextFile(Workbench& workbench, ProgressPanel& panel) {
       }
     }
   } catch (const FileError& error) {
-    ShowReadError(workbench, error);
+    ReportReadError(workbench, error.what());
   } catch (const std::bad_alloc&) {
-    ShowReadError(workbench, FileError("Not enough memory"));
+    ReportReadError(workbench, "there is not enough memory");
   }
 }
 
