@@ -8,6 +8,7 @@
 
 #include "core/helpers.hpp"
 #include "core/text.hpp"
+#include "dsp/bias_commands.hpp"
 #include "dsp/math_commands.hpp"
 #include "dsp/time_base_commands.hpp"
 #include "export/export_commands.hpp"
@@ -19,7 +20,7 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(), ExportCommands(), MathCommands(), TimeBaseCommands()}) {
+       {ImportCommands(), ExportCommands(), MathCommands(), BiasCommands(), TimeBaseCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

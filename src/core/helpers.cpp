@@ -127,4 +127,10 @@ Button ShowFailure(Workbench& workbench, const Box& box) {
   return workbench.questions.AskBox(box);
 }
 
+void ShowSaveFailure(Workbench& workbench, std::string_view reason) {
+  std::string text = "Error saving to file: " + workbench.OutputFileName;
+  text.append("\nFile may be in-use or write-protected.\n\n\"").append(reason).append("\"");
+  ShowFailure(workbench, {.text = text, .icon = Icon::Exclamation});
+}
+
 }  // namespace velmora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "core/workbench.hpp"
 
@@ -49,5 +50,8 @@ bool AskSaveName(Workbench& workbench, FileQuestion question);
 /// a failure ends it. Both take a box with any buttons and return the answer.
 Button ShowRefusal(Workbench& workbench, const Box& box);
 Button ShowFailure(Workbench& workbench, const Box& box);
+
+/// The failure of every save: OutputFileName could not be written, for the system's reason given.
+void ShowSaveFailure(Workbench& workbench, std::string_view reason);
 
 }  // namespace velmora

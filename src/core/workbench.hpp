@@ -68,6 +68,8 @@ struct Workbench {
   PerChannel<float> LastHighPassCutoffs{};  // Hz
   PerChannel<double> ChanThreshold{};
   bool ThresholdsValid = false;
+  PerChannel<float> BiasMemory{};  // levels, or slopes, of the last bias removal
+  bool BiasLevelsKnown = false;    // a menu offers to save them
   std::string ResultText;
 
   std::string RatePattern = "0.00";

@@ -49,9 +49,7 @@ void SaveData(Workbench& workbench, SaveFormat format) {
   try {
     Write(workbench, panel, format);
   } catch (const FileError& error) {
-    ShowFailure(workbench, {.text = "Error saving to file: " + workbench.OutputFileName +
-                                    "\nFile may be in-use or write-protected.\n\n\"" + error.what() + "\"",
-                            .icon = Icon::Exclamation});
+    ShowSaveFailure(workbench, error.what());
   }
   // A save dialogue may have moved to where the file went.
   std::error_code error;
