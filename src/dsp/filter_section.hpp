@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace velmora {
+
+enum class PassType { Low, High };
+enum class FilterDesign { Butterworth, CriticallyDamped, Bessel };
+
+/// Rate / Cutoff above which a high-pass filter may have no effect in 32-bit samples.
+inline constexpr double kHighestRateToCutoff = 14597;
+
+/// A second-order recursive section, x the input and y the output:
+///   low-pass   y(i) = a0 (x(i) + 2 x(i-1) + x(i-2)) + b1 y(i-1) + b2 y(i-2)
+///   high-pass  y(i) = a0 (x(i) - 2 x(i-1) + x(i-2)) + b1 y(i-1) + b2 y(i-2)
+struct FilterSection {
+  float a0 = 0.0F;
+  float b1 = 0.0F;
+  float b2 = 0.0F;
+};
+
+/// Whether a filter can be built, and what to tell the user when it cannot.
+struct FilterVerdict {
+  enum class Outcome {
+    Accepted,
+    TooFewPasses,
+    TooManyPasses,
+    LowPassTooHigh,  // the adjusted cut-off lies above half the sampling rate
+    HighPassAdjustedTooHigh,
+    HighPassTooHigh,
+    CutoffTooLow,  // coefficients that 32 bits cannot hold
+  };
+
+  Outcome outcome = Outcome::Accepted;
+  float cutoff = 0.0F;  // Hz, as asked for
+  double number = 0.0;  // what was too high or too low
+  double limit = 0.0;   // the highest or lowest that passes
+  /// Hz; set when a high-pass cut-off is so low that it may have no effect. Filtering goes on.
+  std::optional<double> lowestUseful;
+
+  [[nodiscard]] bool Accepted() const { return outcome == Outcome::Accepted; }
+};
+
+struct DesignedSection {
+  FilterSection section;
+  FilterVerdict verdict;
+};
+
+/// What a cascade of n sections does to the -3 dB frequency of one: the cut-off of each is divided by
+/// this for a low-pass and multiplied for a high-pass cascade. n at least 1; a zero-lag filter runs
+/// each section twice. (Butterworth: Winter, Biomechanics and Motor Control of Human Movement, 2.2.4.4.)
+double CorrectionFactor(FilterDesign design, int n);
+
+/// The section that, run `passes` times (each time forward and backward with zero lag), has its -3 dB
+/// point at `cutoff` Hz. The high-pass filter is a low-pass design at the mirrored frequency. All
+/// coefficients are rounded to 32 bits where they are assigned. `rate` in Hz.
+DesignedSection DesignSection(PassType type, FilterDesign design, float cutoff, double rate,
+                              std::int16_t passes, bool zeroLag);
+
+}  // namespace velmora
