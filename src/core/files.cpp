@@ -24,6 +24,16 @@ std::string RealTarget(const std::string& path) {
   return error ? path : real.string();
 }
 
+// A file without a name: whatever ends the program, nothing is left behind. Negative where the file
+// system has no such files, or no way to name one later.
+int OpenUnnamed(const std::string& target) {
+  const std::string directory = std::filesystem::path(target).parent_path().string();
+  if (access("/proc/self/fd", X_OK) != 0) {
+    return -1;
+  }
+  return open(directory.empty() ? "." : directory.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+}
+
 }  // namespace
 
 InputFile::InputFile(const std::string& path) {
@@ -76,19 +86,23 @@ void InputFile::Prefetch(std::int64_t offset, std::int64_t bytes) const {
 OutputFile::OutputFile(const std::string& path, Mode mode) : target_(RealTarget(path)), mode_(mode) {
   struct stat status {};
   const bool exists = stat(target_.c_str(), &status) == 0;
-  if (exists && S_ISDIR(status.st_mode)) {
-    Fail(EISDIR);
+  // Devices and pipes would be replaced by a file, which nobody means.
+  if (exists && !S_ISREG(status.st_mode)) {
+    Fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
   }
   // Renaming over a write-protected file would succeed; its owner meant it to stay.
   if (exists && access(target_.c_str(), W_OK) != 0) {
     Fail(errno);
   }
-  std::string name = target_ + ".XXXXXX";
-  descriptor_ = mkostemp(name.data(), O_CLOEXEC);
+  descriptor_ = OpenUnnamed(target_);
   if (descriptor_ < 0) {
-    Fail(errno);
+    std::string name = target_ + ".XXXXXX";
+    descriptor_ = mkostemp(name.data(), O_CLOEXEC);
+    if (descriptor_ < 0) {
+      Fail(errno);
+    }
+    temporary_ = name;
   }
-  temporary_ = name;
   const mode_t mask = umask(0);
   umask(mask);
   fchmod(descriptor_, exists ? status.st_mode & 07777U : 0666U & ~mask);
@@ -136,12 +150,29 @@ void OutputFile::CopyTail() {
   }
 }
 
+void OutputFile::GiveName() {
+  const std::string unnamed = "/proc/self/fd/" + std::to_string(descriptor_);
+  int attempt = 0;
+  std::string name;
+  do {
+    name = target_ + "." + std::to_string(getpid()) + "-" + std::to_string(attempt++);
+    if (linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+      temporary_ = name;
+      return;
+    }
+  } while (errno == EEXIST);
+  Fail(errno);
+}
+
 void OutputFile::Commit() {
   if (mode_ == Mode::KeepTail) {
     CopyTail();
   }
   if (fsync(descriptor_) != 0) {
     Fail(errno);
+  }
+  if (temporary_.empty()) {
+    GiveName();
   }
   const int closed = close(descriptor_);
   descriptor_ = -1;

@@ -49,8 +49,8 @@ class OutputFile {
     KeepTail,
   };
 
-  /// Throws FileError when the target cannot be written: a directory, a write-protected file, a
-  /// directory that takes no new file.
+  /// Throws FileError when the target cannot be written: a directory, a device, a
+  /// write-protected file, a directory that takes no new file.
   explicit OutputFile(const std::string& path, Mode mode = Mode::Replace);
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
@@ -67,9 +67,10 @@ class OutputFile {
 
  private:
   void CopyTail();
+  void GiveName();
 
   std::string target_;
-  std::string temporary_;
+  std::string temporary_;  // empty while the file has no name
   Mode mode_;
   int descriptor_ = -1;
   std::int64_t end_ = 0;

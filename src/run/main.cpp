@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -136,6 +137,8 @@ int Run(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A file that grows past the limit of the shell is an error to report, not the end of the program.
+  std::signal(SIGXFSZ, SIG_IGN);
   auto arguments = ReadArguments(argc, argv);
   if (const int* status = std::get_if<ExitStatus>(&arguments)) {
     return *status;

@@ -1,7 +1,10 @@
 #include "core/files.hpp"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -40,6 +43,36 @@ TEST(OutputFile, TheTargetChangesInOneStepOrNotAtAll) {
   stat(path.c_str(), &status);
   EXPECT_EQ(status.st_mode & 0777U, 0640U);
   EXPECT_EQ(FilesIn(directory.Path("")), 1U) << "nothing is left beside it";
+}
+
+TEST(OutputFile, AKilledProgramLeavesTheOldFileAndNothingBesideIt) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.Path("trial.vmb");
+  WriteFile(path, "the old contents");
+  const int unnamed = open(directory.Path("").c_str(), O_TMPFILE | O_RDWR, 0600);
+  if (unnamed < 0) {
+    GTEST_SKIP() << "this file system has no unnamed files";
+  }
+  close(unnamed);
+  const pid_t writer = fork();
+  if (writer == 0) {
+    OutputFile file(path);
+    file.Write("new");
+    kill(getpid(), SIGKILL);
+  }
+  int status = 0;
+  waitpid(writer, &status, 0);
+  EXPECT_TRUE(WIFSIGNALED(status));
+  EXPECT_EQ(ReadFile(path), "the old contents");
+  EXPECT_EQ(FilesIn(directory.Path("")), 1U);
+}
+
+TEST(OutputFile, APipeIsNoTarget) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.Path("pipe");
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  EXPECT_THROW(OutputFile file(path), FileError);
+  EXPECT_TRUE(std::filesystem::is_fifo(path));
 }
 
 TEST(OutputFile, ALongerOldFileKeepsItsTail) {

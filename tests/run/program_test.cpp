@@ -1,6 +1,7 @@
 // Drives the program itself: exit statuses, several inputs, signals.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -182,6 +183,25 @@ TEST_F(Program, OneCorruptFileOfTwentyIsNamedAndTheOthersAreDone) {
     }
   }
   EXPECT_EQ(inputs, std::vector<std::string>(arguments.begin() + 9, arguments.end()));
+}
+
+TEST_F(Program, AFullDiskFailsTheStepAndLeavesTheOldFile) {
+  const std::string trial = Trial("a.vmb", test::NoiseChannels(4, 20000));
+  std::filesystem::create_directory(Path("out"));
+  WriteFile(Path("out/a-scaled.vmb"), "precious");
+  const std::string recipe = Recipe(kDouble);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit small{.rlim_cur = 100000, .rlim_max = before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);  // the program inherits it
+  const pid_t runner = Start({recipe, trial, "--out", Path("out"), "--set", "factor=2"});
+  setrlimit(RLIMIT_FSIZE, &before);
+  const Ended run = Wait(runner);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_HAS(run.err, "step 3 (save.vmb, line 8)");
+  EXPECT_HAS(run.err, "\"File too large\"");
+  EXPECT_EQ(ReadFile(Path("out/a-scaled.vmb")), "precious");
+  EXPECT_EQ(FilesIn("out"), std::vector<std::string>{"a-scaled.vmb"});
 }
 
 TEST_F(Program, StrictMakesAWarningAFailure) {
