@@ -33,6 +33,13 @@ struct CommandReport {
   std::vector<std::string> warnings;
 };
 
+/// A trial set aside until the next file is joined to it.
+struct MergeStore {
+  bool MergePending = false;
+  std::int32_t NFilesMerged = 1;  // files in the current trial
+  Trial stored;
+};
+
 /// The state of the program, one object made in main and passed by reference.
 struct Workbench {
   explicit Workbench(Questions& answers) : questions(answers) {}
@@ -44,6 +51,7 @@ struct Workbench {
   Trial trial;
   ChooserState chooser;
   NativeRecords records;
+  MergeStore merge;
   CommandReport report;
 
   std::int16_t FirstChanShown = 1;

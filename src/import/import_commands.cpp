@@ -4,6 +4,7 @@
 
 #include "core/workbench.hpp"
 #include "import/load_file.hpp"
+#include "import/merge_form.hpp"
 #include "import/units_file.hpp"
 
 namespace velmora {
@@ -15,20 +16,20 @@ constexpr std::int16_t kNotIdentified = -1;
 // A trial opened by hand gets a rate and a duration that fit each other, whatever its file says.
 void LoadCommand(Workbench& workbench) {
   Trial& trial = workbench.trial;
+  const std::size_t failures = workbench.report.failures.size();
   trial.FileTypeCode = kNotIdentified;
   LoadFile(workbench);
-  if (trial.NData < 1) {
+  if (trial.NData > 0) {
+    trial.Duration = trial.Rate > 0 ? (trial.NData - 1) / trial.Rate : trial.NData;
+    trial.Rate = trial.Rate > 0 ? trial.Rate : 1.0;
+  } else if (workbench.report.failures.size() == failures) {
     workbench.report.failures.push_back("no trial was loaded from " + trial.FileName);
-  } else if (trial.Rate > 0) {
-    trial.Duration = (trial.NData - 1) / trial.Rate;
-  } else {
-    trial.Rate = 1.0;
-    trial.Duration = trial.NData;
   }
 }
 
 constexpr std::array kCommands = {
     Command{"file.load", "&Load selected file", "&File", Needs::Nothing, LoadCommand},
+    Command{"file.merge", "&Merge file with existing data", "&File", Needs::Data, ShowMergeDialogue},
     Command{"file.read-units", "Read Sa&ved units, labels && factors", "&File", Needs::Data, ReadUnitsFile},
 };
 

@@ -11,6 +11,7 @@
 #include "core/progress.hpp"
 #include "core/text.hpp"
 #include "import/load_questions.hpp"
+#include "import/merge_form.hpp"
 #include "import/read_error.hpp"
 #include "import/reader_table.hpp"
 
@@ -111,6 +112,9 @@ void LoadFile(Workbench& workbench) {
   } catch (...) {
     workbench.trial.DiscardData();  // a half-read trial must not pass for one
     throw;
+  }
+  if (workbench.merge.MergePending && workbench.trial.NData > 0) {
+    ShowMergeDialogue(workbench);
   }
 }
 

@@ -96,6 +96,23 @@ int BehindInterveningText(const TextHeader& header, const std::vector<LineKind>&
   return sameShape ? start : later;
 }
 
+// The dialogue's word on columns of the first data line that hold nothing.
+std::string RemarkOnEmptyColumns(std::string_view line, const NumberLayout& layout) {
+  const std::string_view separators = Separators(layout);
+  int empty = 0;
+  bool filled = false;
+  for (const char c : line) {
+    const bool separator = OneOf(c, separators);
+    empty += separator && !filled ? 1 : 0;
+    filled = !separator && (filled || c != ' ');
+  }
+  return empty == 1 ? "One channel contains no data." : empty == 2 ? "Two channels contain no data." : "";
+}
+
+void AddRemark(std::string& remark, std::string_view more) {
+  remark += (remark.empty() || more.empty() ? "" : " ") + std::string(more);
+}
+
 Button AskNotAscii(Workbench& workbench) {
   return workbench.questions.AskBox({.title = "NonASCII file?",
                                      .text = "File does not appear to be an ASCII file.  Press OK to "
@@ -206,6 +223,7 @@ bool FindDataStart(Workbench& workbench, const TextHeader& header, ParseSettings
     settings.ParseSkip += 2;
   }
   settings.columns = CountColumns(line, settings.layout, code);
+  AddRemark(remark, RemarkOnEmptyColumns(line, settings.layout));
   if (settings.columns < 1 || settings.columns > kMaxChannels) {
     settings.columns =
         header.announcedColumns > 0 ? static_cast<int>(header.announcedColumns) : workbench.trial.NChan;

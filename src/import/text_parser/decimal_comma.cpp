@@ -86,6 +86,7 @@ void SettleDecimalComma(const TextHeader& header, DataStart& start) {
   const CommaSigns signs = SignsOf(header, start, semicolons ? ';' : '\t');
   start.layout.decimalComma =
       signs.CanBeDecimal() && (semicolons || signs.MustBeDecimal() || HeaderSaysComma(header));
+  start.remark += start.remark.empty() || !signs.CanBeDecimal() ? "" : " ";
   if (start.layout.decimalComma) {
     start.remark += "Commas are read as decimal commas.";
   } else if (signs.CanBeDecimal()) {

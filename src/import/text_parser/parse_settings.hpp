@@ -36,8 +36,9 @@ struct TextHeader {
   static constexpr std::size_t kLines = 50;
 
   std::vector<std::string> lines;
-  bool fileEnded = false;  // within these lines
-  double rate = 0.0;       // Hz; 0: not given
+  bool fileEnded = false;   // within these lines
+  double rate = 0.0;        // Hz; 0: not given
+  double statedRate = 0.0;  // in words that no rule takes for the rate: told when it differs
   double announcedRecords = 0.0;
   double announcedColumns = 0.0;
   double resolutionBits = 0.0;  // bioPlux

@@ -1,5 +1,7 @@
 #include "import/text_parser/read_notes.hpp"
 
+#include <cmath>
+
 #include "core/numbers.hpp"
 
 namespace velmora {
@@ -60,6 +62,15 @@ std::string NotesOnRead(const ScanFaults& faults, std::int64_t rows, const Parse
     notes.pop_back();
   }
   return notes;
+}
+
+std::string NoteOnRate(const TextHeader& header, double rate) {
+  constexpr double kSame = 1e-3;
+  if (header.statedRate <= 0 || std::abs(header.statedRate - rate) <= kSame * header.statedRate) {
+    return {};
+  }
+  return "The header states " + PlainNumber(header.statedRate) + " Hz, the time column gives " +
+         PlainNumber(rate) + " Hz: it may be a counter and no time.";
 }
 
 bool IsMostlyText(const ScanFaults& faults, std::int64_t rows, const ParseSettings& settings) {

@@ -248,7 +248,10 @@ bool TextParser::IsUsable() {
 }
 
 void TextParser::FinishTrial() {
-  const std::string notes = NotesOnRead(faults_, trial_.NData, settings_, header_);
+  std::string notes = NotesOnRead(faults_, trial_.NData, settings_, header_);
+  if (const std::string rate = NoteOnRate(header_, trial_.Rate); !rate.empty()) {
+    notes += (notes.empty() ? "" : "\n") + rate;
+  }
   std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
   ReadLabelsAndUnits(trial_, header_, settings_);
   FinishDialect(workbench_, header_, settings_.HasTime());

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/workbench.hpp"
+
+namespace velmora {
+
+/// How two trials of different length are brought to one.
+enum class MergeLengths {
+  NormaliseNext,    // re-sample the next file to the stored length
+  NormaliseStored,  // re-sample the stored data to the next file's length
+  CutOrPadStored,   // zeros where the stored data end first
+  CutOrPadNext,
+};
+
+/// Sets the samples of `trial` and what belongs to its channels aside in `store`.
+/// Throws std::bad_alloc, and nothing has changed.
+void StoreForMerge(const Trial& trial, MergeStore& store);
+
+/// Re-samples `trial` to `rate` (Hz) over the same time; nothing happens when a rate is not known.
+void SynchroniseRate(Trial& trial, double rate);
+
+/// Brings both to one number of samples. Afterwards row 0 of the one that was left alone holds the
+/// times.
+void MatchLengths(Trial& stored, Trial& next, MergeLengths how);
+
+/// `next` becomes the stored channels followed by its own, with their labels, units and the rest;
+/// both must have the same number of samples, and 64 channels at most together. Row 0 is taken from
+/// `times`, which is one of the two. Throws std::bad_alloc, and nothing has changed.
+void JoinChannels(const Trial& stored, Trial& next, const Trial& times);
+
+}  // namespace velmora

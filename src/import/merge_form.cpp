@@ -1,0 +1,147 @@
+#include "import/merge_form.hpp"
+
+#include <algorithm>
+
+#include "core/form.hpp"
+#include "core/helpers.hpp"
+#include "core/numbers.hpp"
+#include "import/merge.hpp"
+
+namespace velmora {
+namespace {
+
+std::string Whole(double number) {
+  return FormatNumber(number, "0");
+}
+
+class MergeForm : public Form {
+ public:
+  explicit MergeForm(Workbench& workbench)
+      : Form("frmMerge", "Merge Files"),
+        workbench_(workbench),
+        trial_(workbench.trial),
+        store_(workbench.merge) {
+    const bool pending = store_.MergePending;
+    message_ = "Channels " + Whole(trial_.NChan) + ", data per channel " + Whole(trial_.NData) +
+               ", files merged " + Whole(store_.NFilesMerged) + ", sampling rate " +
+               FormatNumber(trial_.Rate, workbench.RatePattern) + " Hz";
+    fields_ = {
+        {.name = "option",
+         .caption = "Files of different length",
+         .target = &option_,
+         .choices = {"&Normalize data size of next file to match current data size",
+                     "&Normalize to current data size to match next file loaded",
+                     "&Truncate or pad current data to match size of next file",
+                     "&Truncate or pad next file to match current data size"}},
+        {.name = "lblMessage", .caption = "Current data", .target = &message_},
+    };
+    const auto role = [](bool accept) { return accept ? FormButton::Role::Accept : FormButton::Role::Other; };
+    buttons_ = {
+        {.caption = "&Save", .role = role(!pending), .press = [this] { return Save(); }},
+        {.caption = "&Merge", .role = role(pending), .press = [this] { return Merge(); }},
+        {.caption = "&Cancel", .role = FormButton::Role::Cancel, .press = [this] { return Leave(); }}};
+  }
+
+ private:
+  bool Save() {
+    if (trial_.NChan >= kMaxChannels) {
+      TellTooMany(workbench_);
+      return false;
+    }
+    StoreForMerge(trial_, store_);
+    return true;
+  }
+
+  bool Leave() {
+    store_.MergePending = false;
+    store_.stored = Trial();
+    return true;
+  }
+
+  bool Merge() {
+    if (!store_.MergePending) {
+      ShowRefusal(workbench_, {.title = "Nothing to Merge",
+                               .text = "Press Save first, then load the next file.",
+                               .icon = Icon::Exclamation});
+      return false;
+    }
+    if (store_.stored.NChan + trial_.NChan > kMaxChannels) {
+      TellTooMany(workbench_);
+      return false;
+    }
+    if (!MatchRates()) {
+      return Leave();
+    }
+    Join();
+    return Leave();
+  }
+
+  // False: the user exits rather than have the new file re-sampled.
+  bool MatchRates() {
+    if (trial_.Rate == store_.stored.Rate) {
+      return true;
+    }
+    const Button answer = workbench_.questions.AskBox(
+        {.title = "Sampling Rate Differ",
+         .text = "Sampling rate is different from stored data.  Press Yes to synchronize the sampling rates "
+                 "or No to exit.",
+         .icon = Icon::Question,
+         .buttons = {Button::Yes, Button::No}});
+    if (answer == Button::Yes) {
+      SynchroniseRate(trial_, store_.stored.Rate);
+    }
+    return answer == Button::Yes;
+  }
+
+  void Join() {
+    Trial& stored = store_.stored;
+    const auto how = static_cast<MergeLengths>(option_);
+    const bool differ = stored.NData != trial_.NData;
+    const bool nextKept = how == MergeLengths::NormaliseStored || how == MergeLengths::CutOrPadStored;
+    if (differ) {
+      workbench_.questions.AskBox({.title = "File Sizes Different",
+                                   .text = "Stored data have " + Whole(stored.NData) +
+                                           " data per channel.\nNext file has " + Whole(trial_.NData) +
+                                           " data per channel.",
+                                   .icon = Icon::Information});
+      MatchLengths(stored, trial_, how);
+    }
+    JoinChannels(stored, trial_, differ && nextKept ? trial_ : stored);
+    trial_.Rate = stored.Rate;
+    std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
+    trial_.Duration = trial_.Rate > 0 ? (trial_.NData - 1) / trial_.Rate : trial_.NData;
+    NormaliseCursors(trial_);
+    ShowFirstChannelPage(workbench_);
+    ++store_.NFilesMerged;
+    MarkChanged(workbench_, true);
+  }
+
+  static void TellTooMany(Workbench& workbench) {
+    ShowRefusal(workbench, {.title = "Too Many Channels Used",
+                            .text = "You must erase some channels using the Channel menu. Press &Cancel to "
+                                    "exit.",
+                            .icon = Icon::Exclamation});
+  }
+
+  friend void velmora::ShowMergeDialogue(Workbench& workbench);
+
+  Workbench& workbench_;
+  Trial& trial_;
+  MergeStore& store_;
+  std::int32_t option_ = 0;
+  std::string message_;
+};
+
+}  // namespace
+
+void ShowMergeDialogue(Workbench& workbench) {
+  if (workbench.trial.NData < 1) {
+    return;
+  }
+  if (workbench.trial.NChan >= kMaxChannels) {
+    MergeForm::TellTooMany(workbench);
+  }
+  MergeForm(workbench).Show(workbench);
+}
+
+}  // namespace velmora
