@@ -67,7 +67,7 @@ TEST_F(RecipeRunTest, EveryWayAStepCanFailIsTold) {
   Run("  - info: \"${out}/no/such/i.json\"\n");
   EXPECT_NE(Why().find("cannot write"), std::string::npos);
   Run("  - do: file.load\n    file: \"${out}/missing.vmb\"\n");
-  EXPECT_NE(Why().find("no trial was loaded"), std::string::npos);
+  EXPECT_NE(Why().find("Error reading file"), std::string::npos);
   Run("  - do: math.power\n    answers: [pick: {values: {1: 200}}]\n");  // does not fit 32 bits
   EXPECT_TRUE(outcome_.failure);
 }
