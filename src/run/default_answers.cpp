@@ -22,7 +22,8 @@ Button DefaultAnswers::AskBox(const Box& box) {
 }
 
 std::string DefaultAnswers::AskInput(const InputQuestion& question) {
-  NeedsRecipe(question.prompt);
+  messages_(question.prompt + " (taken: " + question.defaultText + ")");
+  return question.defaultText;
 }
 
 std::vector<std::string> DefaultAnswers::AskFile(const FileQuestion& question) {

@@ -9,8 +9,9 @@
 
 namespace velmora {
 
-/// Loads a file that nobody wrote a recipe for: a form is accepted once as it is offered, and the
-/// texts of boxes are passed on. What would need a decision abandons the command.
+/// Loads a file that nobody wrote a recipe for: a form is accepted once as it is offered, a line to
+/// type keeps its default, and prompts and boxes are passed on as messages. What would need a decision
+/// abandons the command.
 class DefaultAnswers : public Questions {
  public:
   using Sink = std::function<void(std::string_view message)>;

@@ -87,41 +87,55 @@ int Status(const std::vector<RunResult>& results) {
   return kAllRan;
 }
 
-int RunRecipe(const Arguments& arguments) {
-  std::optional<TranscriptFile> transcript;
+/// What has to be right before anything runs.
+struct Preparation {
   std::string text;
   Recipe first;
+  std::optional<TranscriptFile> transcript;
+};
+
+/// False, with the reason told, when it is not right. A recipe that cannot be read leaves no trace.
+bool Prepare(const Arguments& arguments, Preparation& prepared) {
   std::string subject = arguments.recipe;
   try {
-    text = ReadText(arguments.recipe);
-    first = RecipeFor(arguments, text, 0);
+    prepared.text = ReadText(arguments.recipe);
+    prepared.first = RecipeFor(arguments, prepared.text, 0);
     subject = arguments.out;
     std::filesystem::create_directories(arguments.out);
     subject = arguments.transcript;
     if (!arguments.transcript.empty()) {
-      transcript.emplace(arguments.transcript, std::max<std::size_t>(arguments.inputs.size(), 1));
+      prepared.transcript.emplace(arguments.transcript, std::max<std::size_t>(arguments.inputs.size(), 1));
     }
+    return true;
   } catch (const RecipeError& error) {
     Tell(error.what());
-    return kBadUsage;
   } catch (const std::exception& error) {
     Tell(subject + ": " + error.what());
+  }
+  return false;
+}
+
+bool KeepTranscript(const Arguments& arguments, TranscriptFile& transcript) {
+  try {
+    transcript.Commit();
+    return true;
+  } catch (const FileError& error) {
+    Tell(arguments.transcript + ": " + error.what());
+    return false;
+  }
+}
+
+int RunRecipe(const Arguments& arguments) {
+  Preparation prepared;
+  if (!Prepare(arguments, prepared)) {
     return kBadUsage;
   }
   CatchInterrupts();
-  const std::vector<RunResult> results =
-      RunBatch(arguments, text, first, transcript ? &*transcript : nullptr);
+  TranscriptFile* transcript = prepared.transcript ? &*prepared.transcript : nullptr;
+  const std::vector<RunResult> results = RunBatch(arguments, prepared.text, prepared.first, transcript);
   Print(stderr, ClosingTable(results));
-  int status = Status(results);
-  if (transcript) {
-    try {
-      transcript->Commit();
-    } catch (const FileError& error) {
-      Tell(arguments.transcript + ": " + error.what());
-      status = std::max(status, kStepFailed);
-    }
-  }
-  return status;
+  const bool kept = transcript == nullptr || KeepTranscript(arguments, *transcript);
+  return kept ? Status(results) : std::max(Status(results), kStepFailed);
 }
 
 int Run(const Arguments& arguments) {

@@ -125,6 +125,11 @@ TEST_F(Program, AsksForNothingButWhatItIsToldTo) {
   EXPECT_EQ(bad.status, 1);
   EXPECT_EQ(bad.out, "");
   EXPECT_HAS(bad.err, "Error reading file.");
+  WriteFile(Path("text.csv"), "a,b\n1,2\n3,4\n5,6\n");
+  const Ended text = Run({"--info", Path("text.csv")});  // asks how to be read, and for a rate
+  EXPECT_EQ(text.status, 0);
+  EXPECT_EQ(json::parse(text.out)["NChan"], 2);
+  EXPECT_HAS(text.err, "(taken: 0)");
   EXPECT_HAS(Run({"--commands"}).out, "\nmath.add ");
   EXPECT_EQ(Run({"--version"}).out, "velmora2-run " + std::string(VersionText) + "\n");
   EXPECT_HAS(Run({"--help"}).out, "--transcript FILE");
