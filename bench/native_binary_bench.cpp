@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "bench_support.hpp"
 #include "export/save_data.hpp"
 #include "import/load_file.hpp"
 
@@ -17,28 +18,6 @@ namespace velmora {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{1} << 20;
-
-/// Answers the one question of a save; everything else needs no answer.
-class SaveTo : public Questions {
- public:
-  explicit SaveTo(std::string path) : path_(std::move(path)) {}
-  Button AskBox(const Box& /*box*/) override { return Button::OK; }
-  std::string AskInput(const InputQuestion& /*question*/) override { return {}; }
-  std::vector<std::string> AskFile(const FileQuestion& /*question*/) override { return {path_}; }
-  std::string AskPick(ChannelPicker& /*picker*/) override { return "Cancel"; }
-  std::string AskForm(Form& /*form*/) override { return "Cancel"; }
-  void ShowProgress(ProgressPanel& /*panel*/) override {}
-  void EndProgress(ProgressPanel& /*panel*/) override {}
-
- private:
-  std::string path_;
-};
-
-std::string BenchPath(const char* name) {
-  const char* directory = std::getenv("VELMORA_BENCH_DIR");
-  return (directory != nullptr ? std::filesystem::path(directory) : std::filesystem::temp_directory_path()) /
-         name;
-}
 
 const std::string& BigFile() {
   static const std::string path = [] {
