@@ -39,4 +39,14 @@ bool FileExists(std::string_view directory, std::string_view name) {
   return !std::filesystem::is_directory(path, error) && std::ifstream(path).is_open();
 }
 
+std::string FileSizeText(const std::string& path) {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  return error ? std::string() : std::to_string(size);
+}
+
+std::string ShortNameOf(std::string_view path) {
+  return FileNamePart(path);
+}
+
 }  // namespace velmora

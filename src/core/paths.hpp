@@ -22,4 +22,10 @@ std::string DirectoryOf(std::string_view path);
 /// Whether `name` in `directory` (empty: as it stands) can be opened for reading.
 bool FileExists(std::string_view directory, std::string_view name);
 
+/// The size in bytes, in digits; empty when there is no such file.
+std::string FileSizeText(const std::string& path);
+
+/// The short form of a file's name, which here is the name itself.
+std::string ShortNameOf(std::string_view path);
+
 }  // namespace velmora

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/picker.hpp"
+#include "core/preferences.hpp"
 #include "core/questions.hpp"
 #include "core/trial.hpp"
 
@@ -63,6 +64,7 @@ struct Workbench {
   double SecondsDuration = 0.0;  // 0 when that is not known of this trial
   bool TimeReversed = false;     // the check mark of the reversal
 
+  Preferences preferences;
   std::string DataDir;
   std::string StartDir;
   std::string ExeName = "Velmora2.exe";

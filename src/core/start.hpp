@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/settings.hpp"
+#include "core/workbench.hpp"
+
+namespace velmora {
+
+/// The items of a command line: split at blanks, a part in double quotes stays whole.
+std::vector<std::string> SplitCommandLine(std::string_view line);
+
+/// A directory as the browser takes it: the current one when empty, a colon behind a drive letter
+/// alone, and no doubled separator at its end.
+std::string CleanDirectory(std::string directory);
+
+/// Sets directories, file name, user level and preferences from the store, and the directory of the
+/// program family from the environment when the store has none.
+void ReadStartSettings(Workbench& workbench, const SettingsStore& store);
+
+/// Stores what the next session is to start with. A store that refuses is told in a box.
+void WriteExitSettings(Workbench& workbench, SettingsStore& store);
+
+/// Stores directory and file name at once, after a load from the browser; the same box.
+void SaveLastFile(Workbench& workbench, SettingsStore& store);
+
+/// The first item of a command line names a data file and so its directory too.
+void TakeCommandLine(Workbench& workbench, const std::vector<std::string>& items);
+
+enum class StartAction { LoadFile, ShowAbout, Nothing };
+
+/// What a session starts with, by trial.FileName: an existing file is loaded; the about panel comes
+/// first when there is none or it is "?"; nothing happens for ";" and for a file that is missing.
+StartAction FirstAction(const Workbench& workbench);
+
+/// "Velmora2", its version and what it is for, in lines.
+std::string AboutText();
+
+/// Where the manual is, whether or not it exists.
+std::string ManualPath(const Workbench& workbench);
+
+}  // namespace velmora
