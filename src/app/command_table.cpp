@@ -9,6 +9,7 @@
 #include "core/helpers.hpp"
 #include "core/text.hpp"
 #include "dsp/bias_commands.hpp"
+#include "dsp/filter_commands.hpp"
 #include "dsp/math_commands.hpp"
 #include "dsp/time_base_commands.hpp"
 #include "export/export_commands.hpp"
@@ -19,8 +20,8 @@ namespace {
 
 std::vector<Command> Assemble() {
   std::vector<Command> all;
-  for (const std::span<const Command> folder :
-       {ImportCommands(), ExportCommands(), MathCommands(), BiasCommands(), TimeBaseCommands()}) {
+  for (const std::span<const Command> folder : {ImportCommands(), ExportCommands(), MathCommands(),
+                                                FilterCommands(), BiasCommands(), TimeBaseCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

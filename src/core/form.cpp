@@ -17,6 +17,12 @@ namespace {
   throw std::invalid_argument("field " + field.name + ": " + why);
 }
 
+void RefuseReadOnly(const FormField& field) {
+  if (field.readOnly) {
+    Refuse(field, "is shown and cannot be set");
+  }
+}
+
 std::optional<bool> YesNo(std::string_view text) {
   for (const char* yes : {"true", "yes", "-1", "1"}) {
     if (EqualNoCase(text, yes)) {
@@ -95,6 +101,7 @@ const FormButton* Form::FindButton(std::string_view caption) const {
 }
 
 void Form::Edit(const FormField& field, std::string_view text) {
+  RefuseReadOnly(field);
   std::visit(EditOne{field, text}, field.target);
   if (field.edited) {
     field.edited();
@@ -102,6 +109,7 @@ void Form::Edit(const FormField& field, std::string_view text) {
 }
 
 void Form::Edit(const FormField& field, int channel, std::string_view text) {
+  RefuseReadOnly(field);
   if (channel < 1 || channel > kMaxChannels) {
     Refuse(field, "there is no channel " + std::to_string(channel));
   }
@@ -113,6 +121,7 @@ void Form::Edit(const FormField& field, int channel, std::string_view text) {
   } else {
     Refuse(field, "is not a value per channel");
   }
+  editedChannel_ = channel;
   if (field.edited) {
     field.edited();
   }

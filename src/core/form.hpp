@@ -35,6 +35,8 @@ struct FormField {
   std::string prompt{};
   /// Runs after an edit of this field: warnings, fields that depend on it.
   std::function<void()> edited{};
+  /// Shown and never edited.
+  bool readOnly = false;
 };
 
 struct FormButton {
@@ -74,12 +76,16 @@ class Form {
   void Show(Workbench& workbench);
 
  protected:
+  /// The channel that `edited` of a per-channel field runs for.
+  [[nodiscard]] int EditedChannel() const { return editedChannel_; }
+
   std::vector<FormField> fields_;
   std::vector<FormButton> buttons_;
 
  private:
   std::string name_;
   std::string title_;
+  int editedChannel_ = 0;
 };
 
 }  // namespace velmora

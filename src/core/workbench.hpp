@@ -74,6 +74,8 @@ struct Workbench {
 
   double TimeStep = 0.0;  // seconds per sample, recomputed on entry by the commands that use it
   PerChannel<float> ScaleMemory{};
+  ChannelFlags ZeroLag{};                   // of the last filter dialogue
+  PerChannel<float> FilterCutoffs{};        // Hz, in force
   PerChannel<float> LastLowPassCutoffs{};   // Hz
   PerChannel<float> LastHighPassCutoffs{};  // Hz
   PerChannel<double> ChanThreshold{};

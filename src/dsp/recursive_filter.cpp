@@ -1,5 +1,6 @@
 #include "dsp/recursive_filter.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <stdexcept>

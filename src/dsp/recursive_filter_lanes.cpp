@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstddef>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "dsp/filter_padding.hpp"
