@@ -16,13 +16,12 @@ constexpr std::int16_t kNotIdentified = -1;
 // A trial opened by hand gets a rate and a duration that fit each other, whatever its file says.
 void LoadCommand(Workbench& workbench) {
   Trial& trial = workbench.trial;
-  const std::size_t failures = workbench.report.failures.size();
   trial.FileTypeCode = kNotIdentified;
   LoadFile(workbench);
   if (trial.NData > 0) {
     trial.Duration = trial.Rate > 0 ? (trial.NData - 1) / trial.Rate : trial.NData;
     trial.Rate = trial.Rate > 0 ? trial.Rate : 1.0;
-  } else if (workbench.report.failures.size() == failures) {
+  } else {
     workbench.report.failures.push_back("no trial was loaded from " + trial.FileName);
   }
 }

@@ -1,0 +1,350 @@
+#include <unistd.h>
+
+#include "support/text_load.hpp"
+
+namespace velmora {
+namespace {
+
+using Frames = std::vector<std::vector<float>>;
+
+struct TextParserTest : test::TextLoadTest {};
+
+TEST_F(TextParserTest, TabCommaAndBlankSeparatedFilesReadAlikeWithNothingChanged) {
+  const Frames expected = {{1, -2.5F, 30}, {4, 0.5F, -6e-3F}, {7, 8, 9}};
+  for (const char* text : {
+           "one\ttwo\tthree\n1\t-2.5\t3e1\n4\t.5\t-6E-03\n7\t8.\t+9\n",
+           "one,two,three\r\n1,-2.5,3e1\r\n4,.5,-6E-03\r\n7,8.,+9\r\n",
+           "one two three\r  1  -2.5 3e1\r4 .5   -6E-03  \r7 8. +9",
+           "one, two, three\n 1 , -2.5,\t3e1\n4,.5 ,-6E-03\n7,8.,+9",
+       }) {
+    LoadWithDefaults("a.txt", text);
+    // The last one mixes a comma and a tab: each separates, so it has an empty column.
+    if (std::string(text).find(",\t") == std::string::npos) {
+      EXPECT_EQ(Rows(), expected) << text;
+    } else {
+      EXPECT_EQ(trial.NChan, 4);
+    }
+    EXPECT_EQ(trial.FileTypeCode, 15);
+    EXPECT_EQ(trial.Rate, 100.0);
+  }
+  EXPECT_EQ(questions.panels.back().format, "ASCII data");
+  EXPECT_EQ(questions.panels.back().status, "3 samples/chan.");
+}
+
+TEST_F(TextParserTest, WhatATrialOfPlainColumnsHolds) {
+  trial.Rate = 250.0;  // of the trial before
+  AnswerForm({{"TrialTitle", "7 hops"}});
+  questions.inputAnswers = {"50"};
+  Load("hop.csv", "x,y\n1,2\n3,4\n5,6\n");
+  ASSERT_EQ(questions.inputs.size(), 1U);
+  EXPECT_EQ(questions.inputs[0].title, "Enter Sampling Rate");
+  EXPECT_EQ(questions.inputs[0].defaultText, "250");
+  EXPECT_EQ(Offered("TrialTitle"), "Parsed ASCII data file: hop.CSV");
+  EXPECT_EQ(Offered("ParseSkip"), "1");
+  EXPECT_EQ(Offered("NChan"), "2");
+  EXPECT_EQ(trial.TrialTitle, "7 hops");
+  EXPECT_EQ(trial.HeaderLines[1], "x,y");
+  EXPECT_EQ(trial.HeaderLines[4], "5,6");
+  EXPECT_EQ(trial.HeaderLines[5], "End-of-file");
+  EXPECT_EQ(trial.ChanLabel[0], "Time");
+  EXPECT_EQ(trial.ChanUnits[0], "s");
+  EXPECT_EQ(Labels(), (std::vector<std::string>{"Chan. 01", "Chan. 02"}));
+  EXPECT_EQ(UnitsOfChannels(), (std::vector<std::string>{"", ""}));
+  EXPECT_EQ(trial.ChanColour[1], 2);
+  EXPECT_EQ(trial.ChanNumber[2], 1);
+  EXPECT_EQ(trial.ChanRate[2], 50.0);
+  EXPECT_EQ(trial.ChanGain[1], 1.0);
+  EXPECT_EQ(trial.ChanAutozero[1], -1);
+  EXPECT_FLOAT_EQ(trial.Data(3, 0), 0.04F);
+  EXPECT_DOUBLE_EQ(trial.Duration, 0.04);
+}
+
+TEST_F(TextParserTest, HeaderIsSkippedAndTwoLinesAreTooFew) {
+  // Lines that only look like numbers: too short, a lone sign, a point without digits behind it.
+  LoadWithDefaults("a.txt", "5\n- 3\n1. 2\nE+\n....\n,,,,\n12 13\n14 15\n16 17\n");
+  EXPECT_EQ(Offered("ParseSkip"), "6");
+  EXPECT_EQ(Rows(), (Frames{{12, 13}, {14, 15}, {16, 17}}));
+  Load("b.txt", "1 2\n3 4\n");
+  EXPECT_EQ(LastBox(), "Unreadable File|Try editing or deleting the first line, then reread the file.");
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_EQ(questions.panels.back().status, "Reading cancelled.");
+}
+
+TEST_F(TextParserTest, ANumberAboveTheHeadingIsNoData) {
+  LoadWithDefaults("a.csv", "Devices,,\n2000,,\n,one,two\n1,2,3\n4,5,6\n7,8,9\n");
+  EXPECT_EQ(Offered("ParseSkip"), "3");
+  EXPECT_EQ(Offered("lblMessage"), "Line 2 looks like data, but text follows it: data start at line 4.");
+  EXPECT_EQ(Rows(), (Frames{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}));
+  // Lines of one shape on both sides of a text are one table: nothing is lost, and the text is told.
+  LoadWithDefaults("b.csv", "1,2\n3,4\nbreak\n5,6\n7,8\n");
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}, {0, 0}, {5, 6}, {7, 8}}));
+  EXPECT_NE(LastBox().find("1 fields are no numbers and were read as 0, the first in line 3"),
+            std::string::npos);
+}
+
+TEST_F(TextParserTest, FieldsOfTheDialogue) {
+  const char* text = "a b c\n1 2 3\n4 5 6\n7 8 9\n10 11 12\n";
+  LoadWithDefaults("a.txt", text, {{"ParseMaxRecords", "2"}, {"ParseSkip", "2"}, {"Rate", "20"}});
+  EXPECT_EQ(Rows(), (Frames{{4, 5, 6}, {7, 8, 9}}));
+  EXPECT_EQ(trial.Rate, 20.0);
+  EXPECT_EQ(questions.inputAnswers.size(), 1U) << "a rate typed in the dialogue is not asked for again";
+
+  LoadWithDefaults("a.txt", text, {{"NChan", "2"}, {"ParseSkipToEndOfLine", "true"}});
+  ASSERT_EQ(questions.boxes.size(), 1U);
+  EXPECT_EQ(LastBox(),
+            "Some Data Will Be Unread|You have selected to read fewer than the actual number of columns in "
+            "the data file.\nThe last columns will not be read.");
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {4, 5}, {7, 8}, {10, 11}}));
+
+  LoadWithDefaults("a.txt", text, {{"NChan", "4"}});
+  EXPECT_EQ(questions.boxes[1].title, "Too Many Channels Selected");
+  EXPECT_EQ(Rows()[0], (std::vector<float>{1, 2, 3, 0}));
+  EXPECT_NE(LastBox().find("4 lines have fewer columns than were read, the first is line 2"),
+            std::string::npos);
+
+  questions.inputAnswers = {"100"};
+  AnswerForm({{"NChan", "65"}});
+  AnswerForm({{"NChan", "3"}});
+  Load("a.txt", text);
+  EXPECT_EQ(questions.boxes.back().title, "Maximum Channels Exceeded");
+  EXPECT_EQ(Rows().size(), 4U);
+
+  AnswerForm({}, "Cancel");
+  Load("a.txt", text);
+  EXPECT_EQ(trial.NData, 0);
+  questions.inputAnswers = {""};
+  AnswerForm();
+  Load("a.txt", text);
+  EXPECT_EQ(trial.NData, 0) << "an empty rate gives the read up";
+}
+
+TEST_F(TextParserTest, LabelsUnitsTitleAndHeaderFromTheDialogue) {
+  const char* text = "# title\nFx,Fy,\"Moment, z\"\n(N),(N),(N.m)\n1,2,3\n4,5,6\n";
+  LoadWithDefaults("a.csv", text, {{"ParseLabelsLine", "2"}, {"ParseUnitsLine", "3"}});
+  EXPECT_EQ(Labels(), (std::vector<std::string>{"Fx", "Fy", "Moment, z"}));
+  EXPECT_EQ(UnitsOfChannels(), (std::vector<std::string>{"(N)", "(N)", "(N.m)"}));
+
+  AnswerForm({}, "Labels");
+  questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+    picker.SetName(2, "vertical");
+    return "Save";
+  });
+  AnswerForm({}, "Units");
+  questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+    picker.SetName(3, "lb.ft");
+    return "Save";
+  });
+  AnswerForm({}, "Title");
+  questions.inputAnswers = {"3 plates", "100"};
+  AnswerForm({}, "View Header");
+  AnswerForm({{"lstHeader4", "yes"}});  // the first line of numbers is skipped as well
+  AnswerForm({}, "Help");
+  AnswerForm();
+  Load("a.csv", text);
+  EXPECT_EQ(Labels(), (std::vector<std::string>{"Chan. 01", "vertical", "Chan. 03"}));
+  EXPECT_EQ(UnitsOfChannels(), (std::vector<std::string>{"", "", "lb.ft"}));
+  EXPECT_EQ(trial.TrialTitle, "3 plates");
+  EXPECT_EQ(Rows(), (Frames{{4, 5, 6}}));
+}
+
+TEST_F(TextParserTest, TimeColumnGivesTheRate) {
+  // 32-bit times: 2.5 s, 0.5 s apart from 0.5 s.
+  const char* text = "t v\n0.5 10\n1.0 20\n1.5 30\n2.0 40\n";
+  LoadWithDefaults("a.txt", text, {{"ParseHasTime", "true"}});
+  EXPECT_EQ(Rows(), (Frames{{10}, {20}, {30}, {40}}));
+  EXPECT_EQ(trial.Rate, 2.0);
+  EXPECT_EQ(trial.Data(4, 0), 2.0F);
+  EXPECT_EQ(trial.Duration, 1.5);
+  EXPECT_EQ(questions.inputAnswers.size(), 1U) << "no question about the rate";
+
+  // The column may be any; the rate is cut to three decimals: 3/(3*0.3) = 3.3333.
+  LoadWithDefaults("b.txt", "a\n10 0 1\n20 0.25 2\n30 0.5 3\n40 0.9 4\n",
+                   {{"ParseHasTime", "true"}, {"ParseTimeColumn", "2"}});
+  EXPECT_EQ(Rows()[3], (std::vector<float>{40, 4}));
+  EXPECT_EQ(trial.Rate, 3.333);
+}
+
+TEST_F(TextParserTest, GivenRateIsHeldAgainstTheTimes) {
+  const std::string numbers = "0 1\n0.5 2\n1 3\n1.5 4\n";
+  LoadWithDefaults("near.txt", "FREQUENCY 2.001\n" + numbers, {{"ParseHasTime", "1"}});
+  EXPECT_EQ(trial.Rate, 2.001) << "within a thousandth the given rate holds";
+
+  questions.inputAnswers = {""};
+  AnswerForm({{"ParseHasTime", "-1"}});
+  Load("far.txt", "FREQUENCY 4\n" + numbers);
+  EXPECT_EQ(questions.inputs.back().title, "Enter Correct Sampling Rate");
+  EXPECT_EQ(questions.inputs.back().prompt,
+            "Given sampling rate was different from rate computed from data file.\nGiven rate was 4.00 Hz\n"
+            "Calculated rate was 2.00 Hz\nEnter correct sampling rate per channel (Hz)");
+  EXPECT_EQ(questions.inputs.back().defaultText, "2");
+  EXPECT_EQ(trial.Rate, 2.0);
+}
+
+TEST_F(TextParserTest, TimesThatDoNotRunForwardAreAskedAbout) {
+  const char* text = "t v\n3 10\n2 20\n1 30\n";
+  AnswerForm({{"ParseHasTime", "true"}});
+  questions.boxAnswers = {Button::Retry, Button::Cancel};
+  AnswerForm();                  // again, with the time box still checked
+  AnswerForm({{"Rate", "10"}});  // and now without
+  Load("a.txt", text);
+  ASSERT_EQ(questions.boxes.size(), 2U);
+  EXPECT_EQ(questions.boxes[0].title, "Invalid Format of Data or Time Channel");
+  EXPECT_EQ(Offered("ParseHasTime"), "false");
+  EXPECT_EQ(offered[1][4].second, "true");
+  EXPECT_EQ(Rows(), (Frames{{3, 10}, {2, 20}, {1, 30}}));
+  EXPECT_EQ(trial.Rate, 10.0);
+}
+
+TEST_F(TextParserTest, BlankLinesAmongTheRecords) {
+  const char* text = "head\n\n1 2\n3 4\n\n  \n5 6\n\n7 8\n\n\n";
+  for (const Button answer : {Button::Yes, Button::No, Button::Cancel}) {
+    questions.boxes.clear();
+    questions.boxAnswers = {answer};
+    LoadWithDefaults("a.txt", text);
+    ASSERT_EQ(questions.boxes.at(0).title, "Blank Lines in Data Stream");
+    EXPECT_TRUE(questions.boxes[0].text.starts_with(
+        "One or more blanks lines were found in the data stream.  Number of blank lines found: 3.\nThe blank "
+        "lines were found starting at line 5.\nGenerally"));
+    const Frames all = {{1, 2}, {3, 4}, {5, 6}, {7, 8}};
+    EXPECT_EQ(Rows(), answer == Button::Yes  ? all
+                      : answer == Button::No ? Frames(all.begin(), all.begin() + 2)
+                                             : Frames());
+  }
+}
+
+TEST_F(TextParserTest, NothingWrongGoesUnsaid) {
+  LoadWithDefaults("a.csv", "a,b,c\n1,2,3\n4,x,6\n7,,9\n10,11,12,13\n14,1.2.3\n15,1e99,-0\n");
+  EXPECT_EQ(Rows(), (Frames{{1, 2, 3}, {4, 0, 6}, {7, 0, 9}, {10, 11, 12}, {14, 0, 0}, {15, 0, 0}}));
+  EXPECT_EQ(LastBox(),
+            "Check the Data|3 fields are no numbers and were read as 0, the first in line 3, column 2: check "
+            "the records to skip and the channels to be read.\n"
+            "1 lines have fewer columns than were read, the first is line 6; the missing values were read as "
+            "0.\n1 lines have more columns than were read, the first is line 5: check the channels to be "
+            "read.\n1 empty fields were read as 0, the first in line 4, column 2.");
+  EXPECT_EQ(workbench.report.warnings.size(), 1U);
+  EXPECT_TRUE(std::signbit(trial.Data(6, 3)));
+
+  // More text than numbers means wrong parameters: no trial.
+  LoadWithDefaults("b.csv", "a,b,c\n1,2,3\n4,x,6\nx,y,7\nz,z,z\nz,z,z\n");
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_TRUE(LastBox().starts_with("Start of Data Not Found|Most of what was read is no number"));
+}
+
+TEST_F(TextParserTest, StartAndColumnsThatCannotBeFound) {
+  std::string longHeader;
+  for (int i = 0; i < 60; ++i) {
+    longHeader += "line of a long header\n";
+  }
+  AnswerForm();  // refused: how many columns?
+  AnswerForm({{"ParseSkip", "60"}});
+  questions.inputAnswers = {"100"};
+  Load("a.txt", longHeader + "1\t2\n3\t4\n");
+  EXPECT_EQ(questions.boxes.at(0).title, "Start of Data Not Found");
+  EXPECT_EQ(questions.boxes.at(1).title, "Number of Channels Unknown");
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}})) << "the line pointed at tells the columns";
+
+  std::string wide = "head\n";
+  for (int row = 0; row < 3; ++row) {
+    for (int c = 1; c <= 70; ++c) {
+      wide += std::to_string(c + row) + (c < 70 ? "," : "\n");
+    }
+  }
+  questions.boxes.clear();
+  LoadWithDefaults("b.csv", wide, {{"NChan", "64"}});
+  EXPECT_EQ(questions.boxes.at(0).title, "Number of Channels Unknown");
+  EXPECT_EQ(trial.NChan, 64);
+  EXPECT_EQ(trial.Data(3, 64), 66.0F);
+  EXPECT_NE(LastBox().find("3 lines have more columns than were read"), std::string::npos);
+}
+
+TEST_F(TextParserTest, CharactersThatAreNotAscii) {
+  // Inside a line that is no data anyway they do not matter; at the decisive place they are asked about.
+  LoadWithDefaults("a.txt", "Schritt \xC3\xA4\n1 2\n3 4\n");
+  EXPECT_TRUE(questions.boxes.empty());
+  EXPECT_EQ(trial.HeaderLines[1], "Schritt \xC3\xA4");
+  LoadWithDefaults("b.txt", "Temp\xE9rature\n1 2\n3 4\n");
+  EXPECT_EQ(trial.HeaderLines[1], "Temp\xC3\xA9rature") << "Windows-1252 where it is not UTF-8";
+  const char* text = "\xC3\x84hnlich\n\xC3\x96l\n1 2\n3 4\n";
+  questions.boxAnswers = {Button::Yes};
+  LoadWithDefaults("c.txt", text);
+  EXPECT_EQ(questions.boxes.at(0).title, "NonASCII file?");
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}}));
+  questions.boxAnswers = {Button::No};
+  Load("c.txt", text);
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_EQ(questions.boxes.size(), 2U);
+}
+
+TEST_F(TextParserTest, Encodings) {
+  const std::string text =
+      "Kr\xC3\xA4"
+      "fte [N]\r\n1,2\r\n3,4\r\n-5.5,6\r\n";
+  const auto wide = [&text](bool little, bool mark) {
+    std::u16string units = mark ? u"\uFEFF" : u"";
+    units += u"Kr\u00E4fte [N]\r\n1,2\r\n3,4\r\n-5.5,6\r\n";
+    std::string bytes;
+    for (const char16_t unit : units) {
+      const char low = static_cast<char>(unit & 0xFF);
+      const char high = static_cast<char>(unit >> 8);
+      bytes += little ? std::string{low, high} : std::string{high, low};
+    }
+    return bytes;
+  };
+  for (const std::string& bytes : {text, "\xEF\xBB\xBF" + text, wide(true, true), wide(false, true),
+                                   wide(true, false), wide(false, false)}) {
+    LoadWithDefaults("a.csv", bytes);
+    EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}, {-5.5F, 6}}));
+    EXPECT_EQ(trial.HeaderLines[1],
+              "Kr\xC3\xA4"
+              "fte [N]");
+  }
+}
+
+TEST_F(TextParserTest, SemicolonsAndDecimalCommas) {
+  LoadWithDefaults("points.csv", "a;b\n1.5;2\n-3;.25\n");
+  EXPECT_EQ(Rows(), (Frames{{1.5F, 2}, {-3, 0.25F}}));
+  LoadWithDefaults("commas.csv", "a;b\n1,5;2\n-3;0,25\n");
+  EXPECT_EQ(Rows(), (Frames{{1.5F, 2}, {-3, 0.25F}}));
+  EXPECT_EQ(Offered("ParseDecimalComma"), "true");
+  EXPECT_EQ(Offered("lblMessage"), "Commas are read as decimal commas.");
+  LoadWithDefaults("tabs.txt", "a\tb\n0,914\t12,5\n-3\t1,04E-2\n");
+  EXPECT_EQ(Rows(), (Frames{{0.914F, 12.5F}, {-3, 0.0104F}}));
+  // What may as well be separate columns stays separate unless the user says otherwise.
+  const char* both = "a\tb\n1,2\t3,4\n5,6\t7,8\n";
+  LoadWithDefaults("both.txt", both);
+  EXPECT_EQ(Rows(), (Frames{{1, 2, 3, 4}, {5, 6, 7, 8}}));
+  EXPECT_TRUE(Offered("lblMessage").starts_with("Commas are read as separators"));
+  LoadWithDefaults("both.txt", both, {{"ParseDecimalComma", "true"}, {"NChan", "2"}});
+  EXPECT_EQ(Rows(), (Frames{{1.2F, 3.4F}, {5.6F, 7.8F}}));
+  LoadWithDefaults("pairs.txt", "a\tb\n1,2,0003\t4\n5,6,0007\t8\n");
+  EXPECT_EQ(trial.NChan, 4) << "two commas in a field are no decimal commas";
+}
+
+TEST_F(TextParserTest, CancelWhileCountingAndWhileReading) {
+  std::string text = "head\n";
+  for (int i = 0; i < 25000; ++i) {
+    text += std::to_string(i) + " 1\n";
+  }
+  const auto cancelAt = [this](const std::string& status) {
+    questions.onProgress = [status](ProgressPanel& panel) {
+      if (panel.Status() == status && (status.starts_with("Counting") || panel.Value() >= 5000)) {
+        panel.PressCancel();
+      }
+    };
+  };
+  cancelAt("Counting 9999 records");
+  questions.boxAnswers = {Button::OK};
+  LoadWithDefaults("a.txt", text);
+  EXPECT_EQ(LastBox(), "Keep Data or Cancel Reading|Press OK to read 9999 records or press Cancel");
+  EXPECT_EQ(trial.NData, 9999);
+  questions.boxAnswers = {Button::Cancel};
+  LoadWithDefaults("a.txt", text);
+  EXPECT_EQ(trial.NData, 0);
+  cancelAt("Reading 25000 records");
+  LoadWithDefaults("a.txt", text);
+  EXPECT_EQ(trial.NData, 5000);
+  EXPECT_EQ(trial.Data(5000, 1), 4999.0F);
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/form.hpp"
+#include "core/numbers.hpp"
+#include "support/command_test.hpp"
+#include "support/temporary_directory.hpp"
+
+namespace velmora::test {
+
+using Edits = std::vector<std::pair<std::string, std::string>>;
+
+/// Loads texts through the command, with the dialogues answered as a recipe answers them.
+struct TextLoadTest : CommandTest {
+  TemporaryDirectory directory;
+  std::vector<Edits> offered;  // the fields of each dialogue as it came up
+
+  /// The next dialogue gets these edits and this button.
+  void AnswerForm(Edits edits = {}, std::string press = "OK") {
+    questions.formAnswers.emplace_back(
+        [this, edits = std::move(edits), press = std::move(press)](Form& form) {
+          offered.emplace_back();
+          for (const FormField& field : form.Fields()) {
+            offered.back().emplace_back(field.name, TextOf(field));
+          }
+          for (const auto& [name, text] : edits) {
+            form.Edit(*form.FindField(name), text);
+          }
+          return press;
+        });
+  }
+
+  void Load(const std::string& name, std::string_view bytes) {
+    WriteFile(directory.Path(name), bytes);
+    LoadPath(directory.Path(name));
+  }
+  void LoadPath(const std::string& path) {
+    trial.FileName = path;
+    Run("file.load");
+  }
+  /// Accepts what the dialogue offers; a rate, where one is asked for, is 100 Hz.
+  void LoadWithDefaults(const std::string& name, std::string_view bytes, Edits edits = {}) {
+    questions.formAnswers.clear();
+    questions.inputAnswers = {"100"};
+    AnswerForm(std::move(edits));
+    Load(name, bytes);
+  }
+
+  /// A field as the last dialogue offered it.
+  [[nodiscard]] std::string Offered(const std::string& name) const {
+    for (const auto& [field, text] : offered.back()) {
+      if (field == name) {
+        return text;
+      }
+    }
+    return "no such field";
+  }
+
+  /// The trial sample by sample, time first.
+  [[nodiscard]] std::vector<std::vector<float>> Rows() const {
+    std::vector<std::vector<float>> rows;
+    for (std::int32_t i = 1; i <= trial.NData; ++i) {
+      rows.emplace_back();
+      for (int c = 1; c <= trial.NChan; ++c) {
+        rows.back().push_back(trial.Data(i, c));
+      }
+    }
+    return rows;
+  }
+  [[nodiscard]] std::vector<std::string> Labels() const {
+    std::vector<std::string> labels;
+    for (int c = 1; c <= trial.NChan; ++c) {
+      labels.push_back(trial.ChanLabel[static_cast<std::size_t>(c)].Text());
+    }
+    return labels;
+  }
+  [[nodiscard]] std::vector<std::string> UnitsOfChannels() const {
+    std::vector<std::string> units;
+    for (int c = 1; c <= trial.NChan; ++c) {
+      units.push_back(trial.ChanUnits[static_cast<std::size_t>(c)].Text());
+    }
+    return units;
+  }
+  [[nodiscard]] std::string LastBox() const {
+    return questions.boxes.empty() ? "" : questions.boxes.back().title + "|" + questions.boxes.back().text;
+  }
+
+ private:
+  static std::string TextOf(const FormField& field) {
+    if (auto* const* flag = std::get_if<bool*>(&field.target)) {
+      return **flag ? "true" : "false";
+    }
+    if (auto* const* whole = std::get_if<std::int32_t*>(&field.target)) {
+      return std::to_string(**whole);
+    }
+    if (auto* const* number = std::get_if<double*>(&field.target)) {
+      return PlainNumber(**number);
+    }
+    if (auto* const* text = std::get_if<std::string*>(&field.target)) {
+      return **text;
+    }
+    return {};
+  }
+};
+
+}  // namespace velmora::test
