@@ -95,6 +95,7 @@ class MergeForm : public Form {
 
   void Join() {
     Trial& stored = store_.stored;
+    const double rate = stored.Rate;  // re-sampling to another length changes it
     const auto how = static_cast<MergeLengths>(option_);
     const bool differ = stored.NData != trial_.NData;
     const bool nextKept = how == MergeLengths::NormaliseStored || how == MergeLengths::CutOrPadStored;
@@ -107,9 +108,10 @@ class MergeForm : public Form {
       MatchLengths(stored, trial_, how);
     }
     JoinChannels(stored, trial_, differ && nextKept ? trial_ : stored);
-    trial_.Rate = stored.Rate;
+    trial_.Rate = rate;
     std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
     trial_.Duration = trial_.Rate > 0 ? (trial_.NData - 1) / trial_.Rate : trial_.NData;
+    trial_.CursorLo = trial_.CursorHi = 0;
     NormaliseCursors(trial_);
     ShowFirstChannelPage(workbench_);
     ++store_.NFilesMerged;

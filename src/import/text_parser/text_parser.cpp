@@ -54,6 +54,7 @@ void ShowDialect(Trial& trial, ProgressPanel& panel) {
   if (known != kDialects.end()) {
     panel.SetFormat(known->text);
   } else if (trial.FileExt == "FIL") {
+    trial.FileTypeCode = kPlainText;
     panel.SetFormat("Hybrid III ASCII data");
   } else if (trial.FileExt == "FSV" || trial.FileExt == "TSV") {
     trial.FileTypeCode = kFsv;

@@ -1,0 +1,204 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/text_load.hpp"
+
+namespace velmora {
+namespace {
+
+struct LoadFileTest : test::TextLoadTest {};
+
+constexpr const char* kNumbers = "a b\n1 2\n3 4\n5 6\n";
+
+TEST_F(LoadFileTest, FormatsWithoutAReaderAreNamed) {
+  struct Case {
+    const char* name;
+    const char* bytes;
+    const char* format;
+  };
+  for (const Case& c : {
+           Case{"a.ana", "~x", "APAS analog"},
+           Case{"a.ANA", "x", "Motion Analysis compressed ASCII analog"},
+           Case{"a.anb", "x", "Motion Analysis binary analog"},
+           Case{"a.asg", "DATA_TYPE", "F-Scan ASCII"},
+           Case{"a.bbt", "x", "BioBench ASCII"},
+           Case{"a.p2d", "x", "Visual3D P2D"},
+           Case{"a.bin", "Velmora", "Velmora1 binary analog"},
+           Case{"a.bin", "velmora", "Rodex1 binary analog"},
+           Case{"a.chx", "x", "Kin-Com"},
+           Case{"a.c3d", "x", "C3D analog"},
+           Case{"a.191", "BioWare 2", "BioWare 2"},
+           Case{"a.d20", "x", "BioWare 2"},
+           Case{"a.hyp", "x", "EDF"},
+           Case{"a.emg", "x", "DelSys ASCII EMG"},
+           Case{"a.ftf", "x", "Fourier transform"},
+           Case{"a.log", "x", "DataLink binary goniometer"},
+           Case{"a.meg", "x", "Mega ASCII"},
+           Case{"a.stm", "x", "Stimo"},
+           Case{"a.vad", "x", "Vicon analog"},
+           Case{"a.rf2", "x", "Reduced Forces ASCII"},
+           Case{"a.stp", "x", "Rodex1 binary analog"},
+           Case{"setup", "x", "Rodex1 binary analog"},
+           Case{"a.ps", "x", "Tavorin binary"},
+           Case{"a.wav", "x", "Audio Wave"},
+           Case{"a.anc", "File_Type:\tAnalog\n", "Motion Analysis ASCII analog"},
+           Case{"a.txt", "BIOBENCH\n", "BioBench ASCII"},
+           Case{"a.txt", "First data point\n", "Mega ASCII"},
+           Case{"a.csv", "DATA_TYPE\n", "F-Scan ASCII"},
+           Case{"a.txt", "  \nfrom a KIN-COM\n", "Kin-Com"},
+           Case{"a.prn", "NI VI Logger\n", "NI VI Logger ASCII"},
+           Case{"a.pdt", "Scan Rate: 5\n", "PDT ASCII"},
+           Case{"a.csv", "ANALOG\n", "Vicon comma-separated variables"},
+           Case{"a.csv", "FORCE PLATES\n", "Vicon comma-separated variables"},
+           Case{"a.csv", "x\nDate:,1\nTime:,2\n", "Vicon comma-separated variables"},
+       }) {
+    workbench.report = {};
+    Load(c.name, c.bytes);
+    EXPECT_EQ(questions.boxes.back().title, "Format Not Read Yet") << c.name;
+    EXPECT_TRUE(questions.boxes.back().text.starts_with(std::string(c.format) +
+                                                        " files cannot be read by this version yet."))
+        << c.name << ": " << questions.boxes.back().text;
+    EXPECT_EQ(trial.NData, 0);
+    EXPECT_GE(workbench.report.failures.size(), 1U) << c.name;
+  }
+}
+
+TEST_F(LoadFileTest, FilesThatNoReaderTakesAreAskedAbout) {
+  const std::string tail = "\n\nIf the file is a text or ASCII file do you want to try parsing the file?";
+  struct Case {
+    const char* name;
+    std::string box;
+  };
+  for (const Case& c : {
+           Case{"a.frc", "Filetype Unrecognized|File extension, 'FRC', was unrecognized." + tail},
+           Case{"noextension", "Filetype Unrecognized|File extension, '', was unrecognized." + tail},
+           Case{"a.dat", "Unknown File Format|File contents not recognized.  Filename was: 'a.DAT'." + tail},
+           Case{"a.bb",
+                "Unsupported File Format|BioBench (.BB) file format is not implemented in Velmora2.\n\nUse "
+                "BioBench to read and convert the file to text format (use extension .BBT)." +
+                    tail},
+       }) {
+    questions.boxAnswers = {Button::No};
+    Load(c.name, kNumbers);
+    EXPECT_EQ(LastBox(), c.box);
+    EXPECT_EQ(trial.NData, 0);
+    questions.boxAnswers = {Button::Yes};
+    LoadWithDefaults(c.name, kNumbers);
+    EXPECT_EQ(trial.NData, 3) << c.name;
+    EXPECT_EQ(trial.FileTypeCode, 15) << c.name;
+  }
+  // Only the unknown extension is looked at for a dialect.
+  questions.boxAnswers = {Button::Yes};
+  LoadWithDefaults("a.xyz", "// Start Time\nx\n1\t2\n2\t4\n3\t6\n");
+  EXPECT_EQ(trial.FileTypeCode, 71);
+}
+
+TEST_F(LoadFileTest, FormatsThatAreRefused) {
+  questions.boxAnswers = {Button::OK};
+  Load("a.daf", "x");
+  EXPECT_TRUE(
+      LastBox().starts_with("Filetype Not Implemented|DAFF file format is not implemented in Velmora2.\n"));
+  Load("a.dat", "    OPTOTRAK recording");
+  EXPECT_EQ(LastBox(), "File Format Not Supported|Optotrak file formats are not supported.");
+  Load("a.emt", "x");
+  EXPECT_EQ(LastBox(), "Cannot read this filetype|Cannot read Delsys .EMT file format.");
+  Load("a.txt", "");
+  EXPECT_EQ(LastBox(), "|File is empty.");
+  EXPECT_EQ(trial.NData, 0);
+}
+
+TEST_F(LoadFileTest, EveryLoadLeavesTheTrialInOneState) {
+  test::SetChannels(trial, {{1, 2, 3}, {4, 5, 6}}, 50.0);
+  trial.ChanLabel[1] = "before";
+  trial.ChanUnits[2] = "kN";
+  trial.NPlates = 2;
+  trial.ForcesReduced = trial.PairedGraphs = true;
+  trial.HeaderLines[75] = "old";
+  workbench.CancelRequested = true;
+  LoadWithDefaults("A b.TxT", kNumbers);
+  EXPECT_EQ(trial.FileExt, "TXT");
+  EXPECT_EQ(trial.TrialName, "A b");
+  EXPECT_EQ(trial.SavedLabels[1], "before");
+  EXPECT_EQ(trial.SavedUnits[2], "kN");
+  EXPECT_EQ(trial.PreviousRate, 50.0);
+  EXPECT_EQ(trial.NPlates, 0);
+  EXPECT_FALSE(trial.ForcesReduced || trial.PairedGraphs || trial.FileChanged);
+  EXPECT_EQ(trial.HeaderLines[75], "");
+  EXPECT_EQ(trial.TrialIndex, -1);
+  EXPECT_EQ(trial.CursorLo, 1);
+  EXPECT_EQ(trial.CursorHi, 3);
+  EXPECT_EQ(workbench.FirstChanShown, 1);
+  EXPECT_EQ(workbench.LastChanShown, 2);
+  EXPECT_EQ(trial.TrialTitle, trial.FileName) << "a title that starts with no number gives way";
+  EXPECT_EQ(trial.Duration, 0.02);
+  EXPECT_EQ(trial.OriginalDuration, static_cast<double>(0.02F));
+  // No rate at all: one sample a second, and the duration is the number of samples.
+  questions.inputAnswers = {"none"};
+  AnswerForm();
+  Load("b.txt", kNumbers);
+  EXPECT_EQ(trial.Rate, 1.0);
+  EXPECT_EQ(trial.Duration, 3.0);
+  // A load that fails leaves no trial, and the labels of the last one are remembered.
+  AnswerForm({}, "Cancel");
+  Load("c.txt", kNumbers);
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_THROW((void)trial.Data(1, 1), std::out_of_range);
+  EXPECT_EQ(trial.SavedLabels[1], "Chan. 01");
+}
+
+TEST_F(LoadFileTest, WhatCannotBeOpenedIsAMessage) {
+  const std::string missing = directory.Path("missing.txt");
+  LoadPath(missing);
+  EXPECT_EQ(LastBox(), "|Error reading file: " + missing + "\n\"No such file or directory\"");
+  const std::string folder = directory.Path("folder.csv");
+  mkdir(folder.c_str(), 0777);
+  LoadPath(folder);
+  EXPECT_EQ(LastBox(), "|Error reading file: " + folder + "\n\"Is a directory\"");
+  const std::string pipe = directory.Path("pipe.txt");
+  mkfifo(pipe.c_str(), 0666);
+  LoadPath(pipe);  // must not wait for a writer
+  EXPECT_TRUE(LastBox().starts_with("|Error reading file: " + pipe));
+  if (geteuid() != 0) {
+    const std::string secret = directory.Path("secret.txt");
+    test::WriteFile(secret, kNumbers);
+    chmod(secret.c_str(), 0);
+    LoadPath(secret);
+    EXPECT_TRUE(LastBox().ends_with("\"Permission denied\""));
+  }
+  EXPECT_EQ(trial.NData, 0);
+}
+
+TEST_F(LoadFileTest, IncompleteLineEndsAreRepairedOnRequest) {
+  const std::string damaged = "a b\r\r\n1 2\r\r\n3 4\r\r\n5 6";
+  const std::string repaired = "a b\r\n1 2\r\n3 4\r\n5 6";
+  questions.boxAnswers = {Button::Cancel};
+  Load("a.txt", damaged);
+  EXPECT_EQ(
+      LastBox(),
+      "Fix File?|File has incomplete line termination (CR/LF).  Press OK to add correct line termination.");
+  EXPECT_EQ(trial.NData, 0);
+  questions.boxAnswers = {Button::OK, Button::Cancel};
+  Load("a.txt", damaged);
+  EXPECT_EQ(questions.boxes.back().title, "Keep Original?");
+  EXPECT_EQ(test::ReadFile(directory.Path("a.txt")), damaged);
+  EXPECT_FALSE(std::filesystem::exists(directory.Path("a.fixed.txt")));
+
+  questions.boxAnswers = {Button::OK, Button::Yes};
+  LoadWithDefaults("a.txt", damaged);
+  EXPECT_EQ(LastBox(),
+            "Original Filename Changed|Original file is now called, " + directory.Path("a.nocrlf.txt"));
+  EXPECT_EQ(test::ReadFile(directory.Path("a.nocrlf.txt")), damaged);
+  EXPECT_EQ(test::ReadFile(directory.Path("a.txt")), repaired);
+  EXPECT_EQ(Rows(), (std::vector<std::vector<float>>{{1, 2}, {3, 4}, {5, 6}}));
+
+  for (const char* odd : {"a b\v1 2\v3 4\v5 6", "a b\n\r1 2\n\r3 4\n\r5 6"}) {
+    questions.boxAnswers = {Button::OK, Button::No};
+    LoadWithDefaults("b.txt", odd);
+    EXPECT_EQ(test::ReadFile(directory.Path("b.txt")), repaired);
+    EXPECT_EQ(trial.NData, 3);
+  }
+  EXPECT_FALSE(std::filesystem::exists(directory.Path("b.nocrlf.txt")));
+}
+
+}  // namespace
+}  // namespace velmora

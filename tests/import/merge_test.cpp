@@ -1,0 +1,112 @@
+#include "support/text_load.hpp"
+
+namespace velmora {
+namespace {
+
+using Frames = std::vector<std::vector<float>>;
+
+/// Stores a trial of `samples` samples 10, 20, ... at 100 Hz and loads the text as the next file.
+struct MergeTest : test::TextLoadTest {
+  void StoreTrial(int samples) {
+    std::vector<float> channel;
+    for (int i = 1; i <= samples; ++i) {
+      channel.push_back(static_cast<float>(10 * i));
+    }
+    test::SetChannels(trial, {channel});
+    trial.ChanLabel[1] = "stored";
+    trial.ChanUnits[1] = "N";
+    AnswerForm({}, "Save");
+    Run("file.merge");
+  }
+  void LoadNext(const std::string& text, const std::string& way, const std::string& rate = "100") {
+    questions.inputAnswers = {rate};
+    AnswerForm();
+    AnswerForm({{"option", way}}, "Merge");
+    Load("next.txt", text);
+  }
+};
+
+TEST_F(MergeTest, StoredChannelsComeFirst) {
+  StoreTrial(4);
+  EXPECT_TRUE(workbench.merge.MergePending);
+  LoadNext("a b\n1 5\n2 6\n3 7\n4 8\n", "0");
+  EXPECT_FALSE(workbench.merge.MergePending);
+  EXPECT_EQ(workbench.merge.NFilesMerged, 2);
+  EXPECT_EQ(Rows(), (Frames{{10, 1, 5}, {20, 2, 6}, {30, 3, 7}, {40, 4, 8}}));
+  EXPECT_EQ(Labels(), (std::vector<std::string>{"stored", "Chan. 01", "Chan. 02"}));
+  EXPECT_EQ(UnitsOfChannels()[0], "N");
+  EXPECT_TRUE(trial.FileChanged);
+  EXPECT_EQ(trial.Rate, 100.0);
+  EXPECT_EQ(workbench.LastChanShown, 3);
+  EXPECT_TRUE(questions.boxes.empty()) << "nothing differs";
+}
+
+TEST_F(MergeTest, FourWaysToOneLength) {
+  const std::string three = "a\n1.5\n2.5\n3.5\n";  // blank separated single column
+  struct Case {
+    const char* way;
+    Frames rows;
+  };
+  for (const Case& c : {
+           Case{"0", {{10, 1.5F}, {20, 2}, {30, 2.5F}, {40, 3}, {50, 3.5F}}},
+           Case{"&Normalize to current data size to match next file loaded",
+                {{10, 1.5F}, {30, 2.5F}, {50, 3.5F}}},
+           Case{"2", {{10, 1.5F}, {20, 2.5F}, {30, 3.5F}}},
+           Case{"3", {{10, 1.5F}, {20, 2.5F}, {30, 3.5F}, {40, 0}, {50, 0}}},
+       }) {
+    questions.boxes.clear();
+    StoreTrial(5);
+    const std::string way = c.way[0] == '&' ? std::string(c.way).substr(1) : std::string(c.way);
+    LoadNext(three, way);
+    ASSERT_EQ(questions.boxes.size(), 1U);
+    EXPECT_EQ(questions.boxes[0].title, "File Sizes Different");
+    EXPECT_EQ(Rows(), c.rows) << c.way;
+    EXPECT_EQ(trial.Rate, 100.0);
+    EXPECT_FLOAT_EQ(trial.Data(trial.NData, 0), static_cast<float>(trial.NData - 1) / 100);
+    EXPECT_EQ(trial.CursorHi, trial.NData);
+  }
+}
+
+TEST_F(MergeTest, RatesAreSynchronisedOrTheMergeIsLeft) {
+  const std::string next = "a\n1.5\n2.5\n3.5\n4.5\n5.5\n";
+  StoreTrial(6);
+  questions.boxAnswers = {Button::Yes};
+  LoadNext(next, "3", "50");  // 5 samples / 50 Hz * 100 Hz = 10 intervals
+  EXPECT_EQ(questions.boxes.at(0).title, "Sampling Rate Differ");
+  EXPECT_EQ(trial.Rate, 100.0);
+  EXPECT_EQ(Rows()[1], (std::vector<float>{20, 1.9F}));
+  EXPECT_EQ(trial.NData, 6);
+  StoreTrial(6);
+  questions.boxAnswers = {Button::No};
+  LoadNext(next, "3", "50");
+  EXPECT_EQ(trial.NChan, 1);
+  EXPECT_EQ(trial.Rate, 50.0);
+  EXPECT_FALSE(workbench.merge.MergePending);
+}
+
+TEST_F(MergeTest, TooManyChannelsAndNothingStored) {
+  test::SetChannels(trial, std::vector<std::vector<float>>(64, {1, 2, 3}));
+  AnswerForm({}, "Save");
+  AnswerForm({}, "Cancel");
+  Run("file.merge");
+  EXPECT_EQ(
+      LastBox(),
+      "Too Many Channels Used|You must erase some channels using the Channel menu. Press &Cancel to exit.");
+  EXPECT_FALSE(workbench.merge.MergePending);
+  test::SetChannels(trial, std::vector<std::vector<float>>(63, {1, 2, 3}));
+  AnswerForm({}, "Merge");
+  AnswerForm({}, "OK");
+  Run("file.merge");
+  EXPECT_TRUE(LastBox().starts_with("Nothing to Merge|"));
+  questions.boxes.clear();
+  questions.inputAnswers = {"100"};
+  AnswerForm();
+  AnswerForm({}, "OK");
+  AnswerForm({}, "Cancel");
+  Load("next.txt", "a b\n1 2\n3 4\n5 6\n");
+  EXPECT_EQ(questions.boxes.at(0).title, "Too Many Channels Used");
+  EXPECT_EQ(trial.NChan, 2) << "the next file stays as it was loaded";
+}
+
+}  // namespace
+}  // namespace velmora
