@@ -11,6 +11,7 @@
 #include "dsp/bias_commands.hpp"
 #include "dsp/filter_commands.hpp"
 #include "dsp/math_commands.hpp"
+#include "dsp/smooth_commands.hpp"
 #include "dsp/time_base_commands.hpp"
 #include "export/export_commands.hpp"
 #include "import/import_commands.hpp"
@@ -20,8 +21,9 @@ namespace {
 
 std::vector<Command> Assemble() {
   std::vector<Command> all;
-  for (const std::span<const Command> folder : {ImportCommands(), ExportCommands(), MathCommands(),
-                                                FilterCommands(), BiasCommands(), TimeBaseCommands()}) {
+  for (const std::span<const Command> folder :
+       {ImportCommands(), ExportCommands(), MathCommands(), FilterCommands(), SmoothCommands(),
+        BiasCommands(), TimeBaseCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

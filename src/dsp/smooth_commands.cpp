@@ -1,0 +1,133 @@
+#include "dsp/smooth_commands.hpp"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "core/helpers.hpp"
+#include "core/numbers.hpp"
+#include "core/workbench.hpp"
+#include "dsp/channel_picking.hpp"
+#include "dsp/epoch_duration_form.hpp"
+#include "dsp/interpolation.hpp"
+#include "dsp/moving_window.hpp"
+
+namespace velmora {
+namespace {
+
+ChannelList Selected(const Workbench& workbench) {
+  return SelectedChannels(workbench.trial, workbench.chooser.ChanSelected);
+}
+
+void MarkWhenAny(Workbench& workbench, const ChannelList& channels) {
+  if (!channels.empty()) {
+    MarkChanged(workbench, true);
+  }
+}
+
+// --- Moving windows
+
+template <void (*kernel)(Trial&, const ChannelList&, std::int32_t, SimdLevel)>
+void Smooth(Workbench& workbench) {
+  if (workbench.trial.NData < 1 || !EpochDurationForm(workbench).Ask()) {
+    return;
+  }
+  const ChannelList channels = Selected(workbench);
+  MarkWhenAny(workbench, channels);
+  kernel(workbench.trial, channels, workbench.WindowWidth, MachineSimdLevel());
+}
+
+// A width that nobody has chosen yet becomes a tenth of a second.
+void RmsAmplitude(Workbench& workbench) {
+  constexpr std::int16_t untouched = 3;
+  if (workbench.WindowWidth == untouched) {
+    const std::int64_t tenth = RoundHalfEven(0.1 * workbench.trial.Rate);
+    workbench.WindowWidth = static_cast<std::int16_t>(
+        std::clamp<std::int64_t>(tenth, 1, std::numeric_limits<std::int16_t>::max()));
+    workbench.WindowInSeconds = true;
+  }
+  Smooth<MovingRms>(workbench);
+}
+
+bool WantsOddWidth(Workbench& workbench) {
+  return workbench.questions.AskBox({.title = "Change Window Width",
+                                     .text = "Window should be an odd number.\nPress Yes to increase window "
+                                             "by one or No to leave it as is.",
+                                     .icon = Icon::Question,
+                                     .buttons = {Button::Yes, Button::No}}) == Button::Yes;
+}
+
+void Median(Workbench& workbench) {
+  if (workbench.trial.NData < 1 || !EpochDurationForm(workbench).Ask()) {
+    return;
+  }
+  const ChannelList channels = Selected(workbench);
+  if (channels.empty()) {
+    return;
+  }
+  if (workbench.WindowWidth % 2 == 0 && WantsOddWidth(workbench)) {
+    ++workbench.WindowWidth;
+  }
+  MarkChanged(workbench, true);
+  MovingMedian(workbench.trial, channels, workbench.WindowWidth);
+}
+
+// --- Between the cursors
+
+// Without two cursors asks whether the whole trial is meant, and then sets them so.
+bool HasInterval(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  if (trial.CursorLo > 1 && trial.CursorHi != 0 && trial.CursorHi != trial.NData) {
+    return true;
+  }
+  const Button answer = workbench.questions.AskBox(
+      {.title = "No Interval Was Set",
+       .text = "You must set two cursors to identify the interval that is to be interpolated/fitted.\n"
+               "    Press Yes to use the entire duration.\n    Press No to select an interval.",
+       .icon = Icon::Exclamation,
+       .buttons = {Button::Yes, Button::No, Button::Cancel}});
+  if (answer != Button::Yes) {
+    return false;
+  }
+  trial.CursorLo = 1;
+  trial.CursorHi = trial.NData;
+  return true;
+}
+
+bool Confirmed(Workbench& workbench, const char* title) {
+  return workbench.questions.AskBox({.title = title,
+                                     .text = "Press Yes to confirm replacement of data.",
+                                     .icon = Icon::Question,
+                                     .buttons = {Button::Yes, Button::No}}) == Button::Yes;
+}
+
+void Interpolate(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  if (trial.NData < 1 || !HasInterval(workbench)) {
+    return;
+  }
+  const ChannelList channels = PickChannels(workbench, "Choose which channel(s) to smooth.");
+  if (channels.empty() || !Confirmed(workbench, "Interpolate Data")) {
+    return;
+  }
+  MarkChanged(workbench, true);
+  InterpolateLine(trial, channels, trial.CursorLo, trial.CursorHi);
+}
+
+constexpr std::string_view kMenu = "&Analysis/Sm&oothing";
+
+constexpr std::array kCommands = {
+    Command{"smooth.moving-average", "Moving &Average", kMenu, Needs::Data, Smooth<MovingAverage>},
+    Command{"smooth.interpolate", "Linear &Interpolation", kMenu, Needs::Data, Interpolate},
+    Command{"smooth.median", "Moving &Median", kMenu, Needs::Data, Median},
+    Command{"smooth.rms", "&RMS amplitude", kMenu, Needs::Data, RmsAmplitude},
+    Command{"smooth.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Smooth<MovingMeanAbsolute>},
+};
+
+}  // namespace
+
+std::span<const Command> SmoothCommands() {
+  return kCommands;
+}
+
+}  // namespace velmora

@@ -1,0 +1,133 @@
+#include "core/numbers.hpp"
+#include "support/command_test.hpp"
+
+namespace velmora {
+namespace {
+
+using test::Channel;
+using test::Samples;
+using test::SetChannels;
+
+struct SmoothCommand : test::CommandTest {
+  struct Edit {
+    const char* field;
+    const char* value;
+  };
+
+  // Fills the window dialogue, channels 1, ..., n of `channels` picked, and presses a button.
+  void AnswerForm(const std::vector<Edit>& edits, const std::vector<int>& channels,
+                  const std::string& press = "OK") {
+    questions.formAnswers.emplace_back([=](Form& form) {
+      for (const Edit& edit : edits) {
+        form.Edit(*form.FindField(edit.field), edit.value);
+      }
+      for (const int c : channels) {
+        form.Edit(*form.FindField("channels"), c, "true");
+      }
+      return press;
+    });
+  }
+};
+
+TEST_F(SmoothCommand, WindowsRunOnThePickedChannels) {
+  const Samples x = {3, 0, 6, 9, -3, 12};
+  SetChannels(trial, {x, x}, 10.0);
+  AnswerForm({}, {2});
+  Run("smooth.moving-average");
+  EXPECT_EQ(questions.formNames.back(), "frmSetEpochDuration");
+  EXPECT_EQ(Channel(trial, 1), x);
+  EXPECT_EQ(Channel(trial, 2), (Samples{3, 3, 5, 4, -3, 12})) << "the width starts at 3";
+  EXPECT_TRUE(trial.FileChanged);
+
+  // A width in seconds, whichever of the two fields comes first; it is the next command's too.
+  SetChannels(trial, {x, x}, 10.0);
+  AnswerForm({{"WindowWidth", "0.4"}, {"WindowInSeconds", "1"}}, {1, 2});
+  Run("smooth.moving-average");
+  EXPECT_EQ(Channel(trial, 2), (Samples{3, 0, 4.5F, 3, -3, 12}));
+  EXPECT_EQ(workbench.WindowWidth, 4);
+  SetChannels(trial, {x}, 10.0);
+  AnswerForm({{"WindowInSeconds", "false"}}, {});
+  Run("smooth.mav");
+  // (3+0+6+9)/4 goes to the first three, (4.5+4.5+9+3)/4 to the last four.
+  EXPECT_EQ(Channel(trial, 1), (Samples{4.5F, 4.5F, 5.25F, 5.25F, 5.25F, 5.25F})) << "one channel is picked";
+}
+
+TEST_F(SmoothCommand, WidthsOutsideTheTrialAreRefused) {
+  const Samples x = {3, 0, 6, 9, -3, 12};
+  SetChannels(trial, {x}, 10.0);
+  for (const char* width : {"6", "0", "-1", "1e99", "nothing"}) {
+    AnswerForm({{"WindowWidth", width}}, {});
+  }
+  AnswerForm({{"WindowWidth", "0.6"}, {"WindowInSeconds", "yes"}}, {});
+  AnswerForm({}, {}, "Cancel");
+  Run("smooth.median");
+  EXPECT_EQ(Channel(trial, 1), x);
+  EXPECT_EQ(workbench.WindowWidth, 3);
+  EXPECT_EQ(workbench.report.warnings.size(), 6U);
+  EXPECT_EQ(questions.boxes.back().text,
+            "The window must be from 1 to 5 samples wide.\nThat is at most 0.500 s.");
+  EXPECT_FALSE(trial.FileChanged);
+}
+
+TEST_F(SmoothCommand, MedianAsksForAnOddWidth) {
+  const Samples x = {5, 1, 4, 2, 9, 0};
+  SetChannels(trial, {x});
+  AnswerForm({{"WindowWidth", "2"}}, {});
+  questions.boxAnswers = {Button::Yes};
+  Run("smooth.median");
+  EXPECT_EQ(Channel(trial, 1), (Samples{5, 4, 4, 4, 9, 0}));
+  EXPECT_EQ(workbench.WindowWidth, 3) << "the raised width is remembered";
+  SetChannels(trial, {x});
+  AnswerForm({{"WindowWidth", "2"}}, {});
+  questions.boxAnswers = {Button::No};
+  Run("smooth.median");
+  EXPECT_EQ(Channel(trial, 1), (Samples{1, 1, 2, 2, 9, 0})) << "the lower of each pair";
+}
+
+TEST_F(SmoothCommand, RmsStartsAtATenthOfASecond) {
+  SetChannels(trial, {Samples(300, -2.0F)}, 1000.0);
+  std::string offered;
+  questions.formAnswers.emplace_back([&](Form& form) {
+    offered = PlainNumber(*std::get<double*>(form.FindField("WindowWidth")->target));
+    return std::string("OK");
+  });
+  Run("smooth.rms");
+  EXPECT_EQ(offered, "0.1");
+  EXPECT_EQ(workbench.WindowWidth, 100);
+  EXPECT_EQ(Channel(trial, 1), Samples(300, 2.0F));
+}
+
+TEST_F(SmoothCommand, InterpolationBetweenTheCursors) {
+  const Samples x = {9, 0, 7, 7, 7, 1, 9};
+  SetChannels(trial, {x, x});
+  trial.CursorLo = 2;
+  trial.CursorHi = 6;
+  questions.PickChannels({2});
+  questions.boxAnswers = {Button::Yes};
+  Run("smooth.interpolate");
+  EXPECT_EQ(questions.boxes.back().title, "Interpolate Data");
+  EXPECT_EQ(Channel(trial, 1), x);
+  EXPECT_EQ(Channel(trial, 2), (Samples{9, 0, 0.25F, 0.5F, 0.75F, 1, 9}));
+
+  // A tenth cannot be held exactly: the accumulated end is not the sample that was there.
+  SetChannels(trial, {{0, 5, 5, 5, 5, 5, 5, 5, 5, 5, 1}});
+  questions.boxAnswers = {Button::Yes, Button::Yes};
+  questions.PickChannels({1});
+  Run("smooth.interpolate");
+  EXPECT_EQ(trial.CursorLo, 1);
+  float accumulated = 0.0F;
+  for (int i = 0; i < 10; ++i) {
+    accumulated = static_cast<float>(accumulated + 0.1);
+  }
+  EXPECT_EQ(trial.Data(11, 1), accumulated);
+  EXPECT_NE(accumulated, 1.0F);
+
+  for (const Button button : {Button::No, Button::Cancel}) {
+    questions.boxAnswers = {button};
+    Run("smooth.interpolate");
+    EXPECT_EQ(questions.boxes.back().title, "No Interval Was Set");
+  }
+}
+
+}  // namespace
+}  // namespace velmora
