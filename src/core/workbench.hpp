@@ -80,8 +80,8 @@ struct Workbench {
   PerChannel<float> LastHighPassCutoffs{};  // Hz
   PerChannel<double> ChanThreshold{};
   bool ThresholdsValid = false;
-  std::int16_t WindowWidth = 3;  // samples; of moving windows and epochs
-  bool WindowInSeconds = false;  // the width was entered in seconds
+  std::int16_t WindowWidth = 3;    // samples; of moving windows and epochs
+  bool WindowInSeconds = false;    // the width was entered in seconds
   PerChannel<float> BiasMemory{};  // levels, or slopes, of the last bias removal
   bool BiasLevelsKnown = false;    // a menu offers to save them
   std::string ResultText;
