@@ -11,6 +11,7 @@ namespace {
 using Outcome = FilterVerdict::Outcome;
 
 constexpr int kHighestSectionCount = std::numeric_limits<std::int16_t>::max();
+constexpr int kHighestZeroLagPasses = kHighestSectionCount / 2;
 
 // The low-pass filter divides by the correction; for Bessel in two divisions.
 double LowPassAdjustment(FilterDesign design, int n) {
@@ -113,7 +114,7 @@ DesignedSection DesignSection(PassType type, FilterDesign design, float cutoff, 
     return result;
   }
   if (n > kHighestSectionCount) {
-    Refuse(result.verdict, Outcome::TooManyPasses, passes, kHighestSectionCount / 2);
+    Refuse(result.verdict, Outcome::TooManyPasses, passes, kHighestZeroLagPasses);
     return result;
   }
   result = type == PassType::Low ? DesignLowPass(design, cutoff, rate, n)

@@ -274,15 +274,17 @@ class LanesRun {
     const FilterPadding padding =
         MakePadding(filter.Padding, filter.PadZeros, trial.NData, kHighestChannelPadding);
     const std::ptrdiff_t stride = trial.matrix.Stride();
-    padding_.resize(static_cast<std::size_t>(2 * padding.count * stride));
-    float* tail = padding_.data() + padding.count * stride;
+    const std::ptrdiff_t count = padding.count;
+    padding_.resize(static_cast<std::size_t>((2 * count + 1) * stride));
+    float* head = padding_.data();
+    float* tail = head + count * stride;
     for (const int c : channels_) {
-      FillPadding(trial.Channel(c), {1, trial.NData}, padding, {padding_.data() + c, stride, padding.count},
-                  {tail + c, stride, padding.count});
+      FillPadding(trial.Channel(c), {1, trial.NData}, padding, {head + c, stride, count},
+                  {tail + c, stride, count});
     }
-    signal_ = {Rows{padding_.data(), stride, padding.count}, Rows{trial.matrix.Frame(1), stride, trial.NData},
-               Rows{tail, stride, padding.count}};
-    size_ = trial.NData + 2 * std::int64_t{padding.count};
+    signal_ = {Rows{head, stride, count}, Rows{trial.matrix.Frame(1), stride, trial.NData},
+               Rows{tail, stride, count}};
+    size_ = trial.NData + 2 * count;
   }
 
   // Each pass takes the channels that still have one to go.

@@ -2,8 +2,10 @@
 
 #include <cmath>
 #include <complex>
+#include <fstream>
 #include <numbers>
 
+#include "support/recordings.hpp"
 #include "support/trials.hpp"
 
 namespace velmora {
@@ -297,6 +299,42 @@ TEST(RecursiveFilter, LimitsOfTheCutoff) {
   EXPECT_EQ(LowPassArray(values, 0.0, {.Cutoff = 5.0F}).outcome, Outcome::LowPassTooHigh);
   EXPECT_EQ(values, before);
   EXPECT_TRUE(LowPassArray({}, 100.0, {.Cutoff = 5.0F}).Accepted());
+}
+
+// Vint and Hinrichs (J. Biomechanics 29, 1996) smoothed the arm's angle of Pezzack, Norman and Winter with a
+// Butterworth filter run forward and backward and held its second difference against the acceleration
+// measured at the same time.
+TEST(RecursiveFilter, PublishedErrorsOfAFilmedAcceleration) {
+  const auto path = test::Recording("reference/Pezzack.txt");
+  if (!path) {
+    GTEST_SKIP() << "needs VELMORA_RECORDINGS";
+  }
+  std::ifstream file(*path);
+  std::string line;
+  for (int header = 0; header < 6; ++header) {
+    std::getline(file, line);
+  }
+  Samples angle;
+  std::vector<double> measured;
+  for (double time = 0, raw = 0, noisy = 0, acceleration = 0; file >> time >> raw >> noisy >> acceleration;) {
+    angle.push_back(static_cast<float>(raw));
+    measured.push_back(acceleration);
+  }
+  ASSERT_EQ(angle.size(), 142U);
+  const double step = 0.0201;
+  const auto errorAt = [&](float cutoff) {
+    Samples smooth = angle;
+    LowPassArray(smooth, 1 / step, {.Cutoff = cutoff, .Padding = 28, .IsZeroLag = true});
+    double squares = 0;
+    for (std::size_t i = 1; i + 1 < smooth.size(); ++i) {
+      const double second =
+          (double{smooth[i + 1]} - 2.0 * double{smooth[i]} + double{smooth[i - 1]}) / (step * step);
+      squares += (second - measured[i]) * (second - measured[i]);
+    }
+    return std::sqrt(squares / static_cast<double>(smooth.size() - 2));
+  };
+  EXPECT_NEAR(errorAt(9.0F), 4.45, 0.005);
+  EXPECT_NEAR(errorAt(5.59F), 4.22, 0.005);
 }
 
 }  // namespace
