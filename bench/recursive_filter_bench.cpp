@@ -128,6 +128,7 @@ BENCHMARK(TwoPassesInPlace)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ChannelsOf64, all_sse2, 64, SimdLevel::Sse2)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ChannelsOf64, all_avx2, 64, SimdLevel::Avx2)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ChannelsOf64, all_avx512, 64, SimdLevel::Avx512)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ChannelsOf64, all_machine, 64, MachineSimdLevel())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ChannelsOf64, sixty, 60, MachineSimdLevel())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ChannelsOf64, eight, 8, MachineSimdLevel())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ChannelsOf64, two, 2, MachineSimdLevel())->Unit(benchmark::kMillisecond);

@@ -275,6 +275,7 @@ class LanesRun {
         MakePadding(filter.Padding, filter.PadZeros, trial.NData, kHighestChannelPadding);
     const std::ptrdiff_t stride = trial.matrix.Stride();
     const std::ptrdiff_t count = padding.count;
+    // A frame more than needed, so that there is an address without padding too.
     padding_.resize(static_cast<std::size_t>((2 * count + 1) * stride));
     float* head = padding_.data();
     float* tail = head + count * stride;
