@@ -58,20 +58,18 @@ void LowPass(Workbench& workbench) {
   FilterDirectly(workbench, PassType::Low, kLowPassPrompt, workbench.LastLowPassCutoffs);
 }
 
+constexpr std::array kCommands = {
+    Command{"analysis.high-pass", "&High-pass Filter", "&Analysis", Needs::Data, HighPass},
+    Command{"analysis.low-pass", "&Low-pass filter", "&Analysis", Needs::Data, LowPass},
+};
+
+}  // namespace
+
 void ShowButterworth(Workbench& workbench) {
   if (workbench.trial.NData > 0) {
     ButterworthForm(workbench).Show(workbench);
   }
 }
-
-constexpr std::array kCommands = {
-    Command{"analysis.high-pass", "&High-pass Filter", "&Analysis", Needs::Data, HighPass},
-    Command{"analysis.low-pass", "&Low-pass filter", "&Analysis", Needs::Data, LowPass},
-    Command{"smooth.butterworth", "&Butterworth, Critically-damped, or Bessel", "&Analysis/Sm&oothing",
-            Needs::Data, ShowButterworth},
-};
-
-}  // namespace
 
 std::span<const Command> FilterCommands() {
   return kCommands;

@@ -9,6 +9,7 @@
 #include "core/workbench.hpp"
 #include "dsp/channel_picking.hpp"
 #include "dsp/epoch_duration_form.hpp"
+#include "dsp/filter_commands.hpp"
 #include "dsp/interpolation.hpp"
 #include "dsp/moving_window.hpp"
 
@@ -118,6 +119,8 @@ constexpr std::string_view kMenu = "&Analysis/Sm&oothing";
 
 constexpr std::array kCommands = {
     Command{"smooth.moving-average", "Moving &Average", kMenu, Needs::Data, Smooth<MovingAverage>},
+    Command{"smooth.butterworth", "&Butterworth, Critically-damped, or Bessel", kMenu, Needs::Data,
+            ShowButterworth},
     Command{"smooth.interpolate", "Linear &Interpolation", kMenu, Needs::Data, Interpolate},
     Command{"smooth.median", "Moving &Median", kMenu, Needs::Data, Median},
     Command{"smooth.rms", "&RMS amplitude", kMenu, Needs::Data, RmsAmplitude},

@@ -1,7 +1,6 @@
-#include "dsp/filter_commands.hpp"
-
 #include <cmath>
 
+#include "app/command_table.hpp"
 #include "dsp/butterworth_form.hpp"
 #include "dsp/recursive_filter.hpp"
 #include "support/scripted_questions.hpp"
@@ -26,13 +25,9 @@ struct FilterCommand : testing::Test {
   void SetUp() override { SetChannels(trial, noise, 1000.0); }
 
   void Run(const char* id) {
-    for (const Command& command : FilterCommands()) {
-      if (command.id == id) {
-        command.run(workbench);
-        return;
-      }
-    }
-    FAIL() << "no command " << id;
+    const Command* command = FindCommand(id);
+    ASSERT_NE(command, nullptr) << id;
+    command->run(workbench);
   }
 
   static void Type(Form& form, const Edits& edits) {
