@@ -13,6 +13,7 @@
 #include "dsp/math_commands.hpp"
 #include "dsp/smooth_commands.hpp"
 #include "dsp/time_base_commands.hpp"
+#include "edit/edit_commands.hpp"
 #include "export/export_commands.hpp"
 #include "import/import_commands.hpp"
 
@@ -22,8 +23,8 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(), ExportCommands(), MathCommands(), FilterCommands(), SmoothCommands(),
-        BiasCommands(), TimeBaseCommands()}) {
+       {ImportCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
+        SmoothCommands(), BiasCommands(), TimeBaseCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
@@ -45,6 +46,21 @@ void ResampleAll(Trial& trial, std::int64_t n);
 /// Asks where to save, starting in DataDir; a name typed without an extension gets the question's. The
 /// answer goes to OutputFileName. Returns false when the answer was empty.
 bool AskSaveName(Workbench& workbench, FileQuestion question);
+
+/// Asks for a text per channel, starting from `names`, in the picker. Returns false, with `names` as they
+/// were, when it was left with Cancel.
+template <typename Text>
+bool PickNames(Workbench& workbench, std::string_view prompt, PerChannel<Text>& names) {
+  ChooserState& chooser = workbench.chooser;
+  std::copy(names.begin(), names.end(), chooser.ChooserNames.begin());
+  chooser.ChooserPrompt = prompt;
+  chooser.ChooserNamesMode = true;
+  const bool accepted = ChannelPicker(workbench).Show();
+  if (accepted) {
+    std::copy(chooser.ChooserNames.begin() + 1, chooser.ChooserNames.end(), names.begin() + 1);
+  }
+  return accepted;
+}
 
 /// Boxes that also tell a recipe what came of its step: a refusal is a warning and the step goes on;
 /// a failure ends it. Both take a box with any buttons and return the answer.

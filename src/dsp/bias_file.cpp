@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/files.hpp"
+#include "core/helpers.hpp"
 #include "core/numbers.hpp"
 #include "core/text.hpp"
 
@@ -108,14 +109,10 @@ float LevelOf(std::string_view item) {
 }  // namespace
 
 void WriteBiasFile(Workbench& workbench) {
-  const std::vector<std::string> chosen =
-      workbench.questions.AskFile({.mode = FileQuestion::Mode::Save,
-                                   .title = "Save Bias levels in .BSV file",
-                                   .defaultName = workbench.trial.TrialName + ".bsv",
-                                   .extension = ".bsv",
-                                   .filter = "Velmora2 Bias Levels (.bsv)|*.bsv|All files (*.*)|*.*"});
-  workbench.OutputFileName = chosen.empty() ? "" : chosen.front();
-  if (workbench.OutputFileName.empty()) {
+  if (!AskSaveName(workbench, {.title = "Save Bias levels in .BSV file",
+                               .defaultName = workbench.trial.TrialName + ".bsv",
+                               .extension = ".bsv",
+                               .filter = "Velmora2 Bias Levels (.bsv)|*.bsv|All files (*.*)|*.*"})) {
     return;
   }
   OutputFile file(workbench.OutputFileName);

@@ -6,6 +6,7 @@
 #include "core/command.hpp"
 #include "core/progress.hpp"
 #include "core/workbench.hpp"
+#include "dsp/bias_file.hpp"
 #include "export/delimited_text_writer.hpp"
 #include "export/native_ascii_writer.hpp"
 #include "export/native_binary_writer.hpp"
@@ -41,7 +42,8 @@ inline constexpr std::array kSaveList = {
     SaveEntry{SaveFormat::SpaceDelimited, "save.prn", "&Space Delimited ASCII File (.PRN)",
               WriteSpaceDelimited},
     SaveEntry{SaveFormat::TabDelimited, "save.tab", "&Tab Delimited ASCII File (.TAB)", WriteTabDelimited},
-    SaveEntry{SaveFormat::BiasValues, "save.bsv", "Sa&ve Bias Values (.BSV)"},
+    SaveEntry{SaveFormat::BiasValues, "save.bsv", "Sa&ve Bias Values (.BSV)",
+              [](Workbench& workbench, ProgressPanel& /*panel*/) { WriteBiasFile(workbench); }},
     SaveEntry{SaveFormat::NativeBinary, "save.vmb", "Velmora&2 Binary (.VMB) (default)", WriteNativeBinary},
     SaveEntry{SaveFormat::C3d, "save.c3d", "C&3D format (.C3D)"},
     SaveEntry{SaveFormat::UnitsFile, "save.vmu", "&Units, labels && factors (.VMU)", WriteUnitsFile},

@@ -38,7 +38,24 @@ inline constexpr std::size_t kLabel = 2202;
 inline constexpr std::size_t kUnits = 2852;
 inline constexpr std::size_t kNameBytes = 10;
 
-/// Offset of the view flags in FILMINFO, and their values.
+/// A text field of a record.
+struct TextField {
+  std::size_t offset;
+  std::size_t bytes;
+};
+
+/// Offsets in FILMINFO. Mass and height are 32-bit floats.
+inline constexpr TextField kProject{0, 61};
+inline constexpr TextField kSurname{61, 26};
+inline constexpr TextField kFirstName{87, 16};
+inline constexpr TextField kSex{103, 1};
+inline constexpr TextField kAge{104, 10};
+inline constexpr std::size_t kMass = 114;
+inline constexpr std::size_t kHeight = 118;
+inline constexpr TextField kCode{174, 10};
+inline constexpr TextField kDate{184, 40};
+
+/// The view flags in FILMINFO, and their values.
 inline constexpr std::size_t kViewFlags = 224;
 inline constexpr std::int16_t kPairedGraphs = 2;
 inline constexpr std::int16_t kPercentage = 3;

@@ -18,13 +18,6 @@ constexpr const char* kHelp =
     "Labels line, units line: a header line that names the columns, 0 for none.\n"
     "View Header shows the first lines of the file with their numbers.";
 
-// Asks for a text per channel in the picker; true when it was left with its closing button.
-bool EditNames(Workbench& workbench, const char* prompt) {
-  workbench.chooser.ChooserPrompt = prompt;
-  workbench.chooser.ChooserNamesMode = true;
-  return ChannelPicker(workbench).Show();
-}
-
 // The picker lists the trial's channels; before the read there are only columns.
 int ChannelsToName(const ParseSettings& settings) {
   return std::clamp(settings.Channels(), 0, kMaxChannels);
@@ -194,21 +187,13 @@ bool ParseForm::Read() {
 void ParseForm::EditLabels() {
   Trial& trial = workbench_.trial;
   trial.NChan = static_cast<std::int16_t>(ChannelsToName(settings_));
-  std::copy(trial.ChanLabel.begin(), trial.ChanLabel.end(), workbench_.chooser.ChooserNames.begin());
-  if (EditNames(workbench_, "Change the labels of the channels.")) {
-    std::copy(workbench_.chooser.ChooserNames.begin() + 1, workbench_.chooser.ChooserNames.end(),
-              trial.ChanLabel.begin() + 1);
-  }
+  PickNames(workbench_, "Change the labels of the channels.", trial.ChanLabel);
 }
 
 void ParseForm::EditUnits() {
   Trial& trial = workbench_.trial;
   trial.NChan = static_cast<std::int16_t>(ChannelsToName(settings_));
-  std::copy(trial.ChanUnits.begin(), trial.ChanUnits.end(), workbench_.chooser.ChooserNames.begin());
-  if (EditNames(workbench_, "Change the units of the channels.")) {
-    std::copy(workbench_.chooser.ChooserNames.begin() + 1, workbench_.chooser.ChooserNames.end(),
-              trial.ChanUnits.begin() + 1);
-  }
+  PickNames(workbench_, "Change the units of the channels.", trial.ChanUnits);
 }
 
 void ParseForm::EditTitle() {

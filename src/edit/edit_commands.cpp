@@ -1,0 +1,101 @@
+#include "edit/edit_commands.hpp"
+
+#include <array>
+#include <string>
+
+#include "core/helpers.hpp"
+#include "core/numbers.hpp"
+#include "edit/experiment_form.hpp"
+#include "edit/trial_edits.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr std::string_view kMenu = "&Edit";
+
+void Recall(Workbench& workbench) {
+  if (RecallLabels(workbench.trial)) {
+    MarkChanged(workbench, true);
+    return;
+  }
+  ShowRefusal(workbench, {.title = "No Previous Labels",
+                          .text = "No other file was loaded before this one.",
+                          .icon = Icon::Information});
+}
+
+template <typename Text>
+void EditNames(Workbench& workbench, std::string_view prompt, PerChannel<Text>& names) {
+  const PerChannel<Text> before = names;
+  PickNames(workbench, prompt, names);
+  if (names != before) {
+    MarkChanged(workbench, true);
+  }
+}
+
+void EditLabels(Workbench& workbench) {
+  EditNames(workbench, "Change the labels of the channels.", workbench.trial.ChanLabel);
+}
+
+void EditUnits(Workbench& workbench) {
+  EditNames(workbench, "Change the units of the channels.", workbench.trial.ChanUnits);
+}
+
+void EditTitle(Workbench& workbench) {
+  std::string& title = workbench.trial.TrialTitle;
+  const std::string typed = workbench.questions.AskInput(
+      {.title = "Trial Title", .prompt = "Enter a brief title for this data file.", .defaultText = title});
+  if (!typed.empty()) {
+    title = typed;
+    MarkChanged(workbench, true);
+  }
+}
+
+void EditRate(Workbench& workbench) {
+  if (workbench.timeBase != TimeBase::Seconds) {
+    ShowRefusal(workbench, {.title = "Sampling Rate",
+                            .text = "The sampling rate can only be changed while the time base is seconds.",
+                            .icon = Icon::Exclamation});
+    return;
+  }
+  const std::string typed =
+      workbench.questions.AskInput({.title = "Sampling Rate",
+                                    .prompt = "Enter sampling rate per channel in samples per second (Hz).",
+                                    .defaultText = PlainNumber(workbench.trial.Rate)});
+  if (typed.empty()) {
+    return;
+  }
+  const double rate = Val(typed);
+  if (!(rate > 0 && rate <= 1e12)) {
+    ShowRefusal(workbench, {.title = "Invalid Entry",
+                            .text = "Invalid entry.  Sampling rate unchanged.",
+                            .icon = Icon::Exclamation});
+    return;
+  }
+  CorrectRate(workbench.trial, rate);
+  MarkChanged(workbench, true);
+}
+
+template <void (*procedure)(Workbench&)>
+void WithData(Workbench& workbench) {
+  if (workbench.trial.NData > 0) {
+    procedure(workbench);
+  }
+}
+
+constexpr std::array kCommands = {
+    Command{"edit.recall-labels", "Recall &Previous labels && units", kMenu, Needs::Data, WithData<Recall>},
+    Command{"edit.sampling-rate", "Sampling &Rate", kMenu, Needs::Data, WithData<EditRate>},
+    Command{"edit.labels", "&Labels", kMenu, Needs::Data, WithData<EditLabels>},
+    Command{"edit.units", "&Units", kMenu, Needs::Data, WithData<EditUnits>},
+    Command{"edit.title", "&Title", kMenu, Needs::Data, WithData<EditTitle>},
+    Command{"edit.experiment-information", "&Experiment Information", kMenu, Needs::Data,
+            WithData<ShowExperimentInformation>},
+};
+
+}  // namespace
+
+std::span<const Command> EditCommands() {
+  return kCommands;
+}
+
+}  // namespace velmora

@@ -1,0 +1,154 @@
+#include "edit/edit_commands.hpp"
+
+#include "import/load_file.hpp"
+#include "support/command_test.hpp"
+#include "support/temporary_directory.hpp"
+
+namespace velmora {
+namespace {
+
+using test::SetChannels;
+using test::TemporaryDirectory;
+
+struct Edit : test::CommandTest {
+  TemporaryDirectory directory;
+
+  Edit() { SetChannels(trial, {{1, 2, 3, 4, 5}, {6, 7, 8, 9, 10}}, 100.0); }
+
+  std::string Save(const std::string& name, const char* id) {
+    questions.fileAnswers = {{directory.Path(name)}};
+    Run(id);
+    return directory.Path(name);
+  }
+  void Load(const std::string& path) {
+    trial.FileName = path;
+    Run("file.load");
+  }
+  void Answer(std::vector<std::pair<std::string, std::string>> edits, const char* press = "OK") {
+    questions.formAnswers.emplace_back([edits, press](Form& form) {
+      for (const auto& [field, text] : edits) {
+        form.Edit(*form.FindField(field), text);
+      }
+      return std::string(press);
+    });
+  }
+};
+
+TEST_F(Edit, LabelsAndUnitsThroughThePicker) {
+  questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+    EXPECT_EQ(picker.ClosingCaption(), "&Save");
+    picker.SetName(2, "A label of more than thirty characters");
+    return std::string("Save");
+  });
+  Run("edit.labels");
+  EXPECT_EQ(trial.ChanLabel[1], "");
+  EXPECT_EQ(trial.ChanLabel[2], "A label of more than thirty ch");
+  EXPECT_TRUE(trial.FileChanged);
+
+  MarkChanged(workbench, false);
+  questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+    EXPECT_EQ(picker.ValueText(1), "V");
+    picker.SetName(1, "N");
+    return std::string("Cancel");
+  });
+  Run("edit.units");
+  EXPECT_EQ(trial.ChanUnits[1], "V");
+  EXPECT_FALSE(trial.FileChanged);
+}
+
+TEST_F(Edit, LabelsOfTheTrialBeforeComeBack) {
+  trial.SavedLabels = {};
+  Run("edit.recall-labels");
+  EXPECT_EQ(workbench.report.warnings.size(), 1U);
+
+  trial.ChanLabel[1] = "Heel";
+  trial.ChanUnits[1] = "m/s";
+  const std::string path = Save("one.vmb", "save.vmb");
+  SetChannels(trial, {{1, 2}, {3, 4}, {5, 6}});
+  trial.ChanLabel[1] = "Toe";
+  trial.ChanLabel[3] = "Knee";
+  const std::string other = Save("three.vmb", "save.vmb");
+  Load(path);
+  Load(other);
+  Run("edit.recall-labels");
+  EXPECT_EQ(trial.ChanLabel[1], "Heel");
+  EXPECT_EQ(trial.ChanUnits[1], "m/s");
+  EXPECT_TRUE(trial.FileChanged);
+}
+
+TEST_F(Edit, ACorrectedRateKeepsTheSamples) {
+  questions.inputAnswers = {"", "abc", "-5", "1e300", " 50 Hz"};
+  for (int i = 0; i < 4; ++i) {
+    Run("edit.sampling-rate");
+  }
+  EXPECT_EQ(questions.inputs.back().defaultText, "100");
+  EXPECT_EQ(questions.boxes.size(), 3U);
+  EXPECT_EQ(trial.Rate, 100.0);
+  EXPECT_FALSE(trial.FileChanged);
+  Run("edit.sampling-rate");
+  EXPECT_EQ(trial.Rate, 50.0);
+  EXPECT_EQ(trial.ChanRate[2], 50.0);
+  EXPECT_EQ(trial.Duration, 0.08);
+  EXPECT_EQ(trial.OriginalDuration, 0.08);
+  EXPECT_EQ(test::Channel(trial, 0), (test::Samples{0, 0.02F, 0.04F, 0.06F, 0.08F}));
+  EXPECT_EQ(test::Channel(trial, 1), (test::Samples{1, 2, 3, 4, 5}));
+  EXPECT_TRUE(trial.FileChanged);
+
+  workbench.timeBase = TimeBase::Percentage;
+  Run("edit.sampling-rate");
+  EXPECT_EQ(trial.Rate, 50.0);
+}
+
+TEST_F(Edit, TheTitle) {
+  trial.TrialTitle = "1 before";
+  questions.inputAnswers = {"", "2 after"};
+  Run("edit.title");
+  EXPECT_EQ(trial.TrialTitle, "1 before");
+  EXPECT_FALSE(trial.FileChanged);
+  Run("edit.title");
+  EXPECT_EQ(trial.TrialTitle, "2 after");
+  EXPECT_TRUE(trial.FileChanged);
+}
+
+TEST_F(Edit, ExperimentInformationStaysInTheNativeBinaryFile) {
+  workbench.records.FILMINFO[122] = 'r';  // what nobody interprets
+  Answer({{"txtProject", "Gait"},
+          {"txtSurname", "Müller"},
+          {"txtSex", "f"},
+          {"txtAge", "34"},
+          {"txtMass", "61.5"},
+          {"txtDate", "2026-01-31"},
+          {"txtLine4", "barefoot"}});
+  Run("edit.experiment-information");
+  EXPECT_EQ(trial.HeaderLines[4], "barefoot");
+  EXPECT_TRUE(trial.FileChanged);
+  const std::string path = Save("info.vmb", "save.vmb");
+  const std::string bytes = test::ReadFile(path);
+  EXPECT_EQ(bytes.substr(3582, 8), "Gait    ");
+  EXPECT_EQ(bytes.substr(3582 + 61, 26), "M\xFCller" + std::string(20, ' '));
+  EXPECT_EQ(bytes.substr(3582 + 103, 11), "f34        ");
+  EXPECT_EQ(bytes.substr(3582 + 114, 4), std::string("\x00\x00\x76\x42", 4)) << "61.5 as a 32-bit float";
+  EXPECT_EQ(bytes[3582 + 122], 'r');
+  EXPECT_EQ(bytes.substr(3582 + 184, 11), "2026-01-31 ");
+  EXPECT_EQ(bytes.substr(4138 + 3 * 61, 9), "barefoot ");
+
+  workbench.records = NativeRecords();
+  Load(path);
+  questions.formAnswers.emplace_back([](Form& form) {
+    EXPECT_EQ(*std::get<std::string*>(form.FindField("txtSurname")->target), "Müller");
+    EXPECT_EQ(*std::get<double*>(form.FindField("txtMass")->target), 61.5);
+    form.Edit(*form.FindField("txtSurname"), "nobody");
+    return std::string("Cancel");
+  });
+  Run("edit.experiment-information");
+  Answer({{"txtSex", "female"}});
+  Answer({{"txtSex", "F"}});
+  Run("edit.experiment-information");
+  EXPECT_EQ(questions.boxes.back().text, "Sex is longer than 1 characters.");
+  EXPECT_EQ(workbench.records.FILMINFO.substr(61, 7), "M\xFCller ");
+  EXPECT_EQ(workbench.records.FILMINFO[103], 'F');
+  EXPECT_TRUE(trial.FileChanged);
+}
+
+}  // namespace
+}  // namespace velmora
