@@ -4,6 +4,7 @@
 
 #include "core/numbers.hpp"
 #include "import/line_blocks.hpp"
+#include "import/text_parser/full_lines.hpp"
 #include "import/text_parser/number_scan.hpp"
 
 namespace velmora {
@@ -18,12 +19,40 @@ class Counter {
   /// Takes lines off `text` until it is empty or a turn is due.
   void Count(std::string_view& text) {
     do {
-      TakeOne(TakeLine(text));
+      if (!TakeFullLines(text)) {
+        TakeSome(text);
+      }
     } while (!text.empty() && lines_ % kLinesPerTurn != 0);
   }
   [[nodiscard]] bool TurnIsDue() const { return lines_ % kLinesPerTurn == 0; }
 
  private:
+  // The usual case: many lines at once, all of them records.
+  bool TakeFullLines(std::string_view& text) {
+    constexpr std::size_t kPiece = 16384;
+    if (lines_ < skip_ || pending_ > 0) {
+      return false;
+    }
+    const FullLines full = CountFullLines(text.substr(0, kPiece));
+    if (full.lines == 0 || full.lines > kLinesPerTurn - lines_ % kLinesPerTurn) {
+      return false;
+    }
+    lines_ += full.lines;
+    count_.records += full.lines;
+    const bool halfPair = text[full.bytes - 1] == '\r' && text.substr(full.bytes, 1) == "\n";
+    text.remove_prefix(full.bytes + (halfPair ? 1 : 0));
+    return true;
+  }
+
+  void TakeSome(std::string_view& text) {
+    constexpr int kAtOnce = 64;
+    int taken = 0;
+    do {
+      TakeOne(TakeLine(text));
+      ++taken;
+    } while (!text.empty() && taken < kAtOnce && lines_ % kLinesPerTurn != 0);
+  }
+
   void TakeOne(std::string_view line) {
     ++lines_;
     if (lines_ <= skip_) {

@@ -1,0 +1,178 @@
+// Delimited text, 1,000,000 lines of 16 columns: the load through the command's route and the scan of
+// its numbers, against a plain std::from_chars loop over the mapped file.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+#include "core/form.hpp"
+#include "core/workbench.hpp"
+#include "import/line_blocks.hpp"
+#include "import/load_file.hpp"
+#include "import/text_parser/fast_scan.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr int kColumns = 16;
+constexpr std::int64_t kLines = 1'000'000;
+
+/// The file, made once and removed at the end: numbers of 3 to 6 decimals as instruments write them.
+class TextFile {
+ public:
+  TextFile()
+      : path_(std::filesystem::temp_directory_path() /
+              ("velmora2-bench-" + std::to_string(getpid()) + ".csv")) {
+    std::mt19937_64 random(1);
+    std::ofstream out(path_, std::ios::binary);
+    std::string text;
+    for (std::int64_t line = 0; line < kLines; ++line) {
+      for (int c = 0; c < kColumns; ++c) {
+        char cell[32];
+        const double value =
+            (static_cast<double>(random() % 2'000'001) - 1e6) / 1e3 / (c % 4 == 0 ? 1000 : 1);
+        const int size =
+            std::snprintf(cell, sizeof cell, "%.*f%c", 3 + c % 4, value, c + 1 < kColumns ? ',' : '\n');
+        text.append(cell, static_cast<std::size_t>(size));
+      }
+      if (text.size() > 1'000'000) {
+        out << text;
+        text.clear();
+      }
+    }
+    out << text;
+  }
+  TextFile(const TextFile&) = delete;
+  TextFile& operator=(const TextFile&) = delete;
+  ~TextFile() { std::filesystem::remove(path_); }
+
+  [[nodiscard]] std::string Path() const { return path_.string(); }
+  [[nodiscard]] std::int64_t Bytes() const {
+    return static_cast<std::int64_t>(std::filesystem::file_size(path_));
+  }
+
+ private:
+  std::filesystem::path path_;
+};
+
+TextFile& SharedFile() {
+  static TextFile file;
+  return file;
+}
+
+/// Accepts the dialogue and answers the rate.
+class Accepting : public Questions {
+ public:
+  Button AskBox(const Box& box) override { return box.buttons.front(); }
+  std::string AskInput(const InputQuestion& /*question*/) override { return "1000"; }
+  std::vector<std::string> AskFile(const FileQuestion& /*question*/) override { return {}; }
+  std::string AskPick(ChannelPicker& /*picker*/) override { return "Cancel"; }
+  std::string AskForm(Form& /*form*/) override { return "OK"; }
+  void ShowProgress(ProgressPanel& /*panel*/) override {}
+  void EndProgress(ProgressPanel& /*panel*/) override {}
+};
+
+// The limit that people would write: no count of the records, no faults, memory already there.
+void FromCharsOverMappedFile(benchmark::State& state) {
+  TextFile& file = SharedFile();
+  const auto bytes = static_cast<std::size_t>(file.Bytes());
+  std::vector<float> values(static_cast<std::size_t>(kLines) * (kColumns + 1));
+  for (auto _ : state) {
+    const int descriptor = open(file.Path().c_str(), O_RDONLY | O_CLOEXEC);
+    void* mapped = mmap(nullptr, bytes, PROT_READ, MAP_PRIVATE, descriptor, 0);
+    const char* at = static_cast<const char*>(mapped);
+    float* to = values.data();
+    for (std::int64_t line = 0; line < kLines; ++line, ++to) {
+      for (int c = 0; c < kColumns; ++c) {
+        at = std::from_chars(at, at + 64, *++to).ptr + 1;
+      }
+    }
+    benchmark::DoNotOptimize(values.data());
+    munmap(mapped, bytes);
+    close(descriptor);
+  }
+  state.SetBytesProcessed(state.iterations() * file.Bytes());
+}
+
+void LoadText(benchmark::State& state) {
+  TextFile& file = SharedFile();
+  Accepting questions;
+  Workbench workbench(questions);
+  for (auto _ : state) {
+    workbench.trial.FileName = file.Path();
+    LoadFile(workbench);
+  }
+  if (workbench.trial.NData != kLines || workbench.trial.NChan != kColumns) {
+    state.SkipWithError("not the whole file");
+  }
+  state.SetBytesProcessed(state.iterations() * file.Bytes());
+}
+
+template <typename Scan>
+void ScanPieces(benchmark::State& state, const Scan& scan) {
+  TextFile& file = SharedFile();
+  ScanPlan plan;
+  plan.columns = kColumns;
+  plan.stride = kColumns + 1;
+  for (int c = 0; c < kColumns; ++c) {
+    plan.slot[static_cast<std::size_t>(c)] = static_cast<std::uint8_t>(c + 1);
+  }
+  std::vector<float> values(static_cast<std::size_t>(kLines) * (kColumns + 1));
+  for (auto _ : state) {
+    TextSource source(file.Path());
+    LineBlocks blocks(source);
+    ScanFaults faults;
+    std::int64_t rows = 0;
+    for (std::string_view lines = blocks.Lines(); !lines.empty(); lines = blocks.Lines()) {
+      const ScanProgress done = scan(lines, plan, values.data() + rows * plan.stride, kLines - rows, faults);
+      rows += done.rows;
+      blocks.Consume(done.bytes);
+    }
+    benchmark::DoNotOptimize(values.data());
+  }
+  state.SetBytesProcessed(state.iterations() * file.Bytes());
+}
+
+void ScanPlain(benchmark::State& state) {
+  ScanPieces(state, [](std::string_view lines, const ScanPlan& plan, float* to, std::int64_t rows,
+                       ScanFaults& faults) { return ScanRows(lines, plan, to, rows, 1, faults); });
+}
+
+void ScanFast(benchmark::State& state) {
+  const auto level = static_cast<SimdLevel>(state.range(0));
+  if (level > MachineSimdLevel()) {
+    state.SkipWithError("not on this machine");
+    return;
+  }
+  ScanPieces(state,
+             [level](std::string_view lines, const ScanPlan& plan, float* to, std::int64_t rows,
+                     ScanFaults& faults) { return FastScanRows(lines, plan, to, rows, 1, faults, level); });
+}
+
+void ReadBytes(benchmark::State& state) {
+  TextFile& file = SharedFile();
+  std::vector<char> piece(std::size_t{256} << 10);
+  for (auto _ : state) {
+    TextSource source(file.Path());
+    while (source.Read(piece.data(), piece.size()) > 0) {
+      benchmark::DoNotOptimize(piece.data());
+    }
+  }
+  state.SetBytesProcessed(state.iterations() * file.Bytes());
+}
+
+BENCHMARK(ReadBytes)->Unit(benchmark::kMillisecond);
+BENCHMARK(FromCharsOverMappedFile)->Unit(benchmark::kMillisecond);
+BENCHMARK(ScanPlain)->Unit(benchmark::kMillisecond);
+BENCHMARK(ScanFast)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadText)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,126 @@
+#include "import/text_parser/fast_scan.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "import/line_blocks.hpp"
+#include "import/text_parser/fast_scan_stages.hpp"
+
+namespace velmora {
+namespace {
+
+ScanCharacters CharactersOf(const NumberLayout& layout) {
+  const char comma = layout.decimalComma ? '\t' : ',';
+  const char semicolon = layout.semicolons ? ';' : '\t';
+  return {layout.decimalComma ? ',' : '.', {'\t', comma, semicolon}};
+}
+
+// The rows of one text, piece after piece.
+class Scanner {
+ public:
+  Scanner(std::string_view text, const ScanPlan& plan, float* frames, std::int64_t maxRows,
+          std::int64_t firstLine, ScanFaults& faults, SimdLevel level)
+      : rest_(text),
+        plan_(plan),
+        characters_(CharactersOf(plan.layout)),
+        stages_(level == SimdLevel::Sse2 ? kSse2ScanStages : kAvx2ScanStages),
+        frames_(frames),
+        maxRows_(maxRows),
+        firstLine_(firstLine),
+        faults_(faults) {}
+
+  ScanProgress Run() {
+    const std::size_t bytes = rest_.size();
+    while (!Full() && !rest_.empty()) {
+      ScanPiece();
+    }
+    progress_.bytes = bytes - rest_.size();
+    return progress_;
+  }
+
+ private:
+  [[nodiscard]] bool Full() const { return progress_.rows == maxRows_; }
+  [[nodiscard]] float* Frame() const { return frames_ + progress_.rows * plan_.stride; }
+
+  void ScanPiece() {
+    const auto bytes = static_cast<std::uint32_t>(std::min<std::size_t>(rest_.size(), kScanPiece));
+    stages_.indexPiece(rest_.data(), bytes, characters_, index_);
+    if (index_.lineCount == 0) {
+      ScanPlainly(TakeLine(rest_));  // longer than a piece, or the end of the text
+      return;
+    }
+    std::uint32_t start = 0;
+    std::uint32_t first = 0;  // of the row's ends
+    for (std::uint32_t i = 0; i < index_.lineCount && !Full(); ++i) {
+      const std::uint32_t end = index_.lines[i];
+      if (!ScanRegular(start, first, end)) {
+        ScanPlainly(rest_.substr(start, end - start));
+        first = Behind(end, first);
+      }
+      const bool pair = rest_[end] == '\r' && end + 1 < rest_.size() && rest_[end + 1] == '\n';
+      start = end + (pair ? 2 : 1);
+    }
+    rest_.remove_prefix(start);
+  }
+
+  // Exactly the wanted columns, perhaps with a separator behind the last.
+  bool ScanRegular(std::uint32_t start, std::uint32_t& first, std::uint32_t lineEnd) {
+    const std::uint32_t last = first + static_cast<std::uint32_t>(plan_.columns) - 1;
+    const bool exact = last < index_.endCount && index_.ends[last] == lineEnd;
+    const bool trailing = !exact && last + 1 < index_.endCount && index_.ends[last + 1] == lineEnd &&
+                          index_.ends[last] + 1 == lineEnd;
+    if (!exact && !trailing) {
+      return false;
+    }
+    if (!stages_.readRow(rest_.data(), start, index_.ends + first, plan_.columns, characters_.point,
+                         row_.data())) {
+      return false;
+    }
+    float* frame = Frame();
+    for (int k = 0; k < plan_.columns; ++k) {
+      frame[plan_.slot[static_cast<std::size_t>(k)]] = row_[static_cast<std::size_t>(k)];
+    }
+    first = last + (exact ? 1 : 2);
+    ++progress_.rows;
+    ++progress_.lines;
+    return true;
+  }
+
+  void ScanPlainly(std::string_view line) {
+    if (!IsBlankLine(line)) {
+      ScanLine(line, plan_, Frame(), firstLine_ + progress_.lines, faults_);
+      ++progress_.rows;
+    }
+    ++progress_.lines;
+  }
+
+  [[nodiscard]] std::uint32_t Behind(std::uint32_t end, std::uint32_t from) const {
+    while (index_.ends[from] != end) {
+      ++from;
+    }
+    return from + 1;
+  }
+
+  std::string_view rest_;
+  const ScanPlan& plan_;
+  ScanCharacters characters_;
+  const ScanStages& stages_;
+  float* frames_;
+  std::int64_t maxRows_;
+  std::int64_t firstLine_;
+  ScanFaults& faults_;
+  ScanProgress progress_;
+  std::array<float, kMostCells + 4> row_{};
+  PieceIndex index_;
+};
+
+}  // namespace
+
+ScanProgress FastScanRows(std::string_view text, const ScanPlan& plan, float* frames, std::int64_t maxRows,
+                          std::int64_t firstLine, ScanFaults& faults, SimdLevel level) {
+  return Scanner(text, plan, frames, maxRows, firstLine, faults, level).Run();
+}
+
+}  // namespace velmora
