@@ -1,11 +1,19 @@
-// Drives a fuzz target without libFuzzer: mutates the seeds for a number of runs or seconds. The same
-// seed number makes the same inputs. An input that ends the program is left in crash-input.bin.
+// Drives a fuzz target without libFuzzer: mutates the seeds for a number of seconds. The same seed number
+// makes the same inputs. The target runs in a child, so that an input that ends it, or takes too long,
+// can be kept in crash-input.bin.
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <new>
 #include <random>
 
 #include "fuzz_target.hpp"
@@ -67,8 +75,67 @@ std::string Mutated(std::string bytes, Random& random) {
   return bytes;
 }
 
+// Seen by both processes: the input at hand, and how many there were.
+struct Shared {
+  static constexpr std::size_t kRoom = std::size_t{1} << 20;
+
+  std::uint64_t runs = 0;
+  std::size_t size = 0;
+  std::array<char, kRoom> bytes{};
+};
+
+Shared* MakeShared() {
+  void* memory = mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  return memory == MAP_FAILED ? nullptr : new (memory) Shared;
+}
+
 void RunOne(const std::string& bytes) {
   LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+}
+
+void RunShared(Shared& shared, const std::string& bytes) {
+  constexpr unsigned longestSeconds = 20;
+  shared.size = std::min(bytes.size(), Shared::kRoom);
+  std::memcpy(shared.bytes.data(), bytes.data(), shared.size);
+  ++shared.runs;
+  alarm(longestSeconds);
+  RunOne({shared.bytes.data(), shared.size});
+  alarm(0);
+}
+
+void RunMany(Shared& shared, double seconds, std::uint64_t seed) {
+  const std::vector<std::string> seeds = FuzzSeeds();
+  for (const std::string& bytes : seeds) {
+    RunShared(shared, bytes);
+  }
+  Random random(seed);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  while (std::chrono::steady_clock::now() < end) {
+    RunShared(shared, Mutated(seeds[Below(random, seeds.size())], random));
+  }
+}
+
+// Returns the program's exit status.
+int Supervise(double seconds, std::uint64_t seed) {
+  Shared* shared = MakeShared();
+  const pid_t child = shared == nullptr ? -1 : fork();
+  if (child < 0) {
+    std::cerr << "no memory to run in\n";
+    return 2;
+  }
+  if (child == 0) {
+    RunMany(*shared, seconds, seed);
+    return 0;
+  }
+  int status = 0;
+  if (waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0) {
+    std::cout << shared->runs << " inputs, nothing found\n";
+    return 0;
+  }
+  std::ofstream("crash-input.bin", std::ios::binary)
+      .write(shared->bytes.data(), static_cast<std::streamsize>(shared->size));
+  std::cerr << "input " << shared->runs << " ended the reader or took too long; it is in crash-input.bin\n";
+  return 1;
 }
 
 int RunFile(const char* path) {
@@ -85,11 +152,6 @@ int WriteSeeds(const std::string& directory) {
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   }
   return 0;
-}
-
-void Keep(const std::string& bytes) {
-  std::ofstream("crash-input.bin", std::ios::binary)
-      .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
 }  // namespace
@@ -109,19 +171,5 @@ int main(int argc, char** argv) {
       return RunFile(argv[i]);
     }
   }
-  const std::vector<std::string> seeds = FuzzSeeds();
-  for (const std::string& bytes : seeds) {
-    RunOne(bytes);
-  }
-  Random random(seed);
-  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-  std::uint64_t runs = 0;
-  for (; std::chrono::steady_clock::now() < end; ++runs) {
-    const std::string bytes = Mutated(seeds[Below(random, seeds.size())], random);
-    Keep(bytes);
-    RunOne(bytes);
-  }
-  std::remove("crash-input.bin");
-  std::cout << runs << " inputs, nothing found\n";
-  return 0;
+  return Supervise(seconds, seed);
 }

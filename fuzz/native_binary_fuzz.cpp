@@ -22,20 +22,21 @@ class SaveTo : public fuzz::BlindAnswers {
 };
 
 std::string SavedTrial(int channels, int samples) {
-  const auto path =
-      std::filesystem::temp_directory_path() / ("velmora2-fuzz-seed-" + std::to_string(std::rand()));
-  SaveTo answers(path.string());
+  std::string directory = (std::filesystem::temp_directory_path() / "velmora2-fuzz-XXXXXX").string();
+  if (mkdtemp(directory.data()) == nullptr) {
+    std::abort();
+  }
+  SaveTo answers(directory + "/seed.vmb");
   Workbench workbench(answers);
   workbench.trial.Rate = 100.0;
   workbench.trial.AllocateData(channels, samples);
   workbench.trial.CursorHi = samples;
   ProgressPanel panel(workbench);
   WriteNativeBinary(workbench, panel);
-  std::string name = workbench.OutputFileName;
-  const InputFile file(name);
+  const InputFile file(workbench.OutputFileName);
   std::string bytes(static_cast<std::size_t>(file.Size()), '\0');
   file.ReadAt(0, bytes.data(), bytes.size());
-  std::filesystem::remove(name);
+  std::filesystem::remove_all(directory);
   return bytes;
 }
 

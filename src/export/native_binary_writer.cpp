@@ -1,6 +1,7 @@
 #include "export/native_binary_writer.hpp"
 
 #include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -69,12 +70,24 @@ std::string IdentificationLine() {
   return PadRight(native::kIdentification + std::string(VersionText), native::kIdentificationBytes);
 }
 
+// Cursors that a command left behind a shorter trial are an error of the run, not memory of others.
+void CheckRange(const Trial& trial, SampleRange range) {
+  if (range.lo < 1 || range.lo > range.hi || range.hi > trial.NData) {
+    throw std::out_of_range("The samples " + std::to_string(range.lo) + " to " + std::to_string(range.hi) +
+                            " between the cursors are not in the trial.");
+  }
+}
+
 // Times are those of the first samples wherever the range lies, so that a stretch starts at time 0.
+// All rows grow side by side; the channels are told off one by one as that goes on.
 void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, std::int64_t offset,
                   SampleRange range) {
   const std::int64_t samples = std::int64_t{range.hi} - range.lo + 1;
   const int rows = trial.NChan + 1;
   std::vector<float> pieces(static_cast<std::size_t>(rows * kPieceStride));
+  int told = 0;
+  panel.SetStatus("Saving times");
+  panel.SetLimits(0, static_cast<double>((samples - 1) / 1000));
   for (std::int64_t done = 0; done < samples; done += kPieceSamples) {
     const std::int64_t count = std::min(kPieceSamples, samples - done);
     const float* frames = trial.matrix.Frame(range.lo + done);
@@ -86,7 +99,10 @@ void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, st
       file.WriteAt(offset + (row * samples + done) * kFloat, pieces.data() + row * kPieceStride,
                    static_cast<std::size_t>(count * kFloat));
     }
-    panel.SetValue(static_cast<double>((done + count) / 1000));
+    while (told < trial.NChan * (done + count) / samples) {
+      panel.SetStatus("Saving channel " + std::to_string(++told));
+    }
+    panel.SetValue(static_cast<double>((done + count - 1) / 1000));
   }
 }
 
@@ -99,11 +115,6 @@ void WriteFile(Workbench& workbench, ProgressPanel& panel, OutputFile& file, Sam
   const std::string headers =
       IdentificationLine() + records.TrialRecord + records.FILMINFO + records.SETUPINFO + records.EXPTINFO;
   file.Write(headers);
-  panel.SetStatus("Saving times");
-  panel.SetLimits(0, (range.hi - range.lo) / 1000);
-  if (trial.NChan > 0) {
-    panel.SetStatus("Saving channel " + std::to_string(trial.NChan));  // all of them go together
-  }
   WriteSamples(trial, panel, file, static_cast<std::int64_t>(headers.size()), range);
   file.Commit();
 }
@@ -119,6 +130,7 @@ void WriteNativeBinary(Workbench& workbench, ProgressPanel& panel) {
   }
   OutputFile file(workbench.OutputFileName, OutputFile::Mode::KeepTail);
   const SampleRange range = AskCursorRange(workbench);
+  CheckRange(workbench.trial, range);
   WriteFile(workbench, panel, file, range);
   MarkChanged(workbench, false);
   if (workbench.UserLevel == UserLevelKind::Novice) {

@@ -16,8 +16,6 @@ constexpr std::int64_t kPieceSamples = 4096;
 constexpr std::int64_t kPieceStride = kPieceSamples + 16;
 // How far ahead of the reading the system is asked for each row; matters for files not in memory.
 constexpr std::int64_t kAheadSamples = 32 * kPieceSamples;
-// Cancel is tested row by row, but rows are read together. A bundle is small enough that Cancel is felt.
-constexpr std::int64_t kBundleBytes = std::int64_t{256} << 20;
 constexpr int kFewestBundleRows = 16;
 constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
 
@@ -37,8 +35,8 @@ struct Bundle {
   int last;
 };
 
-int RowsInBundle(std::int64_t samples) {
-  const std::int64_t fitting = kBundleBytes / std::max<std::int64_t>(samples * kFloat, 1);
+int RowsInBundle(std::int64_t samples, std::int64_t bytes) {
+  const std::int64_t fitting = bytes / std::max<std::int64_t>(samples * kFloat, 1);
   return static_cast<int>(std::clamp<std::int64_t>(fitting, kFewestBundleRows, kMaxChannels + 1));
 }
 
@@ -68,8 +66,10 @@ void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle
       break;  // nothing more in the first row, so nothing in the later ones: the matrix is 0 already
     }
     if (sample % kAheadSamples == 0) {
+      if (panel.GiveTurn()) {
+        bundle.last = bundle.first;  // the first row's end is where Cancel counts: the others are not kept
+      }
       Prefetch(source, bundle, sample + kAheadSamples);
-      panel.GiveTurn();
     }
     const std::int64_t count = std::min(kPieceSamples, source.samples - sample);
     for (int row = bundle.first; row <= bundle.last; ++row) {
@@ -80,28 +80,35 @@ void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle
   }
 }
 
+void ShowRow(ProgressPanel& panel, int row, int channels) {
+  if (row == 0) {
+    panel.SetStatus("Header read.  Reading times.");
+    panel.SetValue(1);
+  } else {
+    panel.SetStatus("Reading channel " + std::to_string(row) + " of " + std::to_string(channels) + ".");
+  }
+}
+
 }  // namespace
 
 std::optional<int> ReadNativeSamples(Trial& trial, ProgressPanel& panel, const InputFile& file,
-                                     std::int64_t offset) {
+                                     std::int64_t offset, std::int64_t bundleBytes) {
   const int channels = trial.NChan;
   const Source source{file, offset, trial.NData};
   const bool complete = source.At(channels + 1, 0) <= file.Size();
   trial.AllocateData(channels, source.samples,
                      complete ? SampleMatrix::Fill::None : SampleMatrix::Fill::Zero);
-  const int step = std::min(RowsInBundle(source.samples), channels + 1);
+  const int step = std::min(RowsInBundle(source.samples, bundleBytes), channels + 1);
   std::vector<float> pieces(static_cast<std::size_t>(step * kPieceStride));
   for (int first = 0; first <= channels; first += step) {
     const Bundle bundle{first, std::min(first + step - 1, channels)};
     ReadBundle(trial, panel, source, bundle, pieces);
     for (int row = bundle.first; row <= bundle.last; ++row) {
-      panel.SetStatus(row == 0 ? "Header read.  Reading times."
-                               : "Reading channel " + std::to_string(row) + " of " +
-                                     std::to_string(channels) + ".");
+      ShowRow(panel, row, channels);
       if (panel.GiveTurn()) {
         return row;
       }
-      panel.SetValue(row == 0 ? 1 : row + 2);
+      panel.SetValue(row + 2);
     }
   }
   return std::nullopt;

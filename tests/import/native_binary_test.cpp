@@ -1,109 +1,20 @@
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <cstring>
 #include <limits>
+#include <optional>
 
-#include "core/transpose.hpp"
-#include "export/save_data.hpp"
-#include "import/load_file.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "core/helpers.hpp"
+#include "import/native_samples.hpp"
+#include "support/native_file.hpp"
 
 namespace velmora {
 namespace {
 
-using test::Channel;
-using test::NoiseChannels;
+using test::FileByHand;
+using test::kSamplesAt;
+using test::Put;
 using test::ReadFile;
-using test::ScriptedQuestions;
-using test::SetChannels;
-using test::TemporaryDirectory;
 using test::WriteFile;
 
-constexpr std::size_t kSamplesAt = 4386;
-
-template <typename T>
-void Put(std::string& bytes, std::size_t offset, T value) {
-  bytes.replace(offset, sizeof value, reinterpret_cast<const char*>(&value), sizeof value);
-}
-void PutText(std::string& bytes, std::size_t offset, std::string_view text) {
-  bytes.replace(offset, text.size(), text);
-}
-template <typename T>
-T Get(const std::string& bytes, std::size_t offset) {
-  T value{};
-  std::memcpy(&value, bytes.data() + offset, sizeof value);
-  return value;
-}
-
-/// A file laid out by hand: channels x samples of c * 1000 + i, times i / 50.
-std::string FileByHand(int channels, int samples) {
-  std::string bytes(kSamplesAt, '\0');
-  bytes.replace(0, 80, std::string(80, ' '));
-  PutText(bytes, 0, "Velmora2 binary file. Version 1.00 (build 001)");
-  bytes.replace(80, 100, std::string(100, ' '));
-  PutText(bytes, 80, "42 squat jumps");
-  Put<std::int16_t>(bytes, 180, static_cast<std::int16_t>(channels));
-  Put<std::int32_t>(bytes, 182, samples);
-  Put<double>(bytes, 186, 50.0);
-  Put<double>(bytes, 194, 1.5);
-  for (std::size_t c = 0; c <= 64; ++c) {
-    Put<std::int16_t>(bytes, 202 + 2 * c, c % 2 == 0 ? -1 : 0);
-    Put<std::int16_t>(bytes, 332 + 2 * c, static_cast<std::int16_t>(c + 3));
-    Put<double>(bytes, 462 + 8 * c, 50.0 + static_cast<double>(c));
-    Put<double>(bytes, 982 + 8 * c, 2.0 * static_cast<double>(c));
-    Put<double>(bytes, 1502 + 8 * c, -0.5 * static_cast<double>(c));
-    Put<std::int16_t>(bytes, 2022 + 2 * c, static_cast<std::int16_t>(c));
-    Put<std::int16_t>(bytes, 2152 + 2 * c, static_cast<std::int16_t>(c == 2 ? 0 : 7));
-    bytes.replace(2282 + 10 * c, 10, "label " + std::to_string(c) + std::string(c < 10 ? 3 : 2, ' '));
-    bytes.replace(2932 + 10 * c, 10, "\xB0/s       ");
-  }
-  for (std::size_t k = 0; k < 228 + 328 + 248; ++k) {
-    bytes[3582 + k] = static_cast<char>('a' + k % 26);
-  }
-  Put<std::int16_t>(bytes, 3582 + 224, 0);
-  for (int c = 0; c <= channels; ++c) {
-    for (int i = 1; i <= samples; ++i) {
-      const float value = c == 0 ? static_cast<float>(i - 1) / 50.0F : static_cast<float>(c * 1000 + i);
-      bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
-    }
-  }
-  return bytes;
-}
-
-struct NativeBinary : testing::Test {
-  TemporaryDirectory directory;
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
-  Trial& trial = workbench.trial;
-
-  void Load(const std::string& bytes) {
-    const std::string path = directory.Path("trial.vmb");
-    WriteFile(path, bytes);
-    LoadPath(path);
-  }
-  void LoadPath(const std::string& path) {
-    trial.FileName = path;
-    questions.boxes.clear();
-    LoadFile(workbench);
-  }
-  std::string Save(const std::string& name) {
-    questions.fileAnswers.push_back({directory.Path(name)});
-    SaveData(workbench, SaveFormat::NativeBinary);
-    return directory.Path(name);
-  }
-  std::vector<std::string> BoxTitles() const {
-    std::vector<std::string> titles;
-    for (const Box& box : questions.boxes) {
-      titles.push_back(box.title);
-    }
-    return titles;
-  }
-};
+using NativeBinary = test::NativeFileTest;
 
 TEST_F(NativeBinary, EveryFieldIsFoundWhereItLies) {
   Load(FileByHand(3, 75));
@@ -135,120 +46,6 @@ TEST_F(NativeBinary, EveryFieldIsFoundWhereItLies) {
   EXPECT_EQ(trial.CursorHi, 75);
   EXPECT_EQ(questions.panels.back().format, "Velmora2 binary analog (.VMB)");
   EXPECT_EQ(questions.panels.back().status, "75 samples/channel");
-}
-
-TEST_F(NativeBinary, ASavedFileDiffersFromItsSourceOnlyWhereItMust) {
-  std::string expected = FileByHand(3, 75);
-  Load(expected);
-  const std::string saved = ReadFile(Save("copy.vmb"));
-  EXPECT_EQ(questions.files[0].title, "Save data in Velmora2/3 binary (.VMB) file");
-  EXPECT_EQ(questions.files[0].defaultName, "trial.vmb");
-  EXPECT_EQ(questions.boxes.back().text, "File has been saved as: " + ToUpper(directory.Path("copy.vmb")));
-  Put<double>(expected, 194, 1.5);  // one interval longer than (NData-1)/Rate, which the file had already
-  Put<std::int16_t>(expected, 2152 + 2 * 2, 2);
-  ASSERT_EQ(saved.size(), expected.size());
-  EXPECT_EQ(saved, expected) << "stale entries above NChan and the carried records included";
-
-  MarkChanged(workbench, true);
-  trial.ChanLabel[1] = "a label of many characters";
-  trial.PairedGraphs = true;
-  workbench.timeBase = TimeBase::Percentage;
-  const std::string path = Save("other");  // the extension is added
-  EXPECT_FALSE(trial.FileChanged);
-  EXPECT_EQ(trial.FileName, directory.Path("trial.vmb"));
-  workbench.timeBase = TimeBase::Seconds;
-  LoadPath(path + ".vmb");
-  EXPECT_EQ(trial.ChanLabel[1], "a label of");
-  EXPECT_TRUE(trial.PairedGraphs);
-  EXPECT_EQ(workbench.timeBase, TimeBase::Percentage);
-}
-
-TEST_F(NativeBinary, RoundTripsAtEveryShape) {
-  for (const int channels : {0, 1, 2, 3, 4, 7, 8, 15, 16, 31, 63, 64}) {
-    for (const int samples : {1, 15, 16, 17, 4096, 4097}) {
-      const auto noise = NoiseChannels(std::max(channels, 1), samples);
-      SetChannels(trial, noise);
-      if (channels == 0) {
-        trial.CutChannels(0);
-      }
-      const std::string path = Save("shape.vmb");
-      trial.DiscardData();
-      LoadPath(path);
-      ASSERT_EQ(trial.NChan, channels);
-      ASSERT_EQ(trial.NData, samples);
-      for (int c = 1; c <= channels; ++c) {
-        ASSERT_EQ(Channel(trial, c), noise[static_cast<std::size_t>(c - 1)]) << channels << " x " << samples;
-      }
-      ASSERT_EQ(trial.Data(samples, 0), static_cast<float>((samples - 1) / 100.0));
-    }
-  }
-}
-
-TEST_F(NativeBinary, ARangeIsSavedFromTimeZero) {
-  Load(FileByHand(2, 75));
-  trial.CursorLo = 11;
-  trial.CursorHi = 30;
-  questions.boxAnswers = {Button::Yes};
-  const std::string saved = ReadFile(Save("range.vmb"));
-  EXPECT_EQ(saved.size(), kSamplesAt + 4 * 20 * 3);
-  EXPECT_EQ(Get<std::int32_t>(saved, 182), 20);
-  EXPECT_EQ(Get<double>(saved, 194), 20.0 / 50.0);
-  EXPECT_EQ(Get<float>(saved, kSamplesAt), 0.0F);
-  EXPECT_EQ(Get<float>(saved, kSamplesAt + 4 * 20), 1011.0F);
-  EXPECT_EQ(Get<float>(saved, saved.size() - 4), 2030.0F);
-}
-
-TEST_F(NativeBinary, SavingNeverDestroys) {
-  Load(FileByHand(2, 75));
-  const std::string path = directory.Path("old.vmb");
-  const std::string old(20000, 'x');
-  WriteFile(path, old);
-  Save("old.vmb");
-  const std::string saved = ReadFile(path);
-  EXPECT_EQ(saved.size(), old.size());
-  EXPECT_EQ(saved.substr(kSamplesAt + 4 * 75 * 3), std::string(20000 - kSamplesAt - 4 * 75 * 3, 'x'));
-
-  MarkChanged(workbench, true);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit small{.rlim_cur = 4500, .rlim_max = before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
-  Save("old.vmb");
-  setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_EQ(ReadFile(path), saved);
-  EXPECT_EQ(
-      questions.boxes.back().text,
-      "Error saving to file: " + path + "\nFile may be in-use or write-protected.\n\n\"File too large\"");
-  EXPECT_EQ(workbench.report.failures.size(), 1U);
-  EXPECT_TRUE(trial.FileChanged);
-
-  Save("missing/trial.vmb");
-  EXPECT_EQ(workbench.report.failures.size(), 2U);
-  questions.fileAnswers.push_back({});
-  SaveData(workbench, SaveFormat::NativeBinary);  // no name: nothing happens
-  EXPECT_EQ(workbench.report.failures.size(), 2U);
-}
-
-// As somebody who is not allowed to: in a process of its own without root's rights.
-TEST_F(NativeBinary, AWriteProtectedFileIsRefused) {
-  Load(FileByHand(1, 5));
-  const std::string path = directory.Path("protected.vmb");
-  WriteFile(path, "old");
-  std::filesystem::permissions(path, std::filesystem::perms{0444});
-  std::filesystem::permissions(directory.Path(""), std::filesystem::perms{0777});
-  const pid_t child = fork();
-  if (child == 0) {
-    if (getuid() == 0 && setuid(65534) != 0) {
-      _exit(2);
-    }
-    Save("protected.vmb");
-    _exit(workbench.report.failures.size() == 1 ? 0 : 1);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  EXPECT_EQ(WEXITSTATUS(status), 0);
-  EXPECT_EQ(ReadFile(path), "old");
 }
 
 TEST_F(NativeBinary, WithoutAnIdentificationLineTheHeaderStartsAtOnce) {
@@ -348,29 +145,72 @@ TEST_F(NativeBinary, CancelKeepsTheChannelsReadSoFar) {
   EXPECT_EQ(trial.NData, 0);
 }
 
-// Every shape and alignment against the obvious loop.
-TEST(Transpose, EqualsTheObviousLoop) {
-  std::vector<float> rows(70 * 100);
-  for (std::size_t k = 0; k < rows.size(); ++k) {
-    rows[k] = static_cast<float>(k);
+TEST_F(NativeBinary, ThePanelTellsEveryRow) {
+  std::vector<std::string> statuses;
+  std::vector<double> values;
+  questions.onProgress = [&](ProgressPanel& panel) {
+    if (statuses.empty() || statuses.back() != panel.Status()) {
+      statuses.push_back(panel.Status());
+    }
+    if (panel.Highest() == 4 && (values.empty() || values.back() != panel.Value())) {
+      values.push_back(panel.Value());
+    }
+  };
+  Load(FileByHand(2, 30));
+  const std::vector<std::string> reading(std::find(statuses.begin(), statuses.end(), "Reading setup"),
+                                         statuses.end());
+  EXPECT_EQ(reading, (std::vector<std::string>{"Reading setup", "Reading trial information", "Header read.",
+                                               "Reading 30 x 2 data", "Header read.  Reading times.",
+                                               "Reading channel 1 of 2.", "Reading channel 2 of 2.",
+                                               "30 samples/channel"}));
+  EXPECT_EQ(values, (std::vector<double>{0, 1, 2, 3, 4}));
+}
+
+// Bundles of 16 rows, which only a file of gigabytes would have.
+struct NativeBundles : NativeBinary {
+  static constexpr int kRows = 41;
+  static constexpr int kSamples = 5000;
+
+  std::optional<int> Read() {
+    const std::string path = directory.Path("bundles.vmb");
+    WriteFile(path, FileByHand(kRows - 1, kSamples));
+    trial.NChan = kRows - 1;
+    trial.NData = kSamples;
+    const InputFile file(path);
+    ProgressPanel panel(workbench);
+    return ReadNativeSamples(trial, panel, file, kSamplesAt, 1);
   }
-  for (int width = 1; width <= 65; width += width < 10 ? 1 : 11) {
-    for (const int samples : {1, 3, 16, 33, 50}) {
-      for (const int shift : {0, 1, 4}) {
-        alignas(64) float frames[66 * 50 + 4] = {};
-        RowsToFrames(rows.data(), 100, width, samples, frames + shift, width);
-        std::vector<float> back(65 * 64, -1.0F);
-        FramesToRows(frames + shift, width, width, samples, back.data(), 64);
-        for (int c = 0; c < width; ++c) {
-          for (int i = 0; i < samples; ++i) {
-            ASSERT_EQ(frames[shift + i * width + c], rows[static_cast<std::size_t>(c * 100 + i)]);
-            ASSERT_EQ(back[static_cast<std::size_t>(c * 64 + i)],
-                      rows[static_cast<std::size_t>(c * 100 + i)]);
-          }
-        }
+  void ExpectRowsTo(int last) {
+    for (int c = 1; c <= last; ++c) {
+      for (const int i : {1, 4096, 4097, kSamples}) {
+        ASSERT_EQ(trial.Data(i, c), static_cast<float>(c * 1000 + i));
       }
     }
   }
+};
+
+TEST_F(NativeBundles, MeetInOneMatrix) {
+  EXPECT_EQ(Read(), std::nullopt);
+  ExpectRowsTo(kRows - 1);
+}
+
+TEST_F(NativeBundles, CancelCountsAtTheEndOfTheRowInWork) {
+  questions.onProgress = [](ProgressPanel& panel) {
+    if (panel.Status() == "Reading channel 20 of 40.") {
+      panel.PressCancel();
+    }
+  };
+  EXPECT_EQ(Read(), 20);
+  ExpectRowsTo(20);
+
+  // Pressed when row 31 is done, which the last turn for it has passed: row 32 opens a bundle.
+  questions.onProgress = [](ProgressPanel& panel) {
+    if (panel.Value() == 33) {
+      panel.PressCancel();
+    }
+  };
+  EXPECT_EQ(Read(), 32);
+  ExpectRowsTo(32);
 }
 
 }  // namespace
