@@ -1,8 +1,6 @@
 #include "core/helpers.hpp"
 
 #include <algorithm>
-#include <cmath>
-#include <utility>
 
 #include "core/numbers.hpp"
 #include "core/paths.hpp"
@@ -70,37 +68,6 @@ void NormaliseCursors(Trial& trial) {
   if (trial.CursorHi <= trial.CursorLo) {
     trial.CursorHi = trial.NData;
   }
-}
-
-void ResampleAll(Trial& trial, std::int64_t n) {
-  const std::int64_t before = trial.NData;
-  if (n < 1 || before < 2) {
-    return;
-  }
-  SampleMatrix& old = trial.matrix;
-  SampleMatrix fresh;
-  fresh.Allocate(trial.NChan, n + 1, SampleMatrix::Fill::None);
-  const double intervals = static_cast<double>(before - 1);
-  const double step = intervals / static_cast<double>(n);
-  const int width = trial.NChan + 1;
-  std::copy_n(old.Frame(1), width, fresh.Frame(1));
-  for (std::int64_t k = 2; k <= n; ++k) {
-    const double x = 1 + static_cast<double>(k - 1) * step;
-    const auto below = std::min(static_cast<std::int64_t>(std::floor(x)), before - 1);
-    const double fraction = x - static_cast<double>(below);
-    const float* a = old.Frame(below);
-    const float* b = old.Frame(below + 1);
-    float* to = fresh.Frame(k);
-    for (int c = 0; c < width; ++c) {
-      const double from = a[c];
-      to[c] = static_cast<float>(from + (static_cast<double>(b[c]) - from) * fraction);
-    }
-  }
-  std::copy_n(old.Frame(before), width, fresh.Frame(n + 1));
-  trial.matrix = std::move(fresh);
-  trial.NData = static_cast<std::int32_t>(n + 1);
-  trial.Rate = trial.Rate * (static_cast<double>(n) / intervals);
-  trial.RebuildTimeColumn();
 }
 
 bool AskSaveName(Workbench& workbench, FileQuestion question) {

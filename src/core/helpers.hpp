@@ -37,12 +37,6 @@ void ShowFirstChannelPage(Workbench& workbench);
 /// sample), CursorHi at most NData, and NData when it does not lie above CursorLo.
 void NormaliseCursors(Trial& trial);
 
-/// Re-samples every channel to n intervals (n+1 samples) by linear interpolation over the same
-/// duration; Rate changes by n/(NData-1) and the time column is rebuilt. The first and last samples
-/// are kept as they are. Nothing happens with n below 1 or NData below 2.
-/// Throws std::bad_alloc before anything has changed.
-void ResampleAll(Trial& trial, std::int64_t n);
-
 /// Asks where to save, starting in DataDir; a name typed without an extension gets the question's. The
 /// answer goes to OutputFileName. Returns false when the answer was empty.
 bool AskSaveName(Workbench& workbench, FileQuestion question);

@@ -9,6 +9,7 @@
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
 #include "core/progress.hpp"
+#include "core/resample.hpp"
 #include "dsp/channel_picking.hpp"
 #include "dsp/shannon_resample.hpp"
 #include "dsp/time_base.hpp"

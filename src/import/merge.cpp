@@ -6,6 +6,7 @@
 
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
+#include "core/resample.hpp"
 
 namespace velmora {
 namespace {

@@ -3,6 +3,7 @@
 #include <limits>
 #include <new>
 
+#include "core/resample.hpp"
 #include "support/scripted_questions.hpp"
 #include "support/trials.hpp"
 
