@@ -1,0 +1,117 @@
+#include "graph/graph.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/text.hpp"
+
+namespace velmora {
+
+void Axis::SetMinMax(double minimum, double maximum) {
+  Minimum = minimum;
+  Maximum = maximum;
+}
+
+void Graph::PlotXY(const Trial& trial) {
+  trial_ = &trial;
+  envelope_.Build(trial.matrix);
+  Plots.resize(static_cast<std::size_t>(trial.NChan));
+  for (int c = 1; c <= trial.NChan; ++c) {
+    Plot& plot = Plots[static_cast<std::size_t>(c - 1)];
+    plot.Channel = c;
+    plot.Name = trial.ChanLabel[static_cast<std::size_t>(c)];
+  }
+}
+
+void Graph::AutoScaleAbscissa() {
+  if (trial_ == nullptr || trial_->NData == 0) {
+    return;
+  }
+  const Extremes times = envelope_.Whole(0);
+  if (times.Empty() || !std::isfinite(times.min) || !std::isfinite(times.max)) {
+    return;
+  }
+  const bool endsWithTrial = times.max == static_cast<float>(trial_->Duration);
+  double last = endsWithTrial ? trial_->Duration : static_cast<double>(times.max);
+  const double first = times.min;
+  if (last <= first) {  // a single sample
+    last = first + 1.0;
+  }
+  Abscissa.SetMinMax(first, last);
+}
+
+void Graph::AutoScaleOrdinate() {
+  if (trial_ == nullptr || trial_->NData == 0) {
+    return;
+  }
+  Extremes all;
+  const ColumnExtremes whole = envelope_.Columns(1, trial_->NData, 1);
+  for (const Plot& plot : Plots) {
+    if (plot.Visible) {
+      const Extremes own = whole.At(0, plot.Channel);
+      all.min = std::min(all.min, own.min);
+      all.max = std::max(all.max, own.max);
+    }
+  }
+  if (all.Empty() || !std::isfinite(all.min) || !std::isfinite(all.max)) {
+    return;
+  }
+  const double margin = all.min == all.max ? 1.0 : 0.0;
+  Ordinate.SetMinMax(static_cast<double>(all.min) - margin, static_cast<double>(all.max) + margin);
+}
+
+int Graph::VisiblePlots() const {
+  return static_cast<int>(
+      std::count_if(Plots.begin(), Plots.end(), [](const Plot& plot) { return plot.Visible; }));
+}
+
+std::vector<Plot*> Graph::Visible() {
+  std::vector<Plot*> visible;
+  for (Plot& plot : Plots) {
+    if (plot.Visible) {
+      visible.push_back(&plot);
+    }
+  }
+  return visible;
+}
+
+void Graph::SetLine(LineStyle style) {
+  for (Plot* plot : Visible()) {
+    plot->Line = style;
+  }
+}
+
+void Graph::SetLineWidth(double width) {
+  for (Plot* plot : Visible()) {
+    plot->LineWidth = width;
+  }
+}
+
+void Graph::SetPoint(PointStyle style) {
+  for (Plot* plot : Visible()) {
+    plot->Point = style;
+  }
+}
+
+void Graph::HalveLines() {
+  const std::vector<Plot*> visible = Visible();
+  for (std::size_t i = 0; i < visible.size(); ++i) {
+    visible[i]->Line = i < visible.size() / 2 ? LineStyle::Solid : LineStyle::Dashed;
+  }
+}
+
+void Graph::AlternateLines() {
+  int next = 0;
+  for (Plot* plot : Visible()) {
+    plot->Line = static_cast<LineStyle>(static_cast<int>(LineStyle::Solid) + next++ % 5);
+  }
+}
+
+void Graph::AlternatePoints() {
+  int next = 0;
+  for (Plot* plot : Visible()) {
+    plot->Point = static_cast<PointStyle>(static_cast<int>(PointStyle::Dot) + next++ % 9);
+  }
+}
+
+}  // namespace velmora

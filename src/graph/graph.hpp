@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/trial.hpp"
+#include "graph/colours.hpp"
+#include "graph/envelope_pyramid.hpp"
+
+namespace velmora {
+
+// A graph as data: what is drawn, not how. A widget draws it and moves its cursors; the views decide
+// what is in it.
+
+enum class LineStyle { None, Solid, Dotted, Dashed, DashDot, DashDotDot };
+enum class PointStyle { None, Dot, Star, SmallX, LargeX, Plus, Cross, Circle, Square, Diamond };
+enum class TrackMode { None, PanXAndY, PanX, PanY, ZoomArea, DragCursors };
+enum class CrosshairStyle { None, Horizontal, Vertical, Both };
+
+/// One channel against row 0.
+struct Plot {
+  int Channel = 0;
+  std::string Name;
+  bool Visible = false;
+  int ColourIndex = 0;  // into ColourTable
+  Colour LineColor = kWhite;
+  LineStyle Line = LineStyle::Solid;
+  double LineWidth = 1.0;  // device-independent pixels
+  PointStyle Point = PointStyle::None;
+};
+
+struct Axis {
+  double Minimum = 0.0;
+  double Maximum = 1.0;
+  bool Log = false;
+  std::string Caption;
+  bool CaptionVisible = true;
+  bool LabelsVisible = true;  // ticks and their numerals
+  bool MajorGrid = true;
+  bool ZeroLine = false;
+  Colour GridColor = kGridGrey;
+
+  void SetMinMax(double minimum, double maximum);
+};
+
+/// A line at XPosition (units of the abscissa), its handle at YPosition (units of the ordinate).
+struct GraphCursor {
+  double XPosition = 0.0;
+  double YPosition = 0.0;
+  Colour Color = kYellow;
+  CrosshairStyle Crosshair = CrosshairStyle::Vertical;
+  std::string Name;
+  bool NameVisible = false;
+};
+
+class Graph {
+ public:
+  std::vector<Plot> Plots;  // channel c is plot c - 1
+  Axis Abscissa;
+  Axis Ordinate;
+  std::vector<GraphCursor> Cursors;  // cursor 1 first
+  std::string Title;
+  bool TitleVisible = true;
+  bool SidebarVisible = true;
+  Colour Background = kBlack;
+  TrackMode Track = TrackMode::None;
+
+  /// Takes every channel as a plot against row 0, with all its samples. Plots that were there keep
+  /// their looks; axes and cursors stay. The trial must outlive the graph, and its samples must not
+  /// change until they are plotted again.
+  void PlotXY(const Trial& trial);
+
+  /// From the first to the last of row 0. Where row 0 ends with the trial, in the Duration itself: the
+  /// 32 bits of the time column hold it only nearly.
+  void AutoScaleAbscissa();
+  /// The extremes of all samples of the visible plots, a unit around them when they are one value.
+  /// Stays as it is when nothing visible is a number.
+  void AutoScaleOrdinate();
+
+  [[nodiscard]] int VisiblePlots() const;
+  [[nodiscard]] const EnvelopePyramid& Envelope() const { return envelope_; }
+
+  // Styles of all visible plots.
+  void SetLine(LineStyle style);
+  void SetLineWidth(double width);
+  void SetPoint(PointStyle style);
+  /// The first half of the visible plots solid, the rest dashed.
+  void HalveLines();
+  /// Plot by plot the next style, from solid on and from dots on.
+  void AlternateLines();
+  void AlternatePoints();
+
+  /// Background, axes and styles of plots as text, and back. Reading throws std::invalid_argument and
+  /// changes nothing when the text is not such a style; plots it does not tell of stay.
+  [[nodiscard]] std::string StyleText() const;
+  void ReadStyle(const std::string& text);
+
+ private:
+  std::vector<Plot*> Visible();
+
+  const Trial* trial_ = nullptr;
+  EnvelopePyramid envelope_;
+};
+
+}  // namespace velmora
