@@ -15,6 +15,9 @@
 #include "dsp/time_base_commands.hpp"
 #include "edit/edit_commands.hpp"
 #include "export/export_commands.hpp"
+#include "graph/crop_commands.hpp"
+#include "graph/graph_commands.hpp"
+#include "graph/look_commands.hpp"
 #include "import/import_commands.hpp"
 
 namespace velmora {
@@ -24,11 +27,37 @@ std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
        {ImportCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
-        SmoothCommands(), BiasCommands(), TimeBaseCommands()}) {
+        SmoothCommands(), BiasCommands(), TimeBaseCommands(), GraphCommands(), LookCommands(),
+        CropCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;
 }
+
+/// A view that is open shows the trial as a command outside it leaves it, however that ends.
+class ViewRefresh {
+ public:
+  ViewRefresh(Workbench& workbench, const Command& command)
+      : workbench_(workbench), before_(command.needs == Needs::View ? nullptr : workbench.view.get()) {}
+  ViewRefresh(const ViewRefresh&) = delete;
+  ViewRefresh& operator=(const ViewRefresh&) = delete;
+  ~ViewRefresh() {
+    if (before_ == nullptr || before_ != workbench_.view.get()) {
+      return;
+    }
+    try {
+      if (before_->TrialChanged()) {
+        return;
+      }
+    } catch (...) {  // NOLINT: there is no memory left to draw it; the trial is as it should be
+    }
+    workbench_.view.reset();
+  }
+
+ private:
+  Workbench& workbench_;
+  OpenView* before_;
+};
 
 }  // namespace
 
@@ -45,6 +74,7 @@ const Command* FindCommand(std::string_view id) {
 
 void RunCommand(Workbench& workbench, const Command& command) {
   std::string fault;
+  const ViewRefresh refresh(workbench, command);
   try {
     command.run(workbench);
     return;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "core/open_view.hpp"
 #include "core/picker.hpp"
 #include "core/preferences.hpp"
 #include "core/questions.hpp"
@@ -39,6 +41,17 @@ struct MergeStore {
   bool MergePending = false;
   std::int32_t NFilesMerged = 1;  // files in the current trial
   Trial stored;
+};
+
+/// What outlives a graph view, or is passed on by one.
+struct GraphMemory {
+  double ViewDuration = 0.0;  // seconds, the length of the view window; 0 until one was chosen
+  double PanSize = 0.0;       // seconds; 0: to the next window
+  std::int32_t GraphScaleChoice = 0;
+  bool GraphWindowMaximized = false;
+  std::int32_t StatLo = 0;  // the samples a statistics form is to use
+  std::int32_t StatHi = 0;
+  bool ClipResetTime = false;
 };
 
 /// The state of the program, one object made in main and passed by reference.
@@ -78,6 +91,7 @@ struct Workbench {
   PerChannel<float> FilterCutoffs{};        // Hz, in force
   PerChannel<float> LastLowPassCutoffs{};   // Hz
   PerChannel<float> LastHighPassCutoffs{};  // Hz
+  GraphMemory graph;
   PerChannel<double> ChanThreshold{};
   bool ThresholdsValid = false;
   std::int16_t WindowWidth = 3;    // samples; of moving windows and epochs
@@ -89,6 +103,9 @@ struct Workbench {
   std::string RatePattern = "0.00";
   std::string TimePattern = "0.000";  // durations too
   std::string ValuePattern = "0.0000";
+
+  /// The graph that is open, if any. Last, since it looks at all the rest.
+  std::unique_ptr<OpenView> view;
 };
 
 }  // namespace velmora

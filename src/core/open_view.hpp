@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace velmora {
+
+/// A key as a person presses it: its name ("PageUp", "F10", "N", "2") and what is held with it.
+struct KeyPress {
+  std::string name;
+  bool shift = false;
+  bool ctrl = false;
+  bool alt = false;
+};
+
+/// What a view asks of the window it is drawn in. Without a window nobody hears it.
+enum class WindowRequest { Beep, Maximise, Normal, FullWidth, FullHeight, Calculator };
+
+/// The graph that is open: its logic without a drawing. The window passes on what a person does and
+/// draws what the view then holds; a recipe does the same without a window. Graphs count from 1.
+class OpenView {
+ public:
+  OpenView() = default;
+  OpenView(const OpenView&) = delete;
+  OpenView& operator=(const OpenView&) = delete;
+  virtual ~OpenView() = default;
+
+  /// Returns false when the view has no such key.
+  virtual bool PressKey(const KeyPress& key) = 0;
+  /// A cursor (from 1) was dragged to x. Throws std::out_of_range when there is none of that number,
+  /// std::invalid_argument when x is not finite.
+  virtual void MoveCursor(int cursor, double x) = 0;
+  /// Throw std::out_of_range when there is no such graph.
+  virtual void Click(int graph) = 0;
+  virtual void DoubleClick(int graph) = 0;
+  virtual void RightClick(int graph) = 0;
+  /// A command outside the view may have changed the trial. Returns false when the view has nothing
+  /// left to show and is to be closed.
+  virtual bool TrialChanged() = 0;
+  /// The last call: keeps what outlives the view.
+  virtual void Leave() = 0;
+
+  std::function<void(WindowRequest)> onRequest;
+
+ protected:
+  void Request(WindowRequest request) const {
+    if (onRequest) {
+      onRequest(request);
+    }
+  }
+};
+
+}  // namespace velmora

@@ -1,0 +1,150 @@
+#include "graph/crop_commands.hpp"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "core/form.hpp"
+#include "core/helpers.hpp"
+#include "graph/crop.hpp"
+#include "graph/single_view.hpp"
+
+namespace velmora {
+namespace {
+
+enum class Work { Keep, Cut };
+
+/// The last look at the range before samples go.
+class ClipForm : public Form {
+ public:
+  ClipForm(Workbench& workbench, std::string caption, Work work, SampleRange range)
+      : Form("frmClip", "Crop Data"),
+        workbench_(workbench),
+        work_(work),
+        lo_(range.lo),
+        hi_(range.hi),
+        resetTime_(workbench.graph.ClipResetTime) {
+    const double samples = workbench.trial.NData;
+    fields_ = {
+        {.name = "CursorLo", .caption = "&First datum", .target = &lo_, .lowest = 1, .highest = samples},
+        {.name = "CursorHi", .caption = "&Last datum", .target = &hi_, .lowest = 1, .highest = samples},
+        {.name = "ClipResetTime", .caption = "&Reset initial time to zero", .target = &resetTime_}};
+    buttons_ = {{.caption = std::move(caption),
+                 .role = FormButton::Role::Accept,
+                 .press = [this] { return Accept(); }},
+                {.caption = "Cancel", .role = FormButton::Role::Cancel, .press = [] { return true; }}};
+  }
+
+  /// Nothing when the form was cancelled.
+  std::optional<SampleRange> Ask() {
+    Show(workbench_);
+    return accepted_ ? std::optional(SampleRange{lo_, hi_}) : std::nullopt;
+  }
+
+ private:
+  bool Accept() {
+    if (hi_ < lo_) {
+      const char* none = work_ == Work::Cut ? "No cutting will be done." : "No cropping will be done.";
+      return Refuse(std::string("There are no data between the two cursors.  ") + none);
+    }
+    if (work_ == Work::Cut && hi_ - lo_ + 1 == workbench_.trial.NData) {
+      return Refuse("No data would be left.  No cutting will be done.");
+    }
+    workbench_.graph.ClipResetTime = resetTime_;
+    accepted_ = true;
+    return true;
+  }
+
+  // The form closes: nothing is to be done, and the cursors are there to choose anew.
+  bool Refuse(const std::string& text) {
+    ShowRefusal(workbench_, {.title = "Interval Too Small", .text = text, .icon = Icon::Information});
+    return true;
+  }
+
+  Workbench& workbench_;
+  Work work_;
+  std::int32_t lo_;
+  std::int32_t hi_;
+  bool resetTime_;
+  bool accepted_ = false;
+};
+
+struct Proposal {
+  const char* caption;
+  Work work = Work::Keep;
+  SampleRange range;
+  // Which cursors gave the range; they go to the ends of what is left.
+  bool first = false;
+  bool last = false;
+};
+
+void Clip(Workbench& workbench, SingleView& view, const Proposal& proposal) {
+  const auto range = ClipForm(workbench, proposal.caption, proposal.work, proposal.range).Ask();
+  if (!range) {
+    return;
+  }
+  const CropTimes times = workbench.graph.ClipResetTime ? CropTimes::Reset : CropTimes::Move;
+  if (proposal.work == Work::Cut) {
+    CutSamples(workbench.trial, range->lo, range->hi, times);
+  } else if (!CropSamples(workbench.trial, range->lo, range->hi, times)) {
+    return;
+  }
+  MarkChanged(workbench, true);
+  view.MoveCursorsToEnds(proposal.first, proposal.last);
+  view.Replot();
+}
+
+void CropOutside(Workbench& workbench) {
+  SingleView& view = OpenSingleView(workbench);
+  if (view.Cursors() >= 2) {
+    Clip(workbench, view, {.caption = "&Crop", .range = view.PairRange(), .first = true, .last = true});
+  }
+}
+
+void TrimLeft(Workbench& workbench) {
+  SingleView& view = OpenSingleView(workbench);
+  if (view.Cursors() >= 1) {
+    Clip(workbench, view,
+         {.caption = "&Trim Left", .range = {view.SampleOf(1), workbench.trial.NData}, .first = true});
+  }
+}
+
+void TrimRight(Workbench& workbench) {
+  SingleView& view = OpenSingleView(workbench);
+  if (view.Cursors() >= 1) {
+    const int cursor = view.Cursors() >= 2 ? 2 : 1;
+    Clip(workbench, view, {.caption = "&Trim Right", .range = {1, view.SampleOf(cursor)}, .last = true});
+  }
+}
+
+void CutInside(Workbench& workbench) {
+  SingleView& view = OpenSingleView(workbench);
+  if (view.Cursors() >= 2) {
+    Clip(workbench, view,
+         {.caption = "&Cut", .work = Work::Cut, .range = view.PairRange(), .first = true, .last = true});
+  }
+}
+
+void SelectCrop(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  Clip(workbench, OpenSingleView(workbench), {.caption = "&Crop", .range = {trial.CursorLo, trial.CursorHi}});
+}
+
+constexpr std::string_view kMenu = "&Single-axis graph/C&rop";
+
+constexpr std::array kCommands = {
+    Command{"crop.outside", "&Crop outside cursors", kMenu, Needs::View, CropOutside},
+    Command{"crop.left", "Trim area &Left of cursor", kMenu, Needs::View, TrimLeft},
+    Command{"crop.right", "Trim area &Right of cursor", kMenu, Needs::View, TrimRight},
+    Command{"crop.cut", "C&ut area inside cursors", kMenu, Needs::View, CutInside},
+    Command{"crop.select", "&Select crop", kMenu, Needs::View, SelectCrop},
+};
+
+}  // namespace
+
+std::span<const Command> CropCommands() {
+  return kCommands;
+}
+
+}  // namespace velmora

@@ -1,0 +1,164 @@
+#include "graph/graph_commands.hpp"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include "graph/graph_choose_form.hpp"
+#include "graph/single_view.hpp"
+#include "graph/view_saves.hpp"
+#include "graph/view_window.hpp"
+
+namespace velmora {
+namespace {
+
+bool ConfirmMany(Workbench& workbench) {
+  const ChannelFlags& selected = workbench.chooser.ChanSelected;
+  const auto end = selected.begin() + workbench.trial.NChan + 1;
+  if (std::count(selected.begin() + 1, end, true) <= 16) {
+    return true;
+  }
+  const Box box{.title = ">16 Channels Selected",
+                .text = "Press OK to confirm graphing greater than 16 signals.",
+                .icon = Icon::Question,
+                .buttons = {Button::OK, Button::Cancel}};
+  return workbench.questions.AskBox(box) == Button::OK;
+}
+
+void RestoreRate(Trial& trial) {
+  if (trial.Rate == 0.0) {
+    trial.Rate = trial.PreviousRate;
+  }
+}
+
+void OpenView(Workbench& workbench) {
+  CloseView(workbench);
+  workbench.view = std::make_unique<SingleView>(workbench);
+}
+
+void OpenSingle(Workbench& workbench) {
+  if (workbench.trial.NData == 0) {
+    return;
+  }
+  RestoreRate(workbench.trial);
+  if (ConfirmMany(workbench) && GraphChooseForm(workbench).Ask()) {
+    OpenView(workbench);
+  }
+}
+
+void OpenAll(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  if (trial.NData == 0) {
+    return;
+  }
+  RestoreRate(trial);
+  ChannelFlags& selected = workbench.chooser.ChanSelected;
+  const ChannelFlags before = selected;
+  selected.fill(false);
+  std::fill_n(selected.begin() + 1, trial.NChan, true);
+  if (!ConfirmMany(workbench)) {
+    selected = before;
+    return;
+  }
+  SettleViewWindow(workbench);
+  OpenView(workbench);
+}
+
+void ChangeChannels(Workbench& workbench) {
+  SingleView& view = OpenSingleView(workbench);
+  if (GraphChooseForm(workbench).Ask()) {
+    view.SetMaximised(workbench.graph.GraphWindowMaximized);
+    view.Load();
+  }
+}
+
+void SelectChannels(Workbench& workbench) {
+  SingleView& view = OpenSingleView(workbench);
+  workbench.chooser.ChooserPrompt.clear();
+  workbench.chooser.ChooserSelectMode = true;
+  if (ChannelPicker(workbench).Show()) {
+    view.ShowChannels();
+    view.CaptionOrdinate(true);
+  }
+}
+
+template <void (SingleView::*procedure)()>
+void OnView(Workbench& workbench) {
+  (OpenSingleView(workbench).*procedure)();
+}
+
+template <void (*procedure)(Workbench&, SingleView&)>
+void WithView(Workbench& workbench) {
+  procedure(workbench, OpenSingleView(workbench));
+}
+
+template <Scale scale>
+void SetScale(Workbench& workbench) {
+  OpenSingleView(workbench).SetScale(scale);
+}
+
+template <TrackMode mode>
+void SetTrack(Workbench& workbench) {
+  OpenSingleView(workbench).Drawing().Track = mode;
+}
+
+void ResetZoom(Workbench& workbench) {
+  SingleView& view = OpenSingleView(workbench);
+  view.ShowAll();
+  view.Drawing().Track = view.Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
+}
+
+void ShowHelp(Workbench& workbench) {
+  OpenSingleView(workbench);
+  ShowKeyboardHelp(workbench);
+}
+
+constexpr std::string_view kView = "&View";
+constexpr std::string_view kFile = "&Single-axis graph/&File";
+constexpr std::string_view kCursor = "&Single-axis graph/&Cursor";
+constexpr std::string_view kScale = "&Single-axis graph/&Scale";
+constexpr std::string_view kZoom = "&Single-axis graph/&Zoom";
+constexpr std::string_view kHelp = "&Single-axis graph/&Help";
+constexpr std::string_view kButtons = "&Single-axis graph";
+
+constexpr std::array kCommands = {
+    Command{"graph.single", "&Select Channels for Single-Axis Graph", kView, Needs::Data, OpenSingle},
+    Command{"graph.all", "&Graph all Channels on Single-axis Graph", kView, Needs::Data, OpenAll},
+    Command{"view.change-channels", "&Change selected channels", kFile, Needs::View, ChangeChannels},
+    Command{"view.save", "&Save to .VMB file", kFile, Needs::View, WithView<SaveRange>},
+    Command{"style.save", "Save &Graphics Style", kFile, Needs::View, WithView<SaveStyle>},
+    Command{"style.recall", "&Recall Graphics Style", kFile, Needs::View, WithView<RecallStyle>},
+    Command{"cursor.none", "None &0", kCursor, Needs::View, OnView<&SingleView::NoCursors>},
+    Command{"cursor.one", "One &1", kCursor, Needs::View, OnView<&SingleView::OneCursor>},
+    Command{"cursor.two", "Two &2", kCursor, Needs::View, OnView<&SingleView::TwoCursors>},
+    Command{"cursor.save-events", "Save cursor e&vents", kCursor, Needs::View, WithView<SaveCursors>},
+    Command{"cursor.values", "&View values at cursor", kCursor, Needs::View,
+            OnView<&SingleView::ToggleValues>},
+    Command{"cursor.horizontal", "Toggle &Horizontal cursor", kCursor, Needs::View,
+            OnView<&SingleView::ToggleHorizontal>},
+    Command{"scale.autoscale", "&Autoscale", kScale, Needs::View, SetScale<Scale::Auto>},
+    Command{"scale.10-v", "+/- 10 &V", kScale, Needs::View, SetScale<Scale::TenVolts>},
+    Command{"scale.0-to-100", "0 to 100&% ", kScale, Needs::View, SetScale<Scale::Percent>},
+    Command{"scale.100", "+/- &100% ", kScale, Needs::View, SetScale<Scale::PlusMinusPercent>},
+    Command{"scale.include-zero", "Include &zero", kScale, Needs::View, SetScale<Scale::IncludeZero>},
+    Command{"scale.maximum", "+/- | &Maximum |", kScale, Needs::View, SetScale<Scale::PlusMinusMaximum>},
+    Command{"zoom.pan", "&Pan", kZoom, Needs::View, SetTrack<TrackMode::PanXAndY>},
+    Command{"zoom.area", "&Zoom area", kZoom, Needs::View, SetTrack<TrackMode::ZoomArea>},
+    Command{"zoom.cursor", "Move &Cursor", kZoom, Needs::View, SetTrack<TrackMode::DragCursors>},
+    Command{"zoom.reset", "&Reset (default)", kZoom, Needs::View, ResetZoom},
+    Command{"zoom.disable", "&Disable mouse", kZoom, Needs::View, SetTrack<TrackMode::None>},
+    Command{"help.keyboard", "&Keyboard functions (?)", kHelp, Needs::View, ShowHelp},
+    Command{"view.exit", "E&xit", kButtons, Needs::View, CloseView},
+    Command{"view.channels", "&Channels", kButtons, Needs::View, SelectChannels},
+    Command{"view.window", "&Window", kButtons, Needs::View, OnView<&SingleView::ToggleWindow>},
+    Command{"view.points", "&Points", kButtons, Needs::View, OnView<&SingleView::TogglePoints>},
+    Command{"view.reset", "&Reset", kButtons, Needs::View, OnView<&SingleView::Reset>},
+};
+
+}  // namespace
+
+std::span<const Command> GraphCommands() {
+  return kCommands;
+}
+
+}  // namespace velmora

@@ -1,0 +1,242 @@
+#include "graph/single_view.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+#include "core/progress.hpp"
+#include "core/text.hpp"
+#include "graph/view_window.hpp"
+
+namespace velmora {
+namespace {
+
+// "Force (N)"; without units the label stands alone.
+std::string CaptionOf(const Trial& trial, int channel) {
+  const auto c = static_cast<std::size_t>(channel);
+  const std::string label = Trim(trial.ChanLabel[c].Text());
+  const std::string units = Trim(trial.ChanUnits[c].Text());
+  return units.empty() ? label : label + " (" + units + ")";
+}
+
+}  // namespace
+
+SingleView::SingleView(Workbench& workbench) : workbench_(workbench) {
+  maximised_ = workbench.graph.GraphWindowMaximized;
+  Load();
+}
+
+void SingleView::Load() {
+  constexpr std::int32_t kQuickSamples = 50000;
+  std::optional<ProgressPanel> panel;
+  if (workbench_.trial.NData > kQuickSamples) {
+    panel.emplace(workbench_);
+    panel->SetStatus("Plotting data");
+  }
+  const Axis before = graph_.Ordinate;
+  const bool first = graph_.Plots.empty();
+  graph_.Plots.clear();
+  graph_.PlotXY(workbench_.trial);
+  SetDefaultLooks();
+  windowMode_ = false;
+  NoCursors();
+  ShowChannels();
+  CaptionOrdinate(false);
+  ShowWindow();
+  const auto scale = static_cast<Scale>(workbench_.graph.GraphScaleChoice);
+  if (scale == Scale::NoChange && !first) {
+    graph_.Ordinate.SetMinMax(before.Minimum, before.Maximum);
+    return;
+  }
+  graph_.AutoScaleOrdinate();
+  SetScale(scale);
+}
+
+void SingleView::Replot() {
+  graph_.PlotXY(workbench_.trial);
+  windowMode_ = false;
+  SettleViewWindow(workbench_);
+  ShowChannels();
+  ShowWindow();
+  graph_.AutoScaleOrdinate();
+  SetScale(static_cast<Scale>(workbench_.graph.GraphScaleChoice));
+}
+
+void SingleView::Reset() {
+  workbench_.graph.ViewDuration = workbench_.trial.Duration;
+  workbench_.graph.GraphScaleChoice = 0;
+  offersLines_ = false;
+  Load();
+  CaptionOrdinate(true);
+}
+
+bool SingleView::TrialChanged() {
+  if (workbench_.trial.NData == 0) {
+    return false;
+  }
+  MoveCursorsToEnds(false, false);
+  Replot();
+  return true;
+}
+
+void SingleView::Leave() {
+  workbench_.graph.GraphWindowMaximized = maximised_;
+}
+
+std::string SingleView::TitleText() const {
+  if (!numbersShown_) {
+    return graph_.Title;
+  }
+  return graph_.Title + "\nCursor Numbers (press N to remove cursor numbers or Delete to delete a cursor)";
+}
+
+void SingleView::SetDefaultLooks() {
+  const Trial& trial = workbench_.trial;
+  const Axis looks;
+  for (Axis* axis : {&graph_.Abscissa, &graph_.Ordinate}) {
+    const Axis range = *axis;
+    *axis = looks;
+    axis->SetMinMax(range.Minimum, range.Maximum);
+    axis->Caption = range.Caption;
+  }
+  graph_.Abscissa.Caption = CaptionOf(trial, 0);
+  graph_.Title = "Single-axis Graph of " + trial.TrialTitle;
+  graph_.TitleVisible = true;
+  graph_.SidebarVisible = true;
+  graph_.Track = TrackMode::None;
+  for (Plot& plot : graph_.Plots) {
+    plot.Line = LineStyle::Solid;
+    plot.LineWidth = 1.0;
+    plot.Point = PointStyle::None;
+  }
+  SetBackground(kBlack);
+}
+
+void SingleView::ShowChannels() {
+  const Trial& trial = workbench_.trial;
+  for (Plot& plot : graph_.Plots) {
+    const auto c = static_cast<std::size_t>(plot.Channel);
+    plot.Visible = workbench_.chooser.ChanSelected[c];
+    plot.ColourIndex = std::clamp<int>(trial.ChanColour[c], 0, kColours);
+    plot.LineColor = ColourTable[static_cast<std::size_t>(plot.ColourIndex)];
+  }
+  SetBackground(graph_.Background);
+}
+
+void SingleView::CaptionOrdinate(bool onlyOfOne) {
+  const auto first =
+      std::find_if(graph_.Plots.begin(), graph_.Plots.end(), [](const Plot& plot) { return plot.Visible; });
+  const bool named = first != graph_.Plots.end() && !(onlyOfOne && graph_.VisiblePlots() > 1);
+  graph_.Ordinate.Caption = named ? CaptionOf(workbench_.trial, first->Channel) : "";
+}
+
+void SingleView::ShowWindow() {
+  graph_.AutoScaleAbscissa();
+  const double window = workbench_.graph.ViewDuration;
+  if (window > 0 && window < workbench_.trial.Duration) {
+    graph_.Abscissa.SetMinMax(0, window);
+  }
+}
+
+void SingleView::ShowAll() {
+  windowMode_ = false;
+  graph_.AutoScaleAbscissa();
+  graph_.AutoScaleOrdinate();
+  SetScale(static_cast<Scale>(workbench_.graph.GraphScaleChoice));
+}
+
+void SingleView::SetScale(Scale scale) {
+  workbench_.graph.GraphScaleChoice = static_cast<std::int32_t>(scale);
+  Axis& axis = graph_.Ordinate;
+  switch (scale) {
+    case Scale::Auto:
+      graph_.AutoScaleOrdinate();
+      return;
+    case Scale::TenVolts:
+      axis.SetMinMax(-10, 10);
+      return;
+    case Scale::Percent:
+      axis.SetMinMax(0, 100);
+      return;
+    case Scale::PlusMinusPercent:
+      axis.SetMinMax(-100, 100);
+      return;
+    case Scale::IncludeZero:
+      if (axis.Minimum > 0) {
+        axis.SetMinMax(0, axis.Maximum);
+      } else if (axis.Maximum < 0) {
+        axis.SetMinMax(axis.Minimum, 0);
+      }
+      return;
+    case Scale::PlusMinusMaximum: {
+      graph_.AutoScaleOrdinate();
+      const double most = std::max(std::abs(axis.Minimum), std::abs(axis.Maximum));
+      axis.SetMinMax(-most, most);
+      return;
+    }
+    case Scale::NoChange:
+      return;
+  }
+}
+
+// Yellow is lost on white and black on black.
+void SingleView::SetBackground(Colour colour) {
+  graph_.Background = colour;
+  graph_.Abscissa.GridColor = kGridGrey;
+  graph_.Ordinate.GridColor = kGridGrey;
+  if (!graph_.Cursors.empty()) {
+    graph_.Cursors.front().Color = colour == kWhite ? kBlue : kYellow;
+  }
+  for (Plot& plot : graph_.Plots) {
+    if (colour == kBlack && plot.Visible && plot.ColourIndex == 0) {
+      plot.ColourIndex = kColours;
+      plot.LineColor = ColourTable[kColours];
+      workbench_.trial.ChanColour[static_cast<std::size_t>(plot.Channel)] = kColours;
+    }
+  }
+}
+
+void SingleView::TogglePoints() {
+  if (offersLines_) {
+    graph_.SetPoint(PointStyle::Dot);
+  } else {
+    graph_.SetLine(LineStyle::Solid);
+  }
+  offersLines_ = !offersLines_;
+}
+
+void SingleView::CheckGraph(int graph) {
+  if (graph != 1) {
+    throw std::out_of_range("there is no graph " + std::to_string(graph) + ", only graph 1");
+  }
+}
+
+void SingleView::Click(int graph) {
+  CheckGraph(graph);
+}
+
+void SingleView::DoubleClick(int graph) {
+  CheckGraph(graph);
+  ShowAll();
+}
+
+void SingleView::RightClick(int graph) {
+  CheckGraph(graph);
+}
+
+SingleView& OpenSingleView(Workbench& workbench) {
+  auto* view = dynamic_cast<SingleView*>(workbench.view.get());
+  if (view == nullptr) {
+    throw std::runtime_error("no single-axis graph is open");
+  }
+  return *view;
+}
+
+void CloseView(Workbench& workbench) {
+  if (workbench.view != nullptr) {
+    workbench.view->Leave();
+    workbench.view.reset();
+  }
+}
+
+}  // namespace velmora

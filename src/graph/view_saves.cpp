@@ -1,0 +1,149 @@
+#include "graph/view_saves.hpp"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/files.hpp"
+#include "core/numbers.hpp"
+#include "core/paths.hpp"
+#include "export/save_data.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr Colour kSavedPair = 0x00FF00;  // green: this interval went to a file
+
+// The pair that the user names by its first cursor; false when there is none.
+bool AskPair(Workbench& workbench, SingleView& view) {
+  const int count = view.Cursors();
+  const std::string typed = workbench.questions.AskInput(
+      {.title = "Select First Cursor of Pair",
+       .prompt = "Enter number of first cursor of pair.  There are " + std::to_string(count) + " cursors."});
+  if (typed.empty()) {
+    return false;
+  }
+  const std::int32_t first = RoundHalfEven32(Val(typed));
+  if (first < 1 || first >= count) {
+    ShowRefusal(workbench, {.title = "Invlaid Cursor Selection",
+                            .text = "Invalid cursor selection.  Try again.  Press Delete button to delete "
+                                    "cursors.",
+                            .icon = Icon::Exclamation});
+    return false;
+  }
+  const auto [lo, hi] = std::minmax({view.SampleOf(first), view.SampleOf(first + 1)});
+  workbench.trial.CursorLo = lo;
+  workbench.trial.CursorHi = hi;
+  view.Drawing().Cursors[static_cast<std::size_t>(first - 1)].Color = kSavedPair;
+  return true;
+}
+
+bool ChooseRange(Workbench& workbench, SingleView& view) {
+  Trial& trial = workbench.trial;
+  trial.CursorLo = 1;
+  trial.CursorHi = trial.NData;
+  if (view.Cursors() == 1) {
+    trial.CursorLo = view.SampleOf(1);
+  } else if (view.Cursors() == 2) {
+    view.TakeRange();
+  } else if (view.Cursors() > 2) {
+    const Button button = workbench.questions.AskBox(
+        {.title = "Select a Pair of Cursors",
+         .text = "There are more than 2 cursors.  Press Yes to select one pair or No to select ALL the data.",
+         .icon = Icon::Question,
+         .buttons = {Button::Yes, Button::No, Button::Cancel}});
+    return button == Button::No || (button == Button::Yes && AskPair(workbench, view));
+  }
+  return true;
+}
+
+std::string StylePath(const Workbench& workbench) {
+  return (std::filesystem::path(workbench.StartDir) / "Graph.cwx").string();
+}
+
+void ShowStyleFault(Workbench& workbench, const char* reason) {
+  ShowFailure(workbench, {.title = "Graphics Style", .text = reason, .icon = Icon::Exclamation});
+}
+
+}  // namespace
+
+void SaveRange(Workbench& workbench, SingleView& view) {
+  if (!ChooseRange(workbench, view)) {
+    return;
+  }
+  workbench.SaveRangeSet = true;
+  SaveData(workbench, SaveFormat::NativeBinary);
+  workbench.SaveRangeSet = false;
+}
+
+std::string CursorFileText(const Workbench& workbench, const SingleView& view) {
+  const Trial& trial = workbench.trial;
+  const bool hasDirectory = FileNamePart(trial.FileName) != trial.FileName;
+  std::string text = "Filename:\t" + (hasDirectory ? "" : workbench.DataDir) + trial.FileName + "\n";
+  text += "Trial code:\t" + trial.TrialName + "\tTrial:\t" + std::to_string(trial.TrialIndex) + "\n";
+  text += "Duration (s):\t" + FormatNumber(trial.Duration, workbench.TimePattern) + "\n";
+  text += "Sampling rate (Hz):\t" + FormatNumber(trial.Rate, workbench.RatePattern) + "\n";
+  text += "\nCursor\tSample\tTime (s)\tDelta t (s)\n";
+  const std::vector<GraphCursor>& cursors = view.Drawing().Cursors;
+  double previous = cursors.empty() ? 0.0 : cursors.front().XPosition;
+  int number = 0;
+  for (const GraphCursor& cursor : cursors) {
+    ++number;
+    const double x = cursor.XPosition;
+    text += std::to_string(number) + "\t" + std::to_string(view.SampleOf(number)) + "\t" +
+            FormatNumber(x, "0.0000") + "\t" + FormatNumber(x - previous, "0.0000") + "\n";
+    previous = x;
+  }
+  return text;
+}
+
+void SaveCursors(Workbench& workbench, SingleView& view) {
+  if (view.Cursors() == 0) {
+    ShowRefusal(workbench, {.title = "No Cursors",
+                            .text = "There are no cursors positions to be stored.",
+                            .icon = Icon::Exclamation});
+    return;
+  }
+  const Button button = workbench.questions.AskBox({.title = "Save Cursors?",
+                                                    .text = "Do you want to save the cursor positions?",
+                                                    .icon = Icon::Question,
+                                                    .buttons = {Button::Yes, Button::No}});
+  if (button == Button::No ||
+      !AskSaveName(workbench, {.title = "Save cursor positions in .VMC file",
+                               .defaultName = workbench.trial.TrialName + ".vmc",
+                               .extension = ".vmc",
+                               .filter = "Velmora2 Cursors (.vmc)|*.vmc|All files (*.*)|*.*"})) {
+    return;
+  }
+  try {
+    OutputFile file(workbench.OutputFileName);
+    file.Write(CursorFileText(workbench, view));
+    file.Commit();
+  } catch (const FileError& error) {
+    ShowFailure(workbench, {.text = error.what(), .icon = Icon::Exclamation});
+  }
+}
+
+void SaveStyle(Workbench& workbench, SingleView& view) {
+  try {
+    OutputFile file(StylePath(workbench));
+    file.Write(view.Drawing().StyleText());
+    file.Commit();
+  } catch (const FileError& error) {
+    ShowStyleFault(workbench, error.what());
+  }
+}
+
+void RecallStyle(Workbench& workbench, SingleView& view) {
+  constexpr std::int64_t kLongestStyle = 1 << 20;
+  try {
+    const InputFile file(StylePath(workbench));
+    std::string text(static_cast<std::size_t>(std::min(file.Size(), kLongestStyle)), '\0');
+    text.resize(file.ReadAt(0, text.data(), text.size()));
+    view.Drawing().ReadStyle(text);
+    view.SetBackground(view.Drawing().Background);
+  } catch (const std::exception& error) {
+    ShowStyleFault(workbench, error.what());
+  }
+}
+
+}  // namespace velmora
