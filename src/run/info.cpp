@@ -1,6 +1,7 @@
 #include "run/info.hpp"
 
 #include "run/json_text.hpp"
+#include "run/view_info.hpp"
 
 namespace velmora {
 namespace {
@@ -72,6 +73,9 @@ std::string InfoText(const Workbench& workbench) {
   };
   if (!workbench.ResultText.empty()) {
     info["ResultText"] = workbench.ResultText;
+  }
+  if (workbench.view != nullptr) {
+    info["view"] = ViewInfo(*workbench.view);
   }
   return JsonText(info, 2) + "\n";
 }

@@ -5,6 +5,8 @@
 #include <variant>
 #include <vector>
 
+#include "core/open_view.hpp"
+
 namespace velmora {
 
 /// What a recipe says, as plain data. Nothing in here has been checked against a trial or a command;
@@ -68,7 +70,27 @@ struct InfoStep {
   std::string file;
 };
 
+enum class Clicked { Once, Twice, Right };
+
+struct ClickGesture {
+  int graph = 1;
+  Clicked how = Clicked::Once;
+};
+
+struct MoveGesture {
+  int cursor = 1;
+  double x = 0.0;
+};
+
+struct CloseGesture {};
+
+struct ImageGesture {
+  std::string file;
+};
+
+/// Something a person does in the view that is open.
 struct ViewStep {
+  std::variant<CloseGesture, KeyPress, MoveGesture, ClickGesture, ImageGesture> what;
   std::vector<Answer> answers;
 };
 

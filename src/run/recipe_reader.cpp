@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <initializer_list>
 #include <set>
 
@@ -40,6 +41,10 @@ class Reader {
   [[nodiscard]] FormAnswer Form(const YAML::Node& node) const;
   [[nodiscard]] Answer ReadAnswer(const YAML::Node& node) const;
   [[nodiscard]] std::vector<Answer> Answers(const YAML::Node& node) const;
+  [[nodiscard]] double Number(const YAML::Node& node, std::string_view what) const;
+  [[nodiscard]] int Count(const YAML::Node& node, std::string_view what) const;
+  [[nodiscard]] KeyPress Key(const YAML::Node& node) const;
+  [[nodiscard]] ViewStep ReadView(const YAML::Node& node) const;
   [[nodiscard]] CommandStep ReadCommand(const YAML::Node& node) const;
   [[nodiscard]] Step ReadStep(const YAML::Node& node) const;
 
@@ -87,14 +92,28 @@ bool Reader::Flag(const YAML::Node& node, std::string_view what) const {
   return on;
 }
 
-int Reader::Channel(const YAML::Node& node) const {
-  const std::string text = Text(node, "a channel");
-  int channel = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), channel);
-  if (error != std::errc() || end != text.data() + text.size() || channel < 1) {
-    Fail(node, "\"" + text + "\" is no channel: channels count from 1");
+int Reader::Count(const YAML::Node& node, std::string_view what) const {
+  const std::string text = Text(node, what);
+  int count = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+  if (error != std::errc() || end != text.data() + text.size() || count < 1) {
+    Fail(node, "\"" + text + "\" is no " + std::string(what) + ": " + std::string(what) + "s count from 1");
   }
-  return channel;
+  return count;
+}
+
+double Reader::Number(const YAML::Node& node, std::string_view what) const {
+  const std::string text = Text(node, what);
+  double number = 0.0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) {
+    Fail(node, std::string(what) + " must be a number");
+  }
+  return number;
+}
+
+int Reader::Channel(const YAML::Node& node) const {
+  return Count(node, "channel");
 }
 
 ChannelChoice Reader::Channels(const YAML::Node& node) const {
@@ -241,6 +260,68 @@ CommandStep Reader::ReadCommand(const YAML::Node& node) const {
   return step;
 }
 
+// "ctrl+shift+PageUp"; the key itself may be "+".
+KeyPress Reader::Key(const YAML::Node& node) const {
+  KeyPress key;
+  key.name = Text(node, "key");
+  struct Held {
+    std::string_view prefix;
+    bool KeyPress::*flag;
+  };
+  constexpr Held kHeld[] = {
+      {"shift+", &KeyPress::shift}, {"ctrl+", &KeyPress::ctrl}, {"alt+", &KeyPress::alt}};
+  const auto take = [&key, &kHeld] {
+    return std::any_of(std::begin(kHeld), std::end(kHeld), [&key](const Held& held) {
+      if (key.name.size() <= held.prefix.size() ||
+          !EqualNoCase(std::string_view(key.name).substr(0, held.prefix.size()), held.prefix)) {
+        return false;
+      }
+      key.*held.flag = true;
+      key.name.erase(0, held.prefix.size());
+      return true;
+    });
+  };
+  while (take()) {
+  }
+  if (key.name.empty()) {
+    Fail(node, "key must name a key");
+  }
+  return key;
+}
+
+ViewStep Reader::ReadView(const YAML::Node& step) const {
+  const YAML::Node node = step["view"];
+  CheckKeys(node, "view",
+            {"key", "move", "x", "click", "double-click", "right-click", "image", "size", "close"});
+  const auto given = [&node](const char* key) { return static_cast<bool>(node[key]); };
+  if (given("key") + given("move") + given("click") + given("double-click") + given("right-click") +
+          given("image") + given("close") !=
+      1) {
+    Fail(node, "view has exactly one of key, move, click, double-click, right-click, image and close");
+  }
+  if (given("x") != given("move") || (given("size") && !given("image"))) {
+    Fail(node, "move needs x, and only move has one; size belongs to image");
+  }
+  ViewStep view;
+  view.answers = Answers(step);
+  if (given("key")) {
+    view.what = Key(node["key"]);
+  } else if (given("move")) {
+    view.what = MoveGesture{Count(node["move"], "cursor"), Number(node["x"], "x")};
+  } else if (given("click")) {
+    view.what = ClickGesture{Count(node["click"], "graph"), Clicked::Once};
+  } else if (given("double-click")) {
+    view.what = ClickGesture{Count(node["double-click"], "graph"), Clicked::Twice};
+  } else if (given("right-click")) {
+    view.what = ClickGesture{Count(node["right-click"], "graph"), Clicked::Right};
+  } else if (given("image")) {
+    view.what = ImageGesture{Text(node["image"], "image")};
+  } else if (!Flag(node["close"], "close")) {
+    Fail(node, "close: false does nothing");
+  }
+  return view;
+}
+
 Step Reader::ReadStep(const YAML::Node& node) const {
   CheckKeys(node, "a step", {"do", "file", "answers", "info", "view"});
   const auto given = [&node](const char* key) { return static_cast<bool>(node[key]); };
@@ -256,7 +337,7 @@ Step Reader::ReadStep(const YAML::Node& node) const {
     step.what = InfoStep{Text(node["info"], "info")};
   } else {
     CheckKeys(node, "a step in a view", {"view", "answers"});
-    step.what = ViewStep{Answers(node)};
+    step.what = ReadView(node);
   }
   return step;
 }

@@ -6,6 +6,7 @@
 
 #include "app/command_table.hpp"
 #include "core/files.hpp"
+#include "graph/single_view.hpp"
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
 
@@ -22,6 +23,33 @@ std::string FullPath(const std::string& path) {
   const std::filesystem::path full = std::filesystem::absolute(path, error);
   return error ? path : full.string();
 }
+
+/// Does in the view that is open what a person would.
+struct Gesture {
+  Workbench& workbench;
+
+  void operator()(const CloseGesture& /*close*/) const { CloseView(workbench); }
+  void operator()(const KeyPress& key) const {
+    if (!workbench.view->PressKey(key)) {
+      throw std::invalid_argument("the graph has no key \"" + key.name + "\"");
+    }
+  }
+  void operator()(const MoveGesture& move) const { workbench.view->MoveCursor(move.cursor, move.x); }
+  void operator()(const ClickGesture& click) const {
+    switch (click.how) {
+      case Clicked::Once:
+        workbench.view->Click(click.graph);
+        return;
+      case Clicked::Twice:
+        workbench.view->DoubleClick(click.graph);
+        return;
+      case Clicked::Right:
+        workbench.view->RightClick(click.graph);
+        return;
+    }
+  }
+  void operator()(const ImageGesture& /*image*/) const {}  // RunViewStep has refused it
+};
 
 }  // namespace
 
@@ -73,7 +101,7 @@ std::string RecipeRun::RunStep(const Step& step) {
     if (const auto* info = std::get_if<InfoStep>(&step.what)) {
       return WriteInfo(*info);
     }
-    return "this version has no graphs, so there is no view";
+    return RunViewStep(std::get<ViewStep>(step.what));
   } catch (const std::bad_alloc&) {
     return "there is not enough memory";
   } catch (const std::exception& error) {
@@ -81,18 +109,12 @@ std::string RecipeRun::RunStep(const Step& step) {
   }
 }
 
-std::string RecipeRun::RunCommandStep(const CommandStep& step) {
-  const Command* command = FindCommand(step.id);
-  if (command == nullptr) {
-    return "there is no command \"" + step.id + "\" (velmora2-run --commands lists them)";
-  }
-  if (!step.file.empty()) {
-    workbench_.trial.FileName = FullPath(step.file);
-  }
-  answers_.BeginStep(step.answers, workbench_.trial);
+template <typename Action>
+std::string RecipeRun::RunAnswered(const std::vector<Answer>& answers, const Action& action) {
+  answers_.BeginStep(answers, workbench_.trial);
   std::string abandoned;
   try {
-    RunCommand(workbench_, *command);
+    action();
   } catch (const CommandAbandoned& error) {
     abandoned = error.what();
   }
@@ -105,6 +127,27 @@ std::string RecipeRun::RunCommandStep(const CommandStep& step) {
     failure = answers_.UnusedAnswers();
   }
   return failure;
+}
+
+std::string RecipeRun::RunCommandStep(const CommandStep& step) {
+  const Command* command = FindCommand(step.id);
+  if (command == nullptr) {
+    return "there is no command \"" + step.id + "\" (velmora2-run --commands lists them)";
+  }
+  if (!step.file.empty()) {
+    workbench_.trial.FileName = FullPath(step.file);
+  }
+  return RunAnswered(step.answers, [&] { RunCommand(workbench_, *command); });
+}
+
+std::string RecipeRun::RunViewStep(const ViewStep& step) {
+  if (workbench_.view == nullptr) {
+    return "no graph is open";
+  }
+  if (std::holds_alternative<ImageGesture>(step.what)) {
+    return "this version cannot make pictures";
+  }
+  return RunAnswered(step.answers, [&] { std::visit(Gesture{workbench_}, step.what); });
 }
 
 std::string RecipeRun::WriteInfo(const InfoStep& step) {

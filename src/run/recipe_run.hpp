@@ -36,6 +36,10 @@ class RecipeRun {
   /// Empty when the step went well, else why it failed.
   std::string RunStep(const Step& step);
   std::string RunCommandStep(const CommandStep& step);
+  std::string RunViewStep(const ViewStep& step);
+  /// Runs `action` on these answers and tells what went wrong.
+  template <typename Action>
+  std::string RunAnswered(const std::vector<Answer>& answers, const Action& action);
   std::string WriteInfo(const InfoStep& step);
 
   RunOptions options_;

@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "run/recipe_reader.hpp"
+#include "run/recipe_run.hpp"
+#include "support/temporary_directory.hpp"
+#include "support/trials.hpp"
+
+namespace velmora {
+namespace {
+
+using nlohmann::json;
+
+/// Recipes over a trial of two channels, 101 samples at 100 Hz, channel 1 counting from 1.
+class ViewStepsTest : public testing::Test {
+ protected:
+  void Run(const std::string& steps) {
+    const Recipe recipe =
+        ReadRecipe("velmora2: 1\nsteps:\n" + steps, "r.yaml", {{"out", directory_.Path("")}});
+    run_.emplace(RunOptions{});
+    std::vector<float> up;
+    for (int i = 1; i <= 101; ++i) {
+      up.push_back(static_cast<float>(i));
+    }
+    test::SetChannels(run_->State().trial, {up, std::vector<float>(101, -2.5F)});
+    run_->State().trial.TrialName = "jump";
+    outcome_ = run_->Run(recipe);
+  }
+
+  [[nodiscard]] std::string Why() const { return outcome_.failure ? outcome_.failure->why : "all ran"; }
+  [[nodiscard]] json Info(const char* name) const {
+    return json::parse(test::ReadFile(directory_.Path(name)));
+  }
+
+  test::TemporaryDirectory directory_;
+  std::optional<RecipeRun> run_;
+  Outcome outcome_;
+};
+
+TEST_F(ViewStepsTest, APieceIsSelectedAndCropped) {
+  Run(R"(
+  - do: graph.single
+    answers:
+      - form: {channels: [2], press: None}
+      - form: {channels: [1], TxtWindow: 0.5, lstColours: {1: 4}}
+  - view: {key: ctrl+pageup}
+  - view: {key: "2"}
+  - view: {move: 1, x: 0.75}
+  - view: {move: 2, x: 0.25}
+  - view: {key: n}
+  - info: "${out}/selected.json"
+  - view: {key: F10}
+    answers: [box: "Yes", file: "${out}/jump.vmc"]
+  - do: crop.outside
+    answers: [form: {ClipResetTime: true, press: Crop}]
+  - view: {key: Delete}
+    answers: [{title: "Delete Cursor?", box: "Yes"}]
+  - view: {double-click: 1}
+  - view: {key: "5"}
+  - info: "${out}/cropped.json"
+  - view: {close: true}
+  - info: "${out}/closed.json"
+)");
+  ASSERT_EQ(Why(), "all ran");
+  const json selected = Info("selected.json");
+  EXPECT_EQ(selected["CursorLo"], 26);
+  EXPECT_EQ(selected["CursorHi"], 76);
+  const json& view = selected["view"];
+  EXPECT_EQ(view["kind"], "single");
+  EXPECT_EQ(view["WindowMode"], 0);
+  EXPECT_EQ(view["x"], json({{"min", 0.5}, {"max", 1.0}, {"log", 0}, {"caption", "Time (s)"}}));
+  EXPECT_EQ(view["y"]["max"], 101.0);
+  EXPECT_EQ(view["plots"][0]["colour"], 4);
+  EXPECT_EQ(view["plots"][0]["visible"], -1);
+  EXPECT_EQ(view["plots"][1]["visible"], 0);
+  EXPECT_EQ(view["cursors"][0], json({{"x", 0.75}, {"y", 0.0}, {"colour", 0xFFFF}, {"name", "1"}}));
+  EXPECT_EQ(view["cursors"][1]["x"], 0.25);
+  EXPECT_NE(
+      test::ReadFile(directory_.Path("jump.vmc")).find("1\t76\t0.7500\t0.0000\n2\t26\t0.2500\t-0.5000\n"),
+      std::string::npos);
+
+  const json cropped = Info("cropped.json");
+  EXPECT_EQ(cropped["NData"], 51);
+  EXPECT_EQ(cropped["Duration"], 0.5);
+  EXPECT_EQ(cropped["FileChanged"], -1);
+  EXPECT_EQ(cropped["view"]["cursors"].size(), 1U);
+  EXPECT_EQ(cropped["view"]["y"]["min"], 26.0);
+  EXPECT_EQ(cropped["view"]["values"]["sample"], "1");
+  EXPECT_FALSE(Info("closed.json").contains("view"));
+}
+
+TEST_F(ViewStepsTest, WhatCannotBeDoneFailsItsStep) {
+  const std::string open = "  - do: graph.single\n    answers: [form: {channels: all}]\n";
+  Run(open + "  - view: {key: Q}\n");
+  EXPECT_EQ(Why(), "the graph has no key \"Q\"");
+  Run(open + "  - view: {move: 1, x: 0.5}\n");
+  EXPECT_EQ(Why(), "there is no cursor 1, but 0");
+  Run(open + "  - view: {click: 2}\n");
+  EXPECT_EQ(Why(), "there is no graph 2, only graph 1");
+  Run(open + "  - view: {image: \"${out}/p.png\", size: [640, 480]}\n");
+  EXPECT_EQ(Why(), "this version cannot make pictures");
+  Run(open + "  - view: {key: F1}\n    answers: [box: \"Yes\"]\n");
+  EXPECT_NE(Why().find("nothing asked for the box answer"), std::string::npos);
+  Run(open + "  - view: {key: \"2\"}\n  - view: {key: Delete}\n");
+  EXPECT_NE(Why().find("Delete Cursor?"), std::string::npos);
+  Run(open + "  - view: {close: true}\n  - do: cursor.one\n");
+  EXPECT_NE(Why().find("no single-axis graph is open"), std::string::npos);
+  Run(open + "  - do: file.load\n    file: \"${out}/missing.vmb\"\n");
+  EXPECT_EQ(run_->State().view, nullptr);  // with the trial goes its graph
+}
+
+TEST_F(ViewStepsTest, AStepThatIsNoGestureIsRefusedBeforeAnythingRuns) {
+  for (const char* step : {"{}", "{key: A, click: 1}", "{move: 1}", "{key: A, x: 1}", "{move: 0, x: 1}",
+                           "{move: 1, x: nan}", "{move: 1, x: 1e999}", "{close: false}", "{click: one}",
+                           "{drag: 1}", "{key: \"\"}", "{key: A, size: [1, 1]}"}) {
+    const std::string recipe = std::string("velmora2: 1\nsteps:\n  - view: ") + step + "\n";
+    EXPECT_THROW(ReadRecipe(recipe, "r.yaml", {}), RecipeError) << step;
+  }
+}
+
+}  // namespace
+}  // namespace velmora
