@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/result_table.hpp"
 #include "core/trial.hpp"
 
 namespace velmora {
@@ -61,6 +62,8 @@ class Form {
   [[nodiscard]] const std::string& Title() const { return title_; }
   [[nodiscard]] const std::vector<FormField>& Fields() const { return fields_; }
   [[nodiscard]] const std::vector<FormButton>& Buttons() const { return buttons_; }
+  /// What the form shows besides its fields.
+  [[nodiscard]] const std::vector<ResultTable>& Tables() const { return tables_; }
   [[nodiscard]] const FormField* FindField(std::string_view name) const;
   /// By caption without '&' and without regard to case; "OK" finds the accepting button.
   [[nodiscard]] const FormButton* FindButton(std::string_view caption) const;
@@ -81,6 +84,7 @@ class Form {
 
   std::vector<FormField> fields_;
   std::vector<FormButton> buttons_;
+  std::vector<ResultTable> tables_;
 
  private:
   std::string name_;

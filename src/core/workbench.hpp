@@ -9,6 +9,7 @@
 #include "core/picker.hpp"
 #include "core/preferences.hpp"
 #include "core/questions.hpp"
+#include "core/result_table.hpp"
 #include "core/trial.hpp"
 
 namespace velmora {
@@ -99,6 +100,7 @@ struct Workbench {
   PerChannel<float> BiasMemory{};  // levels, or slopes, of the last bias removal
   bool BiasLevelsKnown = false;    // a menu offers to save them
   std::string ResultText;
+  std::vector<ResultTable> ResultTables;  // of the last analysis that made any
 
   std::string RatePattern = "0.00";
   std::string TimePattern = "0.000";  // durations too

@@ -11,7 +11,9 @@
 #include "dsp/epoch_duration_form.hpp"
 #include "dsp/filter_commands.hpp"
 #include "dsp/interpolation.hpp"
+#include "dsp/interval_questions.hpp"
 #include "dsp/moving_window.hpp"
+#include "dsp/polynomial_commands.hpp"
 
 namespace velmora {
 namespace {
@@ -25,8 +27,6 @@ void MarkWhenAny(Workbench& workbench, const ChannelList& channels) {
     MarkChanged(workbench, true);
   }
 }
-
-// --- Moving windows
 
 template <void (*kernel)(Trial&, const ChannelList&, std::int32_t, SimdLevel)>
 void Smooth(Workbench& workbench) {
@@ -73,42 +73,13 @@ void Median(Workbench& workbench) {
   MovingMedian(workbench.trial, channels, workbench.WindowWidth);
 }
 
-// --- Between the cursors
-
-// Without two cursors asks whether the whole trial is meant, and then sets them so.
-bool HasInterval(Workbench& workbench) {
-  Trial& trial = workbench.trial;
-  if (trial.CursorLo > 1 && trial.CursorHi != 0 && trial.CursorHi != trial.NData) {
-    return true;
-  }
-  const Button answer = workbench.questions.AskBox(
-      {.title = "No Interval Was Set",
-       .text = "You must set two cursors to identify the interval that is to be interpolated/fitted.\n"
-               "    Press Yes to use the entire duration.\n    Press No to select an interval.",
-       .icon = Icon::Exclamation,
-       .buttons = {Button::Yes, Button::No, Button::Cancel}});
-  if (answer != Button::Yes) {
-    return false;
-  }
-  trial.CursorLo = 1;
-  trial.CursorHi = trial.NData;
-  return true;
-}
-
-bool Confirmed(Workbench& workbench, const char* title) {
-  return workbench.questions.AskBox({.title = title,
-                                     .text = "Press Yes to confirm replacement of data.",
-                                     .icon = Icon::Question,
-                                     .buttons = {Button::Yes, Button::No}}) == Button::Yes;
-}
-
 void Interpolate(Workbench& workbench) {
   Trial& trial = workbench.trial;
   if (trial.NData < 1 || !HasInterval(workbench)) {
     return;
   }
   const ChannelList channels = PickChannels(workbench, "Choose which channel(s) to smooth.");
-  if (channels.empty() || !Confirmed(workbench, "Interpolate Data")) {
+  if (channels.empty() || !ConfirmReplacement(workbench, "Interpolate Data")) {
     return;
   }
   MarkChanged(workbench, true);
@@ -123,7 +94,9 @@ constexpr std::array kCommands = {
             ShowButterworth},
     Command{"smooth.interpolate", "Linear &Interpolation", kMenu, Needs::Data, Interpolate},
     Command{"smooth.median", "Moving &Median", kMenu, Needs::Data, Median},
+    Command{"smooth.polynomial", "&Polynomial fitting", kMenu, Needs::Data, FitPolynomials},
     Command{"smooth.rms", "&RMS amplitude", kMenu, Needs::Data, RmsAmplitude},
+    Command{"smooth.spline", "&Spline fit an interval", kMenu, Needs::Data, FitInterval},
     Command{"smooth.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Smooth<MovingMeanAbsolute>},
 };
 

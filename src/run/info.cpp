@@ -77,6 +77,9 @@ std::string InfoText(const Workbench& workbench) {
   if (workbench.view != nullptr) {
     info["view"] = ViewInfo(*workbench.view);
   }
+  for (const ResultTable& table : workbench.ResultTables) {
+    info[table.name] = JsonTable(table);
+  }
   return JsonText(info, 2) + "\n";
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/numbers.hpp"
+#include "core/result_table.hpp"
 
 namespace velmora {
 
@@ -16,6 +17,19 @@ inline Json JsonNumber(float value) {
 
 inline Json JsonNumber(double value) {
   return std::isfinite(value) ? Json(value) : Json(nullptr);
+}
+
+inline Json JsonTable(const ResultTable& table) {
+  Json rows = Json::array();
+  for (const std::vector<ResultTable::Cell>& cells : table.rows) {
+    Json row = Json::array();
+    for (const ResultTable::Cell& cell : cells) {
+      const auto* number = std::get_if<double>(&cell);
+      row.push_back(number != nullptr ? JsonNumber(*number) : Json(std::get<std::string>(cell)));
+    }
+    rows.push_back(std::move(row));
+  }
+  return {{"title", table.title}, {"columns", table.columns}, {"rows", std::move(rows)}};
 }
 
 /// `indent` -1: one line. File names may hold any bytes; what is no UTF-8 is replaced.

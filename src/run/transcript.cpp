@@ -71,6 +71,9 @@ Json OfferedFields(const Form& form, int channels) {
   for (const FormField& field : form.Fields()) {
     fields[field.name] = std::visit(FieldValue{channels}, field.target);
   }
+  for (const ResultTable& table : form.Tables()) {
+    fields[table.name] = JsonTable(table);
+  }
   return fields;
 }
 

@@ -1,34 +1,22 @@
 #include <cmath>
 
-#include "app/command_table.hpp"
 #include "dsp/butterworth_form.hpp"
 #include "dsp/recursive_filter.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
 
 using test::Channel;
 using test::NoiseChannels;
-using test::ScriptedQuestions;
+using test::Samples;
 using test::SetChannels;
-using Samples = std::vector<float>;
 using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
-struct FilterCommand : testing::Test {
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
-  Trial& trial = workbench.trial;
+struct FilterCommand : test::CommandTest {
   std::vector<Samples> noise = NoiseChannels(3, 400);
 
   void SetUp() override { SetChannels(trial, noise, 1000.0); }
-
-  void Run(const char* id) {
-    const Command* command = FindCommand(id);
-    ASSERT_NE(command, nullptr) << id;
-    command->run(workbench);
-  }
 
   static void Type(Form& form, const Edits& edits) {
     for (const auto& [name, text] : edits) {

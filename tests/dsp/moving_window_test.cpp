@@ -130,11 +130,11 @@ TEST(MovingWindow, EveryVectorWidthGivesTheBitsOfThePlainLoop) {
     }
   }
   // Over several pieces, with windows narrower and wider than one.
-  auto longer = NoiseChannels(10, 2100, 99);
+  auto longer = NoiseChannels(5, 1600, 99);
   longer[3][700] = std::numeric_limits<float>::infinity();
   longer[4][1] = 1e30F;
-  for (const std::int32_t width : {3, 201, 1500}) {
-    CompareWithPlain(longer, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, width);
+  for (const std::int32_t width : {3, 201, 900}) {
+    CompareWithPlain(longer, {1, 4, 5}, width);
   }
 }
 

@@ -139,6 +139,26 @@ TEST_F(RecipeRunTest, InfoHasTheStateWithAllDigits) {
   EXPECT_FALSE(info.contains("view"));
 }
 
+TEST_F(RecipeRunTest, TablesAreInTheTranscriptAndTheInfo) {
+  Run(R"(
+  - do: math.absolute
+    answers: [pick: {channels: [1]}]
+  - do: smooth.polynomial
+    answers:
+      - pick: {values: {1: 2}}
+      - box: "No"
+      - form: {press: Next}
+  - info: "${out}/i.json"
+)");
+  ASSERT_EQ(Why(), "all ran");
+  const json table = json::parse(test::ReadFile(directory_.Path("i.json")))["frmCoeff"];
+  EXPECT_EQ(table["columns"], json({"Order", "Coefficient"}));
+  ASSERT_EQ(table["rows"].size(), 3U);
+  EXPECT_EQ(table["rows"][0][0], "    + t^0 x ");
+  EXPECT_NEAR(table["rows"][0][1].get<double>(), 1.0, 1e-9);  // the parabola through the three samples
+  EXPECT_EQ(json::parse(lines_.back())["fields"]["frmCoeff"], table);
+}
+
 TEST_F(RecipeRunTest, InfoSurvivesOddStates) {
   Run("  - do: math.absolute\n    answers: [pick: {press: Cancel}]\n");
   Workbench& workbench = run_->State();
