@@ -142,7 +142,9 @@ void ScanPieces(benchmark::State& state, const Scan& scan) {
 
 void ScanPlain(benchmark::State& state) {
   ScanPieces(state, [](std::string_view lines, const ScanPlan& plan, float* to, std::int64_t rows,
-                       ScanFaults& faults) { return ScanRows(lines, plan, to, rows, 1, faults); });
+                       ScanFaults& faults) {
+    return ScanRows(lines, plan, {to, rows}, 1, faults);
+  });
 }
 
 void ScanFast(benchmark::State& state) {
@@ -151,9 +153,10 @@ void ScanFast(benchmark::State& state) {
     state.SkipWithError("not on this machine");
     return;
   }
-  ScanPieces(state,
-             [level](std::string_view lines, const ScanPlan& plan, float* to, std::int64_t rows,
-                     ScanFaults& faults) { return FastScanRows(lines, plan, to, rows, 1, faults, level); });
+  ScanPieces(state, [level](std::string_view lines, const ScanPlan& plan, float* to, std::int64_t rows,
+                            ScanFaults& faults) {
+    return FastScanRows(lines, plan, {to, rows}, 1, faults, level);
+  });
 }
 
 void ReadBytes(benchmark::State& state) {

@@ -74,11 +74,11 @@ void CompareScans(const std::uint8_t* data, std::size_t size, unsigned choice) {
   const std::string_view text = std::string_view(buffer).substr(LineBlocks::kPadding, size);
   std::vector<float> expected(static_cast<std::size_t>(plan.stride * kRows));
   ScanFaults expectedFaults;
-  const ScanProgress plain = ScanRows(text, plan, expected.data(), kRows, 1, expectedFaults);
+  const ScanProgress plain = ScanRows(text, plan, {expected.data(), kRows}, 1, expectedFaults);
   for (const SimdLevel level : MachineSimdLevels()) {
     std::vector<float> frames(expected.size());
     ScanFaults faults;
-    const ScanProgress fast = FastScanRows(text, plan, frames.data(), kRows, 1, faults, level);
+    const ScanProgress fast = FastScanRows(text, plan, {frames.data(), kRows}, 1, faults, level);
     if (fast.rows != plain.rows || fast.bytes != plain.bytes || fast.lines != plain.lines ||
         faults.notNumbers.count != expectedFaults.notNumbers.count ||
         std::memcmp(frames.data(), expected.data(), frames.size() * sizeof(float)) != 0) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "core/huge_block.hpp"
@@ -73,37 +74,39 @@ double Term(float sample) {
 constexpr std::int64_t kPiece = 512;
 
 template <Input input>
-void TakeRows(const Trial& trial, const int* channels, long count, std::int64_t firstSample, std::int64_t n,
+void TakeRows(const Trial& trial, std::span<const int> channels, std::int64_t firstSample, std::int64_t n,
               double* rows, long stride) {
-  const bool together = channels[count - 1] - channels[0] == count - 1;
+  const auto count = static_cast<long>(channels.size());
+  const bool together = channels.back() - channels.front() == count - 1;
   for (std::int64_t i = 0; i < n; ++i, rows += stride) {
     const float* frame = trial.matrix.Frame(firstSample + i);
     if (together && count == kLanes) {
-      const float* x = frame + channels[0];
+      const float* x = frame + channels.front();
       for (long lane = 0; lane < kLanes; ++lane) {
         rows[lane] = Term<input>(x[lane]);
       }
     } else {
       for (long lane = 0; lane < count; ++lane) {
-        rows[lane] = Term<input>(frame[channels[lane]]);
+        rows[lane] = Term<input>(frame[channels[static_cast<std::size_t>(lane)]]);
       }
     }
   }
 }
 
-void PutRows(Trial& trial, const int* channels, long count, std::int64_t firstSample, std::int64_t n,
+void PutRows(Trial& trial, std::span<const int> channels, std::int64_t firstSample, std::int64_t n,
              const double* rows, long stride) {
-  const bool together = channels[count - 1] - channels[0] == count - 1;
+  const auto count = static_cast<long>(channels.size());
+  const bool together = channels.back() - channels.front() == count - 1;
   for (std::int64_t i = 0; i < n; ++i, rows += stride) {
     float* frame = trial.matrix.Frame(firstSample + i);
     if (together && count == kLanes) {
-      float* x = frame + channels[0];
+      float* x = frame + channels.front();
       for (long lane = 0; lane < kLanes; ++lane) {
         x[lane] = static_cast<float>(rows[lane]);
       }
     } else {
       for (long lane = 0; lane < count; ++lane) {
-        frame[channels[lane]] = static_cast<float>(rows[lane]);
+        frame[channels[static_cast<std::size_t>(lane)]] = static_cast<float>(rows[lane]);
       }
     }
   }
@@ -113,9 +116,8 @@ void PutRows(Trial& trial, const int* channels, long count, std::int64_t firstSa
 template <Input input>
 class MovingRows {
  public:
-  MovingRows(const int* channels, long count, std::int64_t width, long stride)
+  MovingRows(std::span<const int> channels, std::int64_t width, long stride)
       : channels_(channels),
-        count_(count),
         keep_(width - 1),
         stride_(stride),
         block_(static_cast<std::size_t>((kPiece + width + kTogether) * stride) * sizeof(double)) {}
@@ -133,21 +135,23 @@ class MovingRows {
   }
 
   void Put(Trial& trial, std::int64_t firstSample, std::int64_t n, const double* rows) const {
-    for (long lane = 0; lane < count_; lane += kLanes) {
-      PutRows(trial, channels_ + lane, std::min(kLanes, count_ - lane), firstSample, n, rows + lane, stride_);
+    for (std::size_t lane = 0; lane < channels_.size(); lane += kLanes) {
+      PutRows(trial, Group(lane), firstSample, n, rows + lane, stride_);
     }
   }
 
  private:
   void TakeGroups(const Trial& trial, std::int64_t sample, std::int64_t n, std::int64_t row) {
-    for (long lane = 0; lane < count_; lane += kLanes) {
-      TakeRows<input>(trial, channels_ + lane, std::min(kLanes, count_ - lane), sample, n,
-                      Rows() + row * stride_ + lane, stride_);
+    for (std::size_t lane = 0; lane < channels_.size(); lane += kLanes) {
+      TakeRows<input>(trial, Group(lane), sample, n, Rows() + row * stride_ + lane, stride_);
     }
   }
 
-  const int* channels_;
-  long count_;
+  [[nodiscard]] std::span<const int> Group(std::size_t first) const {
+    return channels_.subspan(first, std::min<std::size_t>(kLanes, channels_.size() - first));
+  }
+
+  std::span<const int> channels_;
   std::int64_t keep_;
   long stride_;
   HugeBlock block_;  // its rows begin on cache lines
@@ -160,8 +164,8 @@ void SmoothGroups(Trial& trial, const ChannelList& channels, std::int32_t width,
   const std::int64_t centre = WindowCentre(width);
   std::vector<MovingRows<input>> groups;
   for (std::size_t first = 0; first < channels.size(); first += kLanes) {
-    const auto count = std::min(kLanes, static_cast<long>(channels.size() - first));
-    groups.emplace_back(channels.data() + first, count, width, kLanes);
+    const std::size_t count = std::min<std::size_t>(kLanes, channels.size() - first);
+    groups.emplace_back(std::span(channels).subspan(first, count), width, kLanes);
   }
   std::vector<double> means(static_cast<std::size_t>((kPiece + kTogether) * kLanes));
   for (std::int64_t done = 0; done < windows; done += kPiece) {
@@ -230,7 +234,7 @@ void MovingMeanAbsolute(Trial& trial, const ChannelList& channels, std::int32_t 
   const std::int64_t centre = WindowCentre(width);
   const auto count = static_cast<long>(channels.size());
   const long stride = (count + kLanes - 1) / kLanes * kLanes;
-  MovingRows<Input::Magnitude> all(channels.data(), count, width, stride);
+  MovingRows<Input::Magnitude> all(channels, width, stride);
   for (std::int64_t done = 0; done < windows; done += kPiece) {
     const std::int64_t now = std::min(kPiece, windows - done);
     all.Take(trial, done + 1, now);

@@ -87,7 +87,8 @@ void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, st
   std::vector<float> pieces(static_cast<std::size_t>(rows * kPieceStride));
   int told = 0;
   panel.SetStatus("Saving times");
-  panel.SetLimits(0, static_cast<double>((samples - 1) / 1000));
+  const auto thousands = [](std::int64_t upTo) { return (upTo - 1) / 1000; };
+  panel.SetLimits(0, static_cast<double>(thousands(samples)));
   for (std::int64_t done = 0; done < samples; done += kPieceSamples) {
     const std::int64_t count = std::min(kPieceSamples, samples - done);
     const float* frames = trial.matrix.Frame(range.lo + done);
@@ -102,7 +103,7 @@ void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, st
     while (told < trial.NChan * (done + count) / samples) {
       panel.SetStatus("Saving channel " + std::to_string(++told));
     }
-    panel.SetValue(static_cast<double>((done + count - 1) / 1000));
+    panel.SetValue(static_cast<double>(thousands(done + count)));
   }
 }
 

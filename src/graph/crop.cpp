@@ -23,9 +23,9 @@ void MoveDown(Trial& trial, std::int32_t from, std::int32_t to, std::int32_t sam
     }
   }
   if (from <= trial.NData && from != to) {
-    const auto frames = static_cast<std::size_t>(samples - to + 1);
-    const auto bytes = frames * static_cast<std::size_t>(trial.matrix.Stride()) * sizeof(float);
-    std::memmove(trial.matrix.Frame(to), trial.matrix.Frame(from), bytes);
+    const std::int64_t floats = (std::int64_t{samples} - to + 1) * trial.matrix.Stride();
+    std::memmove(trial.matrix.Frame(to), trial.matrix.Frame(from),
+                 static_cast<std::size_t>(floats) * sizeof(float));
   }
   for (std::size_t i = 0; i < kept.size(); ++i) {
     trial.matrix.Frame(static_cast<std::int64_t>(i) + 1)[0] = kept[i];

@@ -84,7 +84,8 @@ std::string FreeName(const std::string& path, const std::string& ending) {
   const std::string stem = path.substr(0, path.size() - FileNamePart(path).size()) + BaseName(path);
   std::string name = stem + ending;
   for (int n = 2; std::filesystem::exists(name); ++n) {
-    name = stem + "." + std::to_string(n) + ending;
+    name = stem;
+    name.append(".").append(std::to_string(n)).append(ending);
   }
   return name;
 }

@@ -37,9 +37,10 @@ Result Scan(const std::string& text, const ScanPlan& plan, std::int64_t maxRows,
   const std::string padding(LineBlocks::kPadding, '7');  // digits: what is read too far must not count
   const std::string buffer = padding + text + padding;
   const std::string_view inside = std::string_view(buffer).substr(padding.size(), text.size());
-  result.progress = level == nullptr
-                        ? ScanRows(inside, plan, result.frames.data(), maxRows, 5, result.faults)
-                        : FastScanRows(inside, plan, result.frames.data(), maxRows, 5, result.faults, *level);
+  result.progress =
+      level == nullptr
+          ? ScanRows(inside, plan, {result.frames.data(), maxRows}, 5, result.faults)
+          : FastScanRows(inside, plan, {result.frames.data(), maxRows}, 5, result.faults, *level);
   return result;
 }
 

@@ -20,14 +20,13 @@ ScanCharacters CharactersOf(const NumberLayout& layout) {
 // The rows of one text, piece after piece.
 class Scanner {
  public:
-  Scanner(std::string_view text, const ScanPlan& plan, float* frames, std::int64_t maxRows,
-          std::int64_t firstLine, ScanFaults& faults, SimdLevel level)
+  Scanner(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
+          ScanFaults& faults, SimdLevel level)
       : rest_(text),
         plan_(plan),
         characters_(CharactersOf(plan.layout)),
         stages_(level == SimdLevel::Sse2 ? kSse2ScanStages : kAvx2ScanStages),
-        frames_(frames),
-        maxRows_(maxRows),
+        room_(room),
         firstLine_(firstLine),
         faults_(faults) {}
 
@@ -41,8 +40,8 @@ class Scanner {
   }
 
  private:
-  [[nodiscard]] bool Full() const { return progress_.rows == maxRows_; }
-  [[nodiscard]] float* Frame() const { return frames_ + progress_.rows * plan_.stride; }
+  [[nodiscard]] bool Full() const { return progress_.rows == room_.rows; }
+  [[nodiscard]] float* Frame() const { return room_.first + progress_.rows * plan_.stride; }
 
   void ScanPiece() {
     const auto bytes = static_cast<std::uint32_t>(std::min<std::size_t>(rest_.size(), kScanPiece));
@@ -107,8 +106,7 @@ class Scanner {
   const ScanPlan& plan_;
   ScanCharacters characters_;
   const ScanStages& stages_;
-  float* frames_;
-  std::int64_t maxRows_;
+  FrameRoom room_;
   std::int64_t firstLine_;
   ScanFaults& faults_;
   ScanProgress progress_;
@@ -118,9 +116,9 @@ class Scanner {
 
 }  // namespace
 
-ScanProgress FastScanRows(std::string_view text, const ScanPlan& plan, float* frames, std::int64_t maxRows,
-                          std::int64_t firstLine, ScanFaults& faults, SimdLevel level) {
-  return Scanner(text, plan, frames, maxRows, firstLine, faults, level).Run();
+ScanProgress FastScanRows(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
+                          ScanFaults& faults, SimdLevel level) {
+  return Scanner(text, plan, room, firstLine, faults, level).Run();
 }
 
 }  // namespace velmora

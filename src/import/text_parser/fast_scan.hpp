@@ -16,7 +16,7 @@ namespace velmora {
 /// any other shape, take the plain way.
 ///
 /// `text` must lie in a buffer with LineBlocks::kPadding readable bytes before and behind it.
-ScanProgress FastScanRows(std::string_view text, const ScanPlan& plan, float* frames, std::int64_t maxRows,
-                          std::int64_t firstLine, ScanFaults& faults, SimdLevel level = MachineSimdLevel());
+ScanProgress FastScanRows(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
+                          ScanFaults& faults, SimdLevel level = MachineSimdLevel());
 
 }  // namespace velmora

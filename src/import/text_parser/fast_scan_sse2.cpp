@@ -31,7 +31,7 @@ class Finder {
 
   __attribute__((always_inline)) Masks Find(const char* text) const {
     Masks masks{0, 0, 0};
-    for (int quarter = 3; quarter >= 0; --quarter) {
+    for (std::ptrdiff_t quarter = 3; quarter >= 0; --quarter) {
       const __m128i bytes = Load16(text + 16 * quarter);
       const __m128i lf = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n'));
       const __m128i cr = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r'));

@@ -20,8 +20,8 @@ struct ScanCharacters {
 struct PieceIndex {
   std::uint32_t ends[kScanPiece + 64];   // every separator, blank and line end
   std::uint32_t lines[kScanPiece + 64];  // the line ends among them; the LF of a CR LF is none
-  std::uint32_t endCount;
-  std::uint32_t lineCount;
+  std::uint32_t endCount = 0;
+  std::uint32_t lineCount = 0;
 };
 
 struct ScanStages {

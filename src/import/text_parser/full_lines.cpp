@@ -18,7 +18,7 @@ Masks Find(const char* text) {
     return static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)));
   };
   Masks masks;
-  for (int quarter = 3; quarter >= 0; --quarter) {
+  for (std::ptrdiff_t quarter = 3; quarter >= 0; --quarter) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + 16 * quarter));
     const __m128i blank =
         _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(' ')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\t')));

@@ -127,14 +127,14 @@ void ScanLine(std::string_view line, const ScanPlan& plan, float* frame, std::in
   }
 }
 
-ScanProgress ScanRows(std::string_view text, const ScanPlan& plan, float* frames, std::int64_t maxRows,
-                      std::int64_t firstLine, ScanFaults& faults) {
+ScanProgress ScanRows(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
+                      ScanFaults& faults) {
   ScanProgress progress;
   std::string_view rest = text;
-  while (progress.rows < maxRows && !rest.empty()) {
+  while (progress.rows < room.rows && !rest.empty()) {
     const std::string_view line = TakeLine(rest);
     if (!IsBlankLine(line)) {
-      ScanLine(line, plan, frames + progress.rows * plan.stride, firstLine + progress.lines, faults);
+      ScanLine(line, plan, room.first + progress.rows * plan.stride, firstLine + progress.lines, faults);
       ++progress.rows;
     }
     ++progress.lines;

@@ -59,9 +59,15 @@ bool IsBlankLine(std::string_view line);
 void ScanLine(std::string_view line, const ScanPlan& plan, float* frame, std::int64_t lineNumber,
               ScanFaults& faults);
 
-/// Reads whole lines into consecutive frames until `maxRows` are full or the text ends. Blank lines
-/// give no row. `firstLine` is the number of the first line, for the faults.
-ScanProgress ScanRows(std::string_view text, const ScanPlan& plan, float* frames, std::int64_t maxRows,
-                      std::int64_t firstLine, ScanFaults& faults);
+/// Consecutive frames, `stride` of the plan apart, that rows are read into.
+struct FrameRoom {
+  float* first = nullptr;
+  std::int64_t rows = 0;
+};
+
+/// Reads whole lines into consecutive frames until `room` is full or the text ends. Blank lines give
+/// no row. `firstLine` is the number of the first line, for the faults.
+ScanProgress ScanRows(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
+                      ScanFaults& faults);
 
 }  // namespace velmora

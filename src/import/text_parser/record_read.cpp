@@ -39,8 +39,8 @@ std::int64_t ReadRecords(Trial& trial, ProgressPanel& panel, TextSource& source,
       break;
     }
     const std::int64_t toTurn = kRecordsPerTurn - rows % kRecordsPerTurn;
-    const ScanProgress scanned = FastScanRows(lines, plan, trial.matrix.Frame(rows + 1),
-                                              std::min(toTurn, wanted - rows), line, faults);
+    const ScanProgress scanned = FastScanRows(
+        lines, plan, {trial.matrix.Frame(rows + 1), std::min(toTurn, wanted - rows)}, line, faults);
     blocks.Consume(scanned.bytes);
     rows += scanned.rows;
     line += scanned.lines;
