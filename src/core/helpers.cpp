@@ -27,7 +27,8 @@ std::int32_t TimeToSample(const Trial& trial, double t) {
 SampleRange AskCursorRange(Workbench& workbench) {
   const Trial& trial = workbench.trial;
   const SampleRange all{1, trial.NData};
-  if (trial.CursorLo < 2 && trial.CursorHi >= trial.NData) {
+  const bool unset = trial.CursorLo == 0 && trial.CursorHi == 0;
+  if (unset || (trial.CursorLo < 2 && trial.CursorHi >= trial.NData)) {
     return all;
   }
   const Box box{.title = "Data between Cursors?",

@@ -21,7 +21,7 @@ struct SampleRange {
 };
 
 /// The samples an operation is to use: all of them without a question when the cursors span the
-/// trial, else what the user answers.
+/// trial or neither is set, else what the user answers.
 SampleRange AskCursorRange(Workbench& workbench);
 
 /// Sets FileChanged; the window's status area shows "Modified" while it is set.

@@ -105,6 +105,11 @@ TEST(Helpers, CursorRangeIsAskedOnlyWhenItMatters) {
   SampleRange range = AskCursorRange(workbench);
   EXPECT_EQ(range.lo, 1);
   EXPECT_EQ(range.hi, 100);
+  workbench.trial.CursorLo = 0;  // neither cursor is set
+  workbench.trial.CursorHi = 0;
+  range = AskCursorRange(workbench);
+  EXPECT_EQ(range.lo, 1);
+  EXPECT_EQ(range.hi, 100);
   EXPECT_TRUE(questions.boxes.empty());
 
   workbench.trial.CursorLo = 10;
