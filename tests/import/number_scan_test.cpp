@@ -158,7 +158,8 @@ TEST(NumberScanTest, RegularRowsAtEveryWidth) {
         }
         text += trailing + (row < 39 || random() % 2 == 0 ? end : "");
       }
-      const ScanPlan plan = PlanOf(columns, static_cast<int>(random() % 3), layout);
+      const int timeColumn = static_cast<int>(random() % 3);
+      const ScanPlan plan = PlanOf(columns, timeColumn <= columns ? timeColumn : 0, layout);
       const Result plain = Scan(text, plan, 40, nullptr);
       EXPECT_EQ(plain.progress.rows, 40);
       ExpectSame(plain, Scan(text, plan, 40, &level), text);
