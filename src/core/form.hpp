@@ -38,6 +38,10 @@ struct FormField {
   std::function<void()> edited{};
   /// Shown and never edited.
   bool readOnly = false;
+  /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.
+  bool hidden = false;
+  /// Indices of `choices` that cannot be chosen for now; recipes are answered when a button is pressed.
+  std::vector<std::int32_t> disabledChoices{};
 };
 
 struct FormButton {

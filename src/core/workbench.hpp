@@ -90,6 +90,7 @@ struct Workbench {
   PerChannel<float> ScaleMemory{};
   ChannelFlags ZeroLag{};                   // of the last filter dialogue
   PerChannel<float> FilterCutoffs{};        // Hz, in force
+  PerChannel<float> SecondCutoffs{};        // Hz, the upper edge of a band
   PerChannel<float> LastLowPassCutoffs{};   // Hz
   PerChannel<float> LastHighPassCutoffs{};  // Hz
   GraphMemory graph;

@@ -7,6 +7,7 @@
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
 #include "core/questions.hpp"
+#include "dsp/ask_entry.hpp"
 #include "dsp/filter_messages.hpp"
 #include "dsp/recursive_filter_lanes.hpp"
 
@@ -116,21 +117,11 @@ void ButterworthForm::AddButtons() {
 }
 
 void ButterworthForm::ClickCutoff(int channel) {
-  Ask("FilterCutoffs", cutoffs_, channel, "Enter Cutoff", "Enter cutoff frequency (Hz).");
+  AskEntry(workbench_, *this, "FilterCutoffs", channel, "Enter Cutoff", "Enter cutoff frequency (Hz).");
 }
 
 void ButterworthForm::ClickPasses(int channel) {
-  Ask("Passes", passes_, channel, "Number of Passes", "Enter number of passes of filter.");
-}
-
-void ButterworthForm::Ask(const char* field, const ChannelNumbers& values, int channel, const char* title,
-                          const char* prompt) {
-  const auto current = static_cast<float>(values.at(At(channel)));
-  const std::string typed =
-      workbench_.questions.AskInput({.title = title, .prompt = prompt, .defaultText = PlainNumber(current)});
-  if (!typed.empty()) {
-    Edit(*FindField(field), channel, typed);
-  }
+  AskEntry(workbench_, *this, "Passes", channel, "Number of Passes", "Enter number of passes of filter.");
 }
 
 void ButterworthForm::SetCutoff(int channel, double cutoff) {

@@ -27,8 +27,6 @@ class ButterworthForm : public Form {
   void ZeroLagEdited();
   void SetCutoff(int channel, double cutoff);
   void UpdateOrders();
-  void Ask(const char* field, const ChannelNumbers& values, int channel, const char* title,
-           const char* prompt);
   void ClearChannels();
   void Filter();
   void CopyLastToAll();

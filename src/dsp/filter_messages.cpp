@@ -1,7 +1,5 @@
 #include "dsp/filter_messages.hpp"
 
-#include <string>
-
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
 
@@ -13,6 +11,8 @@ using Outcome = FilterVerdict::Outcome;
 std::string Hertz(double value, const char* pattern = "0.00") {
   return FormatNumber(value, pattern) + " Hz";
 }
+
+}  // namespace
 
 std::string ReasonText(const FilterVerdict& verdict) {
   const std::string maximum = "\nMaximum is " + Hertz(verdict.limit) + ".";
@@ -39,7 +39,9 @@ std::string ReasonText(const FilterVerdict& verdict) {
   return {};
 }
 
-}  // namespace
+std::string CancelledText(int channel) {
+  return "\n\nFiltering is cancelled for channel " + std::to_string(channel) + ".";
+}
 
 void ShowVerdict(Workbench& workbench, int channel, const FilterVerdict& verdict) {
   if (verdict.lowestUseful) {
@@ -54,8 +56,7 @@ void ShowVerdict(Workbench& workbench, int channel, const FilterVerdict& verdict
   }
   const bool passes = verdict.outcome == Outcome::TooFewPasses || verdict.outcome == Outcome::TooManyPasses;
   ShowRefusal(workbench, {.title = passes ? "Invalid Number of Passes" : "Invalid Cutoff Frequency",
-                          .text = ReasonText(verdict) + "\n\nFiltering is cancelled for channel " +
-                                  std::to_string(channel) + ".",
+                          .text = ReasonText(verdict) + CancelledText(channel),
                           .icon = Icon::Exclamation});
 }
 

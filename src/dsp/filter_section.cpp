@@ -22,32 +22,38 @@ double LowPassAdjustment(FilterDesign design, int n) {
 }
 
 // The bilinear transform; wc is the tangent of pi times the normalised cut-off.
-FilterSection SectionAt(FilterDesign design, float tangent) {
+template <typename Real>
+SectionOf<Real> SectionAt(FilterDesign design, Real tangent) {
   const double wc = tangent;
-  float K1 = 0.0F;
-  float K2 = 0.0F;
+  Real K1 = 0;
+  Real K2 = 0;
   switch (design) {
     case FilterDesign::Butterworth:
-      K1 = static_cast<float>(std::sqrt(2.0) * wc);
-      K2 = static_cast<float>(wc * wc);
+      K1 = static_cast<Real>(std::sqrt(2.0) * wc);
+      K2 = static_cast<Real>(wc * wc);
       break;
     case FilterDesign::CriticallyDamped:
-      K1 = static_cast<float>(wc + wc);
-      K2 = static_cast<float>(wc * wc);
+      K1 = static_cast<Real>(wc + wc);
+      K2 = static_cast<Real>(wc * wc);
       break;
     case FilterDesign::Bessel:
-      K1 = static_cast<float>(3 * wc);
-      K2 = static_cast<float>((wc * wc) * 3);
+      K1 = static_cast<Real>(3 * wc);
+      K2 = static_cast<Real>((wc * wc) * 3);
       break;
   }
   const double k1 = K1;
   const double k2 = K2;
-  FilterSection section;
-  section.a0 = static_cast<float>(k2 / (1 + k1 + k2));
+  SectionOf<Real> section;
+  section.a0 = static_cast<Real>(k2 / (1 + k1 + k2));
   const double a0 = section.a0;
-  section.b1 = static_cast<float>((a0 + a0) / k2 + a0 * -2.0);
-  section.b2 = static_cast<float>(1 - (a0 * 4 + double{section.b1}));
+  section.b1 = static_cast<Real>((a0 + a0) / k2 + a0 * -2.0);
+  section.b2 = static_cast<Real>(1 - (a0 * 4 + double{section.b1}));
   return section;
+}
+
+template <typename Real>
+bool IsFinite(const SectionOf<Real>& section) {
+  return std::isfinite(section.a0 + section.b1 + section.b2);
 }
 
 void Refuse(FilterVerdict& verdict, Outcome outcome, double number, double limit) {
@@ -119,9 +125,33 @@ DesignedSection DesignSection(PassType type, FilterDesign design, float cutoff, 
   }
   result = type == PassType::Low ? DesignLowPass(design, cutoff, rate, n)
                                  : DesignHighPass(design, cutoff, rate, n);
-  const FilterSection& section = result.section;
-  if (result.verdict.Accepted() && !std::isfinite(section.a0 + section.b1 + section.b2)) {
+  if (result.verdict.Accepted() && !IsFinite(result.section)) {
     Refuse(result.verdict, Outcome::CutoffTooLow, cutoff, 0);
+  }
+  return result;
+}
+
+DesignedSectionOf<double> DesignForwardSection(PassType type, FilterDesign design, float cutoff, double rate,
+                                               std::int16_t passes) {
+  DesignedSectionOf<double> result{.verdict = {.cutoff = cutoff}};
+  if (passes < 1) {
+    Refuse(result.verdict, Outcome::TooFewPasses, passes, 1);
+    return result;
+  }
+  const bool low = type == PassType::Low;
+  const double correction = CorrectionFactor(design, passes);
+  const auto frequency = static_cast<float>(low ? cutoff / correction : 0.5 - cutoff * correction / rate);
+  if (low && frequency > rate / 2) {
+    Refuse(result.verdict, Outcome::LowPassTooHigh, frequency, (rate / 2) / (1 / correction));
+    return result;
+  }
+  result.section = SectionAt<double>(design, std::tan(low ? frequency * Pi / rate : frequency * Pi));
+  if (!low) {
+    result.section.b1 = -result.section.b1;
+  }
+  if (!IsFinite(result.section)) {
+    const double limit = low ? 0.0 : (rate / 2) / correction;
+    Refuse(result.verdict, low ? Outcome::CutoffTooLow : Outcome::HighPassTooHigh, frequency, limit);
   }
   return result;
 }

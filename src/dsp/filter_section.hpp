@@ -14,11 +14,13 @@ inline constexpr double kHighestRateToCutoff = 14597;
 /// A second-order recursive section, x the input and y the output:
 ///   low-pass   y(i) = a0 (x(i) + 2 x(i-1) + x(i-2)) + b1 y(i-1) + b2 y(i-2)
 ///   high-pass  y(i) = a0 (x(i) - 2 x(i-1) + x(i-2)) + b1 y(i-1) + b2 y(i-2)
-struct FilterSection {
-  float a0 = 0.0F;
-  float b1 = 0.0F;
-  float b2 = 0.0F;
+template <typename Real>
+struct SectionOf {
+  Real a0 = 0;
+  Real b1 = 0;
+  Real b2 = 0;
 };
+using FilterSection = SectionOf<float>;
 
 /// Whether a filter can be built, and what to tell the user when it cannot.
 struct FilterVerdict {
@@ -42,10 +44,12 @@ struct FilterVerdict {
   [[nodiscard]] bool Accepted() const { return outcome == Outcome::Accepted; }
 };
 
-struct DesignedSection {
-  FilterSection section;
+template <typename Real>
+struct DesignedSectionOf {
+  SectionOf<Real> section;
   FilterVerdict verdict;
 };
+using DesignedSection = DesignedSectionOf<float>;
 
 /// What a cascade of n sections does to the -3 dB frequency of one: the cut-off of each is divided by
 /// this for a low-pass and multiplied for a high-pass cascade. n at least 1; a zero-lag filter runs
@@ -57,5 +61,11 @@ double CorrectionFactor(FilterDesign design, int n);
 /// coefficients are rounded to 32 bits where they are assigned. `rate` in Hz.
 DesignedSection DesignSection(PassType type, FilterDesign design, float cutoff, double rate,
                               std::int16_t passes, bool zeroLag);
+
+/// The simpler design of the filters that only run forward: coefficients in 64 bits, of which only the
+/// adjusted cut-off (low-pass) or mirrored frequency (high-pass) is rounded to 32. A high-pass cut-off is
+/// not held to half the sampling rate, beyond which the filter grows without bound.
+DesignedSectionOf<double> DesignForwardSection(PassType type, FilterDesign design, float cutoff, double rate,
+                                               std::int16_t passes);
 
 }  // namespace velmora

@@ -12,8 +12,8 @@ namespace velmora {
 namespace {
 
 // One run over all of y. The first two samples are the initial condition and stay.
-template <PassType type>
-void Sweep(const ChannelView& y, const FilterSection& section) {
+template <PassType type, typename Section>
+void Sweep(const ChannelView& y, const Section& section) {
   const double a0 = section.a0;
   const double b1 = section.b1;
   const double b2 = section.b2;
@@ -125,6 +125,23 @@ FilterVerdict LowPassBesselChannel(Trial& trial, int channel, SampleRange range,
 FilterVerdict HighPassBesselChannel(Trial& trial, int channel, SampleRange range,
                                     const FilterSettings& settings) {
   return FilterChannel<PassType::High>(trial, channel, range, FilterDesign::Bessel, settings);
+}
+
+FilterVerdict FilterForward(Trial& trial, int channel, PassType type, FilterDesign design, float cutoff,
+                            std::int16_t passes) {
+  const ChannelView x = trial.Channel(channel);
+  const DesignedSectionOf<double> designed = DesignForwardSection(type, design, cutoff, trial.Rate, passes);
+  if (!designed.verdict.Accepted() || x.size() < 3) {
+    return designed.verdict;
+  }
+  for (int pass = 0; pass < passes; ++pass) {
+    if (type == PassType::Low) {
+      Sweep<PassType::Low>(x, designed.section);
+    } else {
+      Sweep<PassType::High>(x, designed.section);
+    }
+  }
+  return designed.verdict;
 }
 
 FilterVerdict LowPassArray(std::span<float> values, double rate, const FilterSettings& settings) {

@@ -36,7 +36,12 @@ FilterVerdict LowPassBesselChannel(Trial& trial, int channel, SampleRange range,
 FilterVerdict HighPassBesselChannel(Trial& trial, int channel, SampleRange range,
                                     const FilterSettings& settings);
 
-// The same on a caller's array sampled at `rate` Hz, with up to values.size() - 1 padding points.
+/// Filters one channel in place forward only, without padding, by coefficients in 64 bits. Throws
+/// std::out_of_range for a channel outside the trial.
+FilterVerdict FilterForward(Trial& trial, int channel, PassType type, FilterDesign design, float cutoff,
+                            std::int16_t passes);
+
+// The first four on a caller's array sampled at `rate` Hz, with up to values.size() - 1 padding points.
 
 FilterVerdict LowPassArray(std::span<float> values, double rate, const FilterSettings& settings);
 FilterVerdict HighPassArray(std::span<float> values, double rate, const FilterSettings& settings);

@@ -14,6 +14,7 @@
 #include "dsp/interval_questions.hpp"
 #include "dsp/moving_window.hpp"
 #include "dsp/polynomial_commands.hpp"
+#include "dsp/smooth_form.hpp"
 
 namespace velmora {
 namespace {
@@ -86,12 +87,24 @@ void Interpolate(Workbench& workbench) {
   InterpolateLine(trial, channels, trial.CursorLo, trial.CursorHi);
 }
 
+void DigitalFilters(Workbench& workbench) {
+  if (workbench.trial.NData < 1) {
+    return;
+  }
+  SmoothForm form(workbench);
+  form.Show(workbench);
+  if (form.WantsZeroLag()) {
+    ShowButterworth(workbench);
+  }
+}
+
 constexpr std::string_view kMenu = "&Analysis/Sm&oothing";
 
 constexpr std::array kCommands = {
     Command{"smooth.moving-average", "Moving &Average", kMenu, Needs::Data, Smooth<MovingAverage>},
     Command{"smooth.butterworth", "&Butterworth, Critically-damped, or Bessel", kMenu, Needs::Data,
             ShowButterworth},
+    Command{"smooth.digital", "&Digital Filtering (various)", kMenu, Needs::Data, DigitalFilters},
     Command{"smooth.interpolate", "Linear &Interpolation", kMenu, Needs::Data, Interpolate},
     Command{"smooth.median", "Moving &Median", kMenu, Needs::Data, Median},
     Command{"smooth.polynomial", "&Polynomial fitting", kMenu, Needs::Data, FitPolynomials},

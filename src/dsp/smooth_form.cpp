@@ -1,0 +1,270 @@
+#include "dsp/smooth_form.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <optional>
+
+#include "core/helpers.hpp"
+#include "core/numbers.hpp"
+#include "core/progress.hpp"
+#include "dsp/ask_entry.hpp"
+#include "dsp/channel_list.hpp"
+#include "dsp/filter_design.hpp"
+#include "dsp/filter_messages.hpp"
+#include "dsp/recursive_filter.hpp"
+
+namespace velmora {
+namespace {
+
+enum PassOption { kLowPass, kHighPass, kBandPass, kBandStop, kNotch };
+enum DesignOption {
+  kButterworth,
+  kCriticallyDamped,
+  kChebyshev,
+  kElliptic,
+  kInverseChebyshev,
+  kBessel,
+  kSpline
+};
+
+// Where the fields lie in fields_.
+enum FieldIndex : std::size_t { kPassTypeField = 1, kCutoffsField = 3, kSecondCutoffsField, kOrdersField };
+
+std::size_t At(int channel) {
+  return static_cast<std::size_t>(channel);
+}
+
+bool IsBand(std::int32_t passOption) {
+  return passOption == kBandPass || passOption == kBandStop;
+}
+
+Band BandOf(std::int32_t passOption) {
+  constexpr Band bands[] = {Band::LowPass, Band::HighPass, Band::BandPass, Band::BandStop};
+  return bands[passOption];
+}
+
+Approximation ApproximationOf(std::int32_t designOption) {
+  switch (designOption) {
+    case kChebyshev:
+      return Approximation::Chebyshev;
+    case kElliptic:
+      return Approximation::Elliptic;
+    case kInverseChebyshev:
+      return Approximation::InverseChebyshev;
+    default:
+      return Approximation::Butterworth;
+  }
+}
+
+ChannelList ChannelsToFilter(const Workbench& workbench) {
+  ChannelFlags wanted{};
+  std::transform(workbench.FilterCutoffs.begin(), workbench.FilterCutoffs.end(), wanted.begin(),
+                 [](float cutoff) { return cutoff > 0; });
+  return SelectedChannels(workbench.trial, wanted);
+}
+
+void CopyRounded(const ChannelNumbers& from, PerChannel<float>& to) {
+  std::transform(from.begin(), from.end(), to.begin(),
+                 [](double cutoff) { return static_cast<float>(cutoff); });
+}
+
+}  // namespace
+
+SmoothForm::SmoothForm(Workbench& workbench)
+    : Form("frmSmooth", "Digital Filter Selection"),
+      workbench_(workbench),
+      cutoffsBefore_(workbench.FilterCutoffs),
+      secondCutoffsBefore_(workbench.SecondCutoffs),
+      zeroLagBefore_(workbench.ZeroLag),
+      note_(
+          "These filters, excepting the critically-damped filter and Bessel, use filters developed by "
+          "National Instruments and contained in their Measurement Studio.") {
+  workbench_.ZeroLag.fill(true);
+  orders_.fill(2.0);
+  OfferCutoffs();
+  AddFields();
+  AddButtons();
+  PassTypeEdited();
+  DesignEdited();
+}
+
+void SmoothForm::AddFields() {
+  fields_ = {
+      {.name = "lblNote", .caption = "", .target = &note_, .readOnly = true},
+      {.name = "optPassType",
+       .caption = "Pass type",
+       .target = &optPassType_,
+       .choices = {"&Low-pass", "&High-pass", "&Band-pass", "Band-&stop (reject)", "&Notch"},
+       .edited =
+           [this] {
+             PassTypeEdited();
+             if (IsBand(optPassType_)) {
+               OfferCutoffs();
+             }
+           }},
+      {.name = "optFilter",
+       .caption = "Filter",
+       .target = &optFilter_,
+       .choices = {"&Butterworth", "Critically-&damped", "&Chebyshev", "&Elliptic", "&Inverse Chebyshev",
+                   "Be&ssel", "&GCVSPL"},
+       .edited = [this] { DesignEdited(); }},
+      {.name = "FilterCutoffs",
+       .caption = "",
+       .target = &cutoffs_,
+       .units = "Hz",
+       .edited = [this] { CopyRounded(cutoffs_, workbench_.FilterCutoffs); }},
+      {.name = "SecondCutoffs",
+       .caption = "Higher cutoff",
+       .target = &secondCutoffs_,
+       .units = "Hz",
+       .edited = [this] { CopyRounded(secondCutoffs_, workbench_.SecondCutoffs); }},
+      {.name = "Orders",
+       .caption = "",
+       .target = &orders_,
+       .edited = [this] { orders_[At(EditedChannel())] = Order(EditedChannel()); }},
+  };
+}
+
+void SmoothForm::AddButtons() {
+  buttons_ = {
+      {"&Filter", FormButton::Role::Accept, [this] { return Filter(); }},
+      {"&Zero-lag", FormButton::Role::Other,
+       [this] {
+         wantsZeroLag_ = true;
+         return true;
+       }},
+      {"&Cancel", FormButton::Role::Cancel,
+       [this] {
+         Cancel();
+         return true;
+       }},
+  };
+}
+
+void SmoothForm::ClickCutoff(int channel) {
+  AskEntry(workbench_, *this, "FilterCutoffs", channel, "Enter Cutoff", "Enter cutoff frequency (Hz).");
+}
+
+void SmoothForm::ClickSecondCutoff(int channel) {
+  AskEntry(workbench_, *this, "SecondCutoffs", channel, "Enter Cutoff", "Enter cutoff frequency (Hz).");
+}
+
+void SmoothForm::ClickOrder(int channel) {
+  AskEntry(workbench_, *this, "Orders", channel, "Enter Order", "Enter new filter order.");
+}
+
+void SmoothForm::PassTypeEdited() {
+  const bool band = IsBand(optPassType_);
+  fields_[kSecondCutoffsField].hidden = !band;
+  fields_[kCutoffsField].caption = band ? "Lower cutoff" : "  Cutoff frequency (Hz)";
+}
+
+void SmoothForm::DesignEdited() {
+  fields_[kOrdersField].caption = IsByPasses() ? "Passes" : "Order";
+  fields_[kPassTypeField].disabledChoices.clear();
+  if (IsByPasses()) {
+    fields_[kPassTypeField].disabledChoices = {kBandPass, kBandStop};
+  }
+}
+
+// A band lies between the last high-pass and the last low-pass cut-off.
+void SmoothForm::OfferCutoffs() {
+  workbench_.FilterCutoffs = workbench_.LastHighPassCutoffs;
+  workbench_.SecondCutoffs = workbench_.LastLowPassCutoffs;
+  std::copy(workbench_.FilterCutoffs.begin(), workbench_.FilterCutoffs.end(), cutoffs_.begin());
+  std::copy(workbench_.SecondCutoffs.begin(), workbench_.SecondCutoffs.end(), secondCutoffs_.begin());
+}
+
+bool SmoothForm::IsByPasses() const {
+  return optFilter_ == kCriticallyDamped || optFilter_ == kBessel;
+}
+
+std::int16_t SmoothForm::Order(int channel) const {
+  constexpr double highest = std::numeric_limits<std::int16_t>::max();
+  return static_cast<std::int16_t>(
+      std::clamp(static_cast<double>(RoundHalfEven(orders_[At(channel)])), -highest, highest));
+}
+
+bool SmoothForm::Filter() {
+  if (optPassType_ == kNotch) {
+    ShowRefusal(workbench_,
+                {.title = "Not Implemented",
+                 .text = "Notch filters have not been implemented.\nUse a Band-stop filter instead.",
+                 .icon = Icon::Information});
+    return true;
+  }
+  if (optFilter_ == kSpline || (IsByPasses() && IsBand(optPassType_))) {
+    ShowRefusal(workbench_, {.title = "Program Error",
+                             .text = "Invalid filter selection or not implemented.",
+                             .icon = Icon::Exclamation});
+    return false;
+  }
+  const bool done = IsByPasses() ? FilterByPasses(optFilter_ == kBessel ? FilterDesign::Bessel
+                                                                        : FilterDesign::CriticallyDamped)
+                                 : FilterByDesign();
+  if (done) {
+    MarkChanged(workbench_, true);
+  }
+  return done;
+}
+
+bool SmoothForm::FilterByDesign() {
+  constexpr std::int64_t samplesWithoutPanel = 2'000'000;
+  const ChannelList channels = ChannelsToFilter(workbench_);
+  std::optional<ProgressPanel> panel;
+  if (workbench_.trial.NData * static_cast<std::int64_t>(channels.size()) > samplesWithoutPanel) {
+    panel.emplace(workbench_);
+    panel->SetFormat("Filtering");
+    panel->SetLimits(0, static_cast<double>(channels.size()));
+  }
+  for (const int channel : channels) {
+    DesignAndRun(channel);
+    if (panel) {
+      panel->SetStatus("Channel " + ChannelNumber(channel) + " done.");
+      panel->SetValue(panel->Value() + 1);
+      if (panel->GiveTurn()) {
+        break;
+      }
+    }
+  }
+  return true;
+}
+
+void SmoothForm::DesignAndRun(int channel) {
+  try {
+    const Biquads sections = DesignFilter({.approximation = ApproximationOf(optFilter_),
+                                           .band = BandOf(optPassType_),
+                                           .order = Order(channel),
+                                           .rate = workbench_.trial.Rate,
+                                           .cutoff = workbench_.FilterCutoffs[At(channel)],
+                                           .higher = workbench_.SecondCutoffs[At(channel)]});
+    RunBiquads(sections, workbench_.trial.Channel(channel));
+  } catch (const FilterDesignError& error) {
+    ShowRefusal(workbench_, {.title = "Invalid Filter",
+                             .text = std::string(error.what()) + CancelledText(channel),
+                             .icon = Icon::Exclamation});
+  }
+}
+
+// A low-pass cut-off that is too high stops the run, with the channels before it filtered.
+bool SmoothForm::FilterByPasses(FilterDesign design) {
+  const PassType type = optPassType_ == kLowPass ? PassType::Low : PassType::High;
+  for (const int channel : ChannelsToFilter(workbench_)) {
+    const FilterVerdict verdict = FilterForward(workbench_.trial, channel, type, design,
+                                                workbench_.FilterCutoffs[At(channel)], Order(channel));
+    ShowVerdict(workbench_, channel, verdict);
+    if (verdict.outcome == FilterVerdict::Outcome::LowPassTooHigh) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void SmoothForm::Cancel() {
+  workbench_.FilterCutoffs = cutoffsBefore_;
+  workbench_.SecondCutoffs = secondCutoffsBefore_;
+  workbench_.ZeroLag = zeroLagBefore_;
+}
+
+}  // namespace velmora
