@@ -10,6 +10,7 @@
 #include "dsp/channel_picking.hpp"
 #include "dsp/epoch_duration_form.hpp"
 #include "dsp/filter_commands.hpp"
+#include "dsp/filter_testing_form.hpp"
 #include "dsp/interpolation.hpp"
 #include "dsp/interval_questions.hpp"
 #include "dsp/moving_window.hpp"
@@ -98,6 +99,11 @@ void DigitalFilters(Workbench& workbench) {
   }
 }
 
+// It needs no data: a filter is looked at by itself.
+void TestFilters(Workbench& workbench) {
+  FilterTestingForm(workbench).Show(workbench);
+}
+
 constexpr std::string_view kMenu = "&Analysis/Sm&oothing";
 
 constexpr std::array kCommands = {
@@ -110,6 +116,7 @@ constexpr std::array kCommands = {
     Command{"smooth.polynomial", "&Polynomial fitting", kMenu, Needs::Data, FitPolynomials},
     Command{"smooth.rms", "&RMS amplitude", kMenu, Needs::Data, RmsAmplitude},
     Command{"smooth.spline", "&Spline fit an interval", kMenu, Needs::Data, FitInterval},
+    Command{"smooth.testing", "Filter &Testing", kMenu, Needs::Nothing, TestFilters},
     Command{"smooth.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Smooth<MovingMeanAbsolute>},
 };
 

@@ -10,51 +10,22 @@
 #include "core/progress.hpp"
 #include "dsp/ask_entry.hpp"
 #include "dsp/channel_list.hpp"
-#include "dsp/filter_design.hpp"
 #include "dsp/filter_messages.hpp"
+#include "dsp/filter_options.hpp"
 #include "dsp/recursive_filter.hpp"
 
 namespace velmora {
 namespace {
 
-enum PassOption { kLowPass, kHighPass, kBandPass, kBandStop, kNotch };
-enum DesignOption {
-  kButterworth,
-  kCriticallyDamped,
-  kChebyshev,
-  kElliptic,
-  kInverseChebyshev,
-  kBessel,
-  kSpline
-};
+// Choices of this dialogue alone.
+constexpr std::int32_t kNotchOption = 4;
+constexpr std::int32_t kSplineOption = 6;
 
 // Where the fields lie in fields_.
 enum FieldIndex : std::size_t { kPassTypeField = 1, kCutoffsField = 3, kSecondCutoffsField, kOrdersField };
 
 std::size_t At(int channel) {
   return static_cast<std::size_t>(channel);
-}
-
-bool IsBand(std::int32_t passOption) {
-  return passOption == kBandPass || passOption == kBandStop;
-}
-
-Band BandOf(std::int32_t passOption) {
-  constexpr Band bands[] = {Band::LowPass, Band::HighPass, Band::BandPass, Band::BandStop};
-  return bands[passOption];
-}
-
-Approximation ApproximationOf(std::int32_t designOption) {
-  switch (designOption) {
-    case kChebyshev:
-      return Approximation::Chebyshev;
-    case kElliptic:
-      return Approximation::Elliptic;
-    case kInverseChebyshev:
-      return Approximation::InverseChebyshev;
-    default:
-      return Approximation::Butterworth;
-  }
 }
 
 ChannelList ChannelsToFilter(const Workbench& workbench) {
@@ -99,7 +70,7 @@ void SmoothForm::AddFields() {
        .edited =
            [this] {
              PassTypeEdited();
-             if (IsBand(optPassType_)) {
+             if (IsBandOption(optPassType_)) {
                OfferCutoffs();
              }
            }},
@@ -155,16 +126,16 @@ void SmoothForm::ClickOrder(int channel) {
 }
 
 void SmoothForm::PassTypeEdited() {
-  const bool band = IsBand(optPassType_);
+  const bool band = IsBandOption(optPassType_);
   fields_[kSecondCutoffsField].hidden = !band;
   fields_[kCutoffsField].caption = band ? "Lower cutoff" : "  Cutoff frequency (Hz)";
 }
 
 void SmoothForm::DesignEdited() {
-  fields_[kOrdersField].caption = IsByPasses() ? "Passes" : "Order";
+  fields_[kOrdersField].caption = IsDesignByPasses(optFilter_) ? "Passes" : "Order";
   fields_[kPassTypeField].disabledChoices.clear();
-  if (IsByPasses()) {
-    fields_[kPassTypeField].disabledChoices = {kBandPass, kBandStop};
+  if (IsDesignByPasses(optFilter_)) {
+    fields_[kPassTypeField].disabledChoices = {kBandPassOption, kBandStopOption};
   }
 }
 
@@ -176,10 +147,6 @@ void SmoothForm::OfferCutoffs() {
   std::copy(workbench_.SecondCutoffs.begin(), workbench_.SecondCutoffs.end(), secondCutoffs_.begin());
 }
 
-bool SmoothForm::IsByPasses() const {
-  return optFilter_ == kCriticallyDamped || optFilter_ == kBessel;
-}
-
 std::int16_t SmoothForm::Order(int channel) const {
   constexpr double highest = std::numeric_limits<std::int16_t>::max();
   return static_cast<std::int16_t>(
@@ -187,22 +154,21 @@ std::int16_t SmoothForm::Order(int channel) const {
 }
 
 bool SmoothForm::Filter() {
-  if (optPassType_ == kNotch) {
+  if (optPassType_ == kNotchOption) {
     ShowRefusal(workbench_,
                 {.title = "Not Implemented",
                  .text = "Notch filters have not been implemented.\nUse a Band-stop filter instead.",
                  .icon = Icon::Information});
     return true;
   }
-  if (optFilter_ == kSpline || (IsByPasses() && IsBand(optPassType_))) {
+  if (optFilter_ == kSplineOption || (IsDesignByPasses(optFilter_) && IsBandOption(optPassType_))) {
     ShowRefusal(workbench_, {.title = "Program Error",
                              .text = "Invalid filter selection or not implemented.",
                              .icon = Icon::Exclamation});
     return false;
   }
-  const bool done = IsByPasses() ? FilterByPasses(optFilter_ == kBessel ? FilterDesign::Bessel
-                                                                        : FilterDesign::CriticallyDamped)
-                                 : FilterByDesign();
+  const bool done =
+      IsDesignByPasses(optFilter_) ? FilterByPasses(DesignByPassesOf(optFilter_)) : FilterByDesign();
   if (done) {
     MarkChanged(workbench_, true);
   }
@@ -249,7 +215,7 @@ void SmoothForm::DesignAndRun(int channel) {
 
 // A low-pass cut-off that is too high stops the run, with the channels before it filtered.
 bool SmoothForm::FilterByPasses(FilterDesign design) {
-  const PassType type = optPassType_ == kLowPass ? PassType::Low : PassType::High;
+  const PassType type = optPassType_ == kLowPassOption ? PassType::Low : PassType::High;
   for (const int channel : ChannelsToFilter(workbench_)) {
     const FilterVerdict verdict = FilterForward(workbench_.trial, channel, type, design,
                                                 workbench_.FilterCutoffs[At(channel)], Order(channel));

@@ -34,7 +34,6 @@ class SmoothForm : public Form {
   bool FilterByPasses(FilterDesign design);
   void DesignAndRun(int channel);
   void Cancel();
-  [[nodiscard]] bool IsByPasses() const;
   [[nodiscard]] std::int16_t Order(int channel) const;
 
   Workbench& workbench_;
