@@ -162,22 +162,31 @@ std::vector<Extremes> EnvelopePyramid::Columns(int channel, std::int64_t firstSa
 
 ColumnExtremes EnvelopePyramid::Columns(std::int64_t firstSample, std::int64_t lastSample,
                                         int nColumns) const {
+  const std::int64_t samples = std::max<std::int64_t>(lastSample - firstSample + 1, 0);
+  std::vector<SampleSpan> spans;
+  for (int k = 0; k < nColumns; ++k) {
+    spans.push_back({firstSample + ColumnStart(samples, k, nColumns),
+                     firstSample + ColumnStart(samples, k + 1, nColumns)});
+  }
+  return Columns(spans);
+}
+
+ColumnExtremes EnvelopePyramid::Columns(std::span<const SampleSpan> spans) const {
   const std::ptrdiff_t stride = matrix_ == nullptr ? 1 : matrix_->Stride();
-  ColumnExtremes columns(std::max(nColumns, 0), static_cast<int>(stride));
+  ColumnExtremes columns(static_cast<int>(spans.size()), static_cast<int>(stride));
   if (matrix_ == nullptr) {
     return columns;
   }
   const FoldFrames fold = FoldFor(simd_, stride);
-  const std::int64_t samples = lastSample - firstSample + 1;
-  for (int k = 0; samples > 0 && k < nColumns; ++k) {
-    float* min = columns.mins_.data() + k * stride;
-    float* max = columns.maxs_.data() + k * stride;
-    const std::int64_t begin = firstSample - 1 + ColumnStart(samples, k, nColumns);
-    const std::int64_t end = firstSample - 1 + ColumnStart(samples, k + 1, nColumns);
-    FoldRange(std::max<std::int64_t>(begin, 0), std::min(end, matrix_->Samples()),
+  float* min = columns.mins_.data();
+  float* max = columns.maxs_.data();
+  for (const SampleSpan& span : spans) {
+    FoldRange(std::max<std::int64_t>(span.begin - 1, 0), std::min(span.end - 1, matrix_->Samples()),
               [&](const Frames& frames, std::int64_t from, std::int64_t to) {
                 fold(frames.mins + from * stride, frames.maxs + from * stride, stride, to - from, min, max);
               });
+    min += stride;
+    max += stride;
   }
   return columns;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <vector>
 
 #include "core/huge_block.hpp"
@@ -18,6 +19,12 @@ struct Extremes {
   /// No sample at all, or none that is a number.
   [[nodiscard]] bool Empty() const { return min > max; }
   friend bool operator==(const Extremes&, const Extremes&) = default;
+};
+
+/// Samples `begin` to `end` - 1, counted from 1.
+struct SampleSpan {
+  std::int64_t begin = 1;
+  std::int64_t end = 1;
 };
 
 /// The extremes of every channel in some columns. Row 0 of the matrix is channel 0.
@@ -61,6 +68,8 @@ class EnvelopePyramid {
                                               int nColumns) const;
   /// The same of all channels at once, which costs little more than one.
   [[nodiscard]] ColumnExtremes Columns(std::int64_t firstSample, std::int64_t lastSample, int nColumns) const;
+  /// Column k of all channels holds spans[k], whatever the others hold.
+  [[nodiscard]] ColumnExtremes Columns(std::span<const SampleSpan> spans) const;
   /// All samples of one channel.
   [[nodiscard]] Extremes Whole(int channel) const;
 

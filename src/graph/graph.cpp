@@ -15,6 +15,7 @@ void Axis::SetMinMax(double minimum, double maximum) {
 void Graph::PlotXY(const Trial& trial) {
   trial_ = &trial;
   envelope_.Build(trial.matrix);
+  times_.Take(trial);
   Plots.resize(static_cast<std::size_t>(trial.NChan));
   for (int c = 1; c <= trial.NChan; ++c) {
     Plot& plot = Plots[static_cast<std::size_t>(c - 1)];

@@ -8,6 +8,7 @@
 #include "core/trial.hpp"
 #include "graph/colours.hpp"
 #include "graph/envelope_pyramid.hpp"
+#include "graph/sample_times.hpp"
 
 namespace velmora {
 
@@ -81,6 +82,9 @@ class Graph {
 
   [[nodiscard]] int VisiblePlots() const;
   [[nodiscard]] const EnvelopePyramid& Envelope() const { return envelope_; }
+  [[nodiscard]] const SampleTimes& Times() const { return times_; }
+  /// What is plotted; nullptr before PlotXY.
+  [[nodiscard]] const Trial* Plotted() const { return trial_; }
 
   // Styles of all visible plots.
   void SetLine(LineStyle style);
@@ -102,6 +106,7 @@ class Graph {
 
   const Trial* trial_ = nullptr;
   EnvelopePyramid envelope_;
+  SampleTimes times_;
 };
 
 }  // namespace velmora

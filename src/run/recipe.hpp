@@ -86,6 +86,9 @@ struct CloseGesture {};
 
 struct ImageGesture {
   std::string file;
+  int width = 1600;  // pixels
+  int height = 900;
+  bool white = false;  // on white paper, whatever the background of the view
 };
 
 /// Something a person does in the view that is open.

@@ -9,6 +9,7 @@
 #include <set>
 
 #include "core/text.hpp"
+#include "graph/picture.hpp"
 
 namespace velmora {
 namespace {
@@ -44,6 +45,7 @@ class Reader {
   [[nodiscard]] double Number(const YAML::Node& node, std::string_view what) const;
   [[nodiscard]] int Count(const YAML::Node& node, std::string_view what) const;
   [[nodiscard]] KeyPress Key(const YAML::Node& node) const;
+  [[nodiscard]] ImageGesture Image(const YAML::Node& node) const;
   [[nodiscard]] ViewStep ReadView(const YAML::Node& node) const;
   [[nodiscard]] CommandStep ReadCommand(const YAML::Node& node) const;
   [[nodiscard]] Step ReadStep(const YAML::Node& node) const;
@@ -289,18 +291,40 @@ KeyPress Reader::Key(const YAML::Node& node) const {
   return key;
 }
 
+ImageGesture Reader::Image(const YAML::Node& node) const {
+  ImageGesture image{.file = Text(node["image"], "image")};
+  if (!PictureFormatOf(image.file)) {
+    Fail(node["image"], "a picture is a .png, .svg or .pdf file");
+  }
+  if (const YAML::Node size = node["size"]) {
+    if (!size.IsSequence() || size.size() != 2) {
+      Fail(size, "size must be [width, height]");
+    }
+    image.width = Count(size[0], "width");
+    image.height = Count(size[1], "height");
+    const auto [least, most] = std::minmax(image.width, image.height);
+    if (least < PictureOrder::kSmallest || most > PictureOrder::kLargest) {
+      Fail(size, "a picture has from 100 to 16384 pixels a side");
+    }
+  }
+  if (const YAML::Node white = node["white"]) {
+    image.white = Flag(white, "white");
+  }
+  return image;
+}
+
 ViewStep Reader::ReadView(const YAML::Node& step) const {
   const YAML::Node node = step["view"];
   CheckKeys(node, "view",
-            {"key", "move", "x", "click", "double-click", "right-click", "image", "size", "close"});
+            {"key", "move", "x", "click", "double-click", "right-click", "image", "size", "white", "close"});
   const auto given = [&node](const char* key) { return static_cast<bool>(node[key]); };
   if (given("key") + given("move") + given("click") + given("double-click") + given("right-click") +
           given("image") + given("close") !=
       1) {
     Fail(node, "view has exactly one of key, move, click, double-click, right-click, image and close");
   }
-  if (given("x") != given("move") || (given("size") && !given("image"))) {
-    Fail(node, "move needs x, and only move has one; size belongs to image");
+  if (given("x") != given("move") || ((given("size") || given("white")) && !given("image"))) {
+    Fail(node, "move needs x, and only move has one; size and white belong to image");
   }
   ViewStep view;
   view.answers = Answers(step);
@@ -315,7 +339,7 @@ ViewStep Reader::ReadView(const YAML::Node& step) const {
   } else if (given("right-click")) {
     view.what = ClickGesture{Count(node["right-click"], "graph"), Clicked::Right};
   } else if (given("image")) {
-    view.what = ImageGesture{Text(node["image"], "image")};
+    view.what = Image(node);
   } else if (!Flag(node["close"], "close")) {
     Fail(node, "close: false does nothing");
   }

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "graph/graph.hpp"
+
+namespace velmora {
+
+enum class PictureFormat { Png, Svg, Pdf };
+
+/// By the extension of a file's name. Nothing when it is none of png, svg and pdf.
+std::optional<PictureFormat> PictureFormatOf(std::string_view path);
+
+/// A picture of a graph as it stands.
+struct PictureOrder {
+  static constexpr int kSmallest = 100;  // pixels a side
+  static constexpr int kLargest = 16384;
+
+  const Graph& graph;
+  std::string title;
+  PictureFormat format = PictureFormat::Png;
+  int width = 1600;  // pixels; of a PDF 96 an inch
+  int height = 900;
+  std::optional<Colour> paper{};  // in place of the graph's background
+};
+
+/// The one procedure of the drawing module, which is a shared library so that a program may do without
+/// it. Returns true with the picture's bytes in `answer`, or false with the reason. Never throws: the
+/// two sides may have C++ libraries of their own.
+extern "C" {
+using DrawPictureProcedure = bool (*)(const PictureOrder& order, std::string& answer);
+}
+inline constexpr const char* kDrawPictureName = "VelmoraDrawPicture";
+inline constexpr const char* kDrawingModule = "velmora2-drawing.so";
+
+}  // namespace velmora

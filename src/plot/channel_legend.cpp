@@ -1,0 +1,114 @@
+#include "plot/channel_legend.hpp"
+
+#include <algorithm>
+
+#include "core/text.hpp"
+#include "plot/plot_colours.hpp"
+#include "plot/point_marks.hpp"
+#include "plot/trace_raster.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr int kSample = 22;  // the piece of line
+constexpr int kGap = 6;
+
+QString TextOf(const Trial& trial, int channel) {
+  const auto c = static_cast<std::size_t>(channel);
+  const std::string label = Trim(trial.ChanLabel[c].Text());
+  const std::string units = Trim(trial.ChanUnits[c].Text());
+  return QString::fromStdString(units.empty() ? label : label + " (" + units + ")");
+}
+
+}  // namespace
+
+ChannelLegend::ChannelLegend(QCustomPlot* plot) : QCPLayoutElement(plot) {
+  setLayer("legend");
+  setMargins({kGap, kGap, kGap, kGap});
+}
+
+void ChannelLegend::Show(const Graph* graph, Colour background) {
+  background_ = background;
+  entries_.clear();
+  if (graph == nullptr || graph->Plotted() == nullptr) {
+    return;
+  }
+  for (const Plot& plot : graph->Plots) {
+    if (plot.Visible) {
+      entries_.push_back({&plot, TextOf(*graph->Plotted(), plot.Channel)});
+    }
+  }
+}
+
+QFont ChannelLegend::Font() const {
+  return mParentPlot->font();
+}
+
+int ChannelLegend::RowHeight() const {
+  return QFontMetrics(Font()).height() + 3;
+}
+
+int ChannelLegend::Rows() const {
+  const int room = mParentPlot->viewport().height() - 80;
+  return std::clamp(room / RowHeight(), 1, std::max(static_cast<int>(entries_.size()), 1));
+}
+
+int ChannelLegend::ColumnWidth() const {
+  const QFontMetrics metrics(Font());
+  int widest = 0;
+  for (const Entry& entry : entries_) {
+    widest = std::max(widest, metrics.horizontalAdvance(entry.text));
+  }
+  return kSample + kGap + std::min(widest, mParentPlot->viewport().width() / 5) + 2 * kGap;
+}
+
+QSize ChannelLegend::minimumOuterSizeHint() const {
+  if (entries_.empty()) {
+    return {0, 0};
+  }
+  const int rows = Rows();
+  const int columns = (static_cast<int>(entries_.size()) + rows - 1) / rows;
+  return {columns * ColumnWidth() + 2 * kGap, rows * RowHeight() + 2 * kGap};
+}
+
+QSize ChannelLegend::maximumOuterSizeHint() const {
+  return {minimumOuterSizeHint().width(), QWIDGETSIZE_MAX};
+}
+
+void ChannelLegend::applyDefaultAntialiasingHint(QCPPainter* painter) const {
+  painter->setAntialiasing(true);
+}
+
+void ChannelLegend::draw(QCPPainter* painter) {
+  const int rows = Rows();
+  int k = 0;
+  for (const Entry& entry : entries_) {
+    const QPoint corner = mRect.topLeft() + QPoint(k / rows * ColumnWidth(), k % rows * RowHeight());
+    DrawEntry(*painter, entry, {corner, QSize(ColumnWidth(), RowHeight())});
+    ++k;
+  }
+}
+
+void ChannelLegend::DrawEntry(QCPPainter& painter, const Entry& entry, const QRect& rect) const {
+  const QColor colour = TraceColour(*entry.plot, background_);
+  const QPointF middle(rect.left() + kSample / 2.0, rect.center().y() + 0.5);
+  if (entry.plot->Line != LineStyle::None) {
+    QPen pen(colour, std::max(entry.plot->LineWidth, 2.0));
+    const std::vector<int> lengths = DashLengths(entry.plot->Line);
+    if (!lengths.empty()) {
+      pen.setDashPattern(QList<qreal>(lengths.begin(), lengths.end()));
+      pen.setCapStyle(Qt::FlatCap);
+      pen.setWidthF(std::max(entry.plot->LineWidth, 1.0));
+    }
+    painter.setPen(pen);
+    painter.drawLine(QLineF(middle - QPointF(kSample / 2.0, 0), middle + QPointF(kSample / 2.0, 0)));
+  }
+  PointMark(entry.plot->Point, colour).Draw(painter, middle);
+  painter.setFont(Font());
+  painter.setPen(Foreground(background_));
+  const QRect textRect = rect.adjusted(kSample + kGap, 0, -kGap, 0);
+  const QString text = QFontMetrics(Font()).elidedText(entry.text, Qt::ElideRight, textRect.width());
+  painter.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter, text);
+}
+
+}  // namespace velmora

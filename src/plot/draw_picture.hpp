@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QPrinter>
+#include <string>
+
+#include "graph/picture.hpp"
+
+namespace velmora {
+
+/// The bytes of the file. In SVG and PDF lines stay lines and text stays text. Needs a QApplication.
+/// Throws std::bad_alloc, std::runtime_error when Qt cannot paint it.
+std::string DrawPicture(const PictureOrder& order);
+
+/// On one page of a printer, as large as fits; `order` gives the graph, title and paper alone.
+void PrintPicture(const PictureOrder& order, QPrinter& printer);
+
+}  // namespace velmora

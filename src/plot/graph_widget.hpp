@@ -1,0 +1,71 @@
+#pragma once
+
+#include "plot/graph_plot.hpp"
+
+namespace velmora {
+
+/// The ranges of both axes, as a person set them with the mouse.
+struct GraphRange {
+  double left = 0.0;
+  double right = 1.0;
+  double bottom = 0.0;
+  double top = 1.0;
+};
+
+/// A graph under the mouse. It changes nothing by itself: it tells what a person did, and shows the
+/// graph again when Redraw is called.
+///   wheel               zoom of the abscissa at the pointer; with shift of the ordinate; with ctrl a pan
+///   middle button       pan, whatever the mode
+///   left button         drags a cursor; else what the graph's track mode says
+///   double click        back to all
+class GraphWidget : public GraphPlot {
+  Q_OBJECT
+
+ public:
+  explicit GraphWidget(QWidget* parent = nullptr);
+
+  /// Draws the graph anew before the next event; several calls in a row draw once.
+  void Redraw();
+  /// The same of the cursors alone, which is quick.
+  void RedrawCursors();
+
+  /// Ends a drag or a zoom area that is being drawn, without effect. False when there was none.
+  bool CancelGesture();
+
+ signals:
+  /// Cursor `cursor` (from 1) was dragged to `x`.
+  void cursorDragged(int cursor, double x);
+  /// Its horizontal line was dragged to `y`.
+  void crosshairDragged(int cursor, double y);
+  void dragEnded();
+  void rangeChosen(const velmora::GraphRange& range);
+  void clicked();
+  void doubleClicked();
+  void rightClicked(const QPoint& globalPlace);
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  enum class Gesture { None, Cursor, Crosshair, Pan, PanX, PanY, Area };
+
+  [[nodiscard]] Gesture LeftGesture() const;
+  [[nodiscard]] GraphRange Range() const;
+  void DragCursor(const QPointF& place);
+  void PanTo(const QPointF& place);
+  void ZoomToArea(const QRectF& area);
+  void ShowPointer(const QPointF& place);
+
+  Gesture gesture_ = Gesture::None;
+  int cursor_ = 0;  // that is dragged
+  QPointF pressed_;
+  QPointF last_;
+  QCPItemRect* band_ = nullptr;  // the plot owns it
+};
+
+}  // namespace velmora

@@ -1,0 +1,24 @@
+#include "plot/number_ticker.hpp"
+
+#include "plot/tick_text.hpp"
+
+namespace velmora {
+
+void NumberTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
+                            QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
+  range_ = range;
+  QCPAxisTicker::generate(range, locale, formatChar, precision, ticks, subTicks, tickLabels);
+}
+
+QString NumberTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/,
+                                   int /*precision*/) {
+  const double largest = std::max(std::abs(range_.lower), std::abs(range_.upper));
+  return QString::fromStdString(TickText(tick, getTickStep(range_), largest));
+}
+
+QString DecadeTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/,
+                                   int /*precision*/) {
+  return QString::fromStdString(TickText(tick, 0.0, tick));
+}
+
+}  // namespace velmora

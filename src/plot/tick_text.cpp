@@ -1,0 +1,68 @@
+#include "plot/tick_text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "core/numbers.hpp"
+
+namespace velmora {
+namespace {
+
+struct Prefix {
+  int power = 0;
+  const char* text = "";
+};
+
+constexpr std::array kPrefixes = {Prefix{-15, " f"}, Prefix{-12, " p"}, Prefix{-9, " n"}, Prefix{-6, " µ"},
+                                  Prefix{-3, " m"},  Prefix{3, " k"},   Prefix{6, " M"},  Prefix{9, " G"},
+                                  Prefix{12, " T"},  Prefix{15, " P"}};
+
+constexpr double kLargestPlain = 1e5;
+constexpr double kSmallestPlain = 1e-2;
+constexpr double kRounding = 1e-9;
+
+// The prefix under which `largest` has one to three digits before the point, as far as there is one.
+Prefix PrefixFor(double largest) {
+  if (largest == 0 || !std::isfinite(largest) ||
+      (largest < kLargestPlain && largest >= kSmallestPlain * (1 - kRounding))) {
+    return {};
+  }
+  Prefix found = kPrefixes.front();
+  for (const Prefix& prefix : kPrefixes) {
+    if (std::pow(10.0, prefix.power) <= largest * (1 + kRounding)) {
+      found = prefix;
+    }
+  }
+  return found;
+}
+
+// As many as the step needs; those of a number itself when it stands alone.
+int Decimals(double step) {
+  constexpr int kMost = 9;
+  for (int decimals = 0; decimals < kMost; ++decimals) {
+    const double scaled = std::abs(step) * std::pow(10.0, decimals);
+    if (scaled >= 1 - kRounding && std::abs(scaled - std::round(scaled)) < 1e-6 * scaled) {
+      return decimals;
+    }
+  }
+  return kMost;
+}
+
+}  // namespace
+
+std::string TickText(double tick, double step, double largest) {
+  if (tick == 0 || (step > 0 && std::abs(tick) < step * kRounding)) {
+    return "0";
+  }
+  const Prefix prefix = PrefixFor(step > 0 ? largest : std::abs(tick));
+  const double unit = std::pow(10.0, prefix.power);
+  const int decimals = Decimals((step > 0 ? step : tick) / unit);
+  std::string pattern = "0";
+  if (decimals > 0) {
+    pattern += "." + std::string(static_cast<std::size_t>(decimals), '0');
+  }
+  return FormatNumber(tick / unit, pattern) + prefix.text;
+}
+
+}  // namespace velmora

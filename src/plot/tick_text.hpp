@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace velmora {
+
+/// The numeral at a tick of an axis whose ticks are `step` apart (0: on a logarithmic axis) and whose
+/// largest magnitude is `largest`: a plain number with the decimals that the step needs, beyond 100,000
+/// and below 0.01 with an SI prefix behind it ("250 k", "-2.5 µ") in place of zeros.
+std::string TickText(double tick, double step, double largest);
+
+}  // namespace velmora

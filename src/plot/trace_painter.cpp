@@ -1,0 +1,213 @@
+#include "plot/trace_painter.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "plot/plot_colours.hpp"
+#include "plot/point_marks.hpp"
+#include "plot/polylines.hpp"
+#include "plot/trace_raster.hpp"
+
+namespace velmora {
+namespace {
+
+/// One drawing, settled.
+struct Task {
+  QPainter& painter;
+  const Graph& graph;
+  QRect rect;
+  Colour background;
+  double ratio;  // pixels a unit of the painter
+  Axis abscissa;
+  Axis ordinate;
+  SampleSpan samples;
+
+  [[nodiscard]] std::int64_t Samples() const { return samples.end - samples.begin; }
+  [[nodiscard]] PixelScale X(double pixelsAUnit) const {
+    return PixelScale::Across(abscissa, static_cast<int>(std::lround(rect.width() * pixelsAUnit)));
+  }
+  [[nodiscard]] PixelScale Y(double pixelsAUnit) const {
+    return PixelScale::Upward(ordinate, static_cast<int>(std::lround(rect.height() * pixelsAUnit)));
+  }
+};
+
+Qt::PenStyle ToPenStyle(LineStyle style) {
+  switch (style) {
+    case LineStyle::None:
+      return Qt::NoPen;
+    case LineStyle::Solid:
+      return Qt::SolidLine;
+    default:
+      return Qt::CustomDashLine;
+  }
+}
+
+QPen PenOf(const Plot& plot, Colour background) {
+  QPen pen(TraceColour(plot, background), plot.LineWidth, ToPenStyle(plot.Line), Qt::FlatCap, Qt::RoundJoin);
+  if (pen.style() == Qt::CustomDashLine) {
+    const std::vector<int> lengths = DashLengths(plot.Line);
+    pen.setDashPattern(QList<qreal>(lengths.begin(), lengths.end()));
+  }
+  return pen;
+}
+
+/// Draws `pieces`, which are in pixels of `ratio` a unit.
+void DrawPieces(const Task& task, const Plot& plot, const std::vector<QPolygonF>& pieces, double ratio) {
+  QPen pen = PenOf(plot, task.background);
+  pen.setWidthF(pen.widthF() * ratio);
+  task.painter.save();
+  task.painter.translate(task.rect.topLeft());
+  task.painter.scale(1 / ratio, 1 / ratio);
+  task.painter.setPen(pen);
+  task.painter.setBrush(Qt::NoBrush);
+  for (const QPolygonF& piece : pieces) {
+    task.painter.drawPolyline(piece);
+  }
+  task.painter.restore();
+}
+
+void DrawSampleLines(const Task& task) {
+  constexpr double kFine = 1.0;
+  for (const Plot& plot : task.graph.Plots) {
+    if (plot.Visible && plot.Line != LineStyle::None) {
+      const auto pieces = SampleLines(task.graph, plot.Channel, task.samples, task.X(kFine), task.Y(kFine));
+      DrawPieces(task, plot, pieces, kFine);
+    }
+  }
+}
+
+/// Two columns a unit of the painter: finer than a screen, and small enough for a file.
+void DrawColumnLines(const Task& task) {
+  constexpr double kFine = 2.0;
+  const PixelScale y = task.Y(kFine);
+  const TraceColumns columns(task.graph, task.X(kFine), y);
+  for (std::size_t p = 0; p < columns.Plots().size(); ++p) {
+    const Plot& plot = *columns.Plots()[p];
+    if (plot.Line != LineStyle::None) {
+      DrawPieces(task, plot, ColumnLines(columns, static_cast<int>(p), y.Pixels()), kFine);
+    }
+  }
+}
+
+/// Calls `draw` with the places of all marks of one plot: each sample, or where they are too many the
+/// extremes of each column.
+template <typename Draw>
+void ForEachMark(const Task& task, const TraceColumns* columns, int p, int channel, const Draw& draw) {
+  const PixelScale x = task.X(1.0);
+  const PixelScale y = task.Y(1.0);
+  const auto mark = [&](double px, double py) {
+    if (px >= 0 && px <= x.Pixels() && py >= 0 && py <= y.Pixels()) {
+      draw(QPointF(task.rect.topLeft()) + QPointF(px, py));
+    }
+  };
+  if (columns == nullptr) {
+    for (std::int64_t i = task.samples.begin; i < task.samples.end; ++i) {
+      mark(x.Pixel(task.graph.Times().At(i)), y.Pixel(task.graph.Plotted()->matrix.Frame(i)[channel]));
+    }
+    return;
+  }
+  for (int k = 0; k < columns->Columns(); ++k) {
+    const RowSpan& span = columns->At(k, p);
+    if (!span.Empty()) {
+      mark(k + 0.5, span.top + 0.5);
+      mark(k + 0.5, span.bottom + 0.5);
+    }
+  }
+}
+
+void DrawMarks(const Task& task, TracePainter::Kind kind) {
+  const bool each = task.Samples() <= 2 * task.rect.width() || !task.graph.Times().Sorted();
+  std::optional<TraceColumns> columns;
+  int p = 0;
+  for (const Plot& plot : task.graph.Plots) {
+    if (!plot.Visible) {
+      continue;
+    }
+    if (plot.Point != PointStyle::None) {
+      if (!each && !columns) {
+        columns.emplace(task.graph, task.X(1.0), task.Y(1.0));
+      }
+      const PointMark mark(plot.Point, TraceColour(plot, task.background));
+      const QPixmap stamp = mark.Stamp(task.ratio);
+      const QPointF middle = QPointF(stamp.width(), stamp.height()) / stamp.devicePixelRatio() / 2;
+      ForEachMark(task, columns ? &*columns : nullptr, p, plot.Channel, [&](const QPointF& at) {
+        if (kind == TracePainter::Kind::Shapes) {
+          mark.Draw(task.painter, at);
+        } else {
+          task.painter.drawPixmap(at - middle, stamp);
+        }
+      });
+    }
+    ++p;
+  }
+}
+
+void PaintPixels(const Task& task, QImage& image) {
+  const PixelScale x = task.X(task.ratio);
+  const PixelScale y = task.Y(task.ratio);
+  if (image.width() != x.Pixels() || image.height() != y.Pixels()) {
+    image = QImage(x.Pixels(), y.Pixels(), QImage::Format_ARGB32_Premultiplied);
+  }
+  image.setDevicePixelRatio(task.ratio);
+  image.fill(0);
+  const PixelArea area{reinterpret_cast<std::uint32_t*>(image.bits()), image.bytesPerLine() / 4,
+                       image.width(), image.height()};
+  const auto look = [&](const Plot& plot) {
+    const int width = std::max(1, static_cast<int>(std::lround(plot.LineWidth * task.ratio)));
+    return TraceLook{TraceColour(plot, task.background).rgba(), width, plot.Line};
+  };
+  if (task.graph.Times().Sorted()) {
+    const TraceColumns columns(task.graph, x, y);
+    std::vector<TraceLook> looks;
+    for (const Plot* plot : columns.Plots()) {
+      looks.push_back(look(*plot));
+    }
+    PaintColumns(columns, looks, task.abscissa.Log ? 0 : x.Cell(0.0), area);
+  } else {
+    for (const Plot& plot : task.graph.Plots) {
+      if (plot.Visible && plot.Line != LineStyle::None) {
+        PaintCurve(task.graph, plot.Channel, look(plot), x, y, area);
+      }
+    }
+  }
+  task.painter.drawImage(task.rect.topLeft(), image);
+}
+
+}  // namespace
+
+void TracePainter::Paint(QPainter& painter, const Graph& graph, const QRect& rect, Colour background,
+                         Kind kind) {
+  constexpr std::int64_t kPixelsBetweenSamples = 3;
+  constexpr std::int64_t kMostSmooth = 20'000;  // samples of all plots; more take longer than a frame
+  const Axis abscissa = Drawable(graph.Abscissa);
+  if (rect.isEmpty() || graph.Plotted() == nullptr || graph.Times().Samples() == 0) {
+    return;
+  }
+  const double ratio = kind == Kind::Pixels ? painter.device()->devicePixelRatioF() : 1.0;
+  const Task task{painter,
+                  graph,
+                  rect,
+                  background,
+                  ratio,
+                  abscissa,
+                  Drawable(graph.Ordinate),
+                  ShownSamples(graph, abscissa)};
+  painter.save();
+  painter.setClipRect(rect, Qt::IntersectClip);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const bool apart = task.Samples() * kPixelsBetweenSamples <= rect.width();
+  const bool few = task.Samples() * graph.VisiblePlots() <= kMostSmooth;
+  if ((apart && few) ||
+      (kind == Kind::Shapes && (!graph.Times().Sorted() || task.Samples() <= 2 * rect.width()))) {
+    DrawSampleLines(task);
+  } else if (kind == Kind::Shapes) {
+    DrawColumnLines(task);
+  } else {
+    PaintPixels(task, image_);
+  }
+  DrawMarks(task, kind);
+  painter.restore();
+}
+
+}  // namespace velmora

@@ -1,0 +1,112 @@
+// Pictures of velmora2-run, in a process of its own, without a display.
+#include <QImage>
+#include <cstdlib>
+#include <filesystem>
+
+#include "core/workbench.hpp"
+#include "export/save_data.hpp"
+#include "support/scripted_questions.hpp"
+#include "support/temporary_directory.hpp"
+#include "support/trials.hpp"
+
+namespace velmora {
+namespace {
+
+using test::ReadFile;
+using test::WriteFile;
+
+struct PictureTest : testing::Test {
+  test::TemporaryDirectory directory;
+
+  // A step from -1 to 1 in the middle of one second.
+  void SetUp() override {
+    test::ScriptedQuestions questions;
+    Workbench workbench(questions);
+    std::vector<float> samples(1001, -1.0F);
+    std::fill(samples.begin() + 500, samples.end(), 1.0F);
+    test::SetChannels(workbench.trial, {samples, std::vector<float>(1001, 0.5F)}, 1000.0);
+    workbench.trial.ChanLabel[1] = "Step";
+    workbench.trial.ChanUnits[1] = "mV";
+    workbench.trial.ChanLabel[2] = "<L> & R";
+    workbench.trial.FileName = directory.Path("in.vmb");
+    questions.fileAnswers.push_back({directory.Path("in.vmb")});
+    questions.boxAnswers.assign(4, Button::No);
+    SaveData(workbench, SaveFormat::NativeBinary);
+    ASSERT_TRUE(std::filesystem::exists(directory.Path("in.vmb")));
+  }
+
+  // The exit status; what was said is in "said".
+  int Run(const std::string& program, const std::string& steps) {
+    WriteFile(directory.Path("r.yaml"),
+              "velmora2: 1\nsteps:\n  - do: file.load\n    file: \"${input}\"\n  - do: graph.all\n" + steps);
+    const std::string command = "cd " + directory.Path("") +
+                                " && unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM && " + program +
+                                " r.yaml in.vmb > said 2>&1";
+    return WEXITSTATUS(std::system(command.c_str()));
+  }
+  [[nodiscard]] std::string Said() const { return ReadFile(directory.Path("said")); }
+};
+
+TEST_F(PictureTest, AnImageShowsTheTrace) {
+  ASSERT_EQ(Run(VELMORA2_RUN,
+                "  - do: scale.10-v\n"
+                "  - view: {image: black.png, size: [800, 500]}\n"
+                "  - view: {image: white.png, size: [800, 500], white: true}\n"
+                "  - view: {image: full.PNG}\n"),
+            0)
+      << Said();
+  const QImage black(QString::fromStdString(directory.Path("black.png")));
+  const QImage white(QString::fromStdString(directory.Path("white.png")));
+  ASSERT_EQ(black.size(), QSize(800, 500));
+  EXPECT_EQ(QImage(QString::fromStdString(directory.Path("full.PNG"))).size(), QSize(1600, 900));
+  EXPECT_EQ(black.pixelColor(2, 2), QColor(Qt::black));
+  EXPECT_EQ(white.pixelColor(2, 2), QColor(Qt::white));
+  // The first channel steps up by a tenth of the height of the axes, right in their middle: below it to
+  // the left, above it to the right.
+  const QColor trace(0x56, 0xB4, 0xE9);
+  std::vector<int> rows(800, -1);
+  for (int k = 0; k < 800; ++k) {
+    for (int row = 100; row < 400; ++row) {
+      if (black.pixelColor(k, row) == trace) {
+        rows[static_cast<std::size_t>(k)] = row;
+      }
+    }
+  }
+  EXPECT_NEAR(rows[150] - rows[550], 0.1 * (500 - 70), 6);
+  EXPECT_GE(rows[150], 0);
+  const auto step = std::find(rows.begin(), rows.end(), rows[550]) - rows.begin();
+  EXPECT_GT(step, 300);
+  EXPECT_LT(step, 420);
+}
+
+TEST_F(PictureTest, TextStaysTextInSvgAndPdf) {
+  ASSERT_EQ(Run(VELMORA2_RUN, "  - view: {image: p.svg, white: true}\n  - view: {image: p.pdf}\n"), 0)
+      << Said();
+  const std::string svg = ReadFile(directory.Path("p.svg"));
+  for (const char* text : {">Single-axis Graph of ", ">Step (mV)</text>", ">&lt;L&gt; &amp; R (V)</text>",
+                           ">Time (s)</text>", ">0.5</text>", "<polyline"}) {
+    EXPECT_NE(svg.find(text), std::string::npos) << text;
+  }
+  EXPECT_EQ(svg.find("<image"), std::string::npos);
+  const std::string pdf = ReadFile(directory.Path("p.pdf"));
+  EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
+  EXPECT_NE(pdf.find("/Type /Font"), std::string::npos);
+  EXPECT_NE(pdf.find("/MediaBox [0 0 1200"), std::string::npos);  // 1600 pixels of 96 an inch, in points
+}
+
+TEST_F(PictureTest, WhatCannotBeDrawnFailsTheStepAndLeavesTheFile) {
+  WriteFile(directory.Path("old.png"), "old");
+  EXPECT_EQ(Run(VELMORA2_RUN, "  - view: {image: missing/p.png}\n"), 1);
+  EXPECT_NE(Said().find("cannot write missing/p.png"), std::string::npos) << Said();
+  EXPECT_EQ(Run(VELMORA2_RUN, "  - view: {close: true}\n  - view: {image: old.png}\n"), 1);
+  EXPECT_NE(Said().find("no graph is open"), std::string::npos) << Said();
+  // A program without the drawing module beside it.
+  const std::string alone = directory.Path("velmora2-run");
+  std::filesystem::copy_file(VELMORA2_RUN, alone);
+  EXPECT_EQ(Run(alone, "  - view: {image: old.png}\n"), 1);
+  EXPECT_NE(Said().find("pictures need the drawing module"), std::string::npos) << Said();
+  EXPECT_EQ(ReadFile(directory.Path("old.png")), "old");
+}
+
+}  // namespace
+}  // namespace velmora

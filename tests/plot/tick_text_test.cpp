@@ -1,0 +1,26 @@
+#include "plot/tick_text.hpp"
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+TEST(TickText, NumeralsArePlainOrHaveAPrefix) {
+  EXPECT_EQ(TickText(0.25, 0.05, 1.0), "0.25");
+  EXPECT_EQ(TickText(0.5, 0.25, 1.0), "0.50");
+  EXPECT_EQ(TickText(-20, 5, 20), "-20");
+  EXPECT_EQ(TickText(1200, 200, 45000), "1200");
+  EXPECT_EQ(TickText(250e3, 50e3, 300e3), "250 k");
+  EXPECT_EQ(TickText(1.5e6, 0.5e6, 2e6), "1.5 M");
+  EXPECT_EQ(TickText(-2.5e-6, 2.5e-6, 1e-5), "-2.5 µ");
+  EXPECT_EQ(TickText(2e-3, 1e-3, 9e-3), "2 m");
+  EXPECT_EQ(TickText(3e-17, 0.1, 1.0), "0");  // what rounding leaves of zero
+  // Decades.
+  EXPECT_EQ(TickText(0.1, 0, 0.1), "0.1");
+  EXPECT_EQ(TickText(1000, 0, 1000), "1000");
+  EXPECT_EQ(TickText(1e6, 0, 1e6), "1 M");
+  EXPECT_EQ(TickText(1e-4, 0, 1e-4), "100 µ");
+}
+
+}  // namespace
+}  // namespace velmora

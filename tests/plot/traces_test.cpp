@@ -1,0 +1,211 @@
+// What is painted, held against every single sample.
+#include <limits>
+#include <random>
+
+#include "plot/pixel_scale.hpp"
+#include "plot/trace_columns.hpp"
+#include "plot/trace_raster.hpp"
+#include "support/trials.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr int kWidth = 300;
+constexpr int kHeight = 200;
+
+using Pixels = std::vector<std::uint32_t>;
+
+struct TracesTest : testing::Test {
+  Trial trial;
+  Graph graph;
+  std::vector<TraceLook> looks;
+
+  void Plot(const std::vector<std::vector<float>>& channels, double rate) {
+    test::SetChannels(trial, channels, rate);
+    Replot();
+  }
+  void Replot() {
+    graph.PlotXY(trial);
+    looks.clear();
+    for (auto& plot : graph.Plots) {
+      plot.Visible = true;
+      looks.push_back({.colour = static_cast<std::uint32_t>(plot.Channel)});
+    }
+    graph.AutoScaleAbscissa();
+    graph.AutoScaleOrdinate();
+  }
+
+  [[nodiscard]] PixelScale X() const { return PixelScale::Across(graph.Abscissa, kWidth); }
+  [[nodiscard]] PixelScale Y() const { return PixelScale::Upward(graph.Ordinate, kHeight); }
+  [[nodiscard]] Pixels Painted() const {
+    Pixels pixels(kWidth * kHeight, 0);
+    PaintColumns(TraceColumns(graph, X(), Y()), looks, 0, {pixels.data(), kWidth, kWidth, kHeight});
+    return pixels;
+  }
+
+  // The place of a value on an axis by the definition alone; the end belongs to the last cell.
+  static int CellOf(double part, int cells) {
+    return part == 1 ? cells - 1 : static_cast<int>(std::floor(part * cells));
+  }
+  [[nodiscard]] int ColumnOf(std::int64_t i) const {
+    const double time = static_cast<double>(i - 1) / trial.Rate;
+    const Axis& axis = graph.Abscissa;
+    return CellOf((time - axis.Minimum) / (axis.Maximum - axis.Minimum), kWidth);
+  }
+  [[nodiscard]] int RowOf(double value) const {
+    const Axis& axis = graph.Ordinate;
+    return CellOf((axis.Maximum - value) / (axis.Maximum - axis.Minimum), kHeight);
+  }
+
+  // Back to front, each column from its least to its greatest sample, the one before included.
+  [[nodiscard]] Pixels PaintedPlainly() const {
+    Pixels pixels(kWidth * kHeight, 0);
+    for (int c = 1; c <= trial.NChan; ++c) {
+      std::vector<Extremes> columns(kWidth);
+      for (std::int64_t i = 1; i <= trial.NData; ++i) {
+        const int k = ColumnOf(i);
+        if (k < 0 || k >= kWidth) {
+          continue;
+        }
+        Extremes& own = columns[static_cast<std::size_t>(k)];
+        for (std::int64_t j = std::max<std::int64_t>(i - 1, 1); j <= i; ++j) {
+          if (j == i || ColumnOf(j) >= 0) {
+            own.min = std::min(own.min, trial.Data(j, c));
+            own.max = std::max(own.max, trial.Data(j, c));
+          }
+        }
+      }
+      for (int k = 0; k < kWidth; ++k) {
+        const Extremes& own = columns[static_cast<std::size_t>(k)];
+        for (int row = std::max(RowOf(own.max), 0); row <= std::min(RowOf(own.min), kHeight - 1); ++row) {
+          pixels[static_cast<std::size_t>(row * kWidth + k)] = static_cast<std::uint32_t>(c);
+        }
+      }
+    }
+    return pixels;
+  }
+};
+
+TEST_F(TracesTest, EveryPeakIsPaintedWhateverTheZoom) {
+  std::mt19937 random(11);
+  auto channels = test::NoiseChannels(5, 20'000);
+  for (auto& channel : channels) {
+    for (float& x : channel) {
+      x = random() % 500 == 0 ? 8 * x : x / 4;  // a single sample far from the rest
+    }
+  }
+  channels[4].assign(20'000, 0.3F);
+  Plot(channels, 1000.0);
+  ASSERT_EQ(Painted(), PaintedPlainly());
+  for (const auto& [left, right] : {std::pair(0.00037, 19.9), {1.2345, 9.8765}, {7.00013, 8.00029}}) {
+    graph.Abscissa.SetMinMax(left, right);
+    graph.Ordinate.SetMinMax(-3.33, 2.71);  // some peaks go beyond the edges
+    Pixels painted = Painted();
+    Pixels plain = PaintedPlainly();
+    // Column 0 begins where the line enters, not at the sample before.
+    for (int row = 0; row < kHeight; ++row) {
+      painted[static_cast<std::size_t>(row * kWidth)] = plain[static_cast<std::size_t>(row * kWidth)] = 0;
+    }
+    ASSERT_EQ(painted, plain) << left;
+  }
+}
+
+TEST_F(TracesTest, SamplesFarApartAreJoined) {
+  Plot(test::NoiseChannels(1, 41), 100.0);
+  for (std::int64_t i = 21; i <= 41; ++i) {
+    trial.Data(i, 0) += 1.5F;  // a cut left a gap in the times
+  }
+  Replot();
+  const TraceColumns columns(graph, X(), Y());
+  for (int k = 0; k < kWidth; ++k) {
+    ASSERT_FALSE(columns.At(k, 0).Empty()) << k;
+    if (k > 0) {
+      EXPECT_LE(columns.At(k, 0).top, columns.At(k - 1, 0).bottom + 1) << k;
+      EXPECT_GE(columns.At(k, 0).bottom, columns.At(k - 1, 0).top - 1) << k;
+    }
+  }
+  for (std::int64_t i = 1; i <= 41; ++i) {
+    const RowSpan& span = columns.At(X().Cell(graph.Times().At(i)), 0);
+    EXPECT_LE(span.top, RowOf(trial.Data(i, 1)) + 1);
+    EXPECT_GE(span.bottom, RowOf(trial.Data(i, 1)) - 1);
+  }
+  // In the middle of the gap the line is half way.
+  const double middle = (trial.Data(20, 0) + trial.Data(21, 0)) / 2;
+  const double value = (trial.Data(20, 1) + trial.Data(21, 1)) / 2;
+  EXPECT_NEAR(columns.At(X().Cell(middle), 0).top, RowOf(value), 1);
+}
+
+TEST_F(TracesTest, WhatIsNoNumberLeavesAGapAndTheLogarithmHidesWhatItHasNot) {
+  std::vector<float> samples(1000, 10.0F);
+  std::fill_n(samples.begin() + 400, 200, std::numeric_limits<float>::quiet_NaN());
+  samples[100] = 1000.0F;
+  samples[200] = -5.0F;
+  Plot({samples}, 1000.0);
+  graph.Ordinate.Log = true;
+  graph.Ordinate.SetMinMax(1, 1000);
+  const TraceColumns columns(graph, X(), Y());
+  EXPECT_TRUE(columns.At(X().Cell(0.5), 0).Empty());
+  EXPECT_EQ(columns.At(X().Cell(0.1), 0).top, 0);
+  // log10(10) is a third of the way from 1 to 1000.
+  EXPECT_NEAR(columns.At(X().Cell(0.3), 0).top, kHeight * 2 / 3, 1);
+  EXPECT_GT(columns.At(X().Cell(0.2), 0).bottom, kHeight);  // down and out
+}
+
+TEST_F(TracesTest, WideAndDashedLinesKeepTheirPeaks) {
+  std::vector<float> flat(3000, 0.0F);
+  flat[1507] = 1.0F;
+  Plot({flat}, 1000.0);
+  graph.Ordinate.SetMinMax(-2, 2);
+  looks[0].line = LineStyle::Dotted;
+  const Pixels dotted = Painted();
+  const auto at = [](const Pixels& pixels, int column, int row) {
+    return pixels[static_cast<std::size_t>(row * kWidth + column)];
+  };
+  int painted = 0;
+  for (int k = 0; k < kWidth; ++k) {
+    painted += at(dotted, k, RowOf(0.0)) != 0 ? 1 : 0;
+  }
+  EXPECT_NEAR(painted, kWidth * 2 / 5, 3);  // two of five
+  const int peak = ColumnOf(1508);
+  for (int row = RowOf(1.0); row <= RowOf(0.0); ++row) {
+    EXPECT_NE(at(dotted, peak, row), 0U) << row;
+  }
+  looks[0] = {.colour = 1, .width = 3};
+  const Pixels wide = Painted();
+  for (int k = peak - 1; k <= peak + 1; ++k) {
+    EXPECT_NE(at(wide, k, RowOf(1.0) - 1), 0U);
+  }
+  EXPECT_EQ(at(wide, peak, RowOf(1.0) - 2), 0U);
+}
+
+TEST_F(TracesTest, TimesThatGoBackDrawACurve) {
+  // A circle: each time twice. Its pixels lie on the circle, and each sample has its own.
+  std::vector<float> y(721);
+  for (std::size_t i = 0; i < y.size(); ++i) {
+    y[i] = static_cast<float>(std::sin(static_cast<double>(i) * 3.14159265 / 360));
+  }
+  Plot({y}, 100.0);
+  for (int i = 0; i <= 720; ++i) {
+    trial.Data(i + 1, 0) = static_cast<float>(std::cos(i * 3.14159265 / 360));
+  }
+  Replot();
+  ASSERT_FALSE(graph.Times().Sorted());
+  graph.Abscissa.SetMinMax(-1.5, 1.5);
+  graph.Ordinate.SetMinMax(-1.5, 1.5);
+  Pixels pixels(kWidth * kHeight, 0);
+  PaintCurve(graph, 1, looks[0], X(), Y(), {pixels.data(), kWidth, kWidth, kHeight});
+  for (std::int64_t i = 1; i <= 721; ++i) {
+    const int cell = Y().Cell(trial.Data(i, 1)) * kWidth + X().Cell(trial.Data(i, 0));
+    EXPECT_NE(pixels[static_cast<std::size_t>(cell)], 0U) << i;
+  }
+  for (int row = 0; row < kHeight; ++row) {
+    for (int k = 0; k < kWidth; ++k) {
+      if (pixels[static_cast<std::size_t>(row * kWidth + k)] != 0) {
+        EXPECT_NEAR(std::hypot(X().Value(k + 0.5), Y().Value(row + 0.5)), 1.0, 0.03) << k << ' ' << row;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velmora
