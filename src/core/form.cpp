@@ -103,6 +103,7 @@ const FormButton* Form::FindButton(std::string_view caption) const {
 void Form::Edit(const FormField& field, std::string_view text) {
   RefuseReadOnly(field);
   std::visit(EditOne{field, text}, field.target);
+  NoteEdit(field, 0);
   if (field.edited) {
     field.edited();
   }
@@ -122,14 +123,27 @@ void Form::Edit(const FormField& field, int channel, std::string_view text) {
     Refuse(field, "is not a value per channel");
   }
   editedChannel_ = channel;
+  NoteEdit(field, channel);
   if (field.edited) {
     field.edited();
   }
 }
 
+void Form::NoteEdit(const FormField& field, int channel) {
+  std::erase_if(edits_,
+                [&](const EditMade& edit) { return edit.field == &field && edit.channel == channel; });
+  edits_.push_back({&field, channel});
+}
+
 void Form::Show(Workbench& workbench) {
+  struct Closing {
+    Questions& questions;
+    Form& form;
+    ~Closing() { questions.EndForm(form); }
+  } const closing{workbench.questions, *this};
   bool open = true;
   while (open) {
+    edits_.clear();
     const std::string caption = workbench.questions.AskForm(*this);
     const FormButton* button = FindButton(caption);
     if (button == nullptr) {

@@ -79,6 +79,14 @@ class Form {
   /// The same for one channel of a per-channel field.
   void Edit(const FormField& field, int channel, std::string_view text);
 
+  /// One field, or one channel of it (0: it is no field per channel), that was edited.
+  struct EditMade {
+    const FormField* field = nullptr;
+    int channel = 0;
+  };
+  /// What was edited since the form last asked for a button; each once, the last edited last.
+  [[nodiscard]] const std::vector<EditMade>& Edits() const { return edits_; }
+
   /// Shows the form until a button closes it.
   void Show(Workbench& workbench);
 
@@ -91,9 +99,12 @@ class Form {
   std::vector<ResultTable> tables_;
 
  private:
+  void NoteEdit(const FormField& field, int channel);
+
   std::string name_;
   std::string title_;
   int editedChannel_ = 0;
+  std::vector<EditMade> edits_;
 };
 
 }  // namespace velmora

@@ -44,6 +44,11 @@ ChannelPicker::ChannelPicker(Workbench& workbench)
 }
 
 bool ChannelPicker::Show() {
+  struct Closing {
+    Questions& questions;
+    ChannelPicker& picker;
+    ~Closing() { questions.EndPick(picker); }
+  } const closing{workbench_.questions, *this};
   while (open_) {
     Press(workbench_.questions.AskPick(*this));
   }

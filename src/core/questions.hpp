@@ -78,10 +78,14 @@ class Questions {
   /// pressed, as a caption without '&' ("Process", "Cancel"). Called again while the picker stays
   /// open; whoever calls presses the button, not the answerer.
   virtual std::string AskPick(ChannelPicker& picker) = 0;
+  /// The picker has closed; it is not asked about again.
+  virtual void EndPick(ChannelPicker& /*picker*/) {}
 
   /// Edits the form's fields, then returns the caption of the button pressed. "OK" always means the
   /// accepting button. Called again while the form stays open.
   virtual std::string AskForm(Form& form) = 0;
+  /// The form has closed; it is not asked about again.
+  virtual void EndForm(Form& /*form*/) {}
 
   /// A panel has come up, has changed, or is about to go. Nothing is answered here: Cancel reaches
   /// the program through ProgressPanel::PressCancel.

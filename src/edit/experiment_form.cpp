@@ -60,7 +60,7 @@ class ExperimentForm : public Form {
     height_ = native::Get<float>(records.FILMINFO, native::kHeight);
     fields_.push_back({.name = "txtMass", .caption = "&Mass", .target = &mass_});
     fields_.push_back({.name = "txtHeight", .caption = "&Height", .target = &height_});
-    fields_.push_back({.name = "lblNote", .caption = "", .target = &note_});
+    fields_.push_back({.name = "lblNote", .caption = "", .target = &note_, .readOnly = true});
     buttons_ = {{.caption = "&OK", .role = FormButton::Role::Accept, .press = [this] { return Keep(); }},
                 {.caption = "&Cancel", .role = FormButton::Role::Cancel, .press = [] { return true; }}};
     before_ = texts_;

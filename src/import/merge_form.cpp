@@ -33,7 +33,7 @@ class MergeForm : public Form {
                      "&Normalize to current data size to match next file loaded",
                      "&Truncate or pad current data to match size of next file",
                      "&Truncate or pad next file to match current data size"}},
-        {.name = "lblMessage", .caption = "Current data", .target = &message_},
+        {.name = "lblMessage", .caption = "Current data", .target = &message_, .readOnly = true},
     };
     const auto role = [](bool accept) { return accept ? FormButton::Role::Accept : FormButton::Role::Other; };
     buttons_ = {

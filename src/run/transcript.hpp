@@ -27,7 +27,9 @@ class TranscriptQuestions : public Questions {
   std::string AskInput(const InputQuestion& question) override;
   std::vector<std::string> AskFile(const FileQuestion& question) override;
   std::string AskPick(ChannelPicker& picker) override;
+  void EndPick(ChannelPicker& picker) override { answerer_.EndPick(picker); }
   std::string AskForm(Form& form) override;
+  void EndForm(Form& form) override { answerer_.EndForm(form); }
   void ShowProgress(ProgressPanel& panel) override;
   void EndProgress(ProgressPanel& panel) override;
 

@@ -101,7 +101,7 @@ void ParseForm::AddFurtherFields() {
        .lowest = 0,
        .highest = static_cast<double>(header_.lines.size()),
        .prompt = "Enter number of the line that holds the units of the columns (0=none)."},
-      {.name = "lblMessage", .caption = "Message", .target = &remark_},
+      {.name = "lblMessage", .caption = "Message", .target = &remark_, .readOnly = true},
   };
   fields_.insert(fields_.end(), further.begin(), further.end());
 }

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDialog>
+#include <QEventLoop>
+#include <string>
+
+namespace velmora::ui {
+
+/// A dialogue that is asked for a button more than once: it stays on the screen while what the button
+/// does goes on, and is asked again or deleted then.
+class AskingDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit AskingDialog(QWidget* parent);
+
+  /// Shows the dialogue and waits for a button. Returns its caption without '&'.
+  std::string Ask();
+
+ protected:
+  /// The caption that Esc and the window's close button stand for.
+  void SetCancelCaption(const std::string& caption) { cancelCaption_ = caption; }
+  /// Ends the waiting.
+  void Press(const std::string& caption);
+  /// Called each time before the dialogue waits: shows what changed meanwhile.
+  virtual void Refresh() = 0;
+
+  void reject() override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QEventLoop loop_;
+  std::string pressed_;
+  std::string cancelCaption_ = "Cancel";
+};
+
+}  // namespace velmora::ui

@@ -1,0 +1,216 @@
+#include "ui/channel_table_view.hpp"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <map>
+
+#include "ui/channel_drawing.hpp"
+
+namespace velmora::ui {
+namespace {
+
+using Kind = ChannelColumn::Kind;
+
+/// Paints what is no text.
+class ChannelDelegate : public QStyledItemDelegate {
+ public:
+  ChannelDelegate(const Workbench& workbench, const ChannelTraces* traces, ChannelTableView* view)
+      : QStyledItemDelegate(view), workbench_(workbench), traces_(traces), view_(view) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const Kind kind = static_cast<const ChannelTableModel*>(index.model())->Column(index.column()).kind;
+    const int channel = ChannelTableModel::ChannelOf(index);
+    if (kind == Kind::Choice) {
+      PaintChoice(painter, option, index);
+      return;
+    }
+    QStyledItemDelegate::paint(painter, option, index);
+    const Trial& trial = workbench_.trial;
+    if (kind == Kind::Swatch) {
+      PaintSwatch(*painter, option.rect,
+                  ChannelColour(trial.ChanColour[static_cast<std::size_t>(channel)], view_->palette()));
+    } else if (kind == Kind::Trace && traces_ != nullptr) {
+      PaintTrace(*painter, option.rect.adjusted(6, 0, -6, 0), trial, *traces_, channel, view_->palette());
+    }
+  }
+
+ private:
+  // A round button instead of a box: one of all channels.
+  void PaintChoice(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    const bool on = item.checkState == Qt::Checked;
+    item.features &= ~QStyleOptionViewItem::HasCheckIndicator;
+    QStyle* style = view_->style();
+    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, view_);
+    QStyleOptionButton button;
+    button.state = QStyle::State_Enabled | (on ? QStyle::State_On : QStyle::State_Off);
+    const QSize size = style->subElementRect(QStyle::SE_RadioButtonIndicator, &button, view_).size();
+    button.rect = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, option.rect);
+    button.palette = view_->palette();
+    style->drawPrimitive(QStyle::PE_IndicatorRadioButton, &button, painter, view_);
+  }
+
+  const Workbench& workbench_;
+  const ChannelTraces* traces_;
+  ChannelTableView* view_;
+};
+
+int WidthOf(Kind kind) {
+  switch (kind) {
+    case Kind::Swatch:
+      return 26;
+    case Kind::Check:
+    case Kind::Choice:
+      return 34;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+ChannelTableView::ChannelTableView(const Workbench& workbench, const ChannelTraces* traces,
+                                   ChannelTableModel* model, QWidget* parent)
+    : QTableView(parent), channels_(model) {
+  setModel(model);
+  setItemDelegate(new ChannelDelegate(workbench, traces, this));
+  setSelectionBehavior(SelectRows);
+  setShowGrid(false);
+  setAlternatingRowColors(true);
+  setWordWrap(false);
+  setTabKeyNavigation(false);
+  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed | SelectedClicked);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->hide();
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
+  QHeaderView* head = horizontalHeader();
+  head->setHighlightSections(false);
+  head->setMinimumSectionSize(24);
+  for (int k = 0; k < model->columnCount({}); ++k) {
+    const Kind kind = model->Column(k).kind;
+    if (const int width = WidthOf(kind); width > 0) {
+      head->setSectionResizeMode(k, QHeaderView::Fixed);
+      head->resizeSection(k, width);
+    } else if (kind == Kind::Trace) {
+      head->setSectionResizeMode(k, QHeaderView::Stretch);
+    } else {
+      resizeColumnToContents(k);
+      head->resizeSection(k, head->sectionSize(k) + 14);
+    }
+  }
+}
+
+void ChannelTableView::ShowOnly(const QString& search) {
+  for (int row = 0; row < channels_->rowCount({}); ++row) {
+    bool found = search.isEmpty();
+    for (int k = 0; k < channels_->columnCount({}) && !found; ++k) {
+      found = channels_->index(row, k).data().toString().contains(search, Qt::CaseInsensitive);
+    }
+    setRowHidden(row, !found);
+  }
+}
+
+int ChannelTableView::CurrentChannel() const {
+  return currentIndex().isValid() ? ChannelTableModel::ChannelOf(currentIndex()) : 0;
+}
+
+void ChannelTableView::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) {
+    CopyCells();
+  } else if (event->matches(QKeySequence::Paste)) {
+    PasteCells();
+  } else if (event->key() == Qt::Key_Delete && state() != EditingState) {
+    ClearCells();
+  } else if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+    ToggleChecks();
+  } else {
+    QTableView::keyPressEvent(event);
+  }
+}
+
+void ChannelTableView::CopyCells() {
+  QStringList lines;
+  QModelIndexList rows = selectionModel()->selectedRows();
+  std::sort(rows.begin(), rows.end());
+  for (const QModelIndex& row : rows) {
+    QStringList cells;
+    for (int k = 0; k < channels_->columnCount({}); ++k) {
+      const ChannelColumn& column = channels_->Column(k);
+      if (column.text) {
+        cells << row.siblingAtColumn(k).data().toString();
+      } else if (column.checked) {
+        cells << (column.checked(ChannelTableModel::ChannelOf(row)) ? QStringLiteral("1")
+                                                                    : QStringLiteral("0"));
+      }
+    }
+    lines << cells.join('\t');
+  }
+  QApplication::clipboard()->setText(lines.join('\n'));
+}
+
+// Cells go to the columns that take them, from the current one on; rows of the clipboard to channels.
+void ChannelTableView::PasteCells() {
+  const QModelIndex from = currentIndex();
+  QString text = QApplication::clipboard()->text();
+  text.remove('\r');
+  if (!from.isValid() || text.isEmpty()) {
+    return;
+  }
+  if (text.endsWith('\n')) {
+    text.chop(1);
+  }
+  std::vector<int> takers;
+  for (int k = 0; k < channels_->columnCount({}); ++k) {
+    if (k >= from.column() && (channels_->Column(k).edit || channels_->Column(k).check)) {
+      takers.push_back(k);
+    }
+  }
+  int row = from.row();
+  for (const QString& line : text.split('\n')) {
+    const QStringList cells = line.split('\t');
+    for (std::size_t k = 0; k < takers.size() && k < static_cast<std::size_t>(cells.size()); ++k) {
+      const QModelIndex cell = channels_->index(row, takers[k]);
+      const QString typed = cells[static_cast<qsizetype>(k)].trimmed();
+      if (!cell.isValid()) {
+        continue;
+      }
+      if (channels_->Column(takers[k]).check) {
+        channels_->setData(cell, typed.toDouble() != 0 ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+      } else {
+        channels_->setData(cell, typed, Qt::EditRole);
+      }
+    }
+    ++row;
+  }
+}
+
+void ChannelTableView::ClearCells() {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid() || channels_->Column(current.column()).kind != Kind::Number) {
+    return;
+  }
+  for (const QModelIndex& row : selectionModel()->selectedRows()) {
+    channels_->setData(row.siblingAtColumn(current.column()), QStringLiteral("0"), Qt::EditRole);
+  }
+}
+
+void ChannelTableView::ToggleChecks() {
+  for (int k = 0; k < channels_->columnCount({}); ++k) {
+    const ChannelColumn& column = channels_->Column(k);
+    if (!column.check) {
+      continue;
+    }
+    const bool on = !column.checked(CurrentChannel());
+    for (const QModelIndex& row : selectionModel()->selectedRows()) {
+      channels_->setData(row.siblingAtColumn(k), on ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+    }
+    return;
+  }
+}
+
+}  // namespace velmora::ui

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QTableView>
+
+#include "ui/channel_table_model.hpp"
+#include "ui/channel_traces.hpp"
+
+namespace velmora::ui {
+
+/// Shows a ChannelTableModel: swatches and traces are painted, cells are copied and pasted as a
+/// spreadsheet does it, and a search text hides the channels that do not have it.
+class ChannelTableView : public QTableView {
+  Q_OBJECT
+
+ public:
+  /// `traces` may be nullptr when no column shows any.
+  ChannelTableView(const Workbench& workbench, const ChannelTraces* traces, ChannelTableModel* model,
+                   QWidget* parent = nullptr);
+
+  void ShowOnly(const QString& search);
+  /// 0 when there is none.
+  [[nodiscard]] int CurrentChannel() const;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void CopyCells();
+  void PasteCells();
+  void ClearCells();
+  void ToggleChecks();
+
+  ChannelTableModel* channels_;
+};
+
+}  // namespace velmora::ui

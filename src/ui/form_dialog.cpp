@@ -1,0 +1,276 @@
+#include "ui/form_dialog.hpp"
+
+#include <QBoxLayout>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTableWidget>
+
+#include "core/numbers.hpp"
+#include "core/text.hpp"
+#include "ui/text.hpp"
+#include "ui/theme.hpp"
+
+namespace velmora::ui {
+namespace {
+
+constexpr std::size_t kFieldsThatFit = 18;
+
+bool IsPerChannel(const FormField& field) {
+  return std::holds_alternative<ChannelNumbers*>(field.target) ||
+         std::holds_alternative<ChannelFlags*>(field.target);
+}
+
+std::size_t At(int channel) {
+  return static_cast<std::size_t>(channel);
+}
+
+QLabel* RemarkLabel(const QString& text) {
+  auto* label = new QLabel(text);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  QPalette palette = label->palette();
+  palette.setColor(QPalette::WindowText, QuietColour(palette));
+  label->setPalette(palette);
+  return label;
+}
+
+QTableWidget* TableOf(const ResultTable& results) {
+  auto* table =
+      new QTableWidget(static_cast<int>(results.rows.size()), static_cast<int>(results.columns.size()));
+  for (int k = 0; k < table->columnCount(); ++k) {
+    table->setHorizontalHeaderItem(k, new QTableWidgetItem(ToQt(results.columns[At(k)])));
+  }
+  for (int row = 0; row < table->rowCount(); ++row) {
+    for (int k = 0; k < table->columnCount(); ++k) {
+      const ResultTable::Cell& cell = results.rows[At(row)][At(k)];
+      const double* number = std::get_if<double>(&cell);
+      auto* item =
+          new QTableWidgetItem(ToQt(number != nullptr ? PlainNumber(*number) : std::get<std::string>(cell)));
+      item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+      if (number != nullptr) {
+        item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+      }
+      table->setItem(row, k, item);
+    }
+  }
+  table->verticalHeader()->hide();
+  table->resizeColumnsToContents();
+  table->horizontalHeader()->setStretchLastSection(true);
+  table->setMinimumSize(360, 220);
+  return table;
+}
+
+}  // namespace
+
+FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* picture, QWidget* parent)
+    : AskingDialog(parent), form_(form), workbench_(workbench), picture_(picture) {
+  setObjectName(ToQt(form.Name()));
+  setWindowTitle(ToQt(form.Title()));
+  auto* layout = new QVBoxLayout(this);
+  layout->setSpacing(14);
+  auto* sides = new QHBoxLayout;
+  sides->setSpacing(18);
+  layout->addLayout(sides, 1);
+  if (QWidget* fields = MakeFields()) {
+    sides->addWidget(fields, 0, Qt::AlignTop);
+  }
+  auto* wide = new QVBoxLayout;
+  AddTable(wide);
+  if (picture_ != nullptr) {
+    wide->addWidget(picture_, 1);
+  }
+  AddResults(wide);
+  if (wide->count() > 0) {
+    sides->addLayout(wide, 1);
+  }
+  AddButtons(layout);
+}
+
+QWidget* FormDialog::MakeFields() {
+  auto* fields = new QWidget;
+  auto* rows = new QFormLayout(fields);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setRowWrapPolicy(QFormLayout::DontWrapRows);
+  rows->setVerticalSpacing(9);
+  rows->setHorizontalSpacing(14);
+  rows->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
+  for (const FormField& field : form_.Fields()) {
+    if (IsPerChannel(field)) {
+      continue;
+    }
+    FieldEditor* editor = MakeFieldEditor(form_, field, fields);
+    editors_.push_back(editor);
+    connect(editor, &FieldEditor::Edited, this, [this] { FieldsChanged(); });
+    const FieldCaption caption = SplitCaption(field);
+    if (editor->ShowsCaption() || caption.name.isEmpty()) {
+      rows->addRow(editor);
+    } else {
+      auto* label = new QLabel(caption.name);
+      label->setBuddy(editor);
+      label->setWordWrap(caption.name.size() > 30);
+      rows->addRow(label, editor);
+    }
+    if (!caption.remark.isEmpty()) {
+      rows->addRow(QString(), RemarkLabel(caption.remark));
+    }
+  }
+  if (editors_.empty()) {
+    delete fields;
+    return nullptr;
+  }
+  if (editors_.size() <= kFieldsThatFit) {
+    return fields;
+  }
+  auto* scroll = new QScrollArea;
+  scroll->setWidget(fields);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setMinimumSize(720, 480);
+  return scroll;
+}
+
+ChannelColumn FormDialog::ColumnOf(const FormField& field) {
+  ChannelColumn column;
+  column.head = ToQt(WithoutMnemonic(ToStd(SplitCaption(field).name)));
+  if (!field.units.empty()) {
+    column.head += QStringLiteral(" (") + ToQt(field.units) + QStringLiteral(")");
+  }
+  column.tip = SplitCaption(field).remark;
+  const FormField* target = &field;
+  if (ChannelFlags* const* flags = std::get_if<ChannelFlags*>(&field.target)) {
+    column.kind = ChannelColumn::Kind::Check;
+    column.checked = [values = *flags](int channel) { return (*values)[At(channel)]; };
+    if (!field.readOnly) {
+      column.check = [this, target](int channel, bool on) {
+        form_.Edit(*target, channel, on ? "true" : "false");
+      };
+    }
+    return column;
+  }
+  column.kind = ChannelColumn::Kind::Number;
+  column.text = [values = std::get<ChannelNumbers*>(field.target)](int channel) {
+    return ToQt(PlainNumber((*values)[At(channel)]));
+  };
+  if (!field.readOnly) {
+    column.edit = [this, target](int channel, const QString& typed) {
+      form_.Edit(*target, channel, ToStd(typed));
+    };
+  }
+  return column;
+}
+
+void FormDialog::AddTable(QBoxLayout* to) {
+  std::vector<ChannelColumn> columns = {SwatchColumn(), NumberColumn(), LabelColumn(workbench_),
+                                        UnitsColumn(workbench_)};
+  const std::size_t given = columns.size();
+  for (const FormField& field : form_.Fields()) {
+    if (IsPerChannel(field)) {
+      columns.push_back(ColumnOf(field));
+    }
+  }
+  if (columns.size() == given) {
+    return;
+  }
+  model_ = new ChannelTableModel(workbench_, std::move(columns), this);
+  table_ = new ChannelTableView(workbench_, nullptr, model_, this);
+  table_->setMinimumSize(460, 240);
+  table_->horizontalHeader()->setStretchLastSection(true);
+  connect(model_, &ChannelTableModel::Edited, this, [this] { FieldsChanged(); });
+  connect(model_, &ChannelTableModel::Refused, this, [this](const QString& why) { refusal_->setText(why); });
+  connect(table_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+    if (picture_ != nullptr) {
+      picture_->Show(table_->CurrentChannel());
+    }
+  });
+  to->addWidget(table_, 2);
+  for (const FormField& field : form_.Fields()) {
+    const FieldCaption caption = SplitCaption(field);
+    if (IsPerChannel(field) && !caption.remark.isEmpty()) {
+      to->addWidget(RemarkLabel(caption.name + QStringLiteral(": ") + caption.remark));
+    }
+  }
+}
+
+void FormDialog::AddResults(QBoxLayout* to) {
+  for (const ResultTable& results : form_.Tables()) {
+    auto* title = new QLabel(ToQt(results.title));
+    title->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    to->addWidget(title);
+    to->addWidget(TableOf(results), 1);
+  }
+}
+
+void FormDialog::AddButtons(QBoxLayout* to) {
+  auto* row = new QHBoxLayout;
+  refusal_ = new QLabel;
+  refusal_->setTextFormat(Qt::PlainText);
+  QPalette palette = refusal_->palette();
+  palette.setColor(QPalette::WindowText, WarningColour(palette));
+  refusal_->setPalette(palette);
+  to->addWidget(refusal_);
+  std::vector<QPushButton*> right;
+  for (const FormButton& button : form_.Buttons()) {
+    auto* push = new QPushButton(ToQt(button.caption));
+    push->setAutoDefault(false);
+    push->setDefault(button.role == FormButton::Role::Accept);
+    connect(push, &QPushButton::clicked, this, [this, &button] { PressButton(button); });
+    if (button.role == FormButton::Role::Other) {
+      row->addWidget(push);
+    } else {
+      right.push_back(push);
+    }
+    if (button.role == FormButton::Role::Cancel) {
+      SetCancelCaption(WithoutMnemonic(button.caption));
+    }
+  }
+  row->addStretch();
+  for (QPushButton* push : right) {
+    row->addWidget(push);
+  }
+  to->addLayout(row);
+  const bool cancels =
+      std::any_of(form_.Buttons().begin(), form_.Buttons().end(),
+                  [](const FormButton& button) { return button.role == FormButton::Role::Cancel; });
+  if (!cancels) {
+    SetCancelCaption("OK");
+  }
+}
+
+void FormDialog::PressButton(const FormButton& button) {
+  if (button.role != FormButton::Role::Cancel) {
+    for (FieldEditor* editor : editors_) {
+      if (!editor->Commit()) {
+        editor->setFocus();
+        return;
+      }
+    }
+  }
+  Press(WithoutMnemonic(button.caption));
+}
+
+void FormDialog::Refresh() {
+  FieldsChanged();
+}
+
+void FormDialog::FieldsChanged() {
+  refusal_->clear();
+  for (FieldEditor* editor : editors_) {
+    editor->Refresh();
+  }
+  if (model_ != nullptr) {
+    model_->Refresh();
+  }
+  if (picture_ != nullptr) {
+    picture_->Show(table_ != nullptr ? table_->CurrentChannel() : 0);
+  }
+}
+
+std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, QWidget* parent) {
+  return std::make_unique<FormDialog>(form, workbench, nullptr, parent);
+}
+
+}  // namespace velmora::ui

@@ -1,0 +1,138 @@
+#include "ui/theme.hpp"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QStyleFactory>
+
+namespace velmora::ui {
+namespace {
+
+constexpr int kDesktopAnswersWithin = 150;  // ms
+constexpr int kPrefersDark = 1;
+
+QColor Mixed(const QColor& a, const QColor& b, float part) {
+  return QColor::fromRgbF(a.redF() * (1 - part) + b.redF() * part,
+                          a.greenF() * (1 - part) + b.greenF() * part,
+                          a.blueF() * (1 - part) + b.blueF() * part);
+}
+
+struct Tones {
+  QColor window;
+  QColor base;
+  QColor alternate;
+  QColor text;
+  QColor button;
+  QColor line;
+  QColor accent;
+};
+
+const Tones kLight = {.window = QColor(0xF4F5F7),
+                      .base = QColor(0xFFFFFF),
+                      .alternate = QColor(0xF8F9FB),
+                      .text = QColor(0x1D2430),
+                      .button = QColor(0xFBFBFC),
+                      .line = QColor(0xC9CED6),
+                      .accent = QColor(0x1F6FB2)};
+const Tones kDark = {.window = QColor(0x1F2329),
+                     .base = QColor(0x16191E),
+                     .alternate = QColor(0x1A1E24),
+                     .text = QColor(0xE3E7ED),
+                     .button = QColor(0x2B3038),
+                     .line = QColor(0x3A414B),
+                     .accent = QColor(0x4A9BDC)};
+
+QPalette PaletteOf(const Tones& tones) {
+  QPalette palette;
+  const auto set = [&palette](QPalette::ColorRole role, const QColor& colour) {
+    palette.setColor(role, colour);
+  };
+  set(QPalette::Window, tones.window);
+  set(QPalette::WindowText, tones.text);
+  set(QPalette::Base, tones.base);
+  set(QPalette::AlternateBase, tones.alternate);
+  set(QPalette::Text, tones.text);
+  set(QPalette::Button, tones.button);
+  set(QPalette::ButtonText, tones.text);
+  set(QPalette::BrightText, Qt::white);
+  set(QPalette::ToolTipBase, tones.base);
+  set(QPalette::ToolTipText, tones.text);
+  set(QPalette::PlaceholderText, Mixed(tones.text, tones.base, 0.55F));
+  set(QPalette::Highlight, tones.accent);
+  set(QPalette::HighlightedText, Qt::white);
+  set(QPalette::Link, tones.accent);
+  set(QPalette::Light, Mixed(tones.window, Qt::white, 0.08F));
+  set(QPalette::Midlight, Mixed(tones.window, tones.line, 0.4F));
+  set(QPalette::Mid, tones.line);
+  set(QPalette::Dark, Mixed(tones.line, Qt::black, 0.25F));
+  set(QPalette::Shadow, Mixed(tones.line, Qt::black, 0.6F));
+  for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, Mixed(tones.text, tones.window, 0.58F));
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, tones.line);
+  return palette;
+}
+
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightnessF() < 0.5;
+}
+
+// The desktop's portal knows; a desktop without one has told Qt by its palette.
+bool DesktopPrefersDark(const QPalette& given) {
+  if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
+    return IsDark(given);
+  }
+  QDBusMessage ask = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
+      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
+  ask << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+  const QDBusMessage answer = QDBusConnection::sessionBus().call(ask, QDBus::Block, kDesktopAnswersWithin);
+  if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
+    return IsDark(given);
+  }
+  QVariant value = answer.arguments().constFirst();
+  while (value.canConvert<QDBusVariant>()) {
+    value = value.value<QDBusVariant>().variant();
+  }
+  return value.toInt() == kPrefersDark || (value.toInt() == 0 && IsDark(given));
+}
+
+QString StyleSheet(const Tones& tones) {
+  return QStringLiteral(
+             "QToolTip { color: %1; background: %2; border: 1px solid %3; padding: 4px; }"
+             "QTableView, QTreeView, QListView { border: 1px solid %3; border-radius: 4px; }"
+             "QHeaderView::section { background: %4; color: %1; border: none; border-bottom: 1px solid %3;"
+             " padding: 5px 6px; }"
+             "QToolBar { border: none; border-bottom: 1px solid %3; spacing: 2px; padding: 3px 6px; }"
+             "QToolButton { padding: 4px 8px; border: 1px solid transparent; border-radius: 4px; }"
+             "QToolBar QToolButton:hover:enabled { background: %5; border-color: %3; }"
+             "QToolBar QToolButton:pressed { background: %3; }"
+             "QMainWindow::separator { background: %3; width: 1px; height: 1px; }"
+             "QStatusBar { border-top: 1px solid %3; } QStatusBar::item { border: none; }"
+             "QDockWidget::title { padding: 6px 8px; background: %4; }"
+             "QTabBar::tab { padding: 5px 12px; }")
+      .arg(tones.text.name(), tones.base.name(), tones.line.name(), tones.window.name(), tones.button.name());
+}
+
+}  // namespace
+
+void ApplyTheme(QApplication& app, ThemeChoice choice) {
+  const QPalette given = QApplication::palette();
+  const bool dark =
+      choice == ThemeChoice::Dark || (choice == ThemeChoice::Desktop && DesktopPrefersDark(given));
+  const Tones& tones = dark ? kDark : kLight;
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setPalette(PaletteOf(tones));
+  app.setStyleSheet(StyleSheet(tones));
+}
+
+QColor QuietColour(const QPalette& palette) {
+  return Mixed(palette.color(QPalette::Text), palette.color(QPalette::Window), 0.42F);
+}
+
+QColor WarningColour(const QPalette& palette) {
+  return IsDark(palette) ? QColor(0xF0A060) : QColor(0xB4480E);
+}
+
+}  // namespace velmora::ui
