@@ -1,9 +1,9 @@
 # Fails when an include points the wrong way between the folders of src/:
-#   core <- import, export, edit, dsp, emg, forceplate, impact, graph, events <- app <- run, plot <- ui
+#   core <- browse, import, export, edit, dsp, emg, forceplate, impact, graph, events <- app <- run, plot <- ui
 # Among the middle folders includes may follow a need but never form a circle. Qt stays in plot and ui.
 # Usage: cmake -DSOURCE_DIR=<src> -P check_includes.cmake
 
-set(middle import export edit dsp emg forceplate impact graph events)
+set(middle browse import export edit dsp emg forceplate impact graph events)
 set(rank_core 0)
 set(rank_app 2)
 set(rank_run 3)

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "browse/file_commands.hpp"
 #include "core/helpers.hpp"
 #include "core/text.hpp"
 #include "dsp/bias_commands.hpp"
@@ -26,7 +27,7 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
+       {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
         SmoothCommands(), BiasCommands(), TimeBaseCommands(), GraphCommands(), LookCommands(),
         CropCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
@@ -74,6 +75,7 @@ const Command* FindCommand(std::string_view id) {
 
 void RunCommand(Workbench& workbench, const Command& command) {
   std::string fault;
+  const ActionScope action(workbench.listener, &command);
   const ViewRefresh refresh(workbench, command);
   try {
     command.run(workbench);

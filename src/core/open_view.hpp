@@ -14,6 +14,20 @@ struct KeyPress {
   bool alt = false;
 };
 
+/// A cursor (from 1) that was dragged to x.
+struct CursorMove {
+  int cursor = 1;
+  double x = 0.0;
+};
+
+enum class Clicked { Once, Twice, Right };
+
+/// A click in a graph (from 1).
+struct GraphClick {
+  int graph = 1;
+  Clicked how = Clicked::Once;
+};
+
 /// What a view asks of the window it is drawn in. Without a window nobody hears it.
 enum class WindowRequest { Beep, Maximise, Normal, FullWidth, FullHeight, Calculator };
 

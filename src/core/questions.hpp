@@ -41,7 +41,7 @@ struct InputQuestion {
 };
 
 struct FileQuestion {
-  enum class Mode { Open, Save };
+  enum class Mode { Open, Save, Directory };
 
   Mode mode = Mode::Open;
   std::string title;

@@ -1,15 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "core/action_listener.hpp"
 #include "core/open_view.hpp"
 #include "core/picker.hpp"
 #include "core/preferences.hpp"
 #include "core/questions.hpp"
 #include "core/result_table.hpp"
+#include "core/shell_request.hpp"
 #include "core/trial.hpp"
 
 namespace velmora {
@@ -63,6 +66,9 @@ struct Workbench {
   ~Workbench() = default;
 
   Questions& questions;
+  /// Hears of every command and of what is done in the view; may be missing.
+  ActionListener* listener = nullptr;
+  std::function<void(ShellRequest)> onShellRequest;
   Trial trial;
   ChooserState chooser;
   NativeRecords records;

@@ -70,18 +70,6 @@ struct InfoStep {
   std::string file;
 };
 
-enum class Clicked { Once, Twice, Right };
-
-struct ClickGesture {
-  int graph = 1;
-  Clicked how = Clicked::Once;
-};
-
-struct MoveGesture {
-  int cursor = 1;
-  double x = 0.0;
-};
-
 struct CloseGesture {};
 
 struct ImageGesture {
@@ -93,7 +81,7 @@ struct ImageGesture {
 
 /// Something a person does in the view that is open.
 struct ViewStep {
-  std::variant<CloseGesture, KeyPress, MoveGesture, ClickGesture, ImageGesture> what;
+  std::variant<CloseGesture, KeyPress, CursorMove, GraphClick, ImageGesture> what;
   std::vector<Answer> answers;
 };
 

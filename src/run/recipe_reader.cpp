@@ -331,13 +331,13 @@ ViewStep Reader::ReadView(const YAML::Node& step) const {
   if (given("key")) {
     view.what = Key(node["key"]);
   } else if (given("move")) {
-    view.what = MoveGesture{Count(node["move"], "cursor"), Number(node["x"], "x")};
+    view.what = CursorMove{Count(node["move"], "cursor"), Number(node["x"], "x")};
   } else if (given("click")) {
-    view.what = ClickGesture{Count(node["click"], "graph"), Clicked::Once};
+    view.what = GraphClick{Count(node["click"], "graph"), Clicked::Once};
   } else if (given("double-click")) {
-    view.what = ClickGesture{Count(node["double-click"], "graph"), Clicked::Twice};
+    view.what = GraphClick{Count(node["double-click"], "graph"), Clicked::Twice};
   } else if (given("right-click")) {
-    view.what = ClickGesture{Count(node["right-click"], "graph"), Clicked::Right};
+    view.what = GraphClick{Count(node["right-click"], "graph"), Clicked::Right};
   } else if (given("image")) {
     view.what = Image(node);
   } else if (!Flag(node["close"], "close")) {

@@ -6,8 +6,7 @@
 
 #include "app/command_table.hpp"
 #include "core/files.hpp"
-#include "graph/single_view.hpp"
-#include "run/drawing.hpp"
+#include "run/gesture.hpp"
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
 
@@ -24,48 +23,6 @@ std::string FullPath(const std::string& path) {
   const std::filesystem::path full = std::filesystem::absolute(path, error);
   return error ? path : full.string();
 }
-
-/// Does in the view that is open what a person would.
-struct Gesture {
-  Workbench& workbench;
-
-  void operator()(const CloseGesture& /*close*/) const { CloseView(workbench); }
-  void operator()(const KeyPress& key) const {
-    if (!workbench.view->PressKey(key)) {
-      throw std::invalid_argument("the graph has no key \"" + key.name + "\"");
-    }
-  }
-  void operator()(const MoveGesture& move) const { workbench.view->MoveCursor(move.cursor, move.x); }
-  void operator()(const ClickGesture& click) const {
-    switch (click.how) {
-      case Clicked::Once:
-        workbench.view->Click(click.graph);
-        return;
-      case Clicked::Twice:
-        workbench.view->DoubleClick(click.graph);
-        return;
-      case Clicked::Right:
-        workbench.view->RightClick(click.graph);
-        return;
-    }
-  }
-  void operator()(const ImageGesture& image) const {
-    const SingleView& view = OpenSingleView(workbench);
-    const std::string picture = LoadAndDraw({.graph = view.Drawing(),
-                                             .title = view.TitleText(),
-                                             .format = *PictureFormatOf(image.file),
-                                             .width = image.width,
-                                             .height = image.height,
-                                             .paper = image.white ? std::optional(kWhite) : std::nullopt});
-    try {
-      OutputFile file(image.file);
-      file.Write(picture);
-      file.Commit();
-    } catch (const FileError& error) {
-      throw std::runtime_error("cannot write " + image.file + ": " + error.what());
-    }
-  }
-};
 
 }  // namespace
 
@@ -160,7 +117,7 @@ std::string RecipeRun::RunViewStep(const ViewStep& step) {
   if (workbench_.view == nullptr) {
     return "no graph is open";
   }
-  return RunAnswered(step.answers, [&] { std::visit(Gesture{workbench_}, step.what); });
+  return RunAnswered(step.answers, [&] { DoGesture(workbench_, step); });
 }
 
 std::string RecipeRun::WriteInfo(const InfoStep& step) {

@@ -19,6 +19,18 @@ Json ButtonCaptions(const std::vector<Button>& buttons) {
   return captions;
 }
 
+const char* ModeName(FileQuestion::Mode mode) {
+  switch (mode) {
+    case FileQuestion::Mode::Open:
+      return "open";
+    case FileQuestion::Mode::Save:
+      return "save";
+    case FileQuestion::Mode::Directory:
+      return "directory";
+  }
+  return "";
+}
+
 Json OfferedValues(const ChannelPicker& picker) {
   Json values = Json::object();
   for (int c = 1; c <= picker.Channels(); ++c) {
@@ -152,7 +164,7 @@ std::vector<std::string> TranscriptQuestions::AskFile(const FileQuestion& questi
   Entry entry(*this, "file");
   entry["title"] = question.title;
   entry["text"] = "";
-  entry["mode"] = question.mode == FileQuestion::Mode::Open ? "open" : "save";
+  entry["mode"] = ModeName(question.mode);
   entry["default"] = question.defaultName;
   entry["extension"] = question.extension;
   entry["filter"] = question.filter;

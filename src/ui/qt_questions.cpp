@@ -146,9 +146,14 @@ std::vector<std::string> QtQuestions::AskFile(const FileQuestion& question) {
   QFileDialog dialog(Parent(), ToQt(question.title));
   const bool saves = question.mode == FileQuestion::Mode::Save;
   dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(saves              ? QFileDialog::AnyFile
-                     : question.several ? QFileDialog::ExistingFiles
-                                        : QFileDialog::ExistingFile);
+  if (question.mode == FileQuestion::Mode::Directory) {
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+  } else if (saves) {
+    dialog.setFileMode(QFileDialog::AnyFile);
+  } else {
+    dialog.setFileMode(question.several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+  }
   if (!question.directory.empty()) {
     dialog.setDirectory(ToQt(question.directory));
   }

@@ -1,0 +1,180 @@
+#include "browse/file_commands.hpp"
+
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+#include "core/helpers.hpp"
+#include "core/paths.hpp"
+#include "core/text.hpp"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+
+void Request(const Workbench& workbench, ShellRequest request) {
+  if (workbench.onShellRequest) {
+    workbench.onShellRequest(request);
+  }
+}
+
+template <ShellRequest request>
+void Ask(Workbench& workbench) {
+  Request(workbench, request);
+}
+
+fs::path CurrentDirectory() {
+  std::error_code error;
+  return fs::current_path(error);
+}
+
+void Tell(Workbench& workbench, const std::string& title, const std::string& what,
+          const std::error_code& error) {
+  ShowFailure(workbench,
+              {.title = title, .text = what + "\n\n\"" + error.message() + "\"", .icon = Icon::Exclamation});
+}
+
+void OpenAskedDirectory(Workbench& workbench) {
+  const std::vector<std::string> answer = workbench.questions.AskFile(
+      {.mode = FileQuestion::Mode::Directory, .title = "Open Directory", .directory = workbench.DataDir});
+  if (!answer.empty()) {
+    OpenDirectory(workbench, answer.front());
+  }
+}
+
+void MakeSubdirectory(Workbench& workbench) {
+  const std::string title = "Make a Subdirectory.";
+  const fs::path current = CurrentDirectory();
+  const std::string name = workbench.questions.AskInput(
+      {.title = title,
+       .prompt = "Enter subdirectory name for directory, " + current.string() + ", or press Cancel"});
+  if (name.empty()) {
+    return;
+  }
+  std::error_code error;
+  const bool made = fs::create_directory(current / name, error);
+  if (!made && !error) {
+    error = std::make_error_code(std::errc::file_exists);
+  }
+  if (error) {
+    Tell(workbench, title, "Could not make the directory " + name + ".", error);
+  }
+  Request(workbench, ShellRequest::ShowFiles);
+}
+
+void RemoveDirectory(Workbench& workbench) {
+  const fs::path current = CurrentDirectory();
+  const Button answer =
+      workbench.questions.AskBox({.title = "Remove Directory",
+                                  .text = "Do you want to remove the current directory, " + current.string() +
+                                          "?\nNote, it must be empty of files.",
+                                  .icon = Icon::Exclamation,
+                                  .buttons = {Button::Yes, Button::No}});
+  if (answer != Button::Yes || !OpenDirectory(workbench, current.parent_path().string())) {
+    return;
+  }
+  std::error_code error;
+  fs::remove(current, error);
+  if (error) {
+    Tell(workbench, "Remove Directory", "Could not remove the directory " + current.string() + ".", error);
+    OpenDirectory(workbench, current.string());
+  }
+  Request(workbench, ShellRequest::ShowFiles);
+}
+
+void ForgetFile(Workbench& workbench) {
+  workbench.trial.FileName.clear();
+  Request(workbench, ShellRequest::ShowFiles);
+}
+
+void DeleteFile(Workbench& workbench) {
+  const std::string path = workbench.trial.FileName;
+  if (path.empty()) {
+    ShowRefusal(workbench,
+                {.title = "Delete File", .text = "No file was selected.", .icon = Icon::Exclamation});
+    return;
+  }
+  const Button answer = workbench.questions.AskBox({.title = "Delete File",
+                                                    .text = "Do you want to delete file: '" + path + "'.",
+                                                    .icon = Icon::Exclamation,
+                                                    .buttons = {Button::Yes, Button::No}});
+  if (answer != Button::Yes) {
+    return;
+  }
+  std::error_code error;
+  const bool removed = fs::is_regular_file(path, error) && fs::remove(path, error);
+  if (!removed) {
+    error = error ? error : std::make_error_code(std::errc::no_such_file_or_directory);
+    Tell(workbench, "Delete File", "Could not delete the file " + path + ".", error);
+    return;
+  }
+  ForgetFile(workbench);
+}
+
+void Exit(Workbench& workbench) {
+  if (ConfirmDiscard(workbench,
+                     "Data were modified but not saved.  Press Cancel to save data before exiting.")) {
+    Request(workbench, ShellRequest::Exit);
+  }
+}
+
+constexpr std::string_view kMenu = "&File";
+
+constexpr std::array kCommands = {
+    Command{"file.open-directory", "&Open directory", kMenu, Needs::Nothing, OpenAskedDirectory},
+    Command{"file.make-subdirectory", "Create a &Subdirectory", kMenu, Needs::Nothing, MakeSubdirectory},
+    Command{"file.remove-directory", "&Remove the Current directory", kMenu, Needs::Nothing, RemoveDirectory},
+    Command{"file.close", "&Close selected file", kMenu, Needs::Nothing, ForgetFile},
+    Command{"file.delete", "&Delete selected file", kMenu, Needs::Nothing, DeleteFile},
+    Command{"file.explore", "Explore Current directory", kMenu, Needs::Nothing,
+            Ask<ShellRequest::ExploreDirectory>},
+    Command{"file.refresh", "&Refresh", kMenu, Needs::Nothing, Ask<ShellRequest::ShowFiles>},
+    Command{"file.exit", "E&xit", kMenu, Needs::Nothing, Exit},
+};
+
+}  // namespace
+
+std::span<const Command> FileCommands() {
+  return kCommands;
+}
+
+bool OpenDirectory(Workbench& workbench, const std::string& directory) {
+  std::error_code error;
+  fs::current_path(directory, error);
+  if (error) {
+    Tell(workbench, "Open Directory", "Could not open the directory " + directory + ".", error);
+    return false;
+  }
+  workbench.DataDir = (CurrentDirectory() / "").string();
+  workbench.trial.TrialName.clear();
+  workbench.trial.FileExt.clear();
+  Request(workbench, ShellRequest::ShowFiles);
+  return true;
+}
+
+void SelectFile(Workbench& workbench, const std::string& path) {
+  Trial& trial = workbench.trial;
+  trial.FileName = path;
+  trial.TrialName = BaseName(path);
+  trial.FileExt = ToUpper(FileExtension(path));
+}
+
+bool AskReadFile(Workbench& workbench) {
+  const std::string& path = workbench.trial.FileName;
+  return workbench.questions.AskBox({.title = "Read the File?",
+                                     .text = FileNamePart(path) + "\nSize: " + FileSizeText(path) +
+                                             "\nPress OK to open the file or press Cancel.",
+                                     .icon = Icon::Question,
+                                     .buttons = {Button::OK, Button::Cancel}}) == Button::OK;
+}
+
+bool ConfirmDiscard(Workbench& workbench, const std::string& text) {
+  return !workbench.trial.FileChanged ||
+         workbench.questions.AskBox({.title = "File Changed but Not Saved",
+                                     .text = text,
+                                     .icon = Icon::Exclamation,
+                                     .buttons = {Button::OK, Button::Cancel}}) == Button::OK;
+}
+
+}  // namespace velmora

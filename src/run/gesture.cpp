@@ -1,0 +1,59 @@
+#include "run/gesture.hpp"
+
+#include <stdexcept>
+
+#include "core/files.hpp"
+#include "graph/single_view.hpp"
+#include "run/drawing.hpp"
+
+namespace velmora {
+namespace {
+
+struct Gesture {
+  Workbench& workbench;
+
+  void operator()(const CloseGesture& /*close*/) const { CloseView(workbench); }
+  void operator()(const KeyPress& key) const {
+    if (!workbench.view->PressKey(key)) {
+      throw std::invalid_argument("the graph has no key \"" + key.name + "\"");
+    }
+  }
+  void operator()(const CursorMove& move) const { workbench.view->MoveCursor(move.cursor, move.x); }
+  void operator()(const GraphClick& click) const {
+    switch (click.how) {
+      case Clicked::Once:
+        workbench.view->Click(click.graph);
+        return;
+      case Clicked::Twice:
+        workbench.view->DoubleClick(click.graph);
+        return;
+      case Clicked::Right:
+        workbench.view->RightClick(click.graph);
+        return;
+    }
+  }
+  void operator()(const ImageGesture& image) const {
+    const SingleView& view = OpenSingleView(workbench);
+    const std::string picture = LoadAndDraw({.graph = view.Drawing(),
+                                             .title = view.TitleText(),
+                                             .format = *PictureFormatOf(image.file),
+                                             .width = image.width,
+                                             .height = image.height,
+                                             .paper = image.white ? std::optional(kWhite) : std::nullopt});
+    try {
+      OutputFile file(image.file);
+      file.Write(picture);
+      file.Commit();
+    } catch (const FileError& error) {
+      throw std::runtime_error("cannot write " + image.file + ": " + error.what());
+    }
+  }
+};
+
+}  // namespace
+
+void DoGesture(Workbench& workbench, const ViewStep& step) {
+  std::visit(Gesture{workbench}, step.what);
+}
+
+}  // namespace velmora

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QWidget>
+
+#include "core/workbench.hpp"
+#include "ui/file_list_view.hpp"
+
+class QComboBox;
+class QFileSystemModel;
+class QLabel;
+class QTabWidget;
+class QTreeView;
+
+namespace velmora::ui {
+
+/// Walks the directories and lists the data files and the text files of the current one. What is
+/// chosen is told; nothing is loaded here.
+class BrowserPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit BrowserPanel(Workbench& workbench, QWidget* parent = nullptr);
+
+  /// Shows workbench.DataDir, its files and the name of the selected one.
+  void Refresh();
+  void SelectDataFilter(int row);
+  void SelectTextFilter(int row);
+  [[nodiscard]] FileListView* DataFiles() const { return data_; }
+  [[nodiscard]] FileListView* TextFiles() const { return text_; }
+
+ Q_SIGNALS:
+  void DirectoryChosen(const QString& path);
+
+ private:
+  void AddTree(class QSplitter* to);
+  void AddLists(class QSplitter* to);
+  void ShowLocations();
+  void ShowDirectory();
+
+  Workbench& workbench_;
+  QComboBox* location_;
+  QFileSystemModel* directories_;
+  QTreeView* tree_;
+  QTabWidget* tabs_;
+  QComboBox* dataFilter_;
+  QComboBox* textFilter_;
+  FileListView* data_;
+  FileListView* text_;
+  QLabel* selected_;
+  bool refreshing_ = false;
+};
+
+}  // namespace velmora::ui

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QTreeWidget>
+#include <string>
+
+namespace velmora::ui {
+
+/// The files of a directory: name, size, date. Sorted by a click on a head.
+class FileListView : public QTreeWidget {
+  Q_OBJECT
+
+ public:
+  enum class Marking { Unreadable, None };
+
+  explicit FileListView(Marking marking, QWidget* parent = nullptr);
+
+  void ShowFiles(const std::string& directory, std::string_view patterns);
+
+ Q_SIGNALS:
+  void Selected(const QString& path);
+  void Opened(const QString& path);
+  void RightClicked(const QString& path);
+  /// A click into a list without files.
+  void EmptyClicked();
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  [[nodiscard]] QString PathOf(const QTreeWidgetItem* item) const;
+
+  Marking marking_;
+  std::string directory_;
+};
+
+}  // namespace velmora::ui

@@ -1,0 +1,25 @@
+#include <QApplication>
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "core/settings.hpp"
+#include "sample_trials.hpp"
+#include "ui/main_window.hpp"
+#include "ui/theme.hpp"
+#include "ui/window_settings.hpp"
+
+int main(int argc, char** argv) {
+  // A file that grows past the limit of the shell is an error to report, not the end of the program.
+  std::signal(SIGXFSZ, SIG_IGN);
+  QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("velmora2"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Velmora2"));
+  velmora::SettingsStore store;
+  velmora::ui::ApplyTheme(app, velmora::ui::WindowSettings(store).Theme());
+  const std::vector<std::string> items(argv + 1, argv + argc);
+  velmora::ui::MainWindow window(store, items, velmora::examples::MakeEmgBursts);
+  window.show();
+  window.Begin();
+  return QApplication::exec();
+}

@@ -1,0 +1,208 @@
+#include "ui/trial_panel.hpp"
+
+#include <QBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+
+#include "core/helpers.hpp"
+#include "core/numbers.hpp"
+#include "core/paths.hpp"
+#include "core/text.hpp"
+#include "import/reader_table.hpp"
+#include "ui/text.hpp"
+#include "ui/theme.hpp"
+
+namespace velmora::ui {
+namespace {
+
+constexpr int kLeastRow = 30;
+constexpr int kMostRow = 110;
+
+QString FormatName(const Trial& trial) {
+  for (const Format& format : Formats()) {
+    if (format.code == trial.FileTypeCode) {
+      return ToQt(format.name);
+    }
+  }
+  return ToQt(trial.FileExt + " file");
+}
+
+// The pattern of data values where it shows digits enough, else as few as tell the value.
+QString Readable(double value, const Workbench& workbench) {
+  const double size = std::abs(value);
+  if (!std::isfinite(value)) {
+    return QStringLiteral("–");
+  }
+  if (size != 0 && (size < 0.01 || size >= 1e7)) {
+    return QString::number(value, 'g', 4);
+  }
+  return ToQt(FormatNumber(value, size >= 1e4 ? "0.00" : workbench.ValuePattern));
+}
+
+QString TimeBaseMark(TimeBase base) {
+  switch (base) {
+    case TimeBase::Count:
+      return QObject::tr("Sample count time base");
+    case TimeBase::Percentage:
+      return QObject::tr("Percentage time base");
+    case TimeBase::UserUnits:
+      return QObject::tr("User units time base");
+    case TimeBase::Frames:
+      return QObject::tr("Frames time base");
+    case TimeBase::HhMmSs:
+      return QObject::tr("HH:MM:SS time base");
+    case TimeBase::Seconds:
+      break;
+  }
+  return {};
+}
+
+QLabel* QuietLabel() {
+  auto* label = new QLabel;
+  label->setTextFormat(Qt::PlainText);
+  QPalette palette = label->palette();
+  palette.setColor(QPalette::WindowText, QuietColour(palette));
+  label->setPalette(palette);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
+}  // namespace
+
+TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, QWidget* parent)
+    : QWidget(parent), workbench_(workbench), traces_(traces) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(14, 12, 14, 8);
+  layout->setSpacing(3);
+  auto* top = new QHBoxLayout;
+  title_ = new QLabel;
+  title_->setTextFormat(Qt::PlainText);
+  title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  QFont font = title_->font();
+  font.setPointSizeF(font.pointSizeF() * 1.55);
+  font.setWeight(QFont::DemiBold);
+  title_->setFont(font);
+  top->addWidget(title_, 1);
+  marks_ = new QHBoxLayout;
+  marks_->setSpacing(6);
+  top->addLayout(marks_);
+  layout->addLayout(top);
+  facts_ = QuietLabel();
+  layout->addWidget(facts_);
+  header_ = QuietLabel();
+  layout->addWidget(header_);
+  layout->addSpacing(8);
+  model_ = new ChannelTableModel(workbench, Columns(), this);
+  table_ = new ChannelTableView(workbench, &traces, model_, this);
+  table_->setObjectName(QStringLiteral("channels"));
+  table_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(table_, &QTableView::customContextMenuRequested, this, [this](const QPoint& at) {
+    const QModelIndex index = table_->indexAt(at);
+    if (index.isValid()) {
+      Q_EMIT ChannelMenu(ChannelTableModel::ChannelOf(index), table_->viewport()->mapToGlobal(at));
+    }
+  });
+  layout->addWidget(table_, 1);
+}
+
+std::vector<ChannelColumn> TrialPanel::Columns() {
+  ChannelColumn label = LabelColumn(workbench_);
+  label.edit = [this](int channel, const QString& typed) { Q_EMIT LabelTyped(channel, typed); };
+  ChannelColumn units = UnitsColumn(workbench_);
+  units.edit = [this](int channel, const QString& typed) { Q_EMIT UnitsTyped(channel, typed); };
+  const auto number = [this](const QString& head, double (*of)(const ChannelTraces&, int)) {
+    return ChannelColumn{.head = head, .kind = ChannelColumn::Kind::Number, .text = [this, of](int channel) {
+                           const bool there = traces_.Has(channel) && !traces_.Whole(channel).Empty();
+                           return there ? Readable(of(traces_, channel), workbench_) : QString();
+                         }};
+  };
+  return {
+      SwatchColumn(),
+      NumberColumn(),
+      label,
+      units,
+      number(tr("Minimum"), [](const ChannelTraces& traces, int c) { return double{traces.Whole(c).min}; }),
+      number(tr("Maximum"), [](const ChannelTraces& traces, int c) { return double{traces.Whole(c).max}; }),
+      number(tr("Mean"), [](const ChannelTraces& traces, int c) { return traces.Mean(c); }),
+      TraceColumn()};
+}
+
+void TrialPanel::Refresh(const QString& file) {
+  const Trial& trial = workbench_.trial;
+  const QString title = ToQt(Trim(trial.TrialTitle));
+  const bool isPath = title.contains('/');
+  title_->setText(isPath ? ToQt(BaseName(ToStd(title))) : title);
+  const QLocale locale(QLocale::English);
+  facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
+                      .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
+                           tr("%n channel(s)", "", trial.NChan),
+                           tr("%1 samples").arg(locale.toString(trial.NData)),
+                           ToQt(FormatNumber(trial.Rate, workbench_.RatePattern)),
+                           ToQt(FormatNumber(trial.Duration, workbench_.TimePattern))));
+  facts_->setToolTip(file);
+  QStringList lines;
+  for (int k = 1; k <= trial.HeaderLineCount; ++k) {
+    const QString line = ToQt(Trim(trial.HeaderLines[static_cast<std::size_t>(k)]));
+    if (!line.isEmpty()) {
+      lines << line;
+    }
+  }
+  header_->setText(header_->fontMetrics().elidedText(lines.value(0), Qt::ElideRight, 700));
+  header_->setToolTip(lines.join('\n'));
+  header_->setVisible(!lines.isEmpty());
+  ShowMarks();
+  model_->Refresh();
+  for (int k = 1; k + 1 < model_->columnCount({}); ++k) {
+    table_->resizeColumnToContents(k);
+    table_->horizontalHeader()->resizeSection(k, table_->horizontalHeader()->sectionSize(k) + 14);
+  }
+  FitRows();
+}
+
+void TrialPanel::AddMark(const QString& text, bool warns) {
+  auto* mark = new QLabel(text);
+  const QColor colour = warns ? WarningColour(palette()) : palette().color(QPalette::Highlight);
+  QColor ground = colour;
+  ground.setAlphaF(0.14F);
+  mark->setStyleSheet(QStringLiteral("color: %1; background: %2; border-radius: 8px; padding: 2px 9px;")
+                          .arg(colour.name(), ground.name(QColor::HexArgb)));
+  marks_->addWidget(mark);
+}
+
+void TrialPanel::ShowMarks() {
+  while (QLayoutItem* item = marks_->takeAt(0)) {
+    delete item->widget();
+    delete item;
+  }
+  const Trial& trial = workbench_.trial;
+  if (trial.CursorLo > 1 || trial.CursorHi < trial.NData) {
+    AddMark(tr("Cursors %1 to %2 s")
+                .arg(ToQt(FormatNumber(SampleToTime(trial, trial.CursorLo), workbench_.TimePattern)),
+                     ToQt(FormatNumber(SampleToTime(trial, trial.CursorHi), workbench_.TimePattern))),
+            false);
+  }
+  if (trial.ForcesReduced) {
+    AddMark(tr("Forces reduced"), false);
+  }
+  if (const QString base = TimeBaseMark(workbench_.timeBase); !base.isEmpty()) {
+    AddMark(base, false);
+  }
+  if (trial.FileChanged) {
+    AddMark(tr("Modified"), true);
+  }
+}
+
+// Few channels get tall traces; many keep a line that can be read.
+void TrialPanel::FitRows() {
+  const int room = table_->height() - table_->horizontalHeader()->height() - 4;
+  const int rows = std::max(1, model_->rowCount({}));
+  table_->verticalHeader()->setDefaultSectionSize(std::clamp(room / rows, kLeastRow, kMostRow));
+}
+
+void TrialPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitRows();
+}
+
+}  // namespace velmora::ui

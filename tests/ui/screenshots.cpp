@@ -1,0 +1,190 @@
+// velmora2-screenshots DIR [light|dark]: walks through the program and keeps a picture of every window.
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <random>
+
+#include "app/command_table.hpp"
+#include "run/recipe_questions.hpp"
+#include "sample_trials.hpp"
+#include "ui/main_window.hpp"
+#include "ui/person.hpp"
+#include "ui/theme.hpp"
+
+namespace {
+
+using namespace velmora;
+namespace fs = std::filesystem;
+
+constexpr QSize kWindow{1280, 800};
+
+/// As many channels as there can be: rhythms of many lengths, with noise.
+void MakeManyChannels(Trial& trial) {
+  constexpr int channels = kMaxChannels;
+  constexpr int samples = 20000;
+  std::mt19937 random(7);
+  trial.Rate = 1000.0;
+  trial.TrialTitle = "64 channels";
+  trial.AllocateData(channels, samples);
+  trial.SetChannelDefaults(0);
+  for (int c = 1; c <= channels; ++c) {
+    trial.SetChannelDefaults(c);
+    trial.ChanLabel[static_cast<std::size_t>(c)] = "Electrode " + std::to_string(c);
+    trial.ChanUnits[static_cast<std::size_t>(c)] = "mV";
+    trial.ChanColour[static_cast<std::size_t>(c)] = DefaultColour(c);
+    for (int i = 1; i <= samples; ++i) {
+      const double t = i / trial.Rate;
+      const double burst = std::exp(-std::pow(std::sin(t * (0.3 + c * 0.01)) * 3, 2));
+      trial.Data(i, c) = static_cast<float>(burst * (static_cast<double>(random()) / 0x1p31 - 1.0) +
+                                            0.2 * std::sin(t * (1 + c * 0.1)));
+    }
+  }
+  trial.RebuildTimeColumn();
+  trial.Duration = (samples - 1) / trial.Rate;
+}
+
+std::string Write(const fs::path& directory, const char* name, void (*make)(Trial&)) {
+  std::string path = (directory / name).string();
+  const std::vector<Answer> answers = {{.what = FileAnswer{{path}}}};
+  RecipeQuestions questions;
+  Workbench workbench(questions);
+  make(workbench.trial);
+  questions.BeginStep(answers, workbench.trial);
+  RunCommand(workbench, *FindCommand("save.vmb"));
+  return path;
+}
+
+class Photographer {
+ public:
+  Photographer(ui::MainWindow& window, fs::path to, QString suffix)
+      : window_(window), to_(std::move(to)), suffix_(std::move(suffix)) {}
+
+  void Keep(QWidget* shown, const char* name) {
+    QTest::qWait(120);
+    const QString path = QString::fromStdString((to_ / name).string()) + QStringLiteral("-") + suffix_ +
+                         QStringLiteral(".png");
+    if (!shown->grab().save(path)) {
+      throw std::runtime_error("cannot write " + path.toStdString());
+    }
+    std::printf("%s\n", path.toUtf8().constData());
+  }
+
+  /// Runs a command and keeps its dialogue, which `fill` may work on first and `leave` leaves.
+  void Dialogue(const char* id, const QString& window, const char* name, const QString& leave,
+                const test::Person::Act& fill = {}) {
+    person_.When(window, [this, name, leave, fill](QWidget* dialog) {
+      if (fill) {
+        fill(dialog);
+      }
+      Keep(dialog, name);
+      test::Person::Press(dialog, leave);
+    });
+    window_.RunCommand(*FindCommand(id));
+    person_.Work();
+  }
+
+  test::Person& Helper() { return person_; }
+
+ private:
+  ui::MainWindow& window_;
+  fs::path to_;
+  QString suffix_;
+  test::Person person_;
+};
+
+QTableView* TableOf(QWidget* dialog) {
+  return dialog->findChild<QTableView*>();
+}
+
+void FillFilter(QWidget* dialog) {
+  for (int row = 0; row < 2; ++row) {
+    test::Person::TypeCell(TableOf(dialog), row, 4, QStringLiteral("6"));
+  }
+  TableOf(dialog)->setCurrentIndex(TableOf(dialog)->model()->index(0, 4));
+}
+
+void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
+  photographer.Keep(&window, "empty");
+  window.OpenFile(QString::fromStdString((data / "emg-bursts.vmb").string()));
+  QTest::qWait(300);
+  photographer.Keep(&window, "trial");
+  photographer.Dialogue("math.absolute", "frmChoose", "picker", "Process",
+                        [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
+  photographer.Dialogue("math.multiply", "frmChoose", "picker-values", "Cancel");
+  photographer.Dialogue("smooth.butterworth", "frmButterworth", "filter", "Filter", FillFilter);
+  photographer.Dialogue("smooth.moving-average", "frmSetEpochDuration", "window-width", "Cancel");
+  photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose", "Cancel");
+  photographer.Dialogue("edit.experiment-information", "frmExperiment", "experiment", "Cancel");
+  QTest::qWait(200);
+  photographer.Keep(&window, "history");
+  window.State().trial.FileChanged = false;
+  window.OpenFile(QString::fromStdString((data / "many.vmb").string()));
+  QTest::qWait(400);
+  photographer.Keep(&window, "64-channels");
+  photographer.Dialogue("math.absolute", "frmChoose", "picker-64", "Cancel");
+}
+
+void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
+  photographer.Helper().When("frmParse", [&photographer](QWidget* dialog) {
+    photographer.Keep(dialog, "parser");
+    test::Person::Press(dialog, "Cancel");
+  });
+  window.OpenFile(QString::fromStdString((data / "treadmill.txt").string()));
+  photographer.Helper().Work();
+}
+
+void WriteText(const fs::path& path) {
+  std::FILE* file = std::fopen(path.c_str(), "w");
+  std::fputs(
+      "Treadmill walk, subject 12\nSampling rate: 200 Hz\nTime\tKnee angle\tAnkle angle\tVertical force\n"
+      "s\tdeg\tdeg\tN\n",
+      file);
+  for (int i = 0; i < 400; ++i) {
+    const double t = i / 200.0;
+    std::fprintf(file, "%.3f\t%.3f\t%.3f\t%.2f\n", t, 30 + 28 * std::sin(t * 6), 8 * std::cos(t * 6),
+                 std::max(0.0, 700 * std::sin(t * 6)));
+  }
+  std::fclose(file);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  if (argc != 3) {
+    std::fputs("Usage: velmora2-screenshots DIR light|dark\n", stderr);
+    return 2;
+  }
+  try {
+    const fs::path to = fs::absolute(argv[1]);
+    const bool dark = std::string(argv[2]) == "dark";
+    fs::create_directories(to);
+    QTemporaryDir home;
+    const fs::path data = fs::path(home.path().toStdString()) / "Gait study";
+    fs::create_directories(data);
+    Write(data, "emg-bursts.vmb", examples::MakeEmgBursts);
+    Write(data, "force-plate-step.vmb", examples::MakeForcePlateStep);
+    Write(data, "reaching.vmb", examples::MakeNoisyDisplacement);
+    Write(data, "many.vmb", MakeManyChannels);
+    WriteText(data / "treadmill.txt");
+    fs::current_path(data);
+    SettingsStore store(home.path().toStdString() + "/settings");
+    ui::ApplyTheme(app, dark ? ui::ThemeChoice::Dark : ui::ThemeChoice::Light);
+    ui::MainWindow window(store, {";"}, examples::MakeEmgBursts);
+    window.State().UserLevel = UserLevelKind::Expert;
+    window.resize(kWindow);
+    window.show();
+    window.Begin();
+    if (!QTest::qWaitForWindowExposed(&window)) {
+      throw std::runtime_error("the window does not come up");
+    }
+    QTest::qWait(400);
+    Photographer photographer(window, to, dark ? "dark" : "light");
+    Walk(window, photographer, data);
+    ParseText(window, photographer, data);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "velmora2-screenshots: %s\n", error.what());
+    return 1;
+  }
+  return 0;
+}
