@@ -24,6 +24,19 @@ std::int32_t TimeToSample(const Trial& trial, double t) {
   return trial.Rate > 0 ? RoundHalfEven32(trial.Rate * t + 1) : 0;
 }
 
+std::string AbscissaText(const Workbench& workbench, double x, std::string_view pattern) {
+  if (workbench.timeBase != TimeBase::HhMmSs) {
+    return FormatNumber(x, pattern);
+  }
+  const std::size_t point = pattern.find('.');
+  const std::size_t decimals = point == std::string_view::npos ? 0 : pattern.size() - point - 1;
+  return FormatClock(x, static_cast<int>(decimals));
+}
+
+std::string AbscissaUnits(const Workbench& workbench) {
+  return workbench.timeBase == TimeBase::HhMmSs ? "hh:mm:ss" : workbench.trial.ChanUnits[0].Text();
+}
+
 SampleRange AskCursorRange(Workbench& workbench) {
   const Trial& trial = workbench.trial;
   const SampleRange all{1, trial.NData};
@@ -43,6 +56,13 @@ SampleRange AskCursorRange(Workbench& workbench) {
 
 void MarkChanged(Workbench& workbench, bool changed) {
   workbench.trial.FileChanged = changed;
+}
+
+void CloseView(Workbench& workbench) {
+  if (workbench.view != nullptr) {
+    workbench.view->Leave();
+    workbench.view.reset();
+  }
 }
 
 void NextChannelPage(Workbench& workbench) {

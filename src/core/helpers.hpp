@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "core/workbench.hpp"
@@ -15,6 +16,13 @@ double SampleToTime(const Trial& trial, std::int32_t i);
 /// positive. The result may lie outside the trial.
 std::int32_t TimeToSample(const Trial& trial, double t);
 
+/// A value of the abscissa as people read it: through the pattern, or as a clock with the pattern's decimals
+/// while the time base is HH:MM:SS. The abscissa itself keeps seconds.
+std::string AbscissaText(const Workbench& workbench, double x, std::string_view pattern);
+
+/// The units of the abscissa as people read them.
+std::string AbscissaUnits(const Workbench& workbench);
+
 struct SampleRange {
   std::int32_t lo = 0;
   std::int32_t hi = 0;
@@ -26,6 +34,9 @@ SampleRange AskCursorRange(Workbench& workbench);
 
 /// Sets FileChanged; the window's status area shows "Modified" while it is set.
 void MarkChanged(Workbench& workbench, bool changed);
+
+/// Closes the graph that is open, if any.
+void CloseView(Workbench& workbench);
 
 /// Moves the page of channels on by 16, again from 1 past the end; nothing below 17 channels.
 void NextChannelPage(Workbench& workbench);

@@ -156,6 +156,22 @@ std::string FormatNumber(double value, std::string_view patternText) {
   return std::string(pattern.before) + (minus ? "-" : "") + number + std::string(pattern.behind);
 }
 
+// Rounded before it is taken apart, so that no part shows 60.
+std::string FormatClock(double seconds, int decimals) {
+  constexpr double minute = 60;
+  constexpr double longest = 1e12;  // more seconds leave no digits for decimals
+  const std::string point = (decimals > 0 ? "." : "") + std::string(static_cast<std::size_t>(decimals), '0');
+  if (!(std::abs(seconds) < longest)) {
+    return FormatNumber(seconds, "0" + point);
+  }
+  const double rounded = Val(FormatNumber(std::abs(seconds), "0" + point));
+  const double minutes = std::floor(rounded / minute);
+  const double hours = std::floor(minutes / minute);
+  return (std::signbit(seconds) ? "-" : "") + FormatNumber(hours, "00:") +
+         FormatNumber(minutes - hours * minute, "00:") +
+         FormatNumber(rounded - minutes * minute, "00" + point);
+}
+
 std::string FormatText(std::string_view text, std::string_view pattern) {
   return PadLeft(text, static_cast<std::size_t>(std::count(pattern.begin(), pattern.end(), '@')));
 }

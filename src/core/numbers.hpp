@@ -25,6 +25,10 @@ double Val(std::string_view text);
 /// rounded as the C library's printf does. NaN and infinities show as "nan", "inf" and "-inf".
 std::string FormatNumber(double value, std::string_view pattern);
 
+/// Seconds as a clock shows them, "HH:MM:SS" with 0 to 9 decimals: -75.25 with 1 decimal is "-00:01:15.2".
+/// Hours take as many digits as they need. Rounding as FormatNumber's, and so is what is not finite.
+std::string FormatClock(double seconds, int decimals);
+
 /// `text` right-aligned through a pattern of '@', one for each column.
 std::string FormatText(std::string_view text, std::string_view pattern);
 

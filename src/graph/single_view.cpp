@@ -12,10 +12,9 @@ namespace velmora {
 namespace {
 
 // "Force (N)"; without units the label stands alone.
-std::string CaptionOf(const Trial& trial, int channel) {
-  const auto c = static_cast<std::size_t>(channel);
-  const std::string label = Trim(trial.ChanLabel[c].Text());
-  const std::string units = Trim(trial.ChanUnits[c].Text());
+std::string Caption(std::string_view labelText, std::string_view unitsText) {
+  const std::string label = Trim(labelText);
+  const std::string units = Trim(unitsText);
   return units.empty() ? label : label + " (" + units + ")";
 }
 
@@ -76,6 +75,7 @@ bool SingleView::TrialChanged() {
   }
   MoveCursorsToEnds(false, false);
   Replot();
+  CaptionAbscissa();
   return true;
 }
 
@@ -99,7 +99,7 @@ void SingleView::SetDefaultLooks() {
     axis->SetMinMax(range.Minimum, range.Maximum);
     axis->Caption = range.Caption;
   }
-  graph_.Abscissa.Caption = CaptionOf(trial, 0);
+  CaptionAbscissa();
   graph_.Title = "Single-axis Graph of " + trial.TrialTitle;
   graph_.TitleVisible = true;
   graph_.SidebarVisible = true;
@@ -123,11 +123,21 @@ void SingleView::ShowChannels() {
   SetBackground(graph_.Background);
 }
 
+void SingleView::CaptionAbscissa() {
+  graph_.Abscissa.Caption = Caption(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
+}
+
 void SingleView::CaptionOrdinate(bool onlyOfOne) {
   const auto first =
       std::find_if(graph_.Plots.begin(), graph_.Plots.end(), [](const Plot& plot) { return plot.Visible; });
   const bool named = first != graph_.Plots.end() && !(onlyOfOne && graph_.VisiblePlots() > 1);
-  graph_.Ordinate.Caption = named ? CaptionOf(workbench_.trial, first->Channel) : "";
+  if (!named) {
+    graph_.Ordinate.Caption.clear();
+    return;
+  }
+  const Trial& trial = workbench_.trial;
+  const auto c = static_cast<std::size_t>(first->Channel);
+  graph_.Ordinate.Caption = Caption(trial.ChanLabel[c].Text(), trial.ChanUnits[c].Text());
 }
 
 void SingleView::ShowWindow() {
@@ -230,13 +240,6 @@ SingleView& OpenSingleView(Workbench& workbench) {
     throw std::runtime_error("no single-axis graph is open");
   }
   return *view;
-}
-
-void CloseView(Workbench& workbench) {
-  if (workbench.view != nullptr) {
-    workbench.view->Leave();
-    workbench.view.reset();
-  }
 }
 
 }  // namespace velmora

@@ -80,6 +80,7 @@ class SingleView : public OpenView {
   void SetScale(Scale scale);
   void SetBackground(Colour colour);
   void SetDefaultLooks();
+  void CaptionAbscissa();
   void TogglePoints();
 
   // Cursors.
@@ -134,9 +135,6 @@ class SingleView : public OpenView {
 
 /// The view that is open. Throws std::runtime_error when none is.
 SingleView& OpenSingleView(Workbench& workbench);
-
-/// Closes the view that is open, if any.
-void CloseView(Workbench& workbench);
 
 /// The box with the keys of the view.
 void ShowKeyboardHelp(Workbench& workbench);

@@ -201,7 +201,8 @@ std::optional<CursorValues> SingleView::Values() const {
   const std::int32_t sample = SampleOf(1);
   CursorValues values;
   values.Sample = FormatNumber(sample, "0");
-  values.Time = FormatNumber(graph_.Cursors[0].XPosition, trial.Duration > kLong ? "0.0" : "0.000");
+  values.Time =
+      AbscissaText(workbench_, graph_.Cursors[0].XPosition, trial.Duration > kLong ? "0.0" : "0.000");
   const int last = std::min<int>(workbench_.LastChanShown, trial.NChan);
   for (int c = std::max<int>(workbench_.FirstChanShown, 1); c <= last; ++c) {
     values.Rows.push_back(
@@ -229,7 +230,7 @@ std::string SingleView::IntervalText() const {
   } else if (Cursors() >= 2) {
     interval = std::abs(graph_.Cursors[1].XPosition - graph_.Cursors[0].XPosition);
   }
-  return FormatNumber(interval, workbench_.ValuePattern) + " " + workbench_.trial.ChanUnits[0].Text();
+  return AbscissaText(workbench_, interval, workbench_.ValuePattern) + " " + AbscissaUnits(workbench_);
 }
 
 }  // namespace velmora

@@ -94,5 +94,16 @@ TEST(Text, LengthsCountCharacters) {
   EXPECT_EQ(WithoutMnemonic("Recall &Previous labels && units"), "Recall Previous labels & units");
 }
 
+TEST(Numbers, SecondsAsAClock) {
+  EXPECT_EQ(FormatClock(0, 0), "00:00:00");
+  EXPECT_EQ(FormatClock(3725.0625, 3), "01:02:05.062") << "a half as printf rounds it";
+  EXPECT_EQ(FormatClock(59.9996, 3), "00:01:00.000") << "no part shows 60";
+  EXPECT_EQ(FormatClock(3599.99999, 4), "01:00:00.0000");
+  EXPECT_EQ(FormatClock(-75.25, 2), "-00:01:15.25");
+  EXPECT_EQ(FormatClock(360000.5, 1), "100:00:00.5");
+  EXPECT_EQ(FormatClock(1e30, 1), FormatNumber(1e30, "0.0"));
+  EXPECT_EQ(FormatClock(std::nan(""), 1), "nan");
+}
+
 }  // namespace
 }  // namespace velmora

@@ -131,6 +131,10 @@ TEST_F(SingleViewTest, CursorsSelectSamples) {
   ExpectRange(11, 21);
   EXPECT_EQ(View().CountText(), "10");
   EXPECT_EQ(View().IntervalText(), "0.1000 s");
+  Run("timebase.hhmmss");
+  EXPECT_EQ(View().IntervalText(), "00:00:00.1000 hh:mm:ss");
+  EXPECT_EQ(View().Drawing().Abscissa.Caption, "Time (hh:mm:ss)");
+  Run("timebase.seconds");
   View().MoveCursor(2, 0.125);  // 13.5 goes to the even sample
   ExpectRange(14, 21);
   View().MoveCursor(2, 0.115);  // whatever 100 * 0.115 + 1 is in 64 bits, not what it is on paper
