@@ -5,6 +5,7 @@
 #include <new>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "browse/file_commands.hpp"
 #include "core/helpers.hpp"
@@ -60,6 +61,12 @@ class ViewRefresh {
   OpenView* before_;
 };
 
+void RunNext(Workbench& workbench) {
+  if (const Command* next = FindCommand(std::exchange(workbench.NextCommand, {}))) {
+    RunCommand(workbench, *next);
+  }
+}
+
 }  // namespace
 
 const std::vector<Command>& AllCommands() {
@@ -77,8 +84,10 @@ void RunCommand(Workbench& workbench, const Command& command) {
   std::string fault;
   const ActionScope action(workbench.listener, &command);
   const ViewRefresh refresh(workbench, command);
+  workbench.NextCommand = {};
   try {
     command.run(workbench);
+    RunNext(workbench);
     return;
   } catch (const CommandAbandoned&) {
     throw;

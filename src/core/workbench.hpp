@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/action_listener.hpp"
@@ -112,6 +113,9 @@ struct Workbench {
   std::string RatePattern = "0.00";
   std::string TimePattern = "0.000";  // durations too
   std::string ValuePattern = "0.0000";
+
+  /// Id of a command to run as soon as the one that set it has ended.
+  std::string_view NextCommand;
 
   /// The graph that is open, if any. Last, since it looks at all the rest.
   std::unique_ptr<OpenView> view;

@@ -33,16 +33,18 @@ ChannelList AllChannels(const Trial& trial) {
   return SelectedChannels(trial, all);
 }
 
-void RememberLevels(Workbench& workbench) {
+// The end of every command that changed data. An open graph goes, to be opened again on the new data.
+void Finish(Workbench& workbench) {
   for (std::size_t c = 1; c <= static_cast<std::size_t>(workbench.trial.NChan); ++c) {
     workbench.BiasMemory[c] = workbench.chooser.ChanConst[c];
   }
+  CloseView(workbench);
 }
 
-void SubtractAndRemember(Workbench& workbench, const ChannelList& channels) {
+void SubtractAndFinish(Workbench& workbench, const ChannelList& channels) {
   SubtractLevels(workbench.trial, channels, workbench.chooser.ChanConst);
   workbench.BiasLevelsKnown = true;
-  RememberLevels(workbench);
+  Finish(workbench);
 }
 
 bool TooShortForDrift(Workbench& workbench) {
@@ -80,7 +82,7 @@ void AutozeroFromLeft(Workbench& workbench) {
   }
   MeasureFirst(workbench.trial, count, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    SubtractAndRemember(workbench, Picked(workbench));
+    SubtractAndFinish(workbench, Picked(workbench));
   }
 }
 
@@ -92,7 +94,7 @@ void AutozeroFromRight(Workbench& workbench) {
   }
   MeasureLast(workbench.trial, count, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    SubtractAndRemember(workbench, Picked(workbench));
+    SubtractAndFinish(workbench, Picked(workbench));
   }
 }
 
@@ -109,7 +111,7 @@ void MeanBetweenCursors(Workbench& workbench) {
   }
   MeasureBetween(trial, lo, hi, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    SubtractAndRemember(workbench, Picked(workbench));
+    SubtractAndFinish(workbench, Picked(workbench));
   }
 }
 
@@ -121,7 +123,7 @@ void Drift(Workbench& workbench) {
   MeasureDrift(workbench.trial, workbench.chooser.ChanConst);
   if (ChannelPicker(workbench).Show()) {
     RemoveDrift(workbench.trial, Picked(workbench), workbench.chooser.ChanConst);
-    RememberLevels(workbench);
+    Finish(workbench);
   }
 }
 
@@ -137,7 +139,7 @@ void AutozeroAndDrift(Workbench& workbench) {
   MeasureFirst(workbench.trial, count, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
     RemoveLevelAndDrift(workbench.trial, Picked(workbench), workbench.chooser.ChanConst);
-    RememberLevels(workbench);
+    Finish(workbench);
   }
 }
 
@@ -148,7 +150,7 @@ void EditAndSubtract(Workbench& workbench) {
   chooser.ChooserValuesMode = true;
   chooser.ChooserPrompt = "Enter bias levels to be subtracted from each channel (R=X-bias).";
   if (ChannelPicker(workbench).Show()) {
-    SubtractAndRemember(workbench, AllChannels(workbench.trial));
+    SubtractAndFinish(workbench, AllChannels(workbench.trial));
   }
 }
 

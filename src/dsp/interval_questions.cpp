@@ -13,6 +13,9 @@ bool HasInterval(Workbench& workbench) {
                "    Press Yes to use the entire duration.\n    Press No to select an interval.",
        .icon = Icon::Exclamation,
        .buttons = {Button::Yes, Button::No, Button::Cancel}});
+  if (answer == Button::No) {
+    workbench.NextCommand = "graph.all";  // where the cursors are set
+  }
   if (answer != Button::Yes) {
     return false;
   }

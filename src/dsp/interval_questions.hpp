@@ -5,7 +5,7 @@
 namespace velmora {
 
 /// Whether two cursors mark an interval. Without them asks whether the whole trial is meant, and then
-/// sets them so.
+/// sets them so; No has the graph opened after the command, for the cursors to be set there.
 bool HasInterval(Workbench& workbench);
 
 /// The last question before data are replaced.

@@ -122,11 +122,22 @@ TEST_F(SmoothCommand, InterpolationBetweenTheCursors) {
   EXPECT_EQ(trial.Data(11, 1), accumulated);
   EXPECT_NE(accumulated, 1.0F);
 
-  for (const Button button : {Button::No, Button::Cancel}) {
+  for (const Button button : {Button::Cancel, Button::No}) {
+    EXPECT_EQ(workbench.view, nullptr);
     questions.boxAnswers = {button};
     Run("smooth.interpolate");
     EXPECT_EQ(questions.boxes.back().title, "No Interval Was Set");
   }
+  EXPECT_NE(workbench.view, nullptr) << "No opens the graph, where the cursors are set";
+  // Which a bias taken away closes again, since it shows other data.
+  questions.inputAnswers = {"3"};
+  questions.PickCancel();
+  Run("bias.autozero-left");
+  EXPECT_NE(workbench.view, nullptr);
+  questions.inputAnswers = {"3"};
+  questions.PickChannels({1});
+  Run("bias.autozero-left");
+  EXPECT_EQ(workbench.view, nullptr);
 }
 
 }  // namespace
