@@ -22,22 +22,22 @@ struct RoundTrip : test::CommandTest {
       } while (!std::isfinite(value));
     }
     test::SetChannels(trial, channels, 1000.0);
+    NameChannels();
+  }
+
+  void NameChannels() {
     for (std::size_t c = 1; c <= 5; ++c) {
       trial.ChanLabel[c] = "Muscle " + std::to_string(c);
       trial.ChanUnits[c] = "mV";
     }
   }
 
-  void SaveAndLoad(const char* id, const std::string& name) {
+  // Texts are read with what the dialogue offers.
+  void SaveAndLoad(const char* id, const std::string& name, Button times = Button::Yes) {
     questions.boxes.clear();
-    questions.boxAnswers = {Button::Yes, Button::Yes};
+    questions.boxAnswers = {Button::Yes, times};
     questions.fileAnswers = {{directory.Path(name)}};
-    questions.formAnswers.emplace_back([](Form& form) {
-      form.Edit(*form.FindField("ParseHasTime"), "true");
-      form.Edit(*form.FindField("ParseLabelsLine"), "3");
-      form.Edit(*form.FindField("ParseUnitsLine"), "4");
-      return std::string("OK");
-    });
+    questions.formAnswers.emplace_back([](Form&) { return std::string("OK"); });
     Run(id);
     trial = Trial();
     trial.FileName = directory.Path(name);
@@ -72,19 +72,51 @@ TEST_F(RoundTrip, NativeBinaryKeepsEveryBitAndTheNames) {
 }
 
 TEST_F(RoundTrip, DelimitedTextKeepsEveryBitAndTheNames) {
+  for (const char* extension : {"csv", "tab"}) {
+    for (const Button times : {Button::Yes, Button::No}) {
+      test::SetChannels(trial, channels, 1000.0);
+      NameChannels();
+      trial.TrialTitle = "12";  // a title that could pass for a line of data
+      trial.ChanLabel[2] = "Fz [N], left";
+      trial.ChanLabel[3] = "Counter";
+      trial.ChanUnits[4] = "";
+      SaveAndLoad((std::string("save.") + extension).c_str(), std::string("trial.") + extension, times);
+      if (std::string(extension) == "csv") {
+        EXPECT_TRUE(questions.boxes.back().text.ends_with("columns: they were left out."));
+        EXPECT_EQ(trial.ChanLabel[1], "Chan. 01");
+      } else {
+        ExpectNames();
+        EXPECT_EQ(trial.ChanLabel[2], "Fz [N], left");
+        EXPECT_EQ(trial.ChanUnits[4], "");
+      }
+      ExpectEveryBit();
+      EXPECT_EQ(trial.TrialTitle, "12");
+      EXPECT_EQ(trial.Rate, 1000.0);
+      EXPECT_EQ(trial.Data(2000, 0), 1.999F);
+    }
+  }
+}
+
+TEST_F(RoundTrip, ATimeBaseOtherThanSecondsComesBack) {
+  test::SetChannels(trial, {channels[0]}, 1000.0);
+  Run("timebase.percentage");
+  trial.ChanLabel[1] = "Angle";
   SaveAndLoad("save.csv", "trial.csv");
-  ExpectEveryBit();
-  ExpectNames();
-  test::SetChannels(trial, channels, 1000.0);
-  SaveAndLoad("save.tab", "trial.tab");
-  ExpectEveryBit();
+  EXPECT_EQ(trial.NChan, 1);
+  EXPECT_EQ(trial.ChanLabel[0], "Percentage");
+  EXPECT_EQ(trial.ChanUnits[0], "%");
+  EXPECT_EQ(trial.Data(2000, 0), 100.0F);
+  EXPECT_EQ(trial.ChanLabel[1], "Angle");
+  EXPECT_EQ(trial.Rate, 19.99);
 }
 
 TEST_F(RoundTrip, PrinterTextKeepsFiveDecimals) {
   channels[1] = channels[0];
   test::SetChannels(trial, channels, 1000.0);
+  NameChannels();
   SaveAndLoad("save.prn", "trial.prn");
   ASSERT_EQ(trial.NData, 2000);
+  ExpectNames();
   for (std::size_t i = 0; i < 2000; ++i) {
     ASSERT_NEAR(test::Channel(trial, 5)[i], channels[4][i], 0.0000051);
   }

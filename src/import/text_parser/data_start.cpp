@@ -4,6 +4,7 @@
 
 #include "core/helpers.hpp"
 #include "import/text_parser/decimal_comma.hpp"
+#include "import/text_parser/parse_remarks.hpp"
 
 namespace velmora {
 namespace {
@@ -39,13 +40,6 @@ bool MayFollow(char before, char c) {
   }
 }
 
-std::string_view Separators(const NumberLayout& layout) {
-  if (layout.decimalComma) {
-    return layout.semicolons ? "\t;" : "\t";
-  }
-  return layout.semicolons ? "\t,;" : "\t,";
-}
-
 int CountGroups(std::string_view line) {
   int groups = 0;
   for (std::size_t i = 0; i < line.size(); ++i) {
@@ -55,7 +49,7 @@ int CountGroups(std::string_view line) {
 }
 
 int CountSeparators(std::string_view line, const NumberLayout& layout) {
-  const std::string_view separators = Separators(layout);
+  const std::string_view separators = ColumnSeparators(layout);
   return static_cast<int>(
       std::count_if(line.begin(), line.end(), [separators](char c) { return OneOf(c, separators); }));
 }
@@ -96,23 +90,6 @@ int BehindInterveningText(const TextHeader& header, const std::vector<LineKind>&
   return sameShape ? start : later;
 }
 
-// The dialogue's word on columns of the first data line that hold nothing.
-std::string RemarkOnEmptyColumns(std::string_view line, const NumberLayout& layout) {
-  const std::string_view separators = Separators(layout);
-  int empty = 0;
-  bool filled = false;
-  for (const char c : line) {
-    const bool separator = OneOf(c, separators);
-    empty += separator && !filled ? 1 : 0;
-    filled = !separator && (filled || c != ' ');
-  }
-  return empty == 1 ? "One channel contains no data." : empty == 2 ? "Two channels contain no data." : "";
-}
-
-void AddRemark(std::string& remark, std::string_view more) {
-  remark += (remark.empty() || more.empty() ? "" : " ") + std::string(more);
-}
-
 Button AskNotAscii(Workbench& workbench) {
   return workbench.questions.AskBox({.title = "NonASCII file?",
                                      .text = "File does not appear to be an ASCII file.  Press OK to "
@@ -147,6 +124,13 @@ void TellStartNotFound(Workbench& workbench) {
 
 }  // namespace
 
+std::string_view ColumnSeparators(const NumberLayout& layout) {
+  if (layout.decimalComma) {
+    return layout.semicolons ? "\t;" : "\t";
+  }
+  return layout.semicolons ? "\t,;" : "\t,";
+}
+
 LineKind KindOfLine(std::string_view line, const NumberLayout& layout, int code) {
   if (line.size() < 2) {
     return LineKind::Other;
@@ -174,7 +158,7 @@ int CountColumns(std::string_view line, const NumberLayout& layout, int code) {
   if (separators == 0) {
     return CountGroups(line);
   }
-  return separators + (OneOf(line.back(), Separators(layout)) ? 0 : 1) + (ViLogger(code) ? 1 : 0);
+  return separators + (OneOf(line.back(), ColumnSeparators(layout)) ? 0 : 1) + (ViLogger(code) ? 1 : 0);
 }
 
 DataStart FindStart(const TextHeader& header, int code) {
@@ -212,6 +196,7 @@ bool FindDataStart(Workbench& workbench, const TextHeader& header, ParseSettings
   remark = start.remark;
   if (start.line == 0) {
     settings.columns = workbench.trial.NChan;
+    remark = RemarkOnMissingStart(header);
     TellStartNotFound(workbench);
     return true;
   }
@@ -223,12 +208,15 @@ bool FindDataStart(Workbench& workbench, const TextHeader& header, ParseSettings
     settings.ParseSkip += 2;
   }
   settings.columns = CountColumns(line, settings.layout, code);
-  AddRemark(remark, RemarkOnEmptyColumns(line, settings.layout));
-  if (settings.columns < 1 || settings.columns > kMaxChannels) {
-    settings.columns =
-        header.announcedColumns > 0 ? static_cast<int>(header.announcedColumns) : workbench.trial.NChan;
-    TellColumnsUnknown(workbench);
+  if (settings.columns >= 1 && settings.columns <= kMaxChannels) {
+    AddRemark(remark, RemarkOnColumns(header, settings));
+    return true;
   }
+  AddRemark(remark, "The data have " + std::to_string(settings.columns) + " columns; " +
+                        std::to_string(kMaxChannels) + " can be read.");
+  settings.columns =
+      header.announcedColumns > 0 ? static_cast<int>(header.announcedColumns) : workbench.trial.NChan;
+  TellColumnsUnknown(workbench);
   return true;
 }
 

@@ -19,6 +19,9 @@ enum class LineKind {
 /// that numbers allow, and at least one digit.
 LineKind KindOfLine(std::string_view line, const NumberLayout& layout, int code);
 
+/// The characters that part columns, blanks aside.
+std::string_view ColumnSeparators(const NumberLayout& layout);
+
 /// Columns of a data line: the separators count when there are any, else the groups between blanks.
 int CountColumns(std::string_view line, const NumberLayout& layout, int code);
 

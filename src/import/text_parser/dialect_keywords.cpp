@@ -6,9 +6,12 @@
 
 #include "core/numbers.hpp"
 #include "core/text.hpp"
+#include "import/text_parser/saved_head.hpp"
 
 namespace velmora {
 namespace {
+
+constexpr int kPlainText = 15;
 
 struct KeywordLine {
   TextHeader& header;
@@ -183,6 +186,30 @@ std::size_t Find(const Keyword& keyword, std::string_view line) {
   return std::string_view::npos;
 }
 
+// The number soon behind one of the usual names of a rate, in any sentence or notation; 0: none.
+double RateInWords(std::string_view line) {
+  constexpr std::size_t kFurthest = 16;
+  const std::string upper = ToUpper(line);
+  for (const std::string_view name :
+       {"SAMPLING RATE", "SAMPLING FREQUENCY", "SAMPLE RATE", "SAMPLE FREQUENCY"}) {
+    const std::size_t found = upper.find(name);
+    if (found == std::string::npos) {
+      continue;
+    }
+    const std::size_t digit = line.find_first_of("0123456789", found + name.size());
+    if (digit != std::string_view::npos && digit - found - name.size() < kFurthest) {
+      return Val(line.substr(digit));
+    }
+  }
+  return 0.0;
+}
+
+void FindRateInWords(TextHeader& header) {
+  for (std::size_t i = 0; i < header.lines.size() && header.rate == 0.0 && header.statedRate == 0.0; ++i) {
+    header.statedRate = RateInWords(header.lines[i]);
+  }
+}
+
 }  // namespace
 
 void ReadKeywords(TextHeader& header, int code) {
@@ -197,6 +224,10 @@ void ReadKeywords(TextHeader& header, int code) {
         keyword.apply({header, text, number, found});
       }
     }
+  }
+  FindRateInWords(header);
+  if (code == kPlainText) {
+    ReadSavedHead(header);
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include "core/numbers.hpp"
 #include "core/text.hpp"
+#include "import/text_parser/saved_head.hpp"
 
 namespace velmora {
 namespace {
@@ -47,25 +48,37 @@ std::string_view SeparatorsOf(std::string_view line) {
   return " ";
 }
 
+// Fields of a line that the user has named.
+std::vector<std::string> NamedFields(const std::string& line) {
+  const std::string_view separators = SeparatorsOf(line);
+  std::vector<std::string> fields = SplitFields(line, separators);
+  if (separators == " ") {
+    std::erase(fields, "");
+  }
+  while (fields.size() > 1 && fields.back().empty()) {
+    fields.pop_back();
+  }
+  return fields;
+}
+
+void EraseTimeField(std::vector<std::string>& fields, const ParseSettings& settings) {
+  const auto time = static_cast<std::size_t>(settings.ParseTimeColumn);
+  if (settings.HasTime() && time <= fields.size()) {
+    fields.erase(fields.begin() + static_cast<std::ptrdiff_t>(time) - 1);
+  }
+}
+
 // One field per channel. A dialect's line starts with its keyword; a line that the user names may
 // start with a word of its own too, and then has one field more than there are columns.
 std::vector<std::string> ChannelFields(const std::string& line, bool named, int code,
                                        const ParseSettings& settings) {
   constexpr int kDelsys = 62;
-  const std::string_view separators = named ? SeparatorsOf(line) : code == kDelsys ? "\t," : "\t";
-  std::vector<std::string> fields = SplitFields(line, separators);
-  if (named && separators == " ") {
-    std::erase(fields, "");
-  }
-  while (named && fields.size() > 1 && fields.back().empty()) {
-    fields.pop_back();
-  }
-  const bool keyword = !named || fields.size() == static_cast<std::size_t>(settings.columns) + 1;
-  const auto time = static_cast<std::size_t>(settings.ParseTimeColumn);
-  if (keyword) {
+  std::vector<std::string> fields =
+      named ? NamedFields(line) : SplitFields(line, code == kDelsys ? "\t," : "\t");
+  if (!named || fields.size() == static_cast<std::size_t>(settings.columns) + 1) {
     fields.erase(fields.begin());
-  } else if (settings.HasTime() && time <= fields.size()) {
-    fields.erase(fields.begin() + static_cast<std::ptrdiff_t>(time) - 1);
+  } else {
+    EraseTimeField(fields, settings);
   }
   return fields;
 }
@@ -139,7 +152,31 @@ void FinishVisual3D(Trial& trial, const TextHeader& header) {
   }
 }
 
+// A table that this program saved: its names are taken as they stand, the abscissa's too.
+std::string ReadSavedNames(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
+  const auto columns = static_cast<std::size_t>(settings.columns);
+  const auto time = static_cast<std::size_t>(settings.ParseTimeColumn);
+  const std::vector<std::string> labels = SavedNames(header, header.labelsLine);
+  const std::vector<std::string> units = SavedNames(header, header.unitsLine);
+  if (labels.size() != columns || units.size() != columns) {
+    return "Lines " + std::to_string(header.labelsLine) + " and " + std::to_string(header.unitsLine) +
+           " name " + std::to_string(labels.size()) + " labels and " + std::to_string(units.size()) +
+           " units for " + std::to_string(columns) + " columns: they were left out.";
+  }
+  std::size_t channel = 1;
+  for (std::size_t k = 0; k < columns; ++k) {
+    const std::size_t c = settings.HasTime() && k + 1 == time ? 0 : channel++;
+    trial.ChanLabel[c] = labels[k].empty() ? trial.ChanLabel[c] : Label(labels[k]);
+    trial.ChanUnits[c] = units[k];
+  }
+  return {};
+}
+
 }  // namespace
+
+int CountNames(const std::string& line) {
+  return static_cast<int>(NamedFields(line).size());
+}
 
 void SetParsedDefaults(Trial& trial) {
   constexpr std::int16_t kDelsys = 62;
@@ -157,8 +194,12 @@ void SetParsedDefaults(Trial& trial) {
   }
 }
 
-void ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
+std::string ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
   constexpr std::int16_t kVisual3D = 91;
+  if (!header.savedSeparator.empty() && settings.labelsLine == header.labelsLine &&
+      settings.unitsLine == header.unitsLine) {
+    return ReadSavedNames(trial, header, settings);
+  }
   const FieldLine labelLine{settings.labelsLine, settings.labelsLine != header.labelsLine};
   const std::vector<std::string> labels =
       FieldsOf(trial, header, settings, labelLine, header.markerLabelsLine);
@@ -178,14 +219,12 @@ void ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSetti
   if (trial.FileTypeCode == kVisual3D) {
     FinishVisual3D(trial, header);
   }
+  return {};
 }
 
 void ReadLabelsBeforeData(Trial& trial, const std::string& line, const ParseSettings& settings) {
   std::vector<std::string> fields = SplitFields(line, SeparatorsOf(line));
-  if (const auto time = static_cast<std::size_t>(settings.ParseTimeColumn);
-      settings.HasTime() && time <= fields.size()) {
-    fields.erase(fields.begin() + static_cast<std::ptrdiff_t>(time) - 1);
-  }
+  EraseTimeField(fields, settings);
   for (std::size_t i = 0; i < fields.size() && static_cast<int>(i) < trial.NChan; ++i) {
     SetLabel(trial, static_cast<int>(i) + 1, fields[i]);
   }

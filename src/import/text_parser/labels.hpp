@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "core/workbench.hpp"
 #include "import/text_parser/parse_settings.hpp"
 
@@ -9,8 +11,12 @@ namespace velmora {
 /// gain, offset, number and colour. The units stay.
 void SetParsedDefaults(Trial& trial);
 
-/// Labels and units from the lines that the dialect or the dialogue names.
-void ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings);
+/// Labels and units from the lines that the dialect or the dialogue names. Returns what has to be said
+/// about names that did not fit, empty when all is well.
+std::string ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings);
+
+/// Names that a line holds when a person enters it as labels line or units line.
+int CountNames(const std::string& line);
 
 /// Labels from the fields of the line right before the data.
 void ReadLabelsBeforeData(Trial& trial, const std::string& line, const ParseSettings& settings);

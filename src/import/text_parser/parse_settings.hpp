@@ -51,6 +51,8 @@ struct TextHeader {
   int markerUnitsLine = 0;
   int platesLine = 0;
   int lastLine = 0;  // the dialect's header ends here
+  /// Of a table that this program saved: what separates its names, one for every column.
+  std::string savedSeparator;
 
   [[nodiscard]] std::string Line(int number) const {
     const auto n = static_cast<std::size_t>(number);

@@ -64,13 +64,14 @@ std::string NotesOnRead(const ScanFaults& faults, std::int64_t rows, const Parse
   return notes;
 }
 
-std::string NoteOnRate(const TextHeader& header, double rate) {
+std::string NoteOnRate(const TextHeader& header, double rate, bool hasTime) {
   constexpr double kSame = 1e-3;
   if (header.statedRate <= 0 || std::abs(header.statedRate - rate) <= kSame * header.statedRate) {
     return {};
   }
-  return "The header states " + PlainNumber(header.statedRate) + " Hz, the time column gives " +
-         PlainNumber(rate) + " Hz: it may be a counter and no time.";
+  const std::string stated = "The header states " + PlainNumber(header.statedRate) + " Hz, the ";
+  return hasTime ? stated + "time column gives " + PlainNumber(rate) + " Hz: it may be a counter and no time."
+                 : stated + "trial has " + PlainNumber(rate) + " Hz.";
 }
 
 bool IsMostlyText(const ScanFaults& faults, std::int64_t rows, const ParseSettings& settings) {

@@ -14,7 +14,7 @@ std::string NotesOnRead(const ScanFaults& faults, std::int64_t rows, const Parse
                         const TextHeader& header);
 
 /// What the header says of the rate when the rate found is another one; empty otherwise.
-std::string NoteOnRate(const TextHeader& header, double rate);
+std::string NoteOnRate(const TextHeader& header, double rate, bool hasTime);
 
 /// Whether so little of the text was numbers that the parameters must be wrong.
 bool IsMostlyText(const ScanFaults& faults, std::int64_t rows, const ParseSettings& settings);

@@ -250,11 +250,12 @@ bool TextParser::IsUsable() {
 
 void TextParser::FinishTrial() {
   std::string notes = NotesOnRead(faults_, trial_.NData, settings_, header_);
-  if (const std::string rate = NoteOnRate(header_, trial_.Rate); !rate.empty()) {
-    notes += (notes.empty() ? "" : "\n") + rate;
-  }
+  const auto add = [&notes](const std::string& note) {
+    notes += (notes.empty() || note.empty() ? "" : "\n") + note;
+  };
+  add(NoteOnRate(header_, trial_.Rate, settings_.HasTime()));
   std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
-  ReadLabelsAndUnits(trial_, header_, settings_);
+  add(ReadLabelsAndUnits(trial_, header_, settings_));
   FinishDialect(workbench_, header_, settings_.HasTime());
   if (!notes.empty()) {
     ShowRefusal(workbench_, {.title = "Check the Data", .text = notes, .icon = Icon::Exclamation});
