@@ -1,0 +1,177 @@
+// Frames of the graph as a person sees them, drawn and painted at 1600 x 900 without a display: the
+// first picture of a trial (with everything that comes before it), then a pan, a zoom, a change of scale
+// and a step of a cursor. Channels lie in lanes of their own ("stacked") or each fills the whole axis.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <memory>
+
+#include "plot/graph_widget.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr double kRate = 1000.0;
+
+struct Shape {
+  int channels;
+  std::int64_t samples;
+  bool stacked;
+  friend bool operator==(const Shape&, const Shape&) = default;
+};
+
+// A slow wave, noise, and rare peaks. One trial at a time: the large ones take 360 MB.
+Trial& TrialOf(const Shape& shape) {
+  static Trial trial;
+  static Shape made{0, 0, false};
+  if (made == shape) {
+    return trial;
+  }
+  made = shape;
+  trial.Rate = kRate;
+  trial.AllocateData(shape.channels, shape.samples);
+  trial.Duration = static_cast<double>(shape.samples - 1) / kRate;
+  trial.RebuildTimeColumn();
+  std::uint32_t random = 1;
+  for (std::int64_t i = 1; i <= shape.samples; ++i) {
+    float* frame = trial.matrix.Frame(i);
+    for (int c = 1; c <= shape.channels; ++c) {
+      random = random * 1664525U + 1013904223U;
+      const float noise = static_cast<float>(random >> 8) / 0x1p24F - 0.5F;
+      const float wave = static_cast<float>((i * (c + 3)) % 100'000) / 100'000.0F - 0.5F;
+      const float peak = random % 5000 == 0 ? 0.8F : 0.3F;
+      frame[c] = wave * 0.2F + noise * peak + (shape.stacked ? static_cast<float>(c) : 0.0F);
+    }
+  }
+  return trial;
+}
+
+void ShowAll(Graph& graph) {
+  for (Plot& plot : graph.Plots) {
+    plot.Visible = true;
+    plot.ColourIndex = (plot.Channel - 1) % kColours + 1;
+    plot.LineColor = ColourTable[static_cast<std::size_t>(plot.ColourIndex)];
+  }
+  graph.AutoScaleAbscissa();
+  graph.AutoScaleOrdinate();
+  graph.Title = "64 channels";
+}
+
+struct Screen {
+  Graph graph;
+  GraphWidget widget;
+
+  explicit Screen(const Trial& trial) {
+    widget.resize(1600, 900);
+    widget.SetLegend(false);
+    graph.PlotXY(trial);
+    ShowAll(graph);
+    widget.SetGraph(&graph);
+    widget.show();
+    Frame();
+  }
+  void Frame() {
+    widget.Arrange();
+    widget.replot(QCustomPlot::rpImmediateRefresh);
+  }
+};
+
+Shape ShapeOf(const benchmark::State& state) {
+  return {static_cast<int>(state.range(0)), state.range(1), state.range(2) != 0};
+}
+
+void FirstPicture(benchmark::State& state) {
+  const Trial& trial = TrialOf(ShapeOf(state));
+  for (auto _ : state) {
+    auto screen = std::make_unique<Screen>(trial);
+    state.PauseTiming();
+    state.counters["pyramid/matrix"] =
+        static_cast<double>(screen->graph.Envelope().Bytes()) /
+        static_cast<double>(trial.matrix.Samples() * trial.matrix.Stride() * 4);
+    screen.reset();
+    state.ResumeTiming();
+  }
+}
+
+// The whole trial, then ever shorter pieces of it: 1, 1/10, ... 1/100,000.
+void Pan(benchmark::State& state) {
+  Screen screen(TrialOf(ShapeOf(state)));
+  const double window = screen.graph.Abscissa.Maximum / static_cast<double>(state.range(3));
+  double at = 0.0;
+  for (auto _ : state) {
+    at = at > window ? 0.0 : at + window / 97;
+    screen.graph.Abscissa.SetMinMax(at, at + window);
+    screen.Frame();
+  }
+}
+
+void Zoom(benchmark::State& state) {
+  Screen screen(TrialOf(ShapeOf(state)));
+  const double whole = screen.graph.Abscissa.Maximum;
+  double width = whole;
+  for (auto _ : state) {
+    width = width < whole / 50'000 ? whole : width / 1.25;
+    screen.graph.Abscissa.SetMinMax(whole / 2 - width / 2, whole / 2 + width / 2);
+    screen.Frame();
+  }
+}
+
+void ChangeScale(benchmark::State& state) {
+  Screen screen(TrialOf(ShapeOf(state)));
+  const Axis all = screen.graph.Ordinate;
+  double factor = 1.0;
+  for (auto _ : state) {
+    factor = factor > 3 ? 0.5 : factor * 1.1;
+    screen.graph.Ordinate.SetMinMax(all.Minimum * factor, all.Maximum * factor);
+    screen.Frame();
+  }
+}
+
+void StepCursor(benchmark::State& state) {
+  Screen screen(TrialOf(ShapeOf(state)));
+  screen.graph.Cursors.resize(2);
+  screen.graph.Cursors[1].XPosition = screen.graph.Abscissa.Maximum / 2;
+  for (auto _ : state) {
+    screen.graph.Cursors[0].XPosition += screen.graph.Abscissa.Maximum / 5000;
+    screen.widget.RedrawCursors();
+    screen.widget.repaint();
+  }
+}
+
+constexpr std::int64_t kMillion = 1'000'000;
+
+void EachShape(benchmark::internal::Benchmark* bench) {
+  bench->ArgNames({"channels", "samples", "stacked"})->Unit(benchmark::kMillisecond);
+  bench->Args({64, kMillion, 1})
+      ->Args({64, kMillion, 0})
+      ->Args({8, 10 * kMillion, 1})
+      ->Args({8, 10 * kMillion, 0});
+}
+
+void EachWindow(benchmark::internal::Benchmark* bench) {
+  bench->ArgNames({"channels", "samples", "stacked", "part"})->Unit(benchmark::kMillisecond);
+  for (const auto& [channels, samples] : {std::pair(64, kMillion), std::pair(8, 10 * kMillion)}) {
+    for (const int stacked : {1, 0}) {
+      for (const std::int64_t part : {1, 10, 100, 1000, 10'000}) {
+        bench->Args({channels, samples, stacked, part});
+      }
+    }
+  }
+}
+
+BENCHMARK(FirstPicture)->Apply(EachShape);
+BENCHMARK(Pan)->Apply(EachWindow);
+BENCHMARK(Zoom)->Apply(EachShape);
+BENCHMARK(ChangeScale)->Apply(EachShape);
+BENCHMARK(StepCursor)->Apply(EachShape);
+
+}  // namespace
+}  // namespace velmora
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
