@@ -16,6 +16,10 @@ inline constexpr Colour kYellow = 0x00FFFF;
 inline constexpr Colour kRed = 0x0000FF;
 inline constexpr Colour kBlue = 0xFF0000;
 inline constexpr Colour kGridGrey = 0x808080;
+// Backgrounds beside black and white.
+inline constexpr Colour kDarkGreen = 0x003000;
+inline constexpr Colour kDarkGrey = 0x303030;
+inline constexpr Colour kDarkBlue = 0x400000;
 
 /// The colours of channels, from 1; index 0 is not used. Told apart with every kind of colour vision
 /// (the sets of Okabe and Ito, 2008, and of Tol, 2021), on black and on white; 15 is white.

@@ -82,10 +82,6 @@ void OnGraph(Workbench& workbench) {
   (DrawingOf(workbench).*procedure)();
 }
 
-constexpr Colour kDarkGreen = 0x003000;
-constexpr Colour kDarkGrey = 0x303030;
-constexpr Colour kDarkBlue = 0x400000;
-
 constexpr std::string_view kGrid = "&Single-axis graph/&Grid";
 constexpr std::string_view kBack = "&Single-axis graph/&Background";
 constexpr std::string_view kAbscissa = "&Single-axis graph/&Abscissa";

@@ -141,14 +141,16 @@ void SingleView::CaptionOrdinate(bool onlyOfOne) {
 }
 
 void SingleView::ShowWindow() {
+  zoomed_ = false;
   graph_.AutoScaleAbscissa();
   const double window = workbench_.graph.ViewDuration;
   if (window > 0 && window < workbench_.trial.Duration) {
-    graph_.Abscissa.SetMinMax(0, window);
+    graph_.Abscissa.SetMinMax(graph_.Abscissa.Minimum, graph_.Abscissa.Minimum + window);
   }
 }
 
 void SingleView::ShowAll() {
+  zoomed_ = false;
   windowMode_ = false;
   graph_.AutoScaleAbscissa();
   graph_.AutoScaleOrdinate();

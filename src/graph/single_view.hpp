@@ -103,8 +103,15 @@ class SingleView : public OpenView {
   /// Cursors 1 and the last of 1 and 2 go to the ends of the trial; those outside it come back.
   void MoveCursorsToEnds(bool first, bool last);
 
+  /// The horizontal line of a cursor (from 1) was dragged to y. Nothing when there is no such cursor.
+  void MoveCrosshair(int cursor, double y);
+
   // The view window.
   void ToggleWindow();
+  /// The ranges that a person chose with the mouse. The abscissa keeps to the trial, and no range gets
+  /// so narrow that the numbers give out; one that cannot be shown changes nothing. Until all is shown
+  /// again pans step by what the abscissa shows.
+  void ShowRange(double left, double right, double bottom, double top);
   void PanForward(bool toEnd);
   void PanBack(bool toStart);
 
@@ -121,11 +128,18 @@ class SingleView : public OpenView {
   bool PressNavigationKey(const KeyPress& key);
   bool PressCharacterKey(const std::string& name);
   void MaximiseBy(WindowRequest request);
+  struct Ends {
+    double first;
+    double last;
+  };
+  [[nodiscard]] Ends TrialEnds() const;
+  [[nodiscard]] double PanWindow() const;
   static void CheckGraph(int graph);
 
   Workbench& workbench_;
   Graph graph_;
   bool windowMode_ = false;
+  bool zoomed_ = false;  // the abscissa shows what the mouse chose
   bool offersLines_ = false;
   bool valuesShown_ = false;
   bool numbersShown_ = false;

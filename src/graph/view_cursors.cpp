@@ -81,11 +81,15 @@ void SingleView::MoveCursor(int cursor, double x) {
   if (!std::isfinite(x)) {
     throw std::invalid_argument("a cursor cannot be moved there");
   }
-  const Trial& trial = workbench_.trial;
-  const double first = std::min(0.0, static_cast<double>(trial.Data(1, 0)));
-  const double last = std::max(trial.Duration, static_cast<double>(trial.Data(trial.NData, 0)));
-  graph_.Cursors[static_cast<std::size_t>(cursor - 1)].XPosition = std::clamp(x, first, last);
+  const Ends ends = TrialEnds();
+  graph_.Cursors[static_cast<std::size_t>(cursor - 1)].XPosition = std::clamp(x, ends.first, ends.last);
   TakeRange();
+}
+
+void SingleView::MoveCrosshair(int cursor, double y) {
+  if (cursor >= 1 && cursor <= Cursors() && std::isfinite(y)) {
+    graph_.Cursors[static_cast<std::size_t>(cursor - 1)].YPosition = y;
+  }
 }
 
 void SingleView::MoveCursorsToEnds(bool first, bool last) {

@@ -118,6 +118,9 @@ void GraphWidget::mouseMoveEvent(QMouseEvent* event) {
   }
   last_ = place;
   ShowPointer(place);
+  if (Shown() != nullptr && axisRect()->rect().contains(place.toPoint())) {
+    emit pointed(xAxis->pixelToCoord(place.x()), yAxis->pixelToCoord(place.y()));
+  }
 }
 
 void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {

@@ -39,6 +39,8 @@ class GraphWidget : public GraphPlot {
   void crosshairDragged(int cursor, double y);
   void dragEnded();
   void rangeChosen(const velmora::GraphRange& range);
+  /// The pointer is at this place of the axes.
+  void pointed(double x, double y);
   void clicked();
   void doubleClicked();
   void rightClicked(const QPoint& globalPlace);

@@ -143,6 +143,17 @@ void DrawMarks(const Task& task, TracePainter::Kind kind) {
   }
 }
 
+// Smooth lines cost much more than columns: they are for few samples, fewer where they lie close and
+// the lines are steep.
+bool IsSmooth(const Task& task) {
+  constexpr std::int64_t kApart = 3;  // pixels
+  constexpr std::int64_t kMostApart = 20'000;
+  constexpr std::int64_t kMostClose = 4'000;
+  const std::int64_t all = task.Samples() * task.graph.VisiblePlots();
+  const bool apart = task.Samples() * kApart <= task.rect.width();
+  return all <= (apart ? kMostApart : kMostClose);
+}
+
 void PaintPixels(const Task& task, QImage& image) {
   const PixelScale x = task.X(task.ratio);
   const PixelScale y = task.Y(task.ratio);
@@ -178,8 +189,6 @@ void PaintPixels(const Task& task, QImage& image) {
 
 void TracePainter::Paint(QPainter& painter, const Graph& graph, const QRect& rect, Colour background,
                          Kind kind) {
-  constexpr std::int64_t kPixelsBetweenSamples = 3;
-  constexpr std::int64_t kMostSmooth = 20'000;  // samples of all plots; more take longer than a frame
   const Axis abscissa = Drawable(graph.Abscissa);
   if (rect.isEmpty() || graph.Plotted() == nullptr || graph.Times().Samples() == 0) {
     return;
@@ -196,10 +205,9 @@ void TracePainter::Paint(QPainter& painter, const Graph& graph, const QRect& rec
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setRenderHint(QPainter::Antialiasing);
-  const bool apart = task.Samples() * kPixelsBetweenSamples <= rect.width();
-  const bool few = task.Samples() * graph.VisiblePlots() <= kMostSmooth;
-  if ((apart && few) ||
-      (kind == Kind::Shapes && (!graph.Times().Sorted() || task.Samples() <= 2 * rect.width()))) {
+  const bool sorted = graph.Times().Sorted();
+  const bool resolved = !sorted || task.Samples() <= 2 * rect.width();
+  if (kind == Kind::Shapes ? resolved : sorted && IsSmooth(task)) {
     DrawSampleLines(task);
   } else if (kind == Kind::Shapes) {
     DrawColumnLines(task);

@@ -22,9 +22,9 @@ struct PictureTest : testing::Test {
   void SetUp() override {
     test::ScriptedQuestions questions;
     Workbench workbench(questions);
-    std::vector<float> samples(1001, -1.0F);
-    std::fill(samples.begin() + 500, samples.end(), 1.0F);
-    test::SetChannels(workbench.trial, {samples, std::vector<float>(1001, 0.5F)}, 1000.0);
+    std::vector<float> samples(5001, -1.0F);
+    std::fill(samples.begin() + 2500, samples.end(), 1.0F);
+    test::SetChannels(workbench.trial, {samples, std::vector<float>(5001, 0.5F)}, 5000.0);
     workbench.trial.ChanLabel[1] = "Step";
     workbench.trial.ChanUnits[1] = "mV";
     workbench.trial.ChanLabel[2] = "<L> & R";

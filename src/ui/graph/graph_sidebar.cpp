@@ -1,0 +1,132 @@
+#include "ui/graph/graph_sidebar.hpp"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <cmath>
+
+#include "core/numbers.hpp"
+#include "core/text.hpp"
+#include "plot/plot_colours.hpp"
+#include "ui/text.hpp"
+
+namespace velmora::ui {
+namespace {
+
+QIcon Swatch(const QColor& colour, double ratio) {
+  constexpr int kSide = 12;
+  QPixmap pixmap(QSize(kSide, kSide) * ratio);
+  pixmap.setDevicePixelRatio(ratio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(QColor(128, 128, 128), 1));
+  painter.setBrush(colour);
+  painter.drawRoundedRect(QRectF(0.5, 0.5, kSide - 1, kSide - 1), 2, 2);
+  return pixmap;
+}
+
+QString NameOf(const Trial& trial, int channel) {
+  const auto c = static_cast<std::size_t>(channel);
+  const std::string units = Trim(trial.ChanUnits[c].Text());
+  return ToQt(Trim(trial.ChanLabel[c].Text()) + (units.empty() ? "" : " (" + units + ")"));
+}
+
+}  // namespace
+
+GraphSidebar::GraphSidebar(QWidget* parent) : QTreeWidget(parent) {
+  setObjectName(QStringLiteral("sidebar"));
+  setColumnCount(4);
+  setHeaderLabels({tr("Channel"), tr("Cursor 1"), tr("Cursor 2"), tr("Difference")});
+  setRootIsDecorated(false);
+  setUniformRowHeights(true);
+  setSelectionMode(NoSelection);
+  setFocusPolicy(Qt::NoFocus);  // the keys belong to the graph
+  setFrameShape(NoFrame);
+  header()->setStretchLastSection(false);
+  header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  header()->setMinimumSectionSize(60);
+  header()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  headerItem()->setTextAlignment(0, Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+// The channels' colours were chosen for the graph's background, so that is theirs here, too.
+void GraphSidebar::TakeColours(Colour background) {
+  const QColor back = ToQColor(background);
+  const QColor front = Foreground(background);
+  QPalette colours = palette();
+  for (const auto role : {QPalette::Base, QPalette::Window, QPalette::AlternateBase}) {
+    colours.setColor(role, back);
+  }
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    colours.setColor(role, front);
+  }
+  colours.setColor(QPalette::Button, IsLight(background) ? back.darker(106) : QColor(0x2A, 0x2A, 0x2A));
+  setPalette(colours);
+  header()->setPalette(colours);
+}
+
+void GraphSidebar::Rebuild(const SingleView& view, const Workbench& workbench) {
+  TakeColours(view.Drawing().Background);
+  clear();
+  channels_.clear();
+  const auto add = [this](const QString& name) {
+    auto* item = new QTreeWidgetItem(this, {name});
+    for (int column = 1; column < columnCount(); ++column) {
+      item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    }
+    return item;
+  };
+  sample_ = add(tr("Sample"));
+  const std::string units = Trim(workbench.trial.ChanUnits[0].Text());
+  time_ = add(NameOf(workbench.trial, 0));
+  reciprocal_ = add(units == "s" ? tr("1 / difference (Hz)") : tr("1 / difference"));
+  for (const Plot& plot : view.Drawing().Plots) {
+    if (plot.Visible) {
+      QTreeWidgetItem* item = add(NameOf(workbench.trial, plot.Channel));
+      item->setIcon(0, Swatch(TraceColour(plot, view.Drawing().Background), devicePixelRatioF()));
+      item->setToolTip(0, tr("Channel %1").arg(ToQt(ChannelNumber(plot.Channel))));
+      channels_.push_back({plot.Channel, item});
+    }
+  }
+  Update(view, workbench);
+}
+
+void GraphSidebar::FillTimes(const SingleView& view, const Workbench& workbench) {
+  const std::vector<GraphCursor>& cursors = view.Drawing().Cursors;
+  for (int k = 1; k <= 2; ++k) {
+    const bool there = view.Cursors() >= k;
+    sample_->setText(k, there ? QString::number(view.SampleOf(k)) : QString());
+    time_->setText(k, there ? ToQt(FormatNumber(cursors[static_cast<std::size_t>(k - 1)].XPosition,
+                                                workbench.ValuePattern))
+                            : QString());
+  }
+  const bool both = view.Cursors() >= 2;
+  const double between = both ? cursors[1].XPosition - cursors[0].XPosition : 0.0;
+  sample_->setText(3, both ? QString::number(view.SampleOf(2) - view.SampleOf(1)) : QString());
+  time_->setText(3, both ? ToQt(FormatNumber(between, workbench.ValuePattern)) : QString());
+  reciprocal_->setText(
+      3, between != 0 ? ToQt(FormatNumber(1 / std::abs(between), workbench.ValuePattern)) : QString());
+}
+
+void GraphSidebar::Update(const SingleView& view, const Workbench& workbench) {
+  const int cursors = std::min(view.Cursors(), 2);
+  for (int column = 1; column < columnCount(); ++column) {
+    setColumnHidden(column, column == 3 ? cursors < 2 : cursors < column);
+  }
+  sample_->setHidden(cursors == 0);
+  time_->setHidden(cursors == 0);
+  reciprocal_->setHidden(cursors < 2);
+  FillTimes(view, workbench);
+  for (const ChannelRow& row : channels_) {
+    double values[2] = {};
+    for (int k = 1; k <= cursors; ++k) {
+      values[k - 1] = workbench.trial.Data(view.SampleOf(k), row.channel);
+      row.item->setText(k, ToQt(FormatNumber(values[k - 1], workbench.ValuePattern)));
+    }
+    row.item->setText(
+        3, cursors == 2 ? ToQt(FormatNumber(values[1] - values[0], workbench.ValuePattern)) : QString());
+  }
+}
+
+}  // namespace velmora::ui

@@ -1,0 +1,304 @@
+#include "ui/graph/graph_window.hpp"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QStandardPaths>
+
+#include "app/command_table.hpp"
+#include "core/helpers.hpp"
+#include "plot/graph_widget.hpp"
+#include "ui/graph/cursor_values.hpp"
+#include "ui/graph/graph_menus.hpp"
+#include "ui/graph/graph_sidebar.hpp"
+#include "ui/graph/key_names.hpp"
+#include "ui/text.hpp"
+
+namespace velmora::ui {
+
+GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
+    : QMainWindow(parent, Qt::Window),
+      workbench_(workbench),
+      run_(std::move(run)),
+      plot_(new GraphWidget),
+      sidebar_(new GraphSidebar),
+      values_(new CursorValuesPanel(this)) {
+  setObjectName(QStringLiteral("frmGraph"));
+  setAttribute(Qt::WA_DeleteOnClose);
+  menus_ = std::make_unique<GraphMenus>(menuBar(), [this](const Command& command) { RunCommand(command); });
+  AddPictureEntries();
+  AddBar();
+  AddStatusBar();
+  plot_->SetLegend(false);  // the sidebar is one
+  auto* splitter = new QSplitter;
+  splitter->addWidget(plot_);
+  splitter->addWidget(sidebar_);
+  splitter->setStretchFactor(0, 1);
+  splitter->setStretchFactor(1, 0);
+  splitter->setSizes({880, 320});
+  splitter->setChildrenCollapsible(false);
+  setCentralWidget(splitter);
+  ConnectPlot();
+  resize(1200, 760);
+  plot_->setFocus();
+  Refresh();
+}
+
+GraphWindow::~GraphWindow() = default;
+
+SingleView* GraphWindow::View() const {
+  return dynamic_cast<SingleView*>(workbench_.view.get());
+}
+
+void GraphWindow::ShowGraph() {
+  const SingleView* view = View();
+  view != nullptr && view->Maximised() ? showMaximized() : show();
+  ShowHint();
+}
+
+void GraphWindow::RunCommand(const Command& command) {
+  run_(command);
+  Refresh();
+}
+
+void GraphWindow::RunById(const char* id) {
+  RunCommand(*FindCommand(id));
+}
+
+/// What a person does in the view without a command: heard by whoever writes down what was done, and
+/// never the end of the program.
+template <typename Work>
+void GraphWindow::Act(const Action& action, const Work& work) {
+  std::string fault;
+  try {
+    const ActionScope scope(workbench_.listener, action);
+    work();
+  } catch (const std::bad_alloc&) {
+    fault = "There is not enough memory.";
+  } catch (const std::exception& error) {
+    fault = error.what();
+  }
+  if (!fault.empty()) {
+    ShowFailure(workbench_, {.title = "Graph", .text = fault, .icon = Icon::Stop});
+  }
+  Refresh();
+  Q_EMIT Changed();
+}
+
+void GraphWindow::ConnectPlot() {
+  connect(plot_, &GraphWidget::cursorDragged, this, &GraphWindow::DragCursor);
+  connect(plot_, &GraphWidget::dragEnded, this, &GraphWindow::EndDrag);
+  connect(plot_, &GraphWidget::crosshairDragged, this, [this](int cursor, double y) {
+    if (SingleView* view = View()) {
+      view->MoveCrosshair(cursor, y);
+    }
+  });
+  connect(plot_, &GraphWidget::rangeChosen, this, [this](const GraphRange& range) {
+    if (SingleView* view = View()) {
+      view->ShowRange(range.left, range.right, range.bottom, range.top);
+      plot_->Redraw();
+    }
+  });
+  connect(plot_, &GraphWidget::clicked, this, [this] {
+    Act(GraphClick{1, Clicked::Once}, [this] { View()->Click(1); });
+  });
+  connect(plot_, &GraphWidget::doubleClicked, this, [this] {
+    Act(GraphClick{1, Clicked::Twice}, [this] { View()->DoubleClick(1); });
+  });
+  connect(plot_, &GraphWidget::rightClicked, this, [this] {
+    Act(GraphClick{1, Clicked::Right}, [this] { View()->RightClick(1); });
+  });
+  connect(values_, &CursorValuesPanel::Closed, this, [this] { RunById("cursor.values"); });
+}
+
+// While it is dragged only what depends on cursors is drawn; the end of it is the act.
+void GraphWindow::DragCursor(int cursor, double x) {
+  SingleView* view = View();
+  if (view == nullptr || cursor > view->Cursors() || !std::isfinite(x)) {
+    return;
+  }
+  view->MoveCursor(cursor, x);
+  dragged_ = active_ = cursor;
+  ShowCursors();
+}
+
+void GraphWindow::EndDrag() {
+  SingleView* view = View();
+  if (view == nullptr || dragged_ < 1 || dragged_ > view->Cursors()) {
+    return;
+  }
+  const CursorMove move{std::exchange(dragged_, 0),
+                        view->Drawing().Cursors[static_cast<std::size_t>(active_ - 1)].XPosition};
+  Act(move, [&] { view->MoveCursor(move.cursor, move.x); });
+}
+
+void GraphWindow::ShowCursors() {
+  if (const SingleView* view = View()) {
+    sidebar_->Update(*view, workbench_);
+    values_->Show(view->Values(), workbench_);
+    ShowState(*view);
+  }
+}
+
+void GraphWindow::Refresh() {
+  SingleView* view = View();
+  if (view == nullptr) {
+    plot_->SetGraph(nullptr);
+    bound_ = nullptr;
+    close();
+    return;
+  }
+  if (bound_ != view) {
+    bound_ = view;
+    view->onRequest = [this](WindowRequest request) { Obey(request); };
+  }
+  plot_->SetGraph(&view->Drawing());
+  plot_->SetTitle(ToQt(view->TitleText()));
+  plot_->Redraw();
+  sidebar_->setVisible(view->Drawing().SidebarVisible);
+  sidebar_->Rebuild(*view, workbench_);
+  values_->Show(view->Values(), workbench_);
+  menus_->Update(*view, workbench_);
+  ShowState(*view);
+}
+
+void GraphWindow::ShowState(const SingleView& view) {
+  const Trial& trial = workbench_.trial;
+  setWindowTitle(tr("Graph of %1[*]").arg(ToQt(trial.TrialName.empty() ? trial.FileName : trial.TrialName)));
+  setWindowModified(trial.FileChanged);
+  windowButton_->setText(ToQt(view.WindowCaption()));
+  pointsButton_->setText(ToQt(view.PointsCaption()));
+  trial_->setText(ToQt(trial.TrialName));
+  countCaption_->setText(view.Cursors() == 1 ? tr("Datum:") : tr("# data:"));
+  intervalCaption_->setText(view.Cursors() == 1 ? tr("Time:") : tr("Interval:"));
+  count_->setText(ToQt(view.CountText()));
+  interval_->setText(ToQt(view.IntervalText()));
+  for (const auto& [mode, button] : modes_) {
+    button->setChecked(view.Drawing().Track == mode);
+    if (button->isChecked()) {
+      mode_->setText(button->toolTip());
+    }
+  }
+}
+
+void GraphWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    LeaveMode();
+    return;
+  }
+  const std::optional<KeyPress> key = GraphKey(*event);
+  if (!key || View() == nullptr || StepByArrow(*key)) {
+    return;
+  }
+  Act(*key, [&] {
+    if (!View()->PressKey(*key)) {
+      event->ignore();
+    }
+  });
+}
+
+void GraphWindow::LeaveMode() {
+  SingleView* view = View();
+  if (plot_->CancelGesture() || view == nullptr) {
+    return;
+  }
+  view->Drawing().Track = view->Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
+  Refresh();
+}
+
+// With a cursor the arrows move the one that was moved last, by a pixel or a sample, whichever is more,
+// with shift ten times as far; without one they pan.
+bool GraphWindow::StepByArrow(const KeyPress& key) {
+  constexpr double kPan = 0.1;
+  constexpr double kFar = 10.0;
+  if (key.name != "Left" && key.name != "Right") {
+    return false;
+  }
+  SingleView& view = *View();
+  const Axis& axis = view.Drawing().Abscissa;
+  const Axis& ordinate = view.Drawing().Ordinate;
+  const double width = axis.Maximum - axis.Minimum;
+  const double sign = (key.name == "Left" ? -1 : 1) * (key.shift ? kFar : 1.0);
+  if (view.Cursors() == 0) {
+    const double step = sign * kPan * width;
+    view.ShowRange(axis.Minimum + step, axis.Maximum + step, ordinate.Minimum, ordinate.Maximum);
+    plot_->Redraw();
+    return true;
+  }
+  active_ = std::clamp(active_, 1, view.Cursors());
+  const double pixel = width / std::max(plot_->axisRect()->width(), 1);
+  const double sample = workbench_.trial.Rate > 0 ? 1 / workbench_.trial.Rate : pixel;
+  const CursorMove move{active_, view.Drawing().Cursors[static_cast<std::size_t>(active_ - 1)].XPosition +
+                                     sign * std::max(pixel, sample)};
+  Act(move, [&] { view.MoveCursor(move.cursor, move.x); });
+  return true;
+}
+
+void GraphWindow::Obey(WindowRequest request) {
+  const QRect room = screen()->availableGeometry();
+  switch (request) {
+    case WindowRequest::Beep:
+      QApplication::beep();
+      return;
+    case WindowRequest::Maximise:
+      showMaximized();
+      return;
+    case WindowRequest::Normal:
+      showNormal();
+      return;
+    case WindowRequest::FullWidth:
+      showNormal();
+      setGeometry(room.left(), y(), room.width(), height());
+      return;
+    case WindowRequest::FullHeight:
+      showNormal();
+      setGeometry(x(), room.top(), width(), room.height());
+      return;
+    case WindowRequest::Calculator:
+      StartCalculator();
+      return;
+  }
+}
+
+void GraphWindow::StartCalculator() {
+  for (const char* name :
+       {"gnome-calculator", "kcalc", "mate-calc", "galculator", "qalculate-gtk", "xcalc"}) {
+    const QString program = QStandardPaths::findExecutable(QString::fromLatin1(name));
+    if (!program.isEmpty() && QProcess::startDetached(program, {})) {
+      return;
+    }
+  }
+  ShowRefusal(workbench_, {.title = "Calculator",
+                           .text = "No calculator program was found on this computer.",
+                           .icon = Icon::Information});
+}
+
+void GraphWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  SingleView* view = View();
+  if (event->type() == QEvent::WindowStateChange && view != nullptr) {
+    view->SetMaximised(isMaximized());
+  }
+}
+
+void GraphWindow::closeEvent(QCloseEvent* event) {
+  if (closing_) {
+    event->accept();
+    return;
+  }
+  closing_ = true;
+  if (SingleView* view = View()) {
+    view->onRequest = nullptr;
+    plot_->SetGraph(nullptr);
+    run_(*FindCommand("view.exit"));
+    CloseView(workbench_);  // whatever became of the command
+  }
+  event->accept();
+  Q_EMIT Changed();
+}
+
+}  // namespace velmora::ui

@@ -1,0 +1,227 @@
+// The graph's window as a person uses it. With VELMORA_SCREENSHOTS set to a directory it leaves pictures
+// of what it saw there.
+#include "ui/graph/graph_window.hpp"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeWidget>
+#include <QWheelEvent>
+#include <filesystem>
+
+#include "plot/graph_widget.hpp"
+#include "support/command_test.hpp"
+#include "support/temporary_directory.hpp"
+
+namespace velmora::ui {
+namespace {
+
+/// Four seconds at 250 Hz: a slow wave, a fast one with a peak of a single sample, and a third channel
+/// that is not shown.
+struct GraphWindowTest : test::CommandTest {
+  test::TemporaryDirectory directory;
+  QPointer<GraphWindow> window;
+  int changes = 0;
+
+  void SetUp() override {
+    test::Samples slow;
+    test::Samples fast;
+    for (int i = 0; i < 1001; ++i) {
+      slow.push_back(static_cast<float>(100 * std::sin(i * 0.0126)));
+      fast.push_back(static_cast<float>(40 * std::sin(i * 0.2)) + (i == 700 ? 120.0F : 0.0F));
+    }
+    test::SetChannels(trial, {slow, fast, test::Samples(1001, 7.0F)}, 250.0);
+    const char* labels[] = {"Knee", "Quadriceps", "Marker"};
+    const char* units[] = {"deg", "mV", "V"};
+    for (std::size_t c = 1; c <= 3; ++c) {
+      trial.ChanLabel[c] = labels[c - 1];
+      trial.ChanUnits[c] = units[c - 1];
+    }
+    trial.TrialName = "jump";
+    trial.TrialTitle = "Counter movement jump";
+    workbench.DataDir = directory.Path("");
+    questions.formAnswers.emplace_back([](Form& form) {
+      form.FindButton("None")->press();
+      form.Edit(*form.FindField("channels"), 1, "true");
+      form.Edit(*form.FindField("channels"), 2, "true");
+      return std::string("OK");
+    });
+    Run("graph.single");
+    ASSERT_NE(workbench.view, nullptr);
+    window = new GraphWindow(workbench, [this](const Command& command) { RunCommand(workbench, command); });
+    QObject::connect(window, &GraphWindow::Changed, [this] { ++changes; });
+    window->resize(1200, 760);
+    window->ShowGraph();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    window->activateWindow();
+    QApplication::processEvents();
+  }
+  void TearDown() override { delete window; }
+
+  SingleView& View() { return dynamic_cast<SingleView&>(*workbench.view); }
+  GraphWidget& Plot() { return window->Plot(); }
+  void Key(Qt::Key key, Qt::KeyboardModifiers held = {}) {
+    QTest::keyClick(&Plot(), key, held);
+    QApplication::processEvents();
+  }
+  void Press(const char* button) {
+    QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton);
+    QApplication::processEvents();
+  }
+  void Choose(const char* entry) {
+    auto* action = window->findChild<QAction*>(entry);
+    ASSERT_NE(action, nullptr) << entry;
+    ASSERT_TRUE(action->isEnabled()) << entry;
+    action->trigger();
+    QApplication::processEvents();
+  }
+  [[nodiscard]] bool Marked(const char* entry) const {
+    return window->findChild<QAction*>(entry)->isChecked();
+  }
+  QPoint Place(double x, double part) {
+    return {static_cast<int>(std::lround(Plot().xAxis->coordToPixel(x))),
+            Plot().axisRect()->top() + static_cast<int>(part * Plot().axisRect()->height())};
+  }
+  void Drag(QPoint from, QPoint to) {
+    QTest::mousePress(&Plot(), Qt::LeftButton, {}, from);
+    for (const double part : {0.5, 1.0}) {
+      const QPointF at = QPointF(from) + part * QPointF(to - from);
+      QMouseEvent move(QEvent::MouseMove, at, Plot().mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
+      QApplication::sendEvent(&Plot(), &move);
+    }
+    QTest::mouseRelease(&Plot(), Qt::LeftButton, {}, to);
+    QApplication::processEvents();
+  }
+  [[nodiscard]] std::string Text(const char* label) const {
+    return window->findChild<QLabel*>(label)->text().toStdString();
+  }
+  [[nodiscard]] QTreeWidgetItem* Row(const char* name) const {
+    const auto found = window->findChild<QTreeWidget*>("sidebar")->findItems(name, Qt::MatchStartsWith);
+    return found.isEmpty() ? nullptr : found.front();
+  }
+  void Shot(const char* name) {
+    QApplication::processEvents();
+    if (const char* folder = std::getenv("VELMORA_SCREENSHOTS")) {
+      std::filesystem::create_directories(folder);
+      window->grab().save(QString::fromStdString(std::string(folder) + "/" + name + ".png"));
+    }
+  }
+};
+
+TEST_F(GraphWindowTest, APieceIsSelectedWithTwoCursorsAndCropped) {
+  Shot("graph");
+  EXPECT_EQ(Row("Marker"), nullptr);
+  Key(Qt::Key_2);
+  EXPECT_EQ(View().Cursors(), 2);
+  EXPECT_TRUE(Marked("cursor.two"));
+  Drag(Place(1.0, 0.7), Place(0.5, 0.7));
+  Drag(Place(3.0, 0.7), Place(2.9, 0.2));
+  EXPECT_NEAR(trial.CursorLo, 126, 1);
+  EXPECT_NEAR(trial.CursorHi, 726, 1);
+  EXPECT_NEAR(std::stoi(Text("count")), trial.CursorHi - trial.CursorLo, 1);  // of times, not of samples
+  ASSERT_NE(Row("Quadriceps"), nullptr);
+  EXPECT_NEAR(Row("Sample")->text(3).toDouble(), 600, 2);
+  EXPECT_NEAR(Row("Knee")->text(1).toDouble(), trial.Data(trial.CursorLo, 1), 1e-4);
+  EXPECT_NEAR(Row("1 /")->text(3).toDouble(), 1 / 2.4, 2e-3);
+  EXPECT_GE(changes, 3);
+  Key(Qt::Key_N);
+  Shot("graph-two-cursors");
+  Key(Qt::Key_N);
+
+  Press("cmdWindow");
+  EXPECT_TRUE(View().WindowMode());
+  EXPECT_EQ(window->findChild<QPushButton*>("cmdWindow")->text(), "&Full");
+  Key(Qt::Key_F);
+  EXPECT_FALSE(View().WindowMode());
+
+  questions.formAnswers.emplace_back([](Form& form) {
+    EXPECT_EQ(form.Name(), "frmClip");
+    return std::string("Crop");
+  });
+  const std::int32_t kept = trial.CursorHi - trial.CursorLo + 1;
+  Choose("crop.outside");
+  EXPECT_EQ(trial.NData, kept);
+  EXPECT_TRUE(trial.FileChanged);
+  EXPECT_EQ(Text("count"), std::to_string(kept - 1));
+  Choose("background.white");
+  EXPECT_TRUE(Marked("background.white"));
+  EXPECT_FALSE(Marked("background.black"));
+  Shot("graph-cropped-white");
+
+  window->close();
+  EXPECT_EQ(workbench.view, nullptr);
+  QTest::qWait(1);
+  EXPECT_EQ(window, nullptr);
+}
+
+TEST_F(GraphWindowTest, MouseModesAndKeysMoveTheView) {
+  const QPoint middle = Place(2.0, 0.5);
+  QWheelEvent wheel(middle, Plot().mapToGlobal(middle), {}, {0, 240}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                    false);
+  QApplication::sendEvent(&Plot(), &wheel);
+  QApplication::processEvents();
+  EXPECT_NEAR(View().Drawing().Abscissa.Minimum, 2 - 2 / 1.5625, 0.01);
+  Key(Qt::Key_PageDown);
+  Key(Qt::Key_PageDown);
+  EXPECT_EQ(View().Drawing().Abscissa.Minimum, 0.0);
+  Press("optZoom");
+  EXPECT_TRUE(Marked("zoom.area"));
+  Drag(Place(0.5, 0.25), Place(1.5, 0.75));
+  EXPECT_NEAR(View().Drawing().Abscissa.Minimum, 0.5, 0.01);
+  EXPECT_NEAR(View().Drawing().Abscissa.Maximum, 1.5, 0.01);
+  Shot("graph-zoomed");
+  Key(Qt::Key_Escape);
+  EXPECT_EQ(View().Drawing().Track, TrackMode::None);
+  EXPECT_TRUE(window->findChild<QPushButton*>("optNone")->isChecked());
+  QTest::mouseDClick(&Plot(), Qt::LeftButton, {}, middle);
+  EXPECT_EQ(View().Drawing().Abscissa.Maximum, 4.0);
+
+  Key(Qt::Key_1);
+  Key(Qt::Key_Right);
+  const double pixel = 4.0 / Plot().axisRect()->width();
+  EXPECT_NEAR(View().Drawing().Cursors[0].XPosition, 2.0 + std::max(pixel, 0.004), 1e-9);
+  Key(Qt::Key_Left, Qt::ShiftModifier);
+  EXPECT_NEAR(View().Drawing().Cursors[0].XPosition, 2.0 - 9 * std::max(pixel, 0.004), 1e-9);
+  EXPECT_EQ(Text("count"), std::to_string(View().SampleOf(1)));
+  Key(Qt::Key_5);
+  auto* values = window->findChild<QDialog*>("frmCursor");
+  EXPECT_TRUE(values->isVisible());
+  Shot("graph-one-cursor");
+  Key(Qt::Key_5);
+  EXPECT_FALSE(values->isVisible());
+
+  Key(Qt::Key_Question, Qt::ShiftModifier);
+  EXPECT_EQ(questions.boxes.back().title, "Keyboard Functions");
+  Choose("grid.sidebar");
+  EXPECT_FALSE(window->findChild<QTreeWidget*>("sidebar")->isVisible());
+  Choose("grid.sidebar");
+  Key(Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);  // not the graph's
+}
+
+TEST_F(GraphWindowTest, PicturesAreSavedAsTheyAreShown) {
+  for (const char* name : {"p.png", "p.svg", "p.pdf"}) {
+    questions.fileAnswers.push_back({directory.Path(name)});
+    QTest::keyClick(window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(std::filesystem::exists(directory.Path(name))) << name;
+  }
+  const QImage picture(QString::fromStdString(directory.Path("p.png")));
+  EXPECT_EQ(picture.size(), Plot().size());
+  EXPECT_EQ(picture.pixelColor(1, 1), QColor(Qt::white));
+  questions.fileAnswers.push_back({directory.Path("p.gif")});
+  QTest::keyClick(window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(workbench.report.warnings.size(), 1U);
+  EXPECT_EQ(workbench.report.failures.size(), 0U);
+}
+
+TEST_F(GraphWindowTest, GoesWhenItsViewGoesElsewhere) {
+  CloseView(workbench);
+  window->Refresh();
+  QTest::qWait(1);
+  EXPECT_EQ(window, nullptr);
+}
+
+}  // namespace
+}  // namespace velmora::ui
