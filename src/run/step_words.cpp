@@ -40,7 +40,10 @@ std::string Grouped(const std::map<std::string, std::vector<int>>& byValue, cons
 }
 
 struct ActionWords {
-  std::string operator()(const Command* command) const { return Caption(command->caption); }
+  std::string operator()(const Command* command) const {
+    // Its caption lists what its dialogue offers, and the answers say which it was.
+    return command->id == "smooth.butterworth" ? "Filter" : Caption(command->caption);
+  }
   std::string operator()(const KeyPress& key) const {
     return std::string("Key ") + (key.ctrl ? "Ctrl+" : "") + (key.shift ? "Shift+" : "") +
            (key.alt ? "Alt+" : "") + key.name;
@@ -122,9 +125,18 @@ std::string WordsOf(const ChannelPicker& picker) {
 
 std::string WordsOf(const Form& form, int channels) {
   std::string words;
+  // What kind of filter it was is worth telling also when it is the usual one.
+  for (const char* name : {"optFilter", "optPassType"}) {
+    const FormField* field = form.FindField(name);
+    std::int32_t* const* choice = field != nullptr ? std::get_if<std::int32_t*>(&field->target) : nullptr;
+    if (choice != nullptr) {
+      Append(words, Caption(field->choices[static_cast<std::size_t>(std::max(0, **choice))]));
+    }
+  }
   std::vector<const FormField*> told;
   for (const Form::EditMade& edit : form.Edits()) {
-    if (std::find(told.begin(), told.end(), edit.field) != told.end()) {
+    const bool toldAbove = edit.field->name == "optFilter" || edit.field->name == "optPassType";
+    if (toldAbove || std::find(told.begin(), told.end(), edit.field) != told.end()) {
       continue;
     }
     told.push_back(edit.field);

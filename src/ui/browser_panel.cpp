@@ -9,6 +9,7 @@
 #include <QSplitter>
 #include <QStorageInfo>
 #include <QTabWidget>
+#include <QTimer>
 #include <QTreeView>
 
 #include "core/file_filters.hpp"
@@ -87,9 +88,11 @@ void BrowserPanel::AddTree(QSplitter* to) {
               Q_EMIT DirectoryChosen(directories_->filePath(index));
             }
           });
-  // Rows come in while the directory is read: what is current stays in sight.
-  connect(directories_, &QFileSystemModel::directoryLoaded, this,
-          [this] { tree_->scrollTo(tree_->currentIndex(), QAbstractItemView::PositionAtCenter); });
+  // Rows come in while directories are read: what is current stays in sight.
+  connect(directories_, &QFileSystemModel::directoryLoaded, this, [this] {
+    QTimer::singleShot(
+        0, tree_, [this] { tree_->scrollTo(tree_->currentIndex(), QAbstractItemView::PositionAtCenter); });
+  });
   to->addWidget(tree_);
 }
 
@@ -146,6 +149,8 @@ void BrowserPanel::ShowLocations() {
   for (const QString& path : parents) {
     location_->addItem(path, path);
   }
+  constexpr int kRoom = 230;
+  location_->setItemText(0, fontMetrics().elidedText(parents.constFirst(), Qt::ElideLeft, kRoom));
   for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
     const QString path = volume.rootPath();
     const bool ours = !path.startsWith(QStringLiteral("/proc")) && !path.startsWith(QStringLiteral("/sys")) &&

@@ -140,11 +140,15 @@ class LineEditor : public FieldEditor {
     layout->addWidget(remark_, 1);
     setFocusProxy(line_);
     connect(line_, &QLineEdit::editingFinished, this, [this] { Commit(); });
-    connect(line_, &QLineEdit::textEdited, this, [this] { Judge(); });
+    connect(line_, &QLineEdit::textEdited, this, [this] { Typed(); });
   }
 
   void Refresh() override {
     const QString value = ValueText(field_);
+    if (line_->hasFocus() && !text_ && Val(ToStd(line_->text())) == Val(ToStd(value))) {
+      shown_ = line_->text();
+      return;  // still being typed
+    }
     if (value != shown_ || line_->text() != value) {
       shown_ = value;
       line_->setText(value);
@@ -167,6 +171,13 @@ class LineEditor : public FieldEditor {
   }
 
  private:
+  // A number that nothing follows from is taken as it is typed, so that pictures follow it.
+  void Typed() {
+    if (Judge() && !text_ && !field_.edited) {
+      Commit();
+    }
+  }
+
   // Tells at once what will not be taken, or not as it was meant. Returns whether it can be taken.
   bool Judge() {
     remark_->clear();

@@ -11,7 +11,9 @@
 
 #include "core/numbers.hpp"
 #include "core/text.hpp"
+#include "ui/response_picture.hpp"
 #include "ui/text.hpp"
+#include "ui/text_picture.hpp"
 #include "ui/theme.hpp"
 
 namespace velmora::ui {
@@ -177,7 +179,11 @@ void FormDialog::AddTable(QBoxLayout* to) {
   }
   model_ = new ChannelTableModel(workbench_, std::move(columns), this);
   table_ = new ChannelTableView(workbench_, nullptr, model_, this);
-  table_->setMinimumSize(460, 240);
+  int width = 24;
+  for (int k = 0; k < model_->columnCount({}); ++k) {
+    width += table_->horizontalHeader()->sectionSize(k);
+  }
+  table_->setMinimumSize(std::max(width, 420), 240);
   table_->horizontalHeader()->setStretchLastSection(true);
   connect(model_, &ChannelTableModel::Edited, this, [this] { FieldsChanged(); });
   connect(model_, &ChannelTableModel::Refused, this, [this](const QString& why) { refusal_->setText(why); });
@@ -270,7 +276,13 @@ void FormDialog::FieldsChanged() {
 }
 
 std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, QWidget* parent) {
-  return std::make_unique<FormDialog>(form, workbench, nullptr, parent);
+  FormPicture* picture = nullptr;
+  if (form.Name() == "frmButterworth") {
+    picture = new ResponsePicture(form, workbench);
+  } else if (form.Name() == "frmParse") {
+    picture = new TextPicture(form, workbench);
+  }
+  return std::make_unique<FormDialog>(form, workbench, picture, parent);
 }
 
 }  // namespace velmora::ui

@@ -8,19 +8,12 @@
 #include "ui/asking_dialog.hpp"
 #include "ui/channel_table_view.hpp"
 #include "ui/field_editor.hpp"
+#include "ui/form_picture.hpp"
 
 class QBoxLayout;
 class QLabel;
 
 namespace velmora::ui {
-
-/// What a form shows beside its fields in the window: a drawing of what its values would do.
-class FormPicture : public QWidget {
- public:
-  using QWidget::QWidget;
-  /// The fields changed, or another channel (0: none) is the current one.
-  virtual void Show(int channel) = 0;
-};
 
 /// Draws any form: its fields by their kind, values per channel as one table, its buttons with their
 /// mnemonics. A picture, if there is one, follows the fields.

@@ -99,13 +99,17 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   restoreGeometry(settings_.Geometry());
   restoreState(settings_.State());
   historyDock_->hide();
-  std::error_code error;
-  std::filesystem::current_path(workbench_.DataDir, error);
-  if (error) {
-    workbench_.DataDir = CleanDirectory("");
-  }
+  EnterDataDirectory();
   Refresh();
-  browser_->Refresh();
+}
+
+// A directory that is no more gives way to the current one.
+void MainWindow::EnterDataDirectory() {
+  std::error_code error;
+  const bool there = std::filesystem::is_directory(workbench_.DataDir, error);
+  const std::string file = workbench_.trial.FileName;
+  OpenDirectory(workbench_, there ? workbench_.DataDir : CleanDirectory(""));
+  workbench_.trial.FileName = file;
 }
 
 MainWindow::~MainWindow() {
@@ -365,10 +369,19 @@ void MainWindow::Refresh() {
     welcome_->ShowRecent(settings_.RecentFiles());
   }
   middle_->setCurrentIndex(loaded ? 1 : 0);
-  historyPanel_->Refresh();
-  historyDock_->setVisible(history_.Steps().size() > 1 || (historyDock_->isVisible() && loaded));
+  ShowHistory();
   ShowState();
   Q_EMIT Shown();
+}
+
+// Comes with the first thing done to the trial and goes with the trial; in between it may be closed.
+void MainWindow::ShowHistory() {
+  historyPanel_->Refresh();
+  const bool worth = history_.Steps().size() > 1;
+  if (worth != historyShown_) {
+    historyShown_ = worth;
+    historyDock_->setVisible(worth);
+  }
 }
 
 void MainWindow::ShowState() {

@@ -60,7 +60,9 @@ class MainWindow : public QMainWindow {
   void ConnectHistory();
   void Heard(const Action& action);
   void Refresh();
+  void ShowHistory();
   void ShowState();
+  void EnterDataDirectory();
   void Obey(ShellRequest request);
   void LoadSelected();
   void OpenExample();
@@ -95,6 +97,7 @@ class MainWindow : public QMainWindow {
   QString selectedText_;
   bool traceStale_ = false;
   bool refreshDue_ = false;
+  bool historyShown_ = false;
   int running_ = 0;
   bool leaving_ = false;
 

@@ -111,8 +111,13 @@ QString StyleSheet(const Tones& tones) {
              "QMainWindow::separator { background: %3; width: 1px; height: 1px; }"
              "QStatusBar { border-top: 1px solid %3; } QStatusBar::item { border: none; }"
              "QDockWidget::title { padding: 6px 8px; background: %4; }"
-             "QTabBar::tab { padding: 5px 12px; }")
-      .arg(tones.text.name(), tones.base.name(), tones.line.name(), tones.window.name(), tones.button.name());
+             "QTabWidget::pane { border: none; border-top: 1px solid %3; }"
+             "QTabBar::tab { padding: 6px 12px; border: none; border-bottom: 2px solid transparent; color: "
+             "%7; }"
+             "QTabBar::tab:selected { border-bottom-color: %6; color: %1; }"
+             "QTreeView::item, QListView::item { padding: 3px 2px; }")
+      .arg(tones.text.name(), tones.base.name(), tones.line.name(), tones.window.name(), tones.button.name(),
+           tones.accent.name(), Mixed(tones.text, tones.window, 0.35F).name());
 }
 
 }  // namespace
@@ -123,7 +128,13 @@ void ApplyTheme(QApplication& app, ThemeChoice choice) {
       choice == ThemeChoice::Dark || (choice == ThemeChoice::Desktop && DesktopPrefersDark(given));
   const Tones& tones = dark ? kDark : kLight;
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  QApplication::setPalette(PaletteOf(tones));
+  const QPalette palette = PaletteOf(tones);
+  QApplication::setPalette(palette);
+  // A row that is selected stays readable, with the colours that are in it.
+  QPalette views = palette;
+  views.setColor(QPalette::Highlight, Mixed(tones.base, tones.accent, dark ? 0.34F : 0.2F));
+  views.setColor(QPalette::HighlightedText, tones.text);
+  QApplication::setPalette(views, "QAbstractItemView");
   app.setStyleSheet(StyleSheet(tones));
 }
 

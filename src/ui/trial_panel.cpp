@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kLeastRow = 30;
 constexpr int kMostRow = 110;
+constexpr int kExperimentLines = 4;  // what the experimenter wrote; behind it stand counts
 
 QString FormatName(const Trial& trial) {
   for (const Format& format : Formats()) {
@@ -28,16 +29,18 @@ QString FormatName(const Trial& trial) {
   return ToQt(trial.FileExt + " file");
 }
 
-// The pattern of data values where it shows digits enough, else as few as tell the value.
-QString Readable(double value, const Workbench& workbench) {
-  const double size = std::abs(value);
-  if (!std::isfinite(value)) {
+// As many decimals as the range of the channel calls for, the pattern of data values at least.
+QString Readable(double value, const Extremes& whole) {
+  constexpr int kDecimals = 4;
+  const double span = std::max(std::abs(double{whole.min}), std::abs(double{whole.max}));
+  if (!std::isfinite(value) || !std::isfinite(span)) {
     return QStringLiteral("–");
   }
-  if (size != 0 && (size < 0.01 || size >= 1e7)) {
-    return QString::number(value, 'g', 4);
+  if (span > 0 && (span < 1e-4 || span >= 1e9)) {
+    return QString::number(value, 'g', kDecimals);
   }
-  return ToQt(FormatNumber(value, size >= 1e4 ? "0.00" : workbench.ValuePattern));
+  const int digits = span > 0 ? static_cast<int>(std::floor(std::log10(span))) : 0;
+  return QString::number(value, 'f', std::clamp(kDecimals - digits, 0, 8));
 }
 
 QString TimeBaseMark(TimeBase base) {
@@ -114,7 +117,7 @@ std::vector<ChannelColumn> TrialPanel::Columns() {
   const auto number = [this](const QString& head, double (*of)(const ChannelTraces&, int)) {
     return ChannelColumn{.head = head, .kind = ChannelColumn::Kind::Number, .text = [this, of](int channel) {
                            const bool there = traces_.Has(channel) && !traces_.Whole(channel).Empty();
-                           return there ? Readable(of(traces_, channel), workbench_) : QString();
+                           return there ? Readable(of(traces_, channel), traces_.Whole(channel)) : QString();
                          }};
   };
   return {
@@ -136,21 +139,21 @@ void TrialPanel::Refresh(const QString& file) {
   const QLocale locale(QLocale::English);
   facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
                       .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
-                           tr("%n channel(s)", "", trial.NChan),
+                           trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
                            tr("%1 samples").arg(locale.toString(trial.NData)),
                            ToQt(FormatNumber(trial.Rate, workbench_.RatePattern)),
                            ToQt(FormatNumber(trial.Duration, workbench_.TimePattern))));
   facts_->setToolTip(file);
   QStringList lines;
   for (int k = 1; k <= trial.HeaderLineCount; ++k) {
-    const QString line = ToQt(Trim(trial.HeaderLines[static_cast<std::size_t>(k)]));
-    if (!line.isEmpty()) {
-      lines << line;
-    }
+    lines << ToQt(TrimRight(trial.HeaderLines[static_cast<std::size_t>(k)]));
   }
-  header_->setText(header_->fontMetrics().elidedText(lines.value(0), Qt::ElideRight, 700));
+  QStringList experiment = lines.mid(0, kExperimentLines);
+  experiment.removeAll(QString());
+  header_->setText(
+      header_->fontMetrics().elidedText(experiment.join(QStringLiteral("   ·   ")), Qt::ElideRight, 800));
   header_->setToolTip(lines.join('\n'));
-  header_->setVisible(!lines.isEmpty());
+  header_->setVisible(!experiment.isEmpty());
   ShowMarks();
   model_->Refresh();
   for (int k = 1; k + 1 < model_->columnCount({}); ++k) {

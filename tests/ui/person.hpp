@@ -22,15 +22,20 @@ class Person {
   }
 
   /// When a visible window has this title or object name, acts on it. In the order of the calls.
-  void When(const QString& window, Act act) { expected_.push_back({window, std::move(act)}); }
+  void When(const QString& window, Act act) {
+    expected_.push_back({window, std::move(act)});
+    waiting_.restart();
+  }
 
-  /// Serves the program until everything expected has come. Throws when it does not come in time.
-  void Work(int milliseconds = 20000) {
-    if (!QTest::qWaitFor([this] { return expected_.empty() && acting_ == 0; }, milliseconds)) {
-      throw std::runtime_error("waited in vain for \"" + expected_.front().window.toStdString() +
-                               "\"; there is " + Titles().toStdString());
-    }
+  /// Serves the program until everything expected has come. Throws what went wrong meanwhile, and when
+  /// something does not come in time.
+  void Work() {
+    const bool done = QTest::qWaitFor(
+        [this] { return (expected_.empty() && acting_ == 0) || !fault_.empty(); }, 2 * kPatience);
     QTest::qWait(30);
+    if (!done || !fault_.empty()) {
+      throw std::runtime_error(std::exchange(fault_, {}));
+    }
   }
 
   /// The button with this caption, without regard to '&'.
@@ -50,11 +55,14 @@ class Person {
     table->scrollTo(index);
     table->setCurrentIndex(index);
     table->edit(index);
-    QWidget* editor = table->viewport()->findChild<QLineEdit*>();
+    QLineEdit* editor = nullptr;
+    for (auto* line : table->viewport()->findChildren<QLineEdit*>()) {
+      editor = line->isVisible() ? line : editor;
+    }
     if (editor == nullptr) {
       throw std::runtime_error("the cell cannot be edited");
     }
-    static_cast<QLineEdit*>(editor)->selectAll();
+    editor->selectAll();
     QTest::keyClicks(editor, text);
     QTest::keyClick(editor, Qt::Key_Return);
   }
@@ -83,26 +91,58 @@ class Person {
   }
 
   void Look() {
-    if (expected_.empty()) {
-      return;
-    }
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      const Expected& next = expected_.front();
-      const bool found = window->windowTitle() == next.window || window->objectName() == next.window;
-      QWidget* modal = QApplication::activeModalWidget();
-      if (window->isVisible() && found && (modal == nullptr || modal == window)) {
-        const Act act = next.act;
-        expected_.pop_front();
-        ++acting_;
-        act(window);
-        --acting_;
-        return;
-      }
+    if (!fault_.empty()) {
+      LeaveAll();
+    } else if (!expected_.empty() && waiting_.hasExpired(kPatience)) {
+      fault_ = "waited in vain for \"" + expected_.front().window.toStdString() + "\"; there is " +
+               Titles().toStdString();
+    } else if (QWidget* window = Appeared()) {
+      Do(window);
     }
   }
 
+  // A window behind one that waits for an answer cannot be acted on.
+  QWidget* Appeared() const {
+    if (expected_.empty()) {
+      return nullptr;
+    }
+    const QString& name = expected_.front().window;
+    QWidget* modal = QApplication::activeModalWidget();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      const bool found = window->windowTitle() == name || window->objectName() == name;
+      if (window->isVisible() && found && (modal == nullptr || modal == window)) {
+        return window;
+      }
+    }
+    return nullptr;
+  }
+
+  void Do(QWidget* window) {
+    const Act act = expected_.front().act;
+    expected_.pop_front();
+    waiting_.restart();
+    ++acting_;
+    try {
+      act(window);
+    } catch (const std::exception& error) {  // must not pass through the event loop
+      fault_ = error.what();
+    }
+    --acting_;
+  }
+
+  // After a fault: out of every dialogue, so that the test can end.
+  void LeaveAll() {
+    expected_.clear();
+    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+      dialog->reject();
+    }
+  }
+
+  static constexpr int kPatience = 10000;  // ms
   QTimer timer_;
   std::deque<Expected> expected_;
+  QElapsedTimer waiting_;
+  std::string fault_;
   int acting_ = 0;
 };
 

@@ -29,7 +29,7 @@ void MakeManyChannels(Trial& trial) {
   trial.SetChannelDefaults(0);
   for (int c = 1; c <= channels; ++c) {
     trial.SetChannelDefaults(c);
-    trial.ChanLabel[static_cast<std::size_t>(c)] = "Electrode " + std::to_string(c);
+    trial.ChanLabel[static_cast<std::size_t>(c)] = "Elec " + std::to_string(c);
     trial.ChanUnits[static_cast<std::size_t>(c)] = "mV";
     trial.ChanColour[static_cast<std::size_t>(c)] = DefaultColour(c);
     for (int i = 1; i <= samples; ++i) {
@@ -159,7 +159,7 @@ int main(int argc, char** argv) {
     const fs::path to = fs::absolute(argv[1]);
     const bool dark = std::string(argv[2]) == "dark";
     fs::create_directories(to);
-    QTemporaryDir home;
+    QTemporaryDir home(QDir::tempPath() + QStringLiteral("/Laboratory-XXXXXX"));
     const fs::path data = fs::path(home.path().toStdString()) / "Gait study";
     fs::create_directories(data);
     Write(data, "emg-bursts.vmb", examples::MakeEmgBursts);

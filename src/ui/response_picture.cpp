@@ -1,0 +1,165 @@
+#include "ui/response_picture.hpp"
+
+#include <QPainter>
+#include <cmath>
+
+#include "core/numbers.hpp"
+#include "core/text.hpp"
+#include "ui/channel_drawing.hpp"
+#include "ui/text.hpp"
+#include "ui/theme.hpp"
+
+namespace velmora::ui {
+namespace {
+
+constexpr double kDecadesBelow = 1.5;
+constexpr double kHalfPower = 0.70710678118654752;
+
+double XOf(double frequency, double low, double high, const QRectF& area) {
+  return area.left() + area.width() * std::log(frequency / low) / std::log(high / low);
+}
+
+double YOf(double gain, const QRectF& area) {
+  return area.bottom() - area.height() * gain / 1.05;
+}
+
+// 1, 2 and 5 of every decade.
+std::vector<double> RoundFrequencies(double low, double high) {
+  std::vector<double> ticks;
+  for (double decade = std::pow(10.0, std::floor(std::log10(low))); decade <= high; decade *= 10) {
+    for (const double step : {1.0, 2.0, 5.0}) {
+      if (decade * step >= low && decade * step <= high) {
+        ticks.push_back(decade * step);
+      }
+    }
+  }
+  return ticks;
+}
+
+}  // namespace
+
+ResponsePicture::ResponsePicture(const Form& form, const Workbench& workbench)
+    : form_(form), workbench_(workbench) {
+  setMinimumSize(460, 220);
+}
+
+void ResponsePicture::Show(int channel) {
+  channel_ = std::max(1, channel);
+  update();
+}
+
+ResponsePicture::Response ResponsePicture::Current() const {
+  const auto c = static_cast<std::size_t>(channel_);
+  const bool zeroLag = ValueOf<ChannelFlags>(form_, "ZeroLag")[c];
+  const auto passes = static_cast<std::int16_t>(ValueOf<ChannelNumbers>(form_, "Passes")[c]);
+  const FilterDesign designs[] = {FilterDesign::Butterworth, FilterDesign::CriticallyDamped,
+                                  FilterDesign::Bessel};
+  const int design = std::clamp(ValueOf<std::int32_t>(form_, "optFilter"), 0, 2);
+  Response response;
+  response.type = ValueOf<std::int32_t>(form_, "optPassType") == 0 ? PassType::Low : PassType::High;
+  response.cutoff = ValueOf<ChannelNumbers>(form_, "FilterCutoffs")[c];
+  response.runs = zeroLag ? 2 * passes : passes;
+  response.designed = DesignSection(response.type, designs[design], static_cast<float>(response.cutoff),
+                                    workbench_.trial.Rate, passes, zeroLag);
+  return response;
+}
+
+QString ResponsePicture::Caption(const Response& response) const {
+  const QString channel =
+      tr("Channel %1, %2")
+          .arg(ToQt(ChannelNumber(channel_)),
+               ToQt(Trim(workbench_.trial.ChanLabel[static_cast<std::size_t>(channel_)].Text())));
+  if (response.cutoff <= 0) {
+    return tr("%1: not filtered").arg(channel);
+  }
+  if (!response.designed.verdict.Accepted()) {
+    const double limit = response.designed.verdict.limit;
+    return limit > 0 ? tr("%1: refused, the limit is %2").arg(channel, ToQt(FormatNumber(limit, "0.00")))
+                     : tr("%1: refused").arg(channel);
+  }
+  return tr("%1: half of the power at %2 Hz").arg(channel, ToQt(PlainNumber(response.cutoff)));
+}
+
+void ResponsePicture::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const Response response = Current();
+  const bool runs = response.cutoff > 0 && response.designed.verdict.Accepted();
+  const int line = fontMetrics().height();
+  painter.setPen(runs || response.cutoff <= 0 ? palette().color(QPalette::WindowText)
+                                              : WarningColour(palette()));
+  painter.drawText(QRectF(0, 4, width(), line), Qt::AlignLeft, Caption(response));
+  const QRectF area = QRectF(rect()).adjusted(38, line + 14, -8, -line - 12);
+  painter.fillRect(area, palette().color(QPalette::Base));
+  const double high = workbench_.trial.Rate / 2;
+  if (!(high > 0)) {
+    return;
+  }
+  const double about = runs ? response.cutoff : high / 10;
+  const double low = std::min(about / std::pow(10.0, kDecadesBelow), high / 100);
+  PaintGrid(painter, area, low, high);
+  PaintCurve(painter, area, low, high, response);
+}
+
+void ResponsePicture::PaintGrid(QPainter& painter, const QRectF& area, double low, double high) const {
+  const QColor quiet = QuietColour(palette());
+  const QPen grid(palette().color(QPalette::Mid), 0.6);
+  const double line = fontMetrics().height();
+  for (const double gain : {0.0, 0.25, 0.5, 0.75, 1.0}) {
+    const double y = YOf(gain, area);
+    painter.setPen(grid);
+    painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
+    painter.setPen(quiet);
+    painter.drawText(QRectF(0, y - line / 2, area.left() - 6, line), Qt::AlignRight | Qt::AlignVCenter,
+                     ToQt(FormatNumber(gain, "0.00")));
+  }
+  double taken = 0;
+  for (const double frequency : RoundFrequencies(low, high)) {
+    const double x = XOf(frequency, low, high, area);
+    painter.setPen(grid);
+    painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
+    const QString text = ToQt(PlainNumber(std::round(frequency * 1e6) / 1e6));
+    const double half = fontMetrics().horizontalAdvance(text) / 2.0;
+    if (x - half > taken && x + half < area.right() - 26) {
+      painter.setPen(quiet);
+      painter.drawText(QPointF(x - half, area.bottom() + line), text);
+      taken = x + half + 8;
+    }
+  }
+  painter.setPen(quiet);
+  painter.drawText(
+      QPointF(area.right() - fontMetrics().horizontalAdvance(QStringLiteral("Hz")), area.bottom() + line),
+      QStringLiteral("Hz"));
+}
+
+void ResponsePicture::PaintCurve(QPainter& painter, const QRectF& area, double low, double high,
+                                 const Response& response) const {
+  const bool runs = response.cutoff > 0 && response.designed.verdict.Accepted();
+  const auto gain = [&](double frequency) {
+    const double once = GainAt(response.type, response.designed.section, frequency, workbench_.trial.Rate);
+    return runs ? std::pow(once, response.runs) : 1.0;
+  };
+  QPolygonF curve;
+  for (double x = area.left(); x <= area.right(); x += 1.0) {
+    const double frequency = low * std::pow(high / low, (x - area.left()) / area.width());
+    curve << QPointF(x, YOf(gain(frequency), area));
+  }
+  const QColor colour =
+      ChannelColour(workbench_.trial.ChanColour[static_cast<std::size_t>(channel_)], palette());
+  painter.setClipRect(area);
+  if (runs) {
+    const QPointF corner(XOf(response.cutoff, low, high, area), YOf(kHalfPower, area));
+    painter.setPen(QPen(QuietColour(palette()), 1.0, Qt::DashLine));
+    painter.drawLine(QPointF(corner.x(), area.bottom()), corner);
+    painter.drawLine(QPointF(area.left(), corner.y()), corner);
+    painter.setPen(QPen(colour, 2.0));
+    painter.drawPolyline(curve);
+    painter.setBrush(colour);
+    painter.drawEllipse(corner, 3.5, 3.5);
+  } else {
+    painter.setPen(QPen(QuietColour(palette()), 1.4, Qt::DotLine));
+    painter.drawPolyline(curve);
+  }
+}
+
+}  // namespace velmora::ui
