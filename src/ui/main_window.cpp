@@ -20,10 +20,12 @@
 #include "core/paths.hpp"
 #include "core/start.hpp"
 #include "core/text.hpp"
+#include "graph/single_view.hpp"
 #include "run/recipe_questions.hpp"
 #include "ui/about_dialog.hpp"
 #include "ui/browser_panel.hpp"
 #include "ui/desktop.hpp"
+#include "ui/graph/graph_window.hpp"
 #include "ui/history_panel.hpp"
 #include "ui/text.hpp"
 #include "ui/trial_panel.hpp"
@@ -113,7 +115,7 @@ void MainWindow::EnterDataDirectory() {
 }
 
 MainWindow::~MainWindow() {
-  workbench_.view.reset();
+  CloseGraph();
 }
 
 void MainWindow::Begin() {
@@ -202,6 +204,9 @@ void MainWindow::RunCommand(const Command& command) {
     return;  // commands do not run inside each other
   }
   ++running_;
+  if (graph_ != nullptr) {
+    graph_->Rest();
+  }
   velmora::RunCommand(workbench_, command);
   --running_;
   ShowView();
@@ -211,7 +216,23 @@ void MainWindow::RunCommand(const Command& command) {
 }
 
 // The view that a command opened gets its window here; it goes when the view goes.
-void MainWindow::ShowView() {}
+void MainWindow::ShowView() {
+  if (graph_ != nullptr) {
+    graph_->Refresh();
+    if (workbench_.view == nullptr) {
+      graph_.clear();  // it has closed and goes by itself
+    }
+  } else if (workbench_.view != nullptr) {
+    graph_ = new GraphWindow(
+        workbench_, [this](const Command& command) { RunCommand(command); }, this);
+    graph_->ShowGraph();
+  }
+}
+
+void MainWindow::CloseGraph() {
+  delete graph_;
+  workbench_.view.reset();
+}
 
 void MainWindow::OpenFile(const QString& path) {
   if (running_ > 0 ||
@@ -340,6 +361,9 @@ void MainWindow::GoBack(int step) {
     return;
   }
   ++running_;
+  if (graph_ != nullptr) {
+    graph_->Rest();
+  }
   const std::string why = history_.GoBack(static_cast<std::size_t>(step));
   --running_;
   if (!why.empty()) {
@@ -422,7 +446,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  workbench_.view.reset();
+  CloseView(workbench_);
+  CloseGraph();
   settings_.SavePlace(saveGeometry(), saveState());
   WriteExitSettings(workbench_, store_);
   std::error_code error;

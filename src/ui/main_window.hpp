@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -22,6 +23,7 @@ class QStackedWidget;
 namespace velmora::ui {
 
 class BrowserPanel;
+class GraphWindow;
 class HistoryPanel;
 class TrialPanel;
 class WelcomePanel;
@@ -72,6 +74,7 @@ class MainWindow : public QMainWindow {
   void SaveRecipe();
   void GoBack(int step);
   void ShowView();
+  void CloseGraph();
 
   // main_window_bars.cpp
   void AddToolBar();
@@ -108,6 +111,7 @@ class MainWindow : public QMainWindow {
   QDockWidget* browserDock_ = nullptr;
   QDockWidget* historyDock_ = nullptr;
   QStackedWidget* middle_ = nullptr;
+  QPointer<GraphWindow> graph_;  // while a view is open; deletes itself when it is closed
   QLabel* modified_ = nullptr;
   QLabel* level_ = nullptr;
   QMenu* recent_ = nullptr;

@@ -5,6 +5,7 @@
 
 #include "core/numbers.hpp"
 #include "core/text.hpp"
+#include "dsp/biquads.hpp"
 #include "ui/channel_drawing.hpp"
 #include "ui/text.hpp"
 #include "ui/theme.hpp"
@@ -34,6 +35,15 @@ std::vector<double> RoundFrequencies(double low, double high) {
     }
   }
   return ticks;
+}
+
+Biquad BiquadOf(PassType type, const FilterSection& section) {
+  const double a0 = section.a0;
+  return {.b0 = a0,
+          .b1 = type == PassType::Low ? 2 * a0 : -2 * a0,
+          .b2 = a0,
+          .a1 = -double{section.b1},
+          .a2 = -double{section.b2}};
 }
 
 }  // namespace
@@ -135,9 +145,10 @@ void ResponsePicture::PaintGrid(QPainter& painter, const QRectF& area, double lo
 void ResponsePicture::PaintCurve(QPainter& painter, const QRectF& area, double low, double high,
                                  const Response& response) const {
   const bool runs = response.cutoff > 0 && response.designed.verdict.Accepted();
+  const Biquads sections = {BiquadOf(response.type, response.designed.section)};
   const auto gain = [&](double frequency) {
-    const double once = GainAt(response.type, response.designed.section, frequency, workbench_.trial.Rate);
-    return runs ? std::pow(once, response.runs) : 1.0;
+    return runs ? std::pow(std::abs(ResponseAt(sections, frequency, workbench_.trial.Rate)), response.runs)
+                : 1.0;
   };
   QPolygonF curve;
   for (double x = area.left(); x <= area.right(); x += 1.0) {

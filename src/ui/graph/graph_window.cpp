@@ -60,7 +60,13 @@ void GraphWindow::ShowGraph() {
   ShowHint();
 }
 
+void GraphWindow::Rest() {
+  plot_->SetGraph(nullptr);
+  plot_->Arrange();
+}
+
 void GraphWindow::RunCommand(const Command& command) {
+  Rest();
   run_(command);
   Refresh();
 }
@@ -147,7 +153,7 @@ void GraphWindow::ShowCursors() {
 void GraphWindow::Refresh() {
   SingleView* view = View();
   if (view == nullptr) {
-    plot_->SetGraph(nullptr);
+    Rest();
     bound_ = nullptr;
     close();
     return;
@@ -293,7 +299,7 @@ void GraphWindow::closeEvent(QCloseEvent* event) {
   closing_ = true;
   if (SingleView* view = View()) {
     view->onRequest = nullptr;
-    plot_->SetGraph(nullptr);
+    Rest();
     run_(*FindCommand("view.exit"));
     CloseView(workbench_);  // whatever became of the command
   }

@@ -30,8 +30,9 @@ class GraphSidebar;
 /// Whoever opens it:
 ///  - makes one when `workbench.view` is a SingleView after a command and there is none yet, and shows
 ///    it with ShowGraph; it deletes itself when it is closed (keep a QPointer);
-///  - calls Refresh after every command that ran elsewhere: the window then shows the trial as it is,
-///    takes over another view, or closes when the view is gone;
+///  - calls Rest before every command that runs elsewhere, since samples and the view itself may go while
+///    it runs, and Refresh after it: the window then shows the trial as it is, takes over another view,
+///    or closes when the view is gone;
 ///  - runs the commands that the window hands out, as those of its own menus; the window refreshes
 ///    itself after each;
 ///  - on Changed shows the trial anew: a key or the mouse moved cursors, or cropped.
@@ -47,6 +48,8 @@ class GraphWindow : public QMainWindow {
 
   /// Shows the window as large as the view wants it.
   void ShowGraph();
+  /// Lets go of the view; the last picture stays until Refresh.
+  void Rest();
   void Refresh();
   [[nodiscard]] GraphWidget& Plot() { return *plot_; }
 
