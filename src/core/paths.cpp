@@ -36,7 +36,9 @@ std::string DirectoryOf(std::string_view path) {
 bool FileExists(std::string_view directory, std::string_view name) {
   const std::filesystem::path path = std::filesystem::path(directory) / name;
   std::error_code error;
-  return !std::filesystem::is_directory(path, error) && std::ifstream(path).is_open();
+  const std::filesystem::file_type type = std::filesystem::status(path, error).type();
+  const bool waits = type == std::filesystem::file_type::fifo;  // opening it waits for a writer
+  return type != std::filesystem::file_type::directory && !waits && std::ifstream(path).is_open();
 }
 
 std::string FileSizeText(const std::string& path) {

@@ -104,6 +104,27 @@ const FirstLine* Recognise(const Lines& lines, std::string_view extension) {
   return nullptr;
 }
 
+// Returns whether the file can be read on.
+bool RepairOnRequest(Workbench& workbench) {
+  try {
+    return OfferRepair(workbench);
+  } catch (const FileError& error) {
+    ReportReadError(workbench, error.what());
+    return false;
+  }
+}
+
+void TellUnreadable(Workbench& workbench) {
+  workbench.trial.DiscardData();
+  ShowFailure(
+      workbench,
+      {.text = "Error reading file.\n"
+               "File may have incorrect format or incomplete line termination (CR/LF).\n"
+               "Try opening the file with Notepad+ or Wordpad, editing the first line then saving the "
+               "file.\nThis should add CR/LF to the end of each line.",
+       .icon = Icon::Exclamation});
+}
+
 void RunReader(Workbench& workbench, ProgressPanel& panel, const FirstLine* found) {
   if (found != nullptr) {
     workbench.trial.FileTypeCode = static_cast<std::int16_t>(found->code);
@@ -126,14 +147,14 @@ void DetectTextFormat(Workbench& workbench, ProgressPanel& panel) {
       ShowFailure(workbench, {.text = "File is empty.", .icon = Icon::Exclamation});
       return;
     }
-    if (HasIncompleteLineEnds(trial.FileName) && !OfferRepair(workbench)) {
+    if (HasIncompleteLineEnds(trial.FileName) && !RepairOnRequest(workbench)) {
       trial.DiscardData();
       return;
     }
     TextSource source(trial.FileName);
     found = Recognise(ReadHead(source), trial.FileExt);
-  } catch (const FileError& error) {
-    ReportReadError(workbench, error.what());
+  } catch (const FileError&) {
+    TellUnreadable(workbench);
     return;
   }
   RunReader(workbench, panel, found);

@@ -96,8 +96,13 @@ void LineBlocks::Refill() {
 }
 
 void LineBlocks::DropRestOfLine() {
+  std::size_t dropped = kLongestLine;
   while (dropping_) {
     const std::size_t got = source_.Read(buffer_.data() + kPadding, blockBytes_);
+    dropped += got;
+    if (dropped > kNoLine) {
+      throw FileError("a line is longer than 64 MiB");
+    }
     const char* begin = buffer_.data() + kPadding;
     const char* at = FindLineEnd(begin, begin + got);
     dropping_ = got > 0 && at == begin + got;

@@ -23,6 +23,10 @@ class LineBlocks {
   /// What is longer is cut here, the rest of the line is dropped: a file without line ends must not
   /// take all memory.
   static constexpr std::size_t kLongestLine = std::size_t{1} << 20;
+  /// No text of numbers has such a line; reading on to its end would only take time.
+  static constexpr std::size_t kNoLine = std::size_t{64} << 20;
+  /// Bytes of lines after which a reader gives the interface a turn, however few lines they are.
+  static constexpr std::size_t kBytesPerTurn = std::size_t{32} << 20;
   /// Bytes that may be read before and behind a block (they are no part of it).
   static constexpr std::size_t kPadding = 64;
 
@@ -30,7 +34,7 @@ class LineBlocks {
   explicit LineBlocks(TextSource& source, std::size_t blockBytes = std::size_t{256} << 10);
 
   /// Whole lines that have not been consumed, empty at the end of the file; valid until the next
-  /// call. Throws FileError.
+  /// call. Throws FileError, also on a line of more than kNoLine bytes.
   std::string_view Lines();
   /// Marks the first `bytes` of the lines, themselves whole lines, as read.
   void Consume(std::size_t bytes) { first_ += bytes; }

@@ -31,6 +31,9 @@ std::size_t LineEndAt(std::string_view text, std::size_t at, bool oddEnds) {
   return oddEnds && kOddEnds.find(text[at]) != std::string_view::npos ? 1 : 0;
 }
 
+// A file with no line end among its first bytes has none that matters.
+constexpr std::int64_t kLookedAt = LineBlocks::kLongestLine;
+
 // Reads on, keeping the last `kept` bytes at the front; false at the end of the file.
 bool ReadOn(TextSource& source, std::string& text, std::size_t kept) {
   text.erase(0, text.size() - kept);
@@ -46,7 +49,7 @@ enum class LineEnds { Regular, Doubled, Odd };
 LineEnds FindLineEnds(TextSource& source) {
   bool odd = false;
   std::string text;
-  while (ReadOn(source, text, 0)) {
+  while (source.Position() < kLookedAt && ReadOn(source, text, 0)) {
     const std::size_t at = text.find_first_of("\r\n");
     odd = odd || text.find_first_of(kOddEnds) != std::string::npos;
     if (at == std::string::npos) {

@@ -149,6 +149,8 @@ TEST(Paths, BothSeparatorsAreUnderstood) {
   WriteFile(directory.Path("ä.vmb"), "x");
   EXPECT_TRUE(FileExists(directory.Path(""), "ä.vmb"));
   EXPECT_FALSE(FileExists("", directory.Path("")));
+  ASSERT_EQ(mkfifo(directory.Path("pipe").c_str(), 0666), 0);
+  EXPECT_FALSE(FileExists("", directory.Path("pipe"))) << "nobody writes to it: opening it would wait";
 }
 
 }  // namespace

@@ -43,6 +43,46 @@ TEST_F(BadTextTest, LinesOfTenMegabytes) {
   }
 }
 
+TEST_F(BadTextTest, AFileWithoutLineEndsIsGivenUpSoon) {
+  // Four gigabytes that take no room on the disk.
+  const std::string path = directory.Path("a.txt");
+  test::WriteFile(path, "1 2 3 4");
+  ASSERT_EQ(truncate(path.c_str(), off_t{4} << 30), 0);
+  LoadPath(path);
+  EXPECT_TRUE(
+      LastBox().starts_with("|Error reading file.\nFile may have incorrect format or incomplete line "
+                            "termination (CR/LF).\n"))
+      << LastBox();
+  // Behind lines of numbers it ends the read.
+  test::WriteFile(path, "h\n" + std::string(60, '\n') + "1 2\n3 4\n5 6\n");
+  ASSERT_EQ(truncate(path.c_str(), off_t{4} << 30), 0);
+  AnswerForm({{"ParseSkip", "61"}, {"NChan", "2"}});
+  AnswerForm({}, "Cancel");
+  LoadPath(path);
+  EXPECT_EQ(LastBox(), "|Error reading file: " + path + "\n\"a line is longer than 64 MiB\"");
+  EXPECT_EQ(trial.NData, 0);
+}
+
+TEST_F(BadTextTest, CancelIsHeardAmongLongLines) {
+  std::string line(1'000'000, ' ');
+  line.replace(0, 3, "1 2");
+  std::string text = "h\n1 2\n3 4\n";
+  for (int i = 0; i < 100; ++i) {
+    text += line + "\n";
+  }
+  for (const char* stage : {"Counting", "Reading"}) {
+    questions.onProgress = [stage](ProgressPanel& panel) {
+      if (panel.Status().starts_with(stage) && panel.Status() != "Counting records") {
+        panel.PressCancel();
+      }
+    };
+    questions.boxAnswers = {Button::OK};
+    LoadWithDefaults("a.txt", text);
+    EXPECT_GT(trial.NData, 2);
+    EXPECT_LT(trial.NData, 102) << stage;
+  }
+}
+
 TEST_F(BadTextTest, NulBytesManyColumnsLongNumbersNoLineEnd) {
   using namespace std::string_literals;
   LoadAnyhow("nul.txt", "h\n1\t2\n3\0\t4\n5\t6\n"s);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <set>
@@ -279,6 +280,20 @@ TEST_F(RealFilesTest, TimeColumnsGiveThePublishedRate) {
                   {{"ParseHasTime", "true"}, {"ParseTimeColumn", std::to_string(recording.timeColumn)}});
     ExpectValues(recording, recording.timeColumn);
     EXPECT_NEAR(trial.Rate, recording.rate, 2e-3 * recording.rate);
+  }
+}
+
+// What users read is what was tested; needs no recordings.
+TEST(RealFilesPage, SaysTheSame) {
+  const std::string page = test::ReadFile(FORMATS_PAGE);
+  for (const Recording& recording : Recordings()) {
+    const std::string row = std::string("| `") + recording.file + "` |";
+    const std::size_t at = page.find(row);
+    ASSERT_NE(at, std::string::npos) << row;
+    const std::string rest = page.substr(at + row.size(), page.find('\n', at) - at - row.size());
+    constexpr std::array kWords = {"opens", "opens and tells", "opens after", "refused"};
+    const char* word = kWords[static_cast<std::size_t>(recording.outcome)];
+    EXPECT_TRUE(rest.ends_with(std::string("| ") + word + " | " + recording.says + " |")) << row << rest;
   }
 }
 

@@ -104,13 +104,16 @@ bool CountRecords(Workbench& workbench, ProgressPanel& panel, TextSource& source
   panel.SetStatus("Counting records");
   LineBlocks blocks(source);
   Counter counter(linesToSkip, count);
+  std::size_t sinceTurn = 0;
   for (std::string_view lines = blocks.Lines(); !lines.empty(); lines = blocks.Lines()) {
     const std::size_t before = lines.size();
     counter.Count(lines);
     blocks.Consume(before - lines.size());
-    if (!counter.TurnIsDue()) {
+    sinceTurn += before - lines.size();
+    if (!counter.TurnIsDue() && sinceTurn < LineBlocks::kBytesPerTurn) {
       continue;
     }
+    sinceTurn = 0;
     panel.SetStatus("Counting " + FormatNumber(static_cast<double>(count.records), "0") + " records");
     if (panel.GiveTurn()) {
       return KeepsCounted(workbench, count.records);

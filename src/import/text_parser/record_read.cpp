@@ -33,6 +33,7 @@ std::int64_t ReadRecords(Trial& trial, ProgressPanel& panel, TextSource& source,
   LineBlocks blocks(source);
   std::int64_t line = blocks.SkipLines(settings.ParseSkip) + 1;
   std::int64_t rows = 0;
+  std::size_t sinceTurn = 0;
   while (rows < wanted) {
     const std::string_view lines = blocks.Lines();
     if (lines.empty()) {
@@ -44,7 +45,9 @@ std::int64_t ReadRecords(Trial& trial, ProgressPanel& panel, TextSource& source,
     blocks.Consume(scanned.bytes);
     rows += scanned.rows;
     line += scanned.lines;
-    if (scanned.rows == toTurn) {
+    sinceTurn += scanned.bytes;
+    if (scanned.rows == toTurn || sinceTurn > LineBlocks::kBytesPerTurn) {
+      sinceTurn = 0;
       panel.SetValue(static_cast<double>(rows));
       if (panel.GiveTurn()) {
         break;
