@@ -145,7 +145,8 @@ void EachShape(benchmark::internal::Benchmark* bench) {
   bench->Args({64, kMillion, 1})
       ->Args({64, kMillion, 0})
       ->Args({8, 10 * kMillion, 1})
-      ->Args({8, 10 * kMillion, 0});
+      ->Args({8, 10 * kMillion, 0})
+      ->Args({4, 1000, 0});  // smooth lines
 }
 
 void EachWindow(benchmark::internal::Benchmark* bench) {

@@ -21,10 +21,11 @@ inline constexpr Colour kDarkGreen = 0x003000;
 inline constexpr Colour kDarkGrey = 0x303030;
 inline constexpr Colour kDarkBlue = 0x400000;
 
-/// The colours of channels, from 1; index 0 is not used. Told apart with every kind of colour vision
-/// (the sets of Okabe and Ito, 2008, and of Tol, 2021), on black and on white; 15 is white.
+/// The colours of channels, from 1; index 0 is not used. Found by a search, from the sets of Okabe and Ito
+/// (2008) and of Tol (2021), for colours that stay apart on black and on white with every kind of colour
+/// vision. 15 is white.
 inline constexpr std::array<Colour, kColours + 1> ColourTable = {
-    0x000000, 0xE9B456, 0x009FE6, 0x739E00, 0x42E4F0, 0xA779CC, 0x005ED5, 0xDDAA77,
-    0x77CCDD, 0x99AA44, 0x776677, 0x88CCEE, 0xBB7744, 0x99DDAA, 0x6677CC, 0xFFFFFF};
+    0x000000, 0xE9B456, 0x0DB1FF, 0x0F34E1, 0x7EE4FF, 0xAAC1B8, 0xCB7650, 0x7E4E8D,
+    0xD9E9C3, 0x6B7C87, 0xC29A25, 0x0000A9, 0xEA0259, 0x552288, 0xB03068, 0xFFFFFF};
 
 }  // namespace velmora

@@ -22,7 +22,7 @@ bool Level(const GraphCursor& cursor) {
 }  // namespace
 
 CursorOverlay::CursorOverlay(QCustomPlot* plot, QCPAxisRect* area)
-    : QCPLayerable(plot, "cursors"), area_(area) {}
+    : QCPLayerable(plot, "overlay"), area_(area) {}
 
 void CursorOverlay::Show(const Graph* graph, Colour background) {
   graph_ = graph;

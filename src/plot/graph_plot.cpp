@@ -20,8 +20,6 @@ GraphPlot::GraphPlot(QWidget* parent) : QCustomPlot(parent) {
   setAutoAddPlottableToLegend(false);
   setInteractions(QCP::iNone);
   legend->setVisible(false);
-  addLayer("cursors", layer("axes"), limAbove);
-  layer("cursors")->setMode(QCPLayer::lmBuffered);
 
   heading_ = new QCPTextElement(this);
   channels_ = new ChannelLegend(this);

@@ -36,7 +36,8 @@ class GraphPlot : public QCustomPlot {
  protected:
   [[nodiscard]] const Graph* Shown() const { return graph_; }
   [[nodiscard]] CursorOverlay& Overlay() const { return *cursors_; }
-  [[nodiscard]] QCPLayer* CursorLayer() const { return layer("cursors"); }
+  /// The plot library's topmost layer, which can be drawn without the rest.
+  [[nodiscard]] QCPLayer* CursorLayer() const { return layer("overlay"); }
 
  private:
   void ArrangeTitle();

@@ -15,7 +15,7 @@ GraphWidget::GraphWidget(QWidget* parent) : GraphPlot(parent) {
   setFocusPolicy(Qt::StrongFocus);
   band_ = new QCPItemRect(this);
   band_->setVisible(false);
-  band_->setLayer("cursors");
+  band_->setLayer(CursorLayer());
   band_->setClipToAxisRect(true);
   for (QCPItemPosition* corner : {band_->topLeft, band_->bottomRight}) {
     corner->setType(QCPItemPosition::ptAbsolute);

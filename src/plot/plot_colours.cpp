@@ -21,14 +21,12 @@ double Contrast(const QColor& a, const QColor& b) {
 
 // Step by step towards black or white until it stands out; the hue stays.
 QColor Legible(QColor colour, Colour background) {
-  constexpr double kContrast = 2.5;
-  constexpr double kStep = 0.1;
+  constexpr double kContrast = 2.0;
+  constexpr double kStep = 0.2;
   const double target = IsLight(background) ? 0.0 : 1.0;
   const QColor behind = ToQColor(background);
   for (int step = 0; step < 10 && Contrast(colour, behind) < kContrast; ++step) {
-    const auto towards = [target](double part) {
-      return static_cast<float>(part + (target - part) * kStep * 2);
-    };
+    const auto towards = [target](double part) { return static_cast<float>(part + (target - part) * kStep); };
     colour = QColor::fromRgbF(towards(colour.redF()), towards(colour.greenF()), towards(colour.blueF()));
   }
   return colour;
