@@ -6,6 +6,8 @@
 
 namespace velmora {
 
+class ActionListener;
+
 /// A key as a person presses it: its name ("PageUp", "F10", "N", "2") and what is held with it.
 struct KeyPress {
   std::string name;
@@ -40,15 +42,18 @@ class OpenView {
   OpenView& operator=(const OpenView&) = delete;
   virtual ~OpenView() = default;
 
+  // What a person does; the workbench's listener hears of it.
+
   /// Returns false when the view has no such key.
-  virtual bool PressKey(const KeyPress& key) = 0;
+  bool PressKey(const KeyPress& key);
   /// A cursor (from 1) was dragged to x. Throws std::out_of_range when there is none of that number,
   /// std::invalid_argument when x is not finite.
-  virtual void MoveCursor(int cursor, double x) = 0;
+  void MoveCursor(int cursor, double x);
   /// Throw std::out_of_range when there is no such graph.
-  virtual void Click(int graph) = 0;
-  virtual void DoubleClick(int graph) = 0;
-  virtual void RightClick(int graph) = 0;
+  void Click(int graph);
+  void DoubleClick(int graph);
+  void RightClick(int graph);
+
   /// A command outside the view may have changed the trial. Returns false when the view has nothing
   /// left to show and is to be closed.
   virtual bool TrialChanged() = 0;
@@ -63,6 +68,12 @@ class OpenView {
       onRequest(request);
     }
   }
+
+ private:
+  [[nodiscard]] virtual ActionListener* Listener() const = 0;
+  virtual bool DoKey(const KeyPress& key) = 0;
+  virtual void DoMove(int cursor, double x) = 0;
+  virtual void DoClick(const GraphClick& click) = 0;
 };
 
 }  // namespace velmora

@@ -217,23 +217,13 @@ void SingleView::TogglePoints() {
   offersLines_ = !offersLines_;
 }
 
-void SingleView::CheckGraph(int graph) {
-  if (graph != 1) {
-    throw std::out_of_range("there is no graph " + std::to_string(graph) + ", only graph 1");
+void SingleView::DoClick(const GraphClick& click) {
+  if (click.graph != 1) {
+    throw std::out_of_range("there is no graph " + std::to_string(click.graph) + ", only graph 1");
   }
-}
-
-void SingleView::Click(int graph) {
-  CheckGraph(graph);
-}
-
-void SingleView::DoubleClick(int graph) {
-  CheckGraph(graph);
-  ShowAll();
-}
-
-void SingleView::RightClick(int graph) {
-  CheckGraph(graph);
+  if (click.how == Clicked::Twice) {
+    ShowAll();
+  }
 }
 
 SingleView& OpenSingleView(Workbench& workbench) {

@@ -58,11 +58,6 @@ class SingleView : public OpenView {
   void SetMaximised(bool maximised) { maximised_ = maximised; }
   [[nodiscard]] bool Maximised() const { return maximised_; }
 
-  bool PressKey(const KeyPress& key) override;
-  void MoveCursor(int cursor, double x) override;
-  void Click(int graph) override;
-  void DoubleClick(int graph) override;
-  void RightClick(int graph) override;
   bool TrialChanged() override;
   void Leave() override;
 
@@ -116,6 +111,10 @@ class SingleView : public OpenView {
   void PanBack(bool toStart);
 
  private:
+  [[nodiscard]] ActionListener* Listener() const override { return workbench_.listener; }
+  bool DoKey(const KeyPress& key) override;
+  void DoMove(int cursor, double x) override;
+  void DoClick(const GraphClick& click) override;
   void SetCursors(const std::vector<double>& positions);
   void NameCursors();
   void LeftCursorToStart();
@@ -134,7 +133,6 @@ class SingleView : public OpenView {
   };
   [[nodiscard]] Ends TrialEnds() const;
   [[nodiscard]] double PanWindow() const;
-  static void CheckGraph(int graph);
 
   Workbench& workbench_;
   Graph graph_;

@@ -73,7 +73,7 @@ void SingleView::TwoCursors() {
 }
 
 // A cursor stays on the trial: the cursor range must name samples that are there.
-void SingleView::MoveCursor(int cursor, double x) {
+void SingleView::DoMove(int cursor, double x) {
   if (cursor < 1 || cursor > Cursors()) {
     throw std::out_of_range("there is no cursor " + std::to_string(cursor) + ", but " +
                             std::to_string(Cursors()));

@@ -26,7 +26,7 @@ void ShowKeyboardHelp(Workbench& workbench) {
       {.title = "Keyboard Functions", .text = kKeyboardList, .icon = Icon::Information});
 }
 
-bool SingleView::PressKey(const KeyPress& key) {
+bool SingleView::DoKey(const KeyPress& key) {
   const std::string name = ToUpper(key.name);
   return PressNavigationKey(key) || PressFunctionKey(name) || PressCharacterKey(name);
 }

@@ -87,25 +87,24 @@ void PaintTrace(QPainter& painter, const QRect& area, const Trial& trial, const 
   const QRectF inner = QRectF(area).adjusted(0, 4, 0, -4);
   const Ordinate ordinate(whole, inner);
   const double step = inner.width() / columns;
-  // One zigzag through the extremes of every column: lines where samples are few, a band where many are.
-  QPolygonF line;
+  // A band from the minima to the maxima of the columns: a line where samples are few.
+  QPolygonF band;
+  QPolygonF lower;
   for (int k = 0; k < columns; ++k) {
     const Extremes& column = extremes[static_cast<std::size_t>(k)];
-    if (column.Empty()) {
-      continue;
-    }
-    const double x = inner.left() + (k + 0.5) * step;
-    const bool up = k % 2 == 0;
-    line << QPointF(x, ordinate.At(up ? column.min : column.max));
-    if (column.max > column.min) {
-      line << QPointF(x, ordinate.At(up ? column.max : column.min));
+    if (!column.Empty()) {
+      const double x = inner.left() + (k + 0.5) * step;
+      band << QPointF(x, ordinate.At(column.max));
+      lower.prepend(QPointF(x, ordinate.At(column.min)));
     }
   }
+  band += lower;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   const QColor colour = ChannelColour(trial.ChanColour[static_cast<std::size_t>(channel)], palette);
-  painter.setPen(QPen(colour, 1.0));
-  painter.drawPolyline(line);
+  painter.setPen(QPen(colour, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(colour);
+  painter.drawPolygon(band);
   painter.restore();
 }
 

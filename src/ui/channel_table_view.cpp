@@ -60,8 +60,12 @@ class ChannelDelegate : public QStyledItemDelegate {
   ChannelTableView* view_;
 };
 
-int WidthOf(Kind kind) {
-  switch (kind) {
+// Of a column that needs no more than a mark; 0 for those that hold or are headed by text.
+int WidthOf(const ChannelColumn& column) {
+  if (!column.head.isEmpty()) {
+    return 0;
+  }
+  switch (column.kind) {
     case Kind::Swatch:
       return 26;
     case Kind::Check:
@@ -93,7 +97,7 @@ ChannelTableView::ChannelTableView(const Workbench& workbench, const ChannelTrac
   head->setMinimumSectionSize(24);
   for (int k = 0; k < model->columnCount({}); ++k) {
     const Kind kind = model->Column(k).kind;
-    if (const int width = WidthOf(kind); width > 0) {
+    if (const int width = WidthOf(model->Column(k)); width > 0) {
       head->setSectionResizeMode(k, QHeaderView::Fixed);
       head->resizeSection(k, width);
     } else if (kind == Kind::Trace) {

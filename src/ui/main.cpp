@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <clocale>
 #include <csignal>
 #include <string>
 #include <vector>
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
   // A file that grows past the limit of the shell is an error to report, not the end of the program.
   std::signal(SIGXFSZ, SIG_IGN);
   QApplication app(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");  // files and fields have decimal points, whatever the desktop writes
   QApplication::setApplicationName(QStringLiteral("velmora2"));
   QApplication::setApplicationDisplayName(QStringLiteral("Velmora2"));
   velmora::SettingsStore store;

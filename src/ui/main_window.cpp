@@ -36,7 +36,7 @@ namespace {
 
 constexpr QSize kFirstSize{1280, 800};
 constexpr int kBrowserWidth = 300;
-constexpr int kHistoryWidth = 280;
+constexpr int kHistoryWidth = 250;
 
 QDockWidget* Dock(QMainWindow* window, const QString& title, const char* name, QWidget* content) {
   auto* dock = new QDockWidget(title, window);
@@ -290,6 +290,7 @@ void MainWindow::EditName(const char* id, int channel, const QString& typed) {
     return std::string("OK");
   });
   RunCommand(*FindCommand(id));
+  person_.AnswerNextPick(nullptr);  // had it not been asked for, it must not answer something else
 }
 
 void MainWindow::ShowChannelMenu(int channel, const QPoint& at) {

@@ -158,7 +158,7 @@ void TrialPanel::Refresh(const QString& file) {
   model_->Refresh();
   for (int k = 1; k + 1 < model_->columnCount({}); ++k) {
     table_->resizeColumnToContents(k);
-    table_->horizontalHeader()->resizeSection(k, table_->horizontalHeader()->sectionSize(k) + 14);
+    table_->horizontalHeader()->resizeSection(k, table_->horizontalHeader()->sectionSize(k) + 8);
   }
   FitRows();
 }

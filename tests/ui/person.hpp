@@ -21,10 +21,16 @@ class Person {
     timer_.start(15);
   }
 
-  /// When a visible window has this title or object name, acts on it. In the order of the calls.
+  /// When a visible window has this title, object name or class, acts on it. In the order of the calls.
   void When(const QString& window, Act act) {
     expected_.push_back({window, std::move(act)});
     waiting_.restart();
+  }
+
+  /// The same for the next window of this class.
+  template <typename Dialog>
+  void WhenA(Act act) {
+    When(QString::fromUtf8(Dialog::staticMetaObject.className()), std::move(act));
   }
 
   /// Serves the program until everything expected has come. Throws what went wrong meanwhile, and when
@@ -109,7 +115,8 @@ class Person {
     const QString& name = expected_.front().window;
     QWidget* modal = QApplication::activeModalWidget();
     for (QWidget* window : QApplication::topLevelWidgets()) {
-      const bool found = window->windowTitle() == name || window->objectName() == name;
+      const bool found = window->windowTitle() == name || window->objectName() == name ||
+                         name == QString::fromUtf8(window->metaObject()->className());
       if (window->isVisible() && found && (modal == nullptr || modal == window)) {
         return window;
       }

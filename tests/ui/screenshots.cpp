@@ -1,4 +1,5 @@
 // velmora2-screenshots DIR [light|dark]: walks through the program and keeps a picture of every window.
+#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -151,6 +152,7 @@ void WriteText(const fs::path& path) {
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");
   if (argc != 3) {
     std::fputs("Usage: velmora2-screenshots DIR light|dark\n", stderr);
     return 2;

@@ -1,0 +1,35 @@
+#include "core/open_view.hpp"
+
+#include "core/action_listener.hpp"
+
+namespace velmora {
+
+bool OpenView::PressKey(const KeyPress& key) {
+  const ActionScope action(Listener(), key);
+  return DoKey(key);
+}
+
+void OpenView::MoveCursor(int cursor, double x) {
+  const ActionScope action(Listener(), CursorMove{cursor, x});
+  DoMove(cursor, x);
+}
+
+void OpenView::Click(int graph) {
+  const GraphClick click{graph, Clicked::Once};
+  const ActionScope action(Listener(), click);
+  DoClick(click);
+}
+
+void OpenView::DoubleClick(int graph) {
+  const GraphClick click{graph, Clicked::Twice};
+  const ActionScope action(Listener(), click);
+  DoClick(click);
+}
+
+void OpenView::RightClick(int graph) {
+  const GraphClick click{graph, Clicked::Right};
+  const ActionScope action(Listener(), click);
+  DoClick(click);
+}
+
+}  // namespace velmora

@@ -1,0 +1,115 @@
+#include "browse/file_commands.hpp"
+
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "browse/file_list.hpp"
+#include "support/command_test.hpp"
+#include "support/temporary_directory.hpp"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A directory to walk in; the process is back where it was afterwards.
+class FileCommands : public test::CommandTest {
+ protected:
+  test::TemporaryDirectory directory_;
+  fs::path before_ = fs::current_path();
+  std::vector<ShellRequest> requests_;
+
+  void SetUp() override {
+    workbench.onShellRequest = [this](ShellRequest request) { requests_.push_back(request); };
+    ASSERT_TRUE(OpenDirectory(workbench, directory_.Path("")));
+  }
+  void TearDown() override { fs::current_path(before_); }
+};
+
+TEST_F(FileCommands, DirectoriesAreMadeEnteredAndRemovedWhenEmpty) {
+  questions.inputAnswers.push_back("sub");
+  Run("file.make-subdirectory");
+  EXPECT_EQ(questions.inputs.back().title, "Make a Subdirectory.");
+  EXPECT_TRUE(questions.inputs.back().prompt.starts_with("Enter subdirectory name for directory, /"));
+  EXPECT_TRUE(questions.inputs.back().prompt.ends_with(", or press Cancel"));
+  questions.inputAnswers.push_back("sub");
+  Run("file.make-subdirectory");
+  EXPECT_NE(questions.boxes.back().text.find("File exists"), std::string::npos);
+
+  questions.fileAnswers.push_back({directory_.Path("sub")});
+  Run("file.open-directory");
+  EXPECT_EQ(workbench.DataDir, fs::canonical(directory_.Path("sub")).string() + "/");
+  test::WriteFile(directory_.Path("sub/keep.txt"), "x");
+  questions.boxAnswers = {Button::Yes, Button::No, Button::Yes};
+  Run("file.remove-directory");
+  EXPECT_TRUE(fs::exists(directory_.Path("sub/keep.txt")));
+  EXPECT_TRUE(workbench.DataDir.ends_with("/sub/"));  // still there
+  fs::remove(directory_.Path("sub/keep.txt"));
+  Run("file.remove-directory");
+  EXPECT_TRUE(fs::exists(directory_.Path("sub")));
+  Run("file.remove-directory");
+  EXPECT_FALSE(fs::exists(directory_.Path("sub")));
+  EXPECT_EQ(questions.boxes.back().text, "Do you want to remove the current directory, " +
+                                             fs::canonical(directory_.Path("")).string() +
+                                             "/sub?\nNote, it must be empty of files.");
+  EXPECT_FALSE(OpenDirectory(workbench, directory_.Path("sub")));
+  EXPECT_EQ(fs::current_path(), fs::canonical(directory_.Path("")));
+}
+
+TEST_F(FileCommands, SelectedFileIsClosedAndDeletedButOnlyWhenMeant) {
+  const std::string path = directory_.Path("a.vmb");
+  test::WriteFile(path, "x");
+  SelectFile(workbench, path);
+  EXPECT_EQ(trial.TrialName, "a");
+  EXPECT_EQ(trial.FileExt, "VMB");
+  questions.boxAnswers = {Button::No, Button::Yes, Button::Yes};
+  Run("file.delete");
+  EXPECT_EQ(questions.boxes.back().text, "Do you want to delete file: '" + path + "'.");
+  EXPECT_TRUE(fs::exists(path));
+  Run("file.delete");
+  EXPECT_FALSE(fs::exists(path));
+  EXPECT_EQ(trial.FileName, "");
+  SelectFile(workbench, directory_.Path(""));  // a directory is not deleted as a file
+  Run("file.delete");
+  EXPECT_TRUE(fs::exists(directory_.Path("")));
+  Run("file.close");
+  EXPECT_EQ(trial.FileName, "");
+}
+
+TEST_F(FileCommands, ExitAsksOnlyWhileDataAreNotSaved) {
+  Run("file.exit");
+  EXPECT_EQ(requests_.back(), ShellRequest::Exit);
+  requests_.clear();
+  MarkChanged(workbench, true);
+  questions.boxAnswers = {Button::Cancel, Button::OK};
+  Run("file.exit");
+  EXPECT_TRUE(requests_.empty());
+  Run("file.exit");
+  ASSERT_EQ(requests_.size(), 1U);
+  EXPECT_EQ(questions.boxes.back().title, "File Changed but Not Saved");
+  EXPECT_EQ(questions.boxes.back().text,
+            "Data were modified but not saved.  Press Cancel to save data before exiting.");
+}
+
+TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
+  for (const char* name : {"b.vmb", "A.VMB", "c.txt", ".hidden.vmb", "z.c3d", "m.dat", "empty.vmb"}) {
+    test::WriteFile(directory_.Path(name), std::string(name) == "empty.vmb" ? "" : "BioWare 2 data");
+  }
+  fs::create_directory(directory_.Path("d.vmb"));
+  fs::create_symlink(directory_.Path("nowhere"), directory_.Path("dangling.vmb"));
+  std::vector<std::string> names;
+  for (const ListedFile& file : ListFiles(directory_.Path(""), "*.vmb;*.c3d")) {
+    names.push_back(file.name);
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"A.VMB", "b.vmb", "empty.vmb", "z.c3d"}));
+  EXPECT_TRUE(ListFiles(directory_.Path("missing"), "*.*").empty());
+  EXPECT_EQ(WhyUnreadable(directory_.Path("b.vmb")), "");
+  EXPECT_EQ(WhyUnreadable(directory_.Path("c.txt")), "");
+  EXPECT_EQ(WhyUnreadable(directory_.Path("z.c3d")), "C3D analog files cannot be read by this version yet.");
+  EXPECT_EQ(WhyUnreadable(directory_.Path("m.dat")), "BioWare 2 files cannot be read by this version yet.");
+  EXPECT_EQ(WhyUnreadable(directory_.Path("empty.vmb")), "The file is empty.");
+}
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,196 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "app/command_table.hpp"
+#include "run/recipe_questions.hpp"
+#include "run/recipe_reader.hpp"
+#include "run/recipe_run.hpp"
+#include "sample_trials.hpp"
+#include "support/temporary_directory.hpp"
+#include "ui/browser_panel.hpp"
+#include "ui/channel_table_view.hpp"
+#include "ui/main_window.hpp"
+#include "ui/person.hpp"
+
+namespace velmora {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Person;
+
+/// The program on a directory with one trial, as somebody finds it who starts it.
+class Story : public testing::Test {
+ protected:
+  test::TemporaryDirectory directory_;
+  fs::path before_ = fs::current_path();
+  SettingsStore store_{directory_.Path("settings")};
+  Person person_;
+  std::unique_ptr<ui::MainWindow> window_;
+
+  void SetUp() override {
+    fs::create_directories(Path(""));
+    const std::vector<Answer> answers = {{.what = FileAnswer{{Path("walk.vmb")}}}};
+    RecipeQuestions questions;
+    Workbench maker(questions);
+    examples::MakeEmgBursts(maker.trial);
+    questions.BeginStep(answers, maker.trial);
+    RunCommand(maker, *FindCommand("save.vmb"));
+    fs::current_path(Path(""));
+    Start();
+  }
+  void TearDown() override {
+    window_.reset();
+    fs::current_path(before_);
+  }
+
+  [[nodiscard]] std::string Path(const std::string& name) const { return directory_.Path("data/" + name); }
+
+  void Start() {
+    window_ =
+        std::make_unique<ui::MainWindow>(store_, std::vector<std::string>{";"}, examples::MakeEmgBursts);
+    window_->show();
+    window_->Begin();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+  }
+  Trial& Shown() { return window_->State().trial; }
+
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = window_->findChild<Widget*>(QString::fromUtf8(name));
+    if (widget == nullptr) {
+      throw std::runtime_error(std::string("no ") + name);
+    }
+    return widget;
+  }
+  QAction* Entry(const char* caption) {
+    for (auto* action : window_->findChildren<QAction*>()) {
+      if (QString(action->text()).remove('&') == QString::fromUtf8(caption)) {
+        return action;
+      }
+    }
+    throw std::runtime_error(std::string("no entry ") + caption);
+  }
+  void DoubleClickFile(const char* name) {
+    auto* files = Find<ui::FileListView>("dataFiles");
+    const QList<QTreeWidgetItem*> found = files->findItems(QString::fromUtf8(name), Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1);
+    Person::DoubleClickCell(files, files->indexFromItem(found.front()));
+    person_.Work();
+  }
+  /// The panel of a finished load or save waits for a novice.
+  void ExpectDone() {
+    person_.When("Velmora2", [](QWidget* panel) { Person::Press(panel, "Done"); });
+  }
+  void ExpectSaveTo(const std::string& name) {
+    person_.WhenA<QFileDialog>([path = Path(name)](QWidget* dialog) {
+      auto* line = dialog->findChild<QLineEdit*>();
+      line->selectAll();
+      QTest::keyClicks(line, QString::fromStdString(path));
+      QTest::keyClick(line, Qt::Key_Return);
+    });
+  }
+};
+
+TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWork) {
+  ExpectDone();
+  DoubleClickFile("walk.vmb");
+  ASSERT_EQ(Shown().NData, 6001);
+
+  // A channel gets another name, in the table.
+  auto* channels = Find<ui::ChannelTableView>("channels");
+  Person::TypeCell(channels, 0, 2, "Vastus");
+  person_.Work();
+  EXPECT_EQ(Shown().ChanLabel[1], "Vastus");
+  EXPECT_TRUE(Shown().FileChanged);
+
+  // One channel is filtered in the dialogue.
+  person_.When("frmButterworth", [](QWidget* dialog) {
+    auto* table = dialog->findChild<ui::ChannelTableView*>();
+    Person::TypeCell(table, 0, 4, "6");
+    Person::Press(dialog, "Critically-damped");
+    Person::Press(dialog, "Filter");
+  });
+  Entry("Butterworth, Critically-damped, or Bessel")->trigger();
+  person_.Work();
+
+  // It is saved under another name.
+  ExpectSaveTo("walk-filtered.vmb");
+  ExpectDone();
+  Entry("Velmora2 Binary (.VMB) (default)")->trigger();
+  person_.Work();
+  ASSERT_TRUE(fs::exists(Path("walk-filtered.vmb")));
+
+  // The history of it is a recipe that makes the same file.
+  ExpectSaveTo("walk.yaml");
+  QTest::mouseClick(Find<QPushButton>("saveRecipe"), Qt::LeftButton);
+  person_.Work();
+  fs::create_directories(Path("again"));
+  Variables variables = {{"out", Path("again")}};
+  SetInputVariables(variables, Path("walk.vmb"));
+  RecipeRun run({.input = Path("walk.vmb"), .strict = true});
+  const Outcome outcome = run.Run(ReadRecipe(test::ReadFile(Path("walk.yaml")), "walk.yaml", variables));
+  ASSERT_FALSE(outcome.failure) << outcome.failure->why;
+  EXPECT_EQ(test::ReadFile(Path("again/walk-filtered.vmb")), test::ReadFile(Path("walk-filtered.vmb")));
+
+  // More is done, and the window is closed with it unsaved: there is a way back, and a way out.
+  person_.When("frmChoose", [](QWidget* dialog) {
+    Person::Press(dialog, "All");
+    Person::Press(dialog, "Process");
+  });
+  Entry("Absolute value (|X|)")->trigger();
+  person_.Work();
+  person_.When("File Changed but Not Saved", [](QWidget* box) { Person::Press(box, "Cancel"); });
+  window_->close();
+  person_.Work();
+  EXPECT_TRUE(window_->isVisible());
+  person_.When("File Changed but Not Saved", [](QWidget* box) { Person::Press(box, "OK"); });
+  window_->close();
+  person_.Work();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+  EXPECT_EQ(store_.Get("Velmora2", "Startup", "Datadir", ""), fs::canonical(Path("")).string() + "/");
+}
+
+TEST_F(Story, GoesBackToAnEarlierStep) {
+  window_->State().UserLevel = UserLevelKind::Expert;
+  DoubleClickFile("walk.vmb");
+  const float before = Shown().Data(100, 1);
+  person_.When("frmChoose", [](QWidget* dialog) {
+    auto* table = dialog->findChild<ui::ChannelTableView*>();
+    Person::TypeCell(table, 0, 5, "2");
+    Person::Press(dialog, "Process");
+  });
+  Entry("Multiply by a Constant (sX)")->trigger();
+  person_.Work();
+  ASSERT_EQ(Shown().Data(100, 1), 2 * before);
+  auto* history = Find<QListWidget>("historyList");
+  ASSERT_EQ(history->count(), 2);
+  QTest::mouseClick(history->viewport(), Qt::LeftButton, {},
+                    history->visualItemRect(history->item(0)).center());
+  person_.When("Go Back", [](QWidget* box) { Person::Press(box, "OK"); });
+  QTest::mouseClick(Find<QPushButton>("goBack"), Qt::LeftButton);
+  person_.Work();
+  EXPECT_EQ(Shown().Data(100, 1), before);
+  EXPECT_EQ(history->count(), 1);
+  Shown().FileChanged = false;
+}
+
+TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
+  window_->State().UserLevel = UserLevelKind::Expert;
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(Path("walk.vmb")))});
+  QDropEvent drop(QPointF(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window_.get(), &drop);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Shown().NData == 6001; }));
+
+  test::WriteFile(Path("gait.c3d"), "P");
+  Entry("Refresh")->trigger();
+  person_.When("Format Not Read Yet", [](QWidget* box) { Person::Press(box, "OK"); });
+  DoubleClickFile("gait.c3d");
+  EXPECT_EQ(Shown().NData, 0);
+  EXPECT_TRUE(Find<QPushButton>("openExample")->isVisible());
+}
+
+}  // namespace
+}  // namespace velmora
