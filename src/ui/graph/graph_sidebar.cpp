@@ -52,18 +52,16 @@ GraphSidebar::GraphSidebar(QWidget* parent) : QTreeWidget(parent) {
 
 // The channels' colours were chosen for the graph's background, so that is theirs here, too.
 void GraphSidebar::TakeColours(Colour background) {
+  if (background == background_) {
+    return;
+  }
+  background_ = background;
   const QColor back = ToQColor(background);
-  const QColor front = Foreground(background);
-  QPalette colours = palette();
-  for (const auto role : {QPalette::Base, QPalette::Window, QPalette::AlternateBase}) {
-    colours.setColor(role, back);
-  }
-  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
-    colours.setColor(role, front);
-  }
-  colours.setColor(QPalette::Button, IsLight(background) ? back.darker(106) : QColor(0x2A, 0x2A, 0x2A));
-  setPalette(colours);
-  header()->setPalette(colours);
+  const QColor head = IsLight(background) ? back.darker(106) : QColor(0x2A, 0x2A, 0x2A);
+  setStyleSheet(QStringLiteral("QTreeView { background: %1; color: %2; border: none; border-radius: 0; }"
+                               "QHeaderView { background: %3; }"
+                               "QHeaderView::section { background: %3; color: %2; border: none; }")
+                    .arg(back.name(), Foreground(background).name(), head.name()));
 }
 
 void GraphSidebar::Rebuild(const SingleView& view, const Workbench& workbench) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QTreeWidget>
+#include <optional>
+#include <vector>
 
 #include "graph/single_view.hpp"
 
@@ -31,6 +33,7 @@ class GraphSidebar : public QTreeWidget {
   QTreeWidgetItem* time_ = nullptr;
   QTreeWidgetItem* reciprocal_ = nullptr;
   std::vector<ChannelRow> channels_;
+  std::optional<Colour> background_;  // that the list is coloured for
 };
 
 }  // namespace velmora::ui
