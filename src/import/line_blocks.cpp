@@ -44,6 +44,7 @@ LineBlocks::LineBlocks(TextSource& source, std::size_t blockBytes)
       blockBytes_(blockBytes),
       first_(kPadding),
       last_(kPadding),
+      searched_(kPadding),
       whole_(kPadding) {}
 
 std::string_view LineBlocks::Lines() {
@@ -59,7 +60,7 @@ std::size_t LineBlocks::WholeLinesEnd() const {
   if (ended_) {
     return last_;
   }
-  for (std::size_t i = last_; i > first_; --i) {
+  for (std::size_t i = last_; i > first_ && i >= searched_; --i) {
     if (buffer_[i - 1] == '\n' || (buffer_[i - 1] == '\r' && i < last_)) {
       return i;
     }
@@ -72,6 +73,7 @@ void LineBlocks::Refill() {
   std::memmove(buffer_.data() + kPadding, buffer_.data() + first_, kept);
   first_ = kPadding;
   last_ = kPadding + kept;
+  searched_ = last_;
   if (dropping_) {
     DropRestOfLine();
   }
@@ -114,6 +116,7 @@ void LineBlocks::DropRestOfLine() {
     dropLf_ = *at == '\r' && atLast;
     first_ = kPadding + static_cast<std::size_t>(at - begin) + (pair ? 2 : 1);
     last_ = kPadding + got;
+    searched_ = first_;
   }
 }
 

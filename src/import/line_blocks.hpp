@@ -54,6 +54,7 @@ class LineBlocks {
   std::size_t blockBytes_;
   std::size_t first_;
   std::size_t last_;       // end of what was read
+  std::size_t searched_;   // no whole line ends before
   std::size_t whole_;      // end of the whole lines
   bool ended_ = false;     // the source is exhausted
   bool dropping_ = false;  // inside the rest of a line that was cut
