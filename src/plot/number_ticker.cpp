@@ -4,6 +4,7 @@
 
 namespace velmora {
 
+// NOLINTNEXTLINE(readability-function-size): the plot library's signature
 void NumberTicker::generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
                             QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) {
   range_ = range;

@@ -1,5 +1,6 @@
 #include "plot/polylines.hpp"
 
+#include <QLineF>
 #include <algorithm>
 #include <cmath>
 #include <optional>

@@ -117,7 +117,7 @@ void ForEachMark(const Task& task, const TraceColumns* columns, int p, int chann
 }
 
 void DrawMarks(const Task& task, TracePainter::Kind kind) {
-  const bool each = task.Samples() <= 2 * task.rect.width() || !task.graph.Times().Sorted();
+  const bool each = task.Samples() <= 2L * task.rect.width() || !task.graph.Times().Sorted();
   std::optional<TraceColumns> columns;
   int p = 0;
   for (const Plot& plot : task.graph.Plots) {
@@ -206,7 +206,7 @@ void TracePainter::Paint(QPainter& painter, const Graph& graph, const QRect& rec
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setRenderHint(QPainter::Antialiasing);
   const bool sorted = graph.Times().Sorted();
-  const bool resolved = !sorted || task.Samples() <= 2 * rect.width();
+  const bool resolved = !sorted || task.Samples() <= 2L * rect.width();
   if (kind == Kind::Shapes ? resolved : sorted && IsSmooth(task)) {
     DrawSampleLines(task);
   } else if (kind == Kind::Shapes) {
