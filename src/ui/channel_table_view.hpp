@@ -17,6 +17,8 @@ class ChannelTableView : public QTableView {
   ChannelTableView(const Workbench& workbench, const ChannelTraces* traces, ChannelTableModel* model,
                    QWidget* parent = nullptr);
 
+  /// Takes what is being typed: a button pressed by its key leaves the editor open.
+  void FinishEditing();
   void ShowOnly(const QString& search);
   /// 0 when there is none.
   [[nodiscard]] int CurrentChannel() const;

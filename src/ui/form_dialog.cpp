@@ -248,6 +248,9 @@ void FormDialog::AddButtons(QBoxLayout* to) {
 
 void FormDialog::PressButton(const FormButton& button) {
   if (button.role != FormButton::Role::Cancel) {
+    if (table_ != nullptr) {
+      table_->FinishEditing();
+    }
     for (FieldEditor* editor : editors_) {
       if (!editor->Commit()) {
         editor->setFocus();

@@ -109,6 +109,7 @@ void PickerDialog::Command(QBoxLayout* to, const char* caption, void (ChannelPic
   auto* button = new QPushButton(QString::fromUtf8(caption));
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, [this, procedure] {
+    table_->FinishEditing();
     (picker_.*procedure)();
     Refresh();
   });
@@ -155,7 +156,10 @@ void PickerDialog::AddClosing(QBoxLayout* to) {
   const std::string caption = picker_.ClosingCaption();
   auto* close = new QPushButton(ToQt(caption));
   close->setDefault(true);
-  connect(close, &QPushButton::clicked, this, [this, caption] { Press(WithoutMnemonic(caption)); });
+  connect(close, &QPushButton::clicked, this, [this, caption] {
+    table_->FinishEditing();
+    Press(WithoutMnemonic(caption));
+  });
   auto* cancel = new QPushButton(QStringLiteral("&Cancel"));
   cancel->setAutoDefault(false);
   connect(cancel, &QPushButton::clicked, this, [this] { Press("Cancel"); });

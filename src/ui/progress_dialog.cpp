@@ -28,6 +28,8 @@ QLabel* Line(QVBoxLayout* layout) {
 ProgressDialog::ProgressDialog(ProgressPanel& panel, QWidget* parent) : QDialog(parent), panel_(panel) {
   setWindowModality(Qt::ApplicationModal);
   setWindowTitle(ToQt(panel.Title().empty() ? "Velmora2" : panel.Title()));
+  setObjectName(panel.PanelKind() == ProgressPanel::Kind::Loading ? QStringLiteral("frmLoading")
+                                                                  : QStringLiteral("frmProcessing"));
   setMinimumWidth(460);
   auto* layout = new QVBoxLayout(this);
   name_ = Line(layout);

@@ -16,10 +16,7 @@ class Person {
  public:
   using Act = std::function<void(QWidget*)>;
 
-  Person() {
-    QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
-    timer_.start(15);
-  }
+  Person() { Arm(); }
 
   /// When a visible window has this title, object name or class, acts on it. In the order of the calls.
   void When(const QString& window, Act act) {
@@ -96,12 +93,21 @@ class Person {
     return titles.join(QStringLiteral(", "));
   }
 
+  // Armed anew before each look: a timer does not fire again while what it set off still goes on.
+  void Arm() {
+    QTimer::singleShot(15, &context_, [this] {
+      Arm();
+      Look();
+    });
+  }
+
   void Look() {
     if (!fault_.empty()) {
       LeaveAll();
     } else if (!expected_.empty() && waiting_.hasExpired(kPatience)) {
-      fault_ = "waited in vain for \"" + expected_.front().window.toStdString() + "\"; there is " +
-               Titles().toStdString();
+      const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      fault_ = (box != nullptr ? box->text().toStdString() + ": " : std::string()) + "waited in vain for \"" +
+               expected_.front().window.toStdString() + "\"; there is " + Titles().toStdString();
     } else if (QWidget* window = Appeared()) {
       Do(window);
     }
@@ -145,8 +151,8 @@ class Person {
     }
   }
 
-  static constexpr int kPatience = 10000;  // ms
-  QTimer timer_;
+  static constexpr int kPatience = 5000;  // ms
+  QObject context_;
   std::deque<Expected> expected_;
   QElapsedTimer waiting_;
   std::string fault_;

@@ -81,14 +81,16 @@ class Story : public testing::Test {
   }
   /// The panel of a finished load or save waits for a novice.
   void ExpectDone() {
-    person_.When("Velmora2", [](QWidget* panel) { Person::Press(panel, "Done"); });
+    person_.When("frmLoading", [](QWidget* panel) { Person::Press(panel, "Done"); });
   }
   void ExpectSaveTo(const std::string& name) {
     person_.WhenA<QFileDialog>([path = Path(name)](QWidget* dialog) {
-      auto* line = dialog->findChild<QLineEdit*>();
+      auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
+      QTest::qWait(200);  // the directory comes in
       line->selectAll();
       QTest::keyClicks(line, QString::fromStdString(path));
-      QTest::keyClick(line, Qt::Key_Return);
+      ASSERT_EQ(line->text(), QString::fromStdString(path));
+      Person::Press(dialog, "Save");
     });
   }
 };
@@ -117,7 +119,7 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
 
   // It is saved under another name.
   ExpectSaveTo("walk-filtered.vmb");
-  ExpectDone();
+  person_.When("QMessageBox", [](QWidget* box) { Person::Press(box, "OK"); });
   Entry("Velmora2 Binary (.VMB) (default)")->trigger();
   person_.Work();
   ASSERT_TRUE(fs::exists(Path("walk-filtered.vmb")));
@@ -180,6 +182,9 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   window_->State().UserLevel = UserLevelKind::Expert;
   QMimeData data;
   data.setUrls({QUrl::fromLocalFile(QString::fromStdString(Path("walk.vmb")))});
+  QDragEnterEvent enter(QPoint(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window_.get(), &enter);
+  ASSERT_TRUE(enter.isAccepted());
   QDropEvent drop(QPointF(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(window_.get(), &drop);
   EXPECT_TRUE(QTest::qWaitFor([this] { return Shown().NData == 6001; }));
