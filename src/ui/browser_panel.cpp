@@ -21,6 +21,8 @@
 namespace velmora::ui {
 namespace {
 
+constexpr int kRowsSettle = 150;  // ms; the model sorts what it has read a little later
+
 QComboBox* FilterBox(std::span<const FileFilter> filters) {
   auto* box = new QComboBox;
   for (const FileFilter& filter : filters) {

@@ -10,7 +10,6 @@
 #include <map>
 
 #include "ui/channel_drawing.hpp"
-#include "ui/theme.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -30,10 +29,6 @@ class ChannelDelegate : public QStyledItemDelegate {
       PaintChoice(painter, option, index);
       return;
     }
-    if (kind == Kind::Check) {
-      PaintCheck(painter, option, index);
-      return;
-    }
     QStyledItemDelegate::paint(painter, option, index);
     const Trial& trial = workbench_.trial;
     if (kind == Kind::Swatch) {
@@ -45,32 +40,6 @@ class ChannelDelegate : public QStyledItemDelegate {
   }
 
  private:
-  // The style's own box cannot be seen on dark ground.
-  void PaintCheck(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    QStyleOptionViewItem item = option;
-    initStyleOption(&item, index);
-    const bool on = item.checkState == Qt::Checked;
-    const QStyle* style = view_->style();
-    const QRectF box = style->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &item, view_);
-    item.features &= ~QStyleOptionViewItem::HasCheckIndicator;
-    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, view_);
-    const QPalette& colours = view_->palette();
-    const QColor accent = colours.color(QPalette::Link);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(on ? accent : QuietColour(colours), 1.2));
-    painter->setBrush(on ? accent : colours.color(QPalette::Base));
-    painter->drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
-    if (on) {
-      painter->setPen(QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-      const QPointF corner = box.topLeft();
-      const double unit = box.width() / 14;
-      painter->drawPolyline(QPolygonF({corner + QPointF(3.5, 7.2) * unit, corner + QPointF(6, 9.8) * unit,
-                                       corner + QPointF(10.5, 4.4) * unit}));
-    }
-    painter->restore();
-  }
-
   // A round button instead of a box: one of all channels.
   void PaintChoice(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     QStyleOptionViewItem item = option;

@@ -4,7 +4,8 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QStyleFactory>
+
+#include "ui/theme_style.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -115,6 +116,10 @@ QString StyleSheet(const Tones& tones) {
              "QTabBar::tab { padding: 6px 12px; border: none; border-bottom: 2px solid transparent; color: "
              "%7; }"
              "QTabBar::tab:selected { border-bottom-color: %6; color: %1; }"
+             "QLineEdit, QPlainTextEdit { border: 1px solid %3; border-radius: 4px; padding: 3px 4px; "
+             "background: %2; }"
+             "QLineEdit:focus { border-color: %6; }"
+             "QTableView QLineEdit { padding: 0px; border-radius: 0px; }"
              "QTreeView::item, QListView::item { padding: 3px 2px; }")
       .arg(tones.text.name(), tones.base.name(), tones.line.name(), tones.window.name(), tones.button.name(),
            tones.accent.name(), Mixed(tones.text, tones.window, 0.35F).name());
@@ -127,7 +132,7 @@ void ApplyTheme(QApplication& app, ThemeChoice choice) {
   const bool dark =
       choice == ThemeChoice::Dark || (choice == ThemeChoice::Desktop && DesktopPrefersDark(given));
   const Tones& tones = dark ? kDark : kLight;
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new ThemeStyle);
   const QPalette palette = PaletteOf(tones);
   QApplication::setPalette(palette);
   // A row that is selected stays readable, with the colours that are in it.

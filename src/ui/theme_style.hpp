@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace velmora::ui {
+
+/// Fusion, with boxes and round buttons that can be seen on dark ground as well.
+class ThemeStyle : public QProxyStyle {
+ public:
+  ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+};
+
+}  // namespace velmora::ui
