@@ -18,6 +18,7 @@ using namespace velmora;
 namespace fs = std::filesystem;
 
 constexpr QSize kWindow{1280, 800};
+constexpr int kHintGoes = 8500;  // ms until the graph is without its hint
 
 /// As many channels as there can be: rhythms of many lengths, with noise.
 void MakeManyChannels(Trial& trial) {
@@ -104,6 +105,27 @@ void FillFilter(QWidget* dialog) {
   TableOf(dialog)->setCurrentIndex(TableOf(dialog)->model()->index(0, 4));
 }
 
+QWidget* GraphWindow() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->objectName() == QStringLiteral("frmGraph")) {
+      return window;
+    }
+  }
+  throw std::runtime_error("the graph does not open");
+}
+
+void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
+  photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose", "OK",
+                        [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
+  QWidget* graph = GraphWindow();
+  QTest::qWait(kHintGoes);
+  QTest::keyClick(graph, Qt::Key_2);
+  photographer.Keep(graph, "graph");
+  window.RunCommand(*FindCommand("background.white"));
+  photographer.Keep(graph, "graph-on-white");
+  graph->close();
+}
+
 void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
   photographer.Keep(&window, "empty");
   window.OpenFile(QString::fromStdString((data / "emg-bursts.vmb").string()));
@@ -114,7 +136,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("math.multiply", "frmChoose", "picker-values", "Cancel");
   photographer.Dialogue("smooth.butterworth", "frmButterworth", "filter", "Filter", FillFilter);
   photographer.Dialogue("smooth.moving-average", "frmSetEpochDuration", "window-width", "Cancel");
-  photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose", "Cancel");
+  ShowGraph(window, photographer);
   photographer.Dialogue("edit.experiment-information", "frmExperiment", "experiment", "Cancel");
   QTest::qWait(200);
   photographer.Keep(&window, "history");

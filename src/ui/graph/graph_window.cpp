@@ -39,7 +39,7 @@ GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
   splitter->addWidget(sidebar_);
   splitter->setStretchFactor(0, 1);
   splitter->setStretchFactor(1, 0);
-  splitter->setSizes({880, 320});
+  splitter->setSizes({820, 380});
   splitter->setChildrenCollapsible(false);
   setCentralWidget(splitter);
   ConnectPlot();
