@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <utility>
 
 #include "core/numbers.hpp"
 #include "core/picker.hpp"
@@ -144,15 +145,16 @@ void Recorder::AddView(const Gesture& gesture, std::string words) {
 
 // The drags of a cursor are one move, to where it came to rest.
 void Recorder::AddMove(const CursorMove& move) {
-  for (auto it = steps_.rbegin(); it != steps_.rend(); ++it) {
-    auto* view = std::get_if<ViewStep>(&it->step.what);
+  for (std::size_t k = steps_.size(); k-- > 0;) {
+    RecordedStep& step = steps_[k];
+    auto* view = std::get_if<ViewStep>(&step.step.what);
     auto* before = view != nullptr ? std::get_if<CursorMove>(&view->what) : nullptr;
     if (before == nullptr) {
       break;
     }
     if (before->cursor == move.cursor) {
       before->x = move.x;
-      it->words = WordsOf(Action(move));
+      step.words = WordsOf(Action(move));
       return;
     }
   }

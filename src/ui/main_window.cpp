@@ -9,7 +9,6 @@
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QStandardPaths>
-#include <QTimer>
 #include <QUrl>
 #include <filesystem>
 
@@ -377,7 +376,7 @@ void MainWindow::Heard(const Action& action) {
   traceStale_ = traceStale_ || ChangesData(action);
   if (!refreshDue_) {
     refreshDue_ = true;
-    QTimer::singleShot(0, this, &MainWindow::Refresh);
+    QMetaObject::invokeMethod(this, &MainWindow::Refresh, Qt::QueuedConnection);
   }
 }
 
@@ -432,7 +431,7 @@ void MainWindow::Obey(ShellRequest request) {
       break;
     case ShellRequest::Exit:
       leaving_ = true;
-      QTimer::singleShot(0, this, &QWidget::close);
+      QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
       break;
   }
 }
@@ -467,7 +466,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
   const QString path = event->mimeData()->urls().constFirst().toLocalFile();
   event->acceptProposedAction();
   // The program that the file comes from waits until the drop is over.
-  QTimer::singleShot(0, this, [this, path] { OpenFile(path); });
+  QMetaObject::invokeMethod(
+      this, [this, path] { OpenFile(path); }, Qt::QueuedConnection);
 }
 
 }  // namespace velmora::ui
