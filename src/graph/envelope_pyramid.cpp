@@ -164,6 +164,7 @@ ColumnExtremes EnvelopePyramid::Columns(std::int64_t firstSample, std::int64_t l
                                         int nColumns) const {
   const std::int64_t samples = std::max<std::int64_t>(lastSample - firstSample + 1, 0);
   std::vector<SampleSpan> spans;
+  spans.reserve(static_cast<std::size_t>(std::max(nColumns, 0)));
   for (int k = 0; k < nColumns; ++k) {
     spans.push_back({firstSample + ColumnStart(samples, k, nColumns),
                      firstSample + ColumnStart(samples, k + 1, nColumns)});

@@ -82,7 +82,7 @@ std::string History::GoBack(std::size_t last) {
   CloseView(*workbench_);
   workbench_->merge = {};
   for (const Step& step : steps) {
-    if (const std::string why = Repeat(step); !why.empty()) {
+    if (std::string why = Repeat(step); !why.empty()) {
       return why;
     }
   }

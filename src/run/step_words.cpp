@@ -33,8 +33,11 @@ void Append(std::string& text, const std::string& more) {
 std::string Grouped(const std::map<std::string, std::vector<int>>& byValue, const std::string& units,
                     int all) {
   std::string text;
+  const std::string behind = (units.empty() ? "" : " " + units) + ", ";
   for (const auto& [value, channels] : byValue) {
-    Append(text, value + (units.empty() ? "" : " " + units) + ", " + Channels(channels, all));
+    std::string words = value;
+    words.append(behind).append(Channels(channels, all));
+    Append(text, words);
   }
   return text;
 }

@@ -14,6 +14,14 @@ ChannelTableModel::ChannelTableModel(const Workbench& workbench, std::vector<Cha
   rows_ = workbench_.trial.NChan;
 }
 
+void ChannelTableModel::SetHead(int column, const QString& head) {
+  QString& shown = columns_[static_cast<std::size_t>(column)].head;
+  if (shown != head) {
+    shown = head;
+    Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+  }
+}
+
 void ChannelTableModel::Refresh() {
   if (rows_ != workbench_.trial.NChan) {
     beginResetModel();

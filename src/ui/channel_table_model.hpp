@@ -33,6 +33,7 @@ class ChannelTableModel : public QAbstractTableModel {
   [[nodiscard]] const ChannelColumn& Column(int column) const {
     return columns_[static_cast<std::size_t>(column)];
   }
+  void SetHead(int column, const QString& head);
   /// The number of channels or anything shown of them may have changed.
   void Refresh();
 

@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QStandardItemModel>
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -17,6 +19,11 @@
 
 namespace velmora::ui {
 namespace {
+
+bool CanBeChosen(const FormField& field, int choice) {
+  const auto& disabled = field.disabledChoices;
+  return !field.readOnly && std::find(disabled.begin(), disabled.end(), choice) == disabled.end();
+}
 
 class CheckEditor : public FieldEditor {
  public:
@@ -49,7 +56,6 @@ class RadioEditor : public FieldEditor {
     group_ = new QButtonGroup(this);
     for (const std::string& choice : field.choices) {
       auto* button = new QRadioButton(ToQt(choice));
-      button->setEnabled(!field.readOnly);
       group_->addButton(button, static_cast<int>(group_->buttons().size()));
       layout->addWidget(button);
     }
@@ -64,6 +70,9 @@ class RadioEditor : public FieldEditor {
     const int choice = std::max(0, *std::get<std::int32_t*>(field_.target));
     if (QAbstractButton* button = group_->button(choice)) {
       button->setChecked(true);
+    }
+    for (QAbstractButton* button : group_->buttons()) {
+      button->setEnabled(CanBeChosen(field_, group_->id(button)));
     }
   }
 
@@ -90,7 +99,13 @@ class ListEditor : public FieldEditor {
       Q_EMIT Edited();
     });
   }
-  void Refresh() override { list_->setCurrentIndex(*std::get<std::int32_t*>(field_.target)); }
+  void Refresh() override {
+    list_->setCurrentIndex(*std::get<std::int32_t*>(field_.target));
+    auto* items = qobject_cast<QStandardItemModel*>(list_->model());
+    for (int k = 0; k < items->rowCount(); ++k) {
+      items->item(k)->setEnabled(CanBeChosen(field_, k));
+    }
+  }
 
  private:
   QComboBox* list_;

@@ -40,6 +40,11 @@ QLabel* RemarkLabel(const QString& text) {
   return label;
 }
 
+QString HeadOf(const FormField& field) {
+  const QString name = ToQt(WithoutMnemonic(ToStd(SplitCaption(field).name)));
+  return field.units.empty() ? name : name + QStringLiteral(" (") + ToQt(field.units) + QStringLiteral(")");
+}
+
 QTableWidget* TableOf(const ResultTable& results) {
   auto* table =
       new QTableWidget(static_cast<int>(results.rows.size()), static_cast<int>(results.columns.size()));
@@ -85,10 +90,11 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   if (picture_ != nullptr) {
     wide->addWidget(picture_, 1);
   }
-  AddResults(wide);
-  if (wide->count() > 0) {
-    sides->addLayout(wide, 1);
-  }
+  const bool shows = wide->count() > 0 || !form_.Tables().empty();
+  results_ = new QWidget;
+  (new QVBoxLayout(results_))->setContentsMargins(0, 0, 0, 0);
+  wide->addWidget(results_, 1);
+  sides->addLayout(wide, shows ? 1 : 0);
   AddButtons(layout);
 }
 
@@ -105,26 +111,29 @@ QWidget* FormDialog::MakeFields() {
       continue;
     }
     FieldEditor* editor = MakeFieldEditor(form_, field, fields);
-    editors_.push_back(editor);
     connect(editor, &FieldEditor::Edited, this, [this] { FieldsChanged(); });
     const FieldCaption caption = SplitCaption(field);
+    QLabel* label = nullptr;
     if (editor->ShowsCaption() || caption.name.isEmpty()) {
       rows->addRow(editor);
     } else {
-      auto* label = new QLabel(caption.name);
+      label = new QLabel(caption.name);
       label->setBuddy(editor);
       label->setWordWrap(caption.name.size() > 30);
       rows->addRow(label, editor);
     }
+    QLabel* remark = nullptr;
     if (!caption.remark.isEmpty()) {
-      rows->addRow(QString(), RemarkLabel(caption.remark));
+      remark = RemarkLabel(caption.remark);
+      rows->addRow(QString(), remark);
     }
+    rows_.push_back({editor, label, remark});
   }
-  if (editors_.empty()) {
+  if (rows_.empty()) {
     delete fields;
     return nullptr;
   }
-  if (editors_.size() <= kFieldsThatFit) {
+  if (rows_.size() <= kFieldsThatFit) {
     return fields;
   }
   auto* scroll = new QScrollArea;
@@ -137,10 +146,7 @@ QWidget* FormDialog::MakeFields() {
 
 ChannelColumn FormDialog::ColumnOf(const FormField& field) {
   ChannelColumn column;
-  column.head = ToQt(WithoutMnemonic(ToStd(SplitCaption(field).name)));
-  if (!field.units.empty()) {
-    column.head += QStringLiteral(" (") + ToQt(field.units) + QStringLiteral(")");
-  }
+  column.head = HeadOf(field);
   column.tip = SplitCaption(field).remark;
   const FormField* target = &field;
   if (ChannelFlags* const* flags = std::get_if<ChannelFlags*>(&field.target)) {
@@ -171,6 +177,7 @@ void FormDialog::AddTable(QBoxLayout* to) {
   const std::size_t given = columns.size();
   for (const FormField& field : form_.Fields()) {
     if (IsPerChannel(field)) {
+      columns_.push_back({&field, static_cast<int>(columns.size())});
       columns.push_back(ColumnOf(field));
     }
   }
@@ -201,13 +208,44 @@ void FormDialog::AddTable(QBoxLayout* to) {
   }
 }
 
-void FormDialog::AddResults(QBoxLayout* to) {
+// A form that shows tables makes new ones after an edit.
+void FormDialog::ShowResults() {
+  results_->setVisible(!form_.Tables().empty());
+  QLayout* layout = results_->layout();
+  while (QLayoutItem* item = layout->takeAt(0)) {
+    delete item->widget();
+    delete item;
+  }
   for (const ResultTable& results : form_.Tables()) {
     auto* title = new QLabel(ToQt(results.title));
     title->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    to->addWidget(title);
-    to->addWidget(TableOf(results), 1);
+    layout->addWidget(title);
+    layout->addWidget(TableOf(results));
   }
+}
+
+// An edit of one field may hide others, name them anew or take choices from them.
+void FormDialog::ShowFields() {
+  for (const FieldRow& row : rows_) {
+    const FormField& field = row.editor->Field();
+    row.editor->setVisible(!field.hidden);
+    row.editor->Refresh();
+    if (row.caption != nullptr) {
+      row.caption->setVisible(!field.hidden);
+      row.caption->setText(SplitCaption(field).name);
+    }
+    if (row.remark != nullptr) {
+      row.remark->setVisible(!field.hidden);
+    }
+  }
+}
+
+void FormDialog::ShowColumns() {
+  for (const FieldColumn& shown : columns_) {
+    table_->setColumnHidden(shown.column, shown.field->hidden);
+    model_->SetHead(shown.column, HeadOf(*shown.field));
+  }
+  model_->Refresh();
 }
 
 void FormDialog::AddButtons(QBoxLayout* to) {
@@ -251,9 +289,9 @@ void FormDialog::PressButton(const FormButton& button) {
     if (table_ != nullptr) {
       table_->FinishEditing();
     }
-    for (FieldEditor* editor : editors_) {
-      if (!editor->Commit()) {
-        editor->setFocus();
+    for (const FieldRow& row : rows_) {
+      if (!row.editor->Commit()) {
+        row.editor->setFocus();
         return;
       }
     }
@@ -267,12 +305,11 @@ void FormDialog::Refresh() {
 
 void FormDialog::FieldsChanged() {
   refusal_->clear();
-  for (FieldEditor* editor : editors_) {
-    editor->Refresh();
-  }
+  ShowFields();
   if (model_ != nullptr) {
-    model_->Refresh();
+    ShowColumns();
   }
+  ShowResults();
   if (picture_ != nullptr) {
     picture_->Show(table_ != nullptr ? table_->CurrentChannel() : 0);
   }

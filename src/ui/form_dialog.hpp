@@ -29,7 +29,9 @@ class FormDialog : public AskingDialog {
  private:
   QWidget* MakeFields();
   void AddTable(QBoxLayout* to);
-  void AddResults(QBoxLayout* to);
+  void ShowResults();
+  void ShowFields();
+  void ShowColumns();
   void AddButtons(QBoxLayout* to);
   void PressButton(const FormButton& button);
   void FieldsChanged();
@@ -38,7 +40,19 @@ class FormDialog : public AskingDialog {
   Form& form_;
   const Workbench& workbench_;
   FormPicture* picture_;
-  std::vector<FieldEditor*> editors_;
+  /// A field as it is drawn, with what stands beside and below it (nullptr: nothing).
+  struct FieldRow {
+    FieldEditor* editor;
+    QLabel* caption;
+    QLabel* remark;
+  };
+  std::vector<FieldRow> rows_;
+  struct FieldColumn {
+    const FormField* field;
+    int column;
+  };
+  std::vector<FieldColumn> columns_;  // of the table of channels
+  QWidget* results_ = nullptr;
   ChannelTableModel* model_ = nullptr;
   ChannelTableView* table_ = nullptr;
   QLabel* refusal_ = nullptr;

@@ -144,7 +144,7 @@ void MainWindow::AddUserLevels(QMenu* menu) {
 
 void MainWindow::AddFilterMenus(QMenu* menu) {
   const auto add = [this, menu](const QString& title, std::span<const FileFilter> filters, std::int32_t& row,
-                                void (BrowserPanel::*select)(int)) {
+                                const std::function<void(int)>& select) {
     QMenu* sub = menu->addMenu(title);
     auto* group = new QActionGroup(sub);
     for (std::size_t k = 0; k < filters.size(); ++k) {
@@ -152,14 +152,15 @@ void MainWindow::AddFilterMenus(QMenu* menu) {
       action->setCheckable(true);
       action->setStatusTip(ToQt(filters[k].patterns));
       group->addAction(action);
-      connect(action, &QAction::triggered, this,
-              [this, select, k] { (browser_->*select)(static_cast<int>(k)); });
+      connect(action, &QAction::triggered, this, [select, k] { select(static_cast<int>(k)); });
     }
     connect(sub, &QMenu::aboutToShow, this,
             [group, &row] { group->actions().at(static_cast<qsizetype>(row))->setChecked(true); });
   };
-  add(tr("&Data files"), DataFileFilters(), workbench_.preferences.FileType, &BrowserPanel::SelectDataFilter);
-  add(tr("&Text files"), TextFileFilters(), workbench_.preferences.TextType, &BrowserPanel::SelectTextFilter);
+  add(tr("&Data files"), DataFileFilters(), workbench_.preferences.FileType,
+      [this](int filter) { browser_->SelectDataFilter(filter); });
+  add(tr("&Text files"), TextFileFilters(), workbench_.preferences.TextType,
+      [this](int filter) { browser_->SelectTextFilter(filter); });
 }
 
 void MainWindow::AddThemes(QMenu* menu) {

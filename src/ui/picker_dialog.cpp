@@ -105,12 +105,13 @@ void PickerDialog::AddHead(QBoxLayout* to) {
   to->addWidget(trial);
 }
 
-void PickerDialog::Command(QBoxLayout* to, const char* caption, void (ChannelPicker::*procedure)()) {
+void PickerDialog::Command(QBoxLayout* to, const char* caption,
+                           const std::function<void(ChannelPicker&)>& procedure) {
   auto* button = new QPushButton(QString::fromUtf8(caption));
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, [this, procedure] {
     table_->FinishEditing();
-    (picker_.*procedure)();
+    procedure(picker_);
     Refresh();
   });
   to->addWidget(button);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "core/picker.hpp"
 #include "core/workbench.hpp"
 #include "ui/asking_dialog.hpp"
@@ -28,7 +30,7 @@ class PickerDialog : public AskingDialog {
   void AddHead(QBoxLayout* to);
   void AddCommands(QBoxLayout* to);
   void AddClosing(QBoxLayout* to);
-  void Command(QBoxLayout* to, const char* caption, void (ChannelPicker::*procedure)());
+  void Command(QBoxLayout* to, const char* caption, const std::function<void(ChannelPicker&)>& procedure);
   void ShowPage();
 
   ChannelPicker& picker_;
