@@ -36,6 +36,7 @@ struct Axis {
   double Minimum = 0.0;
   double Maximum = 1.0;
   bool Log = false;
+  bool Clock = false;  // seconds, with hh:mm:ss for numerals
   std::string Caption;
   bool CaptionVisible = true;
   bool LabelsVisible = true;  // ticks and their numerals

@@ -124,6 +124,7 @@ void SingleView::ShowChannels() {
 }
 
 void SingleView::CaptionAbscissa() {
+  graph_.Abscissa.Clock = workbench_.timeBase == TimeBase::HhMmSs;
   graph_.Abscissa.Caption = Caption(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
 }
 

@@ -75,7 +75,7 @@ void GraphPlot::ArrangeAxis(QCPAxis& axis, const Axis& from) const {
   if (drawn.Log && drawn.Maximum / drawn.Minimum >= kDecadesFrom) {
     axis.setTicker(QSharedPointer<DecadeTicker>::create());
   } else {
-    const auto ticker = QSharedPointer<NumberTicker>::create();
+    const auto ticker = QSharedPointer<NumberTicker>::create(drawn.Clock);
     const bool across = axis.orientation() == Qt::Horizontal;
     ticker->setTickCount(
         std::max(3, across ? viewport().width() / kBetweenNumerals : viewport().height() / kBetweenRows));

@@ -13,6 +13,9 @@ void NumberTicker::generate(const QCPRange& range, const QLocale& locale, QChar 
 
 QString NumberTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/,
                                    int /*precision*/) {
+  if (clock_) {
+    return QString::fromStdString(ClockTickText(tick, getTickStep(range_)));
+  }
   const double largest = std::max(std::abs(range_.lower), std::abs(range_.upper));
   return QString::fromStdString(TickText(tick, getTickStep(range_), largest));
 }

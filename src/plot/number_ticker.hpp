@@ -7,6 +7,8 @@ namespace velmora {
 /// Round numbers along a linear axis, written as people write them.
 class NumberTicker : public QCPAxisTicker {
  public:
+  explicit NumberTicker(bool clock) : clock_(clock) {}
+
   void generate(const QCPRange& range, const QLocale& locale, QChar formatChar, int precision,
                 QVector<double>& ticks, QVector<double>* subTicks, QVector<QString>* tickLabels) override;
 
@@ -15,6 +17,7 @@ class NumberTicker : public QCPAxisTicker {
 
  private:
   QCPRange range_;
+  bool clock_;  // seconds as hh:mm:ss
 };
 
 /// Powers of ten along a logarithmic axis.

@@ -65,4 +65,8 @@ std::string TickText(double tick, double step, double largest) {
   return FormatNumber(tick / unit, pattern) + prefix.text;
 }
 
+std::string ClockTickText(double tick, double step) {
+  return FormatClock(std::abs(tick) < step * kRounding ? 0.0 : tick, Decimals(step));
+}
+
 }  // namespace velmora

@@ -9,4 +9,7 @@ namespace velmora {
 /// and below 0.01 with an SI prefix behind it ("250 k", "-2.5 µ") in place of zeros.
 std::string TickText(double tick, double step, double largest);
 
+/// The same of an axis of seconds that shows hours, minutes and seconds: "00:01:02.5".
+std::string ClockTickText(double tick, double step);
+
 }  // namespace velmora

@@ -106,6 +106,7 @@ void PaintColumns(const TraceColumns& columns, const std::vector<TraceLook>& loo
                   const PixelArea& area) {
   constexpr int kFlat = 3;  // rows
   std::vector<Dashes> dashes;
+  dashes.reserve(looks.size());
   for (const TraceLook& look : looks) {
     dashes.emplace_back(look.line, look.width);
   }

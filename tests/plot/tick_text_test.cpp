@@ -20,6 +20,10 @@ TEST(TickText, NumeralsArePlainOrHaveAPrefix) {
   EXPECT_EQ(TickText(1000, 0, 1000), "1000");
   EXPECT_EQ(TickText(1e6, 0, 1e6), "1 M");
   EXPECT_EQ(TickText(1e-4, 0, 1e-4), "100 µ");
+  // A clock: 3725 s are an hour, two minutes and five seconds.
+  EXPECT_EQ(ClockTickText(3725, 5), "01:02:05");
+  EXPECT_EQ(ClockTickText(0.5, 0.25), "00:00:00.50");
+  EXPECT_EQ(ClockTickText(-1e-13, 1), "00:00:00");
 }
 
 }  // namespace

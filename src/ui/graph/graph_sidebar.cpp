@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "core/helpers.hpp"
 #include "core/numbers.hpp"
 #include "core/text.hpp"
 #include "plot/plot_colours.hpp"
@@ -95,14 +96,14 @@ void GraphSidebar::FillTimes(const SingleView& view, const Workbench& workbench)
   for (int k = 1; k <= 2; ++k) {
     const bool there = view.Cursors() >= k;
     sample_->setText(k, there ? QString::number(view.SampleOf(k)) : QString());
-    time_->setText(k, there ? ToQt(FormatNumber(cursors[static_cast<std::size_t>(k - 1)].XPosition,
+    time_->setText(k, there ? ToQt(AbscissaText(workbench, cursors[static_cast<std::size_t>(k - 1)].XPosition,
                                                 workbench.ValuePattern))
                             : QString());
   }
   const bool both = view.Cursors() >= 2;
   const double between = both ? cursors[1].XPosition - cursors[0].XPosition : 0.0;
   sample_->setText(3, both ? QString::number(view.SampleOf(2) - view.SampleOf(1)) : QString());
-  time_->setText(3, both ? ToQt(FormatNumber(between, workbench.ValuePattern)) : QString());
+  time_->setText(3, both ? ToQt(AbscissaText(workbench, between, workbench.ValuePattern)) : QString());
   reciprocal_->setText(
       3, between != 0 ? ToQt(FormatNumber(1 / std::abs(between), workbench.ValuePattern)) : QString());
 }
