@@ -8,6 +8,7 @@
 class QComboBox;
 class QFileSystemModel;
 class QLabel;
+class QSplitter;
 class QTabWidget;
 class QTreeView;
 
@@ -32,8 +33,8 @@ class BrowserPanel : public QWidget {
   void DirectoryChosen(const QString& path);
 
  private:
-  void AddTree(class QSplitter* to);
-  void AddLists(class QSplitter* to);
+  void AddTree(QSplitter* to);
+  void AddLists(QSplitter* to);
   void ShowLocations();
   void ShowDirectory();
 

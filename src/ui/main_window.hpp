@@ -19,6 +19,7 @@
 class QDockWidget;
 class QLabel;
 class QStackedWidget;
+class QToolBar;
 
 namespace velmora::ui {
 
@@ -86,7 +87,7 @@ class MainWindow : public QMainWindow {
   void AddUserLevels(QMenu* menu);
   void AddThemes(QMenu* menu);
   void AddHelpMenu();
-  QAction* AddTool(class QToolBar* bar, std::string_view id, int glyph, const QString& text);
+  QAction* AddTool(QToolBar* bar, std::string_view id, int glyph, const QString& text);
 
   SettingsStore& store_;
   WindowSettings settings_;

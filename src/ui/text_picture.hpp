@@ -6,6 +6,7 @@
 #include "core/workbench.hpp"
 #include "ui/form_picture.hpp"
 
+class QBoxLayout;
 class QLabel;
 
 namespace velmora::ui {
@@ -20,7 +21,7 @@ class TextPicture : public FormPicture {
  private:
   enum class Part { Skipped, Labels, Units, Time, Data, OtherData, Unread };
 
-  void AddLegend(class QBoxLayout* to);
+  void AddLegend(QBoxLayout* to);
   [[nodiscard]] QColor Ground(Part part) const;
   [[nodiscard]] Part PartOfColumn(int column) const;
   void MarkLine(int number, QList<QTextEdit::ExtraSelection>& marks) const;
