@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,21 @@ inline std::string BenchPath(const char* name) {
   const char* directory = std::getenv("VELMORA_BENCH_DIR");
   return (directory != nullptr ? std::filesystem::path(directory) : std::filesystem::temp_directory_path()) /
          name;
+}
+
+/// How far the memory in use ever went, in MiB.
+inline double PeakMemory() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmHWM:")) {
+      return std::strtod(line.c_str() + 6, nullptr) / 1024;
+    }
+  }
+  return 0;
+}
+
+inline void ResetPeakMemory() {
+  std::ofstream("/proc/self/clear_refs") << "5";
 }
 
 }  // namespace velmora

@@ -37,21 +37,6 @@ const std::string& BigFile() {
   return path;
 }
 
-// How far the memory in use ever went, in MiB.
-double PeakMemory() {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("VmHWM:")) {
-      return std::strtod(line.c_str() + 6, nullptr) / 1024;
-    }
-  }
-  return 0;
-}
-
-void ResetPeakMemory() {
-  std::ofstream("/proc/self/clear_refs") << "5";
-}
-
 void DropFromCache(const std::string& path) {
   const int file = open(path.c_str(), O_RDONLY);
   fsync(file);

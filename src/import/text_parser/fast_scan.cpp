@@ -17,6 +17,12 @@ ScanCharacters CharactersOf(const NumberLayout& layout) {
   return {layout.decimalComma ? ',' : '.', {'\t', comma, semicolon}};
 }
 
+// Whether the columns go to neighbouring places: no time column among them, or the first one.
+bool InOrder(const ScanPlan& plan) {
+  const auto* end = plan.slot.begin() + plan.columns;
+  return std::adjacent_find(plan.slot.begin(), end, [](int a, int b) { return b != a + 1; }) == end;
+}
+
 // The rows of one text, piece after piece.
 class Scanner {
  public:
@@ -28,7 +34,8 @@ class Scanner {
         stages_(level == SimdLevel::Sse2 ? kSse2ScanStages : kAvx2ScanStages),
         room_(room),
         firstLine_(firstLine),
-        faults_(faults) {}
+        faults_(faults),
+        inOrder_(InOrder(plan)) {}
 
   ScanProgress Run() {
     const std::size_t bytes = rest_.size();
@@ -77,14 +84,21 @@ class Scanner {
                          row_.data())) {
       return false;
     }
-    float* frame = Frame();
-    for (int k = 0; k < plan_.columns; ++k) {
-      frame[plan_.slot[static_cast<std::size_t>(k)]] = row_[static_cast<std::size_t>(k)];
-    }
+    PutRow(Frame());
     first = last + (exact ? 1 : 2);
     ++progress_.rows;
     ++progress_.lines;
     return true;
+  }
+
+  void PutRow(float* frame) const {
+    if (inOrder_) {
+      std::copy_n(row_.begin(), plan_.columns, frame + plan_.slot[0]);
+      return;
+    }
+    for (int k = 0; k < plan_.columns; ++k) {
+      frame[plan_.slot[static_cast<std::size_t>(k)]] = row_[static_cast<std::size_t>(k)];
+    }
   }
 
   void ScanPlainly(std::string_view line) {
@@ -109,6 +123,7 @@ class Scanner {
   FrameRoom room_;
   std::int64_t firstLine_;
   ScanFaults& faults_;
+  bool inOrder_;
   ScanProgress progress_;
   std::array<float, kMostCells + 4> row_{};
   PieceIndex index_;
