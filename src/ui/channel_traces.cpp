@@ -22,7 +22,7 @@ void ChannelTraces::Clear() {
 }
 
 void ChannelTraces::TakeMeans(const SampleMatrix& matrix) {
-  const auto rows = static_cast<std::size_t>(matrix.Channels() + 1);
+  const auto rows = static_cast<std::size_t>(matrix.Channels()) + 1;
   std::vector<double> sums(rows, 0.0);
   std::vector<std::int64_t> counts(rows, 0);
   for (std::int64_t i = 1; i <= matrix.Samples(); ++i) {

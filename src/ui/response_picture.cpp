@@ -27,7 +27,9 @@ double YOf(double gain, const QRectF& area) {
 // 1, 2 and 5 of every decade.
 std::vector<double> RoundFrequencies(double low, double high) {
   std::vector<double> ticks;
-  for (double decade = std::pow(10.0, std::floor(std::log10(low))); decade <= high; decade *= 10) {
+  const int last = static_cast<int>(std::floor(std::log10(high)));
+  for (int exponent = static_cast<int>(std::floor(std::log10(low))); exponent <= last; ++exponent) {
+    const double decade = std::pow(10.0, exponent);
     for (const double step : {1.0, 2.0, 5.0}) {
       if (decade * step >= low && decade * step <= high) {
         ticks.push_back(decade * step);
@@ -151,7 +153,9 @@ void ResponsePicture::PaintCurve(QPainter& painter, const QRectF& area, double l
                 : 1.0;
   };
   QPolygonF curve;
-  for (double x = area.left(); x <= area.right(); x += 1.0) {
+  const int columns = static_cast<int>(area.width());
+  for (int column = 0; column <= columns; ++column) {
+    const double x = area.left() + column;
     const double frequency = low * std::pow(high / low, (x - area.left()) / area.width());
     curve << QPointF(x, YOf(gain(frequency), area));
   }
