@@ -119,24 +119,25 @@ void Exit(Workbench& workbench) {
   }
 }
 
-constexpr std::string_view kMenu = "&File";
+constexpr std::string_view kFileMenu = "&File";
 
-constexpr std::array kCommands = {
-    Command{"file.open-directory", "&Open directory", kMenu, Needs::Nothing, OpenAskedDirectory},
-    Command{"file.make-subdirectory", "Create a &Subdirectory", kMenu, Needs::Nothing, MakeSubdirectory},
-    Command{"file.remove-directory", "&Remove the Current directory", kMenu, Needs::Nothing, RemoveDirectory},
-    Command{"file.close", "&Close selected file", kMenu, Needs::Nothing, ForgetFile},
-    Command{"file.delete", "&Delete selected file", kMenu, Needs::Nothing, DeleteFile},
-    Command{"file.explore", "Explore Current directory", kMenu, Needs::Nothing,
+constexpr std::array kFileCommands = {
+    Command{"file.open-directory", "&Open directory", kFileMenu, Needs::Nothing, OpenAskedDirectory},
+    Command{"file.make-subdirectory", "Create a &Subdirectory", kFileMenu, Needs::Nothing, MakeSubdirectory},
+    Command{"file.remove-directory", "&Remove the Current directory", kFileMenu, Needs::Nothing,
+            RemoveDirectory},
+    Command{"file.close", "&Close selected file", kFileMenu, Needs::Nothing, ForgetFile},
+    Command{"file.delete", "&Delete selected file", kFileMenu, Needs::Nothing, DeleteFile},
+    Command{"file.explore", "Explore Current directory", kFileMenu, Needs::Nothing,
             Ask<ShellRequest::ExploreDirectory>},
-    Command{"file.refresh", "&Refresh", kMenu, Needs::Nothing, Ask<ShellRequest::ShowFiles>},
-    Command{"file.exit", "E&xit", kMenu, Needs::Nothing, Exit},
+    Command{"file.refresh", "&Refresh", kFileMenu, Needs::Nothing, Ask<ShellRequest::ShowFiles>},
+    Command{"file.exit", "E&xit", kFileMenu, Needs::Nothing, Exit},
 };
 
 }  // namespace
 
 std::span<const Command> FileCommands() {
-  return kCommands;
+  return kFileCommands;
 }
 
 bool OpenDirectory(Workbench& workbench, const std::string& directory) {

@@ -18,7 +18,7 @@ namespace velmora {
 struct Workbench;
 
 /// One number per channel; index 0 is not used.
-using ChannelNumbers = std::array<double, kMaxChannels + 1>;
+using ChannelNumbers = PerChannel<double>;
 
 /// One named field of a form: what it is called, where its value lives, what it may hold.
 struct FormField {

@@ -33,6 +33,12 @@ std::string DirectoryOf(std::string_view path) {
   return start == 0 ? "./" : std::string(path.substr(0, start));
 }
 
+std::string FullPath(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path full = std::filesystem::absolute(path, error);
+  return error ? path : full.string();
+}
+
 bool FileExists(std::string_view directory, std::string_view name) {
   const std::filesystem::path path = std::filesystem::path(directory) / name;
   std::error_code error;

@@ -16,6 +16,10 @@ std::string BaseName(std::string_view path);
 /// The part behind the last separator or colon.
 std::string FileNamePart(std::string_view path);
 
+/// The path from the root, so that it stays right wherever the program goes on to work; the path itself
+/// when there is no working directory.
+std::string FullPath(const std::string& path);
+
 /// The directory with its trailing separator; "./" when the path has none.
 std::string DirectoryOf(std::string_view path);
 

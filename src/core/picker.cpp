@@ -9,13 +9,7 @@
 #include "core/workbench.hpp"
 
 namespace velmora {
-namespace {
-
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void ChooserState::ClearModes() {
   ChooserSelectMode = false;
@@ -101,21 +95,21 @@ std::string ChannelPicker::DurationText() const {
 }
 
 std::string ChannelPicker::RowText(int channel) const {
-  return ChannelNumber(channel) + " " + Trim(workbench_.trial.ChanLabel[At(channel)].Text());
+  return ChannelNumber(channel) + " " + Trim(workbench_.trial.ChanLabel[channel].Text());
 }
 
 std::string ChannelPicker::ValueText(int channel) const {
   if (HasNames()) {
-    return state_.ChooserNames[At(channel)];
+    return state_.ChooserNames[channel];
   }
   if (!HasValues()) {
     return {};
   }
-  return FormatNumber(state_.ChanConst[At(channel)], state_.ChooserIntegerValues ? "0" : "0.00000");
+  return FormatNumber(state_.ChanConst[channel], state_.ChooserIntegerValues ? "0" : "0.00000");
 }
 
 float ChannelPicker::Value(int channel) const {
-  return state_.ChanConst[At(channel)];
+  return state_.ChanConst[channel];
 }
 
 bool ChannelPicker::Selects() const {
@@ -147,12 +141,12 @@ int ChannelPicker::Channels() const {
 }
 
 bool ChannelPicker::IsSelected(int channel) const {
-  return SelectsOne() ? channel == choice_ : state_.ChanSelected[At(channel)];
+  return SelectsOne() ? channel == choice_ : state_.ChanSelected[channel];
 }
 
 void ChannelPicker::All() {
   for (int c = 1; c <= Channels(); ++c) {
-    state_.ChanSelected[At(c)] = true;
+    state_.ChanSelected[c] = true;
   }
   if (!HasValues()) {
     return;
@@ -174,7 +168,7 @@ void ChannelPicker::None() {
 
 void ChannelPicker::Invert() {
   for (int c = 1; c <= Channels(); ++c) {
-    state_.ChanSelected[At(c)] = !state_.ChanSelected[At(c)];
+    state_.ChanSelected[c] = !state_.ChanSelected[c];
   }
 }
 
@@ -188,7 +182,7 @@ void ChannelPicker::SecondEight() {
 void ChannelPicker::SelectEight(int first) {
   const int last = std::min(first + 7, LastShown());
   for (int c = first; c <= last; ++c) {
-    state_.ChanSelected[At(c)] = true;
+    state_.ChanSelected[c] = true;
   }
   if (HasValues() && valueTyped_) {
     CopyLastValue(first, last);
@@ -197,7 +191,7 @@ void ChannelPicker::SelectEight(int first) {
 
 void ChannelPicker::CopyLastValue(int first, int last) {
   for (int c = first; c <= last; ++c) {
-    state_.ChanConst[At(c)] = lastValue_;
+    state_.ChanConst[c] = lastValue_;
   }
 }
 
@@ -235,7 +229,7 @@ void ChannelPicker::ClickValue(int channel) {
 
 void ChannelPicker::Select(int channel, bool on) {
   CheckChannel(channel);
-  state_.ChanSelected[At(channel)] = on;
+  state_.ChanSelected[channel] = on;
 }
 
 void ChannelPicker::Choose(int channel) {
@@ -247,7 +241,7 @@ void ChannelPicker::SetValue(int channel, std::string_view typed) {
   CheckChannel(channel);
   lastValue_ = static_cast<float>(Val(typed));
   valueTyped_ = true;
-  state_.ChanConst[At(channel)] = lastValue_;
+  state_.ChanConst[channel] = lastValue_;
   if (Selects()) {
     Select(channel, true);
   }
@@ -255,7 +249,7 @@ void ChannelPicker::SetValue(int channel, std::string_view typed) {
 
 void ChannelPicker::SetName(int channel, std::string_view typed) {
   CheckChannel(channel);
-  state_.ChooserNames[At(channel)] = typed;
+  state_.ChooserNames[channel] = typed;
   if (Selects()) {
     Select(channel, true);
   }
@@ -286,7 +280,7 @@ void ChannelPicker::ConfirmChoice() {
   }
   state_.ChooserChannel = choice_;
   state_.ChanSelected.fill(false);
-  state_.ChanSelected[At(choice_)] = true;
+  state_.ChanSelected[choice_] = true;
   Close(false);
 }
 

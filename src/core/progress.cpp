@@ -3,11 +3,6 @@
 #include "core/workbench.hpp"
 
 namespace velmora {
-namespace {
-
-constexpr std::int16_t kUnknownFileType = 238;
-
-}  // namespace
 
 ProgressPanel::ProgressPanel(Workbench& workbench, Kind kind) : workbench_(workbench), kind_(kind) {
   if (kind_ == Kind::Loading) {

@@ -75,17 +75,17 @@ void Trial::AddChannels(int count) {
 
 void Trial::EraseChannels(const ChannelFlags& erase) {
   int kept = 0;
-  std::array<int, kMaxChannels + 1> source{};
+  PerChannel<int> source{};
   for (int c = 1; c <= NChan; ++c) {
-    if (!erase[static_cast<std::size_t>(c)]) {
-      source[static_cast<std::size_t>(++kept)] = c;
+    if (!erase[c]) {
+      source[++kept] = c;
       MoveChannel(*this, c, kept);
     }
   }
   for (std::int64_t i = 1; i <= matrix.Samples(); ++i) {
     float* frame = matrix.Frame(i);
     for (int k = 1; k <= kept; ++k) {
-      frame[k] = frame[source[static_cast<std::size_t>(k)]];
+      frame[k] = frame[source[k]];
     }
   }
   CutChannels(kept);

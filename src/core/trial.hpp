@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -14,9 +16,23 @@ inline constexpr int kMaxHeaderLines = 75;
 inline constexpr int kPageChannels = 16;
 inline constexpr int kColours = 15;
 
+/// FileTypeCode of a trial whose file could not be read.
+inline constexpr std::int16_t kUnknownFileType = 238;
+
+/// An array that takes its index in whatever integer type the caller counts in.
+template <typename T, std::size_t size>
+struct FixedRow : std::array<T, size> {
+  constexpr T& operator[](std::integral auto index) {
+    return std::array<T, size>::operator[](static_cast<std::size_t>(index));
+  }
+  constexpr const T& operator[](std::integral auto index) const {
+    return std::array<T, size>::operator[](static_cast<std::size_t>(index));
+  }
+};
+
 /// Index 0 describes the time column, 1..NChan the channels.
 template <typename T>
-using PerChannel = std::array<T, kMaxChannels + 1>;
+using PerChannel = FixedRow<T, kMaxChannels + 1>;
 using ChannelFlags = PerChannel<bool>;
 
 /// The one current trial: its samples, and what is known of it. Samples and channels count from 1;
@@ -35,7 +51,7 @@ struct Trial {
   std::string FileName;
   std::string FileExt;
   std::int16_t FileTypeCode = 0;
-  std::array<std::string, kMaxHeaderLines + 1> HeaderLines;  // index 0 is not used
+  FixedRow<std::string, kMaxHeaderLines + 1> HeaderLines;  // index 0 is not used
   std::int32_t HeaderLineCount = 0;
   std::int16_t TrialIndex = -1;
 

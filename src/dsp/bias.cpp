@@ -7,15 +7,11 @@
 namespace velmora {
 namespace {
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 // Adds `count` frames from `first` on, going up or down by `step`.
 void AddFrames(const Trial& trial, std::int64_t first, std::int64_t count, int step,
                PerChannel<float>& levels) {
   for (int c = 1; c <= trial.NChan; ++c) {
-    levels[At(c)] = 0.0F;
+    levels[c] = 0.0F;
   }
   float* __restrict total = levels.data();
   for (std::int64_t k = 0; k < count; ++k) {
@@ -29,14 +25,14 @@ void AddFrames(const Trial& trial, std::int64_t first, std::int64_t count, int s
 // 64-bit quotients rounded once; a 32-bit divisor makes that the 32-bit quotient.
 void DivideLevels(const Trial& trial, double divisor, PerChannel<float>& levels) {
   for (int c = 1; c <= trial.NChan; ++c) {
-    levels[At(c)] = static_cast<float>(levels[At(c)] / divisor);
+    levels[c] = static_cast<float>(levels[c] / divisor);
   }
 }
 
 void FindSlopes(const Trial& trial, const ChannelList& channels, PerChannel<float>& slopes) {
   for (const int c : channels) {
     const double rise = double{trial.Data(trial.NData, c)} - double{trial.Data(1, c)};
-    slopes[At(c)] = static_cast<float>(rise / (trial.NData - 1.0));
+    slopes[c] = static_cast<float>(rise / (trial.NData - 1.0));
   }
 }
 
@@ -77,18 +73,18 @@ void MeasureBetween(const Trial& trial, std::int32_t lo, std::int32_t hi, PerCha
 
 void MeasureDrift(const Trial& trial, PerChannel<float>& levels) {
   for (int c = 1; c <= trial.NChan; ++c) {
-    levels[At(c)] = trial.Data(trial.NData, c) - trial.Data(1, c);
+    levels[c] = trial.Data(trial.NData, c) - trial.Data(1, c);
   }
 }
 
 void SubtractLevels(Trial& trial, const ChannelList& channels, const PerChannel<float>& levels) {
   PerChannel<float> negated{};
   for (const int c : channels) {
-    negated[At(c)] = -levels[At(c)];
+    negated[c] = -levels[c];
   }
   AddConstants(trial, channels, negated);  // x + (-k) is x - k to the bit
   for (const int c : channels) {
-    trial.ChanOffset[At(c)] = trial.ChanOffset[At(c)] - levels[At(c)];
+    trial.ChanOffset[c] = trial.ChanOffset[c] - levels[c];
   }
 }
 
@@ -99,7 +95,7 @@ void RemoveDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& s
 
 void RemoveLevelAndDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& levels) {
   for (const int c : channels) {
-    trial.ChanOffset[At(c)] = levels[At(c)];
+    trial.ChanOffset[c] = levels[c];
   }
   FindSlopes(trial, channels, levels);
   SubtractLines(trial, channels, trial.ChanOffset, levels);

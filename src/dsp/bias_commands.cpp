@@ -196,23 +196,26 @@ void WithData(Workbench& workbench) {
   }
 }
 
-constexpr std::string_view kMenu = "&Analysis/&Bias Removal";
+constexpr std::string_view kBiasMenu = "&Analysis/&Bias Removal";
 
-constexpr std::array kCommands = {
-    Command{"bias.autozero-left", "&Autozero (from left)", kMenu, Needs::Data, WithData<AutozeroFromLeft>},
-    Command{"bias.drift", "&Drift removal", kMenu, Needs::Data, WithData<Drift>},
-    Command{"bias.mean", "Use &Mean values", kMenu, Needs::Data, WithData<MeanBetweenCursors>},
-    Command{"bias.file", "Read bias levels from a &File", kMenu, Needs::Data, WithData<LevelsFromFile>},
-    Command{"bias.manual", "Enter &Terms manually", kMenu, Needs::Data, WithData<EnterTerms>},
-    Command{"bias.both", "&Both autozero and drift removal", kMenu, Needs::Data, WithData<AutozeroAndDrift>},
-    Command{"bias.autozero-right", "Autozero from &Right", kMenu, Needs::Data, WithData<AutozeroFromRight>},
-    Command{"bias.save", "&Save bias levels", kMenu, Needs::Data, WithData<SaveLevels>},
+constexpr std::array kBiasCommands = {
+    Command{"bias.autozero-left", "&Autozero (from left)", kBiasMenu, Needs::Data,
+            WithData<AutozeroFromLeft>},
+    Command{"bias.drift", "&Drift removal", kBiasMenu, Needs::Data, WithData<Drift>},
+    Command{"bias.mean", "Use &Mean values", kBiasMenu, Needs::Data, WithData<MeanBetweenCursors>},
+    Command{"bias.file", "Read bias levels from a &File", kBiasMenu, Needs::Data, WithData<LevelsFromFile>},
+    Command{"bias.manual", "Enter &Terms manually", kBiasMenu, Needs::Data, WithData<EnterTerms>},
+    Command{"bias.both", "&Both autozero and drift removal", kBiasMenu, Needs::Data,
+            WithData<AutozeroAndDrift>},
+    Command{"bias.autozero-right", "Autozero from &Right", kBiasMenu, Needs::Data,
+            WithData<AutozeroFromRight>},
+    Command{"bias.save", "&Save bias levels", kBiasMenu, Needs::Data, WithData<SaveLevels>},
 };
 
 }  // namespace
 
 std::span<const Command> BiasCommands() {
-  return kCommands;
+  return kBiasCommands;
 }
 
 }  // namespace velmora

@@ -17,10 +17,6 @@ namespace {
 constexpr int kPadZeros = 0;
 constexpr int kPadMeans = 1;
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 FilterDesign DesignAt(std::int32_t option) {
   switch (option) {
     case 1:
@@ -125,19 +121,19 @@ void ButterworthForm::ClickPasses(int channel) {
 }
 
 void ButterworthForm::SetCutoff(int channel, double cutoff) {
-  cutoffs_[At(channel)] = cutoff;
-  workbench_.FilterCutoffs[At(channel)] = static_cast<float>(cutoff);
+  cutoffs_[channel] = cutoff;
+  workbench_.FilterCutoffs[channel] = static_cast<float>(cutoff);
 }
 
 void ButterworthForm::CutoffEdited() {
-  lastCutoff_ = cutoffs_[At(EditedChannel())];
+  lastCutoff_ = cutoffs_[EditedChannel()];
   SetCutoff(EditedChannel(), lastCutoff_);
   touched_ = Touched::Cutoffs;
 }
 
 void ButterworthForm::PassesEdited() {
   constexpr double highest = std::numeric_limits<std::int16_t>::max();
-  double& passes = passes_[At(EditedChannel())];
+  double& passes = passes_[EditedChannel()];
   passes = std::clamp(static_cast<double>(RoundHalfEven(passes)), -highest, highest);
   lastPasses_ = passes;
   touched_ = Touched::Passes;
@@ -145,23 +141,23 @@ void ButterworthForm::PassesEdited() {
 }
 
 void ButterworthForm::ZeroLagEdited() {
-  lastZeroLag_ = workbench_.ZeroLag[At(EditedChannel())];
+  lastZeroLag_ = workbench_.ZeroLag[EditedChannel()];
   UpdateOrders();
 }
 
 void ButterworthForm::UpdateOrders() {
   for (int c = 1; c <= kMaxChannels; ++c) {
-    orders_[At(c)] = passes_[At(c)] * (workbench_.ZeroLag[At(c)] ? 4 : 2);
+    orders_[c] = passes_[c] * (workbench_.ZeroLag[c] ? 4 : 2);
   }
 }
 
 void ButterworthForm::CopyLastToAll() {
   for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    workbench_.ZeroLag[At(c)] = lastZeroLag_;
+    workbench_.ZeroLag[c] = lastZeroLag_;
     if (touched_ == Touched::Cutoffs) {
       SetCutoff(c, lastCutoff_);
     } else if (touched_ == Touched::Passes) {
-      passes_[At(c)] = lastPasses_;
+      passes_[c] = lastPasses_;
     }
   }
   UpdateOrders();
@@ -195,7 +191,7 @@ void ButterworthForm::Filter() {
                  [](double passes) { return static_cast<std::int16_t>(passes); });
   const PerChannel<FilterVerdict> verdicts = FilterChannels(workbench_.trial, filter);
   for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    ShowVerdict(workbench_, c, verdicts[At(c)]);
+    ShowVerdict(workbench_, c, verdicts[c]);
   }
   workbench_.chooser.ChooserCancelled = false;
   MarkChanged(workbench_, true);

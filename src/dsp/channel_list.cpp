@@ -5,7 +5,7 @@ namespace velmora {
 ChannelList SelectedChannels(const Trial& trial, const ChannelFlags& flags) {
   ChannelList channels;
   for (int c = 1; c <= trial.NChan; ++c) {
-    if (flags[static_cast<std::size_t>(c)]) {
+    if (flags[c]) {
       channels.push_back(c);
     }
   }

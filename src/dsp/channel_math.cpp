@@ -12,10 +12,6 @@ namespace {
 
 constexpr double kFloatMax = std::numeric_limits<float>::max();
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 // How results are stored. All channels of a sample lie side by side, so the fast order is sample by
 // sample over all channels; a fault however must find the lower channels finished and the higher
 // ones untouched, which takes channel by channel. Every operation is written once, over runs of
@@ -95,7 +91,7 @@ template <typename Bound, typename Body>
 void RunGuarded(Trial& trial, const ChannelList& channels, const Bound& bound, const Body& body) {
   const PerChannel<float> magnitudes = Magnitudes(trial, channels);
   const bool safe = std::all_of(channels.begin(), channels.end(), [&](int c) {
-    return bound(static_cast<double>(magnitudes[At(c)]), c) < kFloatMax;
+    return bound(static_cast<double>(magnitudes[c]), c) < kFloatMax;
   });
   if (safe) {
     body(Unchecked{}, channels);
@@ -110,7 +106,7 @@ template <typename Bound, typename Operation>
 void TransformGuarded(Trial& trial, const ChannelList& channels, const PerChannel<float>& constants,
                       const Bound& bound, const Operation& operation) {
   const auto boundOf = [&](double largest, int c) {
-    return bound(largest, std::abs(static_cast<double>(constants[At(c)])));
+    return bound(largest, std::abs(static_cast<double>(constants[c])));
   };
   RunGuarded(trial, channels, boundOf, [&](auto policy, const ChannelList& list) {
     Transform<decltype(policy)>(trial, list, constants, operation);
@@ -247,7 +243,7 @@ void DivideBy(Trial& trial, const ChannelList& channels, const PerChannel<float>
 
 void RaiseToPower(Trial& trial, const ChannelList& channels, const PerChannel<float>& powers) {
   for (const int c : channels) {
-    RaiseChannel(trial, c, powers[At(c)]);
+    RaiseChannel(trial, c, powers[c]);
   }
 }
 

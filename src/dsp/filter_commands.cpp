@@ -46,7 +46,7 @@ void FilterDirectly(Workbench& workbench, PassType type, std::string_view prompt
   }
   const PerChannel<FilterVerdict> verdicts = FilterChannels(workbench.trial, filter);
   for (int c = 1; c <= trial.NChan; ++c) {
-    ShowVerdict(workbench, c, verdicts[static_cast<std::size_t>(c)]);
+    ShowVerdict(workbench, c, verdicts[c]);
   }
 }
 
@@ -58,7 +58,7 @@ void LowPass(Workbench& workbench) {
   FilterDirectly(workbench, PassType::Low, kLowPassPrompt, workbench.LastLowPassCutoffs);
 }
 
-constexpr std::array kCommands = {
+constexpr std::array kFilterCommands = {
     Command{"analysis.high-pass", "&High-pass Filter", "&Analysis", Needs::Data, HighPass},
     Command{"analysis.low-pass", "&Low-pass filter", "&Analysis", Needs::Data, LowPass},
 };
@@ -72,7 +72,7 @@ void ShowButterworth(Workbench& workbench) {
 }
 
 std::span<const Command> FilterCommands() {
-  return kCommands;
+  return kFilterCommands;
 }
 
 }  // namespace velmora

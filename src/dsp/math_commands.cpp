@@ -13,10 +13,6 @@
 namespace velmora {
 namespace {
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 // What an operation is given once the picker has closed.
 using SelectKernel = void (*)(Workbench&, const ChannelList&);
 using ValuesKernel = void (*)(Workbench&);
@@ -39,7 +35,7 @@ void PickValues(Workbench& workbench, const MathOperation& operation) {
   BeginPicking(workbench, operation.prompt);
   ChooserState& chooser = workbench.chooser;
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
-    chooser.ChanConst[At(c)] = operation.prefill;
+    chooser.ChanConst[c] = operation.prefill;
   }
   chooser.ChooserValuesMode = true;
   chooser.ChooserIntegerValues = operation.integers;
@@ -50,8 +46,8 @@ void PickValues(Workbench& workbench, const MathOperation& operation) {
 ChannelList ChannelsWithFactor(const Workbench& workbench) {
   ChannelFlags flags{};
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
-    const float factor = workbench.chooser.ChanConst[At(c)];
-    flags[At(c)] = factor != 0.0F && factor != 1.0F;
+    const float factor = workbench.chooser.ChanConst[c];
+    flags[c] = factor != 0.0F && factor != 1.0F;
   }
   return SelectedChannels(workbench.trial, flags);
 }
@@ -76,8 +72,8 @@ void AddPicked(Workbench& workbench) {
   const PerChannel<float>& constants = workbench.chooser.ChanConst;
   ChannelFlags flags{};
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
-    flags[At(c)] = constants[At(c)] != 0.0F;
-    if (flags[At(c)]) {
+    flags[c] = constants[c] != 0.0F;
+    if (flags[c]) {
       MarkChanged(workbench, true);
     }
   }
@@ -92,7 +88,7 @@ void ApplyFactors(Workbench& workbench) {
 void RaisePicked(Workbench& workbench) {
   const PerChannel<float>& powers = workbench.chooser.ChanConst;
   for (const int c : ChannelsWithFactor(workbench)) {
-    if (powers[At(c)] < 0.0F) {
+    if (powers[c] < 0.0F) {
       ShowRefusal(workbench, {.title = "Invalid power",
                               .text = "Negative powers are not permitted.  Array " + std::to_string(c) +
                                       " will not be altered.",
@@ -160,8 +156,8 @@ void ResidualsRms(Workbench& workbench, std::string_view prompt) {
     return;
   }
   const double rms = RmsOfResiduals(trial, pair[0], pair[1]);
-  workbench.questions.AskBox({.text = "RMS of residuals for '" + Trim(trial.ChanLabel[At(pair[0])].Text()) +
-                                      "' and '" + Trim(trial.ChanLabel[At(pair[1])].Text()) + "' is " +
+  workbench.questions.AskBox({.text = "RMS of residuals for '" + Trim(trial.ChanLabel[pair[0]].Text()) +
+                                      "' and '" + Trim(trial.ChanLabel[pair[1]].Text()) + "' is " +
                                       FormatNumber(rms, "0.000") + "."});
 }
 
@@ -229,44 +225,44 @@ void Scaling(Workbench& workbench) {
   BeginPicking(workbench, "Enter scaling factor (multiplier) for each channel (0.00 means take no action).");
   PerChannel<float>& factors = workbench.chooser.ChanConst;
   for (int c = 1; c <= trial.NChan; ++c) {
-    const float memory = workbench.ScaleMemory[At(c)];
-    factors[At(c)] = memory == 0.0F ? 1.0F : memory;
+    const float memory = workbench.ScaleMemory[c];
+    factors[c] = memory == 0.0F ? 1.0F : memory;
   }
   workbench.chooser.ChooserValuesMode = true;
   if (!ChannelPicker(workbench).Show()) {
     return;
   }
   for (int c = 1; c <= trial.NChan; ++c) {
-    factors[At(c)] = factors[At(c)] == 0.0F ? 1.0F : factors[At(c)];
-    workbench.ScaleMemory[At(c)] = factors[At(c)];
+    factors[c] = factors[c] == 0.0F ? 1.0F : factors[c];
+    workbench.ScaleMemory[c] = factors[c];
   }
   const ChannelList channels = ChannelsWithFactor(workbench);
   for (const int c : channels) {
     MarkChanged(workbench, true);
-    trial.ChanGain[At(c)] *= factors[At(c)];
+    trial.ChanGain[c] *= factors[c];
   }
   MultiplyBy(trial, channels, factors);
 }
 
-constexpr std::string_view kMenu = "&Analysis/&Mathematical functions";
+constexpr std::string_view kMathMenu = "&Analysis/&Mathematical functions";
 
-constexpr std::array kCommands = {
-    Command{"math.absolute", "&Absolute value (|X|)", kMenu, Needs::Data, Run<0>},
-    Command{"math.add", "&Add a Constant (X+c)", kMenu, Needs::Data, Run<1>},
-    Command{"math.cumulative", "&Cumulative Function (Sum X)", kMenu, Needs::Data, Run<2>},
-    Command{"math.differentiate", "&Differentiate (dX/dt)", kMenu, Needs::Data, Run<3>},
-    Command{"math.negate", "Ne&gate (-X)", kMenu, Needs::Data, Run<4>},
-    Command{"math.half-wave", "&Half-wave Rectify (|X|)", kMenu, Needs::Data, Run<5>},
-    Command{"math.integrate", "&Integrate over Time (sum X dt)", kMenu, Needs::Data, Run<6>},
-    Command{"math.path-length", "&Length of Path (sum dX)", kMenu, Needs::Data, Run<7>},
-    Command{"math.multiply", "&Multiply by a Constant (sX)", kMenu, Needs::Data, Run<8>},
-    Command{"math.normalize", "&Normalize (X/c)", kMenu, Needs::Data, Run<9>},
-    Command{"math.power", "&Power (X^n)", kMenu, Needs::Data, Run<10>},
-    Command{"math.square-root", "Square &Root (X^0.5)", kMenu, Needs::Data, Run<11>},
-    Command{"math.square", "&Square (X^2)", kMenu, Needs::Data, Run<12>},
-    Command{"math.rms-residuals", "RMS of residuals (RMS[X-Y])", kMenu, Needs::Data, Run<13>},
-    Command{"math.invert", "In&vert (1/X)", kMenu, Needs::Data, Run<14>},
-    Command{"math.second-derivative", "&2nd Derivative (d2X/dt2)", kMenu, Needs::Data, Run<15>},
+constexpr std::array kMathCommands = {
+    Command{"math.absolute", "&Absolute value (|X|)", kMathMenu, Needs::Data, Run<0>},
+    Command{"math.add", "&Add a Constant (X+c)", kMathMenu, Needs::Data, Run<1>},
+    Command{"math.cumulative", "&Cumulative Function (Sum X)", kMathMenu, Needs::Data, Run<2>},
+    Command{"math.differentiate", "&Differentiate (dX/dt)", kMathMenu, Needs::Data, Run<3>},
+    Command{"math.negate", "Ne&gate (-X)", kMathMenu, Needs::Data, Run<4>},
+    Command{"math.half-wave", "&Half-wave Rectify (|X|)", kMathMenu, Needs::Data, Run<5>},
+    Command{"math.integrate", "&Integrate over Time (sum X dt)", kMathMenu, Needs::Data, Run<6>},
+    Command{"math.path-length", "&Length of Path (sum dX)", kMathMenu, Needs::Data, Run<7>},
+    Command{"math.multiply", "&Multiply by a Constant (sX)", kMathMenu, Needs::Data, Run<8>},
+    Command{"math.normalize", "&Normalize (X/c)", kMathMenu, Needs::Data, Run<9>},
+    Command{"math.power", "&Power (X^n)", kMathMenu, Needs::Data, Run<10>},
+    Command{"math.square-root", "Square &Root (X^0.5)", kMathMenu, Needs::Data, Run<11>},
+    Command{"math.square", "&Square (X^2)", kMathMenu, Needs::Data, Run<12>},
+    Command{"math.rms-residuals", "RMS of residuals (RMS[X-Y])", kMathMenu, Needs::Data, Run<13>},
+    Command{"math.invert", "In&vert (1/X)", kMathMenu, Needs::Data, Run<14>},
+    Command{"math.second-derivative", "&2nd Derivative (d2X/dt2)", kMathMenu, Needs::Data, Run<15>},
     Command{"analysis.scaling", "&Scaling", "&Analysis", Needs::Data, Scaling},
 };
 
@@ -297,7 +293,7 @@ void MathFunction(Workbench& workbench, int index) {
 }
 
 std::span<const Command> MathCommands() {
-  return kCommands;
+  return kMathCommands;
 }
 
 }  // namespace velmora

@@ -16,10 +16,6 @@
 namespace velmora {
 namespace {
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 // Asks for an order for each channel, 0 to leave it. The selection is that of the last picker that
 // selected: without one nothing is fitted.
 bool PickOrders(Workbench& workbench) {
@@ -68,7 +64,7 @@ std::vector<double> SamplesOf(const Trial& trial, int channel, SampleRange range
 }
 
 std::string ChannelName(const Trial& trial, int channel) {
-  return FormatNumber(channel - 1, "00  ") + Trim(trial.ChanLabel[At(channel)].Text());
+  return FormatNumber(channel - 1, "00  ") + Trim(trial.ChanLabel[channel].Text());
 }
 
 ResultTable CoefficientTable(const Trial& trial, int channel, const PolynomialFit& fit) {
@@ -105,7 +101,7 @@ bool OfferCoefficients(Workbench& workbench, int channel, const ResultTable& tab
 
 // The order asked for, cut to what that many points can tell. Nothing when it is refused.
 std::optional<int> OrderFor(Workbench& workbench, int channel, std::int64_t points) {
-  std::int64_t order = RoundHalfEven(workbench.chooser.ChanConst[At(channel)]);
+  std::int64_t order = RoundHalfEven(workbench.chooser.ChanConst[channel]);
   order = order > points ? points - 1 : order;
   if (order <= kHighestPolynomialOrder) {
     return static_cast<int>(order);
@@ -162,8 +158,7 @@ void FitChannels(Workbench& workbench, SampleRange range, bool offerCoefficients
   workbench.ResultTables.clear();
   const std::vector<double> times = SamplesOf(workbench.trial, 0, range);
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
-    if (workbench.chooser.ChanConst[At(c)] > 0 &&
-        !FitChannel(workbench, c, range, times, offerCoefficients)) {
+    if (workbench.chooser.ChanConst[c] > 0 && !FitChannel(workbench, c, range, times, offerCoefficients)) {
       return;
     }
   }

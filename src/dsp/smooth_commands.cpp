@@ -104,26 +104,26 @@ void TestFilters(Workbench& workbench) {
   FilterTestingForm(workbench).Show(workbench);
 }
 
-constexpr std::string_view kMenu = "&Analysis/Sm&oothing";
+constexpr std::string_view kSmoothMenu = "&Analysis/Sm&oothing";
 
-constexpr std::array kCommands = {
-    Command{"smooth.moving-average", "Moving &Average", kMenu, Needs::Data, Smooth<MovingAverage>},
-    Command{"smooth.butterworth", "&Butterworth, Critically-damped, or Bessel", kMenu, Needs::Data,
+constexpr std::array kSmoothCommands = {
+    Command{"smooth.moving-average", "Moving &Average", kSmoothMenu, Needs::Data, Smooth<MovingAverage>},
+    Command{"smooth.butterworth", "&Butterworth, Critically-damped, or Bessel", kSmoothMenu, Needs::Data,
             ShowButterworth},
-    Command{"smooth.digital", "&Digital Filtering (various)", kMenu, Needs::Data, DigitalFilters},
-    Command{"smooth.interpolate", "Linear &Interpolation", kMenu, Needs::Data, Interpolate},
-    Command{"smooth.median", "Moving &Median", kMenu, Needs::Data, Median},
-    Command{"smooth.polynomial", "&Polynomial fitting", kMenu, Needs::Data, FitPolynomials},
-    Command{"smooth.rms", "&RMS amplitude", kMenu, Needs::Data, RmsAmplitude},
-    Command{"smooth.spline", "&Spline fit an interval", kMenu, Needs::Data, FitInterval},
-    Command{"smooth.testing", "Filter &Testing", kMenu, Needs::Nothing, TestFilters},
-    Command{"smooth.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Smooth<MovingMeanAbsolute>},
+    Command{"smooth.digital", "&Digital Filtering (various)", kSmoothMenu, Needs::Data, DigitalFilters},
+    Command{"smooth.interpolate", "Linear &Interpolation", kSmoothMenu, Needs::Data, Interpolate},
+    Command{"smooth.median", "Moving &Median", kSmoothMenu, Needs::Data, Median},
+    Command{"smooth.polynomial", "&Polynomial fitting", kSmoothMenu, Needs::Data, FitPolynomials},
+    Command{"smooth.rms", "&RMS amplitude", kSmoothMenu, Needs::Data, RmsAmplitude},
+    Command{"smooth.spline", "&Spline fit an interval", kSmoothMenu, Needs::Data, FitInterval},
+    Command{"smooth.testing", "Filter &Testing", kSmoothMenu, Needs::Nothing, TestFilters},
+    Command{"smooth.mav", "Mean Absolute &Value (MAV)", kSmoothMenu, Needs::Data, Smooth<MovingMeanAbsolute>},
 };
 
 }  // namespace
 
 std::span<const Command> SmoothCommands() {
-  return kCommands;
+  return kSmoothCommands;
 }
 
 }  // namespace velmora

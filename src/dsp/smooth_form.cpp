@@ -24,10 +24,6 @@ constexpr std::int32_t kSplineOption = 6;
 // Where the fields lie in fields_.
 enum FieldIndex : std::size_t { kPassTypeField = 1, kCutoffsField = 3, kSecondCutoffsField, kOrdersField };
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 ChannelList ChannelsToFilter(const Workbench& workbench) {
   ChannelFlags wanted{};
   std::transform(workbench.FilterCutoffs.begin(), workbench.FilterCutoffs.end(), wanted.begin(),
@@ -93,7 +89,7 @@ void SmoothForm::AddFields() {
       {.name = "Orders",
        .caption = "",
        .target = &orders_,
-       .edited = [this] { orders_[At(EditedChannel())] = Order(EditedChannel()); }},
+       .edited = [this] { orders_[EditedChannel()] = Order(EditedChannel()); }},
   };
 }
 
@@ -150,7 +146,7 @@ void SmoothForm::OfferCutoffs() {
 std::int16_t SmoothForm::Order(int channel) const {
   constexpr double highest = std::numeric_limits<std::int16_t>::max();
   return static_cast<std::int16_t>(
-      std::clamp(static_cast<double>(RoundHalfEven(orders_[At(channel)])), -highest, highest));
+      std::clamp(static_cast<double>(RoundHalfEven(orders_[channel])), -highest, highest));
 }
 
 bool SmoothForm::Filter() {
@@ -203,8 +199,8 @@ void SmoothForm::DesignAndRun(int channel) {
                                            .band = BandOf(optPassType_),
                                            .order = Order(channel),
                                            .rate = workbench_.trial.Rate,
-                                           .cutoff = workbench_.FilterCutoffs[At(channel)],
-                                           .higher = workbench_.SecondCutoffs[At(channel)]});
+                                           .cutoff = workbench_.FilterCutoffs[channel],
+                                           .higher = workbench_.SecondCutoffs[channel]});
     RunBiquads(sections, workbench_.trial.Channel(channel));
   } catch (const FilterDesignError& error) {
     ShowRefusal(workbench_, {.title = "Invalid Filter",
@@ -218,7 +214,7 @@ bool SmoothForm::FilterByPasses(FilterDesign design) {
   const PassType type = optPassType_ == kLowPassOption ? PassType::Low : PassType::High;
   for (const int channel : ChannelsToFilter(workbench_)) {
     const FilterVerdict verdict = FilterForward(workbench_.trial, channel, type, design,
-                                                workbench_.FilterCutoffs[At(channel)], Order(channel));
+                                                workbench_.FilterCutoffs[channel], Order(channel));
     ShowVerdict(workbench_, channel, verdict);
     if (verdict.outcome == FilterVerdict::Outcome::LowPassTooHigh) {
       return false;

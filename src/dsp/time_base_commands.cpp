@@ -329,16 +329,16 @@ void HhMmSs(Workbench& workbench) {
   SetTimeBase(workbench, TimeBase::HhMmSs);
 }
 
-constexpr std::string_view kMenu = "&Analysis/&Time Base";
+constexpr std::string_view kTimeBaseMenu = "&Analysis/&Time Base";
 constexpr std::string_view kUnitsMenu = "&Analysis/&Time Base/&Units";
 
-constexpr std::array kCommands = {
-    Command{"time.normalize", "&Normalize to number of intervals", kMenu, Needs::Data, Normalize},
-    Command{"time.phase-shift", "&Phase shift", kMenu, Needs::Data, PhaseShift},
-    Command{"time.reverse", "&Reverse timebase", kMenu, Needs::Data, Reverse},
-    Command{"time.shannon", "&Shannon Interpolation", kMenu, Needs::Data, Shannon},
-    Command{"time.rotate", "Ro&tate", kMenu, Needs::Data, Rotate},
-    Command{"time.change-rate", "&Change sampling rate", kMenu, Needs::Data, ChangeRate},
+constexpr std::array kTimeBaseCommands = {
+    Command{"time.normalize", "&Normalize to number of intervals", kTimeBaseMenu, Needs::Data, Normalize},
+    Command{"time.phase-shift", "&Phase shift", kTimeBaseMenu, Needs::Data, PhaseShift},
+    Command{"time.reverse", "&Reverse timebase", kTimeBaseMenu, Needs::Data, Reverse},
+    Command{"time.shannon", "&Shannon Interpolation", kTimeBaseMenu, Needs::Data, Shannon},
+    Command{"time.rotate", "Ro&tate", kTimeBaseMenu, Needs::Data, Rotate},
+    Command{"time.change-rate", "&Change sampling rate", kTimeBaseMenu, Needs::Data, ChangeRate},
     Command{"timebase.count", "&Count", kUnitsMenu, Needs::Data, Count},
     Command{"timebase.percentage", "&Percentage", kUnitsMenu, Needs::Data, Percentage},
     Command{"timebase.seconds", "&Seconds", kUnitsMenu, Needs::Data, Seconds},
@@ -350,7 +350,7 @@ constexpr std::array kCommands = {
 }  // namespace
 
 std::span<const Command> TimeBaseCommands() {
-  return kCommands;
+  return kTimeBaseCommands;
 }
 
 }  // namespace velmora

@@ -11,7 +11,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::string_view kMenu = "&Edit";
+constexpr std::string_view kEditMenu = "&Edit";
 
 void Recall(Workbench& workbench) {
   if (RecallLabels(workbench.trial)) {
@@ -82,20 +82,21 @@ void WithData(Workbench& workbench) {
   }
 }
 
-constexpr std::array kCommands = {
-    Command{"edit.recall-labels", "Recall &Previous labels && units", kMenu, Needs::Data, WithData<Recall>},
-    Command{"edit.sampling-rate", "Sampling &Rate", kMenu, Needs::Data, WithData<EditRate>},
-    Command{"edit.labels", "&Labels", kMenu, Needs::Data, WithData<EditLabels>},
-    Command{"edit.units", "&Units", kMenu, Needs::Data, WithData<EditUnits>},
-    Command{"edit.title", "&Title", kMenu, Needs::Data, WithData<EditTitle>},
-    Command{"edit.experiment-information", "&Experiment Information", kMenu, Needs::Data,
+constexpr std::array kEditCommands = {
+    Command{"edit.recall-labels", "Recall &Previous labels && units", kEditMenu, Needs::Data,
+            WithData<Recall>},
+    Command{"edit.sampling-rate", "Sampling &Rate", kEditMenu, Needs::Data, WithData<EditRate>},
+    Command{"edit.labels", "&Labels", kEditMenu, Needs::Data, WithData<EditLabels>},
+    Command{"edit.units", "&Units", kEditMenu, Needs::Data, WithData<EditUnits>},
+    Command{"edit.title", "&Title", kEditMenu, Needs::Data, WithData<EditTitle>},
+    Command{"edit.experiment-information", "&Experiment Information", kEditMenu, Needs::Data,
             WithData<ShowExperimentInformation>},
 };
 
 }  // namespace
 
 std::span<const Command> EditCommands() {
-  return kCommands;
+  return kEditCommands;
 }
 
 }  // namespace velmora

@@ -14,7 +14,6 @@
 namespace velmora {
 namespace {
 
-constexpr std::int32_t kSamplesPerTurn = 1000;
 constexpr int kPrinterDecimals = 5;
 
 struct Delimited {

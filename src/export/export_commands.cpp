@@ -22,12 +22,12 @@ constexpr std::array<Command, sizeof...(row)> Commands(std::index_sequence<row..
       Command{kSaveList[row].id, kSaveList[row].caption, "&File/&Save", kSaveList[row].needs, Save<row>}...};
 }
 
-constexpr std::array kCommands = Commands(std::make_index_sequence<kSaveList.size()>());
+constexpr std::array kExportCommands = Commands(std::make_index_sequence<kSaveList.size()>());
 
 }  // namespace
 
 std::span<const Command> ExportCommands() {
-  return kCommands;
+  return kExportCommands;
 }
 
 }  // namespace velmora

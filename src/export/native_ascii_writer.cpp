@@ -19,7 +19,6 @@ using native_ascii::kMark;
 
 constexpr int kMostChannels = 16;
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::int32_t kSamplesPerTurn = 1000;
 
 bool AcceptsChannelLimit(Workbench& workbench) {
   const Box box{.title = "Too Many Channels",
@@ -66,7 +65,7 @@ std::string Header(const Workbench& workbench, int channels, std::int32_t lastSa
   std::string rates = MarkedRate(trial.Rate);
   for (int c = 1; c <= channels; ++c) {
     numbers += PadLeft(ChannelNumber(c), kFieldWidth);
-    labels += PadRight(trial.ChanLabel[static_cast<std::size_t>(c)].Text(), kFieldWidth);
+    labels += PadRight(trial.ChanLabel[c].Text(), kFieldWidth);
     rates += FormatField10Short(trial.Rate);
   }
   const bool marked = trial.TrialTitle.starts_with(kMark);

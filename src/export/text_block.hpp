@@ -1,11 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "core/files.hpp"
 
 namespace velmora {
+
+/// Samples that a writer of text puts down between two looks at its progress panel.
+inline constexpr std::int32_t kSamplesPerTurn = 1000;
 
 /// Collects text in front of a file, so that numbers are put straight into their place and the file is
 /// written in large pieces.

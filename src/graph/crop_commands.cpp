@@ -131,20 +131,20 @@ void SelectCrop(Workbench& workbench) {
   Clip(workbench, OpenSingleView(workbench), {.caption = "&Crop", .range = {trial.CursorLo, trial.CursorHi}});
 }
 
-constexpr std::string_view kMenu = "&Single-axis graph/C&rop";
+constexpr std::string_view kCropMenu = "&Single-axis graph/C&rop";
 
-constexpr std::array kCommands = {
-    Command{"crop.outside", "&Crop outside cursors", kMenu, Needs::View, CropOutside},
-    Command{"crop.left", "Trim area &Left of cursor", kMenu, Needs::View, TrimLeft},
-    Command{"crop.right", "Trim area &Right of cursor", kMenu, Needs::View, TrimRight},
-    Command{"crop.cut", "C&ut area inside cursors", kMenu, Needs::View, CutInside},
-    Command{"crop.select", "&Select crop", kMenu, Needs::View, SelectCrop},
+constexpr std::array kCropCommands = {
+    Command{"crop.outside", "&Crop outside cursors", kCropMenu, Needs::View, CropOutside},
+    Command{"crop.left", "Trim area &Left of cursor", kCropMenu, Needs::View, TrimLeft},
+    Command{"crop.right", "Trim area &Right of cursor", kCropMenu, Needs::View, TrimRight},
+    Command{"crop.cut", "C&ut area inside cursors", kCropMenu, Needs::View, CutInside},
+    Command{"crop.select", "&Select crop", kCropMenu, Needs::View, SelectCrop},
 };
 
 }  // namespace
 
 std::span<const Command> CropCommands() {
-  return kCommands;
+  return kCropCommands;
 }
 
 }  // namespace velmora

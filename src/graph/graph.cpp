@@ -20,7 +20,7 @@ void Graph::PlotXY(const Trial& trial) {
   for (int c = 1; c <= trial.NChan; ++c) {
     Plot& plot = Plots[static_cast<std::size_t>(c - 1)];
     plot.Channel = c;
-    plot.Name = trial.ChanLabel[static_cast<std::size_t>(c)];
+    plot.Name = trial.ChanLabel[c];
   }
 }
 

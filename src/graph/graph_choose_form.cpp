@@ -61,14 +61,14 @@ void GraphChooseForm::AddSelectionButton(std::string caption, std::function<void
 
 void GraphChooseForm::SelectPage(bool on) {
   for (int c = std::max<int>(workbench_.FirstChanShown, 1); c <= workbench_.LastChanShown; ++c) {
-    channels_[static_cast<std::size_t>(c)] = on;
+    channels_[c] = on;
   }
 }
 
 void GraphChooseForm::SelectEight(int first) {
   const int from = std::max<int>(workbench_.FirstChanShown, 1) + first;
   for (int c = from; c < from + 8 && c <= workbench_.LastChanShown; ++c) {
-    channels_[static_cast<std::size_t>(c)] = true;
+    channels_[c] = true;
   }
 }
 

@@ -121,7 +121,7 @@ constexpr std::string_view kZoom = "&Single-axis graph/&Zoom";
 constexpr std::string_view kHelp = "&Single-axis graph/&Help";
 constexpr std::string_view kButtons = "&Single-axis graph";
 
-constexpr std::array kCommands = {
+constexpr std::array kGraphCommands = {
     Command{"graph.single", "&Select Channels for Single-Axis Graph", kView, Needs::Data, OpenSingle},
     Command{"graph.all", "&Graph all Channels on Single-axis Graph", kView, Needs::Data, OpenAll},
     Command{"view.change-channels", "&Change selected channels", kFile, Needs::View, ChangeChannels},
@@ -158,7 +158,7 @@ constexpr std::array kCommands = {
 }  // namespace
 
 std::span<const Command> GraphCommands() {
-  return kCommands;
+  return kGraphCommands;
 }
 
 }  // namespace velmora

@@ -89,7 +89,7 @@ constexpr std::string_view kOrdinate = "&Single-axis graph/&Ordinate";
 constexpr std::string_view kLine = "&Single-axis graph/&Line";
 constexpr std::string_view kPoint = "&Single-axis graph/&Point";
 
-constexpr std::array kCommands = {
+constexpr std::array kLookCommands = {
     Command{"grid.none", "&No grid lines", kGrid, Needs::View, SetGrid<false, false>},
     Command{"grid.both", "&Both X && Y grids", kGrid, Needs::View, SetGrid<true, true>},
     Command{"grid.x", "&X grid lines", kGrid, Needs::View, SetGrid<true, false>},
@@ -142,7 +142,7 @@ constexpr std::array kCommands = {
 }  // namespace
 
 std::span<const Command> LookCommands() {
-  return kCommands;
+  return kLookCommands;
 }
 
 }  // namespace velmora

@@ -204,7 +204,7 @@ void SingleView::SetBackground(Colour colour) {
     if (colour == kBlack && plot.Visible && plot.ColourIndex == 0) {
       plot.ColourIndex = kColours;
       plot.LineColor = ColourTable[kColours];
-      workbench_.trial.ChanColour[static_cast<std::size_t>(plot.Channel)] = kColours;
+      workbench_.trial.ChanColour[plot.Channel] = kColours;
     }
   }
 }

@@ -26,7 +26,7 @@ void LoadCommand(Workbench& workbench) {
   }
 }
 
-constexpr std::array kCommands = {
+constexpr std::array kImportCommands = {
     Command{"file.load", "&Load selected file", "&File", Needs::Nothing, LoadCommand},
     Command{"file.merge", "&Merge file with existing data", "&File", Needs::Data, ShowMergeDialogue},
     Command{"file.read-units", "Read Sa&ved units, labels && factors", "&File", Needs::Data, ReadUnitsFile},
@@ -35,7 +35,7 @@ constexpr std::array kCommands = {
 }  // namespace
 
 std::span<const Command> ImportCommands() {
-  return kCommands;
+  return kImportCommands;
 }
 
 }  // namespace velmora

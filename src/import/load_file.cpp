@@ -76,7 +76,7 @@ void RunReader(Workbench& workbench, ProgressPanel& panel) {
 void FinishTrial(Workbench& workbench) {
   Trial& trial = workbench.trial;
   for (int c = 1; c <= trial.NChan; ++c) {
-    std::int16_t& colour = trial.ChanColour[static_cast<std::size_t>(c)];
+    std::int16_t& colour = trial.ChanColour[c];
     colour = colour == 0 ? DefaultColour(c) : colour;
   }
   NormaliseCursors(trial);

@@ -21,8 +21,7 @@ namespace {
 using native_ascii::Columns;
 using native_ascii::Field;
 
-constexpr std::int16_t kFileType = 0;
-constexpr std::int16_t kUnknownFileType = 238;
+constexpr std::int16_t kAsciiFileType = 0;
 constexpr int kMegaAscii = 12;
 constexpr std::int32_t kSamplesPerTurn = 100;
 
@@ -155,7 +154,7 @@ void OfferTextParser(Workbench& workbench, ProgressPanel& panel) {
 
 void ReadNativeAscii(Workbench& workbench, ProgressPanel& panel) {
   workbench.trial.DiscardData();
-  workbench.trial.FileTypeCode = kFileType;
+  workbench.trial.FileTypeCode = kAsciiFileType;
   panel.SetFormat("Velmora ASCII (.VMA)");
   try {
     TextReader reader(workbench.trial.FileName);

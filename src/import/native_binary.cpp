@@ -16,8 +16,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::int16_t kFileType = 253;
-constexpr std::int16_t kUnknownFileType = 238;
+constexpr std::int16_t kBinaryFileType = 253;
 
 struct Headers {
   NativeRecords records;
@@ -77,8 +76,7 @@ void TakeHeaders(Workbench& workbench) {
   const std::string& record = workbench.records.TrialRecord;
   for (int line = 1; line <= native::kExperimentLines; ++line) {
     const std::size_t offset = static_cast<std::size_t>(line - 1) * native::kExperimentLineBytes;
-    trial.HeaderLines[static_cast<std::size_t>(line)] =
-        TextAt(workbench.records.EXPTINFO, offset, native::kExperimentLineBytes);
+    trial.HeaderLines[line] = TextAt(workbench.records.EXPTINFO, offset, native::kExperimentLineBytes);
   }
   trial.TrialTitle = TextAt(record, native::kTitle, native::kTitleBytes);
   trial.NChan = native::Get<std::int16_t>(record, native::kNChan);
@@ -147,7 +145,7 @@ void ReadOpened(Workbench& workbench, ProgressPanel& panel, const InputFile& fil
 
 void ReadNativeBinary(Workbench& workbench, ProgressPanel& panel) {
   workbench.trial.DiscardData();
-  workbench.trial.FileTypeCode = kFileType;
+  workbench.trial.FileTypeCode = kBinaryFileType;
   panel.SetFormat("Velmora2 binary analog (.VMB)");
   std::optional<InputFile> file;
   try {

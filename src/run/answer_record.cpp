@@ -9,10 +9,6 @@
 namespace velmora {
 namespace {
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 // A button by its caption; the accepting one by the word that means it in every dialogue.
 std::string PressOf(const Form& form, std::string_view press) {
   const FormButton* button = form.FindButton(press);
@@ -38,7 +34,7 @@ struct ValueOf {
   Value operator()(const ChannelNumbers* values) const {
     std::vector<ChannelText> texts;
     for (const int c : Order()) {
-      texts.push_back({c, PlainNumber((*values)[At(c)])});
+      texts.push_back({c, PlainNumber((*values)[c])});
     }
     return texts;
   }
@@ -46,13 +42,13 @@ struct ValueOf {
     if (field.edited) {  // what an edit brings about depends on which came last
       std::vector<ChannelText> texts;
       for (const int c : Order()) {
-        texts.push_back({c, YesNoText((*flags)[At(c)])});
+        texts.push_back({c, YesNoText((*flags)[c])});
       }
       return texts;
     }
     ChannelChoice choice;
     for (int c = 1; c <= channels; ++c) {
-      if ((*flags)[At(c)]) {
+      if ((*flags)[c]) {
         choice.channels.push_back(c);
       }
     }

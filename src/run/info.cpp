@@ -28,7 +28,7 @@ Json ChannelInfo(const Trial& trial, std::size_t c) {
 Json UsedHeaderLines(const Trial& trial) {
   Json lines = Json::array();
   for (int i = 1; i <= std::min(trial.HeaderLineCount, kMaxHeaderLines); ++i) {
-    lines.push_back(trial.HeaderLines[static_cast<std::size_t>(i)]);
+    lines.push_back(trial.HeaderLines[i]);
   }
   return lines;
 }

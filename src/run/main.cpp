@@ -6,6 +6,7 @@
 
 #include "app/command_table.hpp"
 #include "core/files.hpp"
+#include "core/paths.hpp"
 #include "core/text.hpp"
 #include "core/workbench.hpp"
 #include "run/arguments.hpp"
@@ -47,9 +48,7 @@ int PrintCommands() {
 int PrintInfo(const std::string& path) {
   DefaultAnswers answers([](std::string_view message) { Tell(std::string(message)); });
   Workbench workbench(answers);
-  std::error_code error;
-  const std::filesystem::path full = std::filesystem::absolute(path, error);
-  workbench.trial.FileName = error ? path : full.string();
+  workbench.trial.FileName = FullPath(path);
   try {
     RunCommand(workbench, *FindCommand("file.load"));
   } catch (const CommandAbandoned& abandoned) {

@@ -1,11 +1,11 @@
 #include "run/recipe_run.hpp"
 
-#include <filesystem>
 #include <new>
 #include <utility>
 
 #include "app/command_table.hpp"
 #include "core/files.hpp"
+#include "core/paths.hpp"
 #include "run/gesture.hpp"
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
@@ -13,15 +13,8 @@
 namespace velmora {
 namespace {
 
-void Append(std::string& list, const std::string& item) {
+void AppendFailure(std::string& list, const std::string& item) {
   list += (list.empty() || item.empty() ? "" : "; ") + item;
-}
-
-// The trial keeps the full path of its file, wherever the program is started.
-std::string FullPath(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path full = std::filesystem::absolute(path, error);
-  return error ? path : full.string();
 }
 
 }  // namespace
@@ -51,7 +44,7 @@ Outcome RecipeRun::Run(const Recipe& recipe) {
     outcome.interrupted = InterruptSignal() != 0;
     for (const std::string& warning : workbench_.report.warnings) {
       if (options_.strict) {
-        Append(failure, warning);
+        AppendFailure(failure, warning);
       } else {
         outcome.warnings.push_back({place, warning});
       }
@@ -93,9 +86,9 @@ std::string RecipeRun::RunAnswered(const std::vector<Answer>& answers, const Act
   }
   std::string failure;
   for (const std::string& reported : workbench_.report.failures) {
-    Append(failure, reported);
+    AppendFailure(failure, reported);
   }
-  Append(failure, abandoned);
+  AppendFailure(failure, abandoned);
   if (failure.empty()) {
     failure = answers_.UnusedAnswers();
   }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/numbers.hpp"
+#include "core/paths.hpp"
 #include "core/picker.hpp"
 #include "core/text.hpp"
 #include "graph/single_view.hpp"
@@ -38,12 +39,6 @@ constexpr std::array kNotKept = {"file.open-directory",
 bool IsKept(std::string_view id) {
   return std::none_of(kNotKept.begin(), kNotKept.end(),
                       [id](const char* prefix) { return id.starts_with(prefix); });
-}
-
-std::string FullPath(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path full = std::filesystem::absolute(path, error);
-  return error ? path : full.string();
 }
 
 struct StepOf {

@@ -25,7 +25,7 @@ std::string Channels(const std::vector<int>& channels, int all) {
   return text;
 }
 
-void Append(std::string& text, const std::string& more) {
+void AppendWords(std::string& text, const std::string& more) {
   text += (text.empty() || more.empty() ? "" : ", ") + more;
 }
 
@@ -37,7 +37,7 @@ std::string Grouped(const std::map<std::string, std::vector<int>>& byValue, cons
   for (const auto& [value, channels] : byValue) {
     std::string words = value;
     words.append(behind).append(Channels(channels, all));
-    Append(text, words);
+    AppendWords(text, words);
   }
   return text;
 }
@@ -79,14 +79,14 @@ struct FieldWords {
   std::string operator()(const ChannelNumbers* values) const {
     std::map<std::string, std::vector<int>> byValue;
     for (const int c : edited) {
-      byValue[PlainNumber((*values)[static_cast<std::size_t>(c)])].push_back(c);
+      byValue[PlainNumber((*values)[c])].push_back(c);
     }
     return Name() + " " + Grouped(byValue, field.units, all);
   }
   std::string operator()(const ChannelFlags* flags) const {
     std::vector<int> on;
     for (int c = 1; c <= all; ++c) {
-      if ((*flags)[static_cast<std::size_t>(c)]) {
+      if ((*flags)[c]) {
         on.push_back(c);
       }
     }
@@ -133,7 +133,7 @@ std::string WordsOf(const Form& form, int channels) {
     const FormField* field = form.FindField(name);
     std::int32_t* const* choice = field != nullptr ? std::get_if<std::int32_t*>(&field->target) : nullptr;
     if (choice != nullptr) {
-      Append(words, Caption(field->choices[static_cast<std::size_t>(std::max(0, **choice))]));
+      AppendWords(words, Caption(field->choices[static_cast<std::size_t>(std::max(0, **choice))]));
     }
   }
   std::vector<const FormField*> told;
@@ -150,7 +150,7 @@ std::string WordsOf(const Form& form, int channels) {
       }
     }
     std::sort(edited.begin(), edited.end());
-    Append(words, std::visit(FieldWords{*edit.field, edited, channels}, edit.field->target));
+    AppendWords(words, std::visit(FieldWords{*edit.field, edited, channels}, edit.field->target));
   }
   return words;
 }

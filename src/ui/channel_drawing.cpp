@@ -101,7 +101,7 @@ void PaintTrace(QPainter& painter, const QRect& area, const Trial& trial, const 
   band += lower;
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  const QColor colour = ChannelColour(trial.ChanColour[static_cast<std::size_t>(channel)], palette);
+  const QColor colour = ChannelColour(trial.ChanColour[channel], palette);
   painter.setPen(QPen(colour, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.setBrush(colour);
   painter.drawPolygon(band);

@@ -118,13 +118,13 @@ ChannelColumn NumberColumn() {
 
 ChannelColumn LabelColumn(const Workbench& workbench) {
   return {.head = QStringLiteral("Label"), .text = [&workbench](int channel) {
-            return ToQt(Trim(workbench.trial.ChanLabel[static_cast<std::size_t>(channel)].Text()));
+            return ToQt(Trim(workbench.trial.ChanLabel[channel].Text()));
           }};
 }
 
 ChannelColumn UnitsColumn(const Workbench& workbench) {
   return {.head = QStringLiteral("Units"), .text = [&workbench](int channel) {
-            return ToQt(Trim(workbench.trial.ChanUnits[static_cast<std::size_t>(channel)].Text()));
+            return ToQt(Trim(workbench.trial.ChanUnits[channel].Text()));
           }};
 }
 

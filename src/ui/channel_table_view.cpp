@@ -32,8 +32,7 @@ class ChannelDelegate : public QStyledItemDelegate {
     QStyledItemDelegate::paint(painter, option, index);
     const Trial& trial = workbench_.trial;
     if (kind == Kind::Swatch) {
-      PaintSwatch(*painter, option.rect,
-                  ChannelColour(trial.ChanColour[static_cast<std::size_t>(channel)], view_->palette()));
+      PaintSwatch(*painter, option.rect, ChannelColour(trial.ChanColour[channel], view_->palette()));
     } else if (kind == Kind::Trace && traces_ != nullptr) {
       PaintTrace(*painter, option.rect.adjusted(6, 0, -6, 0), trial, *traces_, channel, view_->palette());
     }

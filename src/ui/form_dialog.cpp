@@ -26,10 +26,6 @@ bool IsPerChannel(const FormField& field) {
          std::holds_alternative<ChannelFlags*>(field.target);
 }
 
-std::size_t At(int channel) {
-  return static_cast<std::size_t>(channel);
-}
-
 QLabel* RemarkLabel(const QString& text) {
   auto* label = new QLabel(text);
   label->setTextFormat(Qt::PlainText);
@@ -49,11 +45,13 @@ QTableWidget* TableOf(const ResultTable& results) {
   auto* table =
       new QTableWidget(static_cast<int>(results.rows.size()), static_cast<int>(results.columns.size()));
   for (int k = 0; k < table->columnCount(); ++k) {
-    table->setHorizontalHeaderItem(k, new QTableWidgetItem(ToQt(results.columns[At(k)])));
+    table->setHorizontalHeaderItem(k,
+                                   new QTableWidgetItem(ToQt(results.columns[static_cast<std::size_t>(k)])));
   }
   for (int row = 0; row < table->rowCount(); ++row) {
     for (int k = 0; k < table->columnCount(); ++k) {
-      const ResultTable::Cell& cell = results.rows[At(row)][At(k)];
+      const ResultTable::Cell& cell =
+          results.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(k)];
       const double* number = std::get_if<double>(&cell);
       auto* item =
           new QTableWidgetItem(ToQt(number != nullptr ? PlainNumber(*number) : std::get<std::string>(cell)));
@@ -151,7 +149,7 @@ ChannelColumn FormDialog::ColumnOf(const FormField& field) {
   const FormField* target = &field;
   if (ChannelFlags* const* flags = std::get_if<ChannelFlags*>(&field.target)) {
     column.kind = ChannelColumn::Kind::Check;
-    column.checked = [values = *flags](int channel) { return (*values)[At(channel)]; };
+    column.checked = [values = *flags](int channel) { return (*values)[channel]; };
     if (!field.readOnly) {
       column.check = [this, target](int channel, bool on) {
         form_.Edit(*target, channel, on ? "true" : "false");
@@ -161,7 +159,7 @@ ChannelColumn FormDialog::ColumnOf(const FormField& field) {
   }
   column.kind = ChannelColumn::Kind::Number;
   column.text = [values = std::get<ChannelNumbers*>(field.target)](int channel) {
-    return ToQt(PlainNumber((*values)[At(channel)]));
+    return ToQt(PlainNumber((*values)[channel]));
   };
   if (!field.readOnly) {
     column.edit = [this, target](int channel, const QString& typed) {

@@ -45,12 +45,6 @@ QDockWidget* Dock(QMainWindow* window, const QString& title, const char* name, Q
   return dock;
 }
 
-std::string FullPath(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path full = std::filesystem::absolute(path, error);
-  return error ? path : full.string();
-}
-
 /// A trial as a file: written by the command of the File menu, in a workbench of its own.
 void WriteTrial(const std::function<void(Trial&)>& make, const std::string& path) {
   const std::vector<Answer> answers = {{.what = FileAnswer{{path}}}};

@@ -79,8 +79,7 @@ ResponsePicture::Response ResponsePicture::Current() const {
 QString ResponsePicture::Caption(const Response& response) const {
   const QString channel =
       tr("Channel %1, %2")
-          .arg(ToQt(ChannelNumber(channel_)),
-               ToQt(Trim(workbench_.trial.ChanLabel[static_cast<std::size_t>(channel_)].Text())));
+          .arg(ToQt(ChannelNumber(channel_)), ToQt(Trim(workbench_.trial.ChanLabel[channel_].Text())));
   if (response.cutoff <= 0) {
     return tr("%1: not filtered").arg(channel);
   }
@@ -159,8 +158,7 @@ void ResponsePicture::PaintCurve(QPainter& painter, const QRectF& area, double l
     const double frequency = low * std::pow(high / low, (x - area.left()) / area.width());
     curve << QPointF(x, YOf(gain(frequency), area));
   }
-  const QColor colour =
-      ChannelColour(workbench_.trial.ChanColour[static_cast<std::size_t>(channel_)], palette());
+  const QColor colour = ChannelColour(workbench_.trial.ChanColour[channel_], palette());
   painter.setClipRect(area);
   if (runs) {
     const QPointF corner(XOf(response.cutoff, low, high, area), YOf(kHalfPower, area));

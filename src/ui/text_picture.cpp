@@ -56,7 +56,7 @@ TextPicture::TextPicture(const Form& form, const Workbench& workbench) : form_(f
   QStringList numbered;
   const Trial& trial = workbench.trial;
   for (int k = 1; k <= trial.HeaderLineCount; ++k) {
-    lines_ << ToQt(trial.HeaderLines[static_cast<std::size_t>(k)]);
+    lines_ << ToQt(trial.HeaderLines[k]);
     numbered << QStringLiteral("%1  ").arg(k, kNumberWidth - 2) + lines_.constLast();
   }
   text_->setPlainText(numbered.join('\n'));

@@ -8,13 +8,13 @@
 namespace velmora::ui {
 namespace {
 
-struct Tones {
+struct BoxTones {
   QColor line;
   QColor ground;
   bool on;
 };
 
-Tones TonesOf(const QStyleOption& option) {
+BoxTones BoxTonesOf(const QStyleOption& option) {
   const QPalette& palette = option.palette;
   const bool enabled = (option.state & QStyle::State_Enabled) != 0;
   const bool on = (option.state & QStyle::State_On) != 0;
@@ -26,7 +26,7 @@ Tones TonesOf(const QStyleOption& option) {
 }
 
 void DrawCheckBox(const QStyleOption& option, QPainter& painter) {
-  const Tones tones = TonesOf(option);
+  const BoxTones tones = BoxTonesOf(option);
   const QRectF box = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
   painter.setPen(QPen(tones.line, 1.2));
   painter.setBrush(tones.ground);
@@ -42,7 +42,7 @@ void DrawCheckBox(const QStyleOption& option, QPainter& painter) {
 }
 
 void DrawRadioButton(const QStyleOption& option, QPainter& painter) {
-  const Tones tones = TonesOf(option);
+  const BoxTones tones = BoxTonesOf(option);
   const QRectF disc = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
   painter.setPen(QPen(tones.line, 1.2));
   painter.setBrush(tones.ground);

@@ -146,7 +146,7 @@ void TrialPanel::Refresh(const QString& file) {
   facts_->setToolTip(file);
   QStringList lines;
   for (int k = 1; k <= trial.HeaderLineCount; ++k) {
-    lines << ToQt(TrimRight(trial.HeaderLines[static_cast<std::size_t>(k)]));
+    lines << ToQt(TrimRight(trial.HeaderLines[k]));
   }
   QStringList experiment = lines.mid(0, kExperimentLines);
   experiment.removeAll(QString());

@@ -9,8 +9,6 @@
 namespace velmora {
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
-
 bool OneOf(char c, std::string_view set) {
   return set.find(c) != std::string_view::npos;
 }

@@ -8,6 +8,8 @@
 
 namespace velmora {
 
+inline constexpr std::string_view kDigits = "0123456789";
+
 enum class LineKind {
   Data,
   Other,

@@ -9,8 +9,6 @@
 namespace velmora {
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
-
 // What the commas of the data lines look like, all lines together.
 struct CommaSigns {
   bool any = false;

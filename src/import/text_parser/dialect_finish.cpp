@@ -34,7 +34,7 @@ void FinishBioPlux(Trial& trial, double resolutionBits) {
 ChannelFlags FirstChannels(int count) {
   ChannelFlags flags{};
   for (int c = 1; c <= count; ++c) {
-    flags[static_cast<std::size_t>(c)] = true;
+    flags[c] = true;
   }
   return flags;
 }

@@ -24,7 +24,7 @@ std::uint64_t Find(const __m128i* quarters, char character) {
 
 bool HasCr(const __m128i* quarters) {
   __m128i any = _mm_setzero_si128();
-  for (int quarter = 0; quarter < 4; ++quarter) {
+  for (std::ptrdiff_t quarter = 0; quarter < 4; ++quarter) {
     any = _mm_or_si128(any, _mm_cmpeq_epi8(quarters[quarter], _mm_set1_epi8('\r')));
   }
   return _mm_movemask_epi8(any) != 0;
@@ -32,7 +32,7 @@ bool HasCr(const __m128i* quarters) {
 
 Masks Find(const char* text) {
   __m128i quarters[4];
-  for (int quarter = 0; quarter < 4; ++quarter) {
+  for (std::ptrdiff_t quarter = 0; quarter < 4; ++quarter) {
     quarters[quarter] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + 16 * quarter));
   }
   return {Find(quarters, '\n'), HasCr(quarters) ? Find(quarters, '\r') : 0};

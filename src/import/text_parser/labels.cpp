@@ -107,7 +107,7 @@ void SetLabel(Trial& trial, int channel, const std::string& text) {
     return;
   }
   if (KeepsLabels(trial.FileTypeCode)) {
-    trial.ChanLabel[static_cast<std::size_t>(channel)] = text;
+    trial.ChanLabel[channel] = text;
   } else {
     SplitUnit(trial, channel, text);
   }

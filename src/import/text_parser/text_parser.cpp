@@ -143,7 +143,7 @@ bool TextParser::ReadHeader() {
   std::copy(header_.lines.begin(), header_.lines.end(), trial_.HeaderLines.begin() + 1);
   trial_.HeaderLineCount = static_cast<std::int32_t>(header_.lines.size());
   if (header_.fileEnded) {
-    trial_.HeaderLines[static_cast<std::size_t>(++trial_.HeaderLineCount)] = "End-of-file";
+    trial_.HeaderLines[++trial_.HeaderLineCount] = "End-of-file";
   }
   if (header_.lines.size() <= 2) {
     ShowFailure(workbench_, {.title = "Unreadable File",

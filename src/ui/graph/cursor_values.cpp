@@ -37,7 +37,7 @@ void CursorValuesPanel::Show(const std::optional<CursorValues>& values, const Wo
   time_->setText(ToQt(values->Time));
   rows_->clear();
   for (const CursorValues::Row& row : values->Rows) {
-    const std::string label = workbench.trial.ChanLabel[static_cast<std::size_t>(row.channel)].Text();
+    const std::string label = workbench.trial.ChanLabel[row.channel].Text();
     auto* item =
         new QTreeWidgetItem(rows_, {ToQt(ChannelNumber(row.channel) + "  " + Trim(label)), ToQt(row.value)});
     item->setTextAlignment(1, Qt::AlignRight);
