@@ -22,15 +22,15 @@ struct Delimited {
   bool allDigits;
 };
 
-struct Contents {
+struct ExtraLines {
   bool labels = true;
   bool times = true;
 };
 
 // Nothing when the command is cancelled.
-std::optional<Contents> AskContents(Workbench& workbench) {
+std::optional<ExtraLines> AskContents(Workbench& workbench) {
   if (workbench.SaveQuietly) {
-    return Contents{};
+    return ExtraLines{};
   }
   const Button labels = workbench.questions.AskBox(
       {.title = "Include Lables?",
@@ -44,7 +44,7 @@ std::optional<Contents> AskContents(Workbench& workbench) {
                                                    .text = "Press Yes if you want the sample times included.",
                                                    .icon = Icon::Question,
                                                    .buttons = {Button::Yes, Button::No}});
-  return Contents{.labels = labels == Button::Yes, .times = times == Button::Yes};
+  return ExtraLines{.labels = labels == Button::Yes, .times = times == Button::Yes};
 }
 
 bool AskName(Workbench& workbench, const Delimited& format) {
@@ -100,7 +100,7 @@ void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, st
 
 void WriteDelimited(Workbench& workbench, ProgressPanel& panel, const Delimited& format) {
   const Trial& trial = workbench.trial;
-  const std::optional<Contents> contents = AskContents(workbench);
+  const std::optional<ExtraLines> contents = AskContents(workbench);
   if (!contents || !AskName(workbench, format)) {
     return;
   }

@@ -22,8 +22,8 @@ struct GraphTest : testing::Test {
 };
 
 TEST_F(GraphTest, AutoScaleSeesVisibleNumbersAlone) {
-  constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
-  Plot({{1, kNaN, 4, 2}, {-100, 0, 100, 0}, {kNaN, kNaN, kNaN, kNaN}, {7, 7, 7, 7}}, {1, 3});
+  constexpr float kGap = std::numeric_limits<float>::quiet_NaN();
+  Plot({{1, kGap, 4, 2}, {-100, 0, 100, 0}, {kGap, kGap, kGap, kGap}, {7, 7, 7, 7}}, {1, 3});
   graph.AutoScaleOrdinate();
   EXPECT_EQ(graph.Ordinate.Minimum, 1);
   EXPECT_EQ(graph.Ordinate.Maximum, 4);
