@@ -8,8 +8,7 @@
 #include "core/numbers.hpp"
 #include "core/questions.hpp"
 #include "dsp/ask_entry.hpp"
-#include "dsp/filter_messages.hpp"
-#include "dsp/recursive_filter_lanes.hpp"
+#include "dsp/filter_and_tell.hpp"
 
 namespace velmora {
 namespace {
@@ -189,10 +188,7 @@ void ButterworthForm::Filter() {
                         .ZeroLag = workbench_.ZeroLag};
   std::transform(passes_.begin(), passes_.end(), filter.Passes.begin(),
                  [](double passes) { return static_cast<std::int16_t>(passes); });
-  const PerChannel<FilterVerdict> verdicts = FilterChannels(workbench_.trial, filter);
-  for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    ShowVerdict(workbench_, c, verdicts[c]);
-  }
+  FilterAndTell(workbench_, filter);
   workbench_.chooser.ChooserCancelled = false;
   MarkChanged(workbench_, true);
 }

@@ -8,8 +8,7 @@
 #include "core/workbench.hpp"
 #include "dsp/butterworth_form.hpp"
 #include "dsp/channel_picking.hpp"
-#include "dsp/filter_messages.hpp"
-#include "dsp/recursive_filter_lanes.hpp"
+#include "dsp/filter_and_tell.hpp"
 
 namespace velmora {
 namespace {
@@ -44,10 +43,7 @@ void FilterDirectly(Workbench& workbench, PassType type, std::string_view prompt
   if (std::any_of(channels, channels + trial.NChan, [](float cutoff) { return cutoff > 0; })) {
     MarkChanged(workbench, true);
   }
-  const PerChannel<FilterVerdict> verdicts = FilterChannels(workbench.trial, filter);
-  for (int c = 1; c <= trial.NChan; ++c) {
-    ShowVerdict(workbench, c, verdicts[c]);
-  }
+  FilterAndTell(workbench, filter);
 }
 
 void HighPass(Workbench& workbench) {

@@ -71,7 +71,8 @@ class SortedWindow {
   Keys keys_;
 };
 
-void SmoothKeys(Keys& keys, std::size_t width, std::size_t centre) {
+void SmoothKeys(Keys& keys, std::size_t width, std::size_t centre, const Turn& turn) {
+  constexpr std::size_t mediansATurn = 4096;
   SortedWindow window(keys, width);
   const std::size_t last = keys.size() - width - 1;
   for (std::size_t i = 0;; ++i) {
@@ -82,6 +83,9 @@ void SmoothKeys(Keys& keys, std::size_t width, std::size_t centre) {
       return;
     }
     window.Replace(keys[i], keys[i + width]);
+    if (i % mediansATurn == 0) {
+      Give(turn);
+    }
   }
 }
 
@@ -91,14 +95,14 @@ bool HasWindows(const Trial& trial, std::int32_t width) {
 
 }  // namespace
 
-void MovingMedian(Trial& trial, const ChannelList& channels, std::int32_t width) {
+void MovingMedian(Trial& trial, const ChannelList& channels, std::int32_t width, const Turn& turn) {
   if (!HasWindows(trial, width)) {
     return;
   }
   for (const int c : channels) {
     const ChannelView x = trial.Channel(c);
     Keys keys = KeysOf(x);
-    SmoothKeys(keys, static_cast<std::size_t>(width), static_cast<std::size_t>(WindowCentre(width)));
+    SmoothKeys(keys, static_cast<std::size_t>(width), static_cast<std::size_t>(WindowCentre(width)), turn);
     for (std::int64_t i = 0; i < x.size(); ++i) {
       x[i] = ValueOf(keys[static_cast<std::size_t>(i)]);
     }

@@ -158,7 +158,8 @@ class MovingRows {
 };
 
 template <Input input>
-void SmoothGroups(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level) {
+void SmoothGroups(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level,
+                  const Turn& turn) {
   const Kernels kernels = KernelsOf(level);
   const std::int64_t windows = trial.NData - width;
   const std::int64_t centre = WindowCentre(width);
@@ -174,9 +175,28 @@ void SmoothGroups(Trial& trial, const ChannelList& channels, std::int32_t width,
       group.Take(trial, done + 1, now);
       kernels.means(group.Rows(), width, now, input == Input::Square, means.data());
       group.Put(trial, done + 1 + centre, now, means.data());
+      Give(turn);
     }
   }
 }
+
+// Running means of rows, a turn after every few.
+struct RunningMeans {
+  Kernels kernels;
+  long stride;
+  long width;
+  long centre;
+  const Turn& turn;
+
+  void Run(double* rows, std::int64_t windows) const {
+    constexpr std::int64_t windowsATurn = 64;
+    for (std::int64_t done = 0; done < windows; done += windowsATurn) {
+      kernels.runningMeans(rows + done * stride, stride, width, centre,
+                           std::min(windowsATurn, windows - done));
+      Give(turn);
+    }
+  }
+};
 
 void FillSamples(Trial& trial, int channel, std::int64_t first, std::int64_t last, float value) {
   const ChannelView x = trial.Channel(channel);
@@ -209,44 +229,47 @@ std::int32_t WindowCentre(std::int32_t width) {
   return RoundHalfEven32((width - 1) / 2.0);
 }
 
-void MovingAverage(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level) {
+void MovingAverage(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level,
+                   const Turn& turn) {
   if (HasWindows(trial, width)) {
-    SmoothGroups<Input::Itself>(trial, channels, width, level);
+    SmoothGroups<Input::Itself>(trial, channels, width, level, turn);
   }
 }
 
-void MovingRms(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level) {
+void MovingRms(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level,
+               const Turn& turn) {
   if (!HasWindows(trial, width)) {
     return;
   }
-  SmoothGroups<Input::Square>(trial, channels, width, level);
+  SmoothGroups<Input::Square>(trial, channels, width, level, turn);
   for (const int c : channels) {
     FillRmsEnds(trial, c, width);
   }
 }
 
-void MovingMeanAbsolute(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level) {
+void MovingMeanAbsolute(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel level,
+                        const Turn& turn) {
   if (!HasWindows(trial, width) || channels.empty()) {
     return;
   }
-  const Kernels kernels = KernelsOf(level);
   const std::int64_t windows = trial.NData - width;
   const std::int64_t centre = WindowCentre(width);
   const auto count = static_cast<long>(channels.size());
   const long stride = (count + kLanes - 1) / kLanes * kLanes;
+  const RunningMeans running{KernelsOf(level), stride, width, centre, turn};
   MovingRows<Input::Magnitude> all(channels, width, stride);
   for (std::int64_t done = 0; done < windows; done += kPiece) {
     const std::int64_t now = std::min(kPiece, windows - done);
     all.Take(trial, done + 1, now);
     double* rows = all.Rows();
     if (done == 0) {  // the first output goes to the samples before it too, which later windows read
-      kernels.runningMeans(rows, stride, width, centre, 1);
+      running.Run(rows, 1);
       for (std::int64_t k = 0; k < centre; ++k) {
         std::copy_n(rows + centre * stride, stride, rows + k * stride);
       }
-      kernels.runningMeans(rows + stride, stride, width, centre, now - 1);
+      running.Run(rows + stride, now - 1);
     } else {
-      kernels.runningMeans(rows, stride, width, centre, now);
+      running.Run(rows, now);
     }
     all.Put(trial, done + 1 + centre, now, all.Rows() + centre * stride);
   }

@@ -7,6 +7,7 @@
 
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
+#include "core/progress.hpp"
 #include "core/text.hpp"
 #include "dsp/channel_list.hpp"
 #include "dsp/coefficient_form.hpp"
@@ -157,9 +158,16 @@ void FitChannels(Workbench& workbench, SampleRange range, bool offerCoefficients
   workbench.ResultText = "Polynomial Fitting Coefficients\n";
   workbench.ResultTables.clear();
   const std::vector<double> times = SamplesOf(workbench.trial, 0, range);
+  std::optional<ProgressPanel> panel;
+  if (!offerCoefficients) {  // else each channel has its question
+    panel.emplace(workbench, ProgressPanel::Kind::Processing);
+  }
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
     if (workbench.chooser.ChanConst[c] > 0 && !FitChannel(workbench, c, range, times, offerCoefficients)) {
       return;
+    }
+    if (panel) {
+      panel->GiveTurn();
     }
   }
 }

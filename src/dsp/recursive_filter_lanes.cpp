@@ -239,7 +239,8 @@ float* RowOf(const Signal& signal, std::int64_t i) {
   return nullptr;
 }
 
-void Sweep(const Signal& signal, std::vector<Strip> strips, Tile& tile) {
+void Sweep(const Signal& signal, std::vector<Strip> strips, Tile& tile, const Turn& turn) {
+  constexpr std::int64_t tilesATurn = 1024;
   for (Strip& strip : strips) {
     strip.Start(RowOf(signal, 0), RowOf(signal, 1));
   }
@@ -251,6 +252,9 @@ void Sweep(const Signal& signal, std::vector<Strip> strips, Tile& tile) {
       const Rows rows{part.Row(i), part.stride, std::min(kTileRows, part.count - i)};
       for (Strip& strip : strips) {
         strip.Run(rows, tile);
+      }
+      if (i / kTileRows % tilesATurn == 0) {
+        Give(turn);
       }
     }
   }
@@ -269,8 +273,12 @@ void RectifyChannels(Trial& trial, const std::vector<int>& channels) {
 class LanesRun {
  public:
   LanesRun(Trial& trial, const ChannelsFilter& filter, const PerChannel<FilterSection>& sections,
-           std::vector<int> channels, SimdLevel level)
-      : filter_(filter), sections_(sections), channels_(std::move(channels)), kernels_(KernelsOf(level)) {
+           std::vector<int> channels, SimdLevel level, const Turn& turn)
+      : filter_(filter),
+        sections_(sections),
+        channels_(std::move(channels)),
+        kernels_(KernelsOf(level)),
+        turn_(turn) {
     const FilterPadding padding =
         MakePadding(filter.Padding, filter.PadZeros, trial.NData, kHighestChannelPadding);
     const std::ptrdiff_t stride = trial.matrix.Stride();
@@ -308,8 +316,8 @@ class LanesRun {
       if (forward.empty()) {
         return;
       }
-      Sweep(signal_, MakeStrips(kernels_, filter_.type, forward, sections_), tile_);
-      Sweep(Reversed(signal_), MakeStrips(kernels_, filter_.type, backward, sections_), tile_);
+      Sweep(signal_, MakeStrips(kernels_, filter_.type, forward, sections_), tile_, turn_);
+      Sweep(Reversed(signal_), MakeStrips(kernels_, filter_.type, backward, sections_), tile_, turn_);
     }
   }
 
@@ -318,6 +326,7 @@ class LanesRun {
   const PerChannel<FilterSection>& sections_;
   std::vector<int> channels_;
   std::span<const StripKernel> kernels_;
+  const Turn& turn_;
   std::vector<float> padding_;
   Signal signal_{};
   std::int64_t size_ = 0;
@@ -326,7 +335,8 @@ class LanesRun {
 
 }  // namespace
 
-PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& filter, SimdLevel level) {
+PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& filter, SimdLevel level,
+                                         const Turn& turn) {
   PerChannel<FilterVerdict> verdicts{};
   PerChannel<FilterSection> sections{};
   std::vector<int> asked;
@@ -351,7 +361,7 @@ PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& fil
   if (filter.Rectify && filter.type == PassType::Low && filter.design != FilterDesign::Bessel) {
     RectifyChannels(trial, asked);
   }
-  LanesRun(trial, filter, sections, std::move(accepted), level).Run();
+  LanesRun(trial, filter, sections, std::move(accepted), level, turn).Run();
   return verdicts;
 }
 

@@ -5,6 +5,7 @@
 #include "core/simd.hpp"
 #include "core/trial.hpp"
 #include "dsp/filter_section.hpp"
+#include "dsp/turn.hpp"
 
 namespace velmora {
 
@@ -25,6 +26,6 @@ struct ChannelsFilter {
 /// routines of recursive_filter.hpp make of each channel alone. The verdict of a channel left alone is
 /// Accepted. `level` is for tests; it must be one the machine has.
 PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& filter,
-                                         SimdLevel level = MachineSimdLevel());
+                                         SimdLevel level = MachineSimdLevel(), const Turn& turn = {});
 
 }  // namespace velmora

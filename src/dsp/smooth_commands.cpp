@@ -30,14 +30,15 @@ void MarkWhenAny(Workbench& workbench, const ChannelList& channels) {
   }
 }
 
-template <void (*kernel)(Trial&, const ChannelList&, std::int32_t, SimdLevel)>
+template <void (*kernel)(Trial&, const ChannelList&, std::int32_t, SimdLevel, const Turn&)>
 void Smooth(Workbench& workbench) {
   if (workbench.trial.NData < 1 || !EpochDurationForm(workbench).Ask()) {
     return;
   }
   const ChannelList channels = Selected(workbench);
   MarkWhenAny(workbench, channels);
-  kernel(workbench.trial, channels, workbench.WindowWidth, MachineSimdLevel());
+  ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
+  kernel(workbench.trial, channels, workbench.WindowWidth, MachineSimdLevel(), TurnOf(panel));
 }
 
 // A width that nobody has chosen yet becomes a tenth of a second.
@@ -72,7 +73,8 @@ void Median(Workbench& workbench) {
     ++workbench.WindowWidth;
   }
   MarkChanged(workbench, true);
-  MovingMedian(workbench.trial, channels, workbench.WindowWidth);
+  ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
+  MovingMedian(workbench.trial, channels, workbench.WindowWidth, TurnOf(panel));
 }
 
 void Interpolate(Workbench& workbench) {

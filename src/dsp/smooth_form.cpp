@@ -171,7 +171,8 @@ bool SmoothForm::Filter() {
   return done;
 }
 
-bool SmoothForm::FilterByDesign() {
+// Under a panel when it is much work; its Cancel leaves the channels before filtered.
+bool SmoothForm::ForEachChannel(const std::function<bool(int)>& filter) {
   constexpr std::int64_t samplesWithoutPanel = 2'000'000;
   const ChannelList channels = ChannelsToFilter(workbench_);
   std::optional<ProgressPanel> panel;
@@ -181,7 +182,9 @@ bool SmoothForm::FilterByDesign() {
     panel->SetLimits(0, static_cast<double>(channels.size()));
   }
   for (const int channel : channels) {
-    DesignAndRun(channel);
+    if (!filter(channel)) {
+      return false;
+    }
     if (panel) {
       panel->SetStatus("Channel " + ChannelNumber(channel) + " done.");
       panel->SetValue(panel->Value() + 1);
@@ -191,6 +194,13 @@ bool SmoothForm::FilterByDesign() {
     }
   }
   return true;
+}
+
+bool SmoothForm::FilterByDesign() {
+  return ForEachChannel([this](int channel) {
+    DesignAndRun(channel);
+    return true;
+  });
 }
 
 void SmoothForm::DesignAndRun(int channel) {
@@ -212,15 +222,12 @@ void SmoothForm::DesignAndRun(int channel) {
 // A low-pass cut-off that is too high stops the run, with the channels before it filtered.
 bool SmoothForm::FilterByPasses(FilterDesign design) {
   const PassType type = optPassType_ == kLowPassOption ? PassType::Low : PassType::High;
-  for (const int channel : ChannelsToFilter(workbench_)) {
+  return ForEachChannel([this, type, design](int channel) {
     const FilterVerdict verdict = FilterForward(workbench_.trial, channel, type, design,
                                                 workbench_.FilterCutoffs[channel], Order(channel));
     ShowVerdict(workbench_, channel, verdict);
-    if (verdict.outcome == FilterVerdict::Outcome::LowPassTooHigh) {
-      return false;
-    }
-  }
-  return true;
+    return verdict.outcome != FilterVerdict::Outcome::LowPassTooHigh;
+  });
 }
 
 void SmoothForm::Cancel() {

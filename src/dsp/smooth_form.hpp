@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "core/form.hpp"
@@ -30,6 +31,7 @@ class SmoothForm : public Form {
   void DesignEdited();
   void OfferCutoffs();
   bool Filter();
+  bool ForEachChannel(const std::function<bool(int)>& filter);
   bool FilterByDesign();
   bool FilterByPasses(FilterDesign design);
   void DesignAndRun(int channel);

@@ -244,6 +244,9 @@ void MainWindow::LoadSelected() {
   const std::string path = workbench_.trial.FileName;
   OpenDirectory(workbench_, DirectoryOf(path));
   SelectFile(workbench_, path);
+  if (!workbench_.merge.MergePending) {
+    loadedFile_ = ToQt(path);  // the panel that waits for a person already stands before the new trial
+  }
   RunCommand(*FindCommand("file.load"));
   if (workbench_.trial.NData > 0) {
     loadedFile_ = ToQt(path);

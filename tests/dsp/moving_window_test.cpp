@@ -14,11 +14,12 @@ using test::NoiseChannels;
 using test::Samples;
 using test::SetChannels;
 
-using Fast = void (*)(Trial&, const ChannelList&, std::int32_t, SimdLevel);
+using Fast = void (*)(Trial&, const ChannelList&, std::int32_t, SimdLevel, const Turn&);
 using Plain = void (*)(Trial&, const ChannelList&, std::int32_t);
 
-void Median(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel /*level*/) {
-  MovingMedian(trial, channels, width);
+void Median(Trial& trial, const ChannelList& channels, std::int32_t width, SimdLevel /*level*/,
+            const Turn& turn) {
+  MovingMedian(trial, channels, width, turn);
 }
 
 struct Operation {
@@ -35,7 +36,7 @@ constexpr Operation kOperations[] = {{"average", MovingAverage, MovingAveragePla
 Samples On(Fast operation, const Samples& x, std::int32_t width) {
   Trial trial;
   SetChannels(trial, {x});
-  operation(trial, {1}, width, MachineSimdLevel());
+  operation(trial, {1}, width, MachineSimdLevel(), {});
   return Channel(trial, 1);
 }
 
@@ -105,7 +106,7 @@ void CompareWithPlain(const std::vector<std::vector<float>>& data, const Channel
     for (const SimdLevel level : MachineSimdLevels()) {
       Trial trial;
       SetChannels(trial, data);
-      operation.fast(trial, channels, width, level);
+      operation.fast(trial, channels, width, level, {});
       ExpectSameBits(trial, expected,
                      std::string(operation.name) + " level " + std::to_string(static_cast<int>(level)) +
                          " width " + std::to_string(width) + " channels " + std::to_string(data.size()));

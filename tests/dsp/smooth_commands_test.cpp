@@ -52,6 +52,32 @@ TEST_F(SmoothCommand, WindowsRunOnThePickedChannels) {
   EXPECT_EQ(Channel(trial, 1), (Samples{4.5F, 4.5F, 5.25F, 5.25F, 5.25F, 5.25F})) << "one channel is picked";
 }
 
+// A window is drawn anew in these turns; how often depends on the work alone.
+TEST_F(SmoothCommand, LongWorkGivesTurns) {
+  int turns = 0;
+  questions.onProgress = [&turns](ProgressPanel& panel) {
+    EXPECT_EQ(panel.Title(), "Processing. ... Please wait.");
+    ++turns;
+  };
+  workbench.WindowWidth = 201;
+  for (const char* command :
+       {"smooth.moving-average", "smooth.rms", "smooth.mav", "smooth.median", "analysis.low-pass"}) {
+    SetChannels(trial, {Samples(100'000, 1.0F), Samples(100'000, 2.0F)}, 1000.0);
+    turns = 0;
+    if (std::string_view(command).starts_with("smooth")) {
+      AnswerForm({}, {1, 2});
+    } else {
+      questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+        picker.SetValue(1, "6");
+        return "OK";
+      });
+    }
+    Run(command);
+    EXPECT_GE(turns, 5) << command;
+    EXPECT_EQ(Channel(trial, 2), Samples(100'000, 2.0F)) << command;
+  }
+}
+
 TEST_F(SmoothCommand, WidthsOutsideTheTrialAreRefused) {
   const Samples x = {3, 0, 6, 9, -3, 12};
   SetChannels(trial, {x}, 10.0);
