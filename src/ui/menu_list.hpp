@@ -5,12 +5,12 @@
 
 namespace velmora::ui {
 
-/// A place in the main window's menus: the command that belongs there, and what stands there greyed
-/// while the program has no such command.
+/// A place in the main window's menus: the command that belongs there, or what stands there greyed while
+/// the program has no such command.
 struct MenuPlace {
   std::string_view id;
-  std::string_view menu;     // path with '&', separated by '/'
-  std::string_view caption;  // with '&'
+  std::string_view menu;          // path with '&', separated by '/'
+  std::string_view caption = {};  // with '&', while there is no such command, which brings its own
   bool separatorBefore = false;
 };
 

@@ -8,33 +8,16 @@ namespace velmora {
 namespace {
 
 using test::Channel;
+using test::Edits;
 using test::NoiseChannels;
 using test::Samples;
 using test::SetChannels;
-using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
 struct FilterCommand : test::CommandTest {
   std::vector<Samples> noise = NoiseChannels(3, 400);
 
   void SetUp() override { SetChannels(trial, noise, 1000.0); }
 
-  static void Type(Form& form, const Edits& edits) {
-    for (const auto& [name, text] : edits) {
-      const std::size_t blank = name.find(' ');
-      const FormField& field = *form.FindField(name.substr(0, blank));
-      if (blank == std::string::npos) {
-        form.Edit(field, text);
-      } else {
-        form.Edit(field, std::stoi(name.substr(blank)), text);
-      }
-    }
-  }
-  void AnswerForm(const Edits& edits, const std::string& press = "Filter") {
-    questions.formAnswers.emplace_back([edits, press](Form& form) {
-      Type(form, edits);
-      return press;
-    });
-  }
   static double Shown(const Form& form, const char* field, std::size_t channel) {
     return (*std::get<ChannelNumbers*>(form.FindField(field)->target))[channel];
   }

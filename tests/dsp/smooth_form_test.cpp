@@ -10,10 +10,10 @@ namespace velmora {
 namespace {
 
 using test::Channel;
+using test::Edits;
 using test::NoiseChannels;
 using test::Samples;
 using test::SetChannels;
-using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
 struct DigitalFilters : test::CommandTest {
   std::vector<Samples> noise = NoiseChannels(3, 300);
@@ -21,23 +21,6 @@ struct DigitalFilters : test::CommandTest {
   void SetUp() override {
     SetChannels(trial, noise, 500.0);
     trial.FileChanged = false;
-  }
-  static void Type(Form& form, const Edits& edits) {
-    for (const auto& [name, text] : edits) {
-      const std::size_t blank = name.find(' ');
-      const FormField& field = *form.FindField(name.substr(0, blank));
-      if (blank == std::string::npos) {
-        form.Edit(field, text);
-      } else {
-        form.Edit(field, std::stoi(name.substr(blank)), text);
-      }
-    }
-  }
-  void AnswerForm(const Edits& edits, const std::string& press = "Filter") {
-    questions.formAnswers.emplace_back([edits, press](Form& form) {
-      Type(form, edits);
-      return press;
-    });
   }
   Samples Designed(int channel, const DesignRequest& request) {
     Trial alone;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/command_table.hpp"
@@ -13,6 +14,7 @@
 namespace velmora::test {
 
 using Samples = std::vector<float>;
+using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
 /// A workbench whose questions are answered from a script, and commands run by id as the window and
 /// recipes run them.
@@ -25,6 +27,25 @@ struct CommandTest : testing::Test {
     const Command* command = FindCommand(id);
     ASSERT_NE(command, nullptr) << "no command " << id;
     RunCommand(workbench, *command);
+  }
+
+  static void Type(Form& form, const Edits& edits) {
+    for (const auto& [name, text] : edits) {
+      const std::size_t blank = name.find(' ');
+      const FormField& field = *form.FindField(name.substr(0, blank));
+      if (blank == std::string::npos) {
+        form.Edit(field, text);
+      } else {
+        form.Edit(field, std::stoi(name.substr(blank)), text);
+      }
+    }
+  }
+  /// The next form is filled in so, and left by this button: unless said otherwise, that of the filters.
+  void AnswerForm(const Edits& edits, const std::string& press = "Filter") {
+    questions.formAnswers.emplace_back([edits, press](Form& form) {
+      Type(form, edits);
+      return press;
+    });
   }
 };
 

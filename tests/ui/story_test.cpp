@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QMenuBar>
 #include <filesystem>
+#include <map>
+#include <set>
 #include <string>
 
 #include "app/command_table.hpp"
@@ -94,6 +97,44 @@ class Story : public testing::Test {
     });
   }
 };
+
+/// Every entry of a menu and of the menus below it; two of one menu never read the same.
+void CollectEntries(const QMenu* menu, std::multimap<std::string, const QAction*>& entries) {
+  std::set<QString> captions;
+  for (const QAction* action : menu->actions()) {
+    if (action->isSeparator()) {
+      continue;
+    }
+    EXPECT_FALSE(action->text().isEmpty()) << "in " << menu->title().toStdString();
+    EXPECT_TRUE(captions.insert(action->text()).second) << action->text().toStdString();
+    if (action->menu() != nullptr) {
+      CollectEntries(action->menu(), entries);
+    } else {
+      entries.emplace(action->text().toStdString(), action);
+    }
+  }
+}
+
+TEST_F(Story, MenusHoldEveryCommandAndGreyWhatCannotBeDone) {
+  std::multimap<std::string, const QAction*> entries;
+  for (const QAction* top : window_->menuBar()->actions()) {
+    CollectEntries(top->menu(), entries);
+  }
+  for (const Command& command : AllCommands()) {
+    if (command.menu.starts_with("&Single-axis graph")) {
+      continue;  // in the graph's own window
+    }
+    const auto [first, last] = entries.equal_range(std::string(command.caption));
+    EXPECT_NE(first, last) << command.id;
+    for (auto entry = first; entry != last; ++entry) {
+      EXPECT_EQ(entry->second->isEnabled(), command.needs == Needs::Nothing)
+          << command.id << ", no trial yet";
+    }
+  }
+  const auto notThereYet = entries.find("&Ensemble averaging");
+  ASSERT_NE(notThereYet, entries.end());
+  EXPECT_FALSE(notThereYet->second->isEnabled());
+}
 
 TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWork) {
   ExpectDone();
