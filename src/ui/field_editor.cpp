@@ -132,6 +132,10 @@ QString Limits(const FormField& field) {
                  : QObject::tr("at least %1").arg(low);
 }
 
+QString ReadAs(double value) {
+  return QObject::tr("is read as %1").arg(ToQt(PlainNumber(value)));
+}
+
 class LineEditor : public FieldEditor {
  public:
   LineEditor(Form& form, const FormField& field, QWidget* parent)
@@ -152,6 +156,10 @@ class LineEditor : public FieldEditor {
     }
     remark_ = new QLabel;
     remark_->setTextFormat(Qt::PlainText);
+    if (!text_) {  // what is said of a number while it is typed has its room
+      const bool limited = field.lowest > -std::numeric_limits<double>::infinity();
+      remark_->setMinimumWidth(remark_->fontMetrics().horizontalAdvance(limited ? Limits(field) : ReadAs(0)));
+    }
     layout->addWidget(remark_, 1);
     setFocusProxy(line_);
     connect(line_, &QLineEdit::editingFinished, this, [this] { Commit(); });
@@ -208,7 +216,7 @@ class LineEditor : public FieldEditor {
     bool number = false;
     line_->text().trimmed().toDouble(&number);
     if (!number) {
-      Remark(tr("is read as %1").arg(ToQt(PlainNumber(value))), false);
+      Remark(ReadAs(value), false);
     }
     return true;
   }

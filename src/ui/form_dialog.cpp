@@ -250,6 +250,7 @@ void FormDialog::AddButtons(QBoxLayout* to) {
   auto* row = new QHBoxLayout;
   refusal_ = new QLabel;
   refusal_->setTextFormat(Qt::PlainText);
+  refusal_->setWordWrap(true);  // a long one must not widen the dialogue
   QPalette palette = refusal_->palette();
   palette.setColor(QPalette::WindowText, WarningColour(palette));
   refusal_->setPalette(palette);
