@@ -1,6 +1,7 @@
 #include "ui/asking_dialog.hpp"
 
 #include <QCloseEvent>
+#include <QLineEdit>
 
 namespace velmora::ui {
 
@@ -11,12 +12,28 @@ AskingDialog::AskingDialog(QWidget* parent) : QDialog(parent) {
 
 std::string AskingDialog::Ask() {
   Refresh();
+  if (focusWidget() == nullptr) {
+    FocusFirst();
+  }
   pressed_ = cancelCaption_;
   setEnabled(true);
   show();
   activateWindow();
   loop_.exec();
   return pressed_;
+}
+
+// What is offered is selected, so that typing replaces it.
+void AskingDialog::FocusFirst() {
+  QWidget* first = nextInFocusChain();
+  while (first != this && !((first->focusPolicy() & Qt::TabFocus) != 0 && first->isEnabledTo(this) &&
+                            first->isVisibleTo(this) && first->focusProxy() == nullptr)) {
+    first = first->nextInFocusChain();
+  }
+  first->setFocus(Qt::TabFocusReason);
+  if (auto* line = qobject_cast<QLineEdit*>(first)) {
+    line->selectAll();
+  }
 }
 
 void AskingDialog::Press(const std::string& caption) {

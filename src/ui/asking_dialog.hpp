@@ -29,6 +29,8 @@ class AskingDialog : public QDialog {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void FocusFirst();
+
   QEventLoop loop_;
   std::string pressed_;
   std::string cancelCaption_ = "Cancel";

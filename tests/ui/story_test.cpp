@@ -219,6 +219,31 @@ TEST_F(Story, GoesBackToAnEarlierStep) {
   Shown().FileChanged = false;
 }
 
+TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
+  window_->State().UserLevel = UserLevelKind::Expert;
+  DoubleClickFile("walk.vmb");
+  const float before = Shown().Data(100, 1);
+  person_.When("frmSetEpochDuration", [](QWidget* dialog) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+    auto* width = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(width, nullptr);
+    const QSize size = dialog->size();
+    QTest::keyClick(width, Qt::Key_Backspace);  // an empty field is remarked upon
+    QTest::keyClicks(width, "51");
+    EXPECT_EQ(width->text(), "51");
+    EXPECT_EQ(dialog->size(), size);
+    auto* table = dialog->findChild<ui::ChannelTableView*>();
+    const QRect cell = table->visualRect(table->model()->index(0, 4));
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, {cell.left() + 12, cell.center().y()});
+    Person::Press(dialog, "OK");
+  });
+  Entry("Moving Average")->trigger();
+  person_.Work();
+  EXPECT_EQ(window_->State().WindowWidth, 51);
+  EXPECT_NE(Shown().Data(100, 1), before);
+  Shown().FileChanged = false;
+}
+
 TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   window_->State().UserLevel = UserLevelKind::Expert;
   QMimeData data;
