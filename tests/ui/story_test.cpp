@@ -224,9 +224,10 @@ TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
   DoubleClickFile("walk.vmb");
   const float before = Shown().Data(100, 1);
   person_.When("frmSetEpochDuration", [](QWidget* dialog) {
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
-    auto* width = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-    ASSERT_NE(width, nullptr);
+    auto* width = qobject_cast<QLineEdit*>(dialog->focusWidget());
+    if (width == nullptr) {
+      throw std::runtime_error("no field has the focus");
+    }
     const QSize size = dialog->size();
     QTest::keyClick(width, Qt::Key_Backspace);  // an empty field is remarked upon
     QTest::keyClicks(width, "51");
