@@ -225,7 +225,7 @@ TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
   const float before = Shown().Data(100, 1);
   person_.When("frmSetEpochDuration", [](QWidget* dialog) {
     auto* width = qobject_cast<QLineEdit*>(dialog->focusWidget());
-    if (width == nullptr) {
+    if (width == nullptr || !QTest::qWaitFor([width] { return width->hasFocus(); })) {
       throw std::runtime_error("no field has the focus");
     }
     const QSize size = dialog->size();
