@@ -54,6 +54,12 @@ SampleRange AskCursorRange(Workbench& workbench) {
   return between ? SampleRange{trial.CursorLo, trial.CursorHi} : all;
 }
 
+void ShowChannel(const Workbench& workbench, int channel) {
+  if (workbench.onShowChannel) {
+    workbench.onShowChannel(channel);
+  }
+}
+
 void MarkChanged(Workbench& workbench, bool changed) {
   workbench.trial.FileChanged = changed;
 }

@@ -35,6 +35,9 @@ SampleRange AskCursorRange(Workbench& workbench);
 /// Sets FileChanged; the window's status area shows "Modified" while it is set.
 void MarkChanged(Workbench& workbench, bool changed);
 
+/// Shows a channel in a graph of its own, to look at while the work goes on. Nothing without a window.
+void ShowChannel(const Workbench& workbench, int channel);
+
 /// Closes the graph that is open, if any.
 void CloseView(Workbench& workbench);
 

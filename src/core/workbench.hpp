@@ -70,6 +70,7 @@ struct Workbench {
   /// Hears of every command and of what is done in the view; may be missing.
   ActionListener* listener = nullptr;
   std::function<void(ShellRequest)> onShellRequest;
+  std::function<void(int channel)> onShowChannel;  // empty without a window
   Trial trial;
   ChooserState chooser;
   NativeRecords records;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "core/trial.hpp"
 
@@ -20,6 +21,18 @@ inline constexpr Colour kGridGrey = 0x808080;
 inline constexpr Colour kDarkGreen = 0x003000;
 inline constexpr Colour kDarkGrey = 0x303030;
 inline constexpr Colour kDarkBlue = 0x400000;
+
+/// A background as menus offer it.
+struct BackgroundChoice {
+  std::string_view id;  // of the command
+  std::string_view caption;
+  Colour colour;
+};
+inline constexpr std::array<BackgroundChoice, 5> kBackgrounds = {{{"background.black", "&Black", kBlack},
+                                                                  {"background.white", "&White", kWhite},
+                                                                  {"background.green", "&Green", kDarkGreen},
+                                                                  {"background.grey", "G&rey", kDarkGrey},
+                                                                  {"background.blue", "B&lue", kDarkBlue}}};
 
 /// The colours of channels, from 1; index 0 is not used. Found by a search, from the sets of Okabe and Ito
 /// (2008) and of Tol (2021), for colours that stay apart on black and on white with every kind of colour

@@ -7,6 +7,12 @@
 
 namespace velmora {
 
+std::string LabelWithUnits(std::string_view label, std::string_view units) {
+  const std::string name = Trim(label);
+  const std::string unit = Trim(units);
+  return unit.empty() ? name : name + " (" + unit + ")";
+}
+
 void Axis::SetMinMax(double minimum, double maximum) {
   Minimum = minimum;
   Maximum = maximum;
@@ -21,6 +27,31 @@ void Graph::PlotXY(const Trial& trial) {
     Plot& plot = Plots[static_cast<std::size_t>(c - 1)];
     plot.Channel = c;
     plot.Name = trial.ChanLabel[c];
+  }
+}
+
+void Graph::Show(const ChannelFlags& selected) {
+  for (Plot& plot : Plots) {
+    plot.Visible = selected[plot.Channel];
+    plot.ColourIndex = std::clamp<int>(trial_->ChanColour[plot.Channel], 0, kColours);
+    plot.LineColor = ColourTable[static_cast<std::size_t>(plot.ColourIndex)];
+  }
+  SetBackground(Background);
+}
+
+// Yellow is lost on white and black on black.
+void Graph::SetBackground(Colour colour) {
+  Background = colour;
+  Abscissa.GridColor = kGridGrey;
+  Ordinate.GridColor = kGridGrey;
+  if (!Cursors.empty()) {
+    Cursors.front().Color = colour == kWhite ? kBlue : kYellow;
+  }
+  for (Plot& plot : Plots) {
+    if (colour == kBlack && plot.Visible && plot.ColourIndex == 0) {
+      plot.ColourIndex = kColours;
+      plot.LineColor = ColourTable[kColours];
+    }
   }
 }
 
@@ -66,6 +97,11 @@ int Graph::VisiblePlots() const {
       std::count_if(Plots.begin(), Plots.end(), [](const Plot& plot) { return plot.Visible; }));
 }
 
+const Plot* Graph::FirstVisible() const {
+  const auto first = std::find_if(Plots.begin(), Plots.end(), [](const Plot& plot) { return plot.Visible; });
+  return first == Plots.end() ? nullptr : &*first;
+}
+
 std::vector<Plot*> Graph::Visible() {
   std::vector<Plot*> visible;
   for (Plot& plot : Plots) {
@@ -95,24 +131,36 @@ void Graph::SetPoint(PointStyle style) {
 }
 
 void Graph::HalveLines() {
-  const std::vector<Plot*> visible = Visible();
-  for (std::size_t i = 0; i < visible.size(); ++i) {
-    visible[i]->Line = i < visible.size() / 2 ? LineStyle::Solid : LineStyle::Dashed;
+  int next = 0;
+  for (Plot* plot : Visible()) {
+    plot->Line = HalvedLine(next++, VisiblePlots());
   }
 }
 
 void Graph::AlternateLines() {
   int next = 0;
   for (Plot* plot : Visible()) {
-    plot->Line = static_cast<LineStyle>(static_cast<int>(LineStyle::Solid) + next++ % 5);
+    plot->Line = AlternateLine(next++);
   }
 }
 
 void Graph::AlternatePoints() {
   int next = 0;
   for (Plot* plot : Visible()) {
-    plot->Point = static_cast<PointStyle>(static_cast<int>(PointStyle::Dot) + next++ % 9);
+    plot->Point = AlternatePoint(next++);
   }
+}
+
+LineStyle Graph::HalvedLine(int k, int plots) {
+  return k < plots / 2 ? LineStyle::Solid : LineStyle::Dashed;
+}
+
+LineStyle Graph::AlternateLine(int k) {
+  return static_cast<LineStyle>(static_cast<int>(LineStyle::Solid) + k % 5);
+}
+
+PointStyle Graph::AlternatePoint(int k) {
+  return static_cast<PointStyle>(static_cast<int>(PointStyle::Dot) + k % 9);
 }
 
 }  // namespace velmora

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/trial.hpp"
@@ -57,6 +58,9 @@ struct GraphCursor {
   bool NameVisible = false;
 };
 
+/// What names an axis or a trace: "Force (N)"; without units the label stands alone.
+std::string LabelWithUnits(std::string_view label, std::string_view units);
+
 class Graph {
  public:
   std::vector<Plot> Plots;  // channel c is plot c - 1
@@ -74,6 +78,21 @@ class Graph {
   /// change until they are plotted again.
   void PlotXY(const Trial& trial);
 
+  /// The selected channels are visible, all in the colours that the trial has for them.
+  void Show(const ChannelFlags& selected);
+  /// On black a visible plot of colour 0, which is black, turns white.
+  void SetBackground(Colour colour);
+
+  /// The times between which a range of the abscissa lies.
+  struct Ends {
+    double first;
+    double last;
+  };
+  [[nodiscard]] Ends TrialEnds() const;
+  /// The ranges that a person chose with the mouse. The abscissa keeps to the trial, and no range gets
+  /// so narrow that the numbers give out; one that cannot be shown changes nothing. Returns whether the
+  /// abscissa has another range now.
+  bool ShowRange(double left, double right, double bottom, double top);
   /// From the first to the last of row 0. Where row 0 ends with the trial, in the Duration itself: the
   /// 32 bits of the time column hold it only nearly.
   void AutoScaleAbscissa();
@@ -82,6 +101,8 @@ class Graph {
   void AutoScaleOrdinate();
 
   [[nodiscard]] int VisiblePlots() const;
+  /// nullptr when none is visible.
+  [[nodiscard]] const Plot* FirstVisible() const;
   [[nodiscard]] const EnvelopePyramid& Envelope() const { return envelope_; }
   [[nodiscard]] const SampleTimes& Times() const { return times_; }
   /// What is plotted; nullptr before PlotXY.
@@ -96,6 +117,10 @@ class Graph {
   /// Plot by plot the next style, from solid on and from dots on.
   void AlternateLines();
   void AlternatePoints();
+  /// What these give the k-th, from 0, of the visible plots.
+  [[nodiscard]] static LineStyle HalvedLine(int k, int plots);
+  [[nodiscard]] static LineStyle AlternateLine(int k);
+  [[nodiscard]] static PointStyle AlternatePoint(int k);
 
   /// Background, axes and styles of plots as text, and back. Reading throws std::invalid_argument and
   /// changes nothing when the text is not such a style; plots it does not tell of stay.

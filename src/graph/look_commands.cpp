@@ -57,9 +57,9 @@ void SetDefaults(Workbench& workbench) {
   OpenSingleView(workbench).SetDefaultLooks();
 }
 
-template <Colour colour>
+template <std::size_t k>
 void SetBackground(Workbench& workbench) {
-  OpenSingleView(workbench).SetBackground(colour);
+  OpenSingleView(workbench).SetBackground(kBackgrounds[k].colour);
 }
 
 template <LineStyle style>
@@ -89,6 +89,11 @@ constexpr std::string_view kOrdinate = "&Single-axis graph/&Ordinate";
 constexpr std::string_view kLine = "&Single-axis graph/&Line";
 constexpr std::string_view kPoint = "&Single-axis graph/&Point";
 
+template <std::size_t k>
+constexpr Command BackgroundCommand() {
+  return {kBackgrounds[k].id, kBackgrounds[k].caption, kBack, Needs::View, SetBackground<k>};
+}
+
 constexpr std::array kLookCommands = {
     Command{"grid.none", "&No grid lines", kGrid, Needs::View, SetGrid<false, false>},
     Command{"grid.both", "&Both X && Y grids", kGrid, Needs::View, SetGrid<true, true>},
@@ -107,11 +112,11 @@ constexpr std::array kLookCommands = {
             ToggleCaption<&Graph::Ordinate>},
     Command{"grid.sidebar", "Add/remove &Sidebar", kGrid, Needs::View, Toggle<&Graph::SidebarVisible>},
     Command{"grid.default", "&Default", kGrid, Needs::View, SetDefaults},
-    Command{"background.black", "&Black", kBack, Needs::View, SetBackground<kBlack>},
-    Command{"background.white", "&White", kBack, Needs::View, SetBackground<kWhite>},
-    Command{"background.green", "&Green", kBack, Needs::View, SetBackground<kDarkGreen>},
-    Command{"background.grey", "G&rey", kBack, Needs::View, SetBackground<kDarkGrey>},
-    Command{"background.blue", "B&lue", kBack, Needs::View, SetBackground<kDarkBlue>},
+    BackgroundCommand<0>(),
+    BackgroundCommand<1>(),
+    BackgroundCommand<2>(),
+    BackgroundCommand<3>(),
+    BackgroundCommand<4>(),
     Command{"abscissa.linear", "&Linear", kAbscissa, Needs::View, SetLog<&Graph::Abscissa, false>},
     Command{"abscissa.log", "Lo&g", kAbscissa, Needs::View, SetLog<&Graph::Abscissa, true>},
     Command{"ordinate.linear", "&Linear", kOrdinate, Needs::View, SetLog<&Graph::Ordinate, false>},

@@ -9,17 +9,6 @@
 #include "graph/view_window.hpp"
 
 namespace velmora {
-namespace {
-
-// "Force (N)"; without units the label stands alone.
-std::string Caption(std::string_view labelText, std::string_view unitsText) {
-  const std::string label = Trim(labelText);
-  const std::string units = Trim(unitsText);
-  return units.empty() ? label : label + " (" + units + ")";
-}
-
-}  // namespace
-
 SingleView::SingleView(Workbench& workbench) : workbench_(workbench) {
   maximised_ = workbench.graph.GraphWindowMaximized;
   Load();
@@ -113,32 +102,24 @@ void SingleView::SetDefaultLooks() {
 }
 
 void SingleView::ShowChannels() {
-  const Trial& trial = workbench_.trial;
-  for (Plot& plot : graph_.Plots) {
-    const auto c = static_cast<std::size_t>(plot.Channel);
-    plot.Visible = workbench_.chooser.ChanSelected[c];
-    plot.ColourIndex = std::clamp<int>(trial.ChanColour[c], 0, kColours);
-    plot.LineColor = ColourTable[static_cast<std::size_t>(plot.ColourIndex)];
-  }
-  SetBackground(graph_.Background);
+  graph_.Show(workbench_.chooser.ChanSelected);
+  KeepColours();
 }
 
 void SingleView::CaptionAbscissa() {
   graph_.Abscissa.Clock = workbench_.timeBase == TimeBase::HhMmSs;
-  graph_.Abscissa.Caption = Caption(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
+  graph_.Abscissa.Caption = LabelWithUnits(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
 }
 
 void SingleView::CaptionOrdinate(bool onlyOfOne) {
-  const auto first =
-      std::find_if(graph_.Plots.begin(), graph_.Plots.end(), [](const Plot& plot) { return plot.Visible; });
-  const bool named = first != graph_.Plots.end() && !(onlyOfOne && graph_.VisiblePlots() > 1);
-  if (!named) {
+  const Plot* first = graph_.FirstVisible();
+  if (first == nullptr || (onlyOfOne && graph_.VisiblePlots() > 1)) {
     graph_.Ordinate.Caption.clear();
     return;
   }
   const Trial& trial = workbench_.trial;
-  const auto c = static_cast<std::size_t>(first->Channel);
-  graph_.Ordinate.Caption = Caption(trial.ChanLabel[c].Text(), trial.ChanUnits[c].Text());
+  graph_.Ordinate.Caption =
+      LabelWithUnits(trial.ChanLabel[first->Channel].Text(), trial.ChanUnits[first->Channel].Text());
 }
 
 void SingleView::ShowWindow() {
@@ -192,19 +173,17 @@ void SingleView::SetScale(Scale scale) {
   }
 }
 
-// Yellow is lost on white and black on black.
 void SingleView::SetBackground(Colour colour) {
-  graph_.Background = colour;
-  graph_.Abscissa.GridColor = kGridGrey;
-  graph_.Ordinate.GridColor = kGridGrey;
-  if (!graph_.Cursors.empty()) {
-    graph_.Cursors.front().Color = colour == kWhite ? kBlue : kYellow;
-  }
-  for (Plot& plot : graph_.Plots) {
-    if (colour == kBlack && plot.Visible && plot.ColourIndex == 0) {
-      plot.ColourIndex = kColours;
-      plot.LineColor = ColourTable[kColours];
-      workbench_.trial.ChanColour[plot.Channel] = kColours;
+  graph_.SetBackground(colour);
+  KeepColours();
+}
+
+// A channel that turned white is that everywhere.
+void SingleView::KeepColours() {
+  for (const Plot& plot : graph_.Plots) {
+    std::int16_t& colour = workbench_.trial.ChanColour[plot.Channel];
+    if (plot.Visible && plot.ColourIndex == kColours) {
+      colour = kColours;
     }
   }
 }

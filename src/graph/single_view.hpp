@@ -103,9 +103,7 @@ class SingleView : public OpenView {
 
   // The view window.
   void ToggleWindow();
-  /// The ranges that a person chose with the mouse. The abscissa keeps to the trial, and no range gets
-  /// so narrow that the numbers give out; one that cannot be shown changes nothing. Until all is shown
-  /// again pans step by what the abscissa shows.
+  /// As Graph::ShowRange. Until all is shown again pans step by what the abscissa shows.
   void ShowRange(double left, double right, double bottom, double top);
   void PanForward(bool toEnd);
   void PanBack(bool toStart);
@@ -117,6 +115,7 @@ class SingleView : public OpenView {
   void DoClick(const GraphClick& click) override;
   void SetCursors(const std::vector<double>& positions);
   void NameCursors();
+  void KeepColours();
   void LeftCursorToStart();
   void RightCursorToEnd();
   void CursorsToEnds();
@@ -126,12 +125,7 @@ class SingleView : public OpenView {
   bool PressFunctionKey(const std::string& name);
   bool PressNavigationKey(const KeyPress& key);
   bool PressCharacterKey(const std::string& name);
-  void MaximiseBy(WindowRequest request);
-  struct Ends {
-    double first;
-    double last;
-  };
-  [[nodiscard]] Ends TrialEnds() const;
+  bool PressWindowKey(const std::string& name);
   [[nodiscard]] double PanWindow() const;
 
   Workbench& workbench_;

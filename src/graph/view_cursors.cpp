@@ -81,7 +81,7 @@ void SingleView::DoMove(int cursor, double x) {
   if (!std::isfinite(x)) {
     throw std::invalid_argument("a cursor cannot be moved there");
   }
-  const Ends ends = TrialEnds();
+  const Graph::Ends ends = graph_.TrialEnds();
   graph_.Cursors[static_cast<std::size_t>(cursor - 1)].XPosition = std::clamp(x, ends.first, ends.last);
   TakeRange();
 }

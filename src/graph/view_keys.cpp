@@ -1,3 +1,5 @@
+#include "graph/view_keys.hpp"
+
 #include "core/text.hpp"
 #include "graph/single_view.hpp"
 #include "graph/view_saves.hpp"
@@ -21,14 +23,17 @@ bool IsOneOf(const std::string& name, std::string_view letters) {
 
 }  // namespace
 
+void ShowKeys(Workbench& workbench, const char* list) {
+  workbench.questions.AskBox({.title = "Keyboard Functions", .text = list, .icon = Icon::Information});
+}
+
 void ShowKeyboardHelp(Workbench& workbench) {
-  workbench.questions.AskBox(
-      {.title = "Keyboard Functions", .text = kKeyboardList, .icon = Icon::Information});
+  ShowKeys(workbench, kKeyboardList);
 }
 
 bool SingleView::DoKey(const KeyPress& key) {
   const std::string name = ToUpper(key.name);
-  return PressNavigationKey(key) || PressFunctionKey(name) || PressCharacterKey(name);
+  return PressNavigationKey(key) || PressWindowKey(name) || PressFunctionKey(name) || PressCharacterKey(name);
 }
 
 bool SingleView::PressNavigationKey(const KeyPress& key) {
@@ -51,26 +56,48 @@ bool SingleView::PressNavigationKey(const KeyPress& key) {
   return true;
 }
 
-void SingleView::MaximiseBy(WindowRequest request) {
-  maximised_ = request == WindowRequest::Maximise;
-  Request(request);
+std::optional<WindowRequest> WindowRequestOf(std::string_view key) {
+  if (key == "F3") {
+    return WindowRequest::Maximise;
+  }
+  if (key == "F4") {
+    return WindowRequest::Normal;
+  }
+  if (key == "F6") {
+    return WindowRequest::FullWidth;
+  }
+  if (key == "F7") {
+    return WindowRequest::FullHeight;
+  }
+  if (key == "C") {
+    return WindowRequest::Calculator;
+  }
+  return std::nullopt;
+}
+
+bool AsksForHelp(std::string_view key) {
+  return key == "F1" || key == "?" || key == "/" || key == "QUESTION" || key == "SLASH";
+}
+
+bool SingleView::PressWindowKey(const std::string& name) {
+  const std::optional<WindowRequest> request = WindowRequestOf(name);
+  if (!request) {
+    return false;
+  }
+  if (*request != WindowRequest::Calculator) {
+    maximised_ = *request == WindowRequest::Maximise;
+  }
+  Request(*request);
+  return true;
 }
 
 bool SingleView::PressFunctionKey(const std::string& name) {
-  if (name == "F1") {
+  if (AsksForHelp(name)) {
     ShowKeyboardHelp(workbench_);
   } else if (name == "F2") {
     Reset();
-  } else if (name == "F3") {
-    MaximiseBy(WindowRequest::Maximise);
-  } else if (name == "F4") {
-    MaximiseBy(WindowRequest::Normal);
   } else if (name == "F5") {
     SaveRange(workbench_, *this);
-  } else if (name == "F6") {
-    MaximiseBy(WindowRequest::FullWidth);
-  } else if (name == "F7") {
-    MaximiseBy(WindowRequest::FullHeight);
   } else if (name == "F10") {
     SaveCursors(workbench_, *this);
   } else {
@@ -88,24 +115,22 @@ bool SingleView::PressCharacterKey(const std::string& name) {
     TwoCursors();
   } else if (name == "5") {
     ToggleValues();
-  } else if (name == "C") {
-    Request(WindowRequest::Calculator);
   } else if (IsOneOf(name, "DEIM")) {
     RefuseStatistics();
   } else if (name == "Z" || (name == "F" && windowMode_) || (name == "W" && !windowMode_)) {
     ToggleWindow();
   } else if (name == "L") {
-    const bool shown = !graph_.Plots.empty() && graph_.Plots.front().Line != LineStyle::None;
+    const Plot* first = graph_.FirstVisible();
+    const bool shown = first != nullptr && first->Line != LineStyle::None;
     graph_.SetLine(shown ? LineStyle::None : LineStyle::Solid);
   } else if (name == "P") {
-    const bool shown = !graph_.Plots.empty() && graph_.Plots.front().Point != PointStyle::None;
+    const Plot* first = graph_.FirstVisible();
+    const bool shown = first != nullptr && first->Point != PointStyle::None;
     graph_.SetPoint(shown ? PointStyle::None : PointStyle::Dot);
   } else if (name == "N") {
     ToggleNumbers();
   } else if (name == "R") {
     Reset();
-  } else if (name == "?" || name == "/" || name == "QUESTION" || name == "SLASH") {
-    ShowKeyboardHelp(workbench_);
   } else {
     return name == "F" || name == "W";  // these do nothing when there is nothing to leave or to enter
   }

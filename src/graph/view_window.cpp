@@ -1,7 +1,6 @@
 #include "graph/view_window.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 #include "graph/single_view.hpp"
 
@@ -50,46 +49,12 @@ void SingleView::ToggleWindow() {
   }
 }
 
-SingleView::Ends SingleView::TrialEnds() const {
-  const Trial& trial = workbench_.trial;
-  return {std::min(0.0, static_cast<double>(trial.Data(1, 0))),
-          std::max(trial.Duration, static_cast<double>(trial.Data(trial.NData, 0)))};
-}
-
 double SingleView::PanWindow() const {
   return zoomed_ ? graph_.Abscissa.Maximum - graph_.Abscissa.Minimum : workbench_.graph.ViewDuration;
 }
 
-namespace {
-
-// Wide enough for numbers of which 32 bits (samples) or 64 bits (times) are kept.
-bool CanShow(const Axis& axis, double low, double high, double narrowest) {
-  const double most = std::max(std::abs(low), std::abs(high));
-  return std::isfinite(high - low) && high - low > narrowest * most && (!axis.Log || low > 0);
-}
-
-}  // namespace
-
 void SingleView::ShowRange(double left, double right, double bottom, double top) {
-  constexpr double kNarrowestTime = 1e-9;
-  constexpr double kNarrowestValue = 1e-6;
-  Axis& across = graph_.Abscissa;
-  const bool moves = left != across.Minimum || right != across.Maximum;
-  if (moves && CanShow(across, left, right, kNarrowestTime)) {
-    const Ends ends = TrialEnds();
-    const double first = std::min(ends.first, across.Minimum);
-    const double last = std::max(ends.last, across.Maximum);
-    if (!across.Log) {  // whose zero is never in reach
-      const double width = std::min(right - left, last - first);
-      left = std::clamp(left, first, last - width);
-      right = left + width;
-    }
-    across.SetMinMax(left, right);
-    zoomed_ = true;
-  }
-  if (CanShow(graph_.Ordinate, bottom, top, kNarrowestValue)) {
-    graph_.Ordinate.SetMinMax(bottom, top);
-  }
+  zoomed_ = graph_.ShowRange(left, right, bottom, top) || zoomed_;
 }
 
 // The step is the whole window; at an end the last full window stays on the screen.

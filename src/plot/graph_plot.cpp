@@ -42,6 +42,16 @@ Colour GraphPlot::Background() const {
   return paper_.value_or(graph_ == nullptr ? kBlack : graph_->Background);
 }
 
+std::optional<PictureOrder> GraphPlot::Picture() const {
+  if (graph_ == nullptr) {
+    return std::nullopt;
+  }
+  return PictureOrder{.graph = *graph_,
+                      .title = title_.toStdString(),
+                      .width = std::max(width(), PictureOrder::kSmallest),
+                      .height = std::max(height(), PictureOrder::kSmallest)};
+}
+
 void GraphPlot::Arrange() {
   const Colour background = Background();
   setBackground(QBrush(ToQColor(background)));

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "graph/graph.hpp"
+#include "graph/picture.hpp"
 
 namespace velmora {
 
@@ -32,6 +33,8 @@ class GraphPlot : public QCustomPlot {
   void Arrange();
 
   [[nodiscard]] Colour Background() const;
+  /// What is shown, as a picture of the same size; nothing without a graph.
+  [[nodiscard]] std::optional<PictureOrder> Picture() const;
 
  protected:
   [[nodiscard]] const Graph* Shown() const { return graph_; }

@@ -92,6 +92,11 @@ ChannelTableView::ChannelTableView(const Workbench& workbench, const ChannelTrac
   setHorizontalScrollMode(ScrollPerPixel);
   verticalHeader()->hide();
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
+  connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
+    if (!index.flags().testAnyFlags(Qt::ItemIsEditable | Qt::ItemIsUserCheckable)) {
+      Q_EMIT Opened(ChannelTableModel::ChannelOf(index));
+    }
+  });
   QHeaderView* head = horizontalHeader();
   head->setHighlightSections(false);
   head->setMinimumSectionSize(24);
@@ -143,6 +148,10 @@ void ChannelTableView::keyPressEvent(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
     ToggleChecks();
   } else {
+    const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enters && state() != EditingState && CurrentChannel() > 0) {
+      Q_EMIT Opened(CurrentChannel());
+    }
     QTableView::keyPressEvent(event);
   }
 }

@@ -23,6 +23,10 @@ class ChannelTableView : public QTableView {
   /// 0 when there is none.
   [[nodiscard]] int CurrentChannel() const;
 
+ Q_SIGNALS:
+  /// Enter was pressed on a channel, or what is only shown of it was double-clicked.
+  void Opened(int channel);
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
 

@@ -74,6 +74,7 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   history_.Attach(workbench_);
   history_.SetOnDone([this](const Action& action) { Heard(action); });
   workbench_.onShellRequest = [this](ShellRequest request) { Obey(request); };
+  workbench_.onShowChannel = [this](int channel) { channelWindows_.Open(channel); };
   ReadStartSettings(workbench_, store_);
   TakeCommandLine(workbench_, items);
   if (!items.empty() && FirstAction(workbench_) == StartAction::LoadFile) {
@@ -185,6 +186,8 @@ void MainWindow::ConnectTrial() {
   connect(trial_, &TrialPanel::UnitsTyped, this,
           [this](int channel, const QString& typed) { EditName("edit.units", channel, typed); });
   connect(trial_, &TrialPanel::ChannelMenu, this, &MainWindow::ShowChannelMenu);
+  connect(trial_, &TrialPanel::ChannelWanted, this,
+          [this](int channel) { ShowChannel(workbench_, channel); });
 }
 
 void MainWindow::ConnectHistory() {
@@ -297,6 +300,8 @@ void MainWindow::ShowChannelMenu(int channel, const QPoint& at) {
               [this, command] { RunCommand(*command); });
     }
   };
+  connect(menu.addAction(tr("&Graph this channel")), &QAction::triggered, this,
+          [this, channel] { ShowChannel(workbench_, channel); });
   for (const char* id : {"graph.single", "analysis.scaling", "analysis.low-pass", "analysis.high-pass"}) {
     add(&menu, id);
   }
@@ -382,6 +387,7 @@ void MainWindow::Refresh() {
   const bool loaded = workbench_.trial.NData > 0;
   if (traceStale_) {
     traces_.Take(workbench_.trial);
+    channelWindows_.Refresh();
     traceStale_ = false;
   }
   if (loaded) {
@@ -445,6 +451,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   CloseView(workbench_);
   CloseGraph();
+  channelWindows_.CloseAll();
   settings_.SavePlace(saveGeometry(), saveState());
   WriteExitSettings(workbench_, store_);
   std::error_code error;

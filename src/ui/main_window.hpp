@@ -12,6 +12,7 @@
 #include "core/workbench.hpp"
 #include "run/history.hpp"
 #include "ui/channel_traces.hpp"
+#include "ui/graph/channel_windows.hpp"
 #include "ui/menus.hpp"
 #include "ui/qt_questions.hpp"
 #include "ui/window_settings.hpp"
@@ -96,6 +97,7 @@ class MainWindow : public QMainWindow {
   QtQuestions person_{this};
   History history_{person_};
   Workbench workbench_{history_.Recording()};
+  ChannelWindows channelWindows_{workbench_, this};
   std::unique_ptr<Menus> menus_;
   QString loadedFile_;
   QString selectedText_;

@@ -106,10 +106,13 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
       Q_EMIT ChannelMenu(ChannelTableModel::ChannelOf(index), table_->viewport()->mapToGlobal(at));
     }
   });
+  connect(table_, &ChannelTableView::Opened, this, &TrialPanel::ChannelWanted);
   layout->addWidget(table_, 1);
 }
 
 std::vector<ChannelColumn> TrialPanel::Columns() {
+  ChannelColumn trace = TraceColumn();
+  trace.tip = tr("A double click shows the channel in a window of its own");
   ChannelColumn label = LabelColumn(workbench_);
   label.edit = [this](int channel, const QString& typed) { Q_EMIT LabelTyped(channel, typed); };
   ChannelColumn units = UnitsColumn(workbench_);
@@ -128,7 +131,7 @@ std::vector<ChannelColumn> TrialPanel::Columns() {
       number(tr("Minimum"), [](const ChannelTraces& traces, int c) { return double{traces.Whole(c).min}; }),
       number(tr("Maximum"), [](const ChannelTraces& traces, int c) { return double{traces.Whole(c).max}; }),
       number(tr("Mean"), [](const ChannelTraces& traces, int c) { return traces.Mean(c); }),
-      TraceColumn()};
+      trace};
 }
 
 void TrialPanel::Refresh(const QString& file) {

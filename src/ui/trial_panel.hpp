@@ -26,6 +26,7 @@ class TrialPanel : public QWidget {
   void LabelTyped(int channel, const QString& typed);
   void UnitsTyped(int channel, const QString& typed);
   void ChannelMenu(int channel, const QPoint& at);
+  void ChannelWanted(int channel);  // to look at
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

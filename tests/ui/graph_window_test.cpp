@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
@@ -15,6 +16,7 @@
 #include "plot/graph_widget.hpp"
 #include "support/command_test.hpp"
 #include "support/temporary_directory.hpp"
+#include "ui/plot_mouse.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -71,6 +73,14 @@ struct GraphWindowTest : test::CommandTest {
     QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton);
     QApplication::processEvents();
   }
+  /// The answer to the question which channels are shown.
+  void ShowOnly(int channel) {
+    questions.pickAnswers.emplace_back([channel](ChannelPicker& picker) {
+      picker.None();
+      picker.Select(channel, true);
+      return std::string("OK");
+    });
+  }
   void Choose(const char* entry) {
     auto* action = window->findChild<QAction*>(entry);
     ASSERT_NE(action, nullptr) << entry;
@@ -81,20 +91,8 @@ struct GraphWindowTest : test::CommandTest {
   [[nodiscard]] bool Marked(const char* entry) const {
     return window->findChild<QAction*>(entry)->isChecked();
   }
-  QPoint Place(double x, double part) {
-    return {static_cast<int>(std::lround(Plot().xAxis->coordToPixel(x))),
-            Plot().axisRect()->top() + static_cast<int>(part * Plot().axisRect()->height())};
-  }
-  void Drag(QPoint from, QPoint to) {
-    QTest::mousePress(&Plot(), Qt::LeftButton, {}, from);
-    for (const double part : {0.5, 1.0}) {
-      const QPointF at = QPointF(from) + part * QPointF(to - from);
-      QMouseEvent move(QEvent::MouseMove, at, Plot().mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
-      QApplication::sendEvent(&Plot(), &move);
-    }
-    QTest::mouseRelease(&Plot(), Qt::LeftButton, {}, to);
-    QApplication::processEvents();
-  }
+  QPoint Place(double x, double part) { return test::PlaceIn(Plot(), x, part); }
+  void Drag(QPoint from, QPoint to) { test::DragIn(Plot(), from, to); }
   [[nodiscard]] std::string Text(const char* label) const {
     return window->findChild<QLabel*>(label)->text().toStdString();
   }
@@ -172,13 +170,13 @@ TEST_F(GraphWindowTest, MouseModesAndKeysMoveTheView) {
   Drag(Place(0.5, 0.25), Place(1.5, 0.75));
   EXPECT_NEAR(View().Drawing().Abscissa.Minimum, 0.5, 0.01);
   EXPECT_NEAR(View().Drawing().Abscissa.Maximum, 1.5, 0.01);
+  EXPECT_NEAR(std::stod(Text("place")), 1.5, 0.01);  // the pointer's last place in what was shown then
   Shot("graph-zoomed");
   Key(Qt::Key_Escape);
   EXPECT_EQ(View().Drawing().Track, TrackMode::None);
   EXPECT_TRUE(window->findChild<QPushButton*>("optNone")->isChecked());
   QTest::mouseDClick(&Plot(), Qt::LeftButton, {}, middle);
   EXPECT_EQ(View().Drawing().Abscissa.Maximum, 4.0);
-
   Key(Qt::Key_1);
   Key(Qt::Key_Right);
   const double pixel = 4.0 / Plot().axisRect()->width();
@@ -199,6 +197,115 @@ TEST_F(GraphWindowTest, MouseModesAndKeysMoveTheView) {
   EXPECT_FALSE(window->findChild<QTreeWidget*>("sidebar")->isVisible());
   Choose("grid.sidebar");
   Key(Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);  // not the graph's
+}
+
+TEST_F(GraphWindowTest, MenusMarkWhatIsSo) {
+  const auto marks = [this](const char* menu) {
+    std::string marked;
+    for (const QAction* action : window->findChildren<QAction*>()) {
+      if (action->isChecked() && action->objectName().startsWith(menu)) {
+        marked += (marked.empty() ? "" : " ") + action->objectName().toStdString();
+      }
+    }
+    return marked;
+  };
+  EXPECT_EQ(marks("line."), "line.solid line.thin");
+  EXPECT_EQ(marks("point."), "point.none");
+  EXPECT_EQ(marks("grid."),
+            "grid.both grid.x-y-numerals grid.title grid.abscissa-label grid.ordinate-label grid.sidebar");
+
+  // Of keys.
+  Key(Qt::Key_L);
+  Key(Qt::Key_P);
+  EXPECT_EQ(marks("line."), "line.none line.thin");
+  EXPECT_EQ(marks("point."), "point.dot");
+  Key(Qt::Key_L);
+  EXPECT_EQ(marks("line."), "line.solid line.thin");
+  Key(Qt::Key_R);
+  EXPECT_EQ(marks("point."), "point.none");
+
+  // Of menus, some opened by their letters.
+  Key(Qt::Key_L, Qt::AltModifier);
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_D);
+  QApplication::processEvents();
+  EXPECT_EQ(marks("line."), "line.dotted line.thin");
+  Choose("line.half");
+  Choose("line.thick");
+  EXPECT_EQ(marks("line."), "line.half line.thick");
+  Choose("line.alternate");
+  EXPECT_EQ(marks("line."), "line.alternate line.thick");
+  Choose("point.alternate");
+  EXPECT_EQ(marks("point."), "point.alternate");
+  Choose("grid.zero-no-labels");
+  EXPECT_EQ(marks("grid.z"), "grid.zero grid.zero-no-labels");
+  Choose("grid.y");
+  Choose("grid.x-numerals");
+  Choose("grid.title");
+  EXPECT_EQ(marks("grid."), "grid.y grid.x-numerals grid.abscissa-label grid.ordinate-label grid.sidebar");
+  Choose("grid.y");  // once more changes nothing
+  EXPECT_TRUE(Marked("grid.y"));
+
+  // Of buttons: with a single channel alternating styles are none.
+  ShowOnly(2);
+  Press("cmdSelect");
+  EXPECT_EQ(View().Drawing().VisiblePlots(), 1);
+  EXPECT_EQ(marks("line."), "line.dotted line.thick");
+  Press("cmdPoints");
+  Press("cmdPoints");
+  EXPECT_EQ(marks("line."), "line.solid line.thick");
+  EXPECT_EQ(marks("point."), "point.dot");
+  Key(Qt::Key_L);
+  Key(Qt::Key_L);
+  EXPECT_EQ(marks("line."), "line.solid line.thick");
+}
+
+// One letter with Alt: a menu or a button. A button without its letter has a key, told by its tip.
+TEST_F(GraphWindowTest, EveryMenuAndButtonHasAKeyOfItsOwn) {
+  const auto clashes = [this] {
+    std::map<QString, QStringList> owners;
+    for (const QAction* menu : window->menuBar()->actions()) {
+      owners[QKeySequence::mnemonic(menu->text()).toString()] << menu->text();
+    }
+    for (const auto* button : window->findChildren<QPushButton*>()) {
+      if (!button->shortcut().isEmpty()) {
+        owners[button->shortcut().toString()] << button->text();
+      } else if (button->isEnabled() && !button->toolTip().endsWith(')')) {
+        owners[button->text()] << "unreachable" << button->text();
+      }
+    }
+    QStringList found;
+    for (const auto& [key, names] : owners) {
+      if (names.size() > 1) {
+        found << names.join(", ");
+      }
+    }
+    return found.join("; ").toStdString();
+  };
+  EXPECT_EQ(clashes(), "");
+  Key(Qt::Key_2);
+  Key(Qt::Key_W, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return View().WindowMode(); }));
+  Key(Qt::Key_F9);
+  EXPECT_EQ(window->findChild<QPushButton*>("cmdPoints")->text(), "&Lines");
+  EXPECT_EQ(clashes(), "");
+  Key(Qt::Key_F, Qt::AltModifier);
+  EXPECT_TRUE(View().WindowMode());
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+  Key(Qt::Key_Escape);  // of the menu bar
+
+  Key(Qt::Key_8);
+  EXPECT_TRUE(Marked("zoom.area"));
+  Key(Qt::Key_9);
+  EXPECT_TRUE(Marked("zoom.pan"));
+  Key(Qt::Key_7);
+  EXPECT_TRUE(Marked("zoom.cursor"));
+  Key(Qt::Key_N, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Marked("zoom.disable"); }));
+  ShowOnly(1);
+  Key(Qt::Key_F8);
+  EXPECT_EQ(View().Drawing().VisiblePlots(), 1);
 }
 
 TEST_F(GraphWindowTest, PicturesAreSavedAsTheyAreShown) {

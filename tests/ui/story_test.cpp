@@ -34,12 +34,7 @@ class Story : public testing::Test {
 
   void SetUp() override {
     fs::create_directories(Path(""));
-    const std::vector<Answer> answers = {{.what = FileAnswer{{Path("walk.vmb")}}}};
-    RecipeQuestions questions;
-    Workbench maker(questions);
-    examples::MakeEmgBursts(maker.trial);
-    questions.BeginStep(answers, maker.trial);
-    RunCommand(maker, *FindCommand("save.vmb"));
+    WriteTrial("walk.vmb", kMaxChannels);
     fs::current_path(Path(""));
     Start();
   }
@@ -50,6 +45,16 @@ class Story : public testing::Test {
 
   [[nodiscard]] std::string Path(const std::string& name) const { return directory_.Path("data/" + name); }
 
+  /// The first channels of the example.
+  void WriteTrial(const char* name, int channels) const {
+    const std::vector<Answer> answers = {{.what = FileAnswer{{Path(name)}}}};
+    RecipeQuestions questions;
+    Workbench maker(questions);
+    examples::MakeEmgBursts(maker.trial);
+    maker.trial.CutChannels(std::min<int>(channels, maker.trial.NChan));
+    questions.BeginStep(answers, maker.trial);
+    RunCommand(maker, *FindCommand("save.vmb"));
+  }
   void Start() {
     window_ =
         std::make_unique<ui::MainWindow>(store_, std::vector<std::string>{";"}, examples::MakeEmgBursts);
@@ -193,6 +198,52 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
   person_.Work();
   EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
   EXPECT_EQ(store_.Get("Velmora2", "Startup", "Datadir", ""), fs::canonical(Path("")).string() + "/");
+}
+
+TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
+  window_->State().UserLevel = UserLevelKind::Expert;
+  DoubleClickFile("walk.vmb");
+  auto* channels = Find<ui::ChannelTableView>("channels");
+  const auto open = [] {
+    QStringList titles;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->isVisible() && window->objectName() == QStringLiteral("frmGraph1")) {
+        titles << window->windowTitle();
+      }
+    }
+    titles.sort();
+    return titles.join(QStringLiteral(", ")).toStdString();
+  };
+  const QModelIndex trace = channels->model()->index(0, channels->model()->columnCount() - 1);
+  Person::DoubleClickCell(channels, trace);
+  EXPECT_EQ(open(), "Channel Vastus lat (mV)");
+  window_->activateWindow();
+  QTest::keyClick(channels, Qt::Key_Down);
+  QTest::keyClick(channels, Qt::Key_Return);
+  EXPECT_EQ(open(), "Channel Biceps fem (mV), Channel Vastus lat (mV)");
+  QTimer::singleShot(200, [] {
+    QWidget* menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    QTest::keyClick(menu, Qt::Key_G);
+  });
+  QContextMenuEvent click(QContextMenuEvent::Mouse, channels->visualRect(trace).center(),
+                          channels->viewport()->mapToGlobal(channels->visualRect(trace).center()));
+  QApplication::sendEvent(channels->viewport(), &click);
+  EXPECT_EQ(open(), "Channel Biceps fem (mV), Channel Vastus lat (mV)");  // it was open
+
+  // To type a name opens none, and the window of the channel takes the name.
+  Person::TypeCell(channels, 1, 2, "Hamstrings");
+  person_.Work();
+  EXPECT_EQ(open(), "Channel Hamstrings (mV), Channel Vastus lat (mV)");
+
+  // Another trial, with one channel.
+  WriteTrial("short.vmb", 1);
+  Entry("Refresh")->trigger();
+  Shown().FileChanged = false;
+  DoubleClickFile("short.vmb");
+  EXPECT_EQ(open(), "Channel Vastus lat (mV)");
+  Entry("Close selected file")->trigger();
+  person_.Work();
 }
 
 TEST_F(Story, GoesBackToAnEarlierStep) {

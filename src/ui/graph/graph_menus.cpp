@@ -6,6 +6,7 @@
 #include <array>
 
 #include "app/command_table.hpp"
+#include "ui/graph/graph_marks.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -36,73 +37,6 @@ constexpr std::array kExtras = {
 
 constexpr std::array<std::string_view, 4> kStatistics = {"&Mean, min. && max.", "Me&dian stats.",
                                                          "&EMG stats.", "&Integration stats."};
-
-using Mark = bool (*)(const SingleView& view, const Workbench& workbench);
-
-template <Colour colour>
-bool HasBackground(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Drawing().Background == colour;
-}
-template <Scale scale>
-bool HasScale(const SingleView& /*view*/, const Workbench& workbench) {
-  return workbench.graph.GraphScaleChoice == static_cast<std::int32_t>(scale);
-}
-template <TrackMode mode>
-bool HasTrack(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Drawing().Track == mode;
-}
-template <Axis Graph::*axis, bool log>
-bool HasLog(const SingleView& view, const Workbench& /*workbench*/) {
-  return (view.Drawing().*axis).Log == log;
-}
-template <int count>
-bool HasCursors(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Cursors() == count;
-}
-template <bool Graph::*shown>
-bool Shows(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Drawing().*shown;
-}
-template <Axis Graph::*axis>
-bool ShowsCaption(const SingleView& view, const Workbench& /*workbench*/) {
-  return (view.Drawing().*axis).CaptionVisible;
-}
-
-// The backgrounds are told apart by the command itself; the dark ones have no name outside it.
-const std::map<std::string_view, Mark>& Marks() {
-  static const std::map<std::string_view, Mark> marks = {
-      {"background.black", HasBackground<kBlack>},
-      {"background.white", HasBackground<kWhite>},
-      {"background.green", HasBackground<kDarkGreen>},
-      {"background.grey", HasBackground<kDarkGrey>},
-      {"background.blue", HasBackground<kDarkBlue>},
-      {"scale.autoscale", HasScale<Scale::Auto>},
-      {"scale.10-v", HasScale<Scale::TenVolts>},
-      {"scale.0-to-100", HasScale<Scale::Percent>},
-      {"scale.100", HasScale<Scale::PlusMinusPercent>},
-      {"scale.include-zero", HasScale<Scale::IncludeZero>},
-      {"scale.maximum", HasScale<Scale::PlusMinusMaximum>},
-      {"zoom.pan", HasTrack<TrackMode::PanXAndY>},
-      {"zoom.area", HasTrack<TrackMode::ZoomArea>},
-      {"zoom.cursor", HasTrack<TrackMode::DragCursors>},
-      {"zoom.disable", HasTrack<TrackMode::None>},
-      {"abscissa.linear", HasLog<&Graph::Abscissa, false>},
-      {"abscissa.log", HasLog<&Graph::Abscissa, true>},
-      {"ordinate.linear", HasLog<&Graph::Ordinate, false>},
-      {"ordinate.log", HasLog<&Graph::Ordinate, true>},
-      {"cursor.none", HasCursors<0>},
-      {"cursor.one", HasCursors<1>},
-      {"cursor.two", HasCursors<2>},
-      {"cursor.values",
-       [](const SingleView& view, const Workbench& /*workbench*/) { return view.Values().has_value(); }},
-      {"cursor.horizontal",
-       [](const SingleView& view, const Workbench& /*workbench*/) { return view.HorizontalShown(); }},
-      {"grid.title", Shows<&Graph::TitleVisible>},
-      {"grid.sidebar", Shows<&Graph::SidebarVisible>},
-      {"grid.abscissa-label", ShowsCaption<&Graph::Abscissa>},
-      {"grid.ordinate-label", ShowsCaption<&Graph::Ordinate>}};
-  return marks;
-}
 
 void AddMissing(QMenu* menu, std::string_view caption) {
   QAction* action = menu->addAction(ToQt(caption));
@@ -150,7 +84,7 @@ void GraphMenus::Fill(QMenu* menu, std::string_view path) {
 void GraphMenus::Add(QMenu* menu, const Command& command) {
   QAction* action = menu->addAction(ToQt(command.caption));
   action->setObjectName(ToQt(command.id));
-  if (Marks().contains(command.id)) {
+  if (GraphMarks().contains(command.id)) {
     action->setCheckable(true);
     marked_.emplace_back(command.id, action);
   }
@@ -171,7 +105,7 @@ void GraphMenus::AddStatistics(QMenuBar* bar) {
 
 void GraphMenus::Update(const SingleView& view, const Workbench& workbench) {
   for (const auto& [id, action] : marked_) {
-    action->setChecked(Marks().at(id)(view, workbench));
+    action->setChecked(GraphMarks().at(id)(view, workbench));
   }
 }
 

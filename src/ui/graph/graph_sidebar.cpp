@@ -27,9 +27,7 @@ QIcon Swatch(const QColor& colour, double ratio) {
 }
 
 QString NameOf(const Trial& trial, int channel) {
-  const auto c = static_cast<std::size_t>(channel);
-  const std::string units = Trim(trial.ChanUnits[c].Text());
-  return ToQt(Trim(trial.ChanLabel[c].Text()) + (units.empty() ? "" : " (" + units + ")"));
+  return ToQt(LabelWithUnits(trial.ChanLabel[channel].Text(), trial.ChanUnits[channel].Text()));
 }
 
 }  // namespace

@@ -1,21 +1,20 @@
 #include "ui/graph/graph_window.hpp"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
-#include <QProcess>
 #include <QPushButton>
-#include <QScreen>
 #include <QSplitter>
-#include <QStandardPaths>
 
 #include "app/command_table.hpp"
 #include "core/helpers.hpp"
+#include "core/numbers.hpp"
 #include "plot/graph_widget.hpp"
 #include "ui/graph/cursor_values.hpp"
 #include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_sidebar.hpp"
+#include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/key_names.hpp"
+#include "ui/graph/window_requests.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -25,14 +24,16 @@ GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
       workbench_(workbench),
       run_(std::move(run)),
       plot_(new GraphWidget),
+      status_(new GraphStatusBar),
       sidebar_(new GraphSidebar),
-      values_(new CursorValuesPanel(this)) {
+      values_(new CursorValuesPanel(this)),
+      pictures_(workbench, this, *plot_) {
   setObjectName(QStringLiteral("frmGraph"));
   setAttribute(Qt::WA_DeleteOnClose);
   menus_ = std::make_unique<GraphMenus>(menuBar(), [this](const Command& command) { RunCommand(command); });
-  AddPictureEntries();
+  AddFileEntries();
   AddBar();
-  AddStatusBar();
+  setStatusBar(status_);
   plot_->SetLegend(false);  // the sidebar is one
   auto* splitter = new QSplitter;
   splitter->addWidget(plot_);
@@ -109,6 +110,10 @@ void GraphWindow::ConnectPlot() {
       plot_->Redraw();
     }
   });
+  connect(plot_, &GraphWidget::pointed, this, [this](double x, double y) {
+    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.TimePattern)),
+                       ToQt(FormatNumber(y, workbench_.ValuePattern)));
+  });
   connect(plot_, &GraphWidget::clicked, this, [this] {
     Act(GraphClick{1, Clicked::Once}, [this] { View()->Click(1); });
   });
@@ -160,7 +165,7 @@ void GraphWindow::Refresh() {
   }
   if (bound_ != view) {
     bound_ = view;
-    view->onRequest = [this](WindowRequest request) { Obey(request); };
+    view->onRequest = [this](WindowRequest request) { Obey(request, *this, workbench_); };
   }
   plot_->SetGraph(&view->Drawing());
   plot_->SetTitle(ToQt(view->TitleText()));
@@ -176,8 +181,8 @@ void GraphWindow::ShowState(const SingleView& view) {
   const Trial& trial = workbench_.trial;
   setWindowTitle(tr("Graph of %1[*]").arg(ToQt(trial.TrialName.empty() ? trial.FileName : trial.TrialName)));
   setWindowModified(trial.FileChanged);
-  windowButton_->setText(ToQt(view.WindowCaption()));
-  pointsButton_->setText(ToQt(view.PointsCaption()));
+  Caption(*windowButton_, ToQt(view.WindowCaption()));
+  Caption(*pointsButton_, ToQt(view.PointsCaption()));
   trial_->setText(ToQt(trial.TrialName));
   countCaption_->setText(view.Cursors() == 1 ? tr("Datum:") : tr("# data:"));
   intervalCaption_->setText(view.Cursors() == 1 ? tr("Time:") : tr("Interval:"));
@@ -185,10 +190,8 @@ void GraphWindow::ShowState(const SingleView& view) {
   interval_->setText(ToQt(view.IntervalText()));
   for (const auto& [mode, button] : modes_) {
     button->setChecked(view.Drawing().Track == mode);
-    if (button->isChecked()) {
-      mode_->setText(button->toolTip());
-    }
   }
+  status_->ShowMode(view.Drawing().Track);
 }
 
 void GraphWindow::keyPressEvent(QKeyEvent* event) {
@@ -197,7 +200,7 @@ void GraphWindow::keyPressEvent(QKeyEvent* event) {
     return;
   }
   const std::optional<KeyPress> key = GraphKey(*event);
-  if (!key || View() == nullptr || StepByArrow(*key)) {
+  if (!key || View() == nullptr || StepByArrow(*key) || PressBarKey(*key)) {
     return;
   }
   Act(*key, [&] {
@@ -242,45 +245,6 @@ bool GraphWindow::StepByArrow(const KeyPress& key) {
                                      sign * std::max(pixel, sample)};
   Act(move, [&] { view.MoveCursor(move.cursor, move.x); });
   return true;
-}
-
-void GraphWindow::Obey(WindowRequest request) {
-  const QRect room = screen()->availableGeometry();
-  switch (request) {
-    case WindowRequest::Beep:
-      QApplication::beep();
-      return;
-    case WindowRequest::Maximise:
-      showMaximized();
-      return;
-    case WindowRequest::Normal:
-      showNormal();
-      return;
-    case WindowRequest::FullWidth:
-      showNormal();
-      setGeometry(room.left(), y(), room.width(), height());
-      return;
-    case WindowRequest::FullHeight:
-      showNormal();
-      setGeometry(x(), room.top(), width(), room.height());
-      return;
-    case WindowRequest::Calculator:
-      StartCalculator();
-      return;
-  }
-}
-
-void GraphWindow::StartCalculator() {
-  for (const char* name :
-       {"gnome-calculator", "kcalc", "mate-calc", "galculator", "qalculate-gtk", "xcalc"}) {
-    const QString program = QStandardPaths::findExecutable(QString::fromLatin1(name));
-    if (!program.isEmpty() && QProcess::startDetached(program, {})) {
-      return;
-    }
-  }
-  ShowRefusal(workbench_, {.title = "Calculator",
-                           .text = "No calculator program was found on this computer.",
-                           .icon = Icon::Information});
 }
 
 void GraphWindow::changeEvent(QEvent* event) {

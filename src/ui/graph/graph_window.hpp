@@ -3,14 +3,16 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <functional>
+#include <map>
 #include <memory>
 
 #include "core/action_listener.hpp"
 #include "core/command.hpp"
 #include "core/workbench.hpp"
-#include "graph/picture.hpp"
 #include "graph/single_view.hpp"
+#include "ui/graph/graph_pictures.hpp"
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 
@@ -24,6 +26,7 @@ namespace velmora::ui {
 class CursorValuesPanel;
 class GraphMenus;
 class GraphSidebar;
+class GraphStatusBar;
 
 /// The window of the single-axis graph that is open in `workbench.view`.
 ///
@@ -76,22 +79,18 @@ class GraphWindow : public QMainWindow {
   bool StepByArrow(const KeyPress& key);
   void ShowState(const SingleView& view);
   void ShowCursors();
-  void Obey(WindowRequest request);
-  void StartCalculator();
 
   // graph_window_bars.cpp
   void AddBar();
-  QPushButton* AddButton(QLayout& bar, const char* name, const char* caption, const char* id);
+  struct BarButton;
+  QPushButton* AddButton(QLayout& bar, const BarButton& button);
+  void Caption(QPushButton& button, const QString& caption) const;
+  bool PressBarKey(const KeyPress& key);
   void AddModes(QLayout& bar);
-  void AddStatusBar();
-  void ShowPlace(double x, double y);
-  void AddPictureEntries();
+  void AddReadOuts(QHBoxLayout& bar);
+  void AddFileEntries();
   void ShowHint();
   void PlaceHint();
-  [[nodiscard]] PictureOrder Order(const SingleView& view) const;
-  void SavePicture();
-  void CopyPicture();
-  void Print();
 
   Workbench& workbench_;
   Run run_;
@@ -99,23 +98,23 @@ class GraphWindow : public QMainWindow {
   int dragged_ = 0;
   int active_ = 1;  // the cursor that arrows move
   bool closing_ = false;
-  bool whitePaper_ = true;
   std::unique_ptr<GraphMenus> menus_;
   // Children of the window.
   GraphWidget* plot_ = nullptr;
+  GraphStatusBar* status_ = nullptr;
   GraphSidebar* sidebar_ = nullptr;
   CursorValuesPanel* values_ = nullptr;
   QPushButton* windowButton_ = nullptr;
   QPushButton* pointsButton_ = nullptr;
+  std::map<std::string, QPushButton*> barKeys_;  // that the view itself has no use for
   std::vector<std::pair<TrackMode, QPushButton*>> modes_;
-  QLabel* mode_ = nullptr;   // what the mouse does
-  QLabel* place_ = nullptr;  // where it is
   QLabel* trial_ = nullptr;
   QLabel* countCaption_ = nullptr;
   QLabel* count_ = nullptr;
   QLabel* intervalCaption_ = nullptr;
   QLabel* interval_ = nullptr;
   QPointer<QLabel> hint_;  // gone after a while
+  GraphPictures pictures_;
 };
 
 }  // namespace velmora::ui

@@ -1,22 +1,15 @@
-// What lies around the plot: buttons, modes of the mouse, read-outs, and pictures of it.
-#include <QApplication>
-#include <QClipboard>
+// What lies around the plot: buttons, modes of the mouse, read-outs.
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
-#include <QPrintDialog>
-#include <QPrinter>
+#include <QMenuBar>
 #include <QPushButton>
-#include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 
-#include "core/files.hpp"
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
-#include "plot/draw_picture.hpp"
 #include "plot/graph_widget.hpp"
 #include "ui/graph/graph_menus.hpp"
+#include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/graph_window.hpp"
 #include "ui/text.hpp"
 
@@ -28,6 +21,16 @@ QFrame* Rule() {
   rule->setFrameShape(QFrame::VLine);
   rule->setFrameShadow(QFrame::Sunken);
   return rule;
+}
+
+// The style's own mark of a button that is on is lost on dark ground.
+void Accent(QPushButton& button, bool on) {
+  QPalette palette;
+  if (on) {
+    palette.setColor(QPalette::Button, palette.color(QPalette::Link));
+    palette.setColor(QPalette::ButtonText, palette.color(QPalette::HighlightedText));
+  }
+  button.setPalette(palette);
 }
 
 QLabel* Value(const char* name) {
@@ -43,20 +46,57 @@ QLabel* Value(const char* name) {
 
 }  // namespace
 
-QPushButton* GraphWindow::AddButton(QLayout& bar, const char* name, const char* caption, const char* id) {
-  auto* button = new QPushButton(QString::fromLatin1(caption));
-  button->setObjectName(QString::fromLatin1(name));
-  button->setFocusPolicy(Qt::NoFocus);  // the keys belong to the graph
+struct GraphWindow::BarButton {
+  const char* name;
+  const char* caption;
+  const char* id;  // nullptr: not there yet
+  QString hint;
+  const char* key = nullptr;     // the view's own that does the same
+  const char* ownKey = nullptr;  // that does nothing in the view
+};
+
+QPushButton* GraphWindow::AddButton(QLayout& bar, const BarButton& button) {
+  auto* push = new QPushButton;
+  push->setObjectName(QString::fromLatin1(button.name));
+  push->setFocusPolicy(Qt::NoFocus);  // the keys belong to the graph
+  Caption(*push, QString::fromLatin1(button.caption));
   constexpr int kRoom = 22;
-  button->setFixedWidth(button->fontMetrics().horizontalAdvance(QString(button->text()).remove('&')) + kRoom);
-  bar.addWidget(button);
-  if (id != nullptr) {
-    connect(button, &QPushButton::clicked, this, [this, id] { RunById(id); });
-  } else {
-    button->setEnabled(false);
-    button->setToolTip(tr("Not in this version yet"));
+  push->setFixedWidth(push->fontMetrics().horizontalAdvance(QString(push->text()).remove('&')) + kRoom);
+  const char* key = button.ownKey != nullptr ? button.ownKey : button.key;
+  push->setToolTip(key == nullptr ? button.hint : button.hint + QStringLiteral("  (%1)").arg(key));
+  bar.addWidget(push);
+  if (button.ownKey != nullptr) {
+    barKeys_.emplace(button.ownKey, push);
   }
-  return button;
+  if (button.id != nullptr) {
+    connect(push, &QPushButton::clicked, this, [this, id = button.id] { RunById(id); });
+  } else {
+    push->setEnabled(false);
+  }
+  return push;
+}
+
+// A letter that a menu answers to with Alt opens that menu: with two answers neither would come at the
+// first press. Such a button has a key of its own.
+void GraphWindow::Caption(QPushButton& button, const QString& caption) const {
+  button.setText(caption);
+  const QKeySequence alt = QKeySequence::mnemonic(caption);
+  const QList<QAction*> menus = menuBar()->actions();
+  const bool taken = std::any_of(menus.begin(), menus.end(), [&alt](const QAction* menu) {
+    return QKeySequence::mnemonic(menu->text()) == alt;
+  });
+  if (taken) {
+    button.setShortcut({});
+  }
+}
+
+bool GraphWindow::PressBarKey(const KeyPress& key) {
+  const auto button = barKeys_.find(key.name);
+  if (button == barKeys_.end()) {
+    return false;
+  }
+  button->second->click();
+  return true;
 }
 
 void GraphWindow::AddModes(QLayout& bar) {
@@ -65,19 +105,19 @@ void GraphWindow::AddModes(QLayout& bar) {
     const char* name;
     const char* caption;
     const char* id;
-    QString hint;
+    const char* key;  // the view's
+    const char* ownKey;
   };
-  const Mode modes[] = {
-      {TrackMode::None, "optNone", "&None", "zoom.disable", tr("Wheel zooms, middle button pans")},
-      {TrackMode::DragCursors, "optCursor", "&Cursor", "zoom.cursor",
-       tr("Drag a cursor; beside the cursors a drag pans")},
-      {TrackMode::ZoomArea, "optZoom", "&Zoom", "zoom.area", tr("Drag a rectangle to zoom into it")},
-      {TrackMode::PanXAndY, "optPan", "&Pan", "zoom.pan", tr("Drag the traces")}};
+  const Mode modes[] = {{TrackMode::None, "optNone", "&None", "zoom.disable", "Esc", nullptr},
+                        {TrackMode::DragCursors, "optCursor", "&Cursor", "zoom.cursor", nullptr, "7"},
+                        {TrackMode::ZoomArea, "optZoom", "&Zoom", "zoom.area", nullptr, "8"},
+                        {TrackMode::PanXAndY, "optPan", "&Pan", "zoom.pan", nullptr, "9"}};
   bar.addWidget(new QLabel(tr("Mouse:")));
   for (const Mode& mode : modes) {
-    QPushButton* button = AddButton(bar, mode.name, mode.caption, mode.id);
+    QPushButton* button =
+        AddButton(bar, {mode.name, mode.caption, mode.id, HintOf(mode.mode), mode.key, mode.ownKey});
     button->setCheckable(true);
-    button->setToolTip(mode.hint);
+    connect(button, &QPushButton::toggled, button, [button](bool on) { Accent(*button, on); });
     modes_.emplace_back(mode.mode, button);
   }
 }
@@ -87,27 +127,20 @@ void GraphWindow::AddBar() {
   auto* bar = new QHBoxLayout(strip);
   bar->setContentsMargins(6, 3, 10, 3);
   bar->setSpacing(4);
-  AddButton(*bar, "cmdExit", "E&xit", "view.exit");
-  AddButton(*bar, "cmdSave", "Sa&ve to .VMB", "view.save");
-  AddButton(*bar, "cmdStats", "&Stats", nullptr);
-  AddButton(*bar, "cmdSelect", "&Channels", "view.channels");
-  windowButton_ = AddButton(*bar, "cmdWindow", "&Window", "view.window");
-  pointsButton_ = AddButton(*bar, "cmdPoints", "&Points", "view.points");
-  AddButton(*bar, "cmdReplot", "&Reset", "view.reset");
+  AddButton(*bar, {"cmdExit", "E&xit", "view.exit", tr("Closes the graph")});
+  AddButton(*bar, {"cmdSave", "Sa&ve to .VMB", "view.save", tr("Saves what the cursors select"), "F5"});
+  AddButton(*bar, {"cmdStats", "&Stats", nullptr, tr("Not in this version yet")});
+  AddButton(*bar, {"cmdSelect", "&Channels", "view.channels", tr("Selects the channels that are shown"),
+                   nullptr, "F8"});
+  windowButton_ = AddButton(*bar, {"cmdWindow", "&Window", "view.window",
+                                   tr("Shows what lies between the cursors, or all of it again"), "W, F"});
+  pointsButton_ = AddButton(
+      *bar, {"cmdPoints", "&Points", "view.points", tr("Changes between lines and points"), nullptr, "F9"});
+  AddButton(*bar, {"cmdReplot", "&Reset", "view.reset", tr("Draws the trial as at first"), "R"});
   bar->addWidget(Rule());
   AddModes(*bar);
   bar->addStretch(1);
-  trial_ = Value("trial");
-  count_ = Value("count");
-  interval_ = Value("interval");
-  countCaption_ = new QLabel;
-  intervalCaption_ = new QLabel;
-  for (QLabel* label : {trial_, countCaption_, count_, intervalCaption_, interval_}) {
-    bar->addWidget(label);
-    if (label != countCaption_ && label != intervalCaption_) {
-      bar->addSpacing(8);
-    }
-  }
+  AddReadOuts(*bar);
   auto* tools = new QToolBar(tr("Graph"));
   tools->setObjectName(QStringLiteral("graphBar"));
   tools->setMovable(false);
@@ -116,106 +149,27 @@ void GraphWindow::AddBar() {
   addToolBar(tools);
 }
 
-void GraphWindow::AddStatusBar() {
-  mode_ = new QLabel;
-  place_ = new QLabel;
-  place_->setContentsMargins(0, 0, 8, 0);
-  statusBar()->addWidget(mode_, 1);
-  statusBar()->addPermanentWidget(place_);
-  statusBar()->setSizeGripEnabled(false);
+void GraphWindow::AddReadOuts(QHBoxLayout& bar) {
+  trial_ = Value("trial");
+  count_ = Value("count");
+  interval_ = Value("interval");
+  countCaption_ = new QLabel;
+  intervalCaption_ = new QLabel;
+  for (QLabel* label : {trial_, countCaption_, count_, intervalCaption_, interval_}) {
+    bar.addWidget(label);
+    if (label != countCaption_ && label != intervalCaption_) {
+      bar.addSpacing(8);
+    }
+  }
 }
 
-void GraphWindow::ShowPlace(double x, double y) {
-  place_->setText(tr("%1 : %2").arg(ToQt(FormatNumber(x, workbench_.ValuePattern)),
-                                    ToQt(FormatNumber(y, workbench_.ValuePattern))));
-}
-
-void GraphWindow::AddPictureEntries() {
+void GraphWindow::AddFileEntries() {
   QMenu* file = menus_->FileMenu();
   file->addSeparator();
-  const auto add = [this, file](const QString& caption, const QKeySequence& keys,
-                                void (GraphWindow::*run)()) {
-    QAction* action = file->addAction(caption, keys);
-    connect(action, &QAction::triggered, this, run);
-  };
-  add(tr("Save p&icture..."), Qt::CTRL | Qt::SHIFT | Qt::Key_S, &GraphWindow::SavePicture);
-  add(tr("C&opy picture"), QKeySequence::Copy, &GraphWindow::CopyPicture);
-  add(tr("&Print..."), QKeySequence::Print, &GraphWindow::Print);
-  QAction* paper = file->addAction(tr("Pictures on &white"));
-  paper->setCheckable(true);
-  paper->setChecked(whitePaper_);
-  connect(paper, &QAction::toggled, this, [this](bool on) { whitePaper_ = on; });
+  pictures_.AddEntries(file);
   file->addSeparator();
   QAction* exit = file->addAction(tr("E&xit"), QKeySequence::Close);
   connect(exit, &QAction::triggered, this, [this] { RunById("view.exit"); });
-}
-
-PictureOrder GraphWindow::Order(const SingleView& view) const {
-  return {.graph = view.Drawing(),
-          .title = view.TitleText(),
-          .width = std::max(plot_->width(), PictureOrder::kSmallest),
-          .height = std::max(plot_->height(), PictureOrder::kSmallest),
-          .paper = whitePaper_ ? std::optional(kWhite) : std::nullopt};
-}
-
-void GraphWindow::SavePicture() {
-  const SingleView* view = View();
-  if (view == nullptr) {
-    return;
-  }
-  const std::vector<std::string> chosen = workbench_.questions.AskFile(
-      {.mode = FileQuestion::Mode::Save,
-       .title = "Save picture",
-       .defaultName = workbench_.trial.TrialName + ".png",
-       .extension = ".png",
-       .filter = "PNG image (.png)|*.png|SVG drawing (.svg)|*.svg|PDF document (.pdf)|*.pdf",
-       .directory = workbench_.DataDir});
-  if (chosen.empty()) {
-    return;
-  }
-  const std::optional<PictureFormat> format = PictureFormatOf(chosen.front());
-  if (!format) {
-    ShowRefusal(workbench_, {.title = "Save picture",
-                             .text = "A picture is a .png, .svg or .pdf file.",
-                             .icon = Icon::Exclamation});
-    return;
-  }
-  try {
-    PictureOrder order = Order(*view);
-    order.format = *format;
-    OutputFile file(chosen.front());
-    file.Write(DrawPicture(order));
-    file.Commit();
-  } catch (const std::exception& error) {
-    ShowFailure(workbench_, {.title = "Save picture", .text = error.what(), .icon = Icon::Exclamation});
-  }
-}
-
-void GraphWindow::CopyPicture() {
-  if (const SingleView* view = View()) {
-    const std::string png = DrawPicture(Order(*view));
-    QApplication::clipboard()->setImage(
-        QImage::fromData(QByteArray::fromRawData(png.data(), static_cast<qsizetype>(png.size()))));
-  }
-}
-
-void GraphWindow::Print() {
-  const SingleView* view = View();
-  if (view == nullptr) {
-    return;
-  }
-  QPrinter printer;
-  printer.setPageOrientation(QPageLayout::Landscape);
-  printer.setDocName(windowTitle());
-  QPrintDialog dialog(&printer, this);
-  if (dialog.exec() != QDialog::Accepted) {
-    return;
-  }
-  try {
-    PrintPicture(Order(*view), printer);
-  } catch (const std::exception& error) {
-    ShowFailure(workbench_, {.title = "Print", .text = error.what(), .icon = Icon::Exclamation});
-  }
 }
 
 // Where the keys are, for a few seconds at the first graph of a session.

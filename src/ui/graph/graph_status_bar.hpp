@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QStatusBar>
+
+#include "graph/graph.hpp"
+
+class QLabel;
+
+namespace velmora::ui {
+
+/// What the mouse does in the mode.
+QString HintOf(TrackMode mode);
+
+/// Below a graph: what the mouse does, and where it is.
+class GraphStatusBar : public QStatusBar {
+  Q_OBJECT
+
+ public:
+  explicit GraphStatusBar(QWidget* parent = nullptr);
+
+  void ShowMode(TrackMode mode);
+  void ShowPlace(const QString& x, const QString& y);
+
+ private:
+  QLabel* mode_;
+  QLabel* place_;
+};
+
+}  // namespace velmora::ui
