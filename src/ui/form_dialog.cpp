@@ -239,9 +239,14 @@ void FormDialog::ShowFields() {
 }
 
 void FormDialog::ShowColumns() {
+  QHeaderView* heads = table_->horizontalHeader();
   for (const FieldColumn& shown : columns_) {
     table_->setColumnHidden(shown.column, shown.field->hidden);
     model_->SetHead(shown.column, HeadOf(*shown.field));
+    if (!shown.field->hidden) {  // whatever the head is now, it can be read
+      heads->resizeSection(shown.column,
+                           std::max(heads->sectionSize(shown.column), heads->sectionSizeHint(shown.column)));
+    }
   }
   model_->Refresh();
 }

@@ -1,5 +1,6 @@
 #include "ui/theme_style.hpp"
 
+#include <QAbstractButton>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -55,6 +56,15 @@ void DrawRadioButton(const QStyleOption& option, QPainter& painter) {
 }
 
 }  // namespace
+
+int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returned) const {
+  const auto* button = hint == SH_UnderlineShortcut ? qobject_cast<const QAbstractButton*>(widget) : nullptr;
+  if (button != nullptr && button->shortcut().isEmpty()) {
+    return 0;
+  }
+  return QProxyStyle::styleHint(hint, option, widget, returned);
+}
 
 void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {

@@ -9,6 +9,9 @@ class ThemeStyle : public QProxyStyle {
  public:
   ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
+  /// The letter of a button is underlined while the button answers to it.
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
 };

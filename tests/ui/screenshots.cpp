@@ -6,6 +6,7 @@
 #include <random>
 
 #include "app/command_table.hpp"
+#include "core/helpers.hpp"
 #include "run/recipe_questions.hpp"
 #include "sample_trials.hpp"
 #include "ui/main_window.hpp"
@@ -105,26 +106,50 @@ void FillFilter(QWidget* dialog) {
   TableOf(dialog)->setCurrentIndex(TableOf(dialog)->model()->index(0, 4));
 }
 
-QWidget* GraphWindow() {
+QWidget* GraphWindow(const char* name) {
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->objectName() == QStringLiteral("frmGraph")) {
+    if (window->isVisible() && window->objectName() == QString::fromLatin1(name)) {
       return window;
     }
   }
   throw std::runtime_error("the graph does not open");
 }
 
+/// Opens a menu by its letter.
+void KeepMenu(QWidget* window, Qt::Key letter, Photographer& photographer, const char* name) {
+  window->activateWindow();
+  if (!QTest::qWaitForWindowActive(window)) {
+    throw std::runtime_error("the window does not become active");
+  }
+  QTest::keyClick(window, letter, Qt::AltModifier);
+  QWidget* menu = QApplication::activePopupWidget();
+  if (menu == nullptr) {
+    throw std::runtime_error("the menu does not open");
+  }
+  photographer.Keep(menu, name);
+  menu->close();
+}
+
 void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
   // The dialogue asks anew after each of its buttons.
   photographer.Helper().When("frmGraphChoose", [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
   photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose", "OK");
-  QWidget* graph = GraphWindow();
+  QWidget* graph = GraphWindow("frmGraph");
   QTest::qWait(kHintGoes);
   QTest::keyClick(graph, Qt::Key_2);
   photographer.Keep(graph, "graph");
+  KeepMenu(graph, Qt::Key_L, photographer, "graph-menu");
   window.RunCommand(*FindCommand("background.white"));
   photographer.Keep(graph, "graph-on-white");
   graph->close();
+}
+
+void ShowChannels(ui::MainWindow& window, Photographer& photographer) {
+  ShowChannel(window.State(), 1);
+  QWidget* channel = GraphWindow("frmGraph1");
+  photographer.Keep(channel, "channel");
+  KeepMenu(channel, Qt::Key_Z, photographer, "channel-menu");
+  channel->close();
 }
 
 void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
@@ -138,6 +163,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("smooth.butterworth", "frmButterworth", "filter", "Filter", FillFilter);
   photographer.Dialogue("smooth.moving-average", "frmSetEpochDuration", "window-width", "Cancel");
   ShowGraph(window, photographer);
+  ShowChannels(window, photographer);
   photographer.Dialogue("edit.experiment-information", "frmExperiment", "experiment", "Cancel");
   QTest::qWait(200);
   photographer.Keep(&window, "history");
@@ -146,6 +172,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   QTest::qWait(400);
   photographer.Keep(&window, "64-channels");
   photographer.Dialogue("math.absolute", "frmChoose", "picker-64", "Cancel");
+  photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose-64", "Cancel");
 }
 
 void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {

@@ -236,6 +236,20 @@ TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
   person_.Work();
   EXPECT_EQ(open(), "Channel Hamstrings (mV), Channel Vastus lat (mV)");
 
+  // The heads of the dialogue for all of them can be read.
+  person_.When("frmGraphChoose", [](QWidget* dialog) {
+    const auto* heads = dialog->findChild<QTableView*>()->horizontalHeader();
+    for (int k = 0; k < heads->count(); ++k) {
+      EXPECT_GE(heads->sectionSize(k), heads->model()->headerData(k, Qt::Horizontal).toString().isEmpty()
+                                           ? 0
+                                           : heads->sectionSizeHint(k))
+          << k;
+    }
+    Person::Press(dialog, "Cancel");
+  });
+  Entry("Select Channels for Single-Axis Graph")->trigger();
+  person_.Work();
+
   // Another trial, with one channel.
   WriteTrial("short.vmb", 1);
   Entry("Refresh")->trigger();
