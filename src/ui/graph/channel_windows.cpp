@@ -56,7 +56,8 @@ void ChannelWindows::Place(QWidget& window) const {
 }
 
 void ChannelWindows::Refresh() {
-  for (const QPointer<OneChannelWindow>& window : windows_) {
+  const std::vector<QPointer<OneChannelWindow>> open = windows_;  // a message may let others open
+  for (const QPointer<OneChannelWindow>& window : open) {
     if (!window.isNull() && window->isVisible()) {
       window->Refresh();
     }

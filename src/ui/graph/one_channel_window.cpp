@@ -109,6 +109,7 @@ void OneChannelWindow::Refresh() {
     fault = "There is not enough memory.";
   }
   plot_->SetGraph(nullptr);
+  plot_->Arrange();
   close();
   if (!fault.empty()) {
     ShowFailure(workbench_, {.title = "Graph", .text = fault, .icon = Icon::Stop});
