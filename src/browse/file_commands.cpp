@@ -161,8 +161,7 @@ void SelectFile(Workbench& workbench, const std::string& path) {
   trial.FileExt = ToUpper(FileExtension(path));
 }
 
-bool AskReadFile(Workbench& workbench) {
-  const std::string& path = workbench.trial.FileName;
+bool AskReadFile(Workbench& workbench, const std::string& path) {
   return workbench.questions.AskBox({.title = "Read the File?",
                                      .text = FileNamePart(path) + "\nSize: " + FileSizeText(path) +
                                              "\nPress OK to open the file or press Cancel.",

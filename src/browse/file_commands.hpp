@@ -18,8 +18,8 @@ bool OpenDirectory(Workbench& workbench, const std::string& directory);
 /// Selects a file without loading it.
 void SelectFile(Workbench& workbench, const std::string& path);
 
-/// The box of a click with the right button on a file. Returns whether it is to be loaded.
-bool AskReadFile(Workbench& workbench);
+/// The box of a click with the right button on a file. Returns whether it is to be opened.
+bool AskReadFile(Workbench& workbench, const std::string& path);
 
 /// Whether the data may be discarded: asks when they are not saved. `text` says what saves them.
 bool ConfirmDiscard(Workbench& workbench, const std::string& text);

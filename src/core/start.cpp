@@ -192,7 +192,8 @@ std::string AboutText() {
 }
 
 std::string ManualPath(const Workbench& workbench) {
-  return workbench.preferences.ProgDir + "/manuals/velmora2.pdf";
+  const std::string& directory = workbench.preferences.ProgDir;
+  return directory.empty() ? std::string() : directory + "/manuals/velmora2.pdf";
 }
 
 }  // namespace velmora

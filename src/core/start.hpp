@@ -38,7 +38,7 @@ StartAction FirstAction(const Workbench& workbench);
 /// "Velmora2", its version and what it is for, in lines.
 std::string AboutText();
 
-/// Where the manual is, whether or not it exists.
+/// Where the manual is, whether or not it exists; empty when the family has no directory.
 std::string ManualPath(const Workbench& workbench);
 
 }  // namespace velmora

@@ -6,6 +6,7 @@
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPushButton>
 #include <QSplitter>
 #include <QStorageInfo>
 #include <QTabWidget>
@@ -108,7 +109,13 @@ void BrowserPanel::AddLists(QSplitter* to) {
   data_->setObjectName(QStringLiteral("dataFiles"));
   text_->setObjectName(QStringLiteral("textFiles"));
   tabs_->addTab(FilteredList(dataFilter_, data_), tr("&Data files"));
-  tabs_->addTab(FilteredList(textFilter_, text_), tr("Te&xt files"));
+  auto* open = new QPushButton(tr("O&pen text file"));
+  open->setObjectName(QStringLiteral("openText"));
+  open->setToolTip(tr("Opens the selected file in the text viewer or the spreadsheet of the Options menu"));
+  connect(open, &QPushButton::clicked, this, [this] { Q_EMIT TextWanted(); });
+  QWidget* texts = FilteredList(textFilter_, text_);
+  texts->layout()->addWidget(open);
+  tabs_->addTab(texts, tr("Te&xt files"));
   connect(dataFilter_, &QComboBox::activated, this, [this](int row) { SelectDataFilter(row); });
   connect(textFilter_, &QComboBox::activated, this, [this](int row) { SelectTextFilter(row); });
   to->addWidget(tabs_);

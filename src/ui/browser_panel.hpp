@@ -31,6 +31,8 @@ class BrowserPanel : public QWidget {
 
  Q_SIGNALS:
   void DirectoryChosen(const QString& path);
+  /// The selected text file, if there is one, is to be opened.
+  void TextWanted();
 
  private:
   void AddTree(QSplitter* to);

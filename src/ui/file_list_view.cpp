@@ -45,7 +45,7 @@ FileListView::FileListView(Marking marking, QWidget* parent) : QTreeWidget(paren
   header()->setMinimumSectionSize(40);
   connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
     if (!selectedItems().isEmpty()) {
-      Q_EMIT Selected(PathOf(selectedItems().constFirst()));
+      Q_EMIT Selected(SelectedPath());
     }
   });
   connect(this, &QTreeWidget::itemActivated, this,
@@ -84,6 +84,10 @@ void FileListView::ShowFiles(const std::string& directory, std::string_view patt
     items << item;
   }
   addTopLevelItems(items);
+}
+
+QString FileListView::SelectedPath() const {
+  return selectedItems().isEmpty() ? QString() : PathOf(selectedItems().constFirst());
 }
 
 QString FileListView::PathOf(const QTreeWidgetItem* item) const {

@@ -15,6 +15,8 @@ class FileListView : public QTreeWidget {
   explicit FileListView(Marking marking, QWidget* parent = nullptr);
 
   void ShowFiles(const std::string& directory, std::string_view patterns);
+  /// Empty when none is selected.
+  [[nodiscard]] QString SelectedPath() const;
 
  Q_SIGNALS:
   void Selected(const QString& path);

@@ -87,6 +87,7 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   AddRecentMenu();
   AddViewOptions();
   AddOptionsMenu();
+  AddFamilyMenus();
   AddHelpMenu();
   AddToolBar();
   AddStatusBar();
@@ -145,6 +146,7 @@ void MainWindow::AddPanels() {
   historyDock_ = Dock(this, tr("History"), "historyDock", historyPanel_);
   addDockWidget(Qt::RightDockWidgetArea, historyDock_);
   ConnectBrowser();
+  ConnectTextFiles();
   ConnectTrial();
   ConnectHistory();
 }
@@ -158,24 +160,12 @@ void MainWindow::ConnectBrowser() {
   connect(dataFiles, &FileListView::Opened, this, &MainWindow::OpenFile);
   connect(dataFiles, &FileListView::RightClicked, this, [this](const QString& path) {
     SelectFile(workbench_, ToStd(path));
-    if (AskReadFile(workbench_)) {
+    if (AskReadFile(workbench_, ToStd(path))) {
       OpenFile(path);
     }
   });
-  connect(dataFiles, &FileListView::EmptyClicked, this, [this] {
-    person_.AskBox({.text = "No data files in this subdirectory.", .icon = Icon::Exclamation});
-  });
-  FileListView* textFiles = browser_->TextFiles();
-  connect(textFiles, &FileListView::Selected, this, [this](const QString& path) { selectedText_ = path; });
-  connect(textFiles, &FileListView::Opened, this, [this](const QString& path) {
-    if (!OpenText(ToStd(path), workbench_.preferences.Viewer)) {
-      person_.AskBox(
-          {.text = "No program could be started for " + ToStd(path) + ".", .icon = Icon::Exclamation});
-    }
-  });
-  connect(textFiles, &FileListView::EmptyClicked, this, [this] {
-    person_.AskBox({.text = "No output files in this directory.", .icon = Icon::Exclamation});
-  });
+  connect(dataFiles, &FileListView::EmptyClicked, this,
+          [this] { Tell("", "No data files in this subdirectory."); });
   connect(welcome_, &WelcomePanel::ExampleWanted, this, [this] { OpenExample(); });
   connect(welcome_, &WelcomePanel::FileWanted, this, &MainWindow::OpenFile);
 }
@@ -268,7 +258,7 @@ void MainWindow::OpenExample() {
       WriteTrial(makeExample_, ToStd(path));
     }
   } catch (const std::exception& error) {
-    person_.AskBox({.title = "Example", .text = error.what(), .icon = Icon::Exclamation});
+    Tell("Example", error.what());
     return;
   }
   OpenFile(path);
@@ -369,7 +359,7 @@ void MainWindow::GoBack(int step) {
   const std::string why = history_.GoBack(static_cast<std::size_t>(step));
   --running_;
   if (!why.empty()) {
-    person_.AskBox({.title = "Go Back", .text = why, .icon = Icon::Exclamation});
+    Tell("Go Back", why);
   }
   ShowView();
 }
@@ -411,6 +401,10 @@ void MainWindow::ShowHistory() {
   }
 }
 
+void MainWindow::Tell(const std::string& title, const std::string& text) {
+  person_.AskBox({.title = title, .text = text, .icon = Icon::Exclamation});
+}
+
 void MainWindow::ShowState() {
   const Trial& trial = workbench_.trial;
   menus_->Update(workbench_);
@@ -430,7 +424,9 @@ void MainWindow::Obey(ShellRequest request) {
       }
       break;
     case ShellRequest::ExploreDirectory:
-      ShowDirectory(workbench_.DataDir);
+      if (!ShowDirectory(workbench_.DataDir)) {
+        Tell("Explore", "No program for directories was found on this computer.");
+      }
       break;
     case ShellRequest::Exit:
       leaving_ = true;

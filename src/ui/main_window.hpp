@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "browse/programs.hpp"
 #include "core/settings.hpp"
 #include "core/workbench.hpp"
 #include "run/history.hpp"
@@ -63,6 +64,7 @@ class MainWindow : public QMainWindow {
   void ConnectTrial();
   void ConnectHistory();
   void Heard(const Action& action);
+  void Tell(const std::string& title, const std::string& text);
   void Refresh();
   void ShowHistory();
   void ShowState();
@@ -77,6 +79,16 @@ class MainWindow : public QMainWindow {
   void GoBack(int step);
   void ShowView();
   void CloseGraph();
+
+  // main_window_programs.cpp
+  void ConnectTextFiles();
+  void OpenText(const QString& path);
+  void OpenSelectedText();
+  void OpenManual(const std::string& path);
+  void AddProgramMenu(QMenu* menu, ProgramKind kind);
+  void FillProgramMenu(QMenu* menu, ProgramKind kind);
+  void ChooseProgram(ProgramKind kind);
+  void AddFamilyMenus();
 
   // main_window_bars.cpp
   void AddToolBar();
@@ -100,7 +112,6 @@ class MainWindow : public QMainWindow {
   ChannelWindows channelWindows_{workbench_, this};
   std::unique_ptr<Menus> menus_;
   QString loadedFile_;
-  QString selectedText_;
   bool traceStale_ = false;
   bool refreshDue_ = false;
   bool historyShown_ = false;

@@ -1,12 +1,10 @@
 #include <QActionGroup>
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QLabel>
 #include <QStatusBar>
 #include <QToolBar>
-#include <QUrl>
 
 #include "core/file_filters.hpp"
 #include "core/start.hpp"
@@ -54,12 +52,11 @@ void MainWindow::AddToolBar() {
   auto* space = new QWidget;
   space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   bar->addWidget(space);
-  const QString manual = ToQt(ManualPath(workbench_));
+  const std::string manual = ManualPath(workbench_);
   QAction* manuals = bar->addAction(IconOf(Glyph::Manual, palette()), QStringLiteral("&Manuals"));
-  manuals->setEnabled(QFileInfo(manual).isFile());
+  manuals->setEnabled(QFileInfo(ToQt(manual)).isFile());
   manuals->setStatusTip(tr("Opens the manual"));
-  connect(manuals, &QAction::triggered, this,
-          [manual] { QDesktopServices::openUrl(QUrl::fromLocalFile(manual)); });
+  connect(manuals, &QAction::triggered, this, [this, manual] { OpenManual(manual); });
   add("file.exit", Glyph::Exit, tr("Exit"));
 }
 
@@ -121,6 +118,9 @@ void MainWindow::AddOptionsMenu() {
   AddUserLevels(options);
   options->addSeparator();
   AddFilterMenus(options);
+  options->addSeparator();
+  AddProgramMenu(options->addMenu(tr("&Viewer")), ProgramKind::Viewer);
+  AddProgramMenu(options->addMenu(tr("&Spreadsheet")), ProgramKind::Spreadsheet);
   options->addSeparator();
   AddThemes(options);
 }

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "app/command_table.hpp"
+#include "run/recipe_questions.hpp"
+#include "sample_trials.hpp"
+#include "support/temporary_directory.hpp"
+#include "ui/file_list_view.hpp"
+#include "ui/main_window.hpp"
+#include "ui/person.hpp"
+
+namespace velmora::test {
+
+/// The program on a directory with one trial, as somebody finds it who starts it.
+class Story : public testing::Test {
+ protected:
+  TemporaryDirectory directory_;
+  std::filesystem::path before_ = std::filesystem::current_path();
+  SettingsStore store_{directory_.Path("settings")};
+  Person person_;
+  std::unique_ptr<ui::MainWindow> window_;
+
+  void SetUp() override {
+    std::filesystem::create_directories(Path(""));
+    WriteTrial("walk.vmb", kMaxChannels);
+    std::filesystem::current_path(Path(""));
+    Start();
+  }
+  void TearDown() override {
+    window_.reset();
+    std::filesystem::current_path(before_);
+  }
+
+  [[nodiscard]] std::string Path(const std::string& name) const { return directory_.Path("data/" + name); }
+
+  /// The first channels of the example.
+  void WriteTrial(const char* name, int channels) const {
+    const std::vector<Answer> answers = {{.what = FileAnswer{{Path(name)}}}};
+    RecipeQuestions questions;
+    Workbench maker(questions);
+    examples::MakeEmgBursts(maker.trial);
+    maker.trial.CutChannels(std::min<int>(channels, maker.trial.NChan));
+    questions.BeginStep(answers, maker.trial);
+    RunCommand(maker, *FindCommand("save.vmb"));
+  }
+  void Start() {
+    window_ =
+        std::make_unique<ui::MainWindow>(store_, std::vector<std::string>{";"}, examples::MakeEmgBursts);
+    window_->show();
+    window_->Begin();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+  }
+  Trial& Shown() { return window_->State().trial; }
+
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = window_->findChild<Widget*>(QString::fromUtf8(name));
+    if (widget == nullptr) {
+      throw std::runtime_error(std::string("no ") + name);
+    }
+    return widget;
+  }
+  QAction* Entry(const char* caption) {
+    for (auto* action : window_->findChildren<QAction*>()) {
+      if (QString(action->text()).remove('&') == QString::fromUtf8(caption)) {
+        return action;
+      }
+    }
+    throw std::runtime_error(std::string("no entry ") + caption);
+  }
+  void DoubleClickFile(const char* name) {
+    auto* files = Find<ui::FileListView>("dataFiles");
+    const QList<QTreeWidgetItem*> found = files->findItems(QString::fromUtf8(name), Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1);
+    Person::DoubleClickCell(files, files->indexFromItem(found.front()));
+    person_.Work();
+  }
+  /// The panel of a finished load or save waits for a novice.
+  void ExpectDone() {
+    person_.When("frmLoading", [](QWidget* panel) { Person::Press(panel, "Done"); });
+  }
+  void ExpectSaveTo(const std::string& name) {
+    person_.WhenA<QFileDialog>([path = Path(name)](QWidget* dialog) {
+      auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
+      QTest::qWait(200);  // the directory comes in
+      line->selectAll();
+      QTest::keyClicks(line, QString::fromStdString(path));
+      ASSERT_EQ(line->text(), QString::fromStdString(path));
+      Person::Press(dialog, "Save");
+    });
+  }
+};
+
+}  // namespace velmora::test
