@@ -21,7 +21,7 @@ void ShowAbout(QWidget* parent) {
   QStringList lines = ToQt(AboutText()).split('\n');
   auto* top = new QHBoxLayout;
   auto* picture = new QLabel;
-  picture->setPixmap(IconOf(Glyph::Graph, dialog.palette()).pixmap(48, 48));
+  picture->setPixmap(IconOf(Glyph::Graph).pixmap(48, 48));
   top->addWidget(picture);
   top->addSpacing(10);
   auto* name = new QLabel(lines.takeFirst());

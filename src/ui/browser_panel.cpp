@@ -66,9 +66,7 @@ BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent) : QWidget(pare
   layout->addWidget(split, 1);
   selected_ = new QLabel;
   selected_->setTextFormat(Qt::PlainText);
-  QPalette palette = selected_->palette();
-  palette.setColor(QPalette::WindowText, QuietColour(palette));
-  selected_->setPalette(palette);
+  SetTone(selected_, Tone::Quiet);
   layout->addWidget(selected_);
 }
 

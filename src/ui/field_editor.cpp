@@ -223,9 +223,7 @@ class LineEditor : public FieldEditor {
 
   void Remark(const QString& text, bool refused) {
     remark_->setText(text);
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::WindowText, refused ? WarningColour(palette) : QuietColour(palette));
-    remark_->setPalette(palette);
+    SetTone(remark_, refused ? Tone::Warning : Tone::Quiet);
   }
 
   Form& form_;

@@ -4,11 +4,11 @@
 #include <QHeaderView>
 #include <QLocale>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 
 #include "browse/file_list.hpp"
 #include "core/paths.hpp"
 #include "ui/text.hpp"
-#include "ui/theme.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -16,6 +16,7 @@ namespace {
 enum Column { Name, Size, Date, Columns };
 constexpr int kSortRole = Qt::UserRole;
 constexpr int kNameRole = Qt::UserRole + 1;
+constexpr int kUnreadableRole = Qt::UserRole + 2;
 
 class FileItem : public QTreeWidgetItem {
  public:
@@ -29,10 +30,24 @@ class FileItem : public QTreeWidgetItem {
   }
 };
 
+class FileDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.siblingAtColumn(Name).data(kUnreadableRole).toBool()) {
+      option->palette.setColor(QPalette::Text, option->palette.color(QPalette::Disabled, QPalette::Text));
+    }
+  }
+};
+
 }  // namespace
 
 FileListView::FileListView(Marking marking, QWidget* parent) : QTreeWidget(parent), marking_(marking) {
   setHeaderLabels({tr("Name"), tr("Size"), tr("Date")});
+  setItemDelegate(new FileDelegate(this));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setSortingEnabled(true);
@@ -76,8 +91,8 @@ void FileListView::ShowFiles(const std::string& directory, std::string_view patt
     const std::string why =
         marking_ == Marking::Unreadable ? WhyUnreadable(directory + file.name) : std::string();
     if (!why.empty()) {
+      item->setData(Name, kUnreadableRole, true);
       for (int k = 0; k < Columns; ++k) {
-        item->setForeground(k, palette().color(QPalette::Disabled, QPalette::Text));
         item->setToolTip(k, ToQt(why));
       }
     }

@@ -30,9 +30,7 @@ QLabel* RemarkLabel(const QString& text) {
   auto* label = new QLabel(text);
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
-  QPalette palette = label->palette();
-  palette.setColor(QPalette::WindowText, QuietColour(palette));
-  label->setPalette(palette);
+  SetTone(label, Tone::Quiet);
   return label;
 }
 
@@ -256,9 +254,7 @@ void FormDialog::AddButtons(QBoxLayout* to) {
   refusal_ = new QLabel;
   refusal_->setTextFormat(Qt::PlainText);
   refusal_->setWordWrap(true);  // a long one must not widen the dialogue
-  QPalette palette = refusal_->palette();
-  palette.setColor(QPalette::WindowText, WarningColour(palette));
-  refusal_->setPalette(palette);
+  SetTone(refusal_, Tone::Warning);
   to->addWidget(refusal_);
   std::vector<QPushButton*> right;
   for (const FormButton& button : form_.Buttons()) {

@@ -31,10 +31,10 @@ HistoryPanel::HistoryPanel(const History& history, QWidget* parent) : QWidget(pa
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list_->setSpacing(2);
   layout->addWidget(list_, 1);
-  back_ = new QPushButton(IconOf(Glyph::Back, palette()), tr("Go &back to here"));
+  back_ = new QPushButton(IconOf(Glyph::Back), tr("Go &back to here"));
   back_->setObjectName(QStringLiteral("goBack"));
   back_->setToolTip(tr("Reads the file again and repeats the steps down to the selected one"));
-  auto* recipe = new QPushButton(IconOf(Glyph::Recipe, palette()), tr("Save as reci&pe"));
+  auto* recipe = new QPushButton(IconOf(Glyph::Recipe), tr("Save as reci&pe"));
   recipe->setObjectName(QStringLiteral("saveRecipe"));
   recipe->setToolTip(
       tr("Writes these steps to a file that velmora2-run repeats, on this trial or on a thousand"));

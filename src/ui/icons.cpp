@@ -1,5 +1,7 @@
 #include "ui/icons.hpp"
 
+#include <QApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
 #include <QSvgRenderer>
@@ -39,30 +41,38 @@ const char* PathOf(Glyph glyph) {
   return "";
 }
 
-QPixmap Draw(Glyph glyph, const QColor& colour, int side) {
-  const QString svg =
-      QStringLiteral(
-          "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 24 24' fill='none' stroke='%1' "
-          "stroke-width='1.7' stroke-linecap='round' stroke-linejoin='round'><path d='%2'/></svg>")
-          .arg(colour.name(), QString::fromUtf8(PathOf(glyph)));
-  QSvgRenderer renderer(svg.toUtf8());
-  QPixmap pixmap(side, side);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  renderer.render(&painter);
-  return pixmap;
-}
+/// Draws when it is asked to, so in the colours that the program has then.
+class GlyphEngine : public QIconEngine {
+ public:
+  explicit GlyphEngine(Glyph glyph) : glyph_(glyph) {}
+
+  void paint(QPainter* painter, const QRect& area, QIcon::Mode mode, QIcon::State /*state*/) override {
+    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+    const QColor colour = QApplication::palette().color(group, QPalette::WindowText);
+    const QString svg =
+        QStringLiteral(
+            "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 24 24' fill='none' stroke='%1' "
+            "stroke-width='1.7' stroke-linecap='round' stroke-linejoin='round'><path d='%2'/></svg>")
+            .arg(colour.name(), QString::fromUtf8(PathOf(glyph_)));
+    QSvgRenderer(svg.toUtf8()).render(painter, area);
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, QRect(QPoint(), size), mode, state);
+    return pixmap;
+  }
+  [[nodiscard]] QIconEngine* clone() const override { return new GlyphEngine(glyph_); }
+
+ private:
+  Glyph glyph_;
+};
 
 }  // namespace
 
-QIcon IconOf(Glyph glyph, const QPalette& palette) {
-  QIcon icon;
-  for (const int side : {18, 24, 36, 48}) {
-    icon.addPixmap(Draw(glyph, palette.color(QPalette::Active, QPalette::WindowText), side));
-    icon.addPixmap(Draw(glyph, palette.color(QPalette::Disabled, QPalette::WindowText), side),
-                   QIcon::Disabled);
-  }
-  return icon;
+QIcon IconOf(Glyph glyph) {
+  return QIcon(new GlyphEngine(glyph));
 }
 
 }  // namespace velmora::ui

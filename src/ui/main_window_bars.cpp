@@ -20,7 +20,7 @@ namespace velmora::ui {
 
 QAction* MainWindow::AddTool(QToolBar* bar, std::string_view id, int glyph, const QString& text) {
   QAction* action = menus_->Of(id);
-  action->setIcon(IconOf(static_cast<Glyph>(glyph), palette()));
+  action->setIcon(IconOf(static_cast<Glyph>(glyph)));
   action->setIconText(text);
   const QString keys = action->shortcut().toString(QKeySequence::NativeText);
   const QString plain = action->statusTip().section(QStringLiteral("   ("), 0, 0);
@@ -53,7 +53,7 @@ void MainWindow::AddToolBar() {
   space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   bar->addWidget(space);
   const std::string manual = ManualPath(workbench_);
-  QAction* manuals = bar->addAction(IconOf(Glyph::Manual, palette()), QStringLiteral("&Manuals"));
+  QAction* manuals = bar->addAction(IconOf(Glyph::Manual), QStringLiteral("&Manuals"));
   manuals->setEnabled(QFileInfo(ToQt(manual)).isFile());
   manuals->setStatusTip(tr("Opens the manual"));
   connect(manuals, &QAction::triggered, this, [this, manual] { OpenManual(manual); });
@@ -173,9 +173,11 @@ void MainWindow::AddThemes(QMenu* menu) {
     QAction* action = looks->addAction(caption);
     action->setCheckable(true);
     action->setChecked(settings_.Theme() == choice);
-    action->setStatusTip(tr("From the next start on"));
     group->addAction(action);
-    connect(action, &QAction::triggered, this, [this, theme = choice] { settings_.SaveTheme(theme); });
+    connect(action, &QAction::triggered, this, [this, theme = choice] {
+      settings_.SaveTheme(theme);
+      ApplyTheme(*qApp, theme);
+    });
   }
 }
 

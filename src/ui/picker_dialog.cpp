@@ -99,9 +99,7 @@ void PickerDialog::AddHead(QBoxLayout* to) {
       new QLabel(QStringLiteral("%1   ·   %2 Hz   ·   %3 s")
                      .arg(ToQt(picker_.TitleText()), ToQt(picker_.RateText()), ToQt(picker_.DurationText())));
   trial->setTextFormat(Qt::PlainText);
-  QPalette palette = trial->palette();
-  palette.setColor(QPalette::WindowText, QuietColour(palette));
-  trial->setPalette(palette);
+  SetTone(trial, Tone::Quiet);
   to->addWidget(trial);
 }
 

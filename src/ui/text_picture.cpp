@@ -104,6 +104,13 @@ QColor TextPicture::Ground(Part part) const {
   return tint(0x808080, 0.16F);
 }
 
+void TextPicture::changeEvent(QEvent* event) {
+  FormPicture::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) {
+    Show(0);
+  }
+}
+
 TextPicture::Part TextPicture::PartOfColumn(int column) const {
   if (column > ValueOf<std::int32_t>(form_, "NChan")) {
     return Part::Unread;

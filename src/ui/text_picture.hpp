@@ -18,6 +18,9 @@ class TextPicture : public FormPicture {
   TextPicture(const Form& form, const Workbench& workbench);
   void Show(int channel) override;
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   enum class Part { Skipped, Labels, Units, Time, Data, OtherData, Unread };
 

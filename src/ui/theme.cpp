@@ -1,17 +1,18 @@
 #include "ui/theme.hpp"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
+#include <QLabel>
+#include <QStyle>
+#include <map>
 
+#include "ui/desktop_colours.hpp"
 #include "ui/theme_style.hpp"
 
 namespace velmora::ui {
 namespace {
 
-constexpr int kDesktopAnswersWithin = 150;  // ms
-constexpr int kPrefersDark = 1;
+const char* const kChoice = "theme";
+const char* const kTone = "tone";  // the property by which the style sheet knows a label
 
 QColor Mixed(const QColor& a, const QColor& b, float part) {
   return QColor::fromRgbF(a.redF() * (1 - part) + b.redF() * part,
@@ -79,24 +80,21 @@ bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Window).lightnessF() < 0.5;
 }
 
-// The desktop's portal knows; a desktop without one has told Qt by its palette.
-bool DesktopPrefersDark(const QPalette& given) {
-  if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) {
-    return IsDark(given);
-  }
-  QDBusMessage ask = QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
-  ask << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
-  const QDBusMessage answer = QDBusConnection::sessionBus().call(ask, QDBus::Block, kDesktopAnswersWithin);
-  if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) {
-    return IsDark(given);
-  }
-  QVariant value = answer.arguments().constFirst();
-  while (value.canConvert<QDBusVariant>()) {
-    value = value.value<QDBusVariant>().variant();
-  }
-  return value.toInt() == kPrefersDark || (value.toInt() == 0 && IsDark(given));
+// Labels of a tone: a style sheet follows the theme, which a palette given to a label does not.
+QString LabelSheet(const Tones& tones) {
+  const QPalette palette = PaletteOf(tones);
+  const QString marks = QStringLiteral("border-radius: 8px; padding: 2px 9px;");
+  const auto rule = [](const char* tone, const QColor& colour, const QString& more) {
+    return QStringLiteral("QLabel[tone=\"%1\"] { color: %2; %3 }")
+        .arg(QString::fromUtf8(tone), colour.name(), more);
+  };
+  const auto ground = [&marks](QColor colour) {
+    colour.setAlphaF(0.14F);
+    return QStringLiteral("background: %1; ").arg(colour.name(QColor::HexArgb)) + marks;
+  };
+  const QColor warning = WarningColour(palette);
+  return rule("quiet", QuietColour(palette), {}) + rule("warning", warning, {}) +
+         rule("mark", tones.accent, ground(tones.accent)) + rule("warning-mark", warning, ground(warning));
 }
 
 QString StyleSheet(const Tones& tones) {
@@ -121,18 +119,24 @@ QString StyleSheet(const Tones& tones) {
              "QLineEdit:focus { border-color: %6; }"
              "QTableView QLineEdit { padding: 0px; border-radius: 0px; }"
              "QTreeView::item, QListView::item { padding: 3px 2px; }")
-      .arg(tones.text.name(), tones.base.name(), tones.line.name(), tones.window.name(), tones.button.name(),
-           tones.accent.name(), Mixed(tones.text, tones.window, 0.35F).name());
+             .arg(tones.text.name(), tones.base.name(), tones.line.name(), tones.window.name(),
+                  tones.button.name(), tones.accent.name(), Mixed(tones.text, tones.window, 0.35F).name()) +
+         LabelSheet(tones);
 }
 
 }  // namespace
 
 void ApplyTheme(QApplication& app, ThemeChoice choice) {
-  const QPalette given = QApplication::palette();
-  const bool dark =
-      choice == ThemeChoice::Dark || (choice == ThemeChoice::Desktop && DesktopPrefersDark(given));
+  auto* desktop = app.findChild<DesktopColours*>();
+  if (desktop == nullptr) {
+    desktop = new DesktopColours(&app);  // before the palette becomes ours
+    QApplication::setStyle(new ThemeStyle);
+    QObject::connect(desktop, &DesktopColours::Changed, &app,
+                     [&app] { ApplyTheme(app, app.property(kChoice).value<ThemeChoice>()); });
+  }
+  app.setProperty(kChoice, QVariant::fromValue(choice));
+  const bool dark = choice == ThemeChoice::Dark || (choice == ThemeChoice::Desktop && desktop->PrefersDark());
   const Tones& tones = dark ? kDark : kLight;
-  QApplication::setStyle(new ThemeStyle);
   const QPalette palette = PaletteOf(tones);
   QApplication::setPalette(palette);
   // A row that is selected stays readable, with the colours that are in it.
@@ -141,6 +145,17 @@ void ApplyTheme(QApplication& app, ThemeChoice choice) {
   views.setColor(QPalette::HighlightedText, tones.text);
   QApplication::setPalette(views, "QAbstractItemView");
   app.setStyleSheet(StyleSheet(tones));
+}
+
+void SetTone(QLabel* label, Tone tone) {
+  static const std::map<Tone, const char*> names = {{Tone::Plain, ""},
+                                                    {Tone::Quiet, "quiet"},
+                                                    {Tone::Warning, "warning"},
+                                                    {Tone::Mark, "mark"},
+                                                    {Tone::WarningMark, "warning-mark"}};
+  label->setProperty(kTone, QString::fromUtf8(names.at(tone)));
+  label->style()->unpolish(label);
+  label->style()->polish(label);
 }
 
 QColor QuietColour(const QPalette& palette) {

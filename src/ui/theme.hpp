@@ -4,14 +4,20 @@
 #include <QPalette>
 
 class QApplication;
+class QLabel;
 
 namespace velmora::ui {
 
 enum class ThemeChoice { Desktop, Light, Dark };
 
-/// Gives the program its looks: light or dark, as the desktop has it or as chosen. Follows the desktop
-/// while it runs.
+/// Gives the program its looks: light or dark, as chosen or as the desktop has it, which is followed while
+/// the program runs. May be called again; the open windows change at once.
 void ApplyTheme(QApplication& app, ThemeChoice choice);
+
+enum class Tone { Plain, Quiet, Warning, Mark, WarningMark };
+
+/// The colours of a label: of text beside the point, of a refusal, of a mark with its own ground.
+void SetTone(QLabel* label, Tone tone);
 
 /// For what is there and need not be read.
 QColor QuietColour(const QPalette& palette);

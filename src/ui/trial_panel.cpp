@@ -64,9 +64,7 @@ QString TimeBaseMark(TimeBase base) {
 QLabel* QuietLabel() {
   auto* label = new QLabel;
   label->setTextFormat(Qt::PlainText);
-  QPalette palette = label->palette();
-  palette.setColor(QPalette::WindowText, QuietColour(palette));
-  label->setPalette(palette);
+  SetTone(label, Tone::Quiet);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
 }
@@ -168,11 +166,7 @@ void TrialPanel::Refresh(const QString& file) {
 
 void TrialPanel::AddMark(const QString& text, bool warns) {
   auto* mark = new QLabel(text);
-  const QColor colour = warns ? WarningColour(palette()) : palette().color(QPalette::Highlight);
-  QColor ground = colour;
-  ground.setAlphaF(0.14F);
-  mark->setStyleSheet(QStringLiteral("color: %1; background: %2; border-radius: 8px; padding: 2px 9px;")
-                          .arg(colour.name(), ground.name(QColor::HexArgb)));
+  SetTone(mark, warns ? Tone::WarningMark : Tone::Mark);
   marks_->addWidget(mark);
 }
 

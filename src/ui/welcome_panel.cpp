@@ -15,9 +15,7 @@ constexpr int kWidth = 460;
 
 QLabel* Quiet(const QString& text) {
   auto* label = new QLabel(text);
-  QPalette palette = label->palette();
-  palette.setColor(QPalette::WindowText, QuietColour(palette));
-  label->setPalette(palette);
+  SetTone(label, Tone::Quiet);
   return label;
 }
 
@@ -39,7 +37,7 @@ WelcomePanel::WelcomePanel(QWidget* parent) : QWidget(parent) {
   layout->addWidget(Quiet(tr("drop a file anywhere in this window,")));
   auto* row = new QHBoxLayout;
   row->addWidget(Quiet(tr("or start with the")));
-  auto* example = new QPushButton(IconOf(Glyph::Graph, palette()), tr("Open the &example trial"));
+  auto* example = new QPushButton(IconOf(Glyph::Graph), tr("Open the &example trial"));
   example->setObjectName(QStringLiteral("openExample"));
   connect(example, &QPushButton::clicked, this, [this] { Q_EMIT ExampleWanted(); });
   row->addWidget(example);
@@ -66,7 +64,7 @@ void WelcomePanel::ShowRecent(const QStringList& paths) {
     recent_->addWidget(Quiet(tr("Recent files")));
   }
   for (const QString& path : paths) {
-    auto* button = new QPushButton(IconOf(Glyph::File, palette()), QFileInfo(path).fileName());
+    auto* button = new QPushButton(IconOf(Glyph::File), QFileInfo(path).fileName());
     button->setFlat(true);
     button->setToolTip(path);
     button->setStyleSheet(QStringLiteral("text-align: left; padding: 5px;"));

@@ -152,8 +152,23 @@ void ShowChannels(ui::MainWindow& window, Photographer& photographer) {
   channel->close();
 }
 
+void ShowTextFiles(ui::MainWindow& window, Photographer& photographer) {
+  auto* tabs = window.findChild<QTabWidget*>();
+  tabs->setCurrentIndex(1);
+  photographer.Keep(&window, "text-files");
+  tabs->setCurrentIndex(0);
+  for (auto* action : window.findChildren<QAction*>()) {
+    if (action->menu() != nullptr && action->text() == QStringLiteral("&Viewer")) {
+      action->menu()->popup(window.mapToGlobal(QPoint(300, 60)));
+      photographer.Keep(action->menu(), "viewer-menu");
+      action->menu()->close();
+    }
+  }
+}
+
 void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
   photographer.Keep(&window, "empty");
+  ShowTextFiles(window, photographer);
   window.OpenFile(QString::fromStdString((data / "emg-bursts.vmb").string()));
   QTest::qWait(300);
   photographer.Keep(&window, "trial");

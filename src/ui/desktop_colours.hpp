@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDBusVariant>
+#include <QObject>
+
+namespace velmora::ui {
+
+/// Whether the desktop wants its programs dark, and when it changes its mind. The desktop's portal for
+/// settings is asked; where there is none, the palette that Qt had when this was made stays the answer.
+class DesktopColours : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit DesktopColours(QObject* parent);
+
+  /// Asks the desktop the first time, and hears of its changes from then on.
+  [[nodiscard]] bool PrefersDark();
+
+ Q_SIGNALS:
+  void Changed();
+
+ private Q_SLOTS:
+  void Hear(const QString& group, const QString& key, const QDBusVariant& value);
+
+ private:
+  void Ask();
+  void Take(const QVariant& scheme);
+
+  bool givenDark_;
+  bool asked_ = false;
+  bool dark_;
+};
+
+}  // namespace velmora::ui
