@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QDBusConnection>
-#include <QDBusMessage>
+#include <QDBusVariant>
 #include <QPalette>
 
 namespace velmora::ui {
@@ -50,7 +50,7 @@ void DesktopColours::Ask() {
   }
   QDBusConnection bus = QDBusConnection::sessionBus();
   bus.connect(Service(), Path(), Interface(), QStringLiteral("SettingChanged"), this,
-              SLOT(Hear(QString, QString, QDBusVariant)));
+              SLOT(Hear(QDBusMessage)));
   QDBusMessage ask = QDBusMessage::createMethodCall(Service(), Path(), Interface(), QStringLiteral("Read"));
   ask << Group() << Key();
   const QDBusMessage answer = bus.call(ask, QDBus::Block, kDesktopAnswersWithin);
@@ -59,10 +59,12 @@ void DesktopColours::Ask() {
   }
 }
 
-void DesktopColours::Hear(const QString& group, const QString& key, const QDBusVariant& value) {
+// Takes the whole message: a slot with its parameters cannot be connected before the first call is made.
+void DesktopColours::Hear(const QDBusMessage& signal) {
   const bool before = dark_;
-  if (group == Group() && key == Key()) {
-    Take(value.variant());
+  const QVariantList told = signal.arguments();  // group, key, value
+  if (told.size() == 3 && told[0].toString() == Group() && told[1].toString() == Key()) {
+    Take(told[2]);
   }
   if (dark_ != before) {
     Q_EMIT Changed();

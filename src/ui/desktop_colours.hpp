@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 
 namespace velmora::ui {
@@ -19,10 +19,8 @@ class DesktopColours : public QObject {
  Q_SIGNALS:
   void Changed();
 
- private Q_SLOTS:
-  void Hear(const QString& group, const QString& key, const QDBusVariant& value);
-
  private:
+  Q_SLOT void Hear(const QDBusMessage& signal);
   void Ask();
   void Take(const QVariant& scheme);
 
