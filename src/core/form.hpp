@@ -36,6 +36,8 @@ struct FormField {
   std::string prompt{};
   /// Runs after an edit of this field: warnings, fields that depend on it.
   std::function<void()> edited{};
+  /// The numbers are colours of the graph, to be shown as such.
+  bool isColour = false;
   /// Shown and never edited.
   bool readOnly = false;
   /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.

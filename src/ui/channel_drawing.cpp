@@ -1,5 +1,6 @@
 #include "ui/channel_drawing.hpp"
 
+#include <QApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -72,6 +73,20 @@ void PaintSwatch(QPainter& painter, const QRect& area, const QColor& colour) {
   painter.setBrush(colour);
   painter.drawRoundedRect(QRectF(centre.x() - side / 2, centre.y() - side / 2, side, side), 3, 3);
   painter.restore();
+}
+
+QIcon SwatchIcon(int colourIndex, const QPalette& palette) {
+  constexpr int side = 13;
+  const double ratio = qApp->devicePixelRatio();
+  QPixmap picture(QSize(side, side) * ratio);
+  picture.setDevicePixelRatio(ratio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  PaintSwatch(painter, QRect(0, 0, side, side), ChannelColour(colourIndex, palette));
+  painter.end();
+  QIcon icon(picture);
+  icon.addPixmap(picture, QIcon::Selected);  // not tinted as a row is
+  return icon;
 }
 
 void PaintTrace(QPainter& painter, const QRect& area, const Trial& trial, const ChannelTraces& traces,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QIcon>
 #include <QPainter>
 #include <QPalette>
 #include <QRect>
@@ -16,6 +17,9 @@ QColor ChannelColour(int colourIndex, const QPalette& palette);
 
 /// A small filled square in the channel's colour, centred in `area`.
 void PaintSwatch(QPainter& painter, const QRect& area, const QColor& colour);
+
+/// The same as an icon, as a list of colours shows it.
+QIcon SwatchIcon(int colourIndex, const QPalette& palette);
 
 /// The whole channel as an envelope that fills `area`; what lies between the cursors is tinted when
 /// they do not span the trial.

@@ -10,7 +10,7 @@ namespace velmora::ui {
 
 /// One column of a table that has a row for every channel.
 struct ChannelColumn {
-  enum class Kind { Swatch, Text, Number, Check, Choice, Trace };
+  enum class Kind { Swatch, Text, Number, Colour, Check, Choice, Trace };
 
   QString head;
   Kind kind = Kind::Text;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -16,6 +17,8 @@ namespace {
 
 using Kind = ChannelColumn::Kind;
 
+constexpr int kSwatch = 13;  // pixels
+
 /// Paints what is no text.
 class ChannelDelegate : public QStyledItemDelegate {
  public:
@@ -23,7 +26,7 @@ class ChannelDelegate : public QStyledItemDelegate {
       : QStyledItemDelegate(view), workbench_(workbench), traces_(traces), view_(view) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    const Kind kind = static_cast<const ChannelTableModel*>(index.model())->Column(index.column()).kind;
+    const Kind kind = KindOf(index);
     const int channel = ChannelTableModel::ChannelOf(index);
     if (kind == Kind::Choice) {
       PaintChoice(painter, option, index);
@@ -38,7 +41,56 @@ class ChannelDelegate : public QStyledItemDelegate {
     }
   }
 
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (KindOf(index) == Kind::Colour) {
+      option->features |= QStyleOptionViewItem::HasDecoration;
+      option->icon = SwatchIcon(index.data().toInt(), view_->palette());
+      option->decorationSize = QSize(kSwatch, kSwatch);
+    }
+  }
+
+  // A colour is chosen by sight; its number can be typed as well.
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override {
+    if (KindOf(index) != Kind::Colour) {
+      return QStyledItemDelegate::createEditor(parent, option, index);
+    }
+    auto* list = new QComboBox(parent);
+    list->setIconSize({kSwatch, kSwatch});
+    for (int colour = 1; colour <= kColours; ++colour) {
+      list->addItem(SwatchIcon(colour, view_->palette()), QString::number(colour));
+    }
+    list->setMaxVisibleItems(kColours);
+    connect(list, &QComboBox::activated, view_, [this, list] {
+      auto* self = const_cast<ChannelDelegate*>(this);
+      Q_EMIT self->commitData(list);
+      Q_EMIT self->closeEditor(list);
+    });
+    QMetaObject::invokeMethod(list, &QComboBox::showPopup, Qt::QueuedConnection);
+    return list;
+  }
+  void setEditorData(QWidget* editor, const QModelIndex& index) const override {
+    if (auto* list = qobject_cast<QComboBox*>(editor)) {
+      list->setCurrentIndex(index.data().toInt() - 1);
+    } else {
+      QStyledItemDelegate::setEditorData(editor, index);
+    }
+  }
+  void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override {
+    if (const auto* list = qobject_cast<QComboBox*>(editor)) {
+      model->setData(index, list->currentText(), Qt::EditRole);
+    } else {
+      QStyledItemDelegate::setModelData(editor, model, index);
+    }
+  }
+
  private:
+  static Kind KindOf(const QModelIndex& index) {
+    return static_cast<const ChannelTableModel*>(index.model())->Column(index.column()).kind;
+  }
+
   // A round button instead of a box: one of all channels.
   void PaintChoice(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     QStyleOptionViewItem item = option;
@@ -118,9 +170,11 @@ void ChannelTableView::FinishEditing() {
   if (state() != EditingState) {
     return;
   }
-  for (auto* editor : viewport()->findChildren<QLineEdit*>()) {
-    commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
+  for (auto* editor : viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (qobject_cast<QLineEdit*>(editor) != nullptr || qobject_cast<QComboBox*>(editor) != nullptr) {
+      commitData(editor);
+      closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
   }
 }
 

@@ -155,7 +155,7 @@ ChannelColumn FormDialog::ColumnOf(const FormField& field) {
     }
     return column;
   }
-  column.kind = ChannelColumn::Kind::Number;
+  column.kind = field.isColour ? ChannelColumn::Kind::Colour : ChannelColumn::Kind::Number;
   column.text = [values = std::get<ChannelNumbers*>(field.target)](int channel) {
     return ToQt(PlainNumber((*values)[channel]));
   };
@@ -168,8 +168,12 @@ ChannelColumn FormDialog::ColumnOf(const FormField& field) {
 }
 
 void FormDialog::AddTable(QBoxLayout* to) {
-  std::vector<ChannelColumn> columns = {SwatchColumn(), NumberColumn(), LabelColumn(workbench_),
-                                        UnitsColumn(workbench_)};
+  std::vector<ChannelColumn> columns = {NumberColumn(), LabelColumn(workbench_), UnitsColumn(workbench_)};
+  // A form that is about the colours shows its own.
+  if (std::none_of(form_.Fields().begin(), form_.Fields().end(),
+                   [](const FormField& field) { return field.isColour; })) {
+    columns.insert(columns.begin(), SwatchColumn());
+  }
   const std::size_t given = columns.size();
   for (const FormField& field : form_.Fields()) {
     if (IsPerChannel(field)) {

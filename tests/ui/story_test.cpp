@@ -6,6 +6,7 @@
 
 #include "run/recipe_reader.hpp"
 #include "run/recipe_run.hpp"
+#include "ui/channel_drawing.hpp"
 #include "ui/channel_table_view.hpp"
 
 namespace velmora {
@@ -219,6 +220,54 @@ TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
   person_.Work();
   EXPECT_EQ(window_->State().WindowWidth, 51);
   EXPECT_NE(Shown().Data(100, 1), before);
+  Shown().FileChanged = false;
+}
+
+// The colour of a channel, chosen by sight in the dialogue of the graph.
+TEST_F(Story, ChoosesAColourFromTheSwatchesOfTheGraphsDialogue) {
+  window_->State().UserLevel = UserLevelKind::Expert;
+  DoubleClickFile("walk.vmb");
+  person_.When("frmGraphChoose", [](QWidget* dialog) { Person::Press(dialog, "All"); });
+  person_.When("frmGraphChoose", [](QWidget* dialog) {
+    auto* table = dialog->findChild<ui::ChannelTableView*>();
+    const QModelIndex cell = table->model()->index(1, table->model()->columnCount() - 1);
+    ASSERT_EQ(table->model()->headerData(cell.column(), Qt::Horizontal).toString(), "Select colour");
+    const auto shows = [table, cell](int colour) {
+      const QImage picture = table->viewport()->grab(table->visualRect(cell)).toImage();
+      const QRgb wanted = ui::ChannelColour(colour, table->palette()).rgb();
+      for (int x = 0; x < picture.width(); ++x) {
+        if (picture.pixel(x, picture.height() / 2) == wanted) {
+          return true;
+        }
+      }
+      return false;
+    };
+    EXPECT_TRUE(shows(2));
+    Person::DoubleClickCell(table, cell);
+    auto* list = table->viewport()->findChild<QComboBox*>();
+    ASSERT_NE(list, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([list] { return list->view()->isVisible(); }));
+    const QModelIndex eleventh = list->model()->index(10, 0);
+    QTest::mouseClick(list->view()->viewport(), Qt::LeftButton, {},
+                      list->view()->visualRect(eleventh).center(), 300);  // later than a double click
+    ASSERT_TRUE(QTest::qWaitFor([table, cell] { return table->model()->data(cell).toString() == "11"; }));
+    ASSERT_TRUE(QTest::qWaitFor([table] { return table->viewport()->findChild<QComboBox*>() == nullptr; }));
+    EXPECT_TRUE(shows(11));
+    EXPECT_FALSE(shows(2));
+    // By its number, and taken by the button although the list is still open for it.
+    const QModelIndex first = table->model()->index(0, cell.column());
+    table->setCurrentIndex(first);
+    QTest::keyClick(table, Qt::Key_7);
+    QTest::qWait(50);
+    for (auto* open : table->viewport()->findChildren<QComboBox*>()) {
+      open->hidePopup();
+    }
+    Person::Press(dialog, "OK");
+  });
+  Entry("Select Channels for Single-Axis Graph")->trigger();
+  person_.Work();
+  EXPECT_EQ(Shown().ChanColour[2], 11);
+  EXPECT_EQ(Shown().ChanColour[1], 7);
   Shown().FileChanged = false;
 }
 
