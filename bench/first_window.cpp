@@ -1,0 +1,22 @@
+// The program as it starts, up to its first picture. Settings are those of a first session.
+#include <QApplication>
+#include <clocale>
+
+#include "core/settings.hpp"
+#include "first_paint.hpp"
+#include "sample_trials.hpp"
+#include "ui/main_window.hpp"
+#include "ui/theme.hpp"
+#include "ui/window_settings.hpp"
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");
+  velmora::SettingsStore store("");
+  velmora::ui::ApplyTheme(app, velmora::ui::WindowSettings(store).Theme());
+  velmora::ui::MainWindow window(store, {";"}, velmora::examples::MakeEmgBursts);
+  const velmora::bench::FirstPaint end(window);
+  window.show();
+  window.Begin();
+  return QApplication::exec();
+}
