@@ -13,8 +13,9 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   velmora::SettingsStore store("");
-  velmora::ui::ApplyTheme(app, velmora::ui::WindowSettings(store).Theme());
+  velmora::ui::PrepareTheme(app);
   velmora::ui::MainWindow window(store, {";"}, velmora::examples::MakeEmgBursts);
+  velmora::ui::ApplyTheme(app, velmora::ui::WindowSettings(store).Theme());
   const velmora::bench::FirstPaint end(window);
   window.show();
   window.Begin();

@@ -27,6 +27,7 @@ double Median(std::vector<double> values) {
 int main(int argc, char** argv) {
   const int rounds = std::max(1, argc > 1 ? std::atoi(argv[1]) : 21);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  setenv("QT_LOGGING_RULES", "*=false", 1);
   Milliseconds(EMPTY_WINDOW);  // files come into the system's cache
   Milliseconds(FIRST_WINDOW);
   std::vector<double> empty;

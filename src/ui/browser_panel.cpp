@@ -1,5 +1,6 @@
 #include "ui/browser_panel.hpp"
 
+#include <QAbstractFileIconProvider>
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QDir>
@@ -35,6 +36,15 @@ QComboBox* FilterBox(std::span<const FileFilter> filters) {
   return box;
 }
 
+/// All rows are directories: a picture of one in each tells nothing, and to look for it and for the kind
+/// of each takes longer than all else at the start of the program.
+class NoIcons : public QAbstractFileIconProvider {
+ public:
+  [[nodiscard]] QIcon icon(IconType /*type*/) const override { return {}; }
+  [[nodiscard]] QIcon icon(const QFileInfo& /*file*/) const override { return {}; }
+  [[nodiscard]] QString type(const QFileInfo& /*file*/) const override { return {}; }
+};
+
 QWidget* FilteredList(QComboBox* filter, FileListView* list) {
   auto* page = new QWidget;
   auto* layout = new QVBoxLayout(page);
@@ -47,7 +57,12 @@ QWidget* FilteredList(QComboBox* filter, FileListView* list) {
 
 }  // namespace
 
-BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent) : QWidget(parent), workbench_(workbench) {
+BrowserPanel::~BrowserPanel() {
+  delete directories_;  // reads in another thread, with the icons
+}
+
+BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent)
+    : QWidget(parent), workbench_(workbench), icons_(std::make_unique<NoIcons>()) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(8, 8, 8, 6);
   layout->setSpacing(6);
@@ -73,7 +88,7 @@ BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent) : QWidget(pare
 void BrowserPanel::AddTree(QSplitter* to) {
   directories_ = new QFileSystemModel(this);
   directories_->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
-  directories_->setOption(QFileSystemModel::DontUseCustomDirectoryIcons);
+  directories_->setIconProvider(icons_.get());
   directories_->setRootPath(QStringLiteral("/"));
   tree_ = new QTreeView;
   tree_->setModel(directories_);

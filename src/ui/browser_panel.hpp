@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 
 #include "core/workbench.hpp"
 #include "ui/file_list_view.hpp"
 
+class QAbstractFileIconProvider;
 class QComboBox;
 class QFileSystemModel;
 class QLabel;
@@ -21,6 +23,7 @@ class BrowserPanel : public QWidget {
 
  public:
   explicit BrowserPanel(Workbench& workbench, QWidget* parent = nullptr);
+  ~BrowserPanel() override;
 
   /// Shows workbench.DataDir, its files and the name of the selected one.
   void Refresh();
@@ -41,6 +44,7 @@ class BrowserPanel : public QWidget {
   void ShowDirectory();
 
   Workbench& workbench_;
+  std::unique_ptr<QAbstractFileIconProvider> icons_;
   QComboBox* location_;
   QFileSystemModel* directories_;
   QTreeView* tree_;

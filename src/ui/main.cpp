@@ -18,9 +18,10 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("velmora2"));
   QApplication::setApplicationDisplayName(QStringLiteral("Velmora2"));
   velmora::SettingsStore store;
-  velmora::ui::ApplyTheme(app, velmora::ui::WindowSettings(store).Theme());
+  velmora::ui::PrepareTheme(app);
   const std::vector<std::string> items(argv + 1, argv + argc);
   velmora::ui::MainWindow window(store, items, velmora::examples::MakeEmgBursts);
+  velmora::ui::ApplyTheme(app, velmora::ui::WindowSettings(store).Theme());
   window.show();
   window.Begin();
   return QApplication::exec();

@@ -126,14 +126,18 @@ QString StyleSheet(const Tones& tones) {
 
 }  // namespace
 
-void ApplyTheme(QApplication& app, ThemeChoice choice) {
-  auto* desktop = app.findChild<DesktopColours*>();
-  if (desktop == nullptr) {
-    desktop = new DesktopColours(&app);  // before the palette becomes ours
+void PrepareTheme(QApplication& app) {
+  if (app.findChild<DesktopColours*>() == nullptr) {
+    auto* desktop = new DesktopColours(&app);  // before the palette becomes ours
     QApplication::setStyle(new ThemeStyle);
     QObject::connect(desktop, &DesktopColours::Changed, &app,
                      [&app] { ApplyTheme(app, app.property(kChoice).value<ThemeChoice>()); });
   }
+}
+
+void ApplyTheme(QApplication& app, ThemeChoice choice) {
+  PrepareTheme(app);
+  auto* desktop = app.findChild<DesktopColours*>();
   app.setProperty(kChoice, QVariant::fromValue(choice));
   const bool dark = choice == ThemeChoice::Dark || (choice == ThemeChoice::Desktop && desktop->PrefersDark());
   const Tones& tones = dark ? kDark : kLight;

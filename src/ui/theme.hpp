@@ -10,8 +10,13 @@ namespace velmora::ui {
 
 enum class ThemeChoice { Desktop, Light, Dark };
 
+/// Sets the style of what is drawn: before there is a window, which takes longer to give one.
+void PrepareTheme(QApplication& app);
+
 /// Gives the program its looks: light or dark, as chosen or as the desktop has it, which is followed while
 /// the program runs. May be called again; the open windows change at once.
+/// The first time is best after the window was made and before it is shown: widgets that are put together
+/// under a style sheet are styled at every step.
 void ApplyTheme(QApplication& app, ThemeChoice choice);
 
 enum class Tone { Plain, Quiet, Warning, Mark, WarningMark };

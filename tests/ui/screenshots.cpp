@@ -236,8 +236,9 @@ int main(int argc, char** argv) {
     WriteText(data / "treadmill.txt");
     fs::current_path(data);
     SettingsStore store(home.path().toStdString() + "/settings");
-    ui::ApplyTheme(app, dark ? ui::ThemeChoice::Dark : ui::ThemeChoice::Light);
+    ui::PrepareTheme(app);
     ui::MainWindow window(store, {";"}, examples::MakeEmgBursts);
+    ui::ApplyTheme(app, dark ? ui::ThemeChoice::Dark : ui::ThemeChoice::Light);
     window.State().UserLevel = UserLevelKind::Expert;
     window.resize(kWindow);
     window.show();
