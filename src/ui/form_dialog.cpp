@@ -11,6 +11,7 @@
 
 #include "core/numbers.hpp"
 #include "core/text.hpp"
+#include "ui/filter_test_picture.hpp"
 #include "ui/response_picture.hpp"
 #include "ui/text.hpp"
 #include "ui/text_picture.hpp"
@@ -39,6 +40,20 @@ QString HeadOf(const FormField& field) {
   return field.units.empty() ? name : name + QStringLiteral(" (") + ToQt(field.units) + QStringLiteral(")");
 }
 
+// A number as somebody reads it; its tip has all of it.
+QTableWidgetItem* ItemOf(const ResultTable::Cell& cell) {
+  constexpr int digits = 7;
+  const double* number = std::get_if<double>(&cell);
+  auto* item = new QTableWidgetItem(number != nullptr ? QString::number(*number, 'g', digits)
+                                                      : ToQt(std::get<std::string>(cell)));
+  item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+  if (number != nullptr) {
+    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    item->setToolTip(ToQt(PlainNumber(*number)));
+  }
+  return item;
+}
+
 QTableWidget* TableOf(const ResultTable& results) {
   auto* table =
       new QTableWidget(static_cast<int>(results.rows.size()), static_cast<int>(results.columns.size()));
@@ -50,14 +65,7 @@ QTableWidget* TableOf(const ResultTable& results) {
     for (int k = 0; k < table->columnCount(); ++k) {
       const ResultTable::Cell& cell =
           results.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(k)];
-      const double* number = std::get_if<double>(&cell);
-      auto* item =
-          new QTableWidgetItem(ToQt(number != nullptr ? PlainNumber(*number) : std::get<std::string>(cell)));
-      item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-      if (number != nullptr) {
-        item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-      }
-      table->setItem(row, k, item);
+      table->setItem(row, k, ItemOf(cell));
     }
   }
   table->verticalHeader()->hide();
@@ -84,6 +92,7 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   auto* wide = new QVBoxLayout;
   AddTable(wide);
   if (picture_ != nullptr) {
+    picture_->setObjectName(QStringLiteral("picture"));
     wide->addWidget(picture_, 1);
   }
   const bool shows = wide->count() > 0 || !form_.Tables().empty();
@@ -325,6 +334,8 @@ std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, Q
     picture = new ResponsePicture(form, workbench);
   } else if (form.Name() == "frmParse") {
     picture = new TextPicture(form, workbench);
+  } else if (form.Name() == "frmFiltering") {
+    picture = new FilterTestPicture(form);
   }
   return std::make_unique<FormDialog>(form, workbench, picture, parent);
 }

@@ -14,30 +14,8 @@ namespace velmora::ui {
 namespace {
 
 constexpr double kDecadesBelow = 1.5;
+constexpr double kHighestGain = 1.05;
 constexpr double kHalfPower = 0.70710678118654752;
-
-double XOf(double frequency, double low, double high, const QRectF& area) {
-  return area.left() + area.width() * std::log(frequency / low) / std::log(high / low);
-}
-
-double YOf(double gain, const QRectF& area) {
-  return area.bottom() - area.height() * gain / 1.05;
-}
-
-// 1, 2 and 5 of every decade.
-std::vector<double> RoundFrequencies(double low, double high) {
-  std::vector<double> ticks;
-  const int last = static_cast<int>(std::floor(std::log10(high)));
-  for (int exponent = static_cast<int>(std::floor(std::log10(low))); exponent <= last; ++exponent) {
-    const double decade = std::pow(10.0, exponent);
-    for (const double step : {1.0, 2.0, 5.0}) {
-      if (decade * step >= low && decade * step <= high) {
-        ticks.push_back(decade * step);
-      }
-    }
-  }
-  return ticks;
-}
 
 Biquad BiquadOf(PassType type, const FilterSection& section) {
   const double a0 = section.a0;
@@ -100,51 +78,21 @@ void ResponsePicture::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(runs || response.cutoff <= 0 ? palette().color(QPalette::WindowText)
                                               : WarningColour(palette()));
   painter.drawText(QRectF(0, 4, width(), line), Qt::AlignLeft, Caption(response));
-  const QRectF area = QRectF(rect()).adjusted(38, line + 14, -8, -line - 12);
-  painter.fillRect(area, palette().color(QPalette::Base));
   const double high = workbench_.trial.Rate / 2;
   if (!(high > 0)) {
     return;
   }
   const double about = runs ? response.cutoff : high / 10;
-  const double low = std::min(about / std::pow(10.0, kDecadesBelow), high / 100);
-  PaintGrid(painter, area, low, high);
-  PaintCurve(painter, area, low, high, response);
+  const LineChart chart{.area = QRectF(rect()).adjusted(38, line + 14, -8, -line - 12),
+                        .left = std::min(about / std::pow(10.0, kDecadesBelow), high / 100),
+                        .right = high,
+                        .top = kHighestGain,
+                        .logarithmic = true};
+  chart.PaintGrid(painter, palette(), QStringLiteral("Hz"));
+  PaintCurve(painter, chart, response);
 }
 
-void ResponsePicture::PaintGrid(QPainter& painter, const QRectF& area, double low, double high) const {
-  const QColor quiet = QuietColour(palette());
-  const QPen grid(palette().color(QPalette::Mid), 0.6);
-  const double line = fontMetrics().height();
-  for (const double gain : {0.0, 0.25, 0.5, 0.75, 1.0}) {
-    const double y = YOf(gain, area);
-    painter.setPen(grid);
-    painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
-    painter.setPen(quiet);
-    painter.drawText(QRectF(0, y - line / 2, area.left() - 6, line), Qt::AlignRight | Qt::AlignVCenter,
-                     ToQt(FormatNumber(gain, "0.00")));
-  }
-  double taken = 0;
-  for (const double frequency : RoundFrequencies(low, high)) {
-    const double x = XOf(frequency, low, high, area);
-    painter.setPen(grid);
-    painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
-    const QString text = ToQt(PlainNumber(std::round(frequency * 1e6) / 1e6));
-    const double half = fontMetrics().horizontalAdvance(text) / 2.0;
-    if (x - half > taken && x + half < area.right() - 26) {
-      painter.setPen(quiet);
-      painter.drawText(QPointF(x - half, area.bottom() + line), text);
-      taken = x + half + 8;
-    }
-  }
-  painter.setPen(quiet);
-  painter.drawText(
-      QPointF(area.right() - fontMetrics().horizontalAdvance(QStringLiteral("Hz")), area.bottom() + line),
-      QStringLiteral("Hz"));
-}
-
-void ResponsePicture::PaintCurve(QPainter& painter, const QRectF& area, double low, double high,
-                                 const Response& response) const {
+void ResponsePicture::PaintCurve(QPainter& painter, const LineChart& chart, const Response& response) const {
   const bool runs = response.cutoff > 0 && response.designed.verdict.Accepted();
   const Biquads sections = {BiquadOf(response.type, response.designed.section)};
   const auto gain = [&](double frequency) {
@@ -152,19 +100,18 @@ void ResponsePicture::PaintCurve(QPainter& painter, const QRectF& area, double l
                 : 1.0;
   };
   QPolygonF curve;
-  const int columns = static_cast<int>(area.width());
+  const int columns = static_cast<int>(chart.area.width());
   for (int column = 0; column <= columns; ++column) {
-    const double x = area.left() + column;
-    const double frequency = low * std::pow(high / low, (x - area.left()) / area.width());
-    curve << QPointF(x, YOf(gain(frequency), area));
+    const double frequency = chart.AbscissaAt(column);
+    curve << chart.At(frequency, gain(frequency));
   }
   const QColor colour = ChannelColour(workbench_.trial.ChanColour[channel_], palette());
-  painter.setClipRect(area);
+  painter.setClipRect(chart.area);
   if (runs) {
-    const QPointF corner(XOf(response.cutoff, low, high, area), YOf(kHalfPower, area));
+    const QPointF corner = chart.At(response.cutoff, kHalfPower);
     painter.setPen(QPen(QuietColour(palette()), 1.0, Qt::DashLine));
-    painter.drawLine(QPointF(corner.x(), area.bottom()), corner);
-    painter.drawLine(QPointF(area.left(), corner.y()), corner);
+    painter.drawLine(QPointF(corner.x(), chart.area.bottom()), corner);
+    painter.drawLine(QPointF(chart.area.left(), corner.y()), corner);
     painter.setPen(QPen(colour, 2.0));
     painter.drawPolyline(curve);
     painter.setBrush(colour);

@@ -3,6 +3,7 @@
 #include "core/workbench.hpp"
 #include "dsp/filter_section.hpp"
 #include "ui/form_picture.hpp"
+#include "ui/line_chart.hpp"
 
 namespace velmora::ui {
 
@@ -24,9 +25,7 @@ class ResponsePicture : public FormPicture {
   };
   [[nodiscard]] Response Current() const;
   [[nodiscard]] QString Caption(const Response& response) const;
-  void PaintGrid(QPainter& painter, const QRectF& area, double low, double high) const;
-  void PaintCurve(QPainter& painter, const QRectF& area, double low, double high,
-                  const Response& response) const;
+  void PaintCurve(QPainter& painter, const LineChart& chart, const Response& response) const;
 
   const Form& form_;
   const Workbench& workbench_;

@@ -177,6 +177,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("math.multiply", "frmChoose", "picker-values", "Cancel");
   photographer.Dialogue("smooth.butterworth", "frmButterworth", "filter", "Filter", FillFilter);
   photographer.Dialogue("smooth.moving-average", "frmSetEpochDuration", "window-width", "Cancel");
+  photographer.Dialogue("smooth.testing", "frmFiltering", "filter-testing", "Cancel");
   ShowGraph(window, photographer);
   ShowChannels(window, photographer);
   photographer.Dialogue("edit.experiment-information", "frmExperiment", "experiment", "Cancel");

@@ -271,6 +271,33 @@ TEST_F(Story, ChoosesAColourFromTheSwatchesOfTheGraphsDialogue) {
   Shown().FileChanged = false;
 }
 
+TEST_F(Story, AFilterIsLookedAtBeforeThereAreData) {
+  person_.When("frmFiltering", [](QWidget* dialog) {
+    auto* picture = dialog->findChild<QWidget*>("picture");
+    auto* cutoff = dialog->findChild<QLineEdit*>("FilterCutoff");
+    const auto type = [cutoff](const char* text) {
+      cutoff->setFocus();
+      if (!QTest::qWaitFor([cutoff] { return cutoff->hasFocus(); })) {
+        throw std::runtime_error("the field has not the focus");
+      }
+      cutoff->selectAll();
+      QTest::keyClicks(cutoff, text);
+      QTest::keyClick(cutoff, Qt::Key_Tab);
+    };
+    const QImage before = picture->grab().toImage();
+    type("3");
+    const QImage lower = picture->grab().toImage();
+    EXPECT_NE(lower, before);
+    EXPECT_FALSE(dialog->findChildren<QTableWidget*>().isEmpty());
+    type("5000");  // above half the sampling rate
+    EXPECT_NE(picture->grab().toImage(), lower);
+    EXPECT_TRUE(dialog->findChildren<QTableWidget*>().isEmpty());
+    Person::Press(dialog, "Cancel");
+  });
+  Entry("Filter Testing")->trigger();
+  person_.Work();
+}
+
 TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   window_->State().UserLevel = UserLevelKind::Expert;
   QMimeData data;
