@@ -114,11 +114,10 @@ void Form::Edit(const FormField& field, int channel, std::string_view text) {
   if (channel < 1 || channel > kMaxChannels) {
     Refuse(field, "there is no channel " + std::to_string(channel));
   }
-  const auto c = static_cast<std::size_t>(channel);
   if (ChannelNumbers* const* numbers = std::get_if<ChannelNumbers*>(&field.target)) {
-    (**numbers)[c] = Limited(field, Val(text));
+    (**numbers)[channel] = Limited(field, Val(text));
   } else if (ChannelFlags* const* flags = std::get_if<ChannelFlags*>(&field.target)) {
-    (**flags)[c] = YesNoOf(field, text);
+    (**flags)[channel] = YesNoOf(field, text);
   } else {
     Refuse(field, "is not a value per channel");
   }

@@ -49,16 +49,15 @@ void Trial::CutChannels(int nChan) {
 }
 
 void Trial::SetChannelDefaults(int channel) {
-  const auto c = static_cast<std::size_t>(channel);
-  ChanLabel[c] = channel == 0 ? "Time" : "";
-  ChanUnits[c] = channel == 0 ? "s" : "V";
-  ChanRate[c] = Rate;
-  ChanGain[c] = 1.0;
-  ChanOffset[c] = 0.0;
-  ChanNumber[c] = static_cast<std::int16_t>(channel == 0 ? 0 : channel - 1);
-  ChanAutozero[c] = -1;
-  ChanColour[c] = DefaultColour(channel);
-  ChanGraphSlot[c] = 0;
+  ChanLabel[channel] = channel == 0 ? "Time" : "";
+  ChanUnits[channel] = channel == 0 ? "s" : "V";
+  ChanRate[channel] = Rate;
+  ChanGain[channel] = 1.0;
+  ChanOffset[channel] = 0.0;
+  ChanNumber[channel] = static_cast<std::int16_t>(channel == 0 ? 0 : channel - 1);
+  ChanAutozero[channel] = -1;
+  ChanColour[channel] = DefaultColour(channel);
+  ChanGraphSlot[channel] = 0;
 }
 
 void Trial::AddChannels(int count) {

@@ -150,7 +150,7 @@ class Strip {
         run_(type == PassType::Low ? kernel.low : kernel.high),
         neighbours_(channels.back() - channels.front() + 1 == static_cast<int>(channels.size())) {
     for (std::size_t lane = 0; lane < channels_.size(); ++lane) {
-      const FilterSection& section = sections[static_cast<std::size_t>(channels_[lane])];
+      const FilterSection& section = sections[channels_[lane]];
       state_.a0[lane] = section.a0;
       state_.b1[lane] = section.b1;
       state_.b2[lane] = section.b2;
@@ -305,10 +305,9 @@ class LanesRun {
       std::vector<int> forward;
       std::vector<int> backward;
       for (const int c : channels_) {
-        const auto at = static_cast<std::size_t>(c);
-        if (filter_.Passes[at] >= pass) {
+        if (filter_.Passes[c] >= pass) {
           forward.push_back(c);
-          if (filter_.ZeroLag[at]) {
+          if (filter_.ZeroLag[c]) {
             backward.push_back(c);
           }
         }
@@ -342,15 +341,14 @@ PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& fil
   std::vector<int> asked;
   std::vector<int> accepted;
   for (int c = 1; c <= trial.NChan; ++c) {
-    const auto at = static_cast<std::size_t>(c);
-    if (!(filter.Cutoffs[at] > 0)) {
+    if (!(filter.Cutoffs[c] > 0)) {
       continue;
     }
     asked.push_back(c);
-    const DesignedSection designed = DesignSection(filter.type, filter.design, filter.Cutoffs[at], trial.Rate,
-                                                   filter.Passes[at], filter.ZeroLag[at]);
-    verdicts[at] = designed.verdict;
-    sections[at] = designed.section;
+    const DesignedSection designed = DesignSection(filter.type, filter.design, filter.Cutoffs[c], trial.Rate,
+                                                   filter.Passes[c], filter.ZeroLag[c]);
+    verdicts[c] = designed.verdict;
+    sections[c] = designed.section;
     if (designed.verdict.Accepted()) {
       accepted.push_back(c);
     }

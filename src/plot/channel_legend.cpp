@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/text.hpp"
+#include "graph/graph.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/point_marks.hpp"
 #include "plot/trace_raster.hpp"
@@ -14,10 +14,8 @@ constexpr int kSample = 22;  // the piece of line
 constexpr int kGap = 6;
 
 QString TextOf(const Trial& trial, int channel) {
-  const auto c = static_cast<std::size_t>(channel);
-  const std::string label = Trim(trial.ChanLabel[c].Text());
-  const std::string units = Trim(trial.ChanUnits[c].Text());
-  return QString::fromStdString(units.empty() ? label : label + " (" + units + ")");
+  return QString::fromStdString(
+      LabelWithUnits(trial.ChanLabel[channel].Text(), trial.ChanUnits[channel].Text()));
 }
 
 }  // namespace

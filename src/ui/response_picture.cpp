@@ -39,15 +39,14 @@ void ResponsePicture::Show(int channel) {
 }
 
 ResponsePicture::Response ResponsePicture::Current() const {
-  const auto c = static_cast<std::size_t>(channel_);
-  const bool zeroLag = ValueOf<ChannelFlags>(form_, "ZeroLag")[c];
-  const auto passes = static_cast<std::int16_t>(ValueOf<ChannelNumbers>(form_, "Passes")[c]);
+  const bool zeroLag = ValueOf<ChannelFlags>(form_, "ZeroLag")[channel_];
+  const auto passes = static_cast<std::int16_t>(ValueOf<ChannelNumbers>(form_, "Passes")[channel_]);
   const FilterDesign designs[] = {FilterDesign::Butterworth, FilterDesign::CriticallyDamped,
                                   FilterDesign::Bessel};
   const int design = std::clamp(ValueOf<std::int32_t>(form_, "optFilter"), 0, 2);
   Response response;
   response.type = ValueOf<std::int32_t>(form_, "optPassType") == 0 ? PassType::Low : PassType::High;
-  response.cutoff = ValueOf<ChannelNumbers>(form_, "FilterCutoffs")[c];
+  response.cutoff = ValueOf<ChannelNumbers>(form_, "FilterCutoffs")[channel_];
   response.runs = zeroLag ? 2 * passes : passes;
   response.designed = DesignSection(response.type, designs[design], static_cast<float>(response.cutoff),
                                     workbench_.trial.Rate, passes, zeroLag);

@@ -85,17 +85,16 @@ std::vector<std::string> ChannelFields(const std::string& line, bool named, int 
 
 // "Force [N]" is label and unit.
 void SplitUnit(Trial& trial, int channel, std::string text) {
-  const auto c = static_cast<std::size_t>(channel);
   const std::size_t bracket = text.find('[');
   if (bracket != std::string::npos) {
     std::string unit = text.substr(bracket + 1);
     if (!unit.empty() && unit.back() == ']') {
       unit.pop_back();
     }
-    trial.ChanUnits[c] = Trim(unit);
+    trial.ChanUnits[channel] = Trim(unit);
     text.resize(bracket);
   }
-  trial.ChanLabel[c] = Trim(text);
+  trial.ChanLabel[channel] = Trim(text);
 }
 
 bool KeepsLabels(int code) {
