@@ -18,6 +18,7 @@
 #include "import/line_blocks.hpp"
 #include "import/load_file.hpp"
 #include "import/text_parser/fast_scan.hpp"
+#include "import/text_parser/full_lines.hpp"
 
 namespace velmora {
 namespace {
@@ -126,48 +127,76 @@ void LoadText(benchmark::State& state, bool again) {
   state.SetBytesProcessed(state.iterations() * file.Bytes());
 }
 
+// Hands out the file in pieces of whole lines; `take` returns how many bytes it took.
+template <typename Take>
+void ForEachPiece(const Take& take) {
+  TextSource source(SharedFile().Path());
+  LineBlocks blocks(source);
+  for (std::string_view lines = blocks.Lines(); !lines.empty(); lines = blocks.Lines()) {
+    blocks.Consume(take(lines));
+  }
+}
+
 template <typename Scan>
-void ScanPieces(benchmark::State& state, const Scan& scan) {
-  TextFile& file = SharedFile();
+void ScanFile(std::vector<float>& values, const Scan& scan) {
   ScanPlan plan;
   plan.columns = kColumns;
   plan.stride = kColumns + 1;
   for (int c = 0; c < kColumns; ++c) {
     plan.slot[static_cast<std::size_t>(c)] = static_cast<std::uint8_t>(c + 1);
   }
-  std::vector<float> values(static_cast<std::size_t>(kLines) * (kColumns + 1));
-  for (auto _ : state) {
-    TextSource source(file.Path());
-    LineBlocks blocks(source);
-    ScanFaults faults;
-    std::int64_t rows = 0;
-    for (std::string_view lines = blocks.Lines(); !lines.empty(); lines = blocks.Lines()) {
-      const ScanProgress done = scan(lines, plan, values.data() + rows * plan.stride, kLines - rows, faults);
-      rows += done.rows;
-      blocks.Consume(done.bytes);
-    }
-    benchmark::DoNotOptimize(values.data());
-  }
-  state.SetBytesProcessed(state.iterations() * file.Bytes());
+  std::int64_t rows = 0;
+  ScanFaults faults;
+  ForEachPiece([&](std::string_view lines) {
+    const FrameRoom room{values.data() + rows * plan.stride, kLines - rows};
+    const ScanProgress done = scan(lines, plan, room, 1, faults);
+    rows += done.rows;
+    return done.bytes;
+  });
+  benchmark::DoNotOptimize(values.data());
+}
+
+void CountFile(SimdLevel level) {
+  std::int64_t lines = 0;
+  ForEachPiece([&](std::string_view text) {
+    constexpr std::size_t kPiece = 16384;
+    const FullLines full = CountFullLines(text.substr(0, kPiece), level);
+    lines += full.lines;
+    return full.lines > 0 ? full.bytes : text.size();
+  });
+  benchmark::DoNotOptimize(lines);
+}
+
+std::vector<float> RoomForAll() {
+  return std::vector<float>(static_cast<std::size_t>(kLines) * (kColumns + 1));
 }
 
 void ScanPlain(benchmark::State& state) {
-  ScanPieces(state, [](std::string_view lines, const ScanPlan& plan, float* to, std::int64_t rows,
-                       ScanFaults& faults) {
-    return ScanRows(lines, plan, {to, rows}, 1, faults);
-  });
+  std::vector<float> values = RoomForAll();
+  for (auto _ : state) {
+    ScanFile(values, ScanRows);
+  }
+  state.SetBytesProcessed(state.iterations() * SharedFile().Bytes());
 }
 
-void ScanFast(benchmark::State& state) {
+// At each vector width; with `count` the two passes of a load.
+void ScanFast(benchmark::State& state, bool count) {
   const auto level = static_cast<SimdLevel>(state.range(0));
   if (level > MachineSimdLevel()) {
     state.SkipWithError("not on this machine");
     return;
   }
-  ScanPieces(state, [level](std::string_view lines, const ScanPlan& plan, float* to, std::int64_t rows,
-                            ScanFaults& faults) {
-    return FastScanRows(lines, plan, {to, rows}, 1, faults, level);
-  });
+  std::vector<float> values = RoomForAll();
+  for (auto _ : state) {
+    if (count) {
+      CountFile(level);
+    }
+    ScanFile(values, [level](std::string_view text, const ScanPlan& plan, FrameRoom room,
+                             std::int64_t firstLine, ScanFaults& faults) {
+      return FastScanRows(text, plan, room, firstLine, faults, level);
+    });
+  }
+  state.SetBytesProcessed(state.iterations() * SharedFile().Bytes());
 }
 
 void ReadBytes(benchmark::State& state) {
@@ -185,7 +214,8 @@ void ReadBytes(benchmark::State& state) {
 BENCHMARK(ReadBytes)->Unit(benchmark::kMillisecond);
 BENCHMARK(FromCharsOverMappedFile)->Unit(benchmark::kMillisecond);
 BENCHMARK(ScanPlain)->Unit(benchmark::kMillisecond);
-BENCHMARK(ScanFast)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ScanFast, alone, false)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ScanFast, counted, true)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LoadText, again, true)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(LoadText, first, false)->Iterations(1)->Unit(benchmark::kMillisecond);
 

@@ -81,7 +81,7 @@ std::string Digits(std::size_t count, Random& random) {
 std::string NumberText(Random& random, char point) {
   std::string text = OneOf<std::string>({"", "", "-", "-", "+"}, random);
   const std::size_t whole = random() % 10;
-  const std::size_t decimals = random() % 9;
+  const std::size_t decimals = random() % (whole == 0 ? 18 : 9);
   text += Digits(whole, random);
   if (decimals > 0 || random() % 4 == 0) {
     text += point + Digits(decimals, random);
@@ -231,7 +231,11 @@ TEST(NumberScanTest, FullLinesAreCountedAsLineByLine) {
       text += pieces[random() % kinds];
       text += kinds == 3 && random() % 3 == 0 ? "9\n" : "";
     }
-    const FullLines full = CountFullLines(text);
+    const FullLines full = CountFullLines(text, SimdLevel::Sse2);
+    for (const SimdLevel level : MachineSimdLevels()) {
+      const FullLines wide = CountFullLines(text, level);
+      EXPECT_EQ(std::pair(wide.lines, wide.bytes), std::pair(full.lines, full.bytes)) << text;
+    }
     counted += full.lines > 0 ? 1 : 0;
     std::string_view rest = text;
     for (std::int64_t line = 0; line < full.lines; ++line) {

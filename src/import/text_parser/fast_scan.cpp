@@ -31,7 +31,7 @@ class Scanner {
       : rest_(text),
         plan_(plan),
         characters_(CharactersOf(plan.layout)),
-        stages_(level == SimdLevel::Sse2 ? kSse2ScanStages : kAvx2ScanStages),
+        stages_(ScanStagesOf(level)),
         room_(room),
         firstLine_(firstLine),
         faults_(faults),
@@ -81,13 +81,27 @@ class Scanner {
       return false;
     }
     if (!stages_.readRow(rest_.data(), start, index_.ends + first, plan_.columns, characters_.point,
-                         row_.data())) {
+                         row_.data()) &&
+        !ReadCells(start, index_.ends + first)) {
       return false;
     }
     PutRow(Frame());
     first = last + (exact ? 1 : 2);
     ++progress_.rows;
     ++progress_.lines;
+    return true;
+  }
+
+  // Exponents, seventeen digits, a number half-way between two: one after the other, but between the ends
+  // that are known. False when one is no number, which is the plain way's to tell.
+  bool ReadCells(std::uint32_t start, const std::uint32_t* ends) {
+    for (int k = 0; k < plan_.columns; ++k) {
+      const std::string_view cell = rest_.substr(start, ends[k] - start);
+      if (!ReadNumber(cell, plan_.layout.decimalComma, row_[static_cast<std::size_t>(k)])) {
+        return false;
+      }
+      start = ends[k] + 1;
+    }
     return true;
   }
 
@@ -130,6 +144,18 @@ class Scanner {
 };
 
 }  // namespace
+
+const ScanStages& ScanStagesOf(SimdLevel level) {
+  switch (level) {
+    case SimdLevel::Sse2:
+      return kSse2ScanStages;
+    case SimdLevel::Avx2:
+      return kAvx2ScanStages;
+    case SimdLevel::Avx512:
+      break;
+  }
+  return kAvx512ScanStages;
+}
 
 ScanProgress FastScanRows(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
                           ScanFaults& faults, SimdLevel level) {

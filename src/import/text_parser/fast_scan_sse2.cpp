@@ -17,6 +17,16 @@ struct Masks {
   std::uint64_t cr;
 };
 
+// The instruction that counts bits is not on every machine of this width.
+__attribute__((always_inline)) inline std::uint32_t CountBits(std::uint64_t bits) {
+  bits -= bits >> 1 & 0x5555555555555555U;
+  bits = (bits & 0x3333333333333333U) + (bits >> 2 & 0x3333333333333333U);
+  bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0FU;
+  return static_cast<std::uint32_t>(bits * 0x0101010101010101U >> 56);
+}
+
+#include "import/text_parser/fast_scan_positions.inc"
+
 __attribute__((always_inline)) inline __m128i Load16(const void* from) {
   return _mm_loadu_si128(static_cast<const __m128i*>(from));
 }
@@ -46,6 +56,17 @@ class Finder {
     return masks;
   }
 
+  __attribute__((always_inline)) static Masks FindWhite(const char* text) {
+    Masks masks{0, 0, 0};
+    for (std::ptrdiff_t quarter = 3; quarter >= 0; --quarter) {
+      const __m128i bytes = Load16(text + 16 * quarter);
+      masks.ends = masks.ends << 16 | Bits(_mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(' ')), bytes));
+      masks.lf = masks.lf << 16 | Bits(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')));
+      masks.cr = masks.cr << 16 | Bits(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')));
+    }
+    return masks;
+  }
+
  private:
   static std::uint64_t Bits(__m128i bytes) { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes)); }
 
@@ -53,6 +74,38 @@ class Finder {
 };
 
 #include "import/text_parser/fast_scan_index.inc"
+
+// The numbers of a row, as many as make whole groups: the last one is repeated.
+struct Cells {
+  static constexpr int kGroup = 4;
+
+  std::uint32_t end[kMostCells + kGroup];
+  std::uint32_t length[kMostCells + kGroup];  // without the sign
+  std::uint32_t sign[kMostCells + kGroup];    // bit 31
+};
+
+// False when one is empty or longer than 16 characters. By table and without a branch: signs come at
+// random, and a branch on them would cost more than all the rest of a number.
+__attribute__((always_inline)) inline bool MeasureCells(const char* text, std::uint32_t start,
+                                                        const std::uint32_t* ends, int columns,
+                                                        Cells& cells) {
+  std::uint32_t outside = 0;
+  for (int k = 0; k < columns; ++k) {
+    const std::uint32_t sign = scan_tables::kSigns.of[static_cast<unsigned char>(text[start])];
+    const std::uint32_t length = ends[k] - start - (sign & 1U);
+    outside |= (length - 1) & ~15U;
+    cells.end[k] = ends[k];
+    cells.length[k] = length;
+    cells.sign[k] = sign;
+    start = ends[k] + 1;
+  }
+  for (int k = columns; k % Cells::kGroup != 0; ++k) {
+    cells.end[k] = cells.end[columns - 1];
+    cells.length[k] = cells.length[columns - 1];
+    cells.sign[k] = cells.sign[columns - 1];
+  }
+  return outside == 0;
+}
 
 // The values 0..9 of a number's digits, right-aligned in 16 bytes with the point taken out.
 struct Digits {
@@ -121,6 +174,6 @@ bool ReadRow(const char* text, std::uint32_t start, const std::uint32_t* ends, i
 }  // namespace
 }  // namespace sse2
 
-const ScanStages kSse2ScanStages = {sse2::IndexPiece, sse2::ReadRow};
+const ScanStages kSse2ScanStages = {sse2::IndexPiece, sse2::ReadRow, sse2::CountFullLines};
 
 }  // namespace velmora

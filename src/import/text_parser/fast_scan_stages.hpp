@@ -1,6 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+
+#include "core/simd.hpp"
+#include "import/text_parser/full_lines.hpp"
 
 namespace velmora {
 
@@ -31,13 +35,19 @@ struct ScanStages {
 
   /// Reads `columns` (1..64) numbers, the first from `start`, each up to the next of `ends`, into
   /// `row`, which has room for 64 and three more. False when one of them is not of the plain sort: at
-  /// most 16 characters beside its sign, digits with at most one point, and not within a rounding of
-  /// half-way between two 32-bit numbers. May read 16 bytes before `text`.
+  /// most 16 characters (narrow: beside its sign), digits with at most one point, and not within a rounding
+  /// of half-way between two 32-bit numbers. May read 16 bytes before `text`.
   bool (*readRow)(const char* text, std::uint32_t start, const std::uint32_t* ends, int columns, char point,
                   float* row);
+
+  /// CountFullLines of the first `bytes` bytes, of which a last piece of less than 64 is left out.
+  FullLines (*countFullLines)(const char* text, std::size_t bytes);
 };
 
 extern const ScanStages kSse2ScanStages;
 extern const ScanStages kAvx2ScanStages;
+extern const ScanStages kAvx512ScanStages;
+
+const ScanStages& ScanStagesOf(SimdLevel level);
 
 }  // namespace velmora

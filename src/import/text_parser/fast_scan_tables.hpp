@@ -58,6 +58,23 @@ inline constexpr Scales kScales = [] {
   return scales;
 }();
 
+/// 10 to the number of digits behind the point, by the point's place from the end, counted from 1; 0 is no
+/// point.
+struct PlaceScales {
+  double of[32] = {};
+};
+
+inline constexpr PlaceScales kPlaceScales = [] {
+  PlaceScales scales;
+  double scale = 1.0;
+  scales.of[0] = 1.0;
+  for (int place = 1; place < 32; ++place) {
+    scales.of[place] = scale;
+    scale *= place < 16 ? 10.0 : 1.0;
+  }
+  return scales;
+}();
+
 /// By the first character of a number: bit 0 for a sign, bit 31 for a minus.
 struct Signs {
   std::uint32_t of[256] = {};
@@ -71,3 +88,17 @@ inline constexpr Signs kSigns = [] {
 }();
 
 }  // namespace velmora::scan_tables
+
+/// What the wide scans know of a number, summed over its bytes: the place of its point from the end,
+/// counted from 1, a minus, and above these bits the count of its digits.
+namespace velmora::scan_marks {
+
+inline constexpr int kPlaceBits = 31;
+inline constexpr int kPointFirst = 16;  // sixteen characters, the first a point
+inline constexpr int kMinus = 32;
+inline constexpr int kDigit = 64;
+
+/// Fifteen digits fit the 53 bits of a double.
+inline constexpr std::int64_t kMostWhole = 999'999'999'999'999;
+
+}  // namespace velmora::scan_marks

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/simd.hpp"
+
 namespace velmora {
 
 /// Lines at the start of a text that are whole and not blank.
@@ -14,6 +16,6 @@ struct FullLines {
 
 /// Counts them 64 bytes at a time. All or nothing: no lines when one of the text's lines might be
 /// blank, that is, ends behind a blank, a tab or another line's end.
-FullLines CountFullLines(std::string_view text);
+FullLines CountFullLines(std::string_view text, SimdLevel level = MachineSimdLevel());
 
 }  // namespace velmora
