@@ -170,7 +170,8 @@ bool AskReadFile(Workbench& workbench, const std::string& path) {
 }
 
 bool ConfirmDiscard(Workbench& workbench, const std::string& text) {
-  return !workbench.trial.FileChanged ||
+  const bool storedChanged = workbench.merge.MergePending && workbench.merge.changed;
+  return (!workbench.trial.FileChanged && !storedChanged) ||
          workbench.questions.AskBox({.title = "File Changed but Not Saved",
                                      .text = text,
                                      .icon = Icon::Exclamation,

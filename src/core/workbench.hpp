@@ -45,6 +45,7 @@ struct CommandReport {
 struct MergeStore {
   bool MergePending = false;
   std::int32_t NFilesMerged = 1;  // files in the current trial
+  bool changed = false;           // FileChanged of the trial that was stored
   Trial stored;
 };
 
@@ -90,6 +91,7 @@ struct Workbench {
   std::string DataDir;
   std::string StartDir;
   std::string ExeName = "Velmora2.exe";
+  std::string LoadedFile;  // where the trial was read from; FileName may name a file chosen since
   std::string OutputFileName;
   bool SaveQuietly = false;
   bool SaveRangeSet = false;

@@ -86,7 +86,8 @@ void FinishTrial(Workbench& workbench) {
     trial.TrialTitle = trial.FileName;
   }
   trial.OriginalDuration = trial.Duration;
-  MarkChanged(workbench, false);
+  workbench.LoadedFile = trial.FileName;
+  workbench.merge.NFilesMerged = workbench.merge.MergePending ? workbench.merge.NFilesMerged : 1;
 }
 
 void ReadTrial(Workbench& workbench) {
@@ -94,6 +95,7 @@ void ReadTrial(Workbench& workbench) {
   panel.SetStatus("Reading setup");
   ResetTrial(workbench);
   RunReader(workbench, panel);
+  MarkChanged(workbench, false);
   if (workbench.trial.NData < 1) {
     workbench.trial.DiscardData();
     panel.SetStatus("Reading cancelled.");
@@ -111,6 +113,7 @@ void LoadFile(Workbench& workbench) {
     ReadTrial(workbench);
   } catch (...) {
     workbench.trial.DiscardData();  // a half-read trial must not pass for one
+    MarkChanged(workbench, false);
     throw;
   }
   if (workbench.merge.MergePending && workbench.trial.NData > 0) {

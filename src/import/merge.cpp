@@ -1,7 +1,7 @@
 #include "import/merge.hpp"
 
 #include <algorithm>
-#include <cassert>
+#include <stdexcept>
 #include <utility>
 
 #include "core/helpers.hpp"
@@ -43,6 +43,10 @@ void MoveChannelFields(Trial& trial, int count, int first) {
   move(trial.ChanGraphSlot);
 }
 
+std::int64_t IntervalsAtRate(const Trial& trial, double rate) {
+  return RoundHalfEven(trial.NData / trial.Rate * rate);
+}
+
 }  // namespace
 
 void StoreForMerge(const Trial& trial, MergeStore& store) {
@@ -54,12 +58,26 @@ void StoreForMerge(const Trial& trial, MergeStore& store) {
   CopyChannelFields(trial, stored, trial.NChan, 0);
   stored.ChanLabel[0] = trial.ChanLabel[0];
   stored.ChanUnits[0] = trial.ChanUnits[0];
+  store.changed = trial.FileChanged;
   store.MergePending = true;
+}
+
+std::string WhyNotMerged(const Trial& stored, const Trial& next, MergeLengths how) {
+  const bool synchronise = next.Rate != stored.Rate && next.Rate > 0 && stored.Rate > 0;
+  const std::int64_t intervals = synchronise ? IntervalsAtRate(next, stored.Rate) : next.NData - 1;
+  if (synchronise && (next.NData < 2 || intervals < 1)) {
+    return "The next file is too short to be re-sampled to the rate of the stored data.";
+  }
+  const bool resample = how == MergeLengths::NormaliseNext || how == MergeLengths::NormaliseStored;
+  if (resample && intervals + 1 != stored.NData && std::min(intervals, stored.NData - std::int64_t{1}) < 1) {
+    return "A single sample cannot be normalized.  Choose to truncate or pad instead.";
+  }
+  return {};
 }
 
 void SynchroniseRate(Trial& trial, double rate) {
   if (trial.Rate > 0 && rate > 0) {
-    ResampleAll(trial, RoundHalfEven(trial.NData / trial.Rate * rate));
+    ResampleAll(trial, IntervalsAtRate(trial, rate));
   }
   trial.Rate = rate;
 }
@@ -82,7 +100,9 @@ void MatchLengths(Trial& stored, Trial& next, MergeLengths how) {
 }
 
 void JoinChannels(const Trial& stored, Trial& next, const Trial& times) {
-  assert(stored.NData == next.NData && stored.NChan + next.NChan <= kMaxChannels);
+  if (stored.NData != next.NData || stored.NChan + next.NChan > kMaxChannels) {
+    throw std::invalid_argument("trials of different length, or too many channels, cannot be joined");
+  }
   const int first = stored.NChan;
   const int own = next.NChan;
   SampleMatrix joined;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "core/workbench.hpp"
 
 namespace velmora {
@@ -16,6 +18,10 @@ enum class MergeLengths {
 /// Throws std::bad_alloc, and nothing has changed.
 void StoreForMerge(const Trial& trial, MergeStore& store);
 
+/// Why the two cannot be brought to one rate and length in that way: one sample, or none that would be left,
+/// has nothing to re-sample. Empty when they can.
+std::string WhyNotMerged(const Trial& stored, const Trial& next, MergeLengths how);
+
 /// Re-samples `trial` to `rate` (Hz) over the same time; nothing happens when a rate is not known.
 void SynchroniseRate(Trial& trial, double rate);
 
@@ -25,7 +31,7 @@ void MatchLengths(Trial& stored, Trial& next, MergeLengths how);
 
 /// `next` becomes the stored channels followed by its own, with their labels, units and the rest;
 /// both must have the same number of samples, and 64 channels at most together. Row 0 is taken from
-/// `times`, which is one of the two. Throws std::bad_alloc, and nothing has changed.
+/// `times`, which is one of the two. Throws std::invalid_argument or std::bad_alloc, and nothing has changed.
 void JoinChannels(const Trial& stored, Trial& next, const Trial& times);
 
 }  // namespace velmora

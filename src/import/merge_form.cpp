@@ -39,7 +39,7 @@ class MergeForm : public Form {
     buttons_ = {
         {.caption = "&Save", .role = role(!pending), .press = [this] { return Save(); }},
         {.caption = "&Merge", .role = role(pending), .press = [this] { return Merge(); }},
-        {.caption = "&Cancel", .role = FormButton::Role::Cancel, .press = [this] { return Leave(); }}};
+        {.caption = "&Cancel", .role = FormButton::Role::Cancel, .press = [this] { return Cancel(); }}};
   }
 
  private:
@@ -50,6 +50,18 @@ class MergeForm : public Form {
     }
     StoreForMerge(trial_, store_);
     return true;
+  }
+
+  // Data that were set aside without having been saved go only when the user says so.
+  bool Cancel() {
+    const bool wouldLose = store_.MergePending && store_.changed;
+    return (!wouldLose ||
+            workbench_.questions.AskBox({.title = "File Changed but Not Saved",
+                                         .text = "The stored data were modified but not saved.  Press Cancel "
+                                                 "to go on merging or OK to discard them.",
+                                         .icon = Icon::Exclamation,
+                                         .buttons = {Button::OK, Button::Cancel}}) == Button::OK) &&
+           Leave();
   }
 
   bool Leave() {
@@ -69,8 +81,13 @@ class MergeForm : public Form {
       TellTooMany(workbench_);
       return false;
     }
+    if (const std::string reason = WhyNotMerged(store_.stored, trial_, static_cast<MergeLengths>(option_));
+        !reason.empty()) {
+      ShowRefusal(workbench_, {.title = "Cannot Merge", .text = reason, .icon = Icon::Exclamation});
+      return false;
+    }
     if (!MatchRates()) {
-      return Leave();
+      return Cancel();
     }
     Join();
     return Leave();

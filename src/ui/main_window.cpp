@@ -237,13 +237,9 @@ void MainWindow::LoadSelected() {
   const std::string path = workbench_.trial.FileName;
   OpenDirectory(workbench_, DirectoryOf(path));
   SelectFile(workbench_, path);
-  if (!workbench_.merge.MergePending) {
-    loadedFile_ = ToQt(path);  // the panel that waits for a person already stands before the new trial
-  }
   RunCommand(*FindCommand("file.load"));
   if (workbench_.trial.NData > 0) {
-    loadedFile_ = ToQt(path);
-    settings_.AddRecentFile(loadedFile_);
+    settings_.AddRecentFile(ToQt(path));
   }
   SaveLastFile(workbench_, store_);
 }
@@ -320,7 +316,7 @@ void MainWindow::SaveRecipe() {
   const std::vector<std::string> answer =
       person_.AskFile({.mode = FileQuestion::Mode::Save,
                        .title = "Save Recipe",
-                       .defaultName = BaseName(ToStd(loadedFile_)) + ".yaml",
+                       .defaultName = BaseName(workbench_.LoadedFile) + ".yaml",
                        .extension = ".yaml",
                        .filter = "Recipes (.yaml)|*.yaml|All files (*.*)|*.*",
                        .directory = workbench_.DataDir});
@@ -381,7 +377,7 @@ void MainWindow::Refresh() {
     traceStale_ = false;
   }
   if (loaded) {
-    trial_->Refresh(loadedFile_);
+    trial_->Refresh(ToQt(workbench_.LoadedFile));
   } else {
     welcome_->ShowRecent(settings_.RecentFiles());
   }
@@ -411,8 +407,10 @@ void MainWindow::ShowState() {
   modified_->setText(trial.NData > 0 && trial.FileChanged ? QStringLiteral("Modified") : QString());
   level_->setText(workbench_.UserLevel == UserLevelKind::Expert ? QStringLiteral("Expert")
                                                                 : QStringLiteral("Novice"));
-  const QString name = ToQt(FileNamePart(ToStd(loadedFile_)));
-  setWindowTitle(trial.NData > 0 ? name + QStringLiteral("[*] – Velmora2") : QStringLiteral("Velmora2"));
+  setWindowTitle(trial.NData > 0
+                     ? ToQt(workbench_.ExeName + "    Current file is: " + workbench_.LoadedFile) +
+                           QStringLiteral("[*]")
+                     : QStringLiteral("Velmora2"));
   setWindowModified(trial.NData > 0 && trial.FileChanged);
 }
 

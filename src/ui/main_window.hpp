@@ -111,7 +111,6 @@ class MainWindow : public QMainWindow {
   Workbench workbench_{history_.Recording()};
   ChannelWindows channelWindows_{workbench_, this};
   std::unique_ptr<Menus> menus_;
-  QString loadedFile_;
   bool traceStale_ = false;
   bool refreshDue_ = false;
   bool historyShown_ = false;

@@ -77,11 +77,54 @@ TEST_F(MergeTest, RatesAreSynchronisedOrTheMergeIsLeft) {
   EXPECT_EQ(Rows()[1], (std::vector<float>{20, 1.9F}));
   EXPECT_EQ(trial.NData, 6);
   StoreTrial(6);
+  workbench.merge.changed = false;
   questions.boxAnswers = {Button::No};
   LoadNext(next, "3", "50");
   EXPECT_EQ(trial.NChan, 1);
   EXPECT_EQ(trial.Rate, 50.0);
   EXPECT_FALSE(workbench.merge.MergePending);
+  EXPECT_EQ(workbench.merge.NFilesMerged, 2);
+  trial.FileChanged = true;
+  StoreTrial(6);
+  questions.boxes.clear();
+  questions.boxAnswers = {Button::No, Button::Cancel, Button::OK};
+  questions.inputAnswers = {"50"};
+  AnswerForm();
+  AnswerForm({}, "Merge");
+  AnswerForm({}, "Cancel");
+  Load("next.txt", next);
+  EXPECT_EQ(questions.boxes.size(), 3U)
+      << "stored data that were never saved are not dropped at the first No";
+  EXPECT_TRUE(questions.boxes.at(1).text.starts_with("The stored data were modified but not saved."));
+  EXPECT_FALSE(workbench.merge.MergePending);
+}
+
+TEST_F(MergeTest, WhatCannotBeResampledIsRefusedAndTheDialogueStays) {
+  struct Case {
+    int stored;
+    const char* way;
+    const char* rate;
+    const char* reason;
+    const char* then;  // the button after "Truncate or pad current data"
+    int channels;
+  };
+  for (const Case& c : {Case{1, "0", "100", "A single sample", "Merge", 2},
+                        Case{1, "1", "100", "A single sample", "Merge", 2},
+                        Case{4, "0", "1000000", "The next file is too short", "Cancel", 1}}) {
+    trial.FileChanged = false;
+    StoreTrial(c.stored);
+    questions.boxes.clear();
+    questions.inputAnswers = {c.rate};
+    AnswerForm();
+    AnswerForm({{"option", c.way}}, "Merge");
+    AnswerForm({{"option", "2"}}, c.then);
+    Load("next.txt", "a\n1.5\n2.5\n3.5\n");
+    ASSERT_FALSE(questions.boxes.empty()) << c.way;
+    EXPECT_EQ(questions.boxes[0].title, "Cannot Merge");
+    EXPECT_TRUE(questions.boxes[0].text.starts_with(c.reason)) << questions.boxes[0].text;
+    EXPECT_EQ(trial.NData, 3);
+    EXPECT_EQ(trial.NChan, c.channels);
+  }
 }
 
 TEST_F(MergeTest, TooManyChannelsAndNothingStored) {
