@@ -28,13 +28,11 @@ class FileCommands : public test::CommandTest {
 };
 
 TEST_F(FileCommands, DirectoriesAreMadeEnteredAndRemovedWhenEmpty) {
-  questions.inputAnswers.push_back("sub");
-  Run("file.make-subdirectory");
+  RunEntering("file.make-subdirectory", "sub");
   EXPECT_EQ(questions.inputs.back().title, "Make a Subdirectory.");
   EXPECT_TRUE(questions.inputs.back().prompt.starts_with("Enter subdirectory name for directory, /"));
   EXPECT_TRUE(questions.inputs.back().prompt.ends_with(", or press Cancel"));
-  questions.inputAnswers.push_back("sub");
-  Run("file.make-subdirectory");
+  RunEntering("file.make-subdirectory", "sub");
   EXPECT_NE(questions.boxes.back().text.find("File exists"), std::string::npos);
 
   questions.fileAnswers.push_back({directory_.Path("sub")});
@@ -87,9 +85,9 @@ TEST_F(FileCommands, ExitAsksOnlyWhileDataAreNotSaved) {
   EXPECT_TRUE(requests_.empty());
   Run("file.exit");
   ASSERT_EQ(requests_.size(), 1U);
-  EXPECT_EQ(questions.boxes.back().title, "File Changed but Not Saved");
-  EXPECT_EQ(questions.boxes.back().text,
-            "Data were modified but not saved.  Press Cancel to save data before exiting.");
+  EXPECT_EQ(LastBox(),
+            "File Changed but Not Saved|Data were modified but not saved.  Press Cancel to save data before "
+            "exiting.");
 }
 
 TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/paths.hpp"
-#include "support/temporary_directory.hpp"
-
 namespace velmora {
 namespace {
 
@@ -31,29 +28,17 @@ TEST(FileFilters, WhatTheListsShow) {
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "results.txt"), (Rows{0, 4, 5, 6}));
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "readme"), (Rows{0, 1, 6}));
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "jump.tsv"), (Rows{0, 1, 5, 6}));
-}
-
-TEST(FileFilters, OddPatternsAreUsedAsTheyStand) {
+  // Odd patterns are used as they stand.
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "book.qpw"), (Rows{6})) << "\".qpw\" has no star";
   EXPECT_EQ(RowsThatShow(TextFileFilters(), ".qpw"), (Rows{2, 6}));
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "book.wk1"), (Rows{6}));
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "book.wk1,lotus123"), (Rows{2, 6}));
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "kincom.chb"), (Rows{6}));
   EXPECT_EQ(RowsThatShow(TextFileFilters(), "kincom.chb."), (Rows{0, 1, 6}));
-}
-
-TEST(FileFilters, NamesAreNoPatterns) {
+  // Names are no patterns.
   EXPECT_TRUE(MatchesFilter("[a]*.vmb", "*.vmb"));
   EXPECT_TRUE(MatchesFilter("a\\b.vmb", "*.vmb"));
   EXPECT_FALSE(MatchesFilter("x.vmb", ""));
-}
-
-TEST(Paths, SizeAndShortName) {
-  const test::TemporaryDirectory directory;
-  test::WriteFile(directory.Path("walk.vmb"), std::string(12345, 'x'));
-  EXPECT_EQ(FileSizeText(directory.Path("walk.vmb")), "12345");
-  EXPECT_EQ(FileSizeText(directory.Path("missing")), "");
-  EXPECT_EQ(ShortNameOf(directory.Path("walk.vmb")), "walk.vmb");
 }
 
 }  // namespace

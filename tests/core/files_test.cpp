@@ -1,7 +1,6 @@
 #include "core/files.hpp"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,6 +8,7 @@
 #include <csignal>
 
 #include "core/paths.hpp"
+#include "support/full_disk.hpp"
 #include "support/temporary_directory.hpp"
 
 namespace velmora {
@@ -67,14 +67,6 @@ TEST(OutputFile, AKilledProgramLeavesTheOldFileAndNothingBesideIt) {
   EXPECT_EQ(FilesIn(directory.Path("")), 1U);
 }
 
-TEST(OutputFile, APipeIsNoTarget) {
-  const TemporaryDirectory directory;
-  const std::string path = directory.Path("pipe");
-  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-  EXPECT_THROW(OutputFile file(path), FileError);
-  EXPECT_TRUE(std::filesystem::is_fifo(path));
-}
-
 TEST(OutputFile, ALongerOldFileKeepsItsTail) {
   const TemporaryDirectory directory;
   const std::string path = directory.Path("trial.vmb");
@@ -107,16 +99,11 @@ TEST(OutputFile, AFullDiskLeavesTheOldFileWhole) {
   const TemporaryDirectory directory;
   const std::string path = directory.Path("trial.vmb");
   WriteFile(path, "the old contents");
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit small{.rlim_cur = 4096, .rlim_max = before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
   {
+    const test::FullDisk disk(4096);
     OutputFile file(path);
     EXPECT_THROW(file.Write(std::string(10000, 'x')), FileError);
   }
-  setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_EQ(ReadFile(path), "the old contents");
   EXPECT_EQ(FilesIn(directory.Path("")), 1U);
 }
@@ -129,6 +116,8 @@ TEST(Files, WhatIsNoFileIsRefused) {
   EXPECT_THROW(InputFile(directory.Path("missing.vmb")), FileError);
   mkfifo(directory.Path("pipe").c_str(), 0600);
   EXPECT_THROW(InputFile(directory.Path("pipe")), FileError) << "and not waited for";
+  EXPECT_THROW(OutputFile(directory.Path("pipe")), FileError);
+  EXPECT_TRUE(std::filesystem::is_fifo(directory.Path("pipe")));
 
   WriteFile(directory.Path("short"), "abc");
   const InputFile file(directory.Path("short"));

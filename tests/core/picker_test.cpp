@@ -1,32 +1,21 @@
 #include "core/picker.hpp"
 
-#include "support/scripted_questions.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
 
-using test::ScriptedQuestions;
+using test::SelectedChannels;
 using test::SetChannels;
+using test::Texts;
 
-struct Picker : testing::Test {
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
+struct Picker : test::CommandTest {
   ChooserState& chooser = workbench.chooser;
 
   void Load(int channels) {
     SetChannels(workbench.trial, std::vector<std::vector<float>>(static_cast<std::size_t>(channels), {1, 2}));
     ShowFirstChannelPage(workbench);
     workbench.trial.FileChanged = false;
-  }
-  std::vector<int> Selected() const {
-    std::vector<int> channels;
-    for (int c = 1; c <= kMaxChannels; ++c) {
-      if (chooser.ChanSelected[static_cast<std::size_t>(c)]) {
-        channels.push_back(c);
-      }
-    }
-    return channels;
   }
 };
 
@@ -42,11 +31,11 @@ TEST_F(Picker, PagesGoRoundAndTheWholeTrialIsInverted) {
   EXPECT_EQ(pages, (std::vector<std::pair<int, int>>{{1, 16}, {17, 32}, {33, 48}, {49, 64}, {1, 16}}));
   picker.Select(3, true);
   picker.Invert();
-  EXPECT_EQ(Selected().size(), 63U);
+  EXPECT_EQ(SelectedChannels(chooser).size(), 63U);
   EXPECT_FALSE(picker.IsSelected(3));
   picker.None();
   picker.SecondEight();  // of the page in view, 17 to 32
-  EXPECT_EQ(Selected(), (std::vector<int>{25, 26, 27, 28, 29, 30, 31, 32}));
+  EXPECT_EQ(SelectedChannels(chooser), (std::vector<int>{25, 26, 27, 28, 29, 30, 31, 32}));
 
   Load(20);
   ChannelPicker shorter(workbench);
@@ -63,19 +52,17 @@ TEST_F(Picker, CaptionsPromptsAndPatternsFollowTheMode) {
     chooser.ClearModes();
     set();
     const ChannelPicker picker(workbench);
-    return std::vector<std::string>{picker.Prompt(), picker.ClosingCaption(), picker.ValueText(2)};
+    return Texts{picker.Prompt(), picker.ClosingCaption(), picker.ValueText(2)};
   };
   chooser.ChanConst[2] = 2.5F;
   chooser.ChooserNames[2] = "vastus";
-  EXPECT_EQ(shown([&] { chooser.ChooserSingleMode = true; }),
-            (std::vector<std::string>{"Select one channel.", "&Process", ""}));
-  EXPECT_EQ(shown([&] { chooser.ChooserSelectMode = true; }),
-            (std::vector<std::string>{"Select channel(s).", "&Process", ""}));
+  EXPECT_EQ(shown([&] { chooser.ChooserSingleMode = true; }), (Texts{"Select one channel.", "&Process", ""}));
+  EXPECT_EQ(shown([&] { chooser.ChooserSelectMode = true; }), (Texts{"Select channel(s).", "&Process", ""}));
   EXPECT_EQ(shown([&] { chooser.ChooserValuesMode = true; }),
-            (std::vector<std::string>{"Enter a value for the channel.", "&Process", "2.50000"}));
+            (Texts{"Enter a value for the channel.", "&Process", "2.50000"}));
   EXPECT_EQ(shown([&] { chooser.ChooserValuesMode = chooser.ChooserIntegerValues = true; })[2], "2");
   EXPECT_EQ(shown([&] { chooser.ChooserNamesMode = true; }),
-            (std::vector<std::string>{"Enter a value for the channel.", "&Save", "vastus"}));
+            (Texts{"Enter a value for the channel.", "&Save", "vastus"}));
   EXPECT_EQ(shown([&] { chooser.ChooserExitMode = true; })[1], "&Exit");
   chooser.ChooserPrompt = "Which?";
   EXPECT_EQ(shown([&] { chooser.ChooserSelectMode = true; })[0], "Which?");
@@ -107,7 +94,7 @@ TEST_F(Picker, ClosingCountsAndMarksTheChange) {
   chooser.ChooserValuesMode = chooser.ChooserSelectMode = true;
   questions.PickValues({{2, "8"}});
   EXPECT_TRUE(ChannelPicker(workbench).Show());
-  EXPECT_EQ(Selected(), (std::vector<int>{2})) << "an entry selects its channel";
+  EXPECT_EQ(SelectedChannels(chooser), (std::vector<int>{2})) << "an entry selects its channel";
   EXPECT_TRUE(workbench.trial.FileChanged);
 }
 
@@ -120,7 +107,7 @@ TEST_F(Picker, SingleModeInsistsOnAChoice) {
   ASSERT_EQ(questions.boxes.size(), 1U);
   EXPECT_EQ(questions.boxes[0].title, "None Selected");
   EXPECT_EQ(chooser.ChooserChannel, 18);
-  EXPECT_EQ(Selected(), (std::vector<int>{18}));
+  EXPECT_EQ(SelectedChannels(chooser), (std::vector<int>{18}));
   EXPECT_EQ(chooser.ChooserCount, 1);
 
   Load(1);
@@ -152,7 +139,7 @@ TEST_F(Picker, CancelAndResetBringBackWhatWasThere) {
   EXPECT_FALSE(ChannelPicker(workbench).Show());
   EXPECT_TRUE(chooser.ChooserCancelled);
   EXPECT_EQ(chooser.ChooserCount, 0);
-  EXPECT_EQ(Selected(), (std::vector<int>{2}));
+  EXPECT_EQ(SelectedChannels(chooser), (std::vector<int>{2}));
   EXPECT_EQ(chooser.ChanConst[2], 1.5F);
   EXPECT_EQ(chooser.ChooserNames[2], "before");
   EXPECT_FALSE(workbench.trial.FileChanged);
@@ -170,7 +157,7 @@ TEST_F(Picker, AllCopiesTheLastValueAfterAskingForIt) {
   EXPECT_EQ(questions.inputs[0].defaultText, "2.5");
   EXPECT_EQ(chooser.ChanConst[1], 4.0F);
   EXPECT_EQ(chooser.ChanConst[10], 4.0F);
-  EXPECT_EQ(Selected().size(), 10U);
+  EXPECT_EQ(SelectedChannels(chooser).size(), 10U);
   picker.SetValue(1, "6");
   picker.SecondEight();
   EXPECT_EQ(chooser.ChanConst[8], 4.0F);

@@ -1,6 +1,5 @@
 #include "core/resample.hpp"
 
-#include <cstring>
 #include <limits>
 
 #include "support/trials.hpp"
@@ -10,11 +9,8 @@ namespace {
 
 using test::Channel;
 using test::NoiseChannels;
+using test::SameBits;
 using test::SetChannels;
-
-bool SameBits(const std::vector<float>& a, const std::vector<float>& b) {
-  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
-}
 
 /// One channel straight from the definition: the old sample at 1 + (k-1) (N-1)/n, by the line between
 /// its neighbours.
@@ -59,13 +55,17 @@ TEST(ResampleAll, EveryLevelGivesTheDefinitionsBits) {
   }
 }
 
-TEST(ResampleAll, MoreSamplesThanATrialHoldsChangeNothing) {
+TEST(ResampleAll, WhatCannotBeChangesNothing) {
   Trial trial;
   SetChannels(trial, NoiseChannels(2, 10));
   EXPECT_THROW(ResampleAll(trial, std::numeric_limits<std::int32_t>::max()), std::length_error);
   EXPECT_THROW(ResampleAll(trial, std::numeric_limits<std::int32_t>::max() * 4LL), std::length_error);
+  ResampleAll(trial, 0);
   EXPECT_EQ(trial.NData, 10);
   EXPECT_EQ(trial.Rate, 100.0);
+  SetChannels(trial, {{5.0F}});
+  ResampleAll(trial, 4);
+  EXPECT_EQ(trial.NData, 1);
 }
 
 }  // namespace

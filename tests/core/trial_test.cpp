@@ -3,7 +3,6 @@
 #include <limits>
 #include <new>
 
-#include "core/resample.hpp"
 #include "support/scripted_questions.hpp"
 #include "support/trials.hpp"
 
@@ -76,12 +75,6 @@ TEST(Trial, UsedMemoryIsZeroAgain) {
   EXPECT_EQ(trial.NData, 2);
 }
 
-TEST(Trial, LabelsAndUnitsAreCutAtCharacters) {
-  const Label label = "°" + std::string(40, 'x');
-  EXPECT_EQ(CharacterCount(label.Text()), 30U);
-  EXPECT_EQ(Units("m/s²      ").Text(), "m/s²");
-}
-
 TEST(Helpers, SamplesAndTimes) {
   Trial trial;
   trial.Rate = 200.0;
@@ -102,25 +95,21 @@ TEST(Helpers, CursorRangeIsAskedOnlyWhenItMatters) {
   ScriptedQuestions questions;
   Workbench workbench{questions};
   SetChannels(workbench.trial, {Samples(100, 0.0F)});
-  SampleRange range = AskCursorRange(workbench);
-  EXPECT_EQ(range.lo, 1);
-  EXPECT_EQ(range.hi, 100);
+  const auto asked = [&workbench] {
+    const SampleRange range = AskCursorRange(workbench);
+    return std::pair(range.lo, range.hi);
+  };
+  EXPECT_EQ(asked(), std::pair(1, 100));
   workbench.trial.CursorLo = 0;  // neither cursor is set
   workbench.trial.CursorHi = 0;
-  range = AskCursorRange(workbench);
-  EXPECT_EQ(range.lo, 1);
-  EXPECT_EQ(range.hi, 100);
+  EXPECT_EQ(asked(), std::pair(1, 100));
   EXPECT_TRUE(questions.boxes.empty());
 
   workbench.trial.CursorLo = 10;
   workbench.trial.CursorHi = 20;
   questions.boxAnswers = {Button::Yes, Button::No};
-  range = AskCursorRange(workbench);
-  EXPECT_EQ(range.lo, 10);
-  EXPECT_EQ(range.hi, 20);
-  range = AskCursorRange(workbench);
-  EXPECT_EQ(range.lo, 1);
-  EXPECT_EQ(range.hi, 100);
+  EXPECT_EQ(asked(), std::pair(10, 20));
+  EXPECT_EQ(asked(), std::pair(1, 100));
   EXPECT_EQ(questions.boxes[0].title, "Data between Cursors?");
   EXPECT_EQ(questions.boxes[0].text,
             "Press Yes to save/use data between the cursors ( 10 to 20 )\nor No to save/use ALL the data.");
@@ -141,29 +130,6 @@ TEST(Helpers, CursorsAfterALoad) {
   EXPECT_EQ(normalised(100, 300, 20), std::pair(99, 100));
   EXPECT_EQ(normalised(100, 30, 30), std::pair(30, 100));
   EXPECT_EQ(normalised(1, 0, 0), std::pair(0, 1));
-}
-
-TEST(Helpers, ResamplingKeepsEndsAndDuration) {
-  Trial trial;
-  Samples line;
-  for (int i = 0; i <= 10; ++i) {
-    line.push_back(static_cast<float>(3 * i) - 4.0F);
-  }
-  SetChannels(trial, {line, Samples(11, 2.0F)}, 100.0);
-  ResampleAll(trial, 25);
-  ASSERT_EQ(trial.NData, 26);
-  EXPECT_DOUBLE_EQ(trial.Rate, 250.0);
-  for (int k = 1; k <= 26; ++k) {
-    EXPECT_NEAR(trial.Data(k, 1), -4.0 + 30.0 * (k - 1) / 25.0, 1e-5);
-    EXPECT_EQ(trial.Data(k, 2), 2.0F);
-    EXPECT_NEAR(trial.Data(k, 0), (k - 1) / 250.0, 1e-7);
-  }
-  EXPECT_EQ(trial.Data(26, 1), 26.0F);
-  ResampleAll(trial, 0);
-  EXPECT_EQ(trial.NData, 26);
-  SetChannels(trial, {{5.0F}});
-  ResampleAll(trial, 4);
-  EXPECT_EQ(trial.NData, 1);
 }
 
 }  // namespace

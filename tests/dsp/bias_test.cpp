@@ -2,7 +2,6 @@
 
 #include "dsp/bias_file.hpp"
 #include "support/command_test.hpp"
-#include "support/temporary_directory.hpp"
 
 namespace velmora {
 namespace {
@@ -11,29 +10,13 @@ using test::Channel;
 using test::Samples;
 using test::SetChannels;
 
-struct BiasCommand : test::CommandTest {
-  test::TemporaryDirectory directory;
-
-  // As the picker offers them in its column of values.
-  std::vector<std::string> OfferedBy(const char* id) {
-    std::vector<std::string> offered;
-    questions.pickAnswers.emplace_back([&](ChannelPicker& picker) {
-      for (int c = 1; c <= picker.Channels(); ++c) {
-        offered.push_back(picker.ValueText(c));
-      }
-      return std::string("Cancel");
-    });
-    Run(id);
-    return offered;
-  }
-};
+using BiasCommand = test::FileTest;
 
 TEST_F(BiasCommand, AutozeroFromEitherEndKeepsTheRecord) {
   SetChannels(trial, {{1, 3, 10, 20}, {5, 5, 5, 5}});
   trial.ChanOffset[1] = 100.0;
   questions.inputAnswers = {"2"};
-  questions.PickChannels({1});
-  Run("bias.autozero-left");
+  RunPicking("bias.autozero-left", {1});
   EXPECT_EQ(questions.inputs.back().prompt,
             "Enter number of data to average at the beginning of the file.  These values may then be used to "
             "autozero selected channels.");
@@ -45,8 +28,7 @@ TEST_F(BiasCommand, AutozeroFromEitherEndKeepsTheRecord) {
   EXPECT_TRUE(trial.FileChanged);
 
   questions.inputAnswers = {"2"};
-  questions.PickChannels({1, 2});
-  Run("bias.autozero-right");
+  RunPicking("bias.autozero-right", {1, 2});
   EXPECT_EQ(Channel(trial, 1), (Samples{-14, -12, -5, 5}));
   EXPECT_EQ(Channel(trial, 2), (Samples{0, 0, 0, 0}));
   EXPECT_EQ(trial.ChanOffset[1], 85.0);
@@ -91,25 +73,22 @@ TEST_F(BiasCommand, MeanBetweenTheCursorsOffTheWholeChannel) {
   SetChannels(trial, {{10, 1, 2, 3, 50}});
   trial.CursorLo = 2;
   trial.CursorHi = 4;
-  questions.PickChannels({1});
-  Run("bias.mean");
+  RunPicking("bias.mean", {1});
   EXPECT_EQ(Channel(trial, 1), (Samples{8, -1, 0, 1, 48}));
   trial.CursorLo = 0;
   trial.CursorHi = 99;
-  questions.PickChannels({1});
-  Run("bias.mean");
+  RunPicking("bias.mean", {1});
   EXPECT_EQ(trial.ChanOffset[1], -13.2F * 1.0) << "2, then the 11.2 that was left of the whole";
 }
 
 TEST_F(BiasCommand, DriftIsALine) {
   SetChannels(trial, {{2, 7, 4, 8}, {1, 5, 5, 1}});
-  questions.PickChannels({1, 2});
-  Run("bias.drift");
+  RunPicking("bias.drift", {1, 2});
   EXPECT_EQ(Channel(trial, 1), (Samples{2, 5, 0, 2}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1, 5, 5, 1}));
   EXPECT_EQ(trial.ChanOffset[1], 0.0);
   EXPECT_FALSE(workbench.BiasLevelsKnown);
-  EXPECT_EQ(OfferedBy("bias.manual"), (std::vector<std::string>{"2.00000", "0.00000"})) << "slopes";
+  EXPECT_EQ(OfferedBy("bias.manual"), (test::Texts{"2.00000", "0.00000"})) << "slopes";
 
   SetChannels(trial, {{3}});
   Run("bias.drift");
@@ -122,8 +101,7 @@ TEST_F(BiasCommand, BothAssignTheOffset) {
   SetChannels(trial, {{1, 3, 8, 10}, {0, 0, 0, 3}});
   trial.ChanOffset[1] = 100.0;
   questions.inputAnswers = {"2"};
-  questions.PickChannels({1});
-  Run("bias.both");
+  RunPicking("bias.both", {1});
   EXPECT_EQ(Channel(trial, 1), (Samples{-1, -2, 0, -1}));  // less 2, less 3 a sample
   EXPECT_EQ(Channel(trial, 2), (Samples{0, 0, 0, 3}));
   EXPECT_EQ(trial.ChanOffset[1], 2.0);
@@ -133,8 +111,7 @@ TEST_F(BiasCommand, BothAssignTheOffset) {
 TEST_F(BiasCommand, TermsApplyToEveryChannelWithoutMarking) {
   SetChannels(trial, {{1, 2}, {3, 4}});
   workbench.BiasMemory[2] = 1.5F;
-  questions.PickValues({{1, "0.5"}});
-  Run("bias.manual");
+  RunTyping("bias.manual", {{1, "0.5"}});
   EXPECT_EQ(questions.pickPrompts.back(), "Enter bias levels to be subtracted from each channel (R=X-bias).");
   EXPECT_EQ(Channel(trial, 1), (Samples{0.5F, 1.5F}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1.5F, 2.5F}));
@@ -152,8 +129,7 @@ TEST_F(BiasCommand, FileThereAndBack) {
   questions.PickCancel();
   Run("bias.autozero-left");
   const std::string path = directory.Path("levels.bsv");
-  questions.fileAnswers = {{path}};
-  Run("bias.save");
+  SaveAs("levels.bsv", "bias.save");
   EXPECT_EQ(questions.files.back().defaultName, "a.bsv");
   EXPECT_EQ(test::ReadFile(path),
             "Velmora2 Bias levels taken from file: /data/a.vmb\r\nNumber of channels: \t02\r\n"
@@ -164,8 +140,7 @@ TEST_F(BiasCommand, FileThereAndBack) {
   trial.ChanLabel[1] = "Other";
   workbench.chooser.ChanConst.fill(7.0F);
   questions.fileAnswers = {{path}};
-  questions.PickValues({});
-  Run("bias.file");
+  RunTyping("bias.file", {});
   EXPECT_EQ(Channel(trial, 1), (Samples{0, 1}));
   EXPECT_EQ(Channel(trial, 2), (Samples{0.0F, 0.3F + 0.1F}));
   EXPECT_TRUE(workbench.report.failures.empty());

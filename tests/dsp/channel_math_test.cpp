@@ -3,36 +3,20 @@
 #include <limits>
 
 #include "dsp/math_commands.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
 
 using test::Channel;
 using test::NoiseChannels;
-using test::ScriptedQuestions;
+using test::Samples;
 using test::SetChannels;
-using Samples = std::vector<float>;
 
-struct MathCommand : testing::Test {
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
-  Trial& trial = workbench.trial;
-
-  void Run(const char* id) {
-    for (const Command& command : MathCommands()) {
-      if (command.id == id) {
-        command.run(workbench);
-        return;
-      }
-    }
-    FAIL() << "no command " << id;
-  }
+struct MathCommand : test::CommandTest {
   Samples RunOn(const char* id, const Samples& x, double rate = 100.0) {
     SetChannels(trial, {x, x}, rate);
-    questions.PickChannels({1});
-    Run(id);
+    RunPicking(id, {1});
     EXPECT_EQ(Channel(trial, 2), x) << "the channel not picked";
     return Channel(trial, 1);
   }
@@ -91,8 +75,7 @@ TEST_F(MathCommand, ConstantsAndTheBookkeepingOfChanges) {
   const auto runValues = [&](const char* id, const std::string& first) {
     SetChannels(trial, {x, x});
     trial.FileChanged = false;
-    questions.PickValues({{1, first}});
-    Run(id);
+    RunTyping(id, {{1, first}});
     EXPECT_EQ(Channel(trial, 2), x);
     return Channel(trial, 1);
   };
@@ -111,8 +94,7 @@ TEST_F(MathCommand, ConstantsAndTheBookkeepingOfChanges) {
   EXPECT_FALSE(trial.FileChanged);
 
   EXPECT_EQ(runValues("math.power", "-2"), x);
-  EXPECT_EQ(questions.boxes.back().title, "Invalid power");
-  EXPECT_EQ(questions.boxes.back().text, "Negative powers are not permitted.  Array 1 will not be altered.");
+  EXPECT_EQ(LastBox(), "Invalid power|Negative powers are not permitted.  Array 1 will not be altered.");
 
   SetChannels(trial, {x});
   questions.PickCancel();
@@ -123,8 +105,7 @@ TEST_F(MathCommand, ConstantsAndTheBookkeepingOfChanges) {
 TEST_F(MathCommand, ScalingKeepsGainAndMemory) {
   SetChannels(trial, {{1, 2}, {3, 4}, {5, 6}});
   trial.ChanGain[2] = 10.0;
-  questions.PickValues({{2, "0.5"}, {3, "0"}});
-  Run("analysis.scaling");
+  RunTyping("analysis.scaling", {{2, "0.5"}, {3, "0"}});
   EXPECT_EQ(Channel(trial, 1), (Samples{1, 2}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1.5F, 2.0F}));
   EXPECT_EQ(Channel(trial, 3), (Samples{5, 6}));
@@ -132,39 +113,27 @@ TEST_F(MathCommand, ScalingKeepsGainAndMemory) {
   EXPECT_TRUE(trial.FileChanged);
 
   // The next use offers what was entered; a channel left at 0 shows 1.
-  std::vector<std::string> offered;
-  questions.pickAnswers.emplace_back([&](ChannelPicker& picker) {
-    for (int c = 1; c <= 3; ++c) {
-      offered.push_back(picker.ValueText(c));
-    }
-    return std::string("Cancel");
-  });
-  Run("analysis.scaling");
-  EXPECT_EQ(offered, (std::vector<std::string>{"1.00000", "0.50000", "1.00000"}));
+  EXPECT_EQ(OfferedBy("analysis.scaling"), (test::Texts{"1.00000", "0.50000", "1.00000"}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1.5F, 2.0F}));
 }
 
 TEST_F(MathCommand, PathLengthBetweenTheCursors) {
   SetChannels(trial, {{0, 3, 3, 3}, {0, 4, 4, 16}, {0, 0, 12, 12}});
-  questions.PickChannels({1, 2, 3});
-  Run("math.path-length");
-  EXPECT_EQ(questions.boxes.back().title, "Path Length");
-  EXPECT_EQ(questions.boxes.back().text,
-            "Path starts from datum 1 to datum 4.\nPath length of channels 00, 01 and 02 is 29.0000.");
+  RunPicking("math.path-length", {1, 2, 3});
+  EXPECT_EQ(
+      LastBox(),
+      "Path Length|Path starts from datum 1 to datum 4.\nPath length of channels 00, 01 and 02 is 29.0000.");
   trial.CursorLo = 2;
   trial.CursorHi = 3;
-  questions.PickChannels({2, 3});
-  Run("math.path-length");
+  RunPicking("math.path-length", {2, 3});
   EXPECT_EQ(questions.boxes.back().text,
             "Path starts from datum 2 to datum 3.\nPath length of channels 01 and 02 is 12.0000.");
-  questions.PickChannels({1});
-  Run("math.path-length");
+  RunPicking("math.path-length", {1});
   EXPECT_EQ(questions.boxes.back().text,
             "Path starts from datum 2 to datum 3.\nPath length of channel 00 is 0.0000.");
 
   SetChannels(trial, {{1}, {1}, {1}, {1}});
-  questions.PickChannels({1, 2, 3, 4});
-  Run("math.path-length");
+  RunPicking("math.path-length", {1, 2, 3, 4});
   EXPECT_EQ(questions.boxes.back().title, "Too Many Channels Selected");
 }
 
@@ -174,16 +143,13 @@ TEST_F(MathCommand, ResidualsLeaveTheChangedMarkAlone) {
   trial.ChanLabel[2] = " Right ";
   Run("math.rms-residuals");
   EXPECT_TRUE(questions.pickPrompts.empty());
-  EXPECT_EQ(questions.boxes.back().text, "RMS of residuals for 'Left' and 'Right' is 2.000.");
-  EXPECT_EQ(questions.boxes.back().title, "");
+  EXPECT_EQ(LastBox(), "|RMS of residuals for 'Left' and 'Right' is 2.000.");
 
   SetChannels(trial, {{1, 2}, {0, 0}, {3, 2}});
-  questions.PickChannels({3, 1});
-  Run("math.rms-residuals");
+  RunPicking("math.rms-residuals", {3, 1});
   EXPECT_EQ(questions.boxes.back().text, "RMS of residuals for '' and '' is 1.414.");
   EXPECT_FALSE(trial.FileChanged);
-  questions.PickChannels({1, 2, 3});
-  Run("math.rms-residuals");
+  RunPicking("math.rms-residuals", {1, 2, 3});
   EXPECT_EQ(questions.boxes.back().title, "Choose Only 2 Channels");
   EXPECT_FALSE(trial.FileChanged);
   SetChannels(trial, {{1, 2}});
@@ -194,27 +160,25 @@ TEST_F(MathCommand, ResidualsLeaveTheChangedMarkAlone) {
 TEST_F(MathCommand, FaultsKeepWhatWasWrittenBeforeThem) {
   const float big = std::numeric_limits<float>::max();
   SetChannels(trial, {{1, 2, 3}, {1, big, 3}, {1, 2, 3}});
-  questions.PickChannels({1, 2, 3});
-  EXPECT_THROW(Run("math.square"), ArithmeticFault);
+  RunPicking("math.square", {1, 2, 3});
+  EXPECT_EQ(workbench.report.failures.size(), 1U);
   EXPECT_EQ(Channel(trial, 1), (Samples{1, 4, 9}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1, big, 3}));
   EXPECT_EQ(Channel(trial, 3), (Samples{1, 2, 3}));
 
   SetChannels(trial, {{4, -4, 4}});
-  questions.PickValues({{1, "0.5"}});
-  EXPECT_THROW(Run("math.power"), ArithmeticFault);
+  RunTyping("math.power", {{1, "0.5"}});
+  EXPECT_EQ(workbench.report.failures.size(), 2U);
   EXPECT_EQ(Channel(trial, 1), (Samples{2, -4, 4}));
 
   // Infinities and NaN in the data are data.
   const float infinity = std::numeric_limits<float>::infinity();
   SetChannels(trial, {{infinity, 1, std::nanf("")}});
-  questions.PickValues({{1, "2"}});
-  Run("math.multiply");
+  RunTyping("math.multiply", {{1, "2"}});
   EXPECT_EQ(trial.Data(1, 1), infinity);
   EXPECT_EQ(trial.Data(2, 1), 2.0F);
   EXPECT_TRUE(std::isnan(trial.Data(3, 1)));
-  questions.PickChannels({1});
-  Run("math.integrate");
+  RunPicking("math.integrate", {1});
   EXPECT_EQ(trial.Data(2, 1), infinity);
 }
 
@@ -224,16 +188,14 @@ TEST_F(MathCommand, BothRoadsGiveTheSameBits) {
   for (const char* id : {"math.square", "math.cumulative", "math.integrate", "math.differentiate"}) {
     auto noise = NoiseChannels(5, 200);
     SetChannels(trial, noise, 1000.0);
-    questions.PickChannels({1, 2, 4, 5});
-    Run(id);
+    RunPicking(id, {1, 2, 4, 5});
     std::vector<Samples> together;
     for (int c = 1; c <= 5; ++c) {
       together.push_back(Channel(trial, c));
     }
     noise[4][199] = std::numeric_limits<float>::infinity();
     SetChannels(trial, noise, 1000.0);
-    questions.PickChannels({1, 2, 4, 5});
-    Run(id);
+    RunPicking(id, {1, 2, 4, 5});
     for (int c = 1; c <= 4; ++c) {
       EXPECT_EQ(Channel(trial, c), together[static_cast<std::size_t>(c - 1)]) << id << " channel " << c;
     }

@@ -8,16 +8,11 @@
 namespace velmora {
 namespace {
 
-using Edits = std::vector<std::pair<std::string, std::string>>;
+using test::Edits;
 
 struct FilterTesting : test::CommandTest {
   void Test(const Edits& edits) {
-    questions.formAnswers.emplace_back([edits](Form& form) {
-      for (const auto& [field, text] : edits) {
-        form.Edit(*form.FindField(field), text);
-      }
-      return std::string("OK");
-    });
+    AnswerForm(edits);
     Run("smooth.testing");
   }
   [[nodiscard]] const ResultTable& Table(std::size_t index) const { return workbench.ResultTables.at(index); }
@@ -121,13 +116,11 @@ TEST_F(FilterTesting, OffersTheTrialsFilterAndRefusesWhatCannotBeBuilt) {
         Edits{{"Order", "21"}}, Edits{{"optPassType", "2"}, {"optFilter", "1"}}, Edits{{"Rate", "0"}},
         Edits{{"FilterCutoff", "1e-300"}}}) {
     questions.formAnswers.emplace_back([edits](Form& form) {
-      for (const auto& [field, text] : edits) {
-        form.Edit(*form.FindField(field), text);
-      }
+      Type(form, edits);
       EXPECT_TRUE(form.Tables().empty());
       return std::string("OK");
     });
-    questions.formAnswers.emplace_back([](Form&) { return std::string("Cancel"); });
+    AnswerForm({}, "Cancel");
     questions.boxes.clear();
     Run("smooth.testing");
     ASSERT_EQ(questions.boxes.size(), 1U);

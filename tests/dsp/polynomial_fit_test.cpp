@@ -151,8 +151,7 @@ TEST_F(PolynomialCommand, RangesCancelAndTheSelectionBefore) {
   EXPECT_EQ(workbench.report.warnings.size(), 1U) << "not finite";
 
   workbench.chooser.ChanSelected.fill(false);
-  questions.PickValues({{2, "1"}});
-  Run("smooth.polynomial");
+  RunTyping("smooth.polynomial", {{2, "1"}});
   EXPECT_EQ(Channel(trial, 3), x);
 }
 

@@ -1,7 +1,5 @@
 #include "dsp/recursive_filter_lanes.hpp"
 
-#include <algorithm>
-#include <bit>
 #include <random>
 
 #include "dsp/recursive_filter.hpp"
@@ -10,6 +8,7 @@
 namespace velmora {
 namespace {
 
+using test::Bits;
 using test::NoiseChannels;
 using test::SetChannels;
 
@@ -51,17 +50,6 @@ class RandomTrials {
  private:
   std::mt19937 random_{4};
 };
-
-// The whole matrix with its time column, as bits.
-std::vector<std::uint32_t> Bits(const Trial& trial) {
-  std::vector<std::uint32_t> bits;
-  for (std::int64_t i = 1; i <= trial.NData; ++i) {
-    for (int c = 0; c <= trial.NChan; ++c) {
-      bits.push_back(std::bit_cast<std::uint32_t>(trial.Data(i, c)));
-    }
-  }
-  return bits;
-}
 
 TEST(RecursiveFilterLanes, BitsOfThePlainLoopAtEveryWidth) {
   struct Padding {

@@ -8,31 +8,12 @@ using test::Channel;
 using test::Samples;
 using test::SetChannels;
 
-struct SmoothCommand : test::CommandTest {
-  struct Edit {
-    const char* field;
-    const char* value;
-  };
-
-  // Fills the window dialogue, channels 1, ..., n of `channels` picked, and presses a button.
-  void AnswerForm(const std::vector<Edit>& edits, const std::vector<int>& channels,
-                  const std::string& press = "OK") {
-    questions.formAnswers.emplace_back([=](Form& form) {
-      for (const Edit& edit : edits) {
-        form.Edit(*form.FindField(edit.field), edit.value);
-      }
-      for (const int c : channels) {
-        form.Edit(*form.FindField("channels"), c, "true");
-      }
-      return press;
-    });
-  }
-};
+using SmoothCommand = test::CommandTest;
 
 TEST_F(SmoothCommand, WindowsRunOnThePickedChannels) {
   const Samples x = {3, 0, 6, 9, -3, 12};
   SetChannels(trial, {x, x}, 10.0);
-  AnswerForm({}, {2});
+  AnswerForm({{"channels 2", "true"}});
   Run("smooth.moving-average");
   EXPECT_EQ(questions.formNames.back(), "frmSetEpochDuration");
   EXPECT_EQ(Channel(trial, 1), x);
@@ -41,12 +22,12 @@ TEST_F(SmoothCommand, WindowsRunOnThePickedChannels) {
 
   // A width in seconds, whichever of the two fields comes first; it is the next command's too.
   SetChannels(trial, {x, x}, 10.0);
-  AnswerForm({{"WindowWidth", "0.4"}, {"WindowInSeconds", "1"}}, {1, 2});
+  AnswerForm({{"WindowWidth", "0.4"}, {"WindowInSeconds", "1"}, {"channels 1", "1"}, {"channels 2", "1"}});
   Run("smooth.moving-average");
   EXPECT_EQ(Channel(trial, 2), (Samples{3, 0, 4.5F, 3, -3, 12}));
   EXPECT_EQ(workbench.WindowWidth, 4);
   SetChannels(trial, {x}, 10.0);
-  AnswerForm({{"WindowInSeconds", "false"}}, {});
+  AnswerForm({{"WindowInSeconds", "false"}});
   Run("smooth.mav");
   // (3+0+6+9)/4 goes to the first three, (4.5+4.5+9+3)/4 to the last four.
   EXPECT_EQ(Channel(trial, 1), (Samples{4.5F, 4.5F, 5.25F, 5.25F, 5.25F, 5.25F})) << "one channel is picked";
@@ -65,12 +46,9 @@ TEST_F(SmoothCommand, LongWorkGivesTurns) {
     SetChannels(trial, {Samples(100'000, 1.0F), Samples(100'000, 2.0F)}, 1000.0);
     turns = 0;
     if (std::string_view(command).starts_with("smooth")) {
-      AnswerForm({}, {1, 2});
+      AnswerForm({{"channels 1", "true"}, {"channels 2", "true"}});
     } else {
-      questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
-        picker.SetValue(1, "6");
-        return "OK";
-      });
+      questions.PickValues({{1, "6"}});
     }
     Run(command);
     EXPECT_GE(turns, 5) << command;
@@ -82,10 +60,10 @@ TEST_F(SmoothCommand, WidthsOutsideTheTrialAreRefused) {
   const Samples x = {3, 0, 6, 9, -3, 12};
   SetChannels(trial, {x}, 10.0);
   for (const char* width : {"6", "0", "-1", "1e99", "nothing"}) {
-    AnswerForm({{"WindowWidth", width}}, {});
+    AnswerForm({{"WindowWidth", width}});
   }
-  AnswerForm({{"WindowWidth", "0.6"}, {"WindowInSeconds", "yes"}}, {});
-  AnswerForm({}, {}, "Cancel");
+  AnswerForm({{"WindowWidth", "0.6"}, {"WindowInSeconds", "yes"}});
+  AnswerForm({}, "Cancel");
   Run("smooth.median");
   EXPECT_EQ(Channel(trial, 1), x);
   EXPECT_EQ(workbench.WindowWidth, 3);
@@ -98,13 +76,13 @@ TEST_F(SmoothCommand, WidthsOutsideTheTrialAreRefused) {
 TEST_F(SmoothCommand, MedianAsksForAnOddWidth) {
   const Samples x = {5, 1, 4, 2, 9, 0};
   SetChannels(trial, {x});
-  AnswerForm({{"WindowWidth", "2"}}, {});
+  AnswerForm({{"WindowWidth", "2"}});
   questions.boxAnswers = {Button::Yes};
   Run("smooth.median");
   EXPECT_EQ(Channel(trial, 1), (Samples{5, 4, 4, 4, 9, 0}));
   EXPECT_EQ(workbench.WindowWidth, 3) << "the raised width is remembered";
   SetChannels(trial, {x});
-  AnswerForm({{"WindowWidth", "2"}}, {});
+  AnswerForm({{"WindowWidth", "2"}});
   questions.boxAnswers = {Button::No};
   Run("smooth.median");
   EXPECT_EQ(Channel(trial, 1), (Samples{1, 1, 2, 2, 9, 0})) << "the lower of each pair";
@@ -138,8 +116,7 @@ TEST_F(SmoothCommand, InterpolationBetweenTheCursors) {
   // A tenth cannot be held exactly: the accumulated end is not the sample that was there.
   SetChannels(trial, {{0, 5, 5, 5, 5, 5, 5, 5, 5, 5, 1}});
   questions.boxAnswers = {Button::Yes, Button::Yes};
-  questions.PickChannels({1});
-  Run("smooth.interpolate");
+  RunPicking("smooth.interpolate", {1});
   EXPECT_EQ(trial.CursorLo, 1);
   float accumulated = 0.0F;
   for (int i = 0; i < 10; ++i) {
@@ -161,8 +138,7 @@ TEST_F(SmoothCommand, InterpolationBetweenTheCursors) {
   Run("bias.autozero-left");
   EXPECT_NE(workbench.view, nullptr);
   questions.inputAnswers = {"3"};
-  questions.PickChannels({1});
-  Run("bias.autozero-left");
+  RunPicking("bias.autozero-left", {1});
   EXPECT_EQ(workbench.view, nullptr);
 }
 

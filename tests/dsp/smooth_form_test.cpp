@@ -122,9 +122,9 @@ TEST_F(DigitalFilters, RefusalsAndWhatComesAfterThem) {
       {{"optFilter", "1"}, {"FilterCutoffs 1", "20"}, {"FilterCutoffs 2", "200"}, {"FilterCutoffs 3", "20"}});
   AnswerForm({}, "Cancel");
   Run("smooth.digital");
-  EXPECT_EQ(questions.boxes.back().title, "Invalid Cutoff Frequency");
-  EXPECT_EQ(questions.boxes.back().text,
-            "Adjusted cutoff frequency 459.79 Hz is too high (> sampling rate/2).\nMaximum is 108.74 Hz.\n\n"
+  EXPECT_EQ(LastBox(),
+            "Invalid Cutoff Frequency|Adjusted cutoff frequency 459.79 Hz is too high (> sampling "
+            "rate/2).\nMaximum is 108.74 Hz.\n\n"
             "Filtering is cancelled for channel 2.");
   EXPECT_NE(Channel(trial, 1), noise[0]);
   EXPECT_EQ(Channel(trial, 2), noise[1]);
@@ -161,9 +161,8 @@ TEST_F(DigitalFilters, RefusalsAndWhatComesAfterThem) {
   SetUp();
   AnswerForm({{"optPassType", "Notch"}, {"FilterCutoffs 1", "20"}});
   Run("smooth.digital");
-  EXPECT_EQ(questions.boxes.back().title, "Not Implemented");
-  EXPECT_EQ(questions.boxes.back().text,
-            "Notch filters have not been implemented.\nUse a Band-stop filter instead.");
+  EXPECT_EQ(LastBox(),
+            "Not Implemented|Notch filters have not been implemented.\nUse a Band-stop filter instead.");
   EXPECT_EQ(questions.boxes.back().icon, Icon::Information);
   EXPECT_FALSE(trial.FileChanged);
   AnswerForm({{"optFilter", "Bessel"}, {"optPassType", "Band-stop (reject)"}, {"FilterCutoffs 1", "20"}});

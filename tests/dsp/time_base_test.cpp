@@ -21,8 +21,7 @@ TEST_F(TimeBaseCommand, ShiftLosesWhatLeavesAndRotationDoesNot) {
     SetChannels(trial, {x, x, x});
     trial.FileChanged = false;
     questions.PickChannels({1, 3});
-    questions.inputAnswers = {amount};
-    Run(id);
+    RunEntering(id, amount);
     EXPECT_EQ(Channel(trial, 1), Channel(trial, 3));
     EXPECT_EQ(Channel(trial, 2), x) << "the channel not picked";
     return Channel(trial, 1);
@@ -94,8 +93,7 @@ TEST_F(TimeBaseCommand, ReversalTwiceIsNothing) {
 
 TEST_F(TimeBaseCommand, ResamplingKeepsTheDuration) {
   SetChannels(trial, {{0, 4, 8, 4, 0}, {1, 1, 1, 1, 1}}, 2.0);
-  questions.inputAnswers = {"8"};
-  Run("time.normalize");
+  RunEntering("time.normalize", "8");
   EXPECT_EQ(questions.inputs.back().prompt,
             "Enter number of divisions of time base.  Currently there are 4 divisions.  Note, all channels "
             "will be resampled.");
@@ -107,8 +105,7 @@ TEST_F(TimeBaseCommand, ResamplingKeepsTheDuration) {
   EXPECT_TRUE(trial.FileChanged);
 
   // 9 samples at 4 Hz asked for at 2 Hz: 4.5 intervals, the half to the even neighbour.
-  questions.inputAnswers = {"2"};
-  Run("time.change-rate");
+  RunEntering("time.change-rate", "2");
   EXPECT_EQ(questions.inputs.back().prompt,
             "Enter new sampling rate.  Current rate is 4.00 Hz.  Note, all channels will be resampled.");
   EXPECT_EQ(trial.NData, 5);
@@ -119,8 +116,7 @@ TEST_F(TimeBaseCommand, ResamplingKeepsTheDuration) {
     Run("time.normalize");
     Run("time.change-rate");
   }
-  questions.inputAnswers = {""};
-  Run("time.normalize");
+  RunEntering("time.normalize", "");
   EXPECT_EQ(Channel(trial, 1), (Samples{0, 4, 8, 4, 0}));
   EXPECT_EQ(workbench.report.warnings.size(), 8U);
 }
@@ -132,8 +128,7 @@ TEST_F(TimeBaseCommand, ShannonRebuildsABandLimitedSignal) {
     x.push_back(static_cast<float>(value(i / 100.0)));
   }
   SetChannels(trial, {x, Samples(201, 0.0F)}, 100.0);
-  questions.inputAnswers = {"500"};
-  Run("time.shannon");
+  RunEntering("time.shannon", "500");
   ASSERT_EQ(trial.NData, 501);
   EXPECT_DOUBLE_EQ(trial.Rate, 250.0);
   for (std::int64_t i = 1; i <= 501; ++i) {
@@ -145,8 +140,7 @@ TEST_F(TimeBaseCommand, ShannonRebuildsABandLimitedSignal) {
   EXPECT_EQ(questions.panels.back().status, "Channel 01 done.");
 
   questions.onProgress = [](ProgressPanel& panel) { panel.PressCancel(); };
-  questions.inputAnswers = {"1000"};
-  Run("time.shannon");
+  RunEntering("time.shannon", "1000");
   EXPECT_EQ(trial.NData, 501) << "Cancel leaves the trial alone";
 }
 
@@ -177,8 +171,7 @@ TEST_F(TimeBaseCommand, EveryBaseAndTheWayBackToSeconds) {
   EXPECT_EQ(trial.Duration, 2.0);
 
   // 0.4 s at 10 records a second and 2 records a frame make 2 frames, whichever base was before.
-  questions.inputAnswers = {"2"};
-  Run("timebase.frames");
+  RunEntering("timebase.frames", "2");
   expectBase(TimeBase::Frames, "Frame", "#", {0, 0.5F, 1, 1.5F, 2});
   EXPECT_EQ(trial.Duration, 2.0);
 
@@ -195,13 +188,10 @@ TEST_F(TimeBaseCommand, EntriesThatMakeNoBase) {
   const Samples times = Channel(trial, 0);
   for (const char* id : {"timebase.user-units", "timebase.frames"}) {
     for (const char* bad : {"0", "-1", "length", "1e999"}) {
-      questions.inputAnswers = {bad};
-      Run(id);
-      EXPECT_EQ(questions.boxes.back().title, "Invalid Entry");
-      EXPECT_EQ(questions.boxes.back().text, "Invalid entry.  Timebase unchanged.");
+      RunEntering(id, bad);
+      EXPECT_EQ(LastBox(), "Invalid Entry|Invalid entry.  Timebase unchanged.");
     }
-    questions.inputAnswers = {""};
-    Run(id);
+    RunEntering(id, "");
   }
   EXPECT_EQ(Channel(trial, 0), times);
   EXPECT_EQ(workbench.timeBase, TimeBase::Seconds);
@@ -220,8 +210,7 @@ TEST_F(TimeBaseCommand, EntriesThatMakeNoBase) {
 TEST_F(TimeBaseCommand, SecondsAfterResamplingAPercentage) {
   SetChannels(trial, {{0, 1, 2, 3, 4}}, 10.0);
   Run("timebase.percentage");
-  questions.inputAnswers = {"8"};
-  Run("time.normalize");
+  RunEntering("time.normalize", "8");
   EXPECT_EQ(trial.Data(9, 0), 100.0F);
   Run("timebase.seconds");
   EXPECT_EQ(trial.Rate, 20.0);

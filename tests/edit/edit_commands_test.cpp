@@ -1,37 +1,14 @@
 #include "edit/edit_commands.hpp"
 
-#include "import/load_file.hpp"
 #include "support/command_test.hpp"
-#include "support/temporary_directory.hpp"
 
 namespace velmora {
 namespace {
 
 using test::SetChannels;
-using test::TemporaryDirectory;
 
-struct Edit : test::CommandTest {
-  TemporaryDirectory directory;
-
+struct Edit : test::FileTest {
   Edit() { SetChannels(trial, {{1, 2, 3, 4, 5}, {6, 7, 8, 9, 10}}, 100.0); }
-
-  std::string Save(const std::string& name, const char* id) {
-    questions.fileAnswers = {{directory.Path(name)}};
-    Run(id);
-    return directory.Path(name);
-  }
-  void Load(const std::string& path) {
-    trial.FileName = path;
-    Run("file.load");
-  }
-  void Answer(std::vector<std::pair<std::string, std::string>> edits, const char* press = "OK") {
-    questions.formAnswers.emplace_back([edits, press](Form& form) {
-      for (const auto& [field, text] : edits) {
-        form.Edit(*form.FindField(field), text);
-      }
-      return std::string(press);
-    });
-  }
 };
 
 TEST_F(Edit, LabelsAndUnitsThroughThePicker) {
@@ -63,13 +40,13 @@ TEST_F(Edit, LabelsOfTheTrialBeforeComeBack) {
 
   trial.ChanLabel[1] = "Heel";
   trial.ChanUnits[1] = "m/s";
-  const std::string path = Save("one.vmb", "save.vmb");
+  const std::string path = SaveAs("one.vmb");
   SetChannels(trial, {{1, 2}, {3, 4}, {5, 6}});
   trial.ChanLabel[1] = "Toe";
   trial.ChanLabel[3] = "Knee";
-  const std::string other = Save("three.vmb", "save.vmb");
-  Load(path);
-  Load(other);
+  const std::string other = SaveAs("three.vmb");
+  LoadPath(path);
+  LoadPath(other);
   Run("edit.recall-labels");
   EXPECT_EQ(trial.ChanLabel[1], "Heel");
   EXPECT_EQ(trial.ChanUnits[1], "m/s");
@@ -112,17 +89,17 @@ TEST_F(Edit, TheTitle) {
 
 TEST_F(Edit, ExperimentInformationStaysInTheNativeBinaryFile) {
   workbench.records.FILMINFO[122] = 'r';  // what nobody interprets
-  Answer({{"txtProject", "Gait"},
-          {"txtSurname", "Müller"},
-          {"txtSex", "f"},
-          {"txtAge", "34"},
-          {"txtMass", "61.5"},
-          {"txtDate", "2026-01-31"},
-          {"txtLine4", "barefoot"}});
+  AnswerForm({{"txtProject", "Gait"},
+              {"txtSurname", "Müller"},
+              {"txtSex", "f"},
+              {"txtAge", "34"},
+              {"txtMass", "61.5"},
+              {"txtDate", "2026-01-31"},
+              {"txtLine4", "barefoot"}});
   Run("edit.experiment-information");
   EXPECT_EQ(trial.HeaderLines[4], "barefoot");
   EXPECT_TRUE(trial.FileChanged);
-  const std::string path = Save("info.vmb", "save.vmb");
+  const std::string path = SaveAs("info.vmb");
   const std::string bytes = test::ReadFile(path);
   EXPECT_EQ(bytes.substr(3582, 8), "Gait    ");
   EXPECT_EQ(bytes.substr(3582 + 61, 26), "M\xFCller" + std::string(20, ' '));
@@ -133,7 +110,7 @@ TEST_F(Edit, ExperimentInformationStaysInTheNativeBinaryFile) {
   EXPECT_EQ(bytes.substr(4138 + 3 * 61, 9), "barefoot ");
 
   workbench.records = NativeRecords();
-  Load(path);
+  LoadPath(path);
   questions.formAnswers.emplace_back([](Form& form) {
     EXPECT_EQ(*std::get<std::string*>(form.FindField("txtSurname")->target), "Müller");
     EXPECT_EQ(*std::get<double*>(form.FindField("txtMass")->target), 61.5);
@@ -141,8 +118,8 @@ TEST_F(Edit, ExperimentInformationStaysInTheNativeBinaryFile) {
     return std::string("Cancel");
   });
   Run("edit.experiment-information");
-  Answer({{"txtSex", "female"}});
-  Answer({{"txtSex", "F"}});
+  AnswerForm({{"txtSex", "female"}});
+  AnswerForm({{"txtSex", "F"}});
   Run("edit.experiment-information");
   EXPECT_EQ(questions.boxes.back().text, "Sex is longer than 1 characters.");
   EXPECT_EQ(workbench.records.FILMINFO.substr(61, 7), "M\xFCller ");

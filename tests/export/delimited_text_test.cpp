@@ -1,33 +1,18 @@
-#include <bit>
-#include <cstdlib>
 #include <limits>
-#include <random>
-#include <sstream>
 
 #include "export/save_data.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
 
-using test::NoiseChannels;
 using test::ReadFile;
-using test::ScriptedQuestions;
 using test::SetChannels;
-using test::TemporaryDirectory;
 
-struct DelimitedText : testing::Test {
-  TemporaryDirectory directory;
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
-  Trial& trial = workbench.trial;
-
-  std::string Save(SaveFormat format, Button labels, Button times) {
+struct DelimitedText : test::FileTest {
+  std::string Save(const char* id, Button labels, Button times) {
     questions.boxAnswers = {labels, times};
-    questions.fileAnswers = {{directory.Path("saved")}};
-    SaveData(workbench, format);
+    SaveAs("saved", id);
     EXPECT_TRUE(questions.boxAnswers.empty());
     return ReadFile(workbench.OutputFileName);
   }
@@ -45,7 +30,7 @@ struct DelimitedText : testing::Test {
 TEST_F(DelimitedText, WrittenToTheByte) {
   SetJump();
   MarkChanged(workbench, true);
-  EXPECT_EQ(Save(SaveFormat::CommaSeparated, Button::Yes, Button::Yes),
+  EXPECT_EQ(Save("save.csv", Button::Yes, Button::Yes),
             "A jump\n"
             "Rate= 1500.00, Duration=    0.001\n"
             "Time, Force, left, M. soleus\n"
@@ -59,33 +44,33 @@ TEST_F(DelimitedText, WrittenToTheByte) {
   EXPECT_EQ(questions.files.back().filterIndex, 3);
   EXPECT_FALSE(trial.FileChanged);
 
-  EXPECT_EQ(Save(SaveFormat::TabDelimited, Button::Yes, Button::No),
+  EXPECT_EQ(Save("save.tab", Button::Yes, Button::No),
             "A jump\n"
             "Rate= 1500.00\tDuration=    0.001\n"
             "Force, left\tM. soleus\n"
             "°/s\tV\n"
             "0.1\t1e+05\n-2.5\t16777216\n1e-07\t-0\n");
-  EXPECT_EQ(Save(SaveFormat::SpaceDelimited, Button::No, Button::Yes),
+  EXPECT_EQ(Save("save.prn", Button::No, Button::Yes),
             "0.00000  0.10000  100000.00000\n"
             "0.00067  -2.50000  16777216.00000\n"
             "0.00133  0.00000  -0.00000\n");
   EXPECT_EQ(workbench.OutputFileName, directory.Path("saved.prn"));
 
   SetChannels(trial, {{1, 2}});
-  EXPECT_EQ(Save(SaveFormat::CommaSeparated, Button::No, Button::No), "1\n2\n");
+  EXPECT_EQ(Save("save.csv", Button::No, Button::No), "1\n2\n");
 }
 
 TEST_F(DelimitedText, TheQuestionsAndTheirCancel) {
   SetJump();
   questions.boxAnswers = {Button::Cancel};
-  SaveData(workbench, SaveFormat::CommaSeparated);
+  Run("save.csv");
   EXPECT_TRUE(questions.files.empty());
   EXPECT_EQ(questions.boxes.at(0).title, "Include Lables?");
 
   questions.boxAnswers = {Button::No, Button::No};
   questions.fileAnswers = {{}};
   MarkChanged(workbench, true);
-  SaveData(workbench, SaveFormat::CommaSeparated);
+  Run("save.csv");
   EXPECT_EQ(questions.boxes.at(2).title, "Include Sample Time?");
   EXPECT_TRUE(trial.FileChanged);
 
@@ -96,36 +81,11 @@ TEST_F(DelimitedText, TheQuestionsAndTheirCancel) {
   EXPECT_NE(ReadFile(directory.Path("quiet.tab")).find("Time\tForce"), std::string::npos);
 }
 
-TEST_F(DelimitedText, EveryValueReadsBackBitForBit) {
-  std::vector<std::vector<float>> channels = NoiseChannels(3, 4000);
-  std::mt19937 random(5);
-  for (float& value : channels[1]) {
-    do {
-      value = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
-    } while (!std::isfinite(value));
-  }
-  for (const auto format : {SaveFormat::CommaSeparated, SaveFormat::TabDelimited}) {
-    SetChannels(trial, channels);
-    std::istringstream lines(Save(format, Button::No, Button::No));
-    std::size_t i = 0;
-    for (std::string line; std::getline(lines, line); ++i) {
-      const char* at = line.c_str();
-      for (const auto& channel : channels) {
-        char* end = nullptr;
-        ASSERT_EQ(std::bit_cast<std::uint32_t>(std::strtof(at, &end)),
-                  std::bit_cast<std::uint32_t>(channel[i]));
-        at = *end == ',' ? end + 1 : end;
-      }
-    }
-    EXPECT_EQ(i, 4000U);
-  }
-}
-
 TEST_F(DelimitedText, LinesLongerThanAnyOrdinaryOne) {
   // 64 values of the greatest width, over many pieces of the file.
   SetChannels(trial, std::vector<std::vector<float>>(
                          64, std::vector<float>(700, std::numeric_limits<float>::lowest())));
-  const std::string text = Save(SaveFormat::SpaceDelimited, Button::No, Button::No);
+  const std::string text = Save("save.prn", Button::No, Button::No);
   const std::string number = "-340282346638528859811704183484516925440.00000";
   EXPECT_EQ(text.size(), 700 * (64 * number.size() + 63 * 2 + 1));
   EXPECT_EQ(text.substr(text.size() - number.size() - 1), number + "\n");

@@ -1,49 +1,24 @@
 #include "export/save_list.hpp"
 
-#include <sys/resource.h>
-
-#include <csignal>
-
-#include "export/export_commands.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
+#include "support/full_disk.hpp"
 
 namespace velmora {
 namespace {
 
 using test::ReadFile;
-using test::ScriptedQuestions;
 using test::SetChannels;
-using test::TemporaryDirectory;
 using test::WriteFile;
 
-struct SaveList : testing::Test {
-  TemporaryDirectory directory;
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
-  Trial& trial = workbench.trial;
-
+struct SaveList : test::FileTest {
   SaveList() { SetChannels(trial, {{1, 2, 3}}); }
 
-  std::string BoxOf(std::string_view id) {
+  std::string BoxOf(const char* id) {
     questions.boxes.clear();
-    for (const Command& command : ExportCommands()) {
-      if (command.id == id) {
-        command.run(workbench);
-      }
-    }
+    Run(id);
     return questions.boxes.size() == 1 ? questions.boxes[0].text : "not one box";
   }
 };
-
-TEST_F(SaveList, TheRowOfAFormatIsItsNumber) {
-  ASSERT_EQ(kSaveList.size(), 14U);
-  for (std::size_t row = 0; row < kSaveList.size(); ++row) {
-    EXPECT_EQ(static_cast<std::size_t>(kSaveList[row].format), row);
-  }
-  EXPECT_EQ(ExportCommands()[9].id, "save.vmb");
-}
 
 TEST_F(SaveList, RefusalsComeBeforeFormatsThatAreNotThereYet) {
   EXPECT_EQ(BoxOf("save.dat"), "Input file is NOT a BioWare .DAT file.");
@@ -107,16 +82,11 @@ TEST_F(SaveList, AFailedSaveLeavesTheOldFileAndTheMark) {
             std::string::npos);
 
   SetChannels(trial, {std::vector<float>(20000, 0.123456F)});
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit small{.rlim_cur = 4096, .rlim_max = before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
   for (const auto format :
        {SaveFormat::CommaSeparated, SaveFormat::SpaceDelimited, SaveFormat::NativeAscii}) {
+    const test::FullDisk disk(4096);
     EXPECT_NE(failsWith(format, directory.Path("old.csv")).find("\"File too large\""), std::string::npos);
   }
-  setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_EQ(ReadFile(directory.Path("old.csv")), "the old contents");
   EXPECT_EQ(workbench.report.failures.size(), 5U);
 }

@@ -1,7 +1,6 @@
 #include "graph/single_view.hpp"
 
 #include "support/command_test.hpp"
-#include "support/temporary_directory.hpp"
 
 namespace velmora {
 namespace {
@@ -29,13 +28,8 @@ struct SingleViewTest : test::CommandTest {
     workbench.chooser.ChanSelected[1] = true;
   }
 
-  void Open(const std::vector<std::pair<std::string, std::string>>& fields = {}) {
-    questions.formAnswers.emplace_back([fields](Form& form) {
-      for (const auto& [name, value] : fields) {
-        form.Edit(*form.FindField(name), value);
-      }
-      return std::string("OK");
-    });
+  void Open(const test::Edits& fields = {}) {
+    AnswerForm(fields);
     Run("graph.single");
     View().onRequest = [this](WindowRequest request) { requests.push_back(request); };
   }
@@ -48,15 +42,16 @@ struct SingleViewTest : test::CommandTest {
     EXPECT_DOUBLE_EQ(View().Drawing().Abscissa.Minimum, min);
     EXPECT_DOUBLE_EQ(View().Drawing().Abscissa.Maximum, max);
   }
+  void ExpectOrdinate(double min, double max) {
+    EXPECT_EQ(View().Drawing().Ordinate.Minimum, min);
+    EXPECT_EQ(View().Drawing().Ordinate.Maximum, max);
+  }
   void ExpectRange(int lo, int hi) {
     EXPECT_EQ(trial.CursorLo, lo);
     EXPECT_EQ(trial.CursorHi, hi);
   }
   void AnswerClip(bool resetTime, const char* press = "OK") {
-    questions.formAnswers.emplace_back([resetTime, press](Form& form) {
-      form.Edit(*form.FindField("ClipResetTime"), resetTime ? "true" : "false");
-      return std::string(press);
-    });
+    AnswerForm({{"ClipResetTime", resetTime ? "true" : "false"}}, press);
   }
 };
 
@@ -70,10 +65,7 @@ TEST_F(SingleViewTest, OpensOnWhatTheDialogueSays) {
   });
   questions.formAnswers.emplace_back([](Form& form) {
     form.FindButton("Invert Selections")->press();
-    form.Edit(*form.FindField("lstColours"), 2, "7");
-    form.Edit(*form.FindField("CmbScale"), "+/- 10 V");
-    form.Edit(*form.FindField("TxtWindow"), "0.25");
-    form.Edit(*form.FindField("TxtPan"), "0.3");
+    Type(form, {{"lstColours 2", "7"}, {"CmbScale", "+/- 10 V"}, {"TxtWindow", "0.25"}, {"TxtPan", "0.3"}});
     return std::string("OK");
   });
   Run("graph.single");
@@ -232,26 +224,20 @@ TEST_F(SingleViewTest, WindowAndPan) {
 
 TEST_F(SingleViewTest, Scales) {
   Open();
-  const Axis& y = View().Drawing().Ordinate;
-  EXPECT_EQ(y.Minimum, 1);
+  ExpectOrdinate(1, 101);
   Run("scale.include-zero");
-  EXPECT_EQ(y.Minimum, 0);
-  EXPECT_EQ(y.Maximum, 101);
+  ExpectOrdinate(0, 101);
   questions.PickChannels({2});
-  View();
   workbench.chooser.ChanSelected.fill(false);
   Run("view.channels");
   EXPECT_EQ(View().Drawing().VisiblePlots(), 1);
   Run("scale.maximum");
-  EXPECT_EQ(y.Minimum, -101);
-  EXPECT_EQ(y.Maximum, 101);
+  ExpectOrdinate(-101, 101);
   Run("scale.autoscale");
   Run("scale.include-zero");
-  EXPECT_EQ(y.Minimum, -101);
-  EXPECT_EQ(y.Maximum, 0);
+  ExpectOrdinate(-101, 0);
   Run("scale.0-to-100");
-  EXPECT_EQ(y.Minimum, 0);
-  EXPECT_EQ(y.Maximum, 100);
+  ExpectOrdinate(0, 100);
   EXPECT_EQ(workbench.graph.GraphScaleChoice, 2);
 }
 
@@ -310,11 +296,7 @@ TEST_F(SingleViewTest, CutRemovesWhatLiesBetweenTheCursors) {
   AnswerClip(true, "Cut");
   Run("crop.cut");
   EXPECT_EQ(trial.NData, 90);
-  questions.formAnswers.emplace_back([](Form& form) {
-    form.Edit(*form.FindField("CursorLo"), "30");
-    form.Edit(*form.FindField("CursorHi"), "29");
-    return std::string("Cut");
-  });
+  AnswerForm({{"CursorLo", "30"}, {"CursorHi", "29"}}, "Cut");
   Run("crop.cut");
   EXPECT_EQ(questions.boxes.back().title, "Interval Too Small");
   Key("ScrollLock");

@@ -6,7 +6,7 @@
 namespace velmora {
 namespace {
 
-struct LoadFileTest : test::TextLoadTest {};
+using LoadFileTest = test::TextLoadTest;
 
 constexpr const char* kNumbers = "a b\n1 2\n3 4\n5 6\n";
 
@@ -52,12 +52,10 @@ TEST_F(LoadFileTest, FormatsWithoutAReaderAreNamed) {
            Case{"a.csv", "FORCE PLATES\n", "Vicon comma-separated variables"},
            Case{"a.csv", "x\nDate:,1\nTime:,2\n", "Vicon comma-separated variables"},
        }) {
-    workbench.report = {};
     Load(c.name, c.bytes);
-    EXPECT_EQ(questions.boxes.back().title, "Format Not Read Yet") << c.name;
-    EXPECT_TRUE(questions.boxes.back().text.starts_with(std::string(c.format) +
-                                                        " files cannot be read by this version yet."))
-        << c.name << ": " << questions.boxes.back().text;
+    EXPECT_TRUE(LastBox().starts_with(std::string("Format Not Read Yet|") + c.format +
+                                      " files cannot be read by this version yet."))
+        << c.name << ": " << LastBox();
     EXPECT_EQ(trial.NData, 0);
     EXPECT_GE(workbench.report.failures.size(), 1U) << c.name;
   }

@@ -54,7 +54,6 @@ TEST_F(MergeTest, FourWaysToOneLength) {
            Case{"2", {{10, 1.5F}, {20, 2.5F}, {30, 3.5F}}},
            Case{"3", {{10, 1.5F}, {20, 2.5F}, {30, 3.5F}, {40, 0}, {50, 0}}},
        }) {
-    questions.boxes.clear();
     StoreTrial(5);
     const std::string way = c.way[0] == '&' ? std::string(c.way).substr(1) : std::string(c.way);
     LoadNext(three, way);
@@ -141,7 +140,6 @@ TEST_F(MergeTest, TooManyChannelsAndNothingStored) {
   AnswerForm({}, "OK");
   Run("file.merge");
   EXPECT_TRUE(LastBox().starts_with("Nothing to Merge|"));
-  questions.boxes.clear();
   questions.inputAnswers = {"100"};
   AnswerForm();
   AnswerForm({}, "OK");

@@ -34,8 +34,8 @@ TEST_F(NativeBinary, EveryFieldIsFoundWhereItLies) {
   EXPECT_EQ(trial.ChanGraphSlot[2], 2);
   EXPECT_EQ(trial.ChanColour[1], 7);
   EXPECT_EQ(trial.ChanColour[2], 2) << "an unset colour becomes the default";
-  EXPECT_EQ(trial.ChanLabel[3], "label 3");
-  EXPECT_EQ(trial.ChanUnits[1], "°/s");
+  EXPECT_EQ(Labels(), (test::Texts{"label 1", "label 2", "label 3"}));
+  EXPECT_EQ(UnitsOfChannels(), test::Texts(3, "°/s"));
   EXPECT_EQ(trial.Data(75, 0), 74.0F / 50.0F);
   EXPECT_EQ(trial.Data(1, 1), 1001.0F);
   EXPECT_EQ(trial.Data(75, 3), 3075.0F);
@@ -119,7 +119,7 @@ TEST_F(NativeBinary, OddNumbersAreJustNumbers) {
   EXPECT_TRUE(std::isinf(trial.Data(2, 1)));
   EXPECT_EQ(trial.TrialTitle, trial.FileName) << "a title that is no number gives way to the path";
   EXPECT_EQ(SampleToTime(trial, 3), 0.0);
-  const std::string saved = ReadFile(Save("odd.vmb"));
+  const std::string saved = ReadFile(SaveAs("odd.vmb"));
   EXPECT_EQ(saved.substr(kSamplesAt), bytes.substr(kSamplesAt));
 }
 
@@ -146,23 +146,18 @@ TEST_F(NativeBinary, CancelKeepsTheChannelsReadSoFar) {
 }
 
 TEST_F(NativeBinary, ThePanelTellsEveryRow) {
-  std::vector<std::string> statuses;
   std::vector<double> values;
-  questions.onProgress = [&](ProgressPanel& panel) {
-    if (statuses.empty() || statuses.back() != panel.Status()) {
-      statuses.push_back(panel.Status());
-    }
+  questions.onProgress = [&values](ProgressPanel& panel) {
     if (panel.Highest() == 4 && (values.empty() || values.back() != panel.Value())) {
       values.push_back(panel.Value());
     }
   };
   Load(FileByHand(2, 30));
-  const std::vector<std::string> reading(std::find(statuses.begin(), statuses.end(), "Reading setup"),
-                                         statuses.end());
-  EXPECT_EQ(reading, (std::vector<std::string>{"Reading setup", "Reading trial information", "Header read.",
-                                               "Reading 30 x 2 data", "Header read.  Reading times.",
-                                               "Reading channel 1 of 2.", "Reading channel 2 of 2.",
-                                               "30 samples/channel"}));
+  const auto& told = questions.statuses;
+  EXPECT_EQ(test::Texts(std::find(told.begin(), told.end(), "Reading setup"), told.end()),
+            (test::Texts{"Reading setup", "Reading trial information", "Header read.", "Reading 30 x 2 data",
+                         "Header read.  Reading times.", "Reading channel 1 of 2.", "Reading channel 2 of 2.",
+                         "30 samples/channel"}));
   EXPECT_EQ(values, (std::vector<double>{0, 1, 2, 3, 4}));
 }
 

@@ -6,6 +6,7 @@
 #include "import/line_blocks.hpp"
 #include "import/text_parser/fast_scan.hpp"
 #include "import/text_parser/full_lines.hpp"
+#include "support/trials.hpp"
 
 namespace velmora {
 namespace {
@@ -44,9 +45,7 @@ Result Scan(const std::string& text, const ScanPlan& plan, std::int64_t maxRows,
   return result;
 }
 
-bool SameBits(const std::vector<float>& a, const std::vector<float>& b) {
-  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
-}
+using test::SameBits;
 
 bool SameFault(const ScanFault& a, const ScanFault& b) {
   return a.count == b.count && a.line == b.line && a.column == b.column;

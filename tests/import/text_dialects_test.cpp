@@ -4,9 +4,9 @@ namespace velmora {
 namespace {
 
 using Frames = std::vector<std::vector<float>>;
-using Texts = std::vector<std::string>;
+using test::Texts;
 
-struct TextDialectsTest : test::TextLoadTest {};
+using TextDialectsTest = test::TextLoadTest;
 
 TEST_F(TextDialectsTest, FirstLinesSelectTheDialect) {
   struct Case {

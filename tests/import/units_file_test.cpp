@@ -1,25 +1,16 @@
 #include "import/units_file.hpp"
 
 #include "export/save_data.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
 
 using test::ReadFile;
-using test::ScriptedQuestions;
 using test::SetChannels;
-using test::TemporaryDirectory;
 using test::WriteFile;
 
-struct UnitsFile : testing::Test {
-  TemporaryDirectory directory;
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
-  Trial& trial = workbench.trial;
-
+struct UnitsFile : test::FileTest {
   UnitsFile() {
     SetChannels(trial, {{1, 2}, {3, 4}, {5, 6}});
     trial.FileName = "/data/jump.vmb";

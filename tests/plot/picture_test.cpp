@@ -3,11 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "core/workbench.hpp"
-#include "export/save_data.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
@@ -20,18 +16,14 @@ struct PictureTest : testing::Test {
 
   // A step from -1 to 1 in the middle of one second.
   void SetUp() override {
-    test::ScriptedQuestions questions;
-    Workbench workbench(questions);
     std::vector<float> samples(5001, -1.0F);
     std::fill(samples.begin() + 2500, samples.end(), 1.0F);
-    test::SetChannels(workbench.trial, {samples, std::vector<float>(5001, 0.5F)}, 5000.0);
-    workbench.trial.ChanLabel[1] = "Step";
-    workbench.trial.ChanUnits[1] = "mV";
-    workbench.trial.ChanLabel[2] = "<L> & R";
-    workbench.trial.FileName = directory.Path("in.vmb");
-    questions.fileAnswers.push_back({directory.Path("in.vmb")});
-    questions.boxAnswers.assign(4, Button::No);
-    SaveData(workbench, SaveFormat::NativeBinary);
+    test::WriteTrialFile(directory.Path("in.vmb"), [&samples](Trial& trial) {
+      test::SetChannels(trial, {samples, std::vector<float>(5001, 0.5F)}, 5000.0);
+      trial.ChanLabel[1] = "Step";
+      trial.ChanUnits[1] = "mV";
+      trial.ChanLabel[2] = "<L> & R";
+    });
     ASSERT_TRUE(std::filesystem::exists(directory.Path("in.vmb")));
   }
 

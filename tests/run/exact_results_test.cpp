@@ -1,12 +1,9 @@
 // A whole recipe against numbers worked out from the bytes of its files alone.
-#include <gtest/gtest.h>
-
 #include <cstring>
 
 #include "run/recipe_reader.hpp"
 #include "run/recipe_run.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
@@ -21,20 +18,13 @@ float SampleAt(const std::string& file, std::size_t channel, std::size_t i) {
   return value;
 }
 
-/// A file is made through the program itself; what it holds is then taken from its bytes.
-void MakeTrial(const std::string& path) {
-  RecipeRun run({});
-  test::SetChannels(run.State().trial, test::NoiseChannels(kChannels, kSamples, 11), 960.0);
-  const Outcome outcome = run.Run(ReadRecipe(
-      "velmora2: 1\nsteps:\n  - do: save.vmb\n    answers: [file: \"" + path + "\"]\n", "make.yaml", {}));
-  ASSERT_FALSE(outcome.failure);
-}
-
 TEST(ExactResults, DerivativesAndScalingSavedToTheBit) {
   const test::TemporaryDirectory directory;
   const std::string source = directory.Path("source.vmb");
   const std::string result = directory.Path("result.vmb");
-  ASSERT_NO_FATAL_FAILURE(MakeTrial(source));
+  test::WriteTrialFile(source, [](Trial& trial) {
+    test::SetChannels(trial, test::NoiseChannels(kChannels, kSamples, 11), 960.0);
+  });
   const Outcome outcome = RecipeRun({}).Run(ReadRecipe(R"(velmora2: 1
 steps:
   - do: file.load

@@ -1,14 +1,9 @@
 #include "run/history.hpp"
 
-#include <gtest/gtest.h>
-
-#include "app/command_table.hpp"
 #include "graph/single_view.hpp"
 #include "run/recipe_reader.hpp"
 #include "run/recipe_run.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora {
 namespace {
@@ -26,14 +21,18 @@ class HistoryTest : public testing::Test {
 
   void SetUp() override {
     history_.Attach(workbench_);
-    test::ScriptedQuestions saver;
-    Workbench maker(saver);
-    test::SetChannels(maker.trial, test::NoiseChannels(3, 500), 200.0);
-    maker.trial.TrialTitle = "7 noises";
-    saver.fileAnswers.push_back({input_});
-    RunCommand(maker, *FindCommand("save.vmb"));
+    test::WriteTrialFile(input_, [](Trial& trial) {
+      test::SetChannels(trial, test::NoiseChannels(3, 500), 200.0);
+      trial.TrialTitle = "7 noises";
+    });
   }
 
+  void Answer(const test::Edits& edits, const char* press = "OK") {
+    person_.formAnswers.emplace_back([edits, press](Form& form) {
+      test::CommandTest::Type(form, edits);
+      return std::string(press);
+    });
+  }
   void Do(const char* id) { RunCommand(workbench_, *FindCommand(id)); }
   void Load() {
     workbench_.trial.FileName = input_;
@@ -64,31 +63,16 @@ class HistoryTest : public testing::Test {
   }
 
   void Filter() {
-    person_.formAnswers.push_back([](Form& form) {
-      form.Edit(*form.FindField("optFilter"), "1");
-      form.Edit(*form.FindField("FilterCutoffs"), 2, "12.5");
-      return std::string("All");
-    });
-    person_.formAnswers.push_back([](Form& form) {
-      form.Edit(*form.FindField("FilterCutoffs"), 3, "0");
-      form.Edit(*form.FindField("ZeroLag"), 1, "false");
-      return std::string("Filter");
-    });
+    Answer({{"optFilter", "1"}, {"FilterCutoffs 2", "12.5"}}, "All");
+    Answer({{"FilterCutoffs 3", "0"}, {"ZeroLag 1", "false"}}, "Filter");
     Do("smooth.butterworth");
   }
   void Scale() {
-    person_.pickAnswers.push_back([](ChannelPicker& picker) {
-      picker.SetValue(1, "0.1");
-      picker.SetValue(3, "-2.5e-3");
-      return std::string("Process");
-    });
+    person_.PickValues({{1, "0.1"}, {3, "-2.5e-3"}});
     Do("math.multiply");
   }
   void Crop() {
-    person_.formAnswers.push_back([](Form& form) {
-      form.Edit(*form.FindField("channels"), 1, "true");
-      return std::string("OK");
-    });
+    Answer({{"channels 1", "true"}});
     Do("graph.single");
     auto& view = OpenSingleView(workbench_);
     view.Drawing().Abscissa.SetMinMax(0.3, 1.1);  // zoomed with the wheel, which nobody writes down
@@ -96,7 +80,7 @@ class HistoryTest : public testing::Test {
     for (const double x : {0.5, 0.6, 0.7}) {
       view.MoveCursor(2, x);
     }
-    person_.formAnswers.push_back([](Form& /*form*/) { return std::string("OK"); });
+    Answer({});
     Do("crop.outside");
     CloseView(workbench_);
   }
@@ -110,15 +94,9 @@ TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   Load();
   Filter();
   Scale();
-  person_.formAnswers.push_back([](Form& form) {
-    form.Edit(*form.FindField("channels"), 2, "true");
-    return std::string("OK");
-  });
+  Answer({{"channels 2", "true"}});
   Do("smooth.moving-average");
-  person_.pickAnswers.push_back([](ChannelPicker& picker) {
-    picker.SetName(2, "Knee: \"left\", 100 %");
-    return std::string("Save");
-  });
+  person_.PickNames({{2, "Knee: \"left\", 100 %"}});
   Do("edit.labels");
   Crop();
   person_.inputAnswers.push_back("8 noises");

@@ -1,7 +1,6 @@
 // Drives the program itself: exit statuses, several inputs, signals.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,11 +9,9 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
-#include "app/command_table.hpp"
 #include "core/version.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/command_test.hpp"
+#include "support/full_disk.hpp"
 
 namespace velmora {
 namespace {
@@ -40,6 +37,7 @@ class Program : public testing::Test {
     if (process != 0) {
       return process;
     }
+    std::signal(SIGXFSZ, SIG_DFL);  // what the test ignores the program need not
     SendTo(STDOUT_FILENO, Path("stdout"));
     SendTo(STDERR_FILENO, Path("stderr"));
     std::vector<char*> argv = {const_cast<char*>("velmora2-run")};
@@ -62,6 +60,18 @@ class Program : public testing::Test {
 
   [[nodiscard]] std::string Path(std::string_view name) const { return directory_.Path(name); }
 
+  /// Waits for files.
+  [[nodiscard]] bool Appear(const std::vector<const char*>& names) const {
+    const auto there = [this](const char* name) { return std::filesystem::exists(Path(name)); };
+    for (int waited = 0; waited < 30000; ++waited) {
+      if (std::all_of(names.begin(), names.end(), there)) {
+        return true;
+      }
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return false;
+  }
+
   std::string Recipe(const std::string& steps) {
     WriteFile(Path("r.yaml"), "velmora2: 1\nsteps:\n" + steps);
     return Path("r.yaml");
@@ -69,11 +79,7 @@ class Program : public testing::Test {
 
   /// A file of these channels, saved by the command; returns its path.
   std::string Trial(const std::string& name, const std::vector<std::vector<float>>& channels) {
-    test::ScriptedQuestions questions;
-    Workbench workbench(questions);
-    test::SetChannels(workbench.trial, channels);
-    questions.fileAnswers = {{Path(name)}};
-    RunCommand(workbench, *FindCommand("save.vmb"));
+    test::WriteTrialFile(Path(name), [&](auto& trial) { test::SetChannels(trial, channels); });
     return Path(name);
   }
 
@@ -195,13 +201,10 @@ TEST_F(Program, AFullDiskFailsTheStepAndLeavesTheOldFile) {
   std::filesystem::create_directory(Path("out"));
   WriteFile(Path("out/a-scaled.vmb"), "precious");
   const std::string recipe = Recipe(kDouble);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit small{.rlim_cur = 100000, .rlim_max = before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);  // the program inherits it
-  const pid_t runner = Start({recipe, trial, "--out", Path("out"), "--set", "factor=2"});
-  setrlimit(RLIMIT_FSIZE, &before);
-  const Ended run = Wait(runner);
+  const Ended run = [&] {
+    const test::FullDisk disk(100000);  // of the program, too
+    return Run({recipe, trial, "--out", Path("out"), "--set", "factor=2"});
+  }();
   EXPECT_EQ(run.status, 1);
   EXPECT_HAS(run.err, "step 3 (save.vmb, line 8)");
   EXPECT_HAS(run.err, "\"File too large\"");
@@ -218,9 +221,7 @@ TEST_F(Program, StrictMakesAWarningAFailure) {
   EXPECT_EQ(lenient.status, 0);
   EXPECT_HAS(lenient.err, "warning");
   EXPECT_HAS(lenient.err, "Negative powers");
-  const Ended strict = Run({recipe, trial, "--strict"});
-  EXPECT_EQ(strict.status, 1);
-  EXPECT_HAS(strict.err, "Negative powers");
+  EXPECT_EQ(Run({recipe, trial, "--strict"}).status, 1);
 }
 
 // The children of a process, as the kernel knows them.
@@ -228,18 +229,6 @@ std::vector<pid_t> ChildrenOf(pid_t process) {
   const std::string number = std::to_string(process);
   std::istringstream list(ReadFile("/proc/" + number + "/task/" + number + "/children"));
   return {std::istream_iterator<pid_t>(list), {}};
-}
-
-template <typename Condition>
-bool Within(std::chrono::seconds limit, Condition condition) {
-  const auto end = std::chrono::steady_clock::now() + limit;
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) {
-      return false;
-    }
-    std::this_thread::sleep_for(std::chrono::milliseconds(2));
-  }
-  return true;
 }
 
 std::string ManySteps(int count) {
@@ -258,9 +247,7 @@ TEST_F(Program, AnInterruptEndsJobsAndLeavesNoTemporaryFile) {
     arguments.push_back(Trial("t" + std::to_string(i) + ".vmb", test::NoiseChannels(8, 5000)));
   }
   const pid_t runner = Start(arguments);
-  ASSERT_TRUE(Within(std::chrono::seconds(60), [&] {
-    return std::filesystem::exists(Path("out/t0.vmb")) && std::filesystem::exists(Path("out/t1.vmb"));
-  }));
+  ASSERT_TRUE(Appear({"out/t0.vmb", "out/t1.vmb"}));
   const std::vector<pid_t> children = ChildrenOf(runner);
   EXPECT_EQ(children.size(), 2U);
   kill(runner, SIGINT);
@@ -276,7 +263,7 @@ TEST_F(Program, AnInterruptEndsJobsAndLeavesNoTemporaryFile) {
 TEST_F(Program, AnInterruptEndsASingleRunToo) {
   const pid_t runner =
       Start({Recipe(ManySteps(3000)), Trial("t.vmb", test::NoiseChannels(8, 5000)), "--out", Path("out")});
-  ASSERT_TRUE(Within(std::chrono::seconds(60), [&] { return std::filesystem::exists(Path("out/t.vmb")); }));
+  ASSERT_TRUE(Appear({"out/t.vmb"}));
   kill(runner, SIGTERM);
   const Ended run = Wait(runner);
   EXPECT_EQ(run.status, 143);
@@ -288,8 +275,7 @@ TEST_F(Program, AKilledJobIsNamedAndTheOthersGoOn) {
   const std::string small = Trial("small.vmb", {{1, 2, 3}});
   const std::string large = Trial("large.vmb", test::NoiseChannels(8, 20000));
   const pid_t runner = Start({Recipe(ManySteps(300)), large, small, "--out", Path("out")});
-  ASSERT_TRUE(
-      Within(std::chrono::seconds(60), [&] { return std::filesystem::exists(Path("out/large.vmb")); }));
+  ASSERT_TRUE(Appear({"out/large.vmb"}));
   const std::vector<pid_t> children = ChildrenOf(runner);
   ASSERT_EQ(children.size(), 1U);
   kill(children.front(), SIGKILL);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,11 +10,13 @@
 #include "app/command_table.hpp"
 #include "core/workbench.hpp"
 #include "support/scripted_questions.hpp"
+#include "support/temporary_directory.hpp"
 #include "support/trials.hpp"
 
 namespace velmora::test {
 
 using Samples = std::vector<float>;
+using Texts = std::vector<std::string>;
 using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
 /// A workbench whose questions are answered from a script, and commands run by id as the window and
@@ -28,6 +31,30 @@ struct CommandTest : testing::Test {
     ASSERT_NE(command, nullptr) << "no command " << id;
     RunCommand(workbench, *command);
   }
+  void RunPicking(const char* id, std::vector<int> channels) {
+    questions.PickChannels(std::move(channels));
+    Run(id);
+  }
+  void RunTyping(const char* id, std::vector<std::pair<int, std::string>> values) {
+    questions.PickValues(std::move(values));
+    Run(id);
+  }
+  void RunEntering(const char* id, const std::string& text) {
+    questions.inputAnswers = {text};
+    Run(id);
+  }
+  /// What the picker of a command offers in its column of values; it is cancelled.
+  Texts OfferedBy(const char* id) {
+    Texts offered;
+    questions.pickAnswers.emplace_back([&offered](ChannelPicker& picker) {
+      for (int c = 1; c <= picker.Channels(); ++c) {
+        offered.push_back(picker.ValueText(c));
+      }
+      return std::string("Cancel");
+    });
+    Run(id);
+    return offered;
+  }
 
   static void Type(Form& form, const Edits& edits) {
     for (const auto& [name, text] : edits) {
@@ -40,13 +67,61 @@ struct CommandTest : testing::Test {
       }
     }
   }
-  /// The next form is filled in so, and left by this button: unless said otherwise, that of the filters.
-  void AnswerForm(const Edits& edits, const std::string& press = "Filter") {
+  /// The next form is filled in so, and left by this button: unless said otherwise, that which accepts it.
+  void AnswerForm(const Edits& edits, const std::string& press = "OK") {
     questions.formAnswers.emplace_back([edits, press](Form& form) {
       Type(form, edits);
       return press;
     });
   }
+
+  /// Title and text.
+  [[nodiscard]] std::string LastBox() const {
+    return questions.boxes.empty() ? "" : questions.boxes.back().title + "|" + questions.boxes.back().text;
+  }
+  [[nodiscard]] Texts Labels() const { return TextsOf(trial.ChanLabel); }
+  [[nodiscard]] Texts UnitsOfChannels() const { return TextsOf(trial.ChanUnits); }
+
+ private:
+  template <typename PerChannelText>
+  [[nodiscard]] Texts TextsOf(const PerChannelText& all) const {
+    Texts texts;
+    for (int c = 1; c <= trial.NChan; ++c) {
+      texts.push_back(all[static_cast<std::size_t>(c)].Text());
+    }
+    return texts;
+  }
 };
+
+/// The same with a directory for its files.
+struct FileTest : CommandTest {
+  TemporaryDirectory directory;
+
+  void Load(const std::string& name, std::string_view bytes) {
+    WriteFile(directory.Path(name), bytes);
+    LoadPath(directory.Path(name));
+  }
+  void LoadPath(const std::string& path) {
+    questions.boxes.clear();
+    workbench.report = {};
+    trial.FileName = path;
+    Run("file.load");
+  }
+  /// Returns the path.
+  std::string SaveAs(const std::string& name, const char* id = "save.vmb") {
+    questions.fileAnswers.push_back({directory.Path(name)});
+    Run(id);
+    return directory.Path(name);
+  }
+};
+
+/// A native binary file of the trial that `make` makes.
+inline void WriteTrialFile(const std::string& path, const std::function<void(Trial&)>& make) {
+  ScriptedQuestions questions;
+  Workbench workbench(questions);
+  make(workbench.trial);
+  questions.fileAnswers.push_back({path});
+  RunCommand(workbench, *FindCommand("save.vmb"));
+}
 
 }  // namespace velmora::test

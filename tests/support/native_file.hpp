@@ -1,15 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <string>
 #include <vector>
 
-#include "export/save_data.hpp"
 #include "import/load_file.hpp"
-#include "support/scripted_questions.hpp"
-#include "support/temporary_directory.hpp"
+#include "support/command_test.hpp"
 
 namespace velmora::test {
 
@@ -65,26 +61,16 @@ inline std::string FileByHand(int channels, int samples) {
 }
 
 /// Loads native binary files given as bytes, and saves the trial as one.
-struct NativeFileTest : testing::Test {
-  TemporaryDirectory directory;
-  ScriptedQuestions questions;
-  Workbench workbench{questions};
-  Trial& trial = workbench.trial;
-
+struct NativeFileTest : FileTest {
   void Load(const std::string& bytes) {
-    const std::string path = directory.Path("trial.vmb");
-    WriteFile(path, bytes);
-    LoadPath(path);
+    WriteFile(directory.Path("trial.vmb"), bytes);
+    LoadPath(directory.Path("trial.vmb"));
   }
+  /// By the reader alone, without what follows a load.
   void LoadPath(const std::string& path) {
     trial.FileName = path;
     questions.boxes.clear();
     LoadFile(workbench);
-  }
-  std::string Save(const std::string& name) {
-    questions.fileAnswers.push_back({directory.Path(name)});
-    SaveData(workbench, SaveFormat::NativeBinary);
-    return directory.Path(name);
   }
   std::vector<std::string> BoxTitles() const {
     std::vector<std::string> titles;

@@ -40,6 +40,15 @@ void ScriptedQuestions::PickValues(std::vector<std::pair<int, std::string>> valu
   });
 }
 
+void ScriptedQuestions::PickNames(std::vector<std::pair<int, std::string>> names) {
+  pickAnswers.emplace_back([names = std::move(names)](ChannelPicker& picker) {
+    for (const auto& [channel, name] : names) {
+      picker.SetName(channel, name);
+    }
+    return std::string("Save");
+  });
+}
+
 void ScriptedQuestions::PickCancel() {
   pickAnswers.emplace_back([](ChannelPicker&) { return std::string("Cancel"); });
 }
@@ -73,6 +82,9 @@ std::string ScriptedQuestions::AskForm(Form& form) {
 }
 
 void ScriptedQuestions::ShowProgress(ProgressPanel& panel) {
+  if (statuses.empty() || statuses.back() != panel.Status()) {
+    statuses.push_back(panel.Status());
+  }
   if (onProgress) {
     onProgress(panel);
   }

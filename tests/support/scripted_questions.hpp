@@ -36,12 +36,15 @@ class ScriptedQuestions : public Questions {
     std::string format;
     std::string status;
   };
-  std::vector<Panel> panels;  // each as it stood when it went
+  std::vector<Panel> panels;          // each as it stood when it went
+  std::vector<std::string> statuses;  // all that panels told, each once as it came
 
   /// A picker answer that selects these channels and presses Process.
   void PickChannels(std::vector<int> channels);
   /// A picker answer that types these values (channel, value) and presses Process.
   void PickValues(std::vector<std::pair<int, std::string>> values);
+  /// The same for names, and presses Save.
+  void PickNames(std::vector<std::pair<int, std::string>> names);
   void PickCancel();
 
   Button AskBox(const Box& box) override;

@@ -8,15 +8,11 @@
 #include "core/form.hpp"
 #include "core/numbers.hpp"
 #include "support/command_test.hpp"
-#include "support/temporary_directory.hpp"
 
 namespace velmora::test {
 
-using Edits = std::vector<std::pair<std::string, std::string>>;
-
 /// Loads texts through the command, with the dialogues answered as a recipe answers them.
-struct TextLoadTest : CommandTest {
-  TemporaryDirectory directory;
+struct TextLoadTest : FileTest {
   std::vector<Edits> offered;  // the fields of each dialogue as it came up
 
   /// The next dialogue gets these edits and this button.
@@ -27,21 +23,11 @@ struct TextLoadTest : CommandTest {
           for (const FormField& field : form.Fields()) {
             offered.back().emplace_back(field.name, TextOf(field));
           }
-          for (const auto& [name, text] : edits) {
-            form.Edit(*form.FindField(name), text);
-          }
+          Type(form, edits);
           return press;
         });
   }
 
-  void Load(const std::string& name, std::string_view bytes) {
-    WriteFile(directory.Path(name), bytes);
-    LoadPath(directory.Path(name));
-  }
-  void LoadPath(const std::string& path) {
-    trial.FileName = path;
-    Run("file.load");
-  }
   /// Accepts what the dialogue offers; a rate, where one is asked for, is 100 Hz.
   void LoadWithDefaults(const std::string& name, std::string_view bytes, Edits edits = {}) {
     questions.formAnswers.clear();
@@ -70,23 +56,6 @@ struct TextLoadTest : CommandTest {
       }
     }
     return rows;
-  }
-  [[nodiscard]] std::vector<std::string> Labels() const {
-    std::vector<std::string> labels;
-    for (int c = 1; c <= trial.NChan; ++c) {
-      labels.push_back(trial.ChanLabel[static_cast<std::size_t>(c)].Text());
-    }
-    return labels;
-  }
-  [[nodiscard]] std::vector<std::string> UnitsOfChannels() const {
-    std::vector<std::string> units;
-    for (int c = 1; c <= trial.NChan; ++c) {
-      units.push_back(trial.ChanUnits[static_cast<std::size_t>(c)].Text());
-    }
-    return units;
-  }
-  [[nodiscard]] std::string LastBox() const {
-    return questions.boxes.empty() ? "" : questions.boxes.back().title + "|" + questions.boxes.back().text;
   }
 
  private:

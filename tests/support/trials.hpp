@@ -1,11 +1,14 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <random>
 #include <vector>
 
 #include "core/helpers.hpp"
+#include "core/picker.hpp"
 #include "core/trial.hpp"
 
 namespace velmora::test {
@@ -35,6 +38,32 @@ inline std::vector<float> Channel(Trial& trial, int c) {
     samples.push_back(view[i]);
   }
   return samples;
+}
+
+inline std::vector<int> SelectedChannels(const ChooserState& chooser) {
+  std::vector<int> channels;
+  for (int c = 1; c <= kMaxChannels; ++c) {
+    if (chooser.ChanSelected[static_cast<std::size_t>(c)]) {
+      channels.push_back(c);
+    }
+  }
+  return channels;
+}
+
+/// The whole matrix with its time column, as bits.
+inline std::vector<std::uint32_t> Bits(const Trial& trial) {
+  std::vector<std::uint32_t> bits;
+  for (std::int64_t i = 1; i <= trial.NData; ++i) {
+    for (int c = 0; c <= trial.NChan; ++c) {
+      bits.push_back(std::bit_cast<std::uint32_t>(trial.Data(i, c)));
+    }
+  }
+  return bits;
+}
+
+/// Whether two vectors are the same bit by bit, NaN and signs of zero included.
+inline bool SameBits(const std::vector<float>& a, const std::vector<float>& b) {
+  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
 }
 
 /// Uniform noise in -1..1, the same on every machine.

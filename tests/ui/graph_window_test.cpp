@@ -15,7 +15,6 @@
 
 #include "plot/graph_widget.hpp"
 #include "support/command_test.hpp"
-#include "support/temporary_directory.hpp"
 #include "ui/plot_mouse.hpp"
 
 namespace velmora::ui {
@@ -23,8 +22,7 @@ namespace {
 
 /// Four seconds at 250 Hz: a slow wave, a fast one with a peak of a single sample, and a third channel
 /// that is not shown.
-struct GraphWindowTest : test::CommandTest {
-  test::TemporaryDirectory directory;
+struct GraphWindowTest : test::FileTest {
   QPointer<GraphWindow> window;
   int changes = 0;
 
@@ -47,8 +45,7 @@ struct GraphWindowTest : test::CommandTest {
     workbench.DataDir = directory.Path("");
     questions.formAnswers.emplace_back([](Form& form) {
       form.FindButton("None")->press();
-      form.Edit(*form.FindField("channels"), 1, "true");
-      form.Edit(*form.FindField("channels"), 2, "true");
+      Type(form, {{"channels 1", "true"}, {"channels 2", "true"}});
       return std::string("OK");
     });
     Run("graph.single");
@@ -65,10 +62,7 @@ struct GraphWindowTest : test::CommandTest {
 
   SingleView& View() { return dynamic_cast<SingleView&>(*workbench.view); }
   GraphWidget& Plot() { return window->Plot(); }
-  void Key(Qt::Key key, Qt::KeyboardModifiers held = {}) {
-    QTest::keyClick(&Plot(), key, held);
-    QApplication::processEvents();
-  }
+  void Key(Qt::Key key, Qt::KeyboardModifiers held = {}) { test::PressIn(Plot(), key, held); }
   void Press(const char* button) {
     QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton);
     QApplication::processEvents();
@@ -100,13 +94,7 @@ struct GraphWindowTest : test::CommandTest {
     const auto found = window->findChild<QTreeWidget*>("sidebar")->findItems(name, Qt::MatchStartsWith);
     return found.isEmpty() ? nullptr : found.front();
   }
-  void Shot(const char* name) {
-    QApplication::processEvents();
-    if (const char* folder = std::getenv("VELMORA_SCREENSHOTS")) {
-      std::filesystem::create_directories(folder);
-      window->grab().save(QString::fromStdString(std::string(folder) + "/" + name + ".png"));
-    }
-  }
+  void Shot(const char* name) { test::Shot(*window, name); }
 };
 
 TEST_F(GraphWindowTest, APieceIsSelectedWithTwoCursorsAndCropped) {

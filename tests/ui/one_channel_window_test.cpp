@@ -8,11 +8,9 @@
 #include <QStatusBar>
 #include <QTest>
 #include <algorithm>
-#include <filesystem>
 
 #include "core/helpers.hpp"
 #include "support/command_test.hpp"
-#include "support/temporary_directory.hpp"
 #include "ui/graph/channel_windows.hpp"
 #include "ui/plot_mouse.hpp"
 
@@ -20,8 +18,7 @@ namespace velmora::ui {
 namespace {
 
 /// Four seconds at 250 Hz: a wave that grows, from -80 to 96, and one from -3 to 3.
-struct OneChannelWindowTest : test::CommandTest {
-  test::TemporaryDirectory directory;
+struct OneChannelWindowTest : test::FileTest {
   ChannelWindows windows{workbench, nullptr};
 
   void SetUp() override {
@@ -69,8 +66,7 @@ struct OneChannelWindowTest : test::CommandTest {
     return *window;
   }
   static void Choose(const OneChannelWindow& window, const char* caption) {
-    QAction* action = Entry(window, caption);
-    action->trigger();
+    Entry(window, caption)->trigger();
     QApplication::processEvents();
   }
   static QAction* Entry(const OneChannelWindow& window, const char* caption) {
@@ -82,21 +78,13 @@ struct OneChannelWindowTest : test::CommandTest {
     throw std::runtime_error(std::string("no entry ") + caption);
   }
   static void Key(OneChannelWindow& window, Qt::Key key, Qt::KeyboardModifiers held = {}) {
-    QTest::keyClick(&window.Plot(), key, held);
-    QApplication::processEvents();
+    test::PressIn(window.Plot(), key, held);
   }
   static QCPRange Times(OneChannelWindow& window) { return window.Plot().xAxis->range(); }
   static QCPRange Values(OneChannelWindow& window) { return window.Plot().yAxis->range(); }
   static void DoubleClick(OneChannelWindow& window) {
     QTest::mouseDClick(&window.Plot(), Qt::LeftButton, {}, test::PlaceIn(window.Plot(), 2.0, 0.5));
     QApplication::processEvents();
-  }
-  static void Shot(OneChannelWindow& window, const char* name) {
-    QApplication::processEvents();
-    if (const char* folder = std::getenv("VELMORA_SCREENSHOTS")) {
-      std::filesystem::create_directories(folder);
-      window.grab().save(QString::fromStdString(std::string(folder) + "/" + name + ".png"));
-    }
   }
 };
 
@@ -107,7 +95,7 @@ TEST_F(OneChannelWindowTest, PansZoomsAndResetsByMenuMouseAndKeys) {
   EXPECT_EQ(Values(window), QCPRange(-80, 96));
   EXPECT_EQ(window.Plot().xAxis->label(), "Time (s)");
   EXPECT_EQ(window.Plot().yAxis->label(), "Knee angle (deg)");
-  Shot(window, "one-channel");
+  test::Shot(window, "one-channel");
 
   Choose(window, "&Zoom mode");
   EXPECT_TRUE(Entry(window, "&Zoom mode")->isChecked());
@@ -116,7 +104,7 @@ TEST_F(OneChannelWindowTest, PansZoomsAndResetsByMenuMouseAndKeys) {
   EXPECT_NEAR(Times(window).lower, 1.0, 0.01);
   EXPECT_NEAR(Times(window).upper, 3.0, 0.01);
   EXPECT_NEAR(Values(window).upper, 96 - 176 * 0.25, 1.0);
-  Shot(window, "one-channel-zoomed");
+  test::Shot(window, "one-channel-zoomed");
   const QCPRange values = Values(window);
   Choose(window, "Pan &X only");
   EXPECT_FALSE(Entry(window, "&Zoom mode")->isChecked());
@@ -149,7 +137,7 @@ TEST_F(OneChannelWindowTest, PansZoomsAndResetsByMenuMouseAndKeys) {
   Choose(window, "&White");
   EXPECT_TRUE(Entry(window, "&White")->isChecked());
   EXPECT_FALSE(Entry(window, "&Black")->isChecked());
-  Shot(window, "one-channel-white");
+  test::Shot(window, "one-channel-white");
   Key(window, Qt::Key_Question, Qt::ShiftModifier);
   EXPECT_EQ(questions.boxes.back().title, "Keyboard Functions");
   EXPECT_TRUE(questions.boxes.back().text.ends_with("F7  = full height"));

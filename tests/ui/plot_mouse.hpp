@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QApplication>
 #include <QTest>
 #include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
 
 #include "plot/graph_widget.hpp"
 
@@ -23,6 +27,21 @@ inline void DragIn(GraphWidget& plot, QPoint from, QPoint to) {
   }
   QTest::mouseRelease(&plot, Qt::LeftButton, {}, to);
   QApplication::processEvents();
+}
+
+/// A key for a graph.
+inline void PressIn(GraphWidget& plot, Qt::Key key, Qt::KeyboardModifiers held = {}) {
+  QTest::keyClick(&plot, key, held);
+  QApplication::processEvents();
+}
+
+/// A picture of what a person sees, when VELMORA_SCREENSHOTS names a directory for it.
+inline void Shot(QWidget& window, const char* name) {
+  QApplication::processEvents();
+  if (const char* folder = std::getenv("VELMORA_SCREENSHOTS")) {
+    std::filesystem::create_directories(folder);
+    window.grab().save(QString::fromStdString(std::string(folder) + "/" + name + ".png"));
+  }
 }
 
 }  // namespace velmora::test

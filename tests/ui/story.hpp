@@ -1,15 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <string>
 
-#include "app/command_table.hpp"
-#include "run/recipe_questions.hpp"
 #include "sample_trials.hpp"
-#include "support/temporary_directory.hpp"
+#include "support/command_test.hpp"
 #include "ui/file_list_view.hpp"
 #include "ui/main_window.hpp"
 #include "ui/person.hpp"
@@ -40,13 +36,10 @@ class Story : public testing::Test {
 
   /// The first channels of the example.
   void WriteTrial(const char* name, int channels) const {
-    const std::vector<Answer> answers = {{.what = FileAnswer{{Path(name)}}}};
-    RecipeQuestions questions;
-    Workbench maker(questions);
-    examples::MakeEmgBursts(maker.trial);
-    maker.trial.CutChannels(std::min<int>(channels, maker.trial.NChan));
-    questions.BeginStep(answers, maker.trial);
-    RunCommand(maker, *FindCommand("save.vmb"));
+    WriteTrialFile(Path(name), [channels](Trial& trial) {
+      examples::MakeEmgBursts(trial);
+      trial.CutChannels(std::min<int>(channels, trial.NChan));
+    });
   }
   void Start() {
     window_ =
