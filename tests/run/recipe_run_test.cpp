@@ -1,42 +1,17 @@
 #include "run/recipe_run.hpp"
 
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
 #include "run/info.hpp"
-#include "run/recipe_reader.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/recipe_test.hpp"
 
 namespace velmora {
 namespace {
 
 using nlohmann::json;
 
-/// Runs steps over a trial of three channels that is there without a file.
-class RecipeRunTest : public testing::Test {
+class RecipeRunTest : public test::RecipeTest {
  protected:
-  void Run(const std::string& steps, bool strict = false) {
-    const Recipe recipe =
-        ReadRecipe("velmora2: 1\nsteps:\n" + steps, "r.yaml", {{"out", directory_.Path("")}});
-    lines_.clear();
-    run_.emplace(RunOptions{
-        .input = "in/a.vmb", .strict = strict, .onStep = {}, .transcript = [this](std::string_view line) {
-          lines_.emplace_back(line);
-        }});
-    test::SetChannels(run_->State().trial, {{1, 2, 4}, {-3, 4, 5}, {0.5F, 6, 7}});
-    outcome_ = run_->Run(recipe);
-  }
-
-  [[nodiscard]] std::string Why() const { return outcome_.failure ? outcome_.failure->why : "all ran"; }
-
+  void MakeTrial(Trial& trial) override { test::SetChannels(trial, {{1, 2, 4}, {-3, 4, 5}, {0.5F, 6, 7}}); }
   std::vector<float> Channel(int c) { return test::Channel(run_->State().trial, c); }
-
-  test::TemporaryDirectory directory_;
-  std::optional<RecipeRun> run_;
-  std::vector<std::string> lines_;
-  Outcome outcome_;
 };
 
 TEST_F(RecipeRunTest, StepsRunInOrderUntilOneFails) {
@@ -151,7 +126,7 @@ TEST_F(RecipeRunTest, TablesAreInTheTranscriptAndTheInfo) {
   - info: "${out}/i.json"
 )");
   ASSERT_EQ(Why(), "all ran");
-  const json table = json::parse(test::ReadFile(directory_.Path("i.json")))["frmCoeff"];
+  const json table = Info("i.json")["frmCoeff"];
   EXPECT_EQ(table["columns"], json({"Order", "Coefficient"}));
   ASSERT_EQ(table["rows"].size(), 3U);
   EXPECT_EQ(table["rows"][0][0], "    + t^0 x ");

@@ -1,11 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
-#include "support/temporary_directory.hpp"
-#include "support/trials.hpp"
+#include "support/recipe_test.hpp"
 
 namespace velmora {
 namespace {
@@ -13,29 +6,16 @@ namespace {
 using nlohmann::json;
 
 /// Recipes over a trial of two channels, 101 samples at 100 Hz, channel 1 counting from 1.
-class ViewStepsTest : public testing::Test {
+class ViewStepsTest : public test::RecipeTest {
  protected:
-  void Run(const std::string& steps) {
-    const Recipe recipe =
-        ReadRecipe("velmora2: 1\nsteps:\n" + steps, "r.yaml", {{"out", directory_.Path("")}});
-    run_.emplace(RunOptions{});
+  void MakeTrial(Trial& trial) override {
     std::vector<float> up;
     for (int i = 1; i <= 101; ++i) {
       up.push_back(static_cast<float>(i));
     }
-    test::SetChannels(run_->State().trial, {up, std::vector<float>(101, -2.5F)});
-    run_->State().trial.TrialName = "jump";
-    outcome_ = run_->Run(recipe);
+    test::SetChannels(trial, {up, std::vector<float>(101, -2.5F)});
+    trial.TrialName = "jump";
   }
-
-  [[nodiscard]] std::string Why() const { return outcome_.failure ? outcome_.failure->why : "all ran"; }
-  [[nodiscard]] json Info(const char* name) const {
-    return json::parse(test::ReadFile(directory_.Path(name)));
-  }
-
-  test::TemporaryDirectory directory_;
-  std::optional<RecipeRun> run_;
-  Outcome outcome_;
 };
 
 TEST_F(ViewStepsTest, APieceIsSelectedAndCropped) {
