@@ -2,48 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "core/form.hpp"
-#include "core/workbench.hpp"
 #include "run/recipe_reader.hpp"
+#include "support/sample_form.hpp"
 #include "support/trials.hpp"
 
 namespace velmora {
 namespace {
 
-/// A dialogue with a field of every sort. Filter closes it, Apply keeps it open and asks.
-class SampleForm : public Form {
- public:
-  explicit SampleForm(Workbench& workbench) : Form("frmSample", "A Sample") {
-    fields_ = {
-        {.name = "chkRectify", .caption = "&Rectify", .target = &rectify},
-        {.name = "cwnPadding", .caption = "&Padding", .target = &padding, .lowest = 0, .highest = 100},
-        {.name = "optPad", .caption = "Pad", .target = &pad, .choices = {"&None", "&Mirror"}},
-        {.name = "Width", .caption = "Width", .target = &width},
-        {.name = "Name", .caption = "Name", .target = &name},
-        {.name = "Cutoffs", .caption = "Cut-offs", .target = &cutoffs},
-        {.name = "channels", .caption = "Channels", .target = &channels},
-    };
-    buttons_ = {
-        {.caption = "&Filter", .role = FormButton::Role::Accept, .press = [] { return true; }},
-        {.caption = "&Apply", .press = [this, &workbench] { return Apply(workbench); }},
-        {.caption = "Cancel", .role = FormButton::Role::Cancel, .press = [] { return true; }},
-    };
-  }
-
-  bool Apply(Workbench& workbench) {
-    typed = workbench.questions.AskInput({.title = "Applied", .prompt = "How often?"});
-    return false;
-  }
-
-  bool rectify = false;
-  std::int32_t padding = 0;
-  std::int32_t pad = 0;
-  double width = 0;
-  std::string name;
-  ChannelNumbers cutoffs{};
-  ChannelFlags channels{true, true, true, true};
-  std::string typed;
-};
+using test::SampleForm;
 
 class RecipeQuestionsTest : public testing::Test {
  protected:
@@ -82,14 +48,8 @@ class RecipeQuestionsTest : public testing::Test {
     return WhyAbandoned([this] { form_.Show(workbench_); });
   }
 
-  void ExpectSelected(std::vector<int> channels) {
-    std::vector<int> selected;
-    for (int c = 1; c <= 3; ++c) {
-      if (workbench_.chooser.ChanSelected[static_cast<std::size_t>(c)]) {
-        selected.push_back(c);
-      }
-    }
-    EXPECT_EQ(selected, channels);
+  void ExpectSelected(const std::vector<int>& channels) const {
+    EXPECT_EQ(test::SelectedChannels(workbench_.chooser), channels);
   }
 
   Recipe recipe_;
