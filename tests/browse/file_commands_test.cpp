@@ -8,15 +8,15 @@
 #include "support/command_test.hpp"
 #include "support/temporary_directory.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 namespace fs = std::filesystem;
 
 /// A directory to walk in; the process is back where it was afterwards.
-class FileCommands : public test::CommandTest {
+class FileCommands : public CommandTest {
  protected:
-  test::TemporaryDirectory directory_;
+  TemporaryDirectory directory_;
   fs::path before_ = fs::current_path();
   std::vector<ShellRequest> requests_;
 
@@ -38,7 +38,7 @@ TEST_F(FileCommands, DirectoriesAreMadeEnteredAndRemovedWhenEmpty) {
   questions.fileAnswers.push_back({directory_.Path("sub")});
   Run("file.open-directory");
   EXPECT_EQ(workbench.DataDir, fs::canonical(directory_.Path("sub")).string() + "/");
-  test::WriteFile(directory_.Path("sub/keep.txt"), "x");
+  WriteFile(directory_.Path("sub/keep.txt"), "x");
   questions.boxAnswers = {Button::Yes, Button::No, Button::Yes};
   Run("file.remove-directory");
   EXPECT_TRUE(fs::exists(directory_.Path("sub/keep.txt")));
@@ -57,7 +57,7 @@ TEST_F(FileCommands, DirectoriesAreMadeEnteredAndRemovedWhenEmpty) {
 
 TEST_F(FileCommands, SelectedFileIsClosedAndDeletedButOnlyWhenMeant) {
   const std::string path = directory_.Path("a.vmb");
-  test::WriteFile(path, "x");
+  WriteFile(path, "x");
   SelectFile(workbench, path);
   EXPECT_EQ(trial.TrialName, "a");
   EXPECT_EQ(trial.FileExt, "VMB");
@@ -92,7 +92,7 @@ TEST_F(FileCommands, ExitAsksOnlyWhileDataAreNotSaved) {
 
 TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
   for (const char* name : {"b.vmb", "A.VMB", "c.txt", ".hidden.vmb", "z.c3d", "m.dat", "empty.vmb"}) {
-    test::WriteFile(directory_.Path(name), std::string(name) == "empty.vmb" ? "" : "BioWare 2 data");
+    WriteFile(directory_.Path(name), std::string(name) == "empty.vmb" ? "" : "BioWare 2 data");
   }
   fs::create_directory(directory_.Path("d.vmb"));
   fs::create_symlink(directory_.Path("nowhere"), directory_.Path("dangling.vmb"));
@@ -110,4 +110,4 @@ TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

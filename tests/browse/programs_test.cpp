@@ -6,7 +6,7 @@
 
 #include "support/temporary_directory.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using Programs = std::vector<std::string>;
@@ -51,11 +51,11 @@ TEST(Programs, TheStoredNameTellsWhichEntryIsMarked) {
 }
 
 TEST(Programs, TheFamilyIsWhatLiesInItsDirectory) {
-  const test::TemporaryDirectory directory;
+  const TemporaryDirectory directory;
   std::filesystem::create_directories(directory.Path("manuals/more.pdf"));
   for (const char* name :
        {"zoom", "Angles", "notes.txt", "manuals/velmora2.pdf", "manuals/Angles.PDF", "manuals/cover.png"}) {
-    test::WriteFile(directory.Path(name), "x");
+    WriteFile(directory.Path(name), "x");
   }
   using std::filesystem::perms;
   for (const char* name : {"zoom", "Angles"}) {
@@ -70,4 +70,4 @@ TEST(Programs, TheFamilyIsWhatLiesInItsDirectory) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

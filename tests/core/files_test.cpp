@@ -11,12 +11,8 @@
 #include "support/full_disk.hpp"
 #include "support/temporary_directory.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::ReadFile;
-using test::TemporaryDirectory;
-using test::WriteFile;
 
 std::size_t FilesIn(const std::string& directory) {
   return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(directory), {}));
@@ -100,7 +96,7 @@ TEST(OutputFile, AFullDiskLeavesTheOldFileWhole) {
   const std::string path = directory.Path("trial.vmb");
   WriteFile(path, "the old contents");
   {
-    const test::FullDisk disk(4096);
+    const FullDisk disk(4096);
     OutputFile file(path);
     EXPECT_THROW(file.Write(std::string(10000, 'x')), FileError);
   }
@@ -143,4 +139,4 @@ TEST(Paths, BothSeparatorsAreUnderstood) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

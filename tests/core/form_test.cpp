@@ -3,11 +3,11 @@
 #include "support/command_test.hpp"
 #include "support/sample_form.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-struct FormFields : test::CommandTest {
-  test::SampleForm form{workbench};
+struct FormFields : CommandTest {
+  SampleForm form{workbench};
 };
 
 TEST_F(FormFields, TypedTextReachesTheMembers) {
@@ -30,14 +30,14 @@ TEST_F(FormFields, TypedTextReachesTheMembers) {
 }
 
 TEST_F(FormFields, WhatDoesNotFitIsRefusedAndNamed) {
-  for (const auto& [field, text] : test::Edits{{"chkRectify", "maybe"},
-                                               {"cwnPadding", "101"},
-                                               {"optPad", "2"},
-                                               {"optPad", "Bessel"},
-                                               {"Cutoffs", "6"},
-                                               {"Cutoffs 65", "6"},
-                                               {"Cutoffs 1", "-6"},
-                                               {"Width 1", "6"}}) {
+  for (const auto& [field, text] : Edits{{"chkRectify", "maybe"},
+                                         {"cwnPadding", "101"},
+                                         {"optPad", "2"},
+                                         {"optPad", "Bessel"},
+                                         {"Cutoffs", "6"},
+                                         {"Cutoffs 65", "6"},
+                                         {"Cutoffs 1", "-6"},
+                                         {"Width 1", "6"}}) {
     try {
       Type(form, {{field, text}});
       ADD_FAILURE() << field << " takes " << text;
@@ -61,4 +61,4 @@ TEST_F(FormFields, TheFormStaysUntilAButtonClosesIt) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -2,14 +2,10 @@
 
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::SelectedChannels;
-using test::SetChannels;
-using test::Texts;
-
-struct Picker : test::CommandTest {
+struct Picker : CommandTest {
   ChooserState& chooser = workbench.chooser;
 
   void Load(int channels) {
@@ -169,4 +165,4 @@ TEST_F(Picker, AllCopiesTheLastValueAfterAskingForIt) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

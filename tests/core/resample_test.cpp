@@ -4,13 +4,8 @@
 
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::Channel;
-using test::NoiseChannels;
-using test::SameBits;
-using test::SetChannels;
 
 /// One channel straight from the definition: the old sample at 1 + (k-1) (N-1)/n, by the line between
 /// its neighbours.
@@ -69,4 +64,4 @@ TEST(ResampleAll, WhatCannotBeChangesNothing) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -8,13 +8,8 @@
 #include "support/scripted_questions.hpp"
 #include "support/temporary_directory.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::ReadFile;
-using test::ScriptedQuestions;
-using test::TemporaryDirectory;
-using test::WriteFile;
 
 TEST(Settings, TextsUnderApplicationSectionAndKeyOfAnyCase) {
   const TemporaryDirectory directory;
@@ -177,4 +172,4 @@ TEST_F(Start, TheCommandLine) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

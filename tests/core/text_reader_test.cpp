@@ -2,11 +2,9 @@
 
 #include "support/temporary_directory.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::TemporaryDirectory;
-using test::WriteFile;
 using Lines = std::vector<std::string>;
 
 Lines LinesOf(const std::string& bytes) {
@@ -52,4 +50,4 @@ TEST(ReadTextLine, AFileWithoutLineEndsIsCut) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -6,13 +6,8 @@
 #include "support/scripted_questions.hpp"
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::Channel;
-using test::ScriptedQuestions;
-using test::SetChannels;
-using Samples = std::vector<float>;
 
 TEST(Trial, EveryAccessOutsideIsRefused) {
   Trial trial;
@@ -133,4 +128,4 @@ TEST(Helpers, CursorsAfterALoad) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -3,14 +3,10 @@
 #include "dsp/bias_file.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::Samples;
-using test::SetChannels;
-
-using BiasCommand = test::FileTest;
+using BiasCommand = FileTest;
 
 TEST_F(BiasCommand, AutozeroFromEitherEndKeepsTheRecord) {
   SetChannels(trial, {{1, 3, 10, 20}, {5, 5, 5, 5}});
@@ -71,12 +67,10 @@ TEST_F(BiasCommand, TotalsAreKeptIn32BitsInTheOrderOfTheSamples) {
 
 TEST_F(BiasCommand, MeanBetweenTheCursorsOffTheWholeChannel) {
   SetChannels(trial, {{10, 1, 2, 3, 50}});
-  trial.CursorLo = 2;
-  trial.CursorHi = 4;
+  SetCursors(2, 4);
   RunPicking("bias.mean", {1});
   EXPECT_EQ(Channel(trial, 1), (Samples{8, -1, 0, 1, 48}));
-  trial.CursorLo = 0;
-  trial.CursorHi = 99;
+  SetCursors(0, 99);
   RunPicking("bias.mean", {1});
   EXPECT_EQ(trial.ChanOffset[1], -13.2F * 1.0) << "2, then the 11.2 that was left of the whole";
 }
@@ -88,7 +82,7 @@ TEST_F(BiasCommand, DriftIsALine) {
   EXPECT_EQ(Channel(trial, 2), (Samples{1, 5, 5, 1}));
   EXPECT_EQ(trial.ChanOffset[1], 0.0);
   EXPECT_FALSE(workbench.BiasLevelsKnown);
-  EXPECT_EQ(OfferedBy("bias.manual"), (test::Texts{"2.00000", "0.00000"})) << "slopes";
+  EXPECT_EQ(OfferedBy("bias.manual"), (Texts{"2.00000", "0.00000"})) << "slopes";
 
   SetChannels(trial, {{3}});
   Run("bias.drift");
@@ -131,7 +125,7 @@ TEST_F(BiasCommand, FileThereAndBack) {
   const std::string path = directory.Path("levels.bsv");
   SaveAs("levels.bsv", "bias.save");
   EXPECT_EQ(questions.files.back().defaultName, "a.bsv");
-  EXPECT_EQ(test::ReadFile(path),
+  EXPECT_EQ(ReadFile(path),
             "Velmora2 Bias levels taken from file: /data/a.vmb\r\nNumber of channels: \t02\r\n"
             "Größe" +
                 std::string(25, ' ') + "\tchannel01\t1.0000000E+00\r\n" + std::string(30, ' ') +
@@ -159,7 +153,7 @@ TEST_F(BiasCommand, FilesThatAreRefused) {
   const auto boxFor = [&](const std::string& bytes) {
     SetChannels(trial, {{1, 2}, {3, 4}});
     workbench.chooser.ChanConst.fill(7.0F);
-    test::WriteFile(path, bytes);
+    WriteFile(path, bytes);
     questions.fileAnswers = {{path}};
     Run("bias.file");
     EXPECT_EQ(Channel(trial, 1), (Samples{1, 2}));
@@ -183,9 +177,9 @@ TEST_F(BiasCommand, FilesThatAreRefused) {
 
 // A comma ends an item: the level behind it counts for the next channel.
 TEST(BiasFile, CommaInALabelMovesTheLevels) {
-  const test::TemporaryDirectory directory;
+  const TemporaryDirectory directory;
   const std::string path = directory.Path("comma.bsv");
-  test::WriteFile(path, "Velmora2 Bias, of\rcount\t2\rEMG, left\tchannel01\t1.5\rEMG\tchannel02\t2.5\r");
+  WriteFile(path, "Velmora2 Bias, of\rcount\t2\rEMG, left\tchannel01\t1.5\rEMG\tchannel02\t2.5\r");
   PerChannel<float> levels{};
   ReadBiasFile(path, 2, levels);
   EXPECT_EQ(levels[1], 0.0F);
@@ -193,4 +187,4 @@ TEST(BiasFile, CommaInALabelMovesTheLevels) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -5,15 +5,10 @@
 #include "dsp/math_commands.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::NoiseChannels;
-using test::Samples;
-using test::SetChannels;
-
-struct MathCommand : test::CommandTest {
+struct MathCommand : CommandTest {
   Samples RunOn(const char* id, const Samples& x, double rate = 100.0) {
     SetChannels(trial, {x, x}, rate);
     RunPicking(id, {1});
@@ -113,7 +108,7 @@ TEST_F(MathCommand, ScalingKeepsGainAndMemory) {
   EXPECT_TRUE(trial.FileChanged);
 
   // The next use offers what was entered; a channel left at 0 shows 1.
-  EXPECT_EQ(OfferedBy("analysis.scaling"), (test::Texts{"1.00000", "0.50000", "1.00000"}));
+  EXPECT_EQ(OfferedBy("analysis.scaling"), (Texts{"1.00000", "0.50000", "1.00000"}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1.5F, 2.0F}));
 }
 
@@ -123,8 +118,7 @@ TEST_F(MathCommand, PathLengthBetweenTheCursors) {
   EXPECT_EQ(
       LastBox(),
       "Path Length|Path starts from datum 1 to datum 4.\nPath length of channels 00, 01 and 02 is 29.0000.");
-  trial.CursorLo = 2;
-  trial.CursorHi = 3;
+  SetCursors(2, 3);
   RunPicking("math.path-length", {2, 3});
   EXPECT_EQ(questions.boxes.back().text,
             "Path starts from datum 2 to datum 3.\nPath length of channels 01 and 02 is 12.0000.");
@@ -216,4 +210,4 @@ TEST_F(MathCommand, NoTrialNoRateNoIndex) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -4,16 +4,10 @@
 #include "dsp/recursive_filter.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::Edits;
-using test::NoiseChannels;
-using test::Samples;
-using test::SetChannels;
-
-struct FilterCommand : test::CommandTest {
+struct FilterCommand : CommandTest {
   std::vector<Samples> noise = NoiseChannels(3, 400);
 
   void SetUp() override { SetChannels(trial, noise, 1000.0); }
@@ -198,4 +192,4 @@ TEST_F(FilterCommand, NoTrialNoQuestion) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

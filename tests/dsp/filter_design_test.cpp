@@ -6,7 +6,7 @@
 #include "core/numbers.hpp"
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using Complex = std::complex<double>;
@@ -197,7 +197,7 @@ TEST(FilterDesign, RunsAsItsResponseSays) {
   std::vector<float> impulse(2000, 0.0F);
   impulse[0] = 1.0F;
   Trial trial;
-  test::SetChannels(trial, {impulse, impulse}, 200.0);
+  SetChannels(trial, {impulse, impulse}, 200.0);
   RunBiquads(sections, trial.Channel(1));
   for (const double f : {0.0, 19.0, 30.0, 55.0, 100.0}) {
     Complex transform = 0.0;
@@ -206,7 +206,7 @@ TEST(FilterDesign, RunsAsItsResponseSays) {
     }
     EXPECT_LT(std::abs(transform - ResponseAt(sections, f, 200.0)), 1e-6) << f;
   }
-  EXPECT_EQ(test::Channel(trial, 2), impulse);
+  EXPECT_EQ(Channel(trial, 2), impulse);
 }
 
 TEST(FilterDesign, WhatCannotBeBuiltIsRefused) {
@@ -243,4 +243,4 @@ TEST(FilterDesign, WhatCannotBeBuiltIsRefused) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

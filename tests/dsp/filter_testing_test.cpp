@@ -5,12 +5,10 @@
 #include "dsp/filter_testing_form.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Edits;
-
-struct FilterTesting : test::CommandTest {
+struct FilterTesting : CommandTest {
   void Test(const Edits& edits) {
     AnswerForm(edits);
     Run("smooth.testing");
@@ -106,7 +104,7 @@ TEST_F(FilterTesting, FiltersByPassesWithAndWithoutLag) {
 }
 
 TEST_F(FilterTesting, OffersTheTrialsFilterAndRefusesWhatCannotBeBuilt) {
-  test::SetChannels(trial, {{1, 2, 3}}, 250.0);
+  SetChannels(trial, {{1, 2, 3}}, 250.0);
   workbench.FilterCutoffs[1] = 12.5F;
   Test({});
   EXPECT_EQ(Table(0).title, "Butterworth, Low-pass, order 2, 12.5 Hz, sampled at 250 Hz");
@@ -131,4 +129,4 @@ TEST_F(FilterTesting, OffersTheTrialsFilterAndRefusesWhatCannotBeBuilt) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -5,13 +5,8 @@
 
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::Channel;
-using test::NoiseChannels;
-using test::Samples;
-using test::SetChannels;
 
 using Fast = void (*)(Trial&, const ChannelList&, std::int32_t, SimdLevel, const Turn&);
 using Plain = void (*)(Trial&, const ChannelList&, std::int32_t);
@@ -90,9 +85,8 @@ void CompareWithPlain(const std::vector<std::vector<float>>& data, const Channel
       Trial trial;
       SetChannels(trial, data);
       operation.fast(trial, channels, width, level, {});
-      ASSERT_EQ(test::Bits(trial), test::Bits(expected))
-          << operation.name << " level " << static_cast<int>(level) << " width " << width << " channels "
-          << data.size();
+      ASSERT_EQ(Bits(trial), Bits(expected)) << operation.name << " level " << static_cast<int>(level)
+                                             << " width " << width << " channels " << data.size();
     }
   }
 }
@@ -123,4 +117,4 @@ TEST(MovingWindow, EveryVectorWidthGivesTheBitsOfThePlainLoop) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -6,12 +6,9 @@
 #include "dsp/coefficient_form.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::Samples;
-using test::SetChannels;
 using Values = std::vector<double>;
 
 Values Times(int count, double step) {
@@ -83,7 +80,7 @@ TEST(PolynomialFit, HighOrdersAndMoreTermsThanPoints) {
   EXPECT_NEAR(FitPolynomial(Values(4, 0.0), few, 2).fitted[0], 1.625, 1e-14) << "no time passes: the mean";
 }
 
-struct PolynomialCommand : test::CommandTest {
+struct PolynomialCommand : CommandTest {
   const Samples x = {0, 1, 4, 9, 16, 99, 36, 49};
 
   void SetUp() override {
@@ -121,8 +118,7 @@ TEST_F(PolynomialCommand, FitsEachChannelOfItsOwnOrder) {
 }
 
 TEST_F(PolynomialCommand, RangesCancelAndTheSelectionBefore) {
-  trial.CursorLo = 2;
-  trial.CursorHi = 4;
+  SetCursors(2, 4);
   questions.PickValues({{1, "99"}, {2, "1"}});
   questions.boxAnswers = {Button::Yes, Button::Yes, Button::Cancel};
   Run("smooth.polynomial");
@@ -156,4 +152,4 @@ TEST_F(PolynomialCommand, RangesCancelAndTheSelectionBefore) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -5,12 +5,8 @@
 #include "dsp/recursive_filter.hpp"
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::Bits;
-using test::NoiseChannels;
-using test::SetChannels;
 
 FilterVerdict FilterPlainly(Trial& trial, int c, const ChannelsFilter& filter) {
   const auto at = static_cast<std::size_t>(c);
@@ -118,4 +114,4 @@ TEST(RecursiveFilterLanes, NothingToFilter) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

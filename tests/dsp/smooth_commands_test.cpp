@@ -1,14 +1,10 @@
 #include "core/numbers.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::Samples;
-using test::SetChannels;
-
-using SmoothCommand = test::CommandTest;
+using SmoothCommand = CommandTest;
 
 TEST_F(SmoothCommand, WindowsRunOnThePickedChannels) {
   const Samples x = {3, 0, 6, 9, -3, 12};
@@ -104,8 +100,7 @@ TEST_F(SmoothCommand, RmsStartsAtATenthOfASecond) {
 TEST_F(SmoothCommand, InterpolationBetweenTheCursors) {
   const Samples x = {9, 0, 7, 7, 7, 1, 9};
   SetChannels(trial, {x, x});
-  trial.CursorLo = 2;
-  trial.CursorHi = 6;
+  SetCursors(2, 6);
   questions.PickChannels({2});
   questions.boxAnswers = {Button::Yes};
   Run("smooth.interpolate");
@@ -143,4 +138,4 @@ TEST_F(SmoothCommand, InterpolationBetweenTheCursors) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -6,14 +6,10 @@
 #include "core/numbers.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::NoiseChannels;
-using test::Samples;
-using test::SetChannels;
-using TimeBaseCommand = test::CommandTest;
+using TimeBaseCommand = CommandTest;
 
 TEST_F(TimeBaseCommand, ShiftLosesWhatLeavesAndRotationDoesNot) {
   const Samples x = {1, 2, 3, 4, 5};
@@ -218,4 +214,4 @@ TEST_F(TimeBaseCommand, SecondsAfterResamplingAPercentage) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -2,12 +2,10 @@
 
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::SetChannels;
-
-struct Edit : test::FileTest {
+struct Edit : FileTest {
   Edit() { SetChannels(trial, {{1, 2, 3, 4, 5}, {6, 7, 8, 9, 10}}, 100.0); }
 };
 
@@ -67,8 +65,8 @@ TEST_F(Edit, ACorrectedRateKeepsTheSamples) {
   EXPECT_EQ(trial.ChanRate[2], 50.0);
   EXPECT_EQ(trial.Duration, 0.08);
   EXPECT_EQ(trial.OriginalDuration, 0.08);
-  EXPECT_EQ(test::Channel(trial, 0), (test::Samples{0, 0.02F, 0.04F, 0.06F, 0.08F}));
-  EXPECT_EQ(test::Channel(trial, 1), (test::Samples{1, 2, 3, 4, 5}));
+  EXPECT_EQ(Channel(trial, 0), (Samples{0, 0.02F, 0.04F, 0.06F, 0.08F}));
+  EXPECT_EQ(Channel(trial, 1), (Samples{1, 2, 3, 4, 5}));
   EXPECT_TRUE(trial.FileChanged);
 
   workbench.timeBase = TimeBase::Percentage;
@@ -100,7 +98,7 @@ TEST_F(Edit, ExperimentInformationStaysInTheNativeBinaryFile) {
   EXPECT_EQ(trial.HeaderLines[4], "barefoot");
   EXPECT_TRUE(trial.FileChanged);
   const std::string path = SaveAs("info.vmb");
-  const std::string bytes = test::ReadFile(path);
+  const std::string bytes = ReadFile(path);
   EXPECT_EQ(bytes.substr(3582, 8), "Gait    ");
   EXPECT_EQ(bytes.substr(3582 + 61, 26), "M\xFCller" + std::string(20, ' '));
   EXPECT_EQ(bytes.substr(3582 + 103, 11), "f34        ");
@@ -128,4 +126,4 @@ TEST_F(Edit, ExperimentInformationStaysInTheNativeBinaryFile) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

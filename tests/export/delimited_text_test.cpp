@@ -3,13 +3,10 @@
 #include "export/save_data.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::ReadFile;
-using test::SetChannels;
-
-struct DelimitedText : test::FileTest {
+struct DelimitedText : FileTest {
   std::string Save(const char* id, Button labels, Button times) {
     questions.boxAnswers = {labels, times};
     SaveAs("saved", id);
@@ -92,4 +89,4 @@ TEST_F(DelimitedText, LinesLongerThanAnyOrdinaryOne) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -6,20 +6,10 @@
 #include "support/full_disk.hpp"
 #include "support/native_file.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::FileByHand;
-using test::Get;
-using test::kSamplesAt;
-using test::NoiseChannels;
-using test::Put;
-using test::ReadFile;
-using test::SetChannels;
-using test::WriteFile;
-
-using NativeBinaryWriter = test::NativeFileTest;
+using NativeBinaryWriter = NativeFileTest;
 
 TEST_F(NativeBinaryWriter, ASavedFileDiffersFromItsSourceOnlyWhereItMust) {
   std::string expected = FileByHand(3, 75);
@@ -70,8 +60,7 @@ TEST_F(NativeBinaryWriter, RoundTripsAtEveryShape) {
 
 TEST_F(NativeBinaryWriter, ARangeIsSavedFromTimeZero) {
   Load(FileByHand(2, 75));
-  trial.CursorLo = 11;
-  trial.CursorHi = 30;
+  SetCursors(11, 30);
   questions.boxAnswers = {Button::Yes};
   const std::string saved = ReadFile(SaveAs("range.vmb"));
   EXPECT_EQ(saved.size(), kSamplesAt + 4 * 20 * 3);
@@ -94,7 +83,7 @@ TEST_F(NativeBinaryWriter, SavingNeverDestroys) {
 
   MarkChanged(workbench, true);
   {
-    const test::FullDisk disk(4500);
+    const FullDisk disk(4500);
     SaveAs("old.vmb");
   }
   EXPECT_EQ(ReadFile(path), saved);
@@ -158,9 +147,9 @@ TEST_F(NativeBinaryWriter, ThePanelTellsEveryChannel) {
   };
   SaveAs("told.vmb");
   ASSERT_GE(questions.statuses.size(), 5U);
-  EXPECT_EQ(test::Texts(questions.statuses.end() - 5, questions.statuses.end()),
-            (test::Texts{"Saving header information", "Saving times", "Saving channel 1", "Saving channel 2",
-                         "Saving channel 3"}));
+  EXPECT_EQ(Texts(questions.statuses.end() - 5, questions.statuses.end()),
+            (Texts{"Saving header information", "Saving times", "Saving channel 1", "Saving channel 2",
+                   "Saving channel 3"}));
   EXPECT_TRUE(inside);
   EXPECT_EQ(highest, 9) << "thousands of samples";
 }
@@ -171,8 +160,7 @@ TEST_F(NativeBinaryWriter, CursorsOutsideTheTrialSaveNothing) {
   WriteFile(path, "old");
   const std::vector<std::pair<int, int>> ranges{{10, 76}, {0, 20}, {-5, 20}, {30, 29}, {80, 90}};
   for (const auto& [lo, hi] : ranges) {
-    trial.CursorLo = lo;
-    trial.CursorHi = hi;
+    SetCursors(lo, hi);
     questions.boxAnswers = {Button::Yes};
     workbench.report = {};
     SaveAs("old.vmb");
@@ -182,4 +170,4 @@ TEST_F(NativeBinaryWriter, CursorsOutsideTheTrialSaveNothing) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -4,14 +4,12 @@
 #include "support/command_test.hpp"
 #include "support/temporary_directory.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Samples;
-
 /// What a trial keeps on the way through each format and back.
-struct RoundTrip : test::FileTest {
-  std::vector<Samples> channels = test::NoiseChannels(5, 2000);
+struct RoundTrip : FileTest {
+  std::vector<Samples> channels = NoiseChannels(5, 2000);
 
   RoundTrip() {
     std::mt19937 random(3);
@@ -20,7 +18,7 @@ struct RoundTrip : test::FileTest {
         value = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
       } while (!std::isfinite(value));
     }
-    test::SetChannels(trial, channels, 1000.0);
+    SetChannels(trial, channels, 1000.0);
     NameChannels();
   }
 
@@ -43,7 +41,7 @@ struct RoundTrip : test::FileTest {
   void ExpectEveryBit() {
     ASSERT_EQ(trial.NChan, 5);
     for (int c = 1; c <= 5; ++c) {
-      ASSERT_TRUE(test::SameBits(test::Channel(trial, c), channels[static_cast<std::size_t>(c - 1)])) << c;
+      ASSERT_TRUE(SameBits(Channel(trial, c), channels[static_cast<std::size_t>(c - 1)])) << c;
     }
   }
   void ExpectNames() {
@@ -64,7 +62,7 @@ TEST_F(RoundTrip, NativeBinaryKeepsEveryBitAndTheNames) {
 TEST_F(RoundTrip, DelimitedTextKeepsEveryBitAndTheNames) {
   for (const char* extension : {"csv", "tab"}) {
     for (const Button times : {Button::Yes, Button::No}) {
-      test::SetChannels(trial, channels, 1000.0);
+      SetChannels(trial, channels, 1000.0);
       NameChannels();
       trial.TrialTitle = "12";  // a title that could pass for a line of data
       trial.ChanLabel[2] = "Fz [N], left";
@@ -88,7 +86,7 @@ TEST_F(RoundTrip, DelimitedTextKeepsEveryBitAndTheNames) {
 }
 
 TEST_F(RoundTrip, ATimeBaseOtherThanSecondsComesBack) {
-  test::SetChannels(trial, {channels[0]}, 1000.0);
+  SetChannels(trial, {channels[0]}, 1000.0);
   Run("timebase.percentage");
   trial.ChanLabel[1] = "Angle";
   SaveAndLoad("save.csv", "trial.csv");
@@ -100,17 +98,22 @@ TEST_F(RoundTrip, ATimeBaseOtherThanSecondsComesBack) {
   EXPECT_EQ(trial.Rate, 19.99);
 }
 
-TEST_F(RoundTrip, PrinterTextKeepsFiveDecimals) {
+TEST_F(RoundTrip, TextsOfFixedDecimalsKeepThem) {
   channels[1] = channels[0];
-  test::SetChannels(trial, channels, 1000.0);
-  NameChannels();
-  SaveAndLoad("save.prn", "trial.prn");
-  ASSERT_EQ(trial.NData, 2000);
-  ExpectNames();
-  for (std::size_t i = 0; i < 2000; ++i) {
-    ASSERT_NEAR(test::Channel(trial, 5)[i], channels[4][i], 0.0000051);
+  for (const auto& [format, steps] : {std::pair("prn", 1e5), {"vma", 1e4}}) {
+    SetChannels(trial, channels, 1000.0);
+    NameChannels();
+    SaveAndLoad((std::string("save.") + format).c_str(), std::string("trial.") + format);
+    ASSERT_EQ(trial.NData, 2000);
+    EXPECT_EQ(trial.ChanLabel[1], "Muscle 1");
+    EXPECT_EQ(UnitsOfChannels(), Texts(5, steps == 1e5 ? "mV" : "V"));
+    EXPECT_EQ(trial.Duration, 1.999);
+    const Samples read = Channel(trial, 5);
+    for (std::size_t i = 0; i < 2000; ++i) {
+      ASSERT_EQ(read[i], static_cast<float>(std::nearbyint(double{channels[4][i]} * steps) / steps));
+    }
   }
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -3,14 +3,10 @@
 #include "support/command_test.hpp"
 #include "support/full_disk.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::ReadFile;
-using test::SetChannels;
-using test::WriteFile;
-
-struct SaveList : test::FileTest {
+struct SaveList : FileTest {
   SaveList() { SetChannels(trial, {{1, 2, 3}}); }
 
   std::string BoxOf(const char* id) {
@@ -84,7 +80,7 @@ TEST_F(SaveList, AFailedSaveLeavesTheOldFileAndTheMark) {
   SetChannels(trial, {std::vector<float>(20000, 0.123456F)});
   for (const auto format :
        {SaveFormat::CommaSeparated, SaveFormat::SpaceDelimited, SaveFormat::NativeAscii}) {
-    const test::FullDisk disk(4096);
+    const FullDisk disk(4096);
     EXPECT_NE(failsWith(format, directory.Path("old.csv")).find("\"File too large\""), std::string::npos);
   }
   EXPECT_EQ(ReadFile(directory.Path("old.csv")), "the old contents");
@@ -92,4 +88,4 @@ TEST_F(SaveList, AFailedSaveLeavesTheOldFileAndTheMark) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -5,7 +5,7 @@
 
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
@@ -56,7 +56,7 @@ TEST(EnvelopePyramid, ColumnsAreTheExtremesOfEverySample) {
   for (const int channels : {1, 2, 4, 8, 16, 31, 64}) {
     Trial trial;
     const std::int64_t samples = channels == 2 ? 20000 : 3000 + channels;
-    test::SetChannels(trial, test::NoiseChannels(channels, samples));
+    SetChannels(trial, NoiseChannels(channels, samples));
     Roughen(trial.matrix, random);
     for (const SimdLevel level : MachineSimdLevels()) {
       EnvelopePyramid pyramid;
@@ -85,7 +85,7 @@ TEST(EnvelopePyramid, SaysWhereThereIsNothing) {
   std::vector<float> x(200, 1.0F);
   std::fill(x.begin() + 50, x.begin() + 150, kNaN);
   x[120] = -2.0F;
-  test::SetChannels(trial, {x});
+  SetChannels(trial, {x});
   EnvelopePyramid pyramid;
   EXPECT_TRUE(pyramid.Columns(1, 1, 200, 1).front().Empty());  // nothing built yet
   pyramid.Build(trial.matrix);
@@ -122,4 +122,4 @@ TEST(EnvelopePyramid, TakesLessThanAnEighthOfTheMatrix) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -5,7 +5,7 @@
 
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 struct GraphTest : testing::Test {
@@ -13,7 +13,7 @@ struct GraphTest : testing::Test {
   Graph graph;
 
   void Plot(const std::vector<std::vector<float>>& channels, std::vector<int> visible) {
-    test::SetChannels(trial, channels);
+    SetChannels(trial, channels);
     graph.PlotXY(trial);
     for (const int c : visible) {
       graph.Plots[static_cast<std::size_t>(c - 1)].Visible = true;
@@ -76,7 +76,7 @@ TEST_F(GraphTest, StyleSurvivesItsTextAndBadTextChangesNothing) {
   graph.TitleVisible = false;
   const std::string text = graph.StyleText();
   Graph other;
-  test::SetChannels(trial, {{1, 2}, {1, 2}});  // a trial of fewer channels takes what fits
+  SetChannels(trial, {{1, 2}, {1, 2}});  // a trial of fewer channels takes what fits
   other.PlotXY(trial);
   other.ReadStyle(text);
   EXPECT_EQ(other.Background, kWhite);
@@ -103,4 +103,4 @@ TEST_F(GraphTest, StyleSurvivesItsTextAndBadTextChangesNothing) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -4,7 +4,7 @@
 
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 struct SampleTimesTest : testing::Test {
@@ -12,7 +12,7 @@ struct SampleTimesTest : testing::Test {
   SampleTimes times;
 
   void Take(const std::vector<float>& row, double rate = 100.0) {
-    test::SetChannels(trial, {std::vector<float>(row.size(), 0.0F)}, rate);
+    SetChannels(trial, {std::vector<float>(row.size(), 0.0F)}, rate);
     for (std::size_t i = 0; i < row.size(); ++i) {
       trial.Data(static_cast<std::int64_t>(i) + 1, 0) = row[i];
     }
@@ -55,7 +55,7 @@ TEST_F(SampleTimesTest, FindsTheFirstSampleFromAnyTimeOn) {
 }
 
 TEST_F(SampleTimesTest, EvenTimesKeepDigitsThatRowZeroLost) {
-  test::SetChannels(trial, {{0, 0, 0}}, 3000.0);
+  SetChannels(trial, {{0, 0, 0}}, 3000.0);
   trial.RebuildTimeColumn();
   times.Take(trial);
   EXPECT_EQ(times.At(2), 1.0 / 3000.0);
@@ -72,4 +72,4 @@ TEST_F(SampleTimesTest, TimesThatGoBackOrAreNoNumberAreNotSorted) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

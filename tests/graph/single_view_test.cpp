@@ -2,14 +2,11 @@
 
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::Samples;
-
 /// A trial of 101 samples at 100 Hz, channel 1 counting from 1, channel 2 falling from -1.
-struct SingleViewTest : test::CommandTest {
+struct SingleViewTest : CommandTest {
   std::vector<WindowRequest> requests;
 
   void SetUp() override {
@@ -19,7 +16,7 @@ struct SingleViewTest : test::CommandTest {
       up.push_back(static_cast<float>(i));
       down.push_back(static_cast<float>(-i));
     }
-    test::SetChannels(trial, {up, down});
+    SetChannels(trial, {up, down});
     trial.ChanLabel[1] = "Force ";
     trial.ChanUnits[1] = "N";
     trial.TrialTitle = "Jump";
@@ -28,7 +25,7 @@ struct SingleViewTest : test::CommandTest {
     workbench.chooser.ChanSelected[1] = true;
   }
 
-  void Open(const test::Edits& fields = {}) {
+  void Open(const Edits& fields = {}) {
     AnswerForm(fields);
     Run("graph.single");
     View().onRequest = [this](WindowRequest request) { requests.push_back(request); };
@@ -92,7 +89,7 @@ TEST_F(SingleViewTest, OpensOnWhatTheDialogueSays) {
 }
 
 TEST_F(SingleViewTest, OpensNothingWithoutDataAndAsksAboutManyChannels) {
-  test::SetChannels(trial, test::NoiseChannels(17, 50));
+  SetChannels(trial, NoiseChannels(17, 50));
   questions.boxAnswers = {Button::Cancel, Button::OK};
   Run("graph.all");
   EXPECT_EQ(workbench.view, nullptr);
@@ -170,7 +167,7 @@ TEST_F(SingleViewTest, SeveralCursorsAreNumberedDeletedAndPaired) {
   Key("N");
   EXPECT_EQ(View().Drawing().Cursors[0].Name, "");
 
-  test::TemporaryDirectory directory;
+  TemporaryDirectory directory;
   workbench.UserLevel = UserLevelKind::Expert;
   const std::string path = directory.Path("part.vmb");
   questions.boxAnswers = {Button::Yes, Button::Yes, Button::Yes};
@@ -307,7 +304,7 @@ TEST_F(SingleViewTest, CutRemovesWhatLiesBetweenTheCursors) {
 }
 
 TEST_F(SingleViewTest, CursorFile) {
-  test::TemporaryDirectory directory;
+  TemporaryDirectory directory;
   Open();
   Key("F10");
   EXPECT_EQ(questions.boxes.at(0).title, "No Cursors");
@@ -319,7 +316,7 @@ TEST_F(SingleViewTest, CursorFile) {
   Key("F10");
   EXPECT_EQ(questions.files.at(0).title, "Save cursor positions in .VMC file");
   EXPECT_EQ(questions.files.at(0).defaultName, "jump.vmc");
-  EXPECT_EQ(test::ReadFile(directory.Path("c.vmc")),
+  EXPECT_EQ(ReadFile(directory.Path("c.vmc")),
             "Filename:\tdata/jump.vmb\nTrial code:\tjump\tTrial:\t-1\nDuration (s):\t1.000\n"
             "Sampling rate (Hz):\t100.00\n\nCursor\tSample\tTime (s)\tDelta t (s)\n"
             "1\t26\t0.2500\t0.0000\n2\t76\t0.7500\t0.5000\n");
@@ -348,7 +345,7 @@ TEST_F(SingleViewTest, ShowsTheTrialAsOtherCommandsLeaveIt) {
 }
 
 TEST_F(SingleViewTest, LooksAreKeptInAFile) {
-  test::TemporaryDirectory directory;
+  TemporaryDirectory directory;
   workbench.StartDir = directory.Path("");
   Open();
   for (const char* id :
@@ -361,7 +358,7 @@ TEST_F(SingleViewTest, LooksAreKeptInAFile) {
   EXPECT_NE(View().Drawing().StyleText(), style);
   Run("style.recall");
   EXPECT_EQ(View().Drawing().StyleText(), style);
-  test::WriteFile(directory.Path("Graph.cwx"), "no style");
+  WriteFile(directory.Path("Graph.cwx"), "no style");
   Run("style.recall");
   EXPECT_EQ(workbench.report.failures.size(), 1U);
   EXPECT_EQ(View().Drawing().StyleText(), style);
@@ -393,4 +390,4 @@ TEST_F(SingleViewTest, WhatTheMouseChoosesStaysOnTheTrialAndSetsTheStepOfPans) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

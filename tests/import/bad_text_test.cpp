@@ -4,11 +4,11 @@
 #include "import/line_blocks.hpp"
 #include "support/text_load.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 /// Texts that no instrument writes but that a disk, a download or a bad day makes.
-struct BadTextTest : test::TextLoadTest {
+struct BadTextTest : TextLoadTest {
   // Every box is answered with its first button, every dialogue once with its accepting button.
   void LoadAnyhow(const std::string& name, std::string_view bytes) {
     questions.formAnswers.clear();
@@ -46,7 +46,7 @@ TEST_F(BadTextTest, LinesOfTenMegabytes) {
 TEST_F(BadTextTest, AFileWithoutLineEndsIsGivenUpSoon) {
   // Four gigabytes that take no room on the disk.
   const std::string path = directory.Path("a.txt");
-  test::WriteFile(path, "1 2 3 4");
+  WriteFile(path, "1 2 3 4");
   ASSERT_EQ(truncate(path.c_str(), off_t{4} << 30), 0);
   LoadPath(path);
   EXPECT_TRUE(
@@ -54,7 +54,7 @@ TEST_F(BadTextTest, AFileWithoutLineEndsIsGivenUpSoon) {
                             "termination (CR/LF).\n"))
       << LastBox();
   // Behind lines of numbers it ends the read.
-  test::WriteFile(path, "h\n" + std::string(60, '\n') + "1 2\n3 4\n5 6\n");
+  WriteFile(path, "h\n" + std::string(60, '\n') + "1 2\n3 4\n5 6\n");
   ASSERT_EQ(truncate(path.c_str(), off_t{4} << 30), 0);
   AnswerForm({{"ParseSkip", "61"}, {"NChan", "2"}});
   AnswerForm({}, "Cancel");
@@ -159,7 +159,7 @@ TEST_F(BadTextTest, NotEnoughMemoryIsAMessage) {
 TEST_F(BadTextTest, LineBlocksEndOnLinesWhateverTheirSize) {
   // Blocks of 8 bytes: every pair of bytes is cut somewhere.
   const std::string text = "a\r\nbb\n\r\rccc dddd eeee\r\n\n\nf\rg";
-  test::WriteFile(directory.Path("a.txt"), text);
+  WriteFile(directory.Path("a.txt"), text);
   for (std::size_t size = 8; size < 20; ++size) {
     TextSource source(directory.Path("a.txt"));
     LineBlocks blocks(source, size);
@@ -182,4 +182,4 @@ TEST_F(BadTextTest, LineBlocksEndOnLinesWhateverTheirSize) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

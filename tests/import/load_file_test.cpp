@@ -3,10 +3,10 @@
 
 #include "support/text_load.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using LoadFileTest = test::TextLoadTest;
+using LoadFileTest = TextLoadTest;
 
 constexpr const char* kNumbers = "a b\n1 2\n3 4\n5 6\n";
 
@@ -106,7 +106,7 @@ TEST_F(LoadFileTest, FormatsThatAreRefused) {
 }
 
 TEST_F(LoadFileTest, EveryLoadLeavesTheTrialInOneState) {
-  test::SetChannels(trial, {{1, 2, 3}, {4, 5, 6}}, 50.0);
+  SetChannels(trial, {{1, 2, 3}, {4, 5, 6}}, 50.0);
   trial.ChanLabel[1] = "before";
   trial.ChanUnits[2] = "kN";
   trial.NPlates = 2;
@@ -157,7 +157,7 @@ TEST_F(LoadFileTest, WhatCannotBeOpenedIsAMessage) {
   LoadPath(pipe);  // must not wait for a writer
   EXPECT_TRUE(LastBox().starts_with("|Error reading file: " + pipe));
   const std::string secret = directory.Path("secret.txt");
-  test::WriteFile(secret, kNumbers);
+  WriteFile(secret, kNumbers);
   chmod(secret.c_str(), 0);
   chmod(directory.Path("").c_str(), 0755);
   const bool root = geteuid() == 0;
@@ -181,25 +181,25 @@ TEST_F(LoadFileTest, IncompleteLineEndsAreRepairedOnRequest) {
   questions.boxAnswers = {Button::OK, Button::Cancel};
   Load("a.txt", damaged);
   EXPECT_EQ(questions.boxes.back().title, "Keep Original?");
-  EXPECT_EQ(test::ReadFile(directory.Path("a.txt")), damaged);
+  EXPECT_EQ(ReadFile(directory.Path("a.txt")), damaged);
   EXPECT_FALSE(std::filesystem::exists(directory.Path("a.fixed.txt")));
 
   questions.boxAnswers = {Button::OK, Button::Yes};
   LoadWithDefaults("a.txt", damaged);
   EXPECT_EQ(LastBox(),
             "Original Filename Changed|Original file is now called, " + directory.Path("a.nocrlf.txt"));
-  EXPECT_EQ(test::ReadFile(directory.Path("a.nocrlf.txt")), damaged);
-  EXPECT_EQ(test::ReadFile(directory.Path("a.txt")), repaired);
+  EXPECT_EQ(ReadFile(directory.Path("a.nocrlf.txt")), damaged);
+  EXPECT_EQ(ReadFile(directory.Path("a.txt")), repaired);
   EXPECT_EQ(Rows(), (std::vector<std::vector<float>>{{1, 2}, {3, 4}, {5, 6}}));
 
   for (const char* odd : {"a b\v1 2\v3 4\v5 6", "a b\n\r1 2\n\r3 4\n\r5 6"}) {
     questions.boxAnswers = {Button::OK, Button::No};
     LoadWithDefaults("b.txt", odd);
-    EXPECT_EQ(test::ReadFile(directory.Path("b.txt")), repaired);
+    EXPECT_EQ(ReadFile(directory.Path("b.txt")), repaired);
     EXPECT_EQ(trial.NData, 3);
   }
   EXPECT_FALSE(std::filesystem::exists(directory.Path("b.nocrlf.txt")));
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -1,18 +1,18 @@
 #include "support/text_load.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using Frames = std::vector<std::vector<float>>;
 
 /// Stores a trial of `samples` samples 10, 20, ... at 100 Hz and loads the text as the next file.
-struct MergeTest : test::TextLoadTest {
+struct MergeTest : TextLoadTest {
   void StoreTrial(int samples) {
     std::vector<float> channel;
     for (int i = 1; i <= samples; ++i) {
       channel.push_back(static_cast<float>(10 * i));
     }
-    test::SetChannels(trial, {channel});
+    SetChannels(trial, {channel});
     trial.ChanLabel[1] = "stored";
     trial.ChanUnits[1] = "N";
     AnswerForm({}, "Save");
@@ -127,7 +127,7 @@ TEST_F(MergeTest, WhatCannotBeResampledIsRefusedAndTheDialogueStays) {
 }
 
 TEST_F(MergeTest, TooManyChannelsAndNothingStored) {
-  test::SetChannels(trial, std::vector<std::vector<float>>(64, {1, 2, 3}));
+  SetChannels(trial, std::vector<std::vector<float>>(64, {1, 2, 3}));
   AnswerForm({}, "Save");
   AnswerForm({}, "Cancel");
   Run("file.merge");
@@ -135,7 +135,7 @@ TEST_F(MergeTest, TooManyChannelsAndNothingStored) {
       LastBox(),
       "Too Many Channels Used|You must erase some channels using the Channel menu. Press &Cancel to exit.");
   EXPECT_FALSE(workbench.merge.MergePending);
-  test::SetChannels(trial, std::vector<std::vector<float>>(63, {1, 2, 3}));
+  SetChannels(trial, std::vector<std::vector<float>>(63, {1, 2, 3}));
   AnswerForm({}, "Merge");
   AnswerForm({}, "OK");
   Run("file.merge");
@@ -150,4 +150,4 @@ TEST_F(MergeTest, TooManyChannelsAndNothingStored) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -5,14 +5,8 @@
 
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::Channel;
-using test::NoiseChannels;
-using test::ReadFile;
-using test::Samples;
-using test::SetChannels;
 
 // Three channels, four samples; the time fields are wrong on purpose, since nobody reads them.
 const std::string kByHand =
@@ -29,7 +23,7 @@ const std::string kByHand =
     "    9.0000    3.5000\r\n"
     "    9.0000    4.5000       abc    1e-3  \r\n";
 
-struct NativeAscii : test::FileTest {
+struct NativeAscii : FileTest {
   void Load(const std::string& bytes, const std::string& name = "trial.vma") { FileTest::Load(name, bytes); }
   std::string Save(const std::string& name) { return ReadFile(SaveAs(name, "save.vma")); }
 };
@@ -54,9 +48,10 @@ TEST_F(NativeAscii, EveryFieldIsFoundInItsColumns) {
   EXPECT_EQ(trial.HeaderLines[6], "* Channel:        00        07        12");
   EXPECT_EQ(trial.HeaderLines[7], "* Time    Fx        Kraft µ   Tibialis a");
   EXPECT_EQ(trial.HeaderLines[9], "");
+  EXPECT_EQ(workbench.timeBase, TimeBase::Seconds);
   EXPECT_EQ(trial.ChanLabel[0], "Time");
-  EXPECT_EQ(Labels(), (test::Texts{"Fx", "Kraft µ", "Tibialis a"}));
-  EXPECT_EQ(UnitsOfChannels(), test::Texts(3, "V"));
+  EXPECT_EQ(Labels(), (Texts{"Fx", "Kraft µ", "Tibialis a"}));
+  EXPECT_EQ(UnitsOfChannels(), Texts(3, "V"));
   EXPECT_EQ(trial.ChanNumber[1], 0);
   EXPECT_EQ(trial.ChanNumber[2], 7);
   EXPECT_EQ(trial.ChanNumber[3], 12);
@@ -68,17 +63,11 @@ TEST_F(NativeAscii, EveryFieldIsFoundInItsColumns) {
 
   std::string unixLines = kByHand;
   unixLines.erase(std::remove(unixLines.begin(), unixLines.end(), '\r'), unixLines.end());
-  Load(unixLines);
-  EXPECT_EQ(Channel(trial, 1), (Samples{1.5F, 2.5F, 3.5F, 4.5F}));
-}
-
-TEST_F(NativeAscii, AnEnsembleHasAPercentageForItsTime) {
-  Load(kByHand);
-  EXPECT_EQ(workbench.timeBase, TimeBase::Seconds);
-  Load(kByHand, "trial.VmE");
+  Load(unixLines, "ensemble.VmE");
   EXPECT_EQ(workbench.timeBase, TimeBase::Percentage);
   EXPECT_EQ(trial.ChanLabel[0], "Percentage");
   EXPECT_EQ(trial.ChanUnits[0], "%");
+  EXPECT_EQ(Channel(trial, 1), (Samples{1.5F, 2.5F, 3.5F, 4.5F}));
 }
 
 TEST_F(NativeAscii, TheHeaderAndTheEndOfTheFileLimitTheSamples) {
@@ -194,8 +183,7 @@ TEST_F(NativeAscii, RatesOfEveryWidth) {
 
 TEST_F(NativeAscii, ARangeAndTheNumberOfSamplesInTheHeader) {
   SetChannels(trial, {{1, 2, 3, 4, 5, 6}}, 10.0);
-  trial.CursorLo = 3;
-  trial.CursorHi = 5;
+  SetCursors(3, 5);
   const std::string all = Save("range.vma");
   EXPECT_NE(all.find("\r\n*   10.000    0.5000\r\n*        0    5\r\n"), std::string::npos)
       << "the cursors choose the lines but not the count";
@@ -232,22 +220,5 @@ TEST_F(NativeAscii, MoreThan16Channels) {
   EXPECT_EQ(trial.NChan, 16);
 }
 
-TEST_F(NativeAscii, ASaveAndALoadKeepFourDecimalsOfEveryValue) {
-  SetChannels(trial, NoiseChannels(5, 3000), 500.0);
-  const Samples before = Channel(trial, 4);
-  trial.ChanUnits[4] = "N";
-  trial.ChanGain[4] = 3.0;
-  Save("noise.vma");
-  LoadPath(directory.Path("noise.vma"));
-  const Samples after = Channel(trial, 4);
-  ASSERT_EQ(after.size(), before.size());
-  for (std::size_t i = 0; i < after.size(); ++i) {
-    ASSERT_EQ(after[i], static_cast<float>(std::nearbyint(double{before[i]} * 1e4) / 1e4));
-  }
-  EXPECT_EQ(trial.ChanUnits[4], "V");
-  EXPECT_EQ(trial.ChanGain[4], 1.0);
-  EXPECT_EQ(trial.Duration, 2999 / 500.0);
-}
-
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

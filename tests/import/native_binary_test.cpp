@@ -5,16 +5,10 @@
 #include "import/native_samples.hpp"
 #include "support/native_file.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::FileByHand;
-using test::kSamplesAt;
-using test::Put;
-using test::ReadFile;
-using test::WriteFile;
-
-using NativeBinary = test::NativeFileTest;
+using NativeBinary = NativeFileTest;
 
 TEST_F(NativeBinary, EveryFieldIsFoundWhereItLies) {
   Load(FileByHand(3, 75));
@@ -34,8 +28,8 @@ TEST_F(NativeBinary, EveryFieldIsFoundWhereItLies) {
   EXPECT_EQ(trial.ChanGraphSlot[2], 2);
   EXPECT_EQ(trial.ChanColour[1], 7);
   EXPECT_EQ(trial.ChanColour[2], 2) << "an unset colour becomes the default";
-  EXPECT_EQ(Labels(), (test::Texts{"label 1", "label 2", "label 3"}));
-  EXPECT_EQ(UnitsOfChannels(), test::Texts(3, "°/s"));
+  EXPECT_EQ(Labels(), (Texts{"label 1", "label 2", "label 3"}));
+  EXPECT_EQ(UnitsOfChannels(), Texts(3, "°/s"));
   EXPECT_EQ(trial.Data(75, 0), 74.0F / 50.0F);
   EXPECT_EQ(trial.Data(1, 1), 1001.0F);
   EXPECT_EQ(trial.Data(75, 3), 3075.0F);
@@ -154,10 +148,10 @@ TEST_F(NativeBinary, ThePanelTellsEveryRow) {
   };
   Load(FileByHand(2, 30));
   const auto& told = questions.statuses;
-  EXPECT_EQ(test::Texts(std::find(told.begin(), told.end(), "Reading setup"), told.end()),
-            (test::Texts{"Reading setup", "Reading trial information", "Header read.", "Reading 30 x 2 data",
-                         "Header read.  Reading times.", "Reading channel 1 of 2.", "Reading channel 2 of 2.",
-                         "30 samples/channel"}));
+  EXPECT_EQ(Texts(std::find(told.begin(), told.end(), "Reading setup"), told.end()),
+            (Texts{"Reading setup", "Reading trial information", "Header read.", "Reading 30 x 2 data",
+                   "Header read.  Reading times.", "Reading channel 1 of 2.", "Reading channel 2 of 2.",
+                   "30 samples/channel"}));
   EXPECT_EQ(values, (std::vector<double>{0, 1, 2, 3, 4}));
 }
 
@@ -209,4 +203,4 @@ TEST_F(NativeBundles, CancelCountsAtTheEndOfTheRowInWork) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -8,7 +8,7 @@
 #include "import/text_parser/full_lines.hpp"
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using Random = std::mt19937;
@@ -44,8 +44,6 @@ Result Scan(const std::string& text, const ScanPlan& plan, std::int64_t maxRows,
           : FastScanRows(inside, plan, {result.frames.data(), maxRows}, 5, result.faults, *level);
   return result;
 }
-
-using test::SameBits;
 
 bool SameFault(const ScanFault& a, const ScanFault& b) {
   return a.count == b.count && a.line == b.line && a.column == b.column;
@@ -249,4 +247,4 @@ TEST(NumberScanTest, FullLinesAreCountedAsLineByLine) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -9,14 +9,12 @@
 #include "support/recordings.hpp"
 #include "support/text_load.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::Edits;
 
 // What an independent parse finds in public recordings: data lines from `firstLine`, parted by `separator`.
 // What becomes of each, and what the program says of it, stands on the page for users.
-struct Recording {
+struct Expected {
   const char* file;
   int firstLine = 0;
   char separator = '\0';
@@ -29,8 +27,8 @@ struct Recording {
 
 const Edits kFirst64 = {{"NChan", "64"}, {"ParseSkipToEndOfLine", "true"}};
 
-const std::vector<Recording>& Recordings() {
-  static const std::vector<Recording> recordings = {
+const std::vector<Expected>& Recordings() {
+  static const std::vector<Expected> recordings = {
       {"text/3dPendulum.txt", 2, ',', 300, 10, {}, 1, 100},
       {"text/AAc101.txt", 2, '\t', 5, 3},
       {"text/GRFZjump_m.txt", 2, '\t', 2490, 2},
@@ -98,7 +96,7 @@ struct Promise {
 /// By file, the rows of the page's table: file, kind, result, what the program says.
 std::map<std::string, Promise> Promises() {
   std::map<std::string, Promise> promises;
-  std::istringstream page(test::ReadFile(FORMATS_PAGE));
+  std::istringstream page(ReadFile(FORMATS_PAGE));
   const std::regex row(R"(\| `((?:text|vendor|reference)/.+)` \| .+ \| (.+) \| (.*) \|)");
   std::smatch cells;
   for (std::string line; std::getline(page, line);) {
@@ -111,7 +109,7 @@ std::map<std::string, Promise> Promises() {
 
 // A parser that knows nothing of the program's: lines at CR, LF or both, fields at one character, numbers
 // by strtof; what is no number is 0, as the program says it reads them.
-std::vector<std::vector<float>> ParsedPlainly(const std::string& bytes, const Recording& recording) {
+std::vector<std::vector<float>> ParsedPlainly(const std::string& bytes, const Expected& recording) {
   const auto number = [](std::string field) {
     field.erase(0, std::min(field.find_first_not_of(' '), field.size()));
     field.erase(field.find_last_not_of(' ') + 1);
@@ -144,9 +142,9 @@ std::vector<std::vector<float>> ParsedPlainly(const std::string& bytes, const Re
   return rows;
 }
 
-struct RealFilesTest : test::TextLoadTest {
+struct RealFilesTest : TextLoadTest {
   void SetUp() override {
-    if (!test::Recording("text")) {
+    if (!Recording("text")) {
       GTEST_SKIP() << "needs VELMORA_RECORDINGS";
     }
   }
@@ -165,7 +163,7 @@ struct RealFilesTest : test::TextLoadTest {
     questions.inputAnswers = {StatedRate(says)};
     AnswerForm(edits);
     AnswerForm({}, "Cancel");
-    LoadPath(*test::Recording(file));
+    LoadPath(*Recording(file));
   }
   // Everything that the program said.
   [[nodiscard]] std::string Said() const {
@@ -180,8 +178,8 @@ struct RealFilesTest : test::TextLoadTest {
                        [](const Box& box) { return box.title == "Check the Data"; });
   }
 
-  void ExpectValues(const Recording& recording, int timeColumn) {
-    const auto rows = ParsedPlainly(test::ReadFile(*test::Recording(recording.file)), recording);
+  void ExpectValues(const Expected& recording, int timeColumn) {
+    const auto rows = ParsedPlainly(ReadFile(*Recording(recording.file)), recording);
     ASSERT_EQ(rows.size(), static_cast<std::size_t>(recording.rows));
     ASSERT_EQ(trial.NData, recording.rows);
     ASSERT_EQ(trial.NChan, recording.columns - (timeColumn > 0 ? 1 : 0));
@@ -197,8 +195,8 @@ struct RealFilesTest : test::TextLoadTest {
 };
 
 TEST_F(RealFilesTest, EachOpensWithTheRightNumbersOrSaysWhatToChange) {
-  std::map<std::string, Recording> parsed;
-  for (const Recording& recording : Recordings()) {
+  std::map<std::string, Expected> parsed;
+  for (const Expected& recording : Recordings()) {
     parsed.emplace(recording.file, recording);
   }
   for (const auto& [file, promise] : Promises()) {
@@ -224,7 +222,7 @@ TEST_F(RealFilesTest, EachOpensWithTheRightNumbersOrSaysWhatToChange) {
 }
 
 TEST_F(RealFilesTest, TimeColumnsGiveThePublishedRate) {
-  for (const Recording& recording : Recordings()) {
+  for (const Expected& recording : Recordings()) {
     if (recording.timeColumn == 0) {
       continue;
     }
@@ -239,7 +237,7 @@ TEST_F(RealFilesTest, TimeColumnsGiveThePublishedRate) {
 TEST_F(RealFilesTest, EveryFileOfTheFoldersIsInTheTable) {
   std::set<std::string> files;
   for (const char* folder : {"text", "vendor", "reference"}) {
-    for (const auto& entry : std::filesystem::directory_iterator(*test::Recording(folder))) {
+    for (const auto& entry : std::filesystem::directory_iterator(*Recording(folder))) {
       files.insert(folder + ("/" + entry.path().filename().string()));
     }
   }
@@ -251,4 +249,4 @@ TEST_F(RealFilesTest, EveryFileOfTheFoldersIsInTheTable) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

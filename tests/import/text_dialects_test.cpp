@@ -1,12 +1,11 @@
 #include "support/text_load.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using Frames = std::vector<std::vector<float>>;
-using test::Texts;
 
-using TextDialectsTest = test::TextLoadTest;
+using TextDialectsTest = TextLoadTest;
 
 TEST_F(TextDialectsTest, FirstLinesSelectTheDialect) {
   struct Case {
@@ -137,4 +136,4 @@ TEST_F(TextDialectsTest, Visual3DForces) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -2,13 +2,12 @@
 
 #include "support/text_load.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Texts;
 using Frames = std::vector<std::vector<float>>;
 
-using TextParserTest = test::TextLoadTest;
+using TextParserTest = TextLoadTest;
 
 TEST_F(TextParserTest, TabCommaAndBlankSeparatedFilesReadAlikeWithNothingChanged) {
   const Frames expected = {{1, -2.5F, 30}, {4, 0.5F, -6e-3F}, {7, 8, 9}};
@@ -372,4 +371,4 @@ TEST_F(TextParserTest, CancelWhileCountingAndWhileReading) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -3,14 +3,10 @@
 #include "export/save_data.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::ReadFile;
-using test::SetChannels;
-using test::WriteFile;
-
-struct UnitsFile : test::FileTest {
+struct UnitsFile : FileTest {
   UnitsFile() {
     SetChannels(trial, {{1, 2}, {3, 4}, {5, 6}});
     trial.FileName = "/data/jump.vmb";
@@ -125,4 +121,4 @@ TEST_F(UnitsFile, AFileThatCannotBeReadChangesNothing) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

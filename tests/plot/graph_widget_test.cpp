@@ -7,7 +7,7 @@
 
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 /// Two seconds at 100 Hz in -1..1, in an axis rectangle of 10 pixels a sample or so. The graph takes
@@ -20,7 +20,7 @@ struct GraphWidgetTest : testing::Test {
   int doubleClicks = 0;
 
   void SetUp() override {
-    test::SetChannels(trial, test::NoiseChannels(2, 201));
+    SetChannels(trial, NoiseChannels(2, 201));
     graph.PlotXY(trial);
     for (auto& plot : graph.Plots) {
       plot.Visible = true;
@@ -156,4 +156,4 @@ TEST_F(GraphWidgetTest, LogarithmicAxesZoomByFactors) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

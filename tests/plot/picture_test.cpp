@@ -5,21 +5,18 @@
 
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::ReadFile;
-using test::WriteFile;
-
 struct PictureTest : testing::Test {
-  test::TemporaryDirectory directory;
+  TemporaryDirectory directory;
 
   // A step from -1 to 1 in the middle of one second.
   void SetUp() override {
     std::vector<float> samples(5001, -1.0F);
     std::fill(samples.begin() + 2500, samples.end(), 1.0F);
-    test::WriteTrialFile(directory.Path("in.vmb"), [&samples](Trial& trial) {
-      test::SetChannels(trial, {samples, std::vector<float>(5001, 0.5F)}, 5000.0);
+    WriteTrialFile(directory.Path("in.vmb"), [&samples](Trial& trial) {
+      SetChannels(trial, {samples, std::vector<float>(5001, 0.5F)}, 5000.0);
       trial.ChanLabel[1] = "Step";
       trial.ChanUnits[1] = "mV";
       trial.ChanLabel[2] = "<L> & R";
@@ -101,4 +98,4 @@ TEST_F(PictureTest, WhatCannotBeDrawnFailsTheStepAndLeavesTheFile) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -7,7 +7,7 @@
 #include "plot/trace_raster.hpp"
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 constexpr int kWidth = 300;
@@ -21,7 +21,7 @@ struct TracesTest : testing::Test {
   std::vector<TraceLook> looks;
 
   void Plot(const std::vector<std::vector<float>>& channels, double rate) {
-    test::SetChannels(trial, channels, rate);
+    SetChannels(trial, channels, rate);
     Replot();
   }
   void Replot() {
@@ -88,7 +88,7 @@ struct TracesTest : testing::Test {
 
 TEST_F(TracesTest, EveryPeakIsPaintedWhateverTheZoom) {
   std::mt19937 random(11);
-  auto channels = test::NoiseChannels(5, 20'000);
+  auto channels = NoiseChannels(5, 20'000);
   for (auto& channel : channels) {
     for (float& x : channel) {
       x = random() % 500 == 0 ? 8 * x : x / 4;  // a single sample far from the rest
@@ -111,7 +111,7 @@ TEST_F(TracesTest, EveryPeakIsPaintedWhateverTheZoom) {
 }
 
 TEST_F(TracesTest, SamplesFarApartAreJoined) {
-  Plot(test::NoiseChannels(1, 41), 100.0);
+  Plot(NoiseChannels(1, 41), 100.0);
   for (std::int64_t i = 21; i <= 41; ++i) {
     trial.Data(i, 0) += 1.5F;  // a cut left a gap in the times
   }
@@ -208,4 +208,4 @@ TEST_F(TracesTest, TimesThatGoBackDrawACurve) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

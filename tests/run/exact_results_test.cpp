@@ -5,7 +5,7 @@
 #include "run/recipe_run.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 constexpr std::size_t kSamplesAt = 4386;
@@ -19,12 +19,11 @@ float SampleAt(const std::string& file, std::size_t channel, std::size_t i) {
 }
 
 TEST(ExactResults, DerivativesAndScalingSavedToTheBit) {
-  const test::TemporaryDirectory directory;
+  const TemporaryDirectory directory;
   const std::string source = directory.Path("source.vmb");
   const std::string result = directory.Path("result.vmb");
-  test::WriteTrialFile(source, [](Trial& trial) {
-    test::SetChannels(trial, test::NoiseChannels(kChannels, kSamples, 11), 960.0);
-  });
+  WriteTrialFile(source,
+                 [](Trial& trial) { SetChannels(trial, NoiseChannels(kChannels, kSamples, 11), 960.0); });
   const Outcome outcome = RecipeRun({}).Run(ReadRecipe(R"(velmora2: 1
 steps:
   - do: file.load
@@ -39,8 +38,8 @@ steps:
                                                        "r.yaml", {{"in", source}, {"out", result}}));
   ASSERT_FALSE(outcome.failure) << outcome.failure->why;
 
-  const std::string before = test::ReadFile(source);
-  const std::string after = test::ReadFile(result);
+  const std::string before = ReadFile(source);
+  const std::string after = ReadFile(result);
   ASSERT_EQ(after.size(), kSamplesAt + 4 * kSamples * (kChannels + 1));
   const double step = 1.0 / 960.0;
   for (std::size_t c = 0; c <= kChannels; ++c) {
@@ -65,4 +64,4 @@ steps:
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

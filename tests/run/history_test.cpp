@@ -5,31 +5,29 @@
 #include "run/recipe_run.hpp"
 #include "support/command_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::ReadFile;
 
 /// A person at work, without a window: what they do is heard by a history.
 class HistoryTest : public testing::Test {
  protected:
-  test::TemporaryDirectory directory_;
-  test::ScriptedQuestions person_;
+  TemporaryDirectory directory_;
+  ScriptedQuestions person_;
   History history_{person_};
   Workbench workbench_{history_.Recording()};
   std::string input_ = directory_.Path("walk.vmb");
 
   void SetUp() override {
     history_.Attach(workbench_);
-    test::WriteTrialFile(input_, [](Trial& trial) {
-      test::SetChannels(trial, test::NoiseChannels(3, 500), 200.0);
+    WriteTrialFile(input_, [](Trial& trial) {
+      SetChannels(trial, NoiseChannels(3, 500), 200.0);
       trial.TrialTitle = "7 noises";
     });
   }
 
-  void Answer(const test::Edits& edits, const char* press = "OK") {
+  void Answer(const Edits& edits, const char* press = "OK") {
     person_.formAnswers.emplace_back([edits, press](Form& form) {
-      test::CommandTest::Type(form, edits);
+      CommandTest::Type(form, edits);
       return std::string(press);
     });
   }
@@ -150,4 +148,4 @@ TEST_F(HistoryTest, GoesBackByReadingTheFileAgain) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -6,14 +6,12 @@
 #include "support/sample_form.hpp"
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
-
-using test::SampleForm;
 
 class RecipeQuestionsTest : public testing::Test {
  protected:
-  RecipeQuestionsTest() { test::SetChannels(workbench_.trial, {{1, 2}, {3, 4}, {5, 6}}); }
+  RecipeQuestionsTest() { SetChannels(workbench_.trial, {{1, 2}, {3, 4}, {5, 6}}); }
 
   /// `answers`: the items of a YAML list, flow style.
   void Answer(const std::string& answers) {
@@ -49,7 +47,7 @@ class RecipeQuestionsTest : public testing::Test {
   }
 
   void ExpectSelected(const std::vector<int>& channels) const {
-    EXPECT_EQ(test::SelectedChannels(workbench_.chooser), channels);
+    EXPECT_EQ(SelectedChannels(workbench_.chooser), channels);
   }
 
   Recipe recipe_;
@@ -188,4 +186,4 @@ TEST_F(RecipeQuestionsTest, FormRefusesWhatItDoesNotHave) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

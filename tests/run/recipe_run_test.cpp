@@ -3,14 +3,14 @@
 #include "run/info.hpp"
 #include "support/recipe_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using nlohmann::json;
 
-class RecipeRunTest : public test::RecipeTest {
+class RecipeRunTest : public RecipeTest {
  protected:
-  void MakeTrial(Trial& trial) override { test::SetChannels(trial, {{1, 2, 4}, {-3, 4, 5}, {0.5F, 6, 7}}); }
+  void MakeTrial(Trial& trial) override { SetChannels(trial, {{1, 2, 4}, {-3, 4, 5}, {0.5F, 6, 7}}); }
   std::vector<float> Channel(int c) { return test::Channel(run_->State().trial, c); }
 };
 
@@ -98,7 +98,7 @@ TEST_F(RecipeRunTest, InfoHasTheStateWithAllDigits) {
   Run("  - do: analysis.scaling\n    answers: [pick: {values: {2: 0.1}}]\n"
       "  - info: \"${out}/i.json\"\n");
   ASSERT_EQ(Why(), "all ran");
-  const std::string text = test::ReadFile(directory_.Path("i.json"));
+  const std::string text = ReadFile(directory_.Path("i.json"));
   EXPECT_LT(text.find("\"NChan\""), text.find("\"NData\""));
   const json info = json::parse(text);
   EXPECT_EQ(info["NChan"], 3);
@@ -153,4 +153,4 @@ TEST_F(RecipeRunTest, InfoSurvivesOddStates) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

@@ -1,19 +1,19 @@
 #include "support/recipe_test.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using nlohmann::json;
 
 /// Recipes over a trial of two channels, 101 samples at 100 Hz, channel 1 counting from 1.
-class ViewStepsTest : public test::RecipeTest {
+class ViewStepsTest : public RecipeTest {
  protected:
   void MakeTrial(Trial& trial) override {
     std::vector<float> up;
     for (int i = 1; i <= 101; ++i) {
       up.push_back(static_cast<float>(i));
     }
-    test::SetChannels(trial, {up, std::vector<float>(101, -2.5F)});
+    SetChannels(trial, {up, std::vector<float>(101, -2.5F)});
     trial.TrialName = "jump";
   }
 };
@@ -56,9 +56,8 @@ TEST_F(ViewStepsTest, APieceIsSelectedAndCropped) {
   EXPECT_EQ(view["plots"][1]["visible"], 0);
   EXPECT_EQ(view["cursors"][0], json({{"x", 0.75}, {"y", 0.0}, {"colour", 0xFFFF}, {"name", "1"}}));
   EXPECT_EQ(view["cursors"][1]["x"], 0.25);
-  EXPECT_NE(
-      test::ReadFile(directory_.Path("jump.vmc")).find("1\t76\t0.7500\t0.0000\n2\t26\t0.2500\t-0.5000\n"),
-      std::string::npos);
+  EXPECT_NE(ReadFile(directory_.Path("jump.vmc")).find("1\t76\t0.7500\t0.0000\n2\t26\t0.2500\t-0.5000\n"),
+            std::string::npos);
 
   const json cropped = Info("cropped.json");
   EXPECT_EQ(cropped["NData"], 51);
@@ -115,4 +114,4 @@ TEST_F(ViewStepsTest, AStepThatIsNoGestureIsRefusedBeforeAnythingRuns) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

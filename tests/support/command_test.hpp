@@ -15,7 +15,6 @@
 
 namespace velmora::test {
 
-using Samples = std::vector<float>;
 using Texts = std::vector<std::string>;
 using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
@@ -42,6 +41,10 @@ struct CommandTest : testing::Test {
   void RunEntering(const char* id, const std::string& text) {
     questions.inputAnswers = {text};
     Run(id);
+  }
+  void SetCursors(std::int32_t lo, std::int32_t hi) {
+    trial.CursorLo = lo;
+    trial.CursorHi = hi;
   }
   /// What the picker of a command offers in its column of values; it is cancelled.
   Texts OfferedBy(const char* id) {

@@ -13,6 +13,8 @@
 
 namespace velmora::test {
 
+using Samples = std::vector<float>;
+
 /// Makes `trial` a finished load of these channels at `rate` Hz.
 inline void SetChannels(Trial& trial, const std::vector<std::vector<float>>& channels, double rate = 100.0) {
   const auto samples = static_cast<std::int64_t>(channels.at(0).size());

@@ -1,14 +1,13 @@
 // What the window hands to other programs: text files, workbooks, manuals.
 #include "ui/story.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::Person;
 
 /// A desktop whose own programs, and those of the tests, write down what they were started with.
-class OutsidePrograms : public test::Story {
+class OutsidePrograms : public Story {
  protected:
   QByteArray path_ = qgetenv("PATH");
   QByteArray data_ = qgetenv("XDG_DATA_HOME");
@@ -39,7 +38,7 @@ class OutsidePrograms : public test::Story {
 
   [[nodiscard]] std::string Program(const std::string& name) const { return directory_.Path("bin/" + name); }
   void WriteProgram(const std::string& name, const std::string& script) const {
-    test::WriteFile(Program(name), "#!/bin/sh\n" + script + "\n");
+    WriteFile(Program(name), "#!/bin/sh\n" + script + "\n");
     fs::permissions(Program(name), fs::perms::owner_all);
   }
   void AddProgram(const std::string& name) const {
@@ -47,21 +46,21 @@ class OutsidePrograms : public test::Story {
     WriteProgram(name, "echo \"$*\" > '" + log + ".new' && /bin/mv '" + log + ".new' '" + log + "'");
   }
   void WriteEntry(const std::string& name, const std::string& command) const {
-    test::WriteFile(directory_.Path("share/applications/" + name + ".desktop"),
-                    "[Desktop Action other]\nExec=false\n[Desktop Entry]\nType=Application\nExec=" + command +
-                        "\n[Other]\nExec=false\n");
+    WriteFile(directory_.Path("share/applications/" + name + ".desktop"),
+              "[Desktop Action other]\nExec=false\n[Desktop Entry]\nType=Application\nExec=" + command +
+                  "\n[Other]\nExec=false\n");
   }
   /// What a program was started with; it starts some time later, so it is waited for.
   std::string Started(const std::string& name) {
     const std::string log = directory_.Path(name + ".log");
     EXPECT_TRUE(QTest::qWaitFor([&log] { return fs::exists(log); })) << name;
-    std::string words = fs::exists(log) ? test::ReadFile(log) : std::string();
+    std::string words = fs::exists(log) ? ReadFile(log) : std::string();
     fs::remove(log);
     return words;
   }
   void AddTexts(std::initializer_list<const char*> names) {
     for (const char* name : names) {
-      test::WriteFile(Path(name), "1\t2\n");
+      WriteFile(Path(name), "1\t2\n");
     }
     Entry("Refresh")->trigger();
   }
@@ -207,7 +206,7 @@ TEST_F(OutsidePrograms, ADesktopWithoutProgramsIsToldAndTheFamilyIsOffered) {
   DoubleClickText("notes.txt");
 
   fs::create_directories(Program("manuals"));
-  test::WriteFile(Program("manuals/velmora2.pdf"), "%PDF");
+  WriteFile(Program("manuals/velmora2.pdf"), "%PDF");
   window_->State().preferences.ProgDir = Program("");
   QMenu* programs = OpenMenu("File", Qt::Key_P);
   ASSERT_EQ(programs->actions().size(), 4);
@@ -220,4 +219,4 @@ TEST_F(OutsidePrograms, ADesktopWithoutProgramsIsToldAndTheFamilyIsOffered) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

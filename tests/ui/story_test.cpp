@@ -9,12 +9,10 @@
 #include "ui/channel_drawing.hpp"
 #include "ui/channel_table_view.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::Person;
-using Story = test::Story;
 
 /// Every entry of a menu and of the menus below it; two of one menu never read the same.
 void CollectEntries(const QMenu* menu, std::multimap<std::string, const QAction*>& entries) {
@@ -91,9 +89,9 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
   Variables variables = {{"out", Path("again")}};
   SetInputVariables(variables, Path("walk.vmb"));
   RecipeRun run({.input = Path("walk.vmb"), .strict = true});
-  const Outcome outcome = run.Run(ReadRecipe(test::ReadFile(Path("walk.yaml")), "walk.yaml", variables));
+  const Outcome outcome = run.Run(ReadRecipe(ReadFile(Path("walk.yaml")), "walk.yaml", variables));
   ASSERT_FALSE(outcome.failure) << outcome.failure->why;
-  EXPECT_EQ(test::ReadFile(Path("again/walk-filtered.vmb")), test::ReadFile(Path("walk-filtered.vmb")));
+  EXPECT_EQ(ReadFile(Path("again/walk-filtered.vmb")), ReadFile(Path("walk-filtered.vmb")));
 
   // More is done, and the window is closed with it unsaved: there is a way back, and a way out.
   person_.When("frmChoose", [](QWidget* dialog) {
@@ -309,7 +307,7 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   QApplication::sendEvent(window_.get(), &drop);
   EXPECT_TRUE(QTest::qWaitFor([this] { return Shown().NData == 6001; }));
 
-  test::WriteFile(Path("gait.c3d"), "P");
+  WriteFile(Path("gait.c3d"), "P");
   Entry("Refresh")->trigger();
   person_.When("Format Not Read Yet", [](QWidget* box) { Person::Press(box, "OK"); });
   DoubleClickFile("gait.c3d");
@@ -318,4 +316,4 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test

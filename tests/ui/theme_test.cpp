@@ -14,7 +14,7 @@
 
 #include "ui/story.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 constexpr const char* kPath = "/org/freedesktop/portal/desktop";
@@ -55,7 +55,7 @@ class Portal : public QDBusVirtualObject {
   QThread thread_;
 };
 
-class Theme : public test::Story {
+class Theme : public Story {
  protected:
   /// How light the window is drawn: 0 to 255.
   int Ground() {
@@ -149,14 +149,14 @@ int StartBus() {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
   }
-  const int bus = velmora::StartBus();
+  const int bus = velmora::test::StartBus();
   int result = 0;
   {
     const QApplication application(argc, argv);
