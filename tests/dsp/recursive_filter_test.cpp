@@ -8,13 +8,9 @@
 #include "support/recordings.hpp"
 #include "support/trials.hpp"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
-using test::Channel;
-using test::NoiseChannels;
-using test::SetChannels;
-using Samples = std::vector<float>;
 using Outcome = FilterVerdict::Outcome;
 using ChannelRoutine = FilterVerdict (*)(Trial&, int, SampleRange, const FilterSettings&);
 
@@ -122,24 +118,6 @@ TEST(RecursiveFilter, PaddingIsCutToTheTrialAndInChannelsToTwoHundred) {
   EXPECT_EQ(channel(10, 1), Samples{x[0]});
 }
 
-// Sections of one pass without zero lag, against the tables of two common design programs:
-// butter(2, 0.2) and butter(2, 0.2, 'high').
-TEST(RecursiveFilter, ButterworthCoefficientsAsPublished) {
-  const auto low = DesignSection(PassType::Low, FilterDesign::Butterworth, 10.0F, 100.0, 1, false).section;
-  EXPECT_NEAR(low.a0, 0.06745527, 1e-8);
-  EXPECT_NEAR(low.b1, 1.1429805, 1e-7);
-  EXPECT_NEAR(low.b2, -0.4128016, 1e-7);
-  const auto high = DesignSection(PassType::High, FilterDesign::Butterworth, 10.0F, 100.0, 1, false).section;
-  EXPECT_NEAR(high.a0, 0.63894553, 1e-7);
-  EXPECT_NEAR(high.b1, 1.1429805, 3e-7);
-  EXPECT_NEAR(high.b2, -0.4128016, 3e-7);
-  // Two passes: the cut-off divided by 0.802, as every textbook of the field has it.
-  EXPECT_NEAR(CorrectionFactor(FilterDesign::Butterworth, 2), 0.802, 5e-4);
-  EXPECT_NEAR(CorrectionFactor(FilterDesign::CriticallyDamped, 2), 0.435, 5e-4);
-  EXPECT_NEAR(CorrectionFactor(FilterDesign::Bessel, 1), 1.3617,
-              5e-5);  // of the Bessel polynomial s2 + 3 s + 3
-}
-
 // The response to an impulse, transformed at one frequency (cycles per sample).
 std::complex<double> ResponseAt(double frequency, const Samples& impulseResponse, std::size_t origin) {
   std::complex<double> sum;
@@ -198,28 +176,6 @@ TEST(RecursiveFilter, EveryCascadeIsThreeDecibelsDownAtItsCutoff) {
       }
     }
   }
-}
-
-TEST(RecursiveFilter, ConstantsStayAndGoWhereTheyShould) {
-  const Samples constant(2000, 3.7F);
-  for (const bool critical : {false, true}) {
-    Trial trial;
-    SetChannels(trial, {constant, constant}, 1000.0);
-    const FilterSettings settings{
-        .Cutoff = 25.0F, .Passes = 2, .Padding = 100, .IsZeroLag = true, .IsCritical = critical};
-    LowPassChannel(trial, 1, {1, 2000}, settings);
-    HighPassChannel(trial, 2, {1, 2000}, settings);
-    for (const float y : Channel(trial, 1)) {
-      ASSERT_NEAR(y, 3.7F, 1e-4F);
-    }
-    EXPECT_NEAR(trial.Data(1000, 2), 0.0F, 1e-4F);
-  }
-  // Without padding a high-pass filter keeps the two samples it starts from.
-  Samples start = constant;
-  HighPassArray(start, 1000.0, {.Cutoff = 25.0F});
-  EXPECT_EQ(start[0], 3.7F);
-  EXPECT_EQ(start[1], 3.7F);
-  EXPECT_LT(start[2], 3.7F);
 }
 
 // Bits of an implementation of its own in another language, with every store rounded as here.
@@ -305,7 +261,7 @@ TEST(RecursiveFilter, LimitsOfTheCutoff) {
 // Butterworth filter run forward and backward and held its second difference against the acceleration
 // measured at the same time.
 TEST(RecursiveFilter, PublishedErrorsOfAFilmedAcceleration) {
-  const auto path = test::Recording("reference/Pezzack.txt");
+  const auto path = Recording("reference/Pezzack.txt");
   if (!path) {
     GTEST_SKIP() << "needs VELMORA_RECORDINGS";
   }
@@ -338,4 +294,4 @@ TEST(RecursiveFilter, PublishedErrorsOfAFilmedAcceleration) {
 }
 
 }  // namespace
-}  // namespace velmora
+}  // namespace velmora::test
