@@ -197,9 +197,11 @@ TEST_F(MathCommand, BothRoadsGiveTheSameBits) {
 }
 
 TEST_F(MathCommand, NoTrialNoRateNoIndex) {
-  Run("math.absolute");
-  Run("analysis.scaling");
-  EXPECT_TRUE(questions.pickPrompts.empty());
+  for (const char* id : {"math.absolute", "analysis.scaling", "analysis.high-pass", "analysis.low-pass",
+                         "smooth.butterworth"}) {
+    Run(id);
+  }
+  EXPECT_TRUE(questions.pickPrompts.empty() && questions.formNames.empty());
   SetChannels(trial, {{1, 2, 3}});
   trial.Rate = 0.0;
   Run("math.integrate");

@@ -182,14 +182,5 @@ TEST_F(FilterCommand, FormColumnsAndButtons) {
   EXPECT_FALSE(trial.FileChanged);
 }
 
-TEST_F(FilterCommand, NoTrialNoQuestion) {
-  trial.DiscardData();
-  for (const char* id : {"analysis.high-pass", "analysis.low-pass", "smooth.butterworth"}) {
-    Run(id);
-  }
-  EXPECT_TRUE(questions.pickPrompts.empty());
-  EXPECT_TRUE(questions.formNames.empty());
-}
-
 }  // namespace
 }  // namespace velmora::test

@@ -8,6 +8,11 @@
 namespace velmora::test {
 namespace {
 
+void ExpectRange(const Axis& axis, double min, double max) {
+  EXPECT_EQ(axis.Minimum, min);
+  EXPECT_EQ(axis.Maximum, max);
+}
+
 struct GraphTest : testing::Test {
   Trial trial;
   Graph graph;
@@ -25,29 +30,25 @@ TEST_F(GraphTest, AutoScaleSeesVisibleNumbersAlone) {
   constexpr float kGap = std::numeric_limits<float>::quiet_NaN();
   Plot({{1, kGap, 4, 2}, {-100, 0, 100, 0}, {kGap, kGap, kGap, kGap}, {7, 7, 7, 7}}, {1, 3});
   graph.AutoScaleOrdinate();
-  EXPECT_EQ(graph.Ordinate.Minimum, 1);
-  EXPECT_EQ(graph.Ordinate.Maximum, 4);
+  ExpectRange(graph.Ordinate, 1, 4);
   graph.Plots[0].Visible = false;  // nothing but NaN left: the axis stays
   graph.AutoScaleOrdinate();
   EXPECT_EQ(graph.Ordinate.Maximum, 4);
   graph.Plots[3].Visible = true;  // a flat line is drawn in the middle
   graph.AutoScaleOrdinate();
-  EXPECT_EQ(graph.Ordinate.Minimum, 6);
-  EXPECT_EQ(graph.Ordinate.Maximum, 8);
+  ExpectRange(graph.Ordinate, 6, 8);
 }
 
 TEST_F(GraphTest, AbscissaEndsInTheDurationItself) {
   Plot({std::vector<float>(8, 1.0F)}, {1});  // 0.07 s is no 32-bit number
   graph.AutoScaleAbscissa();
-  EXPECT_EQ(graph.Abscissa.Minimum, 0.0);
-  EXPECT_EQ(graph.Abscissa.Maximum, 0.07);
+  ExpectRange(graph.Abscissa, 0.0, 0.07);
   for (int i = 1; i <= 8; ++i) {
     trial.Data(i, 0) = static_cast<float>(i) + 1.5F;
   }
   graph.PlotXY(trial);
   graph.AutoScaleAbscissa();
-  EXPECT_EQ(graph.Abscissa.Minimum, 2.5);
-  EXPECT_EQ(graph.Abscissa.Maximum, 9.5);
+  ExpectRange(graph.Abscissa, 2.5, 9.5);
 }
 
 TEST_F(GraphTest, StylesOfVisiblePlots) {

@@ -29,7 +29,7 @@ TEST_F(BadTextTest, LinesOfTenMegabytes) {
   // As data: the columns that are wanted lie at the front; the rest is told.
   LoadAnyhow("a.csv", "h\n1,2\n3,4\n" + line + "\n5,6\n");
   EXPECT_EQ(trial.NChan, 2);
-  EXPECT_EQ(Rows(), (std::vector<std::vector<float>>{{1, 2}, {3, 4}, {12345.678F, 12345.678F}, {5, 6}}));
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}, {12345.678F, 12345.678F}, {5, 6}}));
   EXPECT_NE(LastBox().find("1 lines have more columns than were read, the first is line 4"),
             std::string::npos);
   // As header: read past.
@@ -86,7 +86,7 @@ TEST_F(BadTextTest, CancelIsHeardAmongLongLines) {
 TEST_F(BadTextTest, NulBytesManyColumnsLongNumbersNoLineEnd) {
   using namespace std::string_literals;
   LoadAnyhow("nul.txt", "h\n1\t2\n3\0\t4\n5\t6\n"s);
-  EXPECT_EQ(Rows(), (std::vector<std::vector<float>>{{1, 2}, {0, 4}, {5, 6}}));
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {0, 4}, {5, 6}}));
   EXPECT_TRUE(LastBox().starts_with("Check the Data|1 fields are no numbers"));
   LoadAnyhow("zeros.txt", std::string(100'000, '\0'));
   EXPECT_EQ(trial.NData, 0);
@@ -108,7 +108,7 @@ TEST_F(BadTextTest, NulBytesManyColumnsLongNumbersNoLineEnd) {
 
   const std::string digits = std::string("3.").append(4000, '3');
   LoadAnyhow("digits.txt", "h\n" + digits + " 1\n" + digits + "e-3 2\n-" + digits + " 3\n");
-  EXPECT_EQ(Rows(), (std::vector<std::vector<float>>{{10.0F / 3, 1}, {1.0F / 300, 2}, {-10.0F / 3, 3}}));
+  EXPECT_EQ(Rows(), (Frames{{10.0F / 3, 1}, {1.0F / 300, 2}, {-10.0F / 3, 3}}));
 
   LoadAnyhow("one.txt", "1 2 3");
   EXPECT_EQ(questions.boxes.back().title, "Unreadable File");

@@ -21,26 +21,16 @@ TEST_F(LoadFileTest, FormatsWithoutAReaderAreNamed) {
            Case{"a.ANA", "x", "Motion Analysis compressed ASCII analog"},
            Case{"a.anb", "x", "Motion Analysis binary analog"},
            Case{"a.asg", "DATA_TYPE", "F-Scan ASCII"},
-           Case{"a.bbt", "x", "BioBench ASCII"},
-           Case{"a.p2d", "x", "Visual3D P2D"},
            Case{"a.bin", "Velmora", "Velmora1 binary analog"},
            Case{"a.bin", "velmora", "Rodex1 binary analog"},
            Case{"a.chx", "x", "Kin-Com"},
            Case{"a.c3d", "x", "C3D analog"},
            Case{"a.191", "BioWare 2", "BioWare 2"},
            Case{"a.d20", "x", "BioWare 2"},
-           Case{"a.hyp", "x", "EDF"},
            Case{"a.emg", "x", "DelSys ASCII EMG"},
-           Case{"a.ftf", "x", "Fourier transform"},
-           Case{"a.log", "x", "DataLink binary goniometer"},
-           Case{"a.meg", "x", "Mega ASCII"},
-           Case{"a.stm", "x", "Stimo"},
-           Case{"a.vad", "x", "Vicon analog"},
            Case{"a.rf2", "x", "Reduced Forces ASCII"},
            Case{"a.stp", "x", "Rodex1 binary analog"},
            Case{"setup", "x", "Rodex1 binary analog"},
-           Case{"a.ps", "x", "Tavorin binary"},
-           Case{"a.wav", "x", "Audio Wave"},
            Case{"a.anc", "File_Type:\tAnalog\n", "Motion Analysis ASCII analog"},
            Case{"a.txt", "BIOBENCH\n", "BioBench ASCII"},
            Case{"a.txt", "First data point\n", "Mega ASCII"},
@@ -190,7 +180,7 @@ TEST_F(LoadFileTest, IncompleteLineEndsAreRepairedOnRequest) {
             "Original Filename Changed|Original file is now called, " + directory.Path("a.nocrlf.txt"));
   EXPECT_EQ(ReadFile(directory.Path("a.nocrlf.txt")), damaged);
   EXPECT_EQ(ReadFile(directory.Path("a.txt")), repaired);
-  EXPECT_EQ(Rows(), (std::vector<std::vector<float>>{{1, 2}, {3, 4}, {5, 6}}));
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}, {5, 6}}));
 
   for (const char* odd : {"a b\v1 2\v3 4\v5 6", "a b\n\r1 2\n\r3 4\n\r5 6"}) {
     questions.boxAnswers = {Button::OK, Button::No};

@@ -3,8 +3,6 @@
 namespace velmora::test {
 namespace {
 
-using Frames = std::vector<std::vector<float>>;
-
 /// Stores a trial of `samples` samples 10, 20, ... at 100 Hz and loads the text as the next file.
 struct MergeTest : TextLoadTest {
   void StoreTrial(int samples) {

@@ -118,14 +118,7 @@ TEST_F(NativeBinary, OddNumbersAreJustNumbers) {
 }
 
 TEST_F(NativeBinary, CancelKeepsTheChannelsReadSoFar) {
-  const auto cancelAt = [this](const std::string& status) {
-    questions.onProgress = [status](ProgressPanel& panel) {
-      if (panel.Status() == status) {
-        panel.PressCancel();
-      }
-    };
-  };
-  cancelAt("Reading channel 2 of 5.");
+  questions.CancelAt("Reading channel 2 of 5.");
   Load(FileByHand(5, 20));
   EXPECT_EQ(questions.boxes.back().text, "Reading cancelled only 2 of 5 channels were read.");
   EXPECT_EQ(trial.NChan, 2);
@@ -133,7 +126,7 @@ TEST_F(NativeBinary, CancelKeepsTheChannelsReadSoFar) {
   EXPECT_THROW(trial.Data(1, 3), std::out_of_range);
   EXPECT_EQ(questions.panels.back().format, "Reading cancelled by user");
 
-  cancelAt("Header read.  Reading times.");
+  questions.CancelAt("Header read.  Reading times.");
   Load(FileByHand(5, 20));
   EXPECT_EQ(questions.boxes.back().text, "Reading cancelled.");
   EXPECT_EQ(trial.NData, 0);
@@ -184,11 +177,7 @@ TEST_F(NativeBundles, MeetInOneMatrix) {
 }
 
 TEST_F(NativeBundles, CancelCountsAtTheEndOfTheRowInWork) {
-  questions.onProgress = [](ProgressPanel& panel) {
-    if (panel.Status() == "Reading channel 20 of 40.") {
-      panel.PressCancel();
-    }
-  };
+  questions.CancelAt("Reading channel 20 of 40.");
   EXPECT_EQ(Read(), 20);
   ExpectRowsTo(20);
 

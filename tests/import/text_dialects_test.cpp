@@ -3,8 +3,6 @@
 namespace velmora::test {
 namespace {
 
-using Frames = std::vector<std::vector<float>>;
-
 using TextDialectsTest = TextLoadTest;
 
 TEST_F(TextDialectsTest, FirstLinesSelectTheDialect) {

@@ -5,8 +5,6 @@
 namespace velmora::test {
 namespace {
 
-using Frames = std::vector<std::vector<float>>;
-
 using TextParserTest = TextLoadTest;
 
 TEST_F(TextParserTest, TabCommaAndBlankSeparatedFilesReadAlikeWithNothingChanged) {
@@ -349,14 +347,7 @@ TEST_F(TextParserTest, CancelWhileCountingAndWhileReading) {
   for (int i = 0; i < 25000; ++i) {
     text += std::to_string(i) + " 1\n";
   }
-  const auto cancelAt = [this](const std::string& status) {
-    questions.onProgress = [status](ProgressPanel& panel) {
-      if (panel.Status() == status && (status.starts_with("Counting") || panel.Value() >= 5000)) {
-        panel.PressCancel();
-      }
-    };
-  };
-  cancelAt("Counting 9999 records");
+  questions.CancelAt("Counting 9999 records");
   questions.boxAnswers = {Button::OK};
   LoadWithDefaults("a.txt", text);
   EXPECT_EQ(LastBox(), "Keep Data or Cancel Reading|Press OK to read 9999 records or press Cancel");
@@ -364,7 +355,11 @@ TEST_F(TextParserTest, CancelWhileCountingAndWhileReading) {
   questions.boxAnswers = {Button::Cancel};
   LoadWithDefaults("a.txt", text);
   EXPECT_EQ(trial.NData, 0);
-  cancelAt("Reading 25000 records");
+  questions.onProgress = [](ProgressPanel& panel) {
+    if (panel.Status() == "Reading 25000 records" && panel.Value() >= 5000) {
+      panel.PressCancel();
+    }
+  };
   LoadWithDefaults("a.txt", text);
   EXPECT_EQ(trial.NData, 5000);
   EXPECT_EQ(trial.Data(5000, 1), 4999.0F);

@@ -25,12 +25,6 @@ class HistoryTest : public testing::Test {
     });
   }
 
-  void Answer(const Edits& edits, const char* press = "OK") {
-    person_.formAnswers.emplace_back([edits, press](Form& form) {
-      CommandTest::Type(form, edits);
-      return std::string(press);
-    });
-  }
   void Do(const char* id) { RunCommand(workbench_, *FindCommand(id)); }
   void Load() {
     workbench_.trial.FileName = input_;
@@ -61,8 +55,8 @@ class HistoryTest : public testing::Test {
   }
 
   void Filter() {
-    Answer({{"optFilter", "1"}, {"FilterCutoffs 2", "12.5"}}, "All");
-    Answer({{"FilterCutoffs 3", "0"}, {"ZeroLag 1", "false"}}, "Filter");
+    person_.FillForm({{"optFilter", "1"}, {"FilterCutoffs 2", "12.5"}}, "All");
+    person_.FillForm({{"FilterCutoffs 3", "0"}, {"ZeroLag 1", "false"}}, "Filter");
     Do("smooth.butterworth");
   }
   void Scale() {
@@ -70,7 +64,7 @@ class HistoryTest : public testing::Test {
     Do("math.multiply");
   }
   void Crop() {
-    Answer({{"channels 1", "true"}});
+    person_.FillForm({{"channels 1", "true"}});
     Do("graph.single");
     auto& view = OpenSingleView(workbench_);
     view.Drawing().Abscissa.SetMinMax(0.3, 1.1);  // zoomed with the wheel, which nobody writes down
@@ -78,7 +72,7 @@ class HistoryTest : public testing::Test {
     for (const double x : {0.5, 0.6, 0.7}) {
       view.MoveCursor(2, x);
     }
-    Answer({});
+    person_.FillForm({});
     Do("crop.outside");
     CloseView(workbench_);
   }
@@ -92,7 +86,7 @@ TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   Load();
   Filter();
   Scale();
-  Answer({{"channels 2", "true"}});
+  person_.FillForm({{"channels 2", "true"}});
   Do("smooth.moving-average");
   person_.PickNames({{2, "Knee: \"left\", 100 %"}});
   Do("edit.labels");

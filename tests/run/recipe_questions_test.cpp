@@ -128,13 +128,6 @@ TEST_F(RecipeQuestionsTest, PickSetsExactlyTheSelection) {
   EXPECT_EQ(workbench_.chooser.ChooserNames[2], "Knee");
 }
 
-TEST_F(RecipeQuestionsTest, PickInSingleModeStaysOpenUntilAChannelIsChosen) {
-  EXPECT_EQ(PickWith("{pick: {}}, {pick: {channels: [2]}}", &ChooserState::ChooserSingleMode), "answered");
-  EXPECT_EQ(workbench_.chooser.ChooserChannel, 2);
-  EXPECT_EQ(questions_.UnusedAnswers(), "");
-  ExpectFound(PickWith("{pick: {}}", &ChooserState::ChooserSingleMode), {"pick \"Which?\"", "no answer"});
-}
-
 TEST_F(RecipeQuestionsTest, PickRefusesWhatThePickerDoesNotOffer) {
   const auto select = &ChooserState::ChooserSelectMode;
   ExpectFound(PickWith("{pick: {channels: [4]}}", select), {"pick \"Which?\"", "channel 4"});

@@ -16,7 +16,6 @@
 namespace velmora::test {
 
 using Texts = std::vector<std::string>;
-using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
 /// A workbench whose questions are answered from a script, and commands run by id as the window and
 /// recipes run them.
@@ -59,24 +58,7 @@ struct CommandTest : testing::Test {
     return offered;
   }
 
-  static void Type(Form& form, const Edits& edits) {
-    for (const auto& [name, text] : edits) {
-      const std::size_t blank = name.find(' ');
-      const FormField& field = *form.FindField(name.substr(0, blank));
-      if (blank == std::string::npos) {
-        form.Edit(field, text);
-      } else {
-        form.Edit(field, std::stoi(name.substr(blank)), text);
-      }
-    }
-  }
-  /// The next form is filled in so, and left by this button: unless said otherwise, that which accepts it.
-  void AnswerForm(const Edits& edits, const std::string& press = "OK") {
-    questions.formAnswers.emplace_back([edits, press](Form& form) {
-      Type(form, edits);
-      return press;
-    });
-  }
+  void AnswerForm(const Edits& edits, const std::string& press = "OK") { questions.FillForm(edits, press); }
 
   /// Title and text.
   [[nodiscard]] std::string LastBox() const {

@@ -18,6 +18,18 @@ T Next(std::deque<T>& answers, const std::string& question) {
 
 }  // namespace
 
+void Type(Form& form, const Edits& edits) {
+  for (const auto& [name, text] : edits) {
+    const std::size_t blank = name.find(' ');
+    const FormField& field = *form.FindField(name.substr(0, blank));
+    if (blank == std::string::npos) {
+      form.Edit(field, text);
+    } else {
+      form.Edit(field, std::stoi(name.substr(blank)), text);
+    }
+  }
+}
+
 void ScriptedQuestions::PickChannels(std::vector<int> channels) {
   pickAnswers.emplace_back([channels = std::move(channels)](ChannelPicker& picker) {
     for (const int c : channels) {
@@ -51,6 +63,21 @@ void ScriptedQuestions::PickNames(std::vector<std::pair<int, std::string>> names
 
 void ScriptedQuestions::PickCancel() {
   pickAnswers.emplace_back([](ChannelPicker&) { return std::string("Cancel"); });
+}
+
+void ScriptedQuestions::FillForm(const Edits& edits, const std::string& press) {
+  formAnswers.emplace_back([edits, press](Form& form) {
+    Type(form, edits);
+    return press;
+  });
+}
+
+void ScriptedQuestions::CancelAt(const std::string& status) {
+  onProgress = [status](ProgressPanel& panel) {
+    if (panel.Status() == status) {
+      panel.PressCancel();
+    }
+  };
 }
 
 Button ScriptedQuestions::AskBox(const Box& box) {

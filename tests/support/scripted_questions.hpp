@@ -12,6 +12,10 @@
 
 namespace velmora::test {
 
+using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
+
+void Type(Form& form, const Edits& edits);
+
 /// Answers in the order given and keeps what was asked. A box with OK alone needs no answer; any
 /// other question without one fails the test.
 class ScriptedQuestions : public Questions {
@@ -46,6 +50,10 @@ class ScriptedQuestions : public Questions {
   /// The same for names, and presses Save.
   void PickNames(std::vector<std::pair<int, std::string>> names);
   void PickCancel();
+  /// The next form is filled in so, and left by this button: unless said otherwise, that which accepts it.
+  void FillForm(const Edits& edits, const std::string& press = "OK");
+  /// Cancel is pressed as soon as a panel tells this.
+  void CancelAt(const std::string& status);
 
   Button AskBox(const Box& box) override;
   std::string AskInput(const InputQuestion& question) override;

@@ -11,6 +11,8 @@
 
 namespace velmora::test {
 
+using Frames = std::vector<std::vector<float>>;
+
 /// Loads texts through the command, with the dialogues answered as a recipe answers them.
 struct TextLoadTest : FileTest {
   std::vector<Edits> offered;  // the fields of each dialogue as it came up
@@ -47,8 +49,8 @@ struct TextLoadTest : FileTest {
   }
 
   /// The trial sample by sample, time first.
-  [[nodiscard]] std::vector<std::vector<float>> Rows() const {
-    std::vector<std::vector<float>> rows;
+  [[nodiscard]] Frames Rows() const {
+    Frames rows;
     for (std::int32_t i = 1; i <= trial.NData; ++i) {
       rows.emplace_back();
       for (int c = 1; c <= trial.NChan; ++c) {

@@ -45,7 +45,7 @@ struct GraphWindowTest : test::FileTest {
     workbench.DataDir = directory.Path("");
     questions.formAnswers.emplace_back([](Form& form) {
       form.FindButton("None")->press();
-      Type(form, {{"channels 1", "true"}, {"channels 2", "true"}});
+      test::Type(form, {{"channels 1", "true"}, {"channels 2", "true"}});
       return std::string("OK");
     });
     Run("graph.single");

@@ -28,6 +28,7 @@ class Story : public testing::Test {
     Start();
   }
   void TearDown() override {
+    Shown().FileChanged = false;  // it goes without a question
     window_.reset();
     std::filesystem::current_path(before_);
   }
@@ -65,6 +66,16 @@ class Story : public testing::Test {
       }
     }
     throw std::runtime_error(std::string("no entry ") + caption);
+  }
+  void Choose(const char* caption) {
+    Entry(caption)->trigger();
+    person_.Work();
+  }
+  /// Somebody who needs no panel to wait for them opens the trial.
+  void OpenWalkAsExpert() {
+    window_->State().UserLevel = UserLevelKind::Expert;
+    DoubleClickFile("walk.vmb");
+    ASSERT_EQ(Shown().NData, 6001);
   }
   void DoubleClickFile(const char* name) {
     auto* files = Find<ui::FileListView>("dataFiles");

@@ -71,14 +71,12 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
     Person::Press(dialog, "Critically-damped");
     Person::Press(dialog, "Filter");
   });
-  Entry("Butterworth, Critically-damped, or Bessel")->trigger();
-  person_.Work();
+  Choose("Butterworth, Critically-damped, or Bessel");
 
   // It is saved under another name.
   ExpectSaveTo("walk-filtered.vmb");
   person_.When("QMessageBox", [](QWidget* box) { Person::Press(box, "OK"); });
-  Entry("Velmora2 Binary (.VMB) (default)")->trigger();
-  person_.Work();
+  Choose("Velmora2 Binary (.VMB) (default)");
   ASSERT_TRUE(fs::exists(Path("walk-filtered.vmb")));
 
   // The history of it is a recipe that makes the same file.
@@ -98,8 +96,7 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
     Person::Press(dialog, "All");
     Person::Press(dialog, "Process");
   });
-  Entry("Absolute value (|X|)")->trigger();
-  person_.Work();
+  Choose("Absolute value (|X|)");
   person_.When("File Changed but Not Saved", [](QWidget* box) { Person::Press(box, "Cancel"); });
   window_->close();
   person_.Work();
@@ -112,8 +109,7 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
 }
 
 TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
-  window_->State().UserLevel = UserLevelKind::Expert;
-  DoubleClickFile("walk.vmb");
+  OpenWalkAsExpert();
   auto* channels = Find<ui::ChannelTableView>("channels");
   const auto open = [] {
     QStringList titles;
@@ -158,8 +154,7 @@ TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
     }
     Person::Press(dialog, "Cancel");
   });
-  Entry("Select Channels for Single-Axis Graph")->trigger();
-  person_.Work();
+  Choose("Select Channels for Single-Axis Graph");
 
   // Another trial, with one channel.
   WriteTrial("short.vmb", 1);
@@ -167,21 +162,18 @@ TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
   Shown().FileChanged = false;
   DoubleClickFile("short.vmb");
   EXPECT_EQ(open(), "Channel Vastus lat (mV)");
-  Entry("Close selected file")->trigger();
-  person_.Work();
+  Choose("Close selected file");
 }
 
 TEST_F(Story, GoesBackToAnEarlierStep) {
-  window_->State().UserLevel = UserLevelKind::Expert;
-  DoubleClickFile("walk.vmb");
+  OpenWalkAsExpert();
   const float before = Shown().Data(100, 1);
   person_.When("frmChoose", [](QWidget* dialog) {
     auto* table = dialog->findChild<ui::ChannelTableView*>();
     Person::TypeCell(table, 0, 5, "2");
     Person::Press(dialog, "Process");
   });
-  Entry("Multiply by a Constant (sX)")->trigger();
-  person_.Work();
+  Choose("Multiply by a Constant (sX)");
   ASSERT_EQ(Shown().Data(100, 1), 2 * before);
   auto* history = Find<QListWidget>("historyList");
   ASSERT_EQ(history->count(), 2);
@@ -192,12 +184,10 @@ TEST_F(Story, GoesBackToAnEarlierStep) {
   person_.Work();
   EXPECT_EQ(Shown().Data(100, 1), before);
   EXPECT_EQ(history->count(), 1);
-  Shown().FileChanged = false;
 }
 
 TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
-  window_->State().UserLevel = UserLevelKind::Expert;
-  DoubleClickFile("walk.vmb");
+  OpenWalkAsExpert();
   const float before = Shown().Data(100, 1);
   person_.When("frmSetEpochDuration", [](QWidget* dialog) {
     auto* width = qobject_cast<QLineEdit*>(dialog->focusWidget());
@@ -214,17 +204,14 @@ TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, {cell.left() + 12, cell.center().y()});
     Person::Press(dialog, "OK");
   });
-  Entry("Moving Average")->trigger();
-  person_.Work();
+  Choose("Moving Average");
   EXPECT_EQ(window_->State().WindowWidth, 51);
   EXPECT_NE(Shown().Data(100, 1), before);
-  Shown().FileChanged = false;
 }
 
 // The colour of a channel, chosen by sight in the dialogue of the graph.
 TEST_F(Story, ChoosesAColourFromTheSwatchesOfTheGraphsDialogue) {
-  window_->State().UserLevel = UserLevelKind::Expert;
-  DoubleClickFile("walk.vmb");
+  OpenWalkAsExpert();
   person_.When("frmGraphChoose", [](QWidget* dialog) { Person::Press(dialog, "All"); });
   person_.When("frmGraphChoose", [](QWidget* dialog) {
     auto* table = dialog->findChild<ui::ChannelTableView*>();
@@ -262,11 +249,9 @@ TEST_F(Story, ChoosesAColourFromTheSwatchesOfTheGraphsDialogue) {
     }
     Person::Press(dialog, "OK");
   });
-  Entry("Select Channels for Single-Axis Graph")->trigger();
-  person_.Work();
+  Choose("Select Channels for Single-Axis Graph");
   EXPECT_EQ(Shown().ChanColour[2], 11);
   EXPECT_EQ(Shown().ChanColour[1], 7);
-  Shown().FileChanged = false;
 }
 
 TEST_F(Story, AFilterIsLookedAtBeforeThereAreData) {
@@ -292,8 +277,7 @@ TEST_F(Story, AFilterIsLookedAtBeforeThereAreData) {
     EXPECT_TRUE(dialog->findChildren<QTableWidget*>().isEmpty());
     Person::Press(dialog, "Cancel");
   });
-  Entry("Filter Testing")->trigger();
-  person_.Work();
+  Choose("Filter Testing");
 }
 
 TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {

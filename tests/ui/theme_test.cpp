@@ -104,7 +104,6 @@ class Theme : public Story {
       }
     }
   }
-  void Choose(const char* look) { Entry(look)->trigger(); }
 };
 
 TEST_F(Theme, FollowsTheDesktopWhileItRunsAndWhatIsChosenAtOnce) {
