@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "core/numbers.hpp"
+#include "run/variables.hpp"
 
 namespace velmora {
 namespace {
@@ -176,6 +177,39 @@ std::string ForOutput(const std::string& path, const std::string& stem) {
   return "${out}/" + (name.starts_with(stem) ? "${stem}" + name.substr(stem.size()) : name);
 }
 
+// What was typed was typed, whatever it looks like to a recipe.
+struct TypedTexts {
+  void operator()(std::string& text) const { KeepFromVariables(text); }
+  void operator()(std::vector<ChannelText>& texts) const {
+    for (ChannelText& text : texts) {
+      KeepFromVariables(text.text);
+    }
+  }
+  void operator()(ChannelChoice& /*choice*/) const {}
+  void operator()(BoxAnswer& /*box*/) const {}
+  void operator()(InputAnswer& input) const { KeepFromVariables(input.text); }
+  void operator()(FileAnswer& file) const {
+    for (std::string& path : file.paths) {
+      KeepFromVariables(path);
+    }
+  }
+  void operator()(PickAnswer& pick) const {
+    (*this)(pick.values);
+    (*this)(pick.names);
+  }
+  void operator()(FormAnswer& form) const {
+    for (FieldAnswer& field : form.fields) {
+      std::visit(*this, field.value);
+    }
+  }
+};
+
+void KeepTyped(std::vector<Answer>& answers) {
+  for (Answer& answer : answers) {
+    std::visit(TypedTexts{}, answer.what);
+  }
+}
+
 bool Saves(const CommandStep& step) {
   return step.id.starts_with("save.") || step.id.ends_with(".save");
 }
@@ -198,10 +232,14 @@ std::string RecipeText(const std::vector<Step>& steps) {
 std::vector<Step> ForAnyInput(std::vector<Step> steps) {
   std::string stem;
   for (Step& step : steps) {
+    if (auto* view = std::get_if<ViewStep>(&step.what)) {
+      KeepTyped(view->answers);
+    }
     auto* command = std::get_if<CommandStep>(&step.what);
     if (command == nullptr) {
       continue;
     }
+    KeepTyped(command->answers);
     if (stem.empty() && !command->file.empty()) {
       stem = fs::path(command->file).stem().string();
       command->file = "${input}";

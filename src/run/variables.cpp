@@ -23,6 +23,11 @@ std::string ReplaceVariables(std::string_view text, const Variables& variables) 
       throw std::invalid_argument("\"${\" without \"}\" in \"" + std::string(text) + "\"");
     }
     const std::string_view name = text.substr(start + 2, end - start - 2);
+    if (name == "dollar") {
+      out.append(text, at, start - at).append("$");
+      at = end + 1;
+      continue;
+    }
     const auto found = variables.find(name);
     if (found == variables.end()) {
       const bool ofInput = name == "input" || name == "stem" || name == "dir";
@@ -33,6 +38,14 @@ std::string ReplaceVariables(std::string_view text, const Variables& variables) 
     at = end + 1;
   }
   return out.append(text, at);
+}
+
+void KeepFromVariables(std::string& text) {
+  constexpr std::string_view kDollar = "${dollar}";
+  for (std::size_t at = text.find("${"); at != std::string::npos; at = text.find("${", at)) {
+    text.replace(at, 1, kDollar);
+    at += kDollar.size();
+  }
 }
 
 }  // namespace velmora

@@ -14,8 +14,12 @@ using Variables = std::map<std::string, std::string, std::less<>>;
 /// to its directory ("." when it has none).
 void SetInputVariables(Variables& variables, const std::string& input);
 
-/// `text` with each ${NAME} replaced by its value; values are not looked into again.
+/// `text` with each ${NAME} replaced by its value; values are not looked into again. ${dollar} is a "$" that
+/// begins no name.
 /// Throws std::invalid_argument for a name that is not in `variables` and for a "${" without "}".
 std::string ReplaceVariables(std::string_view text, const Variables& variables);
+
+/// Rewrites `text` so that ReplaceVariables gives it back as it stands.
+void KeepFromVariables(std::string& text);
 
 }  // namespace velmora

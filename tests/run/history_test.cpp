@@ -91,7 +91,7 @@ TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   person_.PickNames({{2, "Knee: \"left\", 100 %"}});
   Do("edit.labels");
   Crop();
-  person_.inputAnswers.push_back("8 noises");
+  person_.inputAnswers = {"8 noises at $5, ${input} and ${"};
   Do("edit.title");
   const std::string bytes = Bytes("walk-done.vmb");
   Replay("again");
