@@ -5,16 +5,20 @@
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTreeWidget>
 #include <QWheelEvent>
 #include <filesystem>
+#include <regex>
 
 #include "plot/graph_widget.hpp"
 #include "support/command_test.hpp"
+#include "ui/person.hpp"
 #include "ui/plot_mouse.hpp"
 
 namespace velmora::ui {
@@ -309,6 +313,45 @@ TEST_F(GraphWindowTest, PicturesAreSavedAsTheyAreShown) {
   QTest::keyClick(window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(workbench.report.warnings.size(), 1U);
   EXPECT_EQ(workbench.report.failures.size(), 0U);
+}
+
+TEST_F(GraphWindowTest, PrintsOnThePaperThatWasSetUp) {
+  test::Person person;
+  person.When("QPageSetupDialog", [](QWidget* dialog) {
+    test::Shot(*dialog, "page-setup");
+    auto* portrait = dialog->findChild<QRadioButton*>("portrait");
+    if (portrait == nullptr) {
+      throw std::runtime_error("no paper to choose");
+    }
+    portrait->click();
+    test::Person::Press(dialog, "OK");
+  });
+  for (auto* entry : window->findChildren<QAction*>()) {
+    if (entry->text() == "Printer setup") {
+      entry->trigger();
+    }
+  }
+  window->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  const QString path = QString::fromStdString(directory.Path("printed.pdf"));
+  person.When("QPrintDialog", [&path](QWidget* dialog) {
+    test::Shot(*dialog, "print");
+    auto* name = dialog->findChild<QLineEdit*>("filename");
+    if (name == nullptr) {
+      throw std::runtime_error("no file to print to");
+    }
+    name->selectAll();
+    QTest::keyClicks(name, path);
+    test::Person::Press(dialog, "Print");
+  });
+  QTest::keyClick(window, Qt::Key_P, Qt::ControlModifier);
+  person.Work();
+  const std::string page = test::ReadFile(path.toStdString());
+  EXPECT_TRUE(page.starts_with("%PDF")) << page.size();
+  EXPECT_EQ(page.find("[*]"), std::string::npos) << "the mark of unsaved changes is no name";
+  std::smatch box;
+  ASSERT_TRUE(std::regex_search(page, box, std::regex(R"(/MediaBox \[0 0 ([0-9]+)[0-9.]* ([0-9]+))")));
+  EXPECT_LT(std::stoi(box[1]), std::stoi(box[2])) << "upright, as set up";
 }
 
 TEST_F(GraphWindowTest, GoesWhenItsViewGoesElsewhere) {

@@ -11,6 +11,7 @@
 #include "core/helpers.hpp"
 #include "plot/draw_picture.hpp"
 #include "plot/graph_plot.hpp"
+#include "ui/text.hpp"
 
 namespace velmora::ui {
 
@@ -100,7 +101,7 @@ void GraphPictures::Print() {
   if (!order) {
     return;
   }
-  Printer().setDocName(window_->windowTitle());
+  Printer().setDocName(ToQt(workbench_.trial.TrialName));
   if (QPrintDialog(&Printer(), window_).exec() != QDialog::Accepted) {
     return;
   }
