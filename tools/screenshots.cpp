@@ -99,6 +99,20 @@ QTableView* TableOf(QWidget* dialog) {
   return dialog->findChild<QTableView*>();
 }
 
+// A band, whose two edges show in the picture.
+void FillBand(QWidget* dialog) {
+  for (auto* choice : dialog->findChildren<QRadioButton*>()) {
+    const QString caption = choice->text().remove('&');
+    if (caption == "Band-pass" || caption == "Elliptic") {
+      choice->click();
+    }
+  }
+  auto* table = dialog->findChild<QTableView*>();
+  test::Person::TypeCell(table, 0, table->model()->columnCount() - 3, "20");
+  test::Person::TypeCell(table, 0, table->model()->columnCount() - 2, "150");
+  test::Person::TypeCell(table, 0, table->model()->columnCount() - 1, "3");
+}
+
 void FillFilter(QWidget* dialog) {
   for (int row = 0; row < 2; ++row) {
     test::Person::TypeCell(TableOf(dialog), row, 4, QStringLiteral("6"));
@@ -176,6 +190,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
                         [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
   photographer.Dialogue("math.multiply", "frmChoose", "picker-values", "Cancel");
   photographer.Dialogue("smooth.butterworth", "frmButterworth", "filter", "Filter", FillFilter);
+  photographer.Dialogue("smooth.digital", "frmSmooth", "digital-filter", "Cancel", FillBand);
   photographer.Dialogue("smooth.moving-average", "frmSetEpochDuration", "window-width", "Cancel");
   photographer.Dialogue("smooth.testing", "frmFiltering", "filter-testing", "Cancel");
   ShowGraph(window, photographer);

@@ -84,6 +84,12 @@ std::size_t SettlingSamples(const RunningFilter& filter) {
 
 }  // namespace
 
+Biquads Repeated(const SectionOf<double>& section, PassType type, int passes) {
+  const double middle = type == PassType::Low ? 2 * section.a0 : -2 * section.a0;
+  return Biquads(static_cast<std::size_t>(passes),
+                 {section.a0, middle, section.a0, -section.b1, -section.b2});
+}
+
 std::vector<double> ResponseFrequencies(const std::vector<double>& edges, double rate) {
   constexpr int intervals = 300;
   const double highest = rate / 2;

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "dsp/biquads.hpp"
+#include "dsp/filter_section.hpp"
 
 namespace velmora {
 
@@ -12,6 +13,9 @@ struct RunningFilter {
   double rate = 0.0;
   bool zeroLag = false;
 };
+
+/// A recursive section that runs `passes` times, at least once, as sections one after the other.
+Biquads Repeated(const SectionOf<double>& section, PassType type, int passes);
 
 struct FrequencyPoint {
   double frequency;  // Hz

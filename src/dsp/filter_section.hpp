@@ -22,6 +22,10 @@ struct SectionOf {
 };
 using FilterSection = SectionOf<float>;
 
+inline SectionOf<double> InDoubles(const FilterSection& section) {
+  return {section.a0, section.b1, section.b2};
+}
+
 /// Whether a filter can be built, and what to tell the user when it cannot.
 struct FilterVerdict {
   enum class Outcome {

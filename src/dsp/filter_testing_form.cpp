@@ -26,14 +26,6 @@ enum FieldIndex : std::size_t {
   kZeroLagField
 };
 
-// A recursive section run again and again, as the digital filters write theirs.
-Biquads Repeated(const FilterSection& section, PassType type, std::int32_t passes) {
-  const double a0 = section.a0;
-  const double middle = type == PassType::Low ? 2 * a0 : -2 * a0;
-  return Biquads(static_cast<std::size_t>(passes),
-                 {a0, middle, a0, -double{section.b1}, -double{section.b2}});
-}
-
 double Decibels(double gain) {
   return 20 * std::log10(gain);
 }
@@ -151,7 +143,7 @@ RunningFilter FilterTestingForm::DesignByPasses() const {
   if (!designed.verdict.Accepted()) {
     throw FilterDesignError(ReasonText(designed.verdict));
   }
-  return {Repeated(designed.section, type, passes), rate_, zeroLag_};
+  return {Repeated(InDoubles(designed.section), type, passes), rate_, zeroLag_};
 }
 
 std::string FilterTestingForm::Description() const {

@@ -259,7 +259,11 @@ FieldEditor* MakeFieldEditor(Form& form, const FormField& field, QWidget* parent
   }
   if (!field.choices.empty()) {
     constexpr std::size_t kFew = 4;
-    if (field.choices.size() <= kFew) {
+    // Letters to press work only where every choice is seen.
+    const bool lettered = std::any_of(field.choices.begin(), field.choices.end(), [](const auto& choice) {
+      return choice.find('&') != std::string::npos;
+    });
+    if (lettered || field.choices.size() <= kFew) {
       return new RadioEditor(form, field, parent);
     }
     return new ListEditor(form, field, parent);

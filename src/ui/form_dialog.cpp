@@ -37,7 +37,8 @@ QLabel* RemarkLabel(const QString& text) {
 
 QString HeadOf(const FormField& field) {
   const QString name = ToQt(WithoutMnemonic(ToStd(SplitCaption(field).name)));
-  return field.units.empty() ? name : name + QStringLiteral(" (") + ToQt(field.units) + QStringLiteral(")");
+  const QString units = QStringLiteral("(") + ToQt(field.units) + QStringLiteral(")");
+  return field.units.empty() || name.endsWith(units) ? name : name + QStringLiteral(" ") + units;
 }
 
 // A number as somebody reads it; its tip has all of it.
@@ -330,7 +331,7 @@ void FormDialog::FieldsChanged() {
 
 std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, QWidget* parent) {
   FormPicture* picture = nullptr;
-  if (form.Name() == "frmButterworth") {
+  if (ShowsFilter(form)) {
     picture = new ResponsePicture(form, workbench);
   } else if (form.Name() == "frmParse") {
     picture = new TextPicture(form, workbench);

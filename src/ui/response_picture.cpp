@@ -1,11 +1,11 @@
 #include "ui/response_picture.hpp"
 
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 
 #include "core/numbers.hpp"
 #include "core/text.hpp"
-#include "dsp/biquads.hpp"
 #include "ui/channel_drawing.hpp"
 #include "ui/text.hpp"
 #include "ui/theme.hpp"
@@ -17,13 +17,17 @@ constexpr double kDecadesBelow = 1.5;
 constexpr double kHighestGain = 1.05;
 constexpr double kHalfPower = 0.70710678118654752;
 
-Biquad BiquadOf(PassType type, const FilterSection& section) {
-  const double a0 = section.a0;
-  return {.b0 = a0,
-          .b1 = type == PassType::Low ? 2 * a0 : -2 * a0,
-          .b2 = a0,
-          .a1 = -double{section.b1},
-          .a2 = -double{section.b2}};
+double GainAt(const RunningFilter& filter, double frequency) {
+  const double once = std::abs(ResponseAt(filter.sections, frequency, filter.rate));
+  return filter.zeroLag ? once * once : once;
+}
+
+QString TextAtEdge(double edge, double gain) {
+  const QString frequency = ToQt(PlainNumber(edge));
+  constexpr double kNear = 0.002;
+  return std::abs(gain - kHalfPower) < kNear
+             ? QObject::tr("half of the power at %1 Hz").arg(frequency)
+             : QObject::tr("gain %1 at %2 Hz").arg(ToQt(FormatNumber(gain, "0.00")), frequency);
 }
 
 }  // namespace
@@ -38,86 +42,70 @@ void ResponsePicture::Show(int channel) {
   update();
 }
 
-ResponsePicture::Response ResponsePicture::Current() const {
-  const bool zeroLag = ValueOf<ChannelFlags>(form_, "ZeroLag")[channel_];
-  const auto passes = static_cast<std::int16_t>(ValueOf<ChannelNumbers>(form_, "Passes")[channel_]);
-  const FilterDesign designs[] = {FilterDesign::Butterworth, FilterDesign::CriticallyDamped,
-                                  FilterDesign::Bessel};
-  const int design = std::clamp(ValueOf<std::int32_t>(form_, "optFilter"), 0, 2);
-  Response response;
-  response.type = ValueOf<std::int32_t>(form_, "optPassType") == 0 ? PassType::Low : PassType::High;
-  response.cutoff = ValueOf<ChannelNumbers>(form_, "FilterCutoffs")[channel_];
-  response.runs = zeroLag ? 2 * passes : passes;
-  response.designed = DesignSection(response.type, designs[design], static_cast<float>(response.cutoff),
-                                    workbench_.trial.Rate, passes, zeroLag);
-  return response;
-}
-
-QString ResponsePicture::Caption(const Response& response) const {
+QString ResponsePicture::Caption(const ShownFilter& shown) const {
   const QString channel =
       tr("Channel %1, %2")
           .arg(ToQt(ChannelNumber(channel_)), ToQt(Trim(workbench_.trial.ChanLabel[channel_].Text())));
-  if (response.cutoff <= 0) {
+  if (shown.edges.empty()) {
     return tr("%1: not filtered").arg(channel);
   }
-  if (!response.designed.verdict.Accepted()) {
-    const double limit = response.designed.verdict.limit;
-    return limit > 0 ? tr("%1: refused, the limit is %2").arg(channel, ToQt(FormatNumber(limit, "0.00")))
-                     : tr("%1: refused").arg(channel);
+  if (!shown.Runs()) {
+    return tr("%1: refused, %2").arg(channel, ToQt(shown.refusal).simplified());
   }
-  return tr("%1: half of the power at %2 Hz").arg(channel, ToQt(PlainNumber(response.cutoff)));
+  QStringList edges;
+  for (const double edge : shown.edges) {
+    edges << TextAtEdge(edge, GainAt(shown.filter, edge));
+  }
+  return tr("%1: %2").arg(channel, edges.join(QStringLiteral(", ")));
 }
 
 void ResponsePicture::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const Response response = Current();
-  const bool runs = response.cutoff > 0 && response.designed.verdict.Accepted();
+  const double rate = workbench_.trial.Rate;
+  const ShownFilter shown = FilterOf(form_, channel_, rate);
   const int line = fontMetrics().height();
-  painter.setPen(runs || response.cutoff <= 0 ? palette().color(QPalette::WindowText)
-                                              : WarningColour(palette()));
-  painter.drawText(QRectF(0, 4, width(), line), Qt::AlignLeft, Caption(response));
-  const double high = workbench_.trial.Rate / 2;
+  painter.setPen(shown.refusal.empty() ? palette().color(QPalette::WindowText) : WarningColour(palette()));
+  painter.drawText(QRectF(0, 4, width(), line), Qt::AlignLeft,
+                   fontMetrics().elidedText(Caption(shown), Qt::ElideRight, width()));
+  const double high = rate / 2;
   if (!(high > 0)) {
     return;
   }
-  const double about = runs ? response.cutoff : high / 10;
+  const double about = shown.Runs() ? *std::min_element(shown.edges.begin(), shown.edges.end()) : high / 10;
   const LineChart chart{.area = QRectF(rect()).adjusted(38, line + 14, -8, -line - 12),
                         .left = std::min(about / std::pow(10.0, kDecadesBelow), high / 100),
                         .right = high,
                         .top = kHighestGain,
                         .logarithmic = true};
   chart.PaintGrid(painter, palette(), QStringLiteral("Hz"));
-  PaintCurve(painter, chart, response);
+  PaintCurve(painter, chart, shown);
 }
 
-void ResponsePicture::PaintCurve(QPainter& painter, const LineChart& chart, const Response& response) const {
-  const bool runs = response.cutoff > 0 && response.designed.verdict.Accepted();
-  const Biquads sections = {BiquadOf(response.type, response.designed.section)};
-  const auto gain = [&](double frequency) {
-    return runs ? std::pow(std::abs(ResponseAt(sections, frequency, workbench_.trial.Rate)), response.runs)
-                : 1.0;
-  };
+void ResponsePicture::PaintCurve(QPainter& painter, const LineChart& chart, const ShownFilter& shown) const {
   QPolygonF curve;
   const int columns = static_cast<int>(chart.area.width());
   for (int column = 0; column <= columns; ++column) {
     const double frequency = chart.AbscissaAt(column);
-    curve << chart.At(frequency, gain(frequency));
+    curve << chart.At(frequency, shown.Runs() ? GainAt(shown.filter, frequency) : 1.0);
+  }
+  painter.setClipRect(chart.area);
+  if (!shown.Runs()) {
+    painter.setPen(QPen(QuietColour(palette()), 1.4, Qt::DotLine));
+    painter.drawPolyline(curve);
+    return;
   }
   const QColor colour = ChannelColour(workbench_.trial.ChanColour[channel_], palette());
-  painter.setClipRect(chart.area);
-  if (runs) {
-    const QPointF corner = chart.At(response.cutoff, kHalfPower);
+  painter.setPen(QPen(colour, 2.0));
+  painter.drawPolyline(curve);
+  for (const double edge : shown.edges) {
+    const QPointF corner = chart.At(edge, GainAt(shown.filter, edge));
     painter.setPen(QPen(QuietColour(palette()), 1.0, Qt::DashLine));
     painter.drawLine(QPointF(corner.x(), chart.area.bottom()), corner);
     painter.drawLine(QPointF(chart.area.left(), corner.y()), corner);
     painter.setPen(QPen(colour, 2.0));
-    painter.drawPolyline(curve);
     painter.setBrush(colour);
     painter.drawEllipse(corner, 3.5, 3.5);
-  } else {
-    painter.setPen(QPen(QuietColour(palette()), 1.4, Qt::DotLine));
-    painter.drawPolyline(curve);
   }
 }
 

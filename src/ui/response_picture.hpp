@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/workbench.hpp"
-#include "dsp/filter_section.hpp"
 #include "ui/form_picture.hpp"
 #include "ui/line_chart.hpp"
+#include "ui/shown_filter.hpp"
 
 namespace velmora::ui {
 
@@ -17,15 +17,8 @@ class ResponsePicture : public FormPicture {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  struct Response {
-    PassType type = PassType::Low;
-    double cutoff = 0.0;
-    int runs = 1;
-    DesignedSection designed;
-  };
-  [[nodiscard]] Response Current() const;
-  [[nodiscard]] QString Caption(const Response& response) const;
-  void PaintCurve(QPainter& painter, const LineChart& chart, const Response& response) const;
+  [[nodiscard]] QString Caption(const ShownFilter& shown) const;
+  void PaintCurve(QPainter& painter, const LineChart& chart, const ShownFilter& shown) const;
 
   const Form& form_;
   const Workbench& workbench_;
