@@ -102,6 +102,8 @@ TEST_F(BadTextTest, NulBytesManyColumnsLongNumbersNoLineEnd) {
   EXPECT_EQ(questions.boxes.at(questions.boxes.size() - 2).title, "Number of Channels Unknown");
   EXPECT_TRUE(LastBox().starts_with("Check the Data|3 lines have more columns than were read"));
   trial.NChan = 0;
+  LoadAnyhow("wide.txt", "DEMG Channels: 1e30\n\n\nTime [s]\n" + wide.substr(2));
+  EXPECT_EQ(Offered("NChan"), "0") << "no number of columns that there can be";
   LoadAnyhow("wide.txt", wide);
   EXPECT_EQ(questions.boxes.back().title, "Number of Channels Unknown");
   EXPECT_EQ(trial.NData, 0);

@@ -157,7 +157,7 @@ struct RealFilesTest : TextLoadTest {
   void LoadRecording(const std::string& file, std::string_view says, const Edits& edits) {
     questions.formAnswers.clear();
     offered.clear();
-    trial.NChan = 0;
+    trial.NChan = 0;  // a program just started: more columns than can be read leave what it has
     questions.boxAnswers.assign(4, Button::Yes);
     questions.inputAnswers = {StatedRate(says)};
     AnswerForm(edits);

@@ -265,6 +265,14 @@ TEST_F(TextParserTest, StartAndColumnsThatCannotBeFound) {
   EXPECT_EQ(questions.boxes.at(0).title, "Start of Data Not Found");
   EXPECT_EQ(questions.boxes.at(1).title, "Number of Channels Unknown");
   EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}})) << "the line pointed at tells the columns";
+  // So it does after a file of another number of columns, which no warning compares with.
+  questions.boxes.clear();
+  LoadWithDefaults("a.txt", longHeader + "1\t2\t3\n3\t4\t5\n", {{"NChan", "4"}, {"ParseSkip", "60"}});
+  ASSERT_EQ(questions.boxes.size(), 1U);
+  EXPECT_EQ(Rows(), (Frames{{1, 2, 3}, {3, 4, 5}}));
+  questions.boxes.clear();
+  LoadWithDefaults("a.txt", longHeader + "1\t2\n3\t4\n", {{"ParseSkip", "60"}, {"NChan", "1"}});
+  EXPECT_EQ(questions.boxes.at(1).title, "Some Data Will Be Unread");
 
   std::string wide = "head\n";
   for (int row = 0; row < 3; ++row) {

@@ -159,6 +159,10 @@ int CountColumns(std::string_view line, const NumberLayout& layout, int code) {
   return separators + (OneOf(line.back(), ColumnSeparators(layout)) ? 0 : 1) + (ViLogger(code) ? 1 : 0);
 }
 
+bool CanBeRead(double columns) {
+  return columns >= 1 && columns <= kMaxChannels;
+}
+
 DataStart FindStart(const TextHeader& header, int code) {
   const std::size_t from = ViLogger(code) ? 6 : 1;
   DataStart start;
@@ -193,7 +197,6 @@ bool FindDataStart(Workbench& workbench, const TextHeader& header, ParseSettings
   }
   remark = start.remark;
   if (start.line == 0) {
-    settings.columns = workbench.trial.NChan;
     remark = RemarkOnMissingStart(header);
     TellStartNotFound(workbench);
     return true;
@@ -205,15 +208,16 @@ bool FindDataStart(Workbench& workbench, const TextHeader& header, ParseSettings
   if (code == 91 && static_cast<int>(line.size()) == separators + 1) {
     settings.ParseSkip += 2;
   }
-  settings.columns = CountColumns(line, settings.layout, code);
-  if (settings.columns >= 1 && settings.columns <= kMaxChannels) {
+  const int columns = CountColumns(line, settings.layout, code);
+  if (CanBeRead(columns)) {
+    settings.columns = settings.columnsFound = columns;
     AddRemark(remark, RemarkOnColumns(header, settings));
     return true;
   }
-  AddRemark(remark, "The data have " + std::to_string(settings.columns) + " columns; " +
-                        std::to_string(kMaxChannels) + " can be read.");
+  AddRemark(remark, "The data have " + std::to_string(columns) + " columns; " + std::to_string(kMaxChannels) +
+                        " can be read.");
   settings.columns =
-      header.announcedColumns > 0 ? static_cast<int>(header.announcedColumns) : workbench.trial.NChan;
+      CanBeRead(header.announcedColumns) ? static_cast<int>(header.announcedColumns) : workbench.trial.NChan;
   TellColumnsUnknown(workbench);
   return true;
 }

@@ -27,6 +27,9 @@ std::string_view ColumnSeparators(const NumberLayout& layout);
 /// Columns of a data line: the separators count when there are any, else the groups between blanks.
 int CountColumns(std::string_view line, const NumberLayout& layout, int code);
 
+/// Whether a trial can hold so many columns.
+bool CanBeRead(double columns);
+
 /// Where the numbers start, and what makes it uncertain.
 struct DataStart {
   int line = 0;  // 0: not found

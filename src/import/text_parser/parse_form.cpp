@@ -32,7 +32,7 @@ ParseForm::ParseForm(Workbench& workbench, const TextHeader& header, ParseSettin
       header_(header),
       settings_(settings),
       remark_(std::move(remark)),
-      columnsFound_(settings.columns) {
+      startUnknown_(settings.columnsFound == 0) {
   AddGivenFields();
   AddFurtherFields();
   AddButtons();
@@ -126,10 +126,10 @@ void ParseForm::AddButtons() {
 }
 
 void ParseForm::ColumnsEdited() {
-  if (columnsFound_ < 1 || columnsFound_ > kMaxChannels || settings_.columns == columnsFound_) {
+  if (settings_.columnsFound == 0 || settings_.columns == settings_.columnsFound) {
     return;
   }
-  if (settings_.columns < columnsFound_) {
+  if (settings_.columns < settings_.columnsFound) {
     workbench_.questions.AskBox({.title = "Some Data Will Be Unread",
                                  .text = "You have selected to read fewer than the actual number of columns "
                                          "in the data file.\nThe last columns will not be read.",
@@ -145,7 +145,7 @@ void ParseForm::ColumnsEdited() {
 
 // A file whose data were not found gets its columns from the line that the user points to.
 void ParseForm::SkipEdited() {
-  if (columnsFound_ > 0) {
+  if (!startUnknown_) {
     return;
   }
   TextSource source(workbench_.trial.FileName);
@@ -154,8 +154,11 @@ void ParseForm::SkipEdited() {
   lines.SkipLines(settings_.ParseSkip);
   lines.ReadTextLine(line);
   const int code = workbench_.trial.FileTypeCode;
-  if (KindOfLine(line, settings_.layout, code) == LineKind::Data) {
-    settings_.columns = CountColumns(line, settings_.layout, code);
+  if (KindOfLine(line, settings_.layout, code) != LineKind::Data) {
+    return;
+  }
+  if (const int columns = CountColumns(line, settings_.layout, code); CanBeRead(columns)) {
+    settings_.columns = settings_.columnsFound = columns;
   }
 }
 

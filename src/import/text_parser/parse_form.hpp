@@ -33,7 +33,7 @@ class ParseForm : public Form {
   const TextHeader& header_;
   ParseSettings& settings_;
   std::string remark_;
-  std::int32_t columnsFound_;
+  bool startUnknown_;
   bool accepted_ = false;
 };
 

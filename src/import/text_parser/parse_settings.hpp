@@ -18,6 +18,7 @@ struct NumberLayout {
 /// What the dialogue settles before the numbers are read.
 struct ParseSettings {
   std::int32_t columns = 0;          // to be read, the time column included
+  std::int32_t columnsFound = 0;     // in the data line; 0: unknown
   std::int32_t ParseSkip = 0;        // lines before the data
   std::int32_t ParseMaxRecords = 0;  // 0: all
   bool ParseHasTime = false;
