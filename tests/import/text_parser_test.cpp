@@ -253,6 +253,32 @@ TEST_F(TextParserTest, ARateStatedInPassingIsHeldAgainstTheOneEntered) {
   EXPECT_EQ(LastBox(), "Check the Data|The header states 1000 Hz, the trial has 100 Hz.");
 }
 
+TEST_F(TextParserTest, ANumberOfTheHeaderBehindWhateverPartsIt) {
+  struct Case {
+    const char* head;
+    double rate;
+    const char* says;
+  };
+  const char* thousands = "Check the Data|The header states 1000 Hz, the trial has 1 Hz.";
+  for (const Case& c : {
+           Case{"FREQUENCY,1000", 1000, ""},
+           Case{"FREQUENCY: 1000", 1000, ""},
+           Case{"FREQUENCY = ,250,8,x", 250, ""},
+           Case{"RATE\t62,5 Hz", 62.5, ""},
+           Case{"RATE\t2000,", 2000, ""},
+           Case{"RATE\t0,125", 0.125, ""},
+           Case{"SAMPLE RATE\t1,000", 1, thousands},
+           Case{"SAMPLE RATE\t1,0005", 1.0005, ""},
+       }) {
+    questions.boxes.clear();
+    LoadWithDefaults("a.txt", std::string(c.head) + "\nx y\n5 6\n5 8\n5 9\n");
+    EXPECT_EQ(trial.Rate, c.rate) << c.head;
+    EXPECT_EQ(LastBox(), c.says) << c.head;
+  }
+  LoadWithDefaults("a.txt", "RATE\t1,000\nx\n0 6\n1 8\n2 9\n", {{"ParseHasTime", "true"}});
+  EXPECT_TRUE(questions.boxes.empty()) << "the times say which of both it is";
+}
+
 TEST_F(TextParserTest, StartAndColumnsThatCannotBeFound) {
   std::string longHeader;
   for (int i = 0; i < 60; ++i) {

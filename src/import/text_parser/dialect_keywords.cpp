@@ -25,14 +25,46 @@ struct KeywordLine {
   }
 };
 
+// The field that a header's number stands in, without what parts it from its keyword. A comma there
+// says that commas part the fields of this line.
+std::string NumberField(std::string_view text) {
+  const std::size_t start = std::min(text.find_first_not_of("\t ,:="), text.size());
+  const bool commasPart = text.substr(0, start).find(',') != std::string_view::npos;
+  text.remove_prefix(start);
+  return std::string(text.substr(0, text.find_first_of(commasPart ? "\t ," : "\t ")));
+}
+
+// The one comma of a field, where it stands between digits.
+std::size_t CommaBetweenDigits(std::string_view field) {
+  const auto digitAt = [field](std::size_t at) {
+    return at < field.size() && field[at] >= '0' && field[at] <= '9';
+  };
+  const std::size_t comma = field.find(',');
+  const bool between = comma != std::string_view::npos && digitAt(comma - 1) && digitAt(comma + 1);
+  const bool alone = between && field.find_first_of(",.", comma + 1) == std::string_view::npos;
+  return alone ? comma : std::string_view::npos;
+}
+
 // A header's number, with a decimal comma where the field has one.
 double Number(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of("\t "), text.size()));
-  std::string field(text.substr(0, text.find_first_of("\t ")));
-  if (field.find('.') == std::string::npos) {
-    std::replace(field.begin(), field.end(), ',', '.');
+  std::string field = NumberField(text);
+  if (const std::size_t comma = CommaBetweenDigits(field); comma != std::string::npos) {
+    field[comma] = '.';
   }
   return Val(field);
+}
+
+// What a field means to whoever sets off thousands with a comma ("1,000"); 0: no such field.
+double NumberWithThousands(std::string_view text) {
+  constexpr std::size_t kGroup = 3;
+  std::string field = NumberField(text);
+  const std::size_t comma = CommaBetweenDigits(field);
+  if (comma == std::string::npos || field[0] == '0') {
+    return 0.0;
+  }
+  field.erase(comma, 1);
+  const std::size_t end = std::min(field.find_first_not_of("0123456789", comma), field.size());
+  return end - comma == kGroup ? Val(field) : 0.0;
 }
 
 // Where the keyword has to stand.
@@ -52,9 +84,15 @@ struct Keyword {
 void SetRate(TextHeader& header, double rate) {
   header.rate = rate > 0 ? rate : header.rate;
 }
+void TakeRate(TextHeader& header, std::string_view text) {
+  SetRate(header, Number(text));
+  if (const double rate = NumberWithThousands(text); rate > 0) {
+    header.statedRate = rate;
+  }
+}
 template <std::size_t column>
 void RateFrom(const KeywordLine& line) {
-  SetRate(line.header, Number(line.From(column)));
+  TakeRate(line.header, line.From(column));
 }
 template <std::size_t column>
 void RecordsFrom(const KeywordLine& line) {
@@ -62,7 +100,7 @@ void RecordsFrom(const KeywordLine& line) {
 }
 template <std::size_t length>
 void RateBehind(const KeywordLine& line) {
-  SetRate(line.header, Number(line.From(line.found + length + 1)));
+  TakeRate(line.header, line.From(line.found + length + 1));
 }
 template <std::size_t length>
 void RecordsBehind(const KeywordLine& line) {
@@ -73,7 +111,7 @@ void StatedRateFrom16(const KeywordLine& line) {
 }
 void RateBehindTab(const KeywordLine& line) {
   if (const std::size_t tab = line.text.find('\t'); tab != std::string_view::npos) {
-    SetRate(line.header, Number(line.From(tab + 2)));
+    TakeRate(line.header, line.From(tab + 2));
   }
 }
 void ColumnsBehind(const KeywordLine& line) {

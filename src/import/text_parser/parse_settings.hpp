@@ -39,7 +39,7 @@ struct TextHeader {
   std::vector<std::string> lines;
   bool fileEnded = false;   // within these lines
   double rate = 0.0;        // Hz; 0: not given
-  double statedRate = 0.0;  // in words that no rule takes for the rate: told when it differs
+  double statedRate = 0.0;  // in words, or with a comma, that may mean another rate: told when it differs
   double announcedRecords = 0.0;
   double announcedColumns = 0.0;
   double resolutionBits = 0.0;  // bioPlux

@@ -65,8 +65,9 @@ std::string NotesOnRead(const ScanFaults& faults, std::int64_t rows, const Parse
 }
 
 std::string NoteOnRate(const TextHeader& header, double rate, bool hasTime) {
-  constexpr double kSame = 1e-3;
-  if (header.statedRate <= 0 || std::abs(header.statedRate - rate) <= kSame * header.statedRate) {
+  const auto is = [rate](double other) { return std::abs(other - rate) <= 1e-3 * other; };
+  const bool timesAgree = hasTime && header.rate > 0 && is(header.rate);
+  if (header.statedRate <= 0 || is(header.statedRate) || timesAgree) {
     return {};
   }
   const std::string stated = "The header states " + PlainNumber(header.statedRate) + " Hz, the ";
