@@ -156,6 +156,7 @@ void UnitsWithTime(const KeywordLine& line) {
 void LabelsWithTime(const KeywordLine& line) {
   Labels(line);
   Time(line);
+  line.header.keywordNamesTime = true;
 }
 void LastLine(const KeywordLine& line) {
   LabelsWithTime(line);

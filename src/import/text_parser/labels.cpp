@@ -68,17 +68,15 @@ void EraseTimeField(std::vector<std::string>& fields, const ParseSettings& setti
   }
 }
 
-// One field per channel. A dialect's line starts with its keyword; a line that the user names may
-// start with a word of its own too, and then has one field more than there are columns.
-std::vector<std::string> ChannelFields(const std::string& line, bool named, int code,
-                                       const ParseSettings& settings) {
+// A dialect's line starts with its keyword; a line that the user names may start with a word of its own
+// too, and then has one field more than there are columns.
+std::vector<std::string> FieldsBehindKeyword(const std::string& line, bool named, int code,
+                                             const ParseSettings& settings) {
   constexpr int kDelsys = 62;
   std::vector<std::string> fields =
       named ? NamedFields(line) : SplitFields(line, code == kDelsys ? "\t," : "\t");
   if (!named || fields.size() == static_cast<std::size_t>(settings.columns) + 1) {
     fields.erase(fields.begin());
-  } else {
-    EraseTimeField(fields, settings);
   }
   return fields;
 }
@@ -113,23 +111,41 @@ void SetLabel(Trial& trial, int channel, const std::string& text) {
 }
 
 struct FieldLine {
-  int number;
   bool named;  // by the user, not by the dialect
+  std::vector<std::string> fields;
 };
 
-std::vector<std::string> FieldsOf(const Trial& trial, const TextHeader& header, const ParseSettings& settings,
-                                  FieldLine line, int markerLine) {
-  std::vector<std::string> fields;
-  if (line.number > 0) {
-    fields = ChannelFields(header.Line(line.number), line.named, trial.FileTypeCode, settings);
+FieldLine FieldsOf(const Trial& trial, const TextHeader& header, const ParseSettings& settings, int number,
+                   bool named, int markerLine) {
+  FieldLine line{named && number > 0, {}};
+  const auto add = [&](int from, bool byUser) {
+    const std::vector<std::string> more =
+        FieldsBehindKeyword(header.Line(from), byUser, trial.FileTypeCode, settings);
+    line.fields.insert(line.fields.end(), more.begin(), more.end());
+  };
+  if (number > 0) {
+    add(number, named);
   }
   if (markerLine > 0) {
-    const std::vector<std::string> markers =
-        ChannelFields(header.Line(markerLine), false, trial.FileTypeCode, settings);
-    fields.insert(fields.end(), markers.begin(), markers.end());
+    add(markerLine, false);
   }
-  fields.resize(std::min<std::size_t>(fields.size(), static_cast<std::size_t>(trial.NChan)));
-  return fields;
+  return line;
+}
+
+// What the user names has a field for every column. A dialect's lines may name the time column too:
+// then one of them has a name for every column.
+void EraseTimeNames(FieldLine& labels, FieldLine& units, const TextHeader& header,
+                    const ParseSettings& settings) {
+  const auto columns = static_cast<std::size_t>(settings.columns);
+  const auto namesAll = [columns](const FieldLine& line) {
+    return line.fields.size() == columns && !line.fields.back().empty();
+  };
+  const bool timeNamed = !header.keywordNamesTime && (namesAll(labels) || namesAll(units));
+  for (FieldLine* line : {&labels, &units}) {
+    if (line->named || (timeNamed && line->fields.size() >= columns)) {
+      EraseTimeField(line->fields, settings);
+    }
+  }
 }
 
 // Visual3D: the plate's name completes the label, and the quantity gives the unit.
@@ -199,17 +215,18 @@ std::string ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const Par
       settings.unitsLine == header.unitsLine) {
     return ReadSavedNames(trial, header, settings);
   }
-  const FieldLine labelLine{settings.labelsLine, settings.labelsLine != header.labelsLine};
-  const std::vector<std::string> labels =
-      FieldsOf(trial, header, settings, labelLine, header.markerLabelsLine);
-  for (std::size_t i = 0; i < labels.size(); ++i) {
-    SetLabel(trial, static_cast<int>(i) + 1, labels[i]);
+  FieldLine labels = FieldsOf(trial, header, settings, settings.labelsLine,
+                              settings.labelsLine != header.labelsLine, header.markerLabelsLine);
+  FieldLine units = FieldsOf(trial, header, settings, settings.unitsLine,
+                             settings.unitsLine != header.unitsLine, header.markerUnitsLine);
+  EraseTimeNames(labels, units, header, settings);
+  const auto channels = static_cast<std::size_t>(trial.NChan);
+  for (std::size_t i = 0; i < std::min(labels.fields.size(), channels); ++i) {
+    SetLabel(trial, static_cast<int>(i) + 1, labels.fields[i]);
   }
-  const FieldLine unitLine{settings.unitsLine, settings.unitsLine != header.unitsLine};
-  const std::vector<std::string> units = FieldsOf(trial, header, settings, unitLine, header.markerUnitsLine);
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    if (!units[i].empty()) {
-      trial.ChanUnits[i + 1] = units[i];
+  for (std::size_t i = 0; i < std::min(units.fields.size(), channels); ++i) {
+    if (!units.fields[i].empty()) {
+      trial.ChanUnits[i + 1] = units.fields[i];
     }
   }
   if (!header.timeLabel.empty()) {

@@ -47,6 +47,7 @@ struct TextHeader {
   std::string timeLabel;
   bool hasTime = false;
   int labelsLine = 0;
+  bool keywordNamesTime = false;  // the labels line's keyword stands over the time column
   int unitsLine = 0;
   int markerLabelsLine = 0;
   int markerUnitsLine = 0;
