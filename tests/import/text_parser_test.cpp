@@ -134,6 +134,29 @@ TEST_F(TextParserTest, LabelsUnitsTitleAndHeaderFromTheDialogue) {
   EXPECT_EQ(UnitsOfChannels(), (Texts{"", "", "lb.ft"}));
   EXPECT_EQ(trial.TrialTitle, "3 plates");
   EXPECT_EQ(Rows(), (Frames{{4, 5, 6}}));
+
+  // What is entered stands against the file's own names, also behind channels that a dialect removes.
+  struct Case {
+    const char* head;
+    Texts labels;
+    Texts units;
+  };
+  for (const Case& c : {
+           Case{"Label\tA [V]\tB [V]\tC [V]\nEngineering units\tV\tV\tV\n",
+                {"A", "B", "mine"},
+                {"V", "kg", "V"}},
+           Case{"one\ntwo\nFile Frame\tA\tB [m]\tC [V]\n", {"mine"}, {"V"}},
+       }) {
+    AnswerForm({{"ParseHasTime", "false"}}, "Labels");
+    questions.PickNames({{3, "mine"}});
+    AnswerForm({}, "Units");
+    questions.PickNames({{2, "kg"}});
+    questions.inputAnswers = {"100"};
+    AnswerForm();
+    Load("a.txt", std::string(c.head) + "1\t2\t3\n4\t5\t6\n7\t8\t9\n");
+    EXPECT_EQ(Labels(), c.labels) << c.head;
+    EXPECT_EQ(UnitsOfChannels(), c.units) << c.head;
+  }
 }
 
 TEST_F(TextParserTest, TimeColumnGivesTheRate) {

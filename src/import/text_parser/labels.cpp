@@ -209,6 +209,14 @@ void SetParsedDefaults(Trial& trial) {
   }
 }
 
+void RestoreEntered(Trial& trial, const EnteredNames& entered, int removed) {
+  for (int c = 1; c <= trial.NChan; ++c) {
+    const int before = c + removed;
+    trial.ChanLabel[c] = entered.labels[before].empty() ? trial.ChanLabel[c] : entered.labels[before];
+    trial.ChanUnits[c] = entered.units[before].empty() ? trial.ChanUnits[c] : entered.units[before];
+  }
+}
+
 std::string ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
   constexpr std::int16_t kVisual3D = 91;
   if (!header.savedSeparator.empty() && settings.labelsLine == header.labelsLine &&

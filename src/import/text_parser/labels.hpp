@@ -11,6 +11,15 @@ namespace velmora {
 /// gain, offset, number and colour. The units stay.
 void SetParsedDefaults(Trial& trial);
 
+/// What a person entered in the dialogue, which no line of the file replaces; empty: nothing.
+struct EnteredNames {
+  PerChannel<Label> labels;
+  PerChannel<Units> units;
+};
+
+/// Puts them back. Channels that the dialect has removed meanwhile stood before all others.
+void RestoreEntered(Trial& trial, const EnteredNames& entered, int removed);
+
 /// Labels and units from the lines that the dialect or the dialogue names. Returns what has to be said
 /// about names that did not fit, empty when all is well.
 std::string ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings);

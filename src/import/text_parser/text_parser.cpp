@@ -102,6 +102,7 @@ class TextParser {
   std::optional<bool> timeBox_;
   TextHeader header_;
   ParseSettings settings_;
+  EnteredNames entered_;
   ScanFaults faults_;
 };
 
@@ -173,6 +174,7 @@ bool TextParser::AskParameters() {
   }
   ParseForm form(workbench_, header_, settings_, remark);
   form.Show(workbench_);
+  entered_ = {trial_.ChanLabel, trial_.ChanUnits};  // StartTrial emptied them
   return form.Accepted();
 }
 
@@ -256,7 +258,9 @@ void TextParser::FinishTrial() {
   add(NoteOnRate(header_, trial_.Rate, settings_.HasTime()));
   std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
   add(ReadLabelsAndUnits(trial_, header_, settings_));
+  const int channels = trial_.NChan;
   FinishDialect(workbench_, header_, settings_.HasTime());
+  RestoreEntered(trial_, entered_, channels - trial_.NChan);
   if (!notes.empty()) {
     ShowRefusal(workbench_, {.title = "Check the Data", .text = notes, .icon = Icon::Exclamation});
   }
