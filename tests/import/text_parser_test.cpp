@@ -70,6 +70,12 @@ TEST_F(TextParserTest, ANumberAboveTheHeadingIsNoData) {
   EXPECT_TRUE(Offered("lblMessage")
                   .starts_with("Line 2 looks like data, but text follows it: data start at line 4."));
   EXPECT_EQ(Rows(), (Frames{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}));
+  // Several lines of several columns are data, whatever follows them.
+  LoadWithDefaults("c.csv", "a,b\n1,2\n3,4\nbreak\n5,6,7\n8,9,1\n2,3,4\n");
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}, {0, 0}, {5, 6}, {8, 9}, {2, 3}}));
+  EXPECT_TRUE(Offered("lblMessage")
+                  .starts_with("Line 4 is text, and the lines behind it have 3 columns: to read those, skip "
+                               "4 records."));
   // Lines of one shape on both sides of a text are one table: nothing is lost, and the text is told.
   LoadWithDefaults("b.csv", "1,2\n3,4\nbreak\n5,6\n7,8\n");
   EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}, {0, 0}, {5, 6}, {7, 8}}));

@@ -70,22 +70,48 @@ int FirstDataLine(const std::vector<LineKind>& kinds, std::size_t from) {
   return 0;
 }
 
-// A line of the header that happens to be a number (a rate, a count) would pass for the first
-// record. The data start behind the text that follows it, if the lines there have another shape.
-int BehindInterveningText(const TextHeader& header, const std::vector<LineKind>& kinds, int start,
-                          const NumberLayout& layout, int code) {
-  std::size_t lastText = 0;
+struct TextAmongNumbers {
+  int recordsAbove = 0;  // lines of numbers before the first text
+  int last = 0;          // the last line of text; 0: there is none
+  int later = 0;         // the first line of numbers behind it, of another shape; 0: there is none
+};
+
+TextAmongNumbers FindTextBehind(const TextHeader& header, const std::vector<LineKind>& kinds, int start,
+                                const NumberLayout& layout, int code) {
+  TextAmongNumbers text;
   for (auto k = static_cast<std::size_t>(start); k < kinds.size(); ++k) {
-    const bool blank = header.lines[k - 1].find_first_not_of(" \t") == std::string::npos;
-    lastText = kinds[k] != LineKind::Data && !blank ? k : lastText;
+    if (kinds[k] == LineKind::Data) {
+      text.recordsAbove += text.last == 0 ? 1 : 0;
+    } else if (header.lines[k - 1].find_first_not_of(" \t") != std::string::npos) {
+      text.last = static_cast<int>(k);
+    }
   }
-  const int later = lastText > 0 ? FirstDataLine(kinds, lastText) : 0;
-  if (later == 0 || later == static_cast<int>(header.lines.size())) {
-    return start;
+  const int later = text.last > 0 ? FirstDataLine(kinds, static_cast<std::size_t>(text.last)) : 0;
+  const bool otherShape =
+      CountColumns(header.Line(start), layout, code) != CountColumns(header.Line(later), layout, code);
+  text.later = otherShape && later < static_cast<int>(header.lines.size()) ? later : 0;
+  return text;
+}
+
+// A line of the header that happens to be a number (a rate, a count) would pass for the first record.
+// The data start behind the text that follows it, if the lines there have another shape. Several lines
+// of several columns are data themselves: there the person is told.
+void PassNumbersAboveText(const TextHeader& header, const std::vector<LineKind>& kinds, int code,
+                          DataStart& start) {
+  const TextAmongNumbers text = FindTextBehind(header, kinds, start.line, start.layout, code);
+  if (text.later == 0) {
+    return;
   }
-  const bool sameShape =
-      CountColumns(header.Line(start), layout, code) == CountColumns(header.Line(later), layout, code);
-  return sameShape ? start : later;
+  if (text.recordsAbove == 1 || CountColumns(header.Line(start.line), start.layout, code) == 1) {
+    start.remark = "Line " + std::to_string(start.line) +
+                   " looks like data, but text follows it: data start at line " + std::to_string(text.later) +
+                   ".";
+    start.line = text.later;
+    return;
+  }
+  start.remark = "Line " + std::to_string(text.last) + " is text, and the lines behind it have " +
+                 std::to_string(CountColumns(header.Line(text.later), start.layout, code)) +
+                 " columns: to read those, skip " + std::to_string(text.later - 1) + " records.";
 }
 
 Button AskNotAscii(Workbench& workbench) {
@@ -169,18 +195,13 @@ DataStart FindStart(const TextHeader& header, int code) {
   for (const bool semicolons : {false, true}) {
     start.layout = {.semicolons = semicolons};
     const std::vector<LineKind> kinds = KindsOf(header, start.layout, code);
-    const int first = header.lastLine > 0 ? header.lastLine + 1 : FirstDataLine(kinds, from);
-    if (first == 0) {
-      continue;
+    start.line = header.lastLine > 0 ? header.lastLine + 1 : FirstDataLine(kinds, from);
+    if (start.line > 0 && header.lastLine == 0) {
+      PassNumbersAboveText(header, kinds, code, start);
     }
-    start.line =
-        header.lastLine > 0 ? first : BehindInterveningText(header, kinds, first, start.layout, code);
-    if (start.line != first) {
-      start.remark = "Line " + std::to_string(first) +
-                     " looks like data, but text follows it: data start at line " +
-                     std::to_string(start.line) + ".";
+    if (start.line > 0) {
+      break;
     }
-    break;
   }
   if (start.line > 0) {
     SettleDecimalComma(header, start);
