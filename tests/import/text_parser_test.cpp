@@ -58,6 +58,18 @@ TEST_F(TextParserTest, HeaderIsSkippedAndTwoLinesAreTooFew) {
   LoadWithDefaults("a.txt", "5\n- 3\n1. 2\nE+\n....\n,,,,\n12 13\n14 15\n16 17\n");
   EXPECT_EQ(Offered("ParseSkip"), "6");
   EXPECT_EQ(Rows(), (Frames{{12, 13}, {14, 15}, {16, 17}}));
+  // In one column they may well be records.
+  const std::string digits = "h\n0\n5\n7\n12\n13\n";
+  const std::string told =
+      "3 single digits stand right above the data and are not read: if they are data, skip 1 records.";
+  LoadWithDefaults("c.txt", digits);
+  EXPECT_EQ(Rows(), (Frames{{12}, {13}}));
+  EXPECT_EQ(Offered("lblMessage"), told);
+  EXPECT_EQ(LastBox(), "Check the Data|" + told);
+  questions.boxes.clear();
+  LoadWithDefaults("c.txt", digits, {{"ParseSkip", "1"}});
+  EXPECT_EQ(Rows(), (Frames{{0}, {5}, {7}, {12}, {13}}));
+  EXPECT_TRUE(questions.boxes.empty());
   Load("b.txt", "1 2\n3 4\n");
   EXPECT_EQ(LastBox(), "Unreadable File|Try editing or deleting the first line, then reread the file.");
   EXPECT_EQ(trial.NData, 0);
@@ -260,7 +272,7 @@ TEST_F(TextParserTest, TheDialogueSaysWhatToTry) {
   EXPECT_EQ(remarkOn("x\n1,2,3\n1,2.5,3\n1,3.1,3\n"),
             "Column 2 rises evenly: if these are sample times, check the box and enter the time column.");
   EXPECT_EQ(remarkOn("x\n1,2,3\n2,2,3\n9,2,3\n"), "");
-  EXPECT_EQ(remarkOn("# Sampling Rate (Hz):= 1000.0\nx\n5\n6\n 7\n"), "The header states 1000 Hz.");
+  EXPECT_EQ(remarkOn("# Sampling Rate (Hz):= 1000.0\nx y\n55\n66\n 7\n"), "The header states 1000 Hz.");
   // Where no line holds numbers alone.
   EXPECT_EQ(remarkOn("h\n\n0,1,20,13-May,NaN\n1,1,40,13-May,0\n2,1,60,13-May,1\n"),
             "Line 3 starts with 3 numbers: skip 2 records and read 3 channels, not the full line.");

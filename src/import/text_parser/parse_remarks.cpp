@@ -140,13 +140,32 @@ void AddRemark(std::string& remark, std::string_view more) {
 }
 
 std::string RemarkOnColumns(const TextHeader& header, const ParseSettings& settings) {
-  std::string remark = OnEmptyColumns(header.Line(settings.ParseSkip + 1), settings.layout);
+  std::string remark = RemarkOnDigitsAbove(header, settings);
+  AddRemark(remark, OnEmptyColumns(header.Line(settings.ParseSkip + 1), settings.layout));
   AddRemark(remark, OnTimes(header, settings));
   AddRemark(remark, OnNames(header, settings));
   if (header.statedRate > 0) {
     AddRemark(remark, "The header states " + PlainNumber(header.statedRate) + " Hz.");
   }
   return remark;
+}
+
+std::string RemarkOnDigitsAbove(const TextHeader& header, const ParseSettings& settings) {
+  const auto isDigit = [](const std::string& line) {
+    return line.size() == 1 && kDigits.find(line[0]) != std::string_view::npos;
+  };
+  int first = settings.ParseSkip;
+  while (isDigit(header.Line(first))) {
+    --first;
+  }
+  const int digits = settings.ParseSkip - first;
+  if (digits == 0 || settings.columns != 1) {
+    return {};
+  }
+  return std::to_string(digits) +
+         " single digits stand right above the data and are not read: if they are "
+         "data, skip " +
+         std::to_string(first) + " records.";
 }
 
 std::string RemarkOnMissingStart(const TextHeader& header) {

@@ -14,6 +14,10 @@ void AddRemark(std::string& remark, std::string_view more);
 /// that may hold times, lines that may name the columns, a rate that the header states in passing.
 std::string RemarkOnColumns(const TextHeader& header, const ParseSettings& settings);
 
+/// A column's first records that are single digits, which are too short for lines of data. Empty when
+/// none stands right above the records.
+std::string RemarkOnDigitsAbove(const TextHeader& header, const ParseSettings& settings);
+
 /// What to try where no line holds numbers alone.
 std::string RemarkOnMissingStart(const TextHeader& header);
 

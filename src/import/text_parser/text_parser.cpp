@@ -15,6 +15,7 @@
 #include "import/text_parser/dialect_keywords.hpp"
 #include "import/text_parser/labels.hpp"
 #include "import/text_parser/parse_form.hpp"
+#include "import/text_parser/parse_remarks.hpp"
 #include "import/text_parser/rate_and_time.hpp"
 #include "import/text_parser/read_notes.hpp"
 #include "import/text_parser/record_count.hpp"
@@ -103,6 +104,7 @@ class TextParser {
   TextHeader header_;
   ParseSettings settings_;
   EnteredNames entered_;
+  std::string digitsAbove_;  // records that the rules leave out and nobody has looked at
   ScanFaults faults_;
 };
 
@@ -172,8 +174,10 @@ bool TextParser::AskParameters() {
   if (!FindDataStart(workbench_, header_, settings_, remark)) {
     return false;
   }
+  const std::int32_t skip = settings_.ParseSkip;
   ParseForm form(workbench_, header_, settings_, remark);
   form.Show(workbench_);
+  digitsAbove_ = settings_.ParseSkip == skip ? RemarkOnDigitsAbove(header_, settings_) : "";
   entered_ = {trial_.ChanLabel, trial_.ChanUnits};  // StartTrial emptied them
   return form.Accepted();
 }
@@ -255,6 +259,7 @@ void TextParser::FinishTrial() {
   const auto add = [&notes](const std::string& note) {
     notes += (notes.empty() || note.empty() ? "" : "\n") + note;
   };
+  add(digitsAbove_);
   add(NoteOnRate(header_, trial_.Rate, settings_.HasTime()));
   std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
   add(ReadLabelsAndUnits(trial_, header_, settings_));
