@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/files.hpp"
 #include "core/helpers.hpp"
 #include "import/line_blocks.hpp"
 #include "import/text_parser/data_start.hpp"
@@ -148,11 +149,15 @@ void ParseForm::SkipEdited() {
   if (!startUnknown_) {
     return;
   }
-  TextSource source(workbench_.trial.FileName);
-  LineBlocks lines(source);
   std::string line;
-  lines.SkipLines(settings_.ParseSkip);
-  lines.ReadTextLine(line);
+  try {
+    TextSource source(workbench_.trial.FileName);
+    LineBlocks lines(source);
+    lines.SkipLines(settings_.ParseSkip);
+    lines.ReadTextLine(line);
+  } catch (const FileError&) {
+    return;  // fields are edited inside the window's events; the read itself will tell
+  }
   const int code = workbench_.trial.FileTypeCode;
   if (KindOfLine(line, settings_.layout, code) != LineKind::Data) {
     return;
