@@ -1,5 +1,6 @@
 #include "import/load_file.hpp"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <string_view>
@@ -43,8 +44,8 @@ void ResetTrial(Workbench& workbench) {
   trial.HeaderLines.fill("");
   trial.HeaderLineCount = 0;
   if (trial.NData > 0) {
-    trial.SavedLabels = trial.ChanLabel;
-    trial.SavedUnits = trial.ChanUnits;
+    std::copy_n(trial.ChanLabel.begin(), trial.NChan + 1, trial.SavedLabels.begin());
+    std::copy_n(trial.ChanUnits.begin(), trial.NChan + 1, trial.SavedUnits.begin());
   }
   trial.TrialIndex = -1;
 }
