@@ -158,9 +158,9 @@ void WriteExitSettings(Workbench& workbench, SettingsStore& store) {
   ReportStore(workbench, store.Save(kProgram, kSection, values));
 }
 
-void SaveLastFile(Workbench& workbench, SettingsStore& store) {
+void SaveLastFile(Workbench& workbench, SettingsStore& store, std::string_view application) {
   ReportStore(workbench,
-              store.Save(kProgram, kSection,
+              store.Save(application, kSection,
                          {{"Datadir", workbench.DataDir}, {"Lastfile", workbench.trial.FileName}}));
 }
 

@@ -23,8 +23,9 @@ void ReadStartSettings(Workbench& workbench, const SettingsStore& store);
 /// Stores what the next session is to start with. A store that refuses is told in a box.
 void WriteExitSettings(Workbench& workbench, SettingsStore& store);
 
-/// Stores directory and file name at once, after a load from the browser; the same box.
-void SaveLastFile(Workbench& workbench, SettingsStore& store);
+/// Stores directory and file name at once, after a load from the browser or for another program that
+/// is to read the file; the same box.
+void SaveLastFile(Workbench& workbench, SettingsStore& store, std::string_view application = "Velmora2");
 
 /// The first item of a command line names a data file and so its directory too.
 void TakeCommandLine(Workbench& workbench, const std::vector<std::string>& items);

@@ -1,7 +1,16 @@
 #include "import/load_questions.hpp"
 
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "core/files.hpp"
 #include "core/helpers.hpp"
+#include "core/start.hpp"
+#include "core/text.hpp"
 #include "import/detect_text_format.hpp"
+#include "import/native_layout.hpp"
+#include "import/read_error.hpp"
 #include "import/text_parser/text_parser.hpp"
 
 namespace velmora {
@@ -18,9 +27,46 @@ bool SaysYes(Workbench& workbench, const std::string& title, const std::string& 
                                      .buttons = {Button::Yes, Button::No}}) == Button::Yes;
 }
 
-void Tell(Workbench& workbench, const Box& box) {
+Button Tell(Workbench& workbench, const Box& box) {
   workbench.trial.DiscardData();
-  ShowFailure(workbench, box);
+  return ShowFailure(workbench, box);
+}
+
+std::string FirstRecord(const std::string& path) {
+  constexpr std::size_t kRecordBytes = 256;
+  std::string record(kRecordBytes, '\0');
+  record.resize(InputFile(path).ReadAt(0, record.data(), record.size()));
+  return record;
+}
+
+// Readable parts of a binary record; shorter ones are numbers that look like text.
+std::vector<std::string> TextsIn(std::string_view record) {
+  constexpr std::size_t kShortest = 4;
+  std::vector<std::string> texts;
+  std::string text;
+  for (const char c : std::string(record) + '\0') {
+    if (c >= ' ' && c <= '~') {
+      text += c;
+      continue;
+    }
+    if (Trim(text).size() >= kShortest) {
+      texts.push_back(Trim(text));
+    }
+    text.clear();
+  }
+  return texts;
+}
+
+void TakeTexts(Workbench& workbench, std::string_view record) {
+  const std::vector<std::string> texts = TextsIn(record);
+  const auto lines = static_cast<std::int32_t>(std::min<std::size_t>(texts.size(), kMaxHeaderLines));
+  std::copy_n(texts.begin(), lines, workbench.trial.HeaderLines.begin() + 1);
+  workbench.trial.HeaderLineCount = lines;
+  for (std::size_t k = 0; k < static_cast<std::size_t>(native::kExperimentLines); ++k) {
+    std::string line = k < texts.size() ? texts[k] : "";
+    line.resize(native::kExperimentLineBytes, ' ');
+    workbench.records.EXPTINFO.replace(k * line.size(), line.size(), line);
+  }
 }
 
 }  // namespace
@@ -40,6 +86,8 @@ void AskParseUnknownContents(Workbench& workbench, ProgressPanel& panel) {
           workbench, "Unknown File Format",
           "File contents not recognized.  Filename was: '" + trial.TrialName + "." + trial.FileExt + "'.")) {
     ParseTextFile(workbench, panel);
+  } else {
+    workbench.trial.FileTypeCode = kUnknownFileType;
   }
 }
 
@@ -47,20 +95,35 @@ void AskParseUnknownExtension(Workbench& workbench, ProgressPanel& panel) {
   if (SaysYes(workbench, "Filetype Unrecognized",
               "File extension, '" + workbench.trial.FileExt + "', was unrecognized.")) {
     DetectTextFormat(workbench, panel);
+  } else {
+    workbench.trial.FileTypeCode = kUnknownFileType;
   }
 }
 
-// The program named here does not exist on this system, so both buttons end the load.
+// The program named here does not exist on this system, so both buttons end the load; where it would
+// look for the file is stored all the same.
 void TellDaff(Workbench& workbench, ProgressPanel& /*panel*/) {
-  Tell(workbench, {.title = "Filetype Not Implemented",
-                   .text = "DAFF file format is not implemented in Velmora2.\n"
-                           "Use Velmora1 to read such files and then save them in either .VMA or .BIN "
-                           "formats.\nPress OK to open file with Velmora1 or press Cancel.",
-                   .icon = Icon::Exclamation,
-                   .buttons = {Button::OK, Button::Cancel}});
+  const Button answer =
+      Tell(workbench, {.title = "Filetype Not Implemented",
+                       .text = "DAFF file format is not implemented in Velmora2.\n"
+                               "Use Velmora1 to read such files and then save them in either .VMA or .BIN "
+                               "formats.\nPress OK to open file with Velmora1 or press Cancel.",
+                       .icon = Icon::Exclamation,
+                       .buttons = {Button::OK, Button::Cancel}});
+  if (answer == Button::OK) {
+    SettingsStore store;
+    SaveLastFile(workbench, store, "Velmora");
+  }
 }
 
+// What can be known of such a file, its texts, is kept as header lines and experiment lines.
 void TellOptotrak(Workbench& workbench, ProgressPanel& /*panel*/) {
+  try {
+    TakeTexts(workbench, FirstRecord(workbench.trial.FileName));
+  } catch (const FileError& error) {
+    ReportReadError(workbench, error.what());
+    return;
+  }
   Tell(workbench, {.title = "File Format Not Supported",
                    .text = "Optotrak file formats are not supported.",
                    .icon = Icon::Exclamation});

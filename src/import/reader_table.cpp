@@ -23,8 +23,12 @@ bool StartsWithVelmora(std::string_view head) {
 bool StartsWithBioWare(std::string_view head) {
   return head.starts_with("BioWare 2");
 }
+// A text may name the maker as well: the recordings themselves are binary.
 bool NamesOptotrak(std::string_view head) {
-  return head.find("OPTOTRAK") != std::string_view::npos;
+  const bool binary = std::any_of(head.begin(), head.end(), [](char c) {
+    return c >= 0 && c < ' ' && c != '\t' && c != '\r' && c != '\n';
+  });
+  return binary && head.find("OPTOTRAK") != std::string_view::npos;
 }
 
 // The reader of a format that carries how its trial was last looked at.

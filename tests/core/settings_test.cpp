@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "core/start.hpp"
+#include "support/environment_variable.hpp"
 #include "support/scripted_questions.hpp"
 #include "support/temporary_directory.hpp"
 
@@ -33,15 +34,8 @@ TEST(Settings, TextsUnderApplicationSectionAndKeyOfAnyCase) {
 
 TEST(Settings, LieWhereTheSystemKeepsThem) {
   const TemporaryDirectory directory;
-  const char* before = std::getenv("XDG_CONFIG_HOME");
-  const std::string kept = before != nullptr ? before : "";
-  setenv("XDG_CONFIG_HOME", directory.Path("").c_str(), 1);
+  const EnvironmentVariable variable("XDG_CONFIG_HOME", directory.Path(""));
   EXPECT_TRUE(SettingsStore().Save("Velmora2", "Startup", {{"UserLevel", "1"}}));
-  if (before != nullptr) {
-    setenv("XDG_CONFIG_HOME", kept.c_str(), 1);
-  } else {
-    unsetenv("XDG_CONFIG_HOME");
-  }
   EXPECT_NE(ReadFile(directory.Path("velmora2/settings.json")).find("UserLevel"), std::string::npos);
 }
 

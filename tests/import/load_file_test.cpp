@@ -1,6 +1,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "core/settings.hpp"
+#include "support/environment_variable.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
@@ -70,6 +72,7 @@ TEST_F(LoadFileTest, FilesThatNoReaderTakesAreAskedAbout) {
     Load(c.name, kNumbers);
     EXPECT_EQ(LastBox(), c.box);
     EXPECT_EQ(trial.NData, 0);
+    EXPECT_EQ(trial.FileTypeCode, std::string(c.name) == "a.bb" ? 17 : kUnknownFileType);
     questions.boxAnswers = {Button::Yes};
     LoadWithDefaults(c.name, kNumbers);
     EXPECT_EQ(trial.NData, 3) << c.name;
@@ -82,12 +85,26 @@ TEST_F(LoadFileTest, FilesThatNoReaderTakesAreAskedAbout) {
 }
 
 TEST_F(LoadFileTest, FormatsThatAreRefused) {
-  questions.boxAnswers = {Button::OK};
+  using namespace std::string_literals;
+  const test::EnvironmentVariable settings("XDG_CONFIG_HOME", directory.Path("settings"));
+  questions.boxAnswers = {Button::Cancel, Button::OK};
+  Load("cancelled.daf", "x");
+  EXPECT_EQ(SettingsStore().Get("Velmora", "Startup", "LastFile", "none"), "none");
   Load("a.daf", "x");
+  EXPECT_EQ(SettingsStore().Get("Velmora", "Startup", "LastFile", ""), directory.Path("a.daf"));
+  EXPECT_EQ(SettingsStore().Get("Velmora", "Startup", "Datadir", ""), workbench.DataDir);
   EXPECT_TRUE(
       LastBox().starts_with("Filetype Not Implemented|DAFF file format is not implemented in Velmora2.\n"));
-  Load("a.dat", "    OPTOTRAK recording");
+  Load("a.dat", "\x20\x03\0\x06OPTOTRAK 3020\0\0ab\xFF   gait, left  \0"s);
   EXPECT_EQ(LastBox(), "File Format Not Supported|Optotrak file formats are not supported.");
+  EXPECT_EQ(trial.HeaderLines[1], "OPTOTRAK 3020");
+  EXPECT_EQ(trial.HeaderLines[2], "gait, left");
+  EXPECT_EQ(trial.HeaderLines[3], "");
+  EXPECT_EQ(workbench.records.EXPTINFO.substr(61, 12), "gait, left  ");
+  EXPECT_EQ(workbench.records.EXPTINFO.size(), 248U);
+  questions.boxAnswers = {Button::Yes};
+  LoadWithDefaults("text.dat", std::string("Exported from OPTOTRAK 3020\r\n") + kNumbers);
+  EXPECT_EQ(trial.NData, 3) << "a text is no recording";
   Load("a.emt", "x");
   EXPECT_EQ(LastBox(), "Cannot read this filetype|Cannot read Delsys .EMT file format.");
   Load("a.txt", "");
@@ -99,6 +116,7 @@ TEST_F(LoadFileTest, EveryLoadLeavesTheTrialInOneState) {
   SetChannels(trial, {{1, 2, 3}, {4, 5, 6}}, 50.0);
   trial.ChanLabel[1] = "before";
   trial.ChanUnits[2] = "kN";
+  trial.SavedLabels[3] = "of an earlier one";
   trial.NPlates = 2;
   trial.ForcesReduced = trial.PairedGraphs = true;
   trial.HeaderLines[75] = "old";
@@ -108,6 +126,7 @@ TEST_F(LoadFileTest, EveryLoadLeavesTheTrialInOneState) {
   EXPECT_EQ(trial.TrialName, "A b");
   EXPECT_EQ(trial.SavedLabels[1], "before");
   EXPECT_EQ(trial.SavedUnits[2], "kN");
+  EXPECT_EQ(trial.SavedLabels[3], "of an earlier one") << "which had more channels";
   EXPECT_EQ(trial.PreviousRate, 50.0);
   EXPECT_EQ(trial.NPlates, 0);
   EXPECT_FALSE(trial.ForcesReduced || trial.PairedGraphs || trial.FileChanged);

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace velmora::test {
+
+/// A variable of the environment with another value for as long as this lives.
+class EnvironmentVariable {
+ public:
+  EnvironmentVariable(std::string name, const std::string& value) : name_(std::move(name)) {
+    if (const char* before = std::getenv(name_.c_str())) {
+      before_ = before;
+    }
+    setenv(name_.c_str(), value.c_str(), 1);
+  }
+  EnvironmentVariable(const EnvironmentVariable&) = delete;
+  EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+  ~EnvironmentVariable() { before_ ? setenv(name_.c_str(), before_->c_str(), 1) : unsetenv(name_.c_str()); }
+
+ private:
+  std::string name_;
+  std::optional<std::string> before_;
+};
+
+}  // namespace velmora::test
