@@ -34,6 +34,8 @@ struct FormField {
   std::vector<std::string> choices{};
   /// What to enter, for whoever edits the field.
   std::string prompt{};
+  /// Heads the prompt where the caption is shorter than what the field is called.
+  std::string title{};
   /// Runs after an edit of this field: warnings, fields that depend on it.
   std::function<void()> edited{};
   /// The numbers are colours of the graph, to be shown as such.

@@ -144,7 +144,7 @@ class LineEditor : public FieldEditor {
     layout->setContentsMargins(0, 0, 0, 0);
     line_ = new QLineEdit;
     line_->setObjectName(ToQt(field.name));
-    line_->setToolTip(ToQt(field.prompt));
+    line_->setToolTip(ToQt(field.title.empty() ? field.prompt : field.title + "\n" + field.prompt));
     if (!text_) {
       line_->setFixedWidth(line_->fontMetrics().horizontalAdvance('0') * 14);
     } else {

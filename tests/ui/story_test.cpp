@@ -297,6 +297,15 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   DoubleClickFile("gait.c3d");
   EXPECT_EQ(Shown().NData, 0);
   EXPECT_TRUE(Find<QPushButton>("openExample")->isVisible());
+
+  test::WriteFile(Path("gait.tab"), "t\tFz\n0\t1\n1\t2\n2\t3\n");
+  Entry("Refresh")->trigger();
+  person_.When("frmParse", [](QWidget* dialog) {
+    EXPECT_EQ(dialog->findChild<QLineEdit*>("ParseTimeColumn")->toolTip(),
+              "Time Channel\nEnter channel number for time (usually 1, 0=none).");
+    Person::Press(dialog, "Cancel");
+  });
+  DoubleClickFile("gait.tab");
 }
 
 }  // namespace
