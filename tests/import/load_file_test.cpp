@@ -86,7 +86,7 @@ TEST_F(LoadFileTest, FilesThatNoReaderTakesAreAskedAbout) {
 
 TEST_F(LoadFileTest, FormatsThatAreRefused) {
   using namespace std::string_literals;
-  const test::EnvironmentVariable settings("XDG_CONFIG_HOME", directory.Path("settings"));
+  const EnvironmentVariable settings("XDG_CONFIG_HOME", directory.Path("settings"));
   questions.boxAnswers = {Button::Cancel, Button::OK};
   Load("cancelled.daf", "x");
   EXPECT_EQ(SettingsStore().Get("Velmora", "Startup", "LastFile", "none"), "none");

@@ -53,33 +53,21 @@ TEST_F(TextDialectsTest, KeywordsOfPlainText) {
 }
 
 TEST_F(TextDialectsTest, ANameForTheTimeColumnIsNoChannels) {
-  struct Case {
-    const char* name;
-    const char* head;
-    Texts labels;
-    Texts units;
+  const auto load = [this](const char* name, const std::string& head, const std::string& labelsLine = "") {
+    const Edits time = {{"ParseHasTime", "true"}};
+    const Edits both = {{"ParseHasTime", "true"}, {"ParseLabelsLine", labelsLine}};
+    LoadWithDefaults(name, head + "\n0\t5\t6\n1\t7\t8\n2\t9\t1\n", labelsLine.empty() ? time : both);
+    Texts names = Labels();
+    const Texts units = UnitsOfChannels();
+    names.insert(names.end(), units.begin(), units.end());
+    return names;
   };
-  for (const Case& c : {
-           Case{"a.txt",
-                "Channel description\tTime\tFx\tFy\nEngineering unit\ts\tN\t\n",
-                {"Fx", "Fy"},
-                {"N", ""}},
-           Case{"a.txt",
-                "Channel description\tFx\tFy\nEngineering unit\ts\tN\tkN\n",
-                {"Fx", "Fy"},
-                {"N", "kN"}},
-           Case{"a.txt", "Label\tFx\tFy\t\nEngineering unit\tN\tkN\t\n", {"Fx", "Fy"}, {"N", "kN"}},
-           Case{"a.txt", "Channels\t2\nX_Value\tFx\tFy\tComment\n", {"Fx", "Fy"}, {"", ""}},
-           Case{"a.fsv", "CHANNEL_NAMES\tTime\tEMG\nMARKER_NAMES\theel\n", {"EMG", "heel"}, {"", ""}},
-       }) {
-    LoadWithDefaults(c.name, std::string(c.head) + "0\t5\t6\n1\t7\t8\n2\t9\t1\n", {{"ParseHasTime", "true"}});
-    EXPECT_EQ(Labels(), c.labels) << c.head;
-    EXPECT_EQ(UnitsOfChannels(), c.units) << c.head;
-  }
-  // A line that the user names may have a word of its own as well.
-  LoadWithDefaults("a.csv", "names,Time,Fx,Fy\n0,5,6\n1,7,8\n2,9,1\n",
-                   {{"ParseHasTime", "true"}, {"ParseLabelsLine", "1"}});
-  EXPECT_EQ(Labels(), (Texts{"Fx", "Fy"}));
+  EXPECT_EQ(load("a.txt", "Channel description\tTime\tFx\tFy\nEngineering unit\ts\tN\t"),
+            (Texts{"Fx", "Fy", "N", ""}));
+  EXPECT_EQ(load("a.txt", "Label\tFx\tFy\t\nEngineering unit\tN\tkN\t"), (Texts{"Fx", "Fy", "N", "kN"}));
+  EXPECT_EQ(load("a.txt", "Channels\t2\nX_Value\tFx\tFy\tComment"), (Texts{"Fx", "Fy", "", ""}));
+  EXPECT_EQ(load("a.fsv", "CHANNEL_NAMES\tTime\tEMG\nMARKER_NAMES\theel"), (Texts{"EMG", "heel", "", ""}));
+  EXPECT_EQ(load("a.txt", "names,Time,Fx,Fy", "1"), (Texts{"Fx", "Fy", "", ""}));
 }
 
 TEST_F(TextDialectsTest, DelsysKeepsItsLabelsAndIsInVolts) {

@@ -66,7 +66,6 @@ TEST_F(TextParserTest, HeaderIsSkippedAndTwoLinesAreTooFew) {
   EXPECT_EQ(Rows(), (Frames{{12}, {13}}));
   EXPECT_EQ(Offered("lblMessage"), told);
   EXPECT_EQ(LastBox(), "Check the Data|" + told);
-  questions.boxes.clear();
   LoadWithDefaults("c.txt", digits, {{"ParseSkip", "1"}});
   EXPECT_EQ(Rows(), (Frames{{0}, {5}, {7}, {12}, {13}}));
   EXPECT_TRUE(questions.boxes.empty());
@@ -154,27 +153,15 @@ TEST_F(TextParserTest, LabelsUnitsTitleAndHeaderFromTheDialogue) {
   EXPECT_EQ(Rows(), (Frames{{4, 5, 6}}));
 
   // What is entered stands against the file's own names, also behind channels that a dialect removes.
-  struct Case {
-    const char* head;
-    Texts labels;
-    Texts units;
-  };
-  for (const Case& c : {
-           Case{"Label\tA [V]\tB [V]\tC [V]\nEngineering units\tV\tV\tV\n",
-                {"A", "B", "mine"},
-                {"V", "kg", "V"}},
-           Case{"one\ntwo\nFile Frame\tA\tB [m]\tC [V]\n", {"mine"}, {"V"}},
-       }) {
-    AnswerForm({{"ParseHasTime", "false"}}, "Labels");
-    questions.PickNames({{3, "mine"}});
-    AnswerForm({}, "Units");
-    questions.PickNames({{2, "kg"}});
-    questions.inputAnswers = {"100"};
-    AnswerForm();
-    Load("a.txt", std::string(c.head) + "1\t2\t3\n4\t5\t6\n7\t8\t9\n");
-    EXPECT_EQ(Labels(), c.labels) << c.head;
-    EXPECT_EQ(UnitsOfChannels(), c.units) << c.head;
-  }
+  AnswerForm({{"ParseHasTime", "false"}}, "Labels");
+  questions.PickNames({{3, "mine"}});
+  AnswerForm({}, "Units");
+  questions.PickNames({{4, "kg"}});
+  questions.inputAnswers = {"100"};
+  AnswerForm();
+  Load("a.txt", "one\ntwo\nFile Frame\tA\tB\tC [V]\tD [V]\n1\t2\t3\t4\n4\t5\t6\t7\n");
+  EXPECT_EQ(Labels(), (Texts{"mine", "D"}));
+  EXPECT_EQ(UnitsOfChannels(), (Texts{"V", "kg"}));
 }
 
 TEST_F(TextParserTest, TimeColumnGivesTheRate) {
@@ -295,28 +282,22 @@ TEST_F(TextParserTest, ARateStatedInPassingIsHeldAgainstTheOneEntered) {
 }
 
 TEST_F(TextParserTest, ANumberOfTheHeaderBehindWhateverPartsIt) {
-  struct Case {
-    const char* head;
-    double rate;
-    const char* says;
+  const auto load = [this](const std::string& head, const Edits& edits = {}) {
+    LoadWithDefaults("a.txt", head + "\nx y\n5 6\n6 8\n7 9\n", edits);
   };
-  const char* thousands = "Check the Data|The header states 1000 Hz, the trial has 1 Hz.";
-  for (const Case& c : {
-           Case{"FREQUENCY,1000", 1000, ""},
-           Case{"FREQUENCY: 1000", 1000, ""},
-           Case{"FREQUENCY = ,250,8,x", 250, ""},
-           Case{"RATE\t62,5 Hz", 62.5, ""},
-           Case{"RATE\t2000,", 2000, ""},
-           Case{"RATE\t0,125", 0.125, ""},
-           Case{"SAMPLE RATE\t1,000", 1, thousands},
-           Case{"SAMPLE RATE\t1,0005", 1.0005, ""},
-       }) {
-    questions.boxes.clear();
-    LoadWithDefaults("a.txt", std::string(c.head) + "\nx y\n5 6\n5 8\n5 9\n");
-    EXPECT_EQ(trial.Rate, c.rate) << c.head;
-    EXPECT_EQ(LastBox(), c.says) << c.head;
+  const std::vector<std::pair<std::string, double>> rates = {
+      {"FREQUENCY,1000", 1000}, {"FREQUENCY: 1000", 1000}, {"FREQUENCY = ,250,8,x", 250},
+      {"RATE\t62,5 Hz", 62.5},  {"RATE\t2000,", 2000},     {"RATE\t0,125", 0.125},
+      {"RATE\t1,0005", 1.0005},
+  };
+  for (const auto& [head, rate] : rates) {
+    load(head);
+    EXPECT_EQ(trial.Rate, rate) << head;
+    EXPECT_TRUE(questions.boxes.empty()) << head;
   }
-  LoadWithDefaults("a.txt", "RATE\t1,000\nx\n0 6\n1 8\n2 9\n", {{"ParseHasTime", "true"}});
+  load("SAMPLE RATE\t1,000");
+  EXPECT_EQ(LastBox(), "Check the Data|The header states 1000 Hz, the trial has 1 Hz.");
+  load("SAMPLE RATE\t1,000", {{"ParseHasTime", "true"}});
   EXPECT_TRUE(questions.boxes.empty()) << "the times say which of both it is";
 }
 
@@ -333,11 +314,9 @@ TEST_F(TextParserTest, StartAndColumnsThatCannotBeFound) {
   EXPECT_EQ(questions.boxes.at(1).title, "Number of Channels Unknown");
   EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}})) << "the line pointed at tells the columns";
   // So it does after a file of another number of columns, which no warning compares with.
-  questions.boxes.clear();
   LoadWithDefaults("a.txt", longHeader + "1\t2\t3\n3\t4\t5\n", {{"NChan", "4"}, {"ParseSkip", "60"}});
   ASSERT_EQ(questions.boxes.size(), 1U);
   EXPECT_EQ(Rows(), (Frames{{1, 2, 3}, {3, 4, 5}}));
-  questions.boxes.clear();
   LoadWithDefaults("a.txt", longHeader + "1\t2\n3\t4\n", {{"ParseSkip", "60"}, {"NChan", "1"}});
   EXPECT_EQ(questions.boxes.at(1).title, "Some Data Will Be Unread");
 
