@@ -62,12 +62,13 @@ TEST_F(BadTextTest, AFileWithoutLineEndsIsGivenUpSoon) {
   EXPECT_EQ(LastBox(), "|Error reading file: " + path + "\n\"a line is longer than 64 MiB\"");
   EXPECT_EQ(trial.NData, 0);
   // An edit that looks into a file which has gone meanwhile must not throw through the window's events.
-  questions.formAnswers.emplace_back([&path](Form& form) {
+  questions.formAnswers = {[&path](Form& form) {
     std::filesystem::remove(path);
     EXPECT_NO_THROW(form.Edit(*form.FindField("ParseSkip"), "61"));
     return "Cancel";
-  });
+  }};
   LoadPath(path);
+  EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(BadTextTest, CancelIsHeardAmongLongLines) {
