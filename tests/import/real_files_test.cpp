@@ -2,9 +2,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <regex>
 #include <sstream>
 
+#include "core/text.hpp"
 #include "support/recordings.hpp"
 #include "support/text_load.hpp"
 
@@ -96,11 +96,14 @@ struct Promise {
 std::map<std::string, Promise> Promises() {
   std::map<std::string, Promise> promises;
   std::istringstream page(ReadFile(FORMATS_PAGE));
-  const std::regex row(R"(\| `((?:text|vendor|reference)/.+)` \| .+ \| (.+) \| (.*) \|)");
-  std::smatch cells;
   for (std::string line; std::getline(page, line);) {
-    if (std::regex_match(line, cells, row)) {
-      promises[cells[1]] = {cells[2], cells[3]};
+    std::vector<std::string> cells;
+    std::istringstream row(line);
+    for (std::string cell; std::getline(row, cell, '|');) {
+      cells.push_back(Trim(cell));
+    }
+    if (cells.size() == 5 && cells[1].starts_with('`') && cells[1].find('/') != std::string::npos) {
+      promises[cells[1].substr(1, cells[1].size() - 2)] = {cells[3], cells[4]};
     }
   }
   return promises;
