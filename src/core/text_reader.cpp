@@ -1,11 +1,25 @@
 #include "core/text_reader.hpp"
 
 #include <algorithm>
+#include <cmath>
+
+#include "core/numbers.hpp"
+#include "core/text.hpp"
 
 namespace velmora {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{256} << 10;
+
+template <typename Number>
+Number Fitting(std::string_view field) {
+  const auto value = static_cast<Number>(Val(field));
+  if (!std::isfinite(value)) {
+    const std::string_view number = field.substr(0, field.find_first_not_of(" \t+-.0123456789eE"));
+    throw FileError("the number " + Trim(number) + " is too large");
+  }
+  return value;
+}
 
 }  // namespace
 
@@ -44,6 +58,13 @@ bool ReadTextLine(TextReader& from, std::string& line) {
     break;
   }
   return true;
+}
+
+double FieldNumber(std::string_view field) {
+  return Fitting<double>(field);
+}
+float FieldNumber32(std::string_view field) {
+  return Fitting<float>(field);
 }
 
 }  // namespace velmora

@@ -41,4 +41,9 @@ class TextReader {
 /// Throws FileError.
 bool ReadTextLine(TextReader& from, std::string& line);
 
+/// Val() of a field of a file, as it is kept: in 64 or in 32 bits. Throws FileError when it does not fit,
+/// since an infinity among the data would go unnoticed.
+double FieldNumber(std::string_view field);
+float FieldNumber32(std::string_view field);
+
 }  // namespace velmora

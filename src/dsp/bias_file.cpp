@@ -10,6 +10,7 @@
 #include "core/helpers.hpp"
 #include "core/numbers.hpp"
 #include "core/text.hpp"
+#include "core/text_reader.hpp"
 
 namespace velmora {
 namespace {
@@ -103,7 +104,7 @@ void CheckCount(std::string_view line, int channels, const std::string& path) {
 float LevelOf(std::string_view item) {
   const std::size_t first = item.find('\t');
   const std::size_t second = first == std::string_view::npos ? first : item.find('\t', first + 1);
-  return second == std::string_view::npos ? 0.0F : static_cast<float>(Val(item.substr(second + 1)));
+  return second == std::string_view::npos ? 0.0F : FieldNumber32(item.substr(second + 1));
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader&
     float* frame = trial.matrix.Frame(count + 1);
     frame[0] = static_cast<float>(count * step);
     for (int c = 1; c <= trial.NChan; ++c) {
-      frame[c] = static_cast<float>(Val(Field(line, static_cast<std::size_t>(c))));
+      frame[c] = FieldNumber32(Field(line, static_cast<std::size_t>(c)));
     }
     ++count;
     if (count % kSamplesPerTurn == 0) {
@@ -114,8 +114,8 @@ void ReadTrial(Workbench& workbench, ProgressPanel& panel, TextReader& reader, H
   trial.HeaderLineCount = native_ascii::kHeaderLineCount;
   trial.TrialTitle = FromWindows1252(
       Columns(header[native_ascii::kTitleLine], native_ascii::kTitleColumn, native_ascii::kTitleLength));
-  trial.Rate = Val(native_ascii::MarkedField(header[native_ascii::kRateLine]));
-  trial.Duration = Val(Field(header[native_ascii::kRateLine], 1));
+  trial.Rate = FieldNumber(native_ascii::MarkedField(header[native_ascii::kRateLine]));
+  trial.Duration = FieldNumber(Field(header[native_ascii::kRateLine], 1));
   const std::int64_t samples = CountSamples(trial, header[native_ascii::kSamplesLine]);
   if (channels < 1 || samples < 1) {
     ReportEmpty(workbench);

@@ -26,7 +26,8 @@ struct Widths {
 struct Row {
   std::string label;
   std::string units;
-  std::array<double, 4> numbers{};  // scaling, high-pass and low-pass cut-off, threshold
+  std::array<float, 3> factors{};  // scaling, high-pass and low-pass cut-off
+  double threshold = 0.0;
 };
 
 std::string NextLine(TextReader& reader) {
@@ -81,10 +82,11 @@ Row ParseRow(const std::string& line, const Widths& widths) {
   const bool tabs = line.find('\t') != std::string::npos;
   std::vector<std::string> columns = tabs ? Split(line, '\t') : FixedColumns(line, widths);
   Row row;
-  columns.resize(3 + row.numbers.size());
+  columns.resize(4 + row.factors.size());
   row.label = Trim(columns[1]);
   row.units = Trim(columns[2]);
-  std::transform(columns.begin() + 3, columns.end(), row.numbers.begin(), Val);
+  std::transform(columns.begin() + 3, columns.end() - 1, row.factors.begin(), FieldNumber32);
+  row.threshold = FieldNumber(columns.back());
   return row;
 }
 
@@ -138,11 +140,11 @@ void Apply(Workbench& workbench, const std::vector<Row>& rows) {
     if (c == 0) {
       continue;
     }
-    workbench.ScaleMemory[c] = static_cast<float>(rows[c].numbers[0]);
-    workbench.LastHighPassCutoffs[c] = static_cast<float>(rows[c].numbers[1]);
-    workbench.LastLowPassCutoffs[c] = static_cast<float>(rows[c].numbers[2]);
-    workbench.ChanThreshold[c] = rows[c].numbers[3];
-    workbench.ThresholdsValid |= rows[c].numbers[3] != 0.0;
+    workbench.ScaleMemory[c] = rows[c].factors[0];
+    workbench.LastHighPassCutoffs[c] = rows[c].factors[1];
+    workbench.LastLowPassCutoffs[c] = rows[c].factors[2];
+    workbench.ChanThreshold[c] = rows[c].threshold;
+    workbench.ThresholdsValid |= rows[c].threshold != 0.0;
   }
   MarkChanged(workbench, true);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/text.hpp"
 #include "support/command_test.hpp"
 
 namespace velmora::test {
@@ -121,6 +122,15 @@ TEST_F(NativeAscii, WhatIsNoTrialIsSaidAndNothingIsLoaded) {
   refused(Replaced(kByHand, "00        07", std::string(700, '1')));
   EXPECT_NE(questions.boxes.back().text.find("a trial holds at most 64"), std::string::npos);
   EXPECT_GE(workbench.report.failures.size(), 1U);
+
+  for (const char* number : {"    1e39", "-3.5e+38", "   1e999"}) {
+    refused(Replaced(kByHand, "  3.5000", number));
+    EXPECT_TRUE(questions.boxes.back().text.ends_with("\n\"the number " + Trim(number) + " is too large\""));
+  }
+  refused(Replaced(kByHand, "  250.000     0.0120", "    1e999     0.0120"));
+  EXPECT_TRUE(questions.boxes.back().text.starts_with("Error reading file: "));
+  Load(Replaced(kByHand, "2.5000-1234.5678", "2.50003.40282e38"));
+  EXPECT_EQ(trial.Data(2, 2), 3.40282e38F) << "what fits is read";
 
   questions.boxAnswers = {Button::Cancel, Button::OK};
   EXPECT_EQ(refused(""), "Invalid File Format");

@@ -110,7 +110,12 @@ TEST_F(UnitsFile, AFileThatCannotBeReadChangesNothing) {
   EXPECT_EQ(failsWith("Velmora2 Units\nNumber of channels: -3\n"), "Invalid Format or Empty");
   EXPECT_EQ(failsWith("Velmora2 Units\n03\n"), "Invalid Format or Empty");
   EXPECT_EQ(failsWith(kHead + "Abscissa:\tTime\ts\n00:\tlost\tV\n"), "Error Reading File") << "cut short";
-  EXPECT_EQ(workbench.report.failures.size(), 6U);
+  for (const char* numbers : {"1e39\t0\t0\t0", "1\t0\t-1e39\t0", "1\t0\t0\t1e999"}) {
+    const std::string row = std::string("00:\tlost\tV\t") + numbers + "\n";
+    EXPECT_EQ(failsWith(kHead + "Abscissa:\tTime\ts\n" + row), "Error Reading File");
+    EXPECT_NE(questions.boxes.back().text.find("is too large"), std::string::npos);
+  }
+  EXPECT_EQ(workbench.report.failures.size(), 9U);
 
   questions.fileAnswers = {{}, {directory.Path("")}};
   questions.boxes.clear();
