@@ -15,6 +15,7 @@ namespace {
 using nlohmann::json;
 
 constexpr std::int64_t kLargestFile = 1 << 20;
+constexpr int kDeepest = 3;  // ours are texts in sections; the library copies and writes by recursion
 
 std::string ConfigurationDirectory() {
   const char* xdg = std::getenv("XDG_CONFIG_HOME");
@@ -31,8 +32,15 @@ json Load(const std::string& path) {
     std::string text(static_cast<std::size_t>(std::min(file.Size(), kLargestFile + 1)), '\0');
     text.resize(file.ReadAt(0, text.data(), text.size()));
     if (text.size() <= static_cast<std::size_t>(kLargestFile)) {
-      json settings = json::parse(text, nullptr, /*allow_exceptions=*/false);
-      return settings.is_object() ? settings : json::object();
+      int deepest = 0;
+      const auto measure = [&deepest](int depth, json::parse_event_t /*event*/, json& /*value*/) {
+        deepest = std::max(deepest, depth);
+        return true;
+      };
+      json settings = json::parse(text, measure, /*allow_exceptions=*/false);
+      if (settings.is_object() && deepest <= kDeepest) {
+        return settings;
+      }
     }
   } catch (const FileError&) {  // NOLINT: no settings yet, or none that can be read
   }

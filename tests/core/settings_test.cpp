@@ -44,14 +44,16 @@ TEST(Settings, HostileFilesCountAsNotSetAndAreReplaced) {
   std::filesystem::create_directory(directory.Path("velmora2"));
   const std::string path = directory.Path("velmora2/settings.json");
   SettingsStore store(directory.Path(""));
-  const std::vector<std::string> files = {"",
-                                          "{\"Startup\": {\"Viewer\": \"x",
-                                          "[1, 2]",
-                                          "{\"Startup\": 5}",
-                                          "{\"Startup\": {\"Viewer\": [\"x\"]}}",
-                                          std::string(500000, '['),
-                                          std::string(3 << 20, ' '),
-                                          std::string("\0\xFF", 2)};
+  const std::vector<std::string> files = {
+      "",
+      "{\"Startup\": {\"Viewer\": \"x",
+      "[1, 2]",
+      "{\"Startup\": 5}",
+      "{\"Startup\": {\"Viewer\": [\"x\"]}}",
+      std::string(500000, '['),
+      "{\"Startup\": " + std::string(200000, '[') + std::string(200000, ']') + "}",
+      std::string(3 << 20, ' '),
+      std::string("\0\xFF", 2)};
   for (const std::string& bytes : files) {
     WriteFile(path, bytes);
     EXPECT_EQ(store.Get("Velmora2", "Startup", "Viewer", "usual"), "usual");
