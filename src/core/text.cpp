@@ -109,6 +109,13 @@ std::string PadLeft(std::string_view text, std::size_t count) {
   return std::string(count - std::min(count, CharacterCount(text)), ' ').append(text);
 }
 
+std::string OneLine(std::string_view text) {
+  std::string out(text);
+  std::replace_if(
+      out.begin(), out.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
+  return out;
+}
+
 std::string ToUpper(std::string_view text) {
   std::string out(text);
   std::transform(out.begin(), out.end(), out.begin(), UpperOf);

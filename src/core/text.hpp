@@ -23,6 +23,10 @@ std::string PadRight(std::string_view text, std::size_t count);
 /// Padded on the left with blanks to at least `count` characters; longer text stays whole.
 std::string PadLeft(std::string_view text, std::size_t count);
 
+/// Blanks in place of line breaks, tabs and other control characters: for a text that has to stay in its
+/// place in a line of a file.
+std::string OneLine(std::string_view text);
+
 /// ASCII letters only: file extensions, markers and captions are compared without regard to case.
 std::string ToUpper(std::string_view text);
 bool EqualNoCase(std::string_view a, std::string_view b);

@@ -23,11 +23,11 @@ constexpr std::size_t kMostBytes = std::size_t{1} << 20;
 
 std::string BiasText(const Trial& trial, const PerChannel<float>& levels) {
   std::string text(kMark);
-  text.append(" levels taken from file: ").append(trial.FileName).append(kLineEnd);
+  text.append(" levels taken from file: ").append(OneLine(trial.FileName)).append(kLineEnd);
   text.append("Number of channels: \t").append(FormatNumber(trial.NChan, "00")).append(kLineEnd);
   for (int c = 1; c <= trial.NChan; ++c) {
     const auto at = static_cast<std::size_t>(c);
-    text.append(PadRight(trial.ChanLabel[at].Text(), Label::kLength));
+    text.append(PadRight(OneLine(trial.ChanLabel[at].Text()), Label::kLength));
     text.append("\tchannel").append(FormatNumber(c, "00"));
     text.append("\t").append(FormatNumber(levels[at], kNumberPattern)).append(kLineEnd);
   }

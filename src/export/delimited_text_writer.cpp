@@ -60,15 +60,15 @@ template <typename Fields>
 std::string NamesLine(const Fields& fields, int first, int last, std::string_view separator) {
   std::string line;
   for (int c = first; c <= last; ++c) {
-    line.append(Trim(fields[static_cast<std::size_t>(c)].Text()));
+    line.append(Trim(OneLine(fields[static_cast<std::size_t>(c)].Text())));
     line.append(c < last ? separator : "\n");
   }
   return line;
 }
 
 std::string Head(const Trial& trial, const Delimited& format, int firstRow) {
-  return Trim(trial.TrialTitle) + "\n" + "Rate=" + FormatText(FormatNumber(trial.Rate, "0.00"), "@@@@@@@@") +
-         std::string(format.separator) +
+  return Trim(OneLine(trial.TrialTitle)) + "\n" +
+         "Rate=" + FormatText(FormatNumber(trial.Rate, "0.00"), "@@@@@@@@") + std::string(format.separator) +
          "Duration=" + FormatText(FormatNumber(trial.Duration, "0.000"), "@@@@@@@@@") + "\n" +
          NamesLine(trial.ChanLabel, firstRow, trial.NChan, format.separator) +
          NamesLine(trial.ChanUnits, firstRow, trial.NChan, format.separator);

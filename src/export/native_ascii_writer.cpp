@@ -75,7 +75,7 @@ std::string Header(const Workbench& workbench, int channels, std::int32_t lastSa
         (marked ? "" : std::string(kMark)) + trial.TrialTitle,
         MarkedRate(trial.Rate) + FormatField10(duration), "*        0    " + std::to_string(lastSample),
         numbers, labels, rates}) {
-    header.append(ToWindows1252(line)).append(kLineEnd);
+    header.append(ToWindows1252(OneLine(line))).append(kLineEnd);
   }
   return header;
 }

@@ -12,13 +12,13 @@ namespace velmora {
 namespace {
 
 std::string Names(const Trial& trial, std::size_t c) {
-  return "\t" + PadRight(trial.ChanLabel[c].Text(), units_file::kLabelWidth) + "\t" +
-         PadRight(trial.ChanUnits[c].Text(), units_file::kUnitsWidth);
+  return "\t" + PadRight(OneLine(trial.ChanLabel[c].Text()), units_file::kLabelWidth) + "\t" +
+         PadRight(OneLine(trial.ChanUnits[c].Text()), units_file::kUnitsWidth);
 }
 
 std::string Contents(const Workbench& workbench) {
   const Trial& trial = workbench.trial;
-  std::string text = std::string(units_file::kFirstLine) + trial.FileName + "\n" +
+  std::string text = std::string(units_file::kFirstLine) + OneLine(trial.FileName) + "\n" +
                      std::string(units_file::kCountLine) + FormatNumber(trial.NChan, "00") + "\n" +
                      std::string(units_file::kHeads) + "\n" + std::string(units_file::kAbscissa) + ":" +
                      Names(trial, 0) + "\n";

@@ -119,6 +119,7 @@ TEST_F(BiasCommand, FileThereAndBack) {
   trial.FileName = "/data/a.vmb";
   trial.TrialName = "a";
   trial.ChanLabel[1] = "Größe";
+  trial.ChanLabel[2] = "a\tb\n";
   questions.inputAnswers = {"1"};
   questions.PickCancel();
   Run("bias.autozero-left");
@@ -128,7 +129,7 @@ TEST_F(BiasCommand, FileThereAndBack) {
   EXPECT_EQ(ReadFile(path),
             "Velmora2 Bias levels taken from file: /data/a.vmb\r\nNumber of channels: \t02\r\n"
             "Größe" +
-                std::string(25, ' ') + "\tchannel01\t1.0000000E+00\r\n" + std::string(30, ' ') +
+                std::string(25, ' ') + "\tchannel01\t1.0000000E+00\r\na b" + std::string(27, ' ') +
                 "\tchannel02\t-1.0000000E-01\r\n");
 
   trial.ChanLabel[1] = "Other";

@@ -55,6 +55,11 @@ TEST_F(DelimitedText, WrittenToTheByte) {
 
   SetChannels(trial, {{1, 2}});
   EXPECT_EQ(Save("save.csv", Button::No, Button::No), "1\n2\n");
+  trial.TrialTitle = "A jump\nand a fall";
+  trial.ChanLabel[1] = "left\tfoot\n";
+  const std::string head = Save("save.tab", Button::Yes, Button::No);
+  EXPECT_TRUE(head.starts_with("A jump and a fall\nRate="));
+  EXPECT_TRUE(head.ends_with("\nleft foot\nV\n1\n2\n"));
 }
 
 TEST_F(DelimitedText, TheQuestionsAndTheirCancel) {

@@ -171,6 +171,12 @@ TEST_F(NativeAscii, WrittenToTheByte) {
 
   trial.TrialTitle = "* marked";
   EXPECT_NE(Save("walk.vma").find("\r\n* marked\r\n"), std::string::npos);
+  trial.TrialTitle = "42\r\nwalks";
+  trial.ChanLabel[1] = "a\nb\tc";
+  EXPECT_NE(Save("walk.vma").find("\r\n* 42  walks\r\n"), std::string::npos);
+  LoadPath(directory.Path("walk.vma"));
+  EXPECT_EQ(trial.ChanLabel[1], "a b c");
+  EXPECT_EQ(Channel(trial, 1), (Samples{1.5F, 0, 100000.0F}));
 }
 
 TEST_F(NativeAscii, RatesOfEveryWidth) {

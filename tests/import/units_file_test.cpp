@@ -64,6 +64,16 @@ TEST_F(UnitsFile, WrittenToTheByteAndReadBack) {
   EXPECT_EQ(other.ChanThreshold, workbench.ChanThreshold);
   EXPECT_TRUE(other.ThresholdsValid);
   EXPECT_TRUE(other.trial.FileChanged);
+
+  trial.FileName = "/data/two\nlines.vmb";
+  trial.ChanLabel[1] = "left\tfoot";
+  trial.ChanUnits[2] = "N\rm";
+  questions.fileAnswers = {{directory.Path("jump.vmu")}, {directory.Path("jump.vmu")}};
+  SaveData(workbench, SaveFormat::UnitsFile);
+  ReadUnitsFile(other);
+  EXPECT_EQ(other.trial.ChanLabel[1], "left foot");
+  EXPECT_EQ(other.trial.ChanUnits[2], "N m");
+  EXPECT_EQ(other.ScaleMemory, workbench.ScaleMemory);
 }
 
 TEST_F(UnitsFile, OlderFilesAndFilesThroughAnEditor) {
