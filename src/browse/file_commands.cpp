@@ -13,12 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void Request(const Workbench& workbench, ShellRequest request) {
-  if (workbench.onShellRequest) {
-    workbench.onShellRequest(request);
-  }
-}
-
 template <ShellRequest request>
 void Ask(Workbench& workbench) {
   Request(workbench, request);

@@ -64,6 +64,12 @@ void MarkChanged(Workbench& workbench, bool changed) {
   workbench.trial.FileChanged = changed;
 }
 
+void Request(const Workbench& workbench, ShellRequest request) {
+  if (workbench.onShellRequest) {
+    workbench.onShellRequest(request);
+  }
+}
+
 void CloseView(Workbench& workbench) {
   if (workbench.view != nullptr) {
     workbench.view->Leave();

@@ -38,6 +38,9 @@ void MarkChanged(Workbench& workbench, bool changed);
 /// Shows a channel in a graph of its own, to look at while the work goes on. Nothing without a window.
 void ShowChannel(const Workbench& workbench, int channel);
 
+/// Asks the window for something. Nothing without a window.
+void Request(const Workbench& workbench, ShellRequest request);
+
 /// Closes the graph that is open, if any.
 void CloseView(Workbench& workbench);
 

@@ -17,6 +17,26 @@ std::string NameOf(const SaveEntry& entry) {
   return WithoutMnemonic(entry.caption);
 }
 
+/// However a save ends, an exception included, the window lists the files that there are now, from where it
+/// was before: a save dialogue may have moved to where the file went.
+class Epilogue {
+ public:
+  explicit Epilogue(Workbench& workbench) : workbench_(workbench) {}
+  Epilogue(const Epilogue&) = delete;
+  Epilogue& operator=(const Epilogue&) = delete;
+  ~Epilogue() {
+    try {
+      std::error_code error;
+      std::filesystem::current_path(workbench_.DataDir, error);
+      Request(workbench_, ShellRequest::ShowFiles);
+    } catch (...) {  // NOLINT: lists that cannot be filled must not end the program
+    }
+  }
+
+ private:
+  Workbench& workbench_;
+};
+
 void Write(Workbench& workbench, ProgressPanel& panel, SaveFormat format) {
   const auto row = static_cast<std::size_t>(format);
   if (row >= kSaveList.size()) {
@@ -44,6 +64,7 @@ void SaveData(Workbench& workbench, SaveFormat format) {
     return;
   }
   ProgressPanel panel(workbench);
+  const Epilogue epilogue(workbench);
   panel.SetStatus("Saving data (n= " + std::to_string(trial.NData) + ")");
   panel.SetLimits(0, trial.NData);
   try {
@@ -51,9 +72,6 @@ void SaveData(Workbench& workbench, SaveFormat format) {
   } catch (const FileError& error) {
     ShowSaveFailure(workbench, error.what());
   }
-  // A save dialogue may have moved to where the file went.
-  std::error_code error;
-  std::filesystem::current_path(workbench.DataDir, error);
 }
 
 }  // namespace velmora

@@ -158,6 +158,8 @@ TEST_F(NativeBinaryWriter, CursorsOutsideTheTrialSaveNothing) {
   Load(FileByHand(2, 75));
   const std::string path = directory.Path("old.vmb");
   WriteFile(path, "old");
+  int listed = 0;
+  workbench.onShellRequest = [&listed](ShellRequest) { ++listed; };
   const std::vector<std::pair<int, int>> ranges{{10, 76}, {0, 20}, {-5, 20}, {30, 29}, {80, 90}};
   for (const auto& [lo, hi] : ranges) {
     SetCursors(lo, hi);
@@ -167,6 +169,7 @@ TEST_F(NativeBinaryWriter, CursorsOutsideTheTrialSaveNothing) {
     EXPECT_EQ(workbench.report.failures.size(), 1U) << lo << " to " << hi;
     EXPECT_EQ(ReadFile(path), "old");
   }
+  EXPECT_EQ(listed, 5) << "the end of a save is reached all the same";
 }
 
 }  // namespace

@@ -7,7 +7,12 @@ namespace velmora::test {
 namespace {
 
 struct SaveList : FileTest {
-  SaveList() { SetChannels(trial, {{1, 2, 3}}); }
+  int listed = 0;  // how often the lists of files were asked for
+
+  SaveList() {
+    SetChannels(trial, {{1, 2, 3}});
+    workbench.onShellRequest = [this](ShellRequest request) { listed += request == ShellRequest::ShowFiles; };
+  }
 
   std::string BoxOf(const char* id) {
     questions.boxes.clear();
@@ -57,6 +62,10 @@ TEST_F(SaveList, ASaveFromTheMenuIsAttended) {
   BoxOf("save.csv");
   EXPECT_EQ(questions.boxes.size(), 1U);
   EXPECT_EQ(questions.panels.back().status, "Saving data (n= 3)");
+  questions.fileAnswers = {{directory.Path("saved.vmu")}};
+  BoxOf("save.vmu");
+  EXPECT_TRUE(std::filesystem::exists(directory.Path("saved.vmu")));
+  EXPECT_EQ(listed, 2) << "cancelled and saved";
 }
 
 TEST_F(SaveList, AFailedSaveLeavesTheOldFileAndTheMark) {
@@ -66,7 +75,9 @@ TEST_F(SaveList, AFailedSaveLeavesTheOldFileAndTheMark) {
     questions.boxes.clear();
     questions.fileAnswers = {{path}};
     workbench.SaveQuietly = true;
+    listed = 0;
     SaveData(workbench, format);
+    EXPECT_EQ(listed, 1);
     EXPECT_TRUE(trial.FileChanged);
     return questions.boxes.empty() ? "" : questions.boxes.back().text;
   };
