@@ -11,6 +11,7 @@
 #include "core/text.hpp"
 #include "core/text_reader.hpp"
 #include "import/native_ascii_layout.hpp"
+#include "import/native_layout.hpp"
 #include "import/read_error.hpp"
 #include "import/reader_table.hpp"
 #include "import/text_parser/text_parser.hpp"
@@ -155,6 +156,8 @@ void OfferTextParser(Workbench& workbench, ProgressPanel& panel) {
 void ReadNativeAscii(Workbench& workbench, ProgressPanel& panel) {
   workbench.trial.DiscardData();
   workbench.trial.FileTypeCode = kAsciiFileType;
+  // The format has no view flags; those of a binary file read before belong to that file.
+  native::Put<std::int16_t>(workbench.records.FILMINFO, native::kViewFlags, 0);
   panel.SetFormat("Velmora ASCII (.VMA)");
   try {
     TextReader reader(workbench.trial.FileName);

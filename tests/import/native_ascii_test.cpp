@@ -5,6 +5,7 @@
 
 #include "core/text.hpp"
 #include "support/command_test.hpp"
+#include "support/native_file.hpp"
 
 namespace velmora::test {
 namespace {
@@ -69,6 +70,14 @@ TEST_F(NativeAscii, EveryFieldIsFoundInItsColumns) {
   EXPECT_EQ(trial.ChanLabel[0], "Percentage");
   EXPECT_EQ(trial.ChanUnits[0], "%");
   EXPECT_EQ(Channel(trial, 1), (Samples{1.5F, 2.5F, 3.5F, 4.5F}));
+
+  std::string looked = FileByHand(2, 75);
+  Put<std::int16_t>(looked, 3582 + 224, 4);  // paired graphs, percentage
+  Load(looked, "looked.vmb");
+  EXPECT_EQ(workbench.timeBase, TimeBase::Percentage);
+  Load(kByHand);
+  EXPECT_EQ(workbench.timeBase, TimeBase::Seconds) << "the flags are of the other file";
+  EXPECT_FALSE(trial.PairedGraphs);
 }
 
 TEST_F(NativeAscii, TheHeaderAndTheEndOfTheFileLimitTheSamples) {
