@@ -183,7 +183,7 @@ void ShowTextFiles(ui::MainWindow& window, Photographer& photographer) {
 void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
   photographer.Keep(&window, "empty");
   ShowTextFiles(window, photographer);
-  window.OpenFile(QString::fromStdString((data / "emg-bursts.vmb").string()));
+  window.OpenFile((data / "emg-bursts.vmb").string());
   QTest::qWait(300);
   photographer.Keep(&window, "trial");
   photographer.Dialogue("math.absolute", "frmChoose", "picker", "Process",
@@ -199,7 +199,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   QTest::qWait(200);
   photographer.Keep(&window, "history");
   window.State().trial.FileChanged = false;
-  window.OpenFile(QString::fromStdString((data / "many.vmb").string()));
+  window.OpenFile((data / "many.vmb").string());
   QTest::qWait(400);
   photographer.Keep(&window, "64-channels");
   photographer.Dialogue("math.absolute", "frmChoose", "picker-64", "Cancel");
@@ -211,7 +211,7 @@ void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::pat
     photographer.Keep(dialog, "parser");
     test::Person::Press(dialog, "Cancel");
   });
-  window.OpenFile(QString::fromStdString((data / "treadmill.txt").string()));
+  window.OpenFile((data / "treadmill.txt").string());
   photographer.Helper().Work();
 }
 

@@ -82,7 +82,7 @@ void FileListView::ShowFiles(const std::string& directory, std::string_view patt
     const QDateTime date = QDateTime::fromSecsSinceEpoch(file.date);
     auto* item = new FileItem(QStringList{ToQt(file.name), locale.formattedDataSize(file.size, 0),
                                           date.toString(QStringLiteral("yyyy-MM-dd"))});
-    item->setData(Name, kNameRole, ToQt(file.name));
+    item->setData(Name, kNameRole, QByteArray::fromStdString(file.name));
     item->setData(Size, kSortRole, QVariant::fromValue(static_cast<qlonglong>(file.size)));
     item->setData(Date, kSortRole, QVariant::fromValue(static_cast<qlonglong>(file.date)));
     item->setTextAlignment(Size, Qt::AlignRight | Qt::AlignVCenter);
@@ -101,12 +101,12 @@ void FileListView::ShowFiles(const std::string& directory, std::string_view patt
   addTopLevelItems(items);
 }
 
-QString FileListView::SelectedPath() const {
-  return selectedItems().isEmpty() ? QString() : PathOf(selectedItems().constFirst());
+std::string FileListView::SelectedPath() const {
+  return selectedItems().isEmpty() ? std::string() : PathOf(selectedItems().constFirst());
 }
 
-QString FileListView::PathOf(const QTreeWidgetItem* item) const {
-  return ToQt(directory_) + item->data(Name, kNameRole).toString();
+std::string FileListView::PathOf(const QTreeWidgetItem* item) const {
+  return directory_ + item->data(Name, kNameRole).toByteArray().toStdString();
 }
 
 void FileListView::mousePressEvent(QMouseEvent* event) {

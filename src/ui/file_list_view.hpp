@@ -15,13 +15,14 @@ class FileListView : public QTreeWidget {
   explicit FileListView(Marking marking, QWidget* parent = nullptr);
 
   void ShowFiles(const std::string& directory, std::string_view patterns);
-  /// Empty when none is selected.
-  [[nodiscard]] QString SelectedPath() const;
+  /// Empty when none is selected. The path is the file's bytes, which need not be UTF-8: a QString would
+  /// not find it again.
+  [[nodiscard]] std::string SelectedPath() const;
 
  Q_SIGNALS:
-  void Selected(const QString& path);
-  void Opened(const QString& path);
-  void RightClicked(const QString& path);
+  void Selected(const std::string& path);
+  void Opened(const std::string& path);
+  void RightClicked(const std::string& path);
   /// A click into a list without files.
   void EmptyClicked();
 
@@ -29,7 +30,7 @@ class FileListView : public QTreeWidget {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  [[nodiscard]] QString PathOf(const QTreeWidgetItem* item) const;
+  [[nodiscard]] std::string PathOf(const QTreeWidgetItem* item) const;
 
   Marking marking_;
   std::string directory_;

@@ -155,19 +155,18 @@ void MainWindow::ConnectBrowser() {
   connect(browser_, &BrowserPanel::DirectoryChosen, this,
           [this](const QString& path) { OpenDirectory(workbench_, ToStd(path)); });
   FileListView* dataFiles = browser_->DataFiles();
-  connect(dataFiles, &FileListView::Selected, this,
-          [this](const QString& path) { SelectFile(workbench_, ToStd(path)); });
+  connect(dataFiles, &FileListView::Selected, this, [this](const std::string& path) { SelectFile(workbench_, path); });
   connect(dataFiles, &FileListView::Opened, this, &MainWindow::OpenFile);
-  connect(dataFiles, &FileListView::RightClicked, this, [this](const QString& path) {
-    SelectFile(workbench_, ToStd(path));
-    if (AskReadFile(workbench_, ToStd(path))) {
+  connect(dataFiles, &FileListView::RightClicked, this, [this](const std::string& path) {
+    SelectFile(workbench_, path);
+    if (AskReadFile(workbench_, path)) {
       OpenFile(path);
     }
   });
   connect(dataFiles, &FileListView::EmptyClicked, this,
           [this] { Tell("", "No data files in this subdirectory."); });
   connect(welcome_, &WelcomePanel::ExampleWanted, this, [this] { OpenExample(); });
-  connect(welcome_, &WelcomePanel::FileWanted, this, &MainWindow::OpenFile);
+  connect(welcome_, &WelcomePanel::FileWanted, this, [this](const QString& path) { OpenFile(ToStd(path)); });
 }
 
 void MainWindow::ConnectTrial() {
@@ -220,7 +219,7 @@ void MainWindow::CloseGraph() {
   workbench_.view.reset();
 }
 
-void MainWindow::OpenFile(const QString& path) {
+void MainWindow::OpenFile(const std::string& path) {
   if (running_ > 0 ||
       (!workbench_.merge.MergePending &&
        !ConfirmDiscard(workbench_,
@@ -228,7 +227,7 @@ void MainWindow::OpenFile(const QString& path) {
                        "another file."))) {
     return;
   }
-  SelectFile(workbench_, FullPath(ToStd(path)));
+  SelectFile(workbench_, FullPath(path));
   LoadSelected();
 }
 
@@ -257,7 +256,7 @@ void MainWindow::OpenExample() {
     Tell("Example", error.what());
     return;
   }
-  OpenFile(path);
+  OpenFile(ToStd(path));
 }
 
 void MainWindow::OpenGraph() {
@@ -465,7 +464,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   // The program that the file comes from waits until the drop is over.
   QMetaObject::invokeMethod(
-      this, [this, path] { OpenFile(path); }, Qt::QueuedConnection);
+      this, [this, path] { OpenFile(ToStd(path)); }, Qt::QueuedConnection);
 }
 
 }  // namespace velmora::ui

@@ -45,7 +45,7 @@ class MainWindow : public QMainWindow {
   void Begin();
 
   void RunCommand(const Command& command);
-  void OpenFile(const QString& path);
+  void OpenFile(const std::string& path);
   [[nodiscard]] Workbench& State() { return workbench_; }
 
  Q_SIGNALS:
@@ -82,7 +82,7 @@ class MainWindow : public QMainWindow {
 
   // main_window_programs.cpp
   void ConnectTextFiles();
-  void OpenText(const QString& path);
+  void OpenText(const std::string& path);
   void OpenSelectedText();
   void OpenManual(const std::string& path);
   void AddProgramMenu(QMenu* menu, ProgramKind kind);

@@ -80,7 +80,7 @@ void MainWindow::AddRecentMenu() {
     for (const QString& path : settings_.RecentFiles()) {
       QAction* action = recent_->addAction(QFileInfo(path).fileName());
       action->setStatusTip(path);
-      connect(action, &QAction::triggered, this, [this, path] { OpenFile(path); });
+      connect(action, &QAction::triggered, this, [this, path] { OpenFile(ToStd(path)); });
     }
     if (recent_->isEmpty()) {
       recent_->addAction(tr("None"))->setEnabled(false);

@@ -39,8 +39,8 @@ void FillWithFiles(QMenu* menu, const std::vector<std::string>& paths,
 void MainWindow::ConnectTextFiles() {
   FileListView* files = browser_->TextFiles();
   connect(files, &FileListView::Opened, this, &MainWindow::OpenText);
-  connect(files, &FileListView::RightClicked, this, [this](const QString& path) {
-    if (AskReadFile(workbench_, ToStd(path))) {
+  connect(files, &FileListView::RightClicked, this, [this](const std::string& path) {
+    if (AskReadFile(workbench_, path)) {
       OpenText(path);
     }
   });
@@ -48,10 +48,10 @@ void MainWindow::ConnectTextFiles() {
   connect(browser_, &BrowserPanel::TextWanted, this, &MainWindow::OpenSelectedText);
 }
 
-void MainWindow::OpenText(const QString& path) {
-  const std::string why = OpenWith(OpeningOf(ToStd(path), workbench_.preferences), ToStd(path));
+void MainWindow::OpenText(const std::string& path) {
+  const std::string why = OpenWith(OpeningOf(path, workbench_.preferences), path);
   if (!why.empty()) {
-    Tell("Open Text File", FileNamePart(ToStd(path)) + " was not opened.\n\n" + why +
+    Tell("Open Text File", FileNamePart(path) + " was not opened.\n\n" + why +
                                "\nAnother one can be chosen in the Options menu.");
   }
 }
@@ -60,7 +60,7 @@ void MainWindow::OpenSelectedText() {
   const FileListView* files = browser_->TextFiles();
   if (files->topLevelItemCount() == 0) {
     Tell("", "No output files in this directory.");
-  } else if (files->SelectedPath().isEmpty()) {
+  } else if (files->SelectedPath().empty()) {
     Tell("", "No output file was selected.");
   } else {
     OpenText(files->SelectedPath());

@@ -42,9 +42,8 @@ class Story : public testing::Test {
       trial.CutChannels(std::min<int>(channels, trial.NChan));
     });
   }
-  void Start() {
-    window_ =
-        std::make_unique<ui::MainWindow>(store_, std::vector<std::string>{";"}, examples::MakeEmgBursts);
+  void Start(const std::vector<std::string>& items = {";"}) {
+    window_ = std::make_unique<ui::MainWindow>(store_, items, examples::MakeEmgBursts);
     window_->show();
     window_->Begin();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
@@ -77,11 +76,15 @@ class Story : public testing::Test {
     DoubleClickFile("walk.vmb");
     ASSERT_EQ(Shown().NData, 6001);
   }
-  void DoubleClickFile(const char* name) {
+  QModelIndex FileRow(const char* name) {
     auto* files = Find<ui::FileListView>("dataFiles");
     const QList<QTreeWidgetItem*> found = files->findItems(QString::fromUtf8(name), Qt::MatchExactly);
-    ASSERT_EQ(found.size(), 1);
-    Person::DoubleClickCell(files, files->indexFromItem(found.front()));
+    return found.size() == 1 ? files->indexFromItem(found.front()) : QModelIndex();
+  }
+  void DoubleClickFile(const char* name) {
+    const QModelIndex row = FileRow(name);
+    ASSERT_TRUE(row.isValid());
+    Person::DoubleClickCell(Find<ui::FileListView>("dataFiles"), row);
     person_.Work();
   }
   /// The panel of a finished load or save waits for a novice.

@@ -78,6 +78,7 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
   person_.When("QMessageBox", [](QWidget* box) { Person::Press(box, "OK"); });
   Choose("Velmora2 Binary (.VMB) (default)");
   ASSERT_TRUE(fs::exists(Path("walk-filtered.vmb")));
+  EXPECT_TRUE(FileRow("walk-filtered.vmb").isValid()) << "listed at once";
 
   // The history of it is a recipe that makes the same file.
   ExpectSaveTo("walk.yaml");
@@ -306,6 +307,12 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
     Person::Press(dialog, "Cancel");
   });
   DoubleClickFile("gait.tab");
+
+  // A name that is not UTF-8, as other systems wrote it.
+  WriteTrial("schw\xFCnge.vmb", 1);
+  Entry("Refresh")->trigger();
+  DoubleClickFile("schw\xFCnge.vmb");
+  EXPECT_EQ(Shown().NData, 6001);
 }
 
 }  // namespace
