@@ -227,20 +227,19 @@ void MainWindow::OpenFile(const std::string& path) {
                        "another file."))) {
     return;
   }
-  SelectFile(workbench_, FullPath(path));
+  const std::string full = FullPath(path);
+  OpenDirectory(workbench_, DirectoryOf(full));  // LoadFile takes the current directory for the file's own
+  SelectFile(workbench_, full);
   LoadSelected();
+  SaveLastFile(workbench_, store_);
 }
 
-// LoadFile takes the current directory for the file's own.
 void MainWindow::LoadSelected() {
   const std::string path = workbench_.trial.FileName;
-  OpenDirectory(workbench_, DirectoryOf(path));
-  SelectFile(workbench_, path);
   RunCommand(*FindCommand("file.load"));
   if (workbench_.trial.NData > 0) {
     settings_.AddRecentFile(ToQt(path));
   }
-  SaveLastFile(workbench_, store_);
 }
 
 void MainWindow::OpenExample() {

@@ -107,6 +107,18 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
   person_.Work();
   EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
   EXPECT_EQ(store_.Get("Velmora2", "Startup", "Datadir", ""), fs::canonical(Path("")).string() + "/");
+
+  // The next session shows the trial in the directory where somebody has gone since.
+  const std::string left = fs::canonical(Path("again")).string() + "/";
+  store_.Save("Velmora2", "Startup", {{"Datadir", left}, {"UserLevel", "1"}});
+  person_.When("frmGraphChoose", [](QWidget* dialog) { Person::Press(dialog, "Cancel"); });
+  Start({});
+  person_.Work();
+  EXPECT_EQ(Shown().NData, 6001);
+  EXPECT_EQ(window_->State().DataDir, left);
+  EXPECT_EQ(store_.Get("Velmora2", "Startup", "Datadir", ""), left);
+  EXPECT_TRUE(FileRow("walk-filtered.vmb").isValid());
+  EXPECT_FALSE(FileRow("walk.vmb").isValid());
 }
 
 TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
