@@ -80,6 +80,7 @@ BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent)
   split->setStretchFactor(1, 3);
   layout->addWidget(split, 1);
   selected_ = new QLabel;
+  selected_->setObjectName(QStringLiteral("selectedFile"));
   selected_->setTextFormat(Qt::PlainText);
   SetTone(selected_, Tone::Quiet);
   layout->addWidget(selected_);
@@ -156,6 +157,10 @@ void BrowserPanel::Refresh() {
   };
   data_->ShowFiles(workbench_.DataDir, patterns(DataFileFilters(), workbench_.preferences.FileType));
   text_->ShowFiles(workbench_.DataDir, patterns(TextFileFilters(), workbench_.preferences.TextType));
+  ShowSelected();
+}
+
+void BrowserPanel::ShowSelected() {
   const std::string& file = workbench_.trial.FileName;
   selected_->setText(tr("Selected: %1").arg(file.empty() ? tr("None") : ToQt(FileNamePart(file))));
   selected_->setToolTip(ToQt(file));

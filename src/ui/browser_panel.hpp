@@ -27,6 +27,7 @@ class BrowserPanel : public QWidget {
 
   /// Shows workbench.DataDir, its files and the name of the selected one.
   void Refresh();
+  void ShowSelected();
   void SelectDataFilter(int row);
   void SelectTextFilter(int row);
   [[nodiscard]] FileListView* DataFiles() const { return data_; }

@@ -155,10 +155,10 @@ void MainWindow::ConnectBrowser() {
   connect(browser_, &BrowserPanel::DirectoryChosen, this,
           [this](const QString& path) { OpenDirectory(workbench_, ToStd(path)); });
   FileListView* dataFiles = browser_->DataFiles();
-  connect(dataFiles, &FileListView::Selected, this, [this](const std::string& path) { SelectFile(workbench_, path); });
+  connect(dataFiles, &FileListView::Selected, this, [this](const std::string& path) { Select(path); });
   connect(dataFiles, &FileListView::Opened, this, &MainWindow::OpenFile);
   connect(dataFiles, &FileListView::RightClicked, this, [this](const std::string& path) {
-    SelectFile(workbench_, path);
+    Select(path);
     if (AskReadFile(workbench_, path)) {
       OpenFile(path);
     }
@@ -219,6 +219,11 @@ void MainWindow::CloseGraph() {
   workbench_.view.reset();
 }
 
+void MainWindow::Select(const std::string& path) {
+  SelectFile(workbench_, path);
+  browser_->ShowSelected();
+}
+
 void MainWindow::OpenFile(const std::string& path) {
   if (running_ > 0 ||
       (!workbench_.merge.MergePending &&
@@ -229,7 +234,7 @@ void MainWindow::OpenFile(const std::string& path) {
   }
   const std::string full = FullPath(path);
   OpenDirectory(workbench_, DirectoryOf(full));  // LoadFile takes the current directory for the file's own
-  SelectFile(workbench_, full);
+  Select(full);
   LoadSelected();
   SaveLastFile(workbench_, store_);
 }

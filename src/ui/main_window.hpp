@@ -70,6 +70,7 @@ class MainWindow : public QMainWindow {
   void ShowState();
   void EnterDataDirectory();
   void Obey(ShellRequest request);
+  void Select(const std::string& path);
   void LoadSelected();
   void OpenExample();
   void OpenGraph();

@@ -325,6 +325,9 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   Entry("Refresh")->trigger();
   DoubleClickFile("schw\xFCnge.vmb");
   EXPECT_EQ(Shown().NData, 6001);
+  auto* files = Find<ui::FileListView>("dataFiles");
+  QTest::mouseClick(files->viewport(), Qt::LeftButton, {}, files->visualRect(FileRow("walk.vmb")).center());
+  EXPECT_EQ(Find<QLabel>("selectedFile")->text(), "Selected: walk.vmb");
 }
 
 }  // namespace
