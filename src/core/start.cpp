@@ -1,8 +1,8 @@
 #include "core/start.hpp"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <string_view>
 
 #include "core/file_filters.hpp"
 #include "core/numbers.hpp"
@@ -69,28 +69,6 @@ void ReportStore(Workbench& workbench, bool saved) {
 }
 
 }  // namespace
-
-std::vector<std::string> SplitCommandLine(std::string_view line) {
-  std::vector<std::string> items;
-  bool quoted = false;
-  bool inItem = false;
-  for (const char c : line) {
-    if (c == ' ' && !quoted) {
-      inItem = false;
-      continue;
-    }
-    if (!inItem) {
-      items.emplace_back();
-      inItem = true;
-    }
-    if (c == '"') {
-      quoted = !quoted;
-    } else {
-      items.back() += c;
-    }
-  }
-  return items;
-}
 
 std::string CleanDirectory(std::string directory) {
   if (directory.empty()) {

@@ -1,16 +1,12 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "core/settings.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora {
-
-/// The items of a command line: split at blanks, a part in double quotes stays whole.
-std::vector<std::string> SplitCommandLine(std::string_view line);
 
 /// A directory as the browser takes it: the current one when empty, a colon behind a drive letter
 /// alone, and no doubled separator at its end.

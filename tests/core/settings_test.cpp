@@ -139,11 +139,6 @@ TEST_F(Start, AStoreThatRefusesIsABoxAndNoMore) {
 }
 
 TEST_F(Start, TheCommandLine) {
-  using Items = std::vector<std::string>;
-  EXPECT_EQ(SplitCommandLine("  a.vmb \"b c.vmb\"  d"), (Items{"a.vmb", "b c.vmb", "d"}));
-  EXPECT_EQ(SplitCommandLine("\"open end"), (Items{"open end"}));
-  EXPECT_EQ(SplitCommandLine(""), Items{});
-
   workbench.DataDir = "/before/";
   workbench.trial.FileName = "/before/last.vmb";
   TakeCommandLine(workbench, {});
