@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/numbers.hpp"
 #include "core/text.hpp"
@@ -36,8 +37,18 @@ bool TextReader::Refill() {
   return got > 0;
 }
 
+bool TextReader::Take(char c) {
+  const bool there = (!rest_.empty() || Refill()) && rest_.front() == c;
+  rest_.remove_prefix(there ? 1 : 0);
+  return there;
+}
+
 bool ReadTextLine(TextReader& from, std::string& line) {
   line.clear();
+  // The CR behind an LF is the other half of that end of line, or the first half of the next.
+  if (std::exchange(from.afterLineFeed_, false) && from.Take('\r') && from.Take('\n')) {
+    return true;
+  }
   if (from.rest_.empty() && !from.Refill()) {
     return false;
   }
@@ -52,9 +63,10 @@ bool ReadTextLine(TextReader& from, std::string& line) {
     }
     const bool carriageReturn = rest[end] == '\r';
     rest.remove_prefix(end + 1);
-    if (carriageReturn && (!rest.empty() || from.Refill()) && rest.front() == '\n') {
-      rest.remove_prefix(1);
+    if (carriageReturn) {
+      from.Take('\n');
     }
+    from.afterLineFeed_ = !carriageReturn;
     break;
   }
   return true;

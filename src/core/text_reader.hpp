@@ -29,15 +29,18 @@ class TextReader {
   friend bool ReadTextLine(TextReader& from, std::string& line);
 
   bool Refill();
+  /// Whether the next byte was this one; drops it then.
+  bool Take(char c);
 
   InputFile file_;
   std::vector<char> piece_;
   std::string_view rest_;      // of the piece
   std::int64_t readUpTo_ = 0;  // of the file
+  bool afterLineFeed_ = false;
 };
 
-/// The next line, as its bytes without the line end; CR LF, CR alone and LF alone end a line. The
-/// last line needs no end. Returns false, with `line` empty, when nothing is left.
+/// The next line, as its bytes without the line end; CR LF, LF CR, CR alone and LF alone end a
+/// line. The last line needs no end. Returns false, with `line` empty, when nothing is left.
 /// Throws FileError.
 bool ReadTextLine(TextReader& from, std::string& line);
 

@@ -24,6 +24,8 @@ TEST(ReadTextLine, EveryKindOfLineEnd) {
   EXPECT_EQ(LinesOf("one\r\ntwo\r\n\r\nthree"), (Lines{"one", "two", "", "three"}));
   EXPECT_EQ(LinesOf("one\ntwo\n\nthree\n"), (Lines{"one", "two", "", "three"}));
   EXPECT_EQ(LinesOf("one\rtwo\r\rthree\r"), (Lines{"one", "two", "", "three"}));
+  EXPECT_EQ(LinesOf("one\n\rtwo\n\rthree\n\r"), (Lines{"one", "two", "three"}));
+  EXPECT_EQ(LinesOf("one\n\r\ntwo\r\n\rthree"), (Lines{"one", "", "two", "", "three"})) << "CR LF before all";
   EXPECT_EQ(LinesOf(""), Lines{});
   EXPECT_EQ(LinesOf("\n"), Lines{""});
   EXPECT_EQ(LinesOf(std::string("a\0b\n", 4)), Lines{std::string("a\0b", 3)});
@@ -34,6 +36,8 @@ TEST(ReadTextLine, LinesAndLineEndsAcrossThePiecesOfAFile) {
   for (const std::size_t size : {65535U, 65536U, 131071U, 131072U, 262143U, 262144U, 1048575U}) {
     const std::string longLine(size, 'x');
     EXPECT_EQ(LinesOf(longLine + "\r\nnext\r\n"), (Lines{longLine, "next"})) << size;
+    EXPECT_EQ(LinesOf(longLine + "\n\rnext\n\r"), (Lines{longLine, "next"})) << size;
+    EXPECT_EQ(LinesOf(longLine + "\n\r\nnext"), (Lines{longLine, "", "next"})) << size;
   }
 }
 
