@@ -170,8 +170,8 @@ __attribute__((always_inline)) inline bool ReadEight(const char* text, const std
   return noDigits == 0 && ((halfWay | empty | tooLong | pointFirst) & wanted) == 0;
 }
 
-// The lengths of up to sixteen numbers, which end at `behind`, the first `count` of them; the end in front
-// of the first is the last of `before`. The others get the length 0.
+// The lengths of the `wanted` among sixteen numbers, which end at `behind`; the end in front of the first is
+// the last of `before`. The others get the length 0.
 __attribute__((always_inline)) inline __m512i Lengths(__m512i behind, __m512i before, __mmask16 wanted) {
   const __m512i starts = _mm512_sub_epi32(_mm512_alignr_epi32(behind, before, 15), _mm512_set1_epi32(-1));
   return _mm512_maskz_sub_epi32(wanted, behind, starts);
