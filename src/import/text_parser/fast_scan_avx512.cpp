@@ -139,12 +139,17 @@ __attribute__((always_inline)) inline __m512d Scales(__m512i places) {
                                 _mm512_loadu_pd(scan_tables::kPlaceScales.of + 8));
 }
 
+struct Text {
+  const char* bytes;
+  __m512i points;  // the decimal sign in every byte
+};
+
 // Reads up to eight numbers, those that `wanted` has bits for; false when one is not of the plain sort.
-__attribute__((always_inline)) inline bool ReadEight(const char* text, const std::uint32_t* ends,
-                                                     __m512i evenLengths, __m512i oddLengths, __m512i points,
-                                                     __mmask8 wanted, float* row) {
-  const FourCells even = TakeCells(LoadFour(text, ends), evenLengths, points);
-  const FourCells odd = TakeCells(LoadFour(text, ends + 1), oddLengths, points);
+__attribute__((always_inline)) inline bool ReadEight(const Text& text, const std::uint32_t* ends,
+                                                     __m512i evenLengths, __m512i oddLengths, __mmask8 wanted,
+                                                     float* row) {
+  const FourCells even = TakeCells(LoadFour(text.bytes, ends), evenLengths, text.points);
+  const FourCells odd = TakeCells(LoadFour(text.bytes, ends + 1), oddLengths, text.points);
   const __m512i marks = _mm512_or_si512(_mm512_unpacklo_epi64(even.marks, odd.marks),
                                         _mm512_unpackhi_epi64(even.marks, odd.marks));
   const __m512i places = _mm512_and_si512(marks, _mm512_set1_epi64(scan_marks::kPlaceBits));
@@ -178,9 +183,8 @@ __attribute__((always_inline)) inline __m512i Lengths(__m512i behind, __m512i be
 }
 
 // Reads up to sixteen numbers, as ReadEight does.
-__attribute__((always_inline)) inline bool ReadSixteen(const char* text, const std::uint32_t* ends,
-                                                       __m512i length, __m512i points, __mmask16 wanted,
-                                                       float* row) {
+__attribute__((always_inline)) inline bool ReadSixteen(const Text& text, const std::uint32_t* ends,
+                                                       __m512i length, __mmask16 wanted, float* row) {
   const __m512i lessOne = _mm512_sub_epi32(length, _mm512_set1_epi32(1));
   if (_mm512_mask_cmpgt_epu32_mask(wanted, lessOne, _mm512_set1_epi32(15)) != 0) {
     return false;
@@ -192,21 +196,21 @@ __attribute__((always_inline)) inline bool ReadSixteen(const char* text, const s
   const auto pick = [ lengths, everyOther ](char from) __attribute__((always_inline)) {
     return _mm512_shuffle_epi8(lengths, _mm512_add_epi8(everyOther, _mm512_set1_epi8(from)));
   };
-  if (!ReadEight(text, ends, pick(0), pick(1), points, static_cast<__mmask8>(wanted), row)) {
+  if (!ReadEight(text, ends, pick(0), pick(1), static_cast<__mmask8>(wanted), row)) {
     return false;
   }
   const auto others = static_cast<__mmask8>(wanted >> 8);
-  return others == 0 || ReadEight(text, ends + 8, pick(8), pick(9), points, others, row + 8);
+  return others == 0 || ReadEight(text, ends + 8, pick(8), pick(9), others, row + 8);
 }
 
-bool ReadRow(const char* text, std::uint32_t start, const std::uint32_t* ends, int columns, char point,
+bool ReadRow(const char* bytes, std::uint32_t start, const std::uint32_t* ends, int columns, char point,
              float* row) {
-  const __m512i points = _mm512_set1_epi8(point);
+  const Text text{bytes, _mm512_set1_epi8(point)};
   __m512i before = _mm512_set1_epi32(static_cast<int>(start - 1));
   int k = 0;
   for (; k + 16 <= columns; k += 16) {
     const __m512i behind = _mm512_loadu_si512(ends + k);
-    if (!ReadSixteen(text, ends + k, Lengths(behind, before, 0xFFFF), points, 0xFFFF, row + k)) {
+    if (!ReadSixteen(text, ends + k, Lengths(behind, before, 0xFFFF), 0xFFFF, row + k)) {
       return false;
     }
     before = behind;
@@ -219,7 +223,7 @@ bool ReadRow(const char* text, std::uint32_t start, const std::uint32_t* ends, i
   const __m512i behind = _mm512_mask_loadu_epi32(last, wanted, ends + k);
   alignas(64) std::uint32_t end[16];
   _mm512_store_si512(end, behind);
-  return ReadSixteen(text, end, Lengths(behind, before, wanted), points, wanted, row + k);
+  return ReadSixteen(text, end, Lengths(behind, before, wanted), wanted, row + k);
 }
 
 }  // namespace
