@@ -9,23 +9,13 @@
 #include "core/questions.hpp"
 #include "dsp/ask_entry.hpp"
 #include "dsp/filter_and_tell.hpp"
+#include "dsp/filter_options.hpp"
 
 namespace velmora {
 namespace {
 
 constexpr int kPadZeros = 0;
 constexpr int kPadMeans = 1;
-
-FilterDesign DesignAt(std::int32_t option) {
-  switch (option) {
-    case 1:
-      return FilterDesign::CriticallyDamped;
-    case 2:
-      return FilterDesign::Bessel;
-    default:
-      return FilterDesign::Butterworth;
-  }
-}
 
 constexpr const char* kHelp =
     "A Butterworth filter is maximally flat in its pass band: it keeps the amplitudes below the cutoff best, "
@@ -180,7 +170,7 @@ void ButterworthForm::Filter() {
   const std::int64_t points =
       std::min<std::int64_t>(std::abs(std::int64_t{cwnPadding_}), std::numeric_limits<std::int32_t>::max());
   ChannelsFilter filter{.type = optPassType_ == 0 ? PassType::Low : PassType::High,
-                        .design = DesignAt(optFilter_),
+                        .design = DesignOfThree(optFilter_),
                         .Padding = static_cast<std::int32_t>(optPad_ == kPadMeans ? -points : points),
                         .PadZeros = optPad_ == kPadZeros,
                         .Rectify = chkRectify_,

@@ -34,6 +34,17 @@ FilterDesign DesignByPassesOf(std::int32_t designOption) {
   }
 }
 
+FilterDesign DesignOfThree(std::int32_t designOption) {
+  switch (designOption) {
+    case 1:
+      return FilterDesign::CriticallyDamped;
+    case 2:
+      return FilterDesign::Bessel;
+    default:
+      return FilterDesign::Butterworth;
+  }
+}
+
 Approximation ApproximationOf(std::int32_t designOption) {
   switch (designOption) {
     case kChebyshevOption:

@@ -29,6 +29,9 @@ bool IsDesignByPasses(std::int32_t designOption);
 /// Butterworth for any option that has no name of its own here.
 FilterDesign DesignByPassesOf(std::int32_t designOption);
 
+/// Of the dialogue of the recursive filters, which has these three alone and in another order.
+FilterDesign DesignOfThree(std::int32_t designOption);
+
 /// Of a design of any order.
 Approximation ApproximationOf(std::int32_t designOption);
 

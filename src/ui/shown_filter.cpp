@@ -19,9 +19,10 @@ double NumberOf(const Form& form, const char* field, int channel) {
   return ValueOf<ChannelNumbers>(form, field)[channel];
 }
 
-std::int16_t WholeNumberOf(const Form& form, const char* field, int channel) {
+std::int16_t OrderOf(const Form& form, int channel) {
   constexpr double kHighest = 32767;
-  return static_cast<std::int16_t>(RoundHalfEven(std::clamp(NumberOf(form, field, channel), 0.0, kHighest)));
+  return static_cast<std::int16_t>(
+      RoundHalfEven(std::clamp(NumberOf(form, "Orders", channel), 0.0, kHighest)));
 }
 
 // Sections of either precision, for the filters that run again and again.
@@ -34,11 +35,9 @@ void Accept(ShownFilter& shown, const Designed& designed, const Section& section
 }
 
 ShownFilter FilterOfPasses(const Form& form, int channel, double rate) {
-  const FilterDesign designs[] = {FilterDesign::Butterworth, FilterDesign::CriticallyDamped,
-                                  FilterDesign::Bessel};
-  const FilterDesign design = designs[std::clamp(ValueOf<std::int32_t>(form, "optFilter"), 0, 2)];
+  const FilterDesign design = DesignOfThree(ValueOf<std::int32_t>(form, "optFilter"));
   const PassType type = ValueOf<std::int32_t>(form, "optPassType") == 0 ? PassType::Low : PassType::High;
-  const std::int16_t passes = WholeNumberOf(form, "Passes", channel);
+  const auto passes = static_cast<std::int16_t>(NumberOf(form, "Passes", channel));
   const double cutoff = NumberOf(form, "FilterCutoffs", channel);
   const bool zeroLag = ValueOf<ChannelFlags>(form, "ZeroLag")[channel];
   ShownFilter shown{.edges = {cutoff}, .filter = {.rate = rate, .zeroLag = zeroLag}};
@@ -51,7 +50,7 @@ ShownFilter FilterOfPasses(const Form& form, int channel, double rate) {
 ShownFilter FilterOfDesigns(const Form& form, int channel, double rate) {
   const std::int32_t option = ValueOf<std::int32_t>(form, "optFilter");
   const std::int32_t pass = ValueOf<std::int32_t>(form, "optPassType");
-  const std::int16_t order = WholeNumberOf(form, "Orders", channel);
+  const std::int16_t order = OrderOf(form, channel);
   const double cutoff = NumberOf(form, "FilterCutoffs", channel);
   ShownFilter shown{.edges = {cutoff}, .filter = {.rate = rate}};
   if (IsBandOption(pass)) {

@@ -34,22 +34,11 @@ __attribute__((always_inline)) inline std::uint32_t* PutPositions(std::uint32_t*
   return to;
 }
 
-// All the characters looked for differ in their low four bits, so one table look-up tells for every
-// byte the only one that it could be.
 class Finder {
  public:
   __attribute__((always_inline)) explicit Finder(const ScanCharacters& characters) {
-    char table[16];
-    for (int k = 0; k < 16; ++k) {
-      table[k] = static_cast<char>(~k);
-    }
-    for (const char c : characters.separators) {
-      table[c & 15] = c;
-    }
-    table[' ' & 15] = ' ';
-    table['\r' & 15] = '\r';
-    table['\n' & 15] = '\n';
-    table_ = _mm512_broadcast_i32x4(_mm_loadu_si128(reinterpret_cast<const __m128i*>(table)));
+    const scan_tables::EndTable table(characters);
+    table_ = _mm512_broadcast_i32x4(_mm_loadu_si128(reinterpret_cast<const __m128i*>(table.of)));
   }
 
   __attribute__((always_inline)) Masks Find(const char* text) const {

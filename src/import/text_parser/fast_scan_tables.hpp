@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "import/text_parser/fast_scan_stages.hpp"
+
 namespace velmora::scan_tables {
 
 // Plain arrays: nothing of the standard library may be compiled for the wide targets that use them.
@@ -74,6 +76,24 @@ inline constexpr PlaceScales kPlaceScales = [] {
   }
   return scales;
 }();
+
+/// All the characters that end a number differ in their low four bits: by these, the only one that a byte
+/// could be.
+struct EndTable {
+  constexpr explicit EndTable(const ScanCharacters& characters) {
+    for (int k = 0; k < 16; ++k) {
+      of[k] = static_cast<char>(~k);
+    }
+    for (const char c : characters.separators) {
+      of[c & 15] = c;
+    }
+    for (const char c : {' ', '\r', '\n'}) {
+      of[c & 15] = c;
+    }
+  }
+
+  char of[16] = {};
+};
 
 /// By the first character of a number: bit 0 for a sign, bit 31 for a minus.
 struct Signs {
