@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "core/questions.hpp"
+#include "core/questions/questions.hpp"
 
 namespace velmora {
 

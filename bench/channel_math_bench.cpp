@@ -2,7 +2,7 @@
 // same matrix.
 #include <benchmark/benchmark.h>
 
-#include "dsp/channel_math.hpp"
+#include "dsp/math/channel_math.hpp"
 
 namespace velmora {
 namespace {

@@ -9,8 +9,8 @@
 #include <string>
 
 #include "bench_support.hpp"
-#include "core/files.hpp"
-#include "core/progress.hpp"
+#include "core/files/files.hpp"
+#include "core/questions/progress.hpp"
 #include "core/workbench.hpp"
 #include "export/save_data.hpp"
 

@@ -2,7 +2,7 @@
 // columns of a frame 1600 pixels wide against looking at every sample.
 #include <benchmark/benchmark.h>
 
-#include "core/trial.hpp"
+#include "core/trial/trial.hpp"
 #include "graph/envelope_pyramid.hpp"
 
 namespace velmora {

@@ -2,12 +2,12 @@
 #include <QApplication>
 #include <clocale>
 
-#include "core/settings.hpp"
+#include "core/files/settings.hpp"
 #include "first_paint.hpp"
 #include "sample_trials.hpp"
-#include "ui/main_window.hpp"
-#include "ui/theme.hpp"
-#include "ui/window_settings.hpp"
+#include "ui/main/main_window.hpp"
+#include "ui/main/theme.hpp"
+#include "ui/main/window_settings.hpp"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <random>
 
-#include "dsp/moving_window.hpp"
+#include "dsp/smoothing/moving_window.hpp"
 
 namespace velmora {
 namespace {

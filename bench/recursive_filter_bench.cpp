@@ -5,8 +5,8 @@
 #include <random>
 #include <vector>
 
-#include "dsp/recursive_filter.hpp"
-#include "dsp/recursive_filter_lanes.hpp"
+#include "dsp/filters/recursive_filter.hpp"
+#include "dsp/filters/recursive_filter_lanes.hpp"
 
 namespace velmora {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "core/resample.hpp"
+#include "core/trial/resample.hpp"
 
 namespace velmora {
 namespace {

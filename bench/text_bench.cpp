@@ -13,12 +13,12 @@
 #include <random>
 
 #include "bench_support.hpp"
-#include "core/form.hpp"
+#include "core/questions/form.hpp"
 #include "core/workbench.hpp"
-#include "import/line_blocks.hpp"
+#include "formats/delimited_text/scan/fast_scan.hpp"
+#include "formats/delimited_text/scan/full_lines.hpp"
+#include "formats/line_blocks.hpp"
 #include "import/load_file.hpp"
-#include "import/text_parser/fast_scan.hpp"
-#include "import/text_parser/full_lines.hpp"
 
 namespace velmora {
 namespace {

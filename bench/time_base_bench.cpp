@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "dsp/time_base.hpp"
+#include "dsp/time_base/time_base.hpp"
 
 namespace velmora {
 namespace {

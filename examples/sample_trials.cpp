@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
 
 namespace velmora::examples {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/questions.hpp"
+#include "core/questions/questions.hpp"
 
 /// Reads the bytes as its format; any crash, sanitizer report or broken promise (abort) is a finding.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,5 +1,5 @@
+#include "formats/native_ascii/native_ascii_reader.hpp"
 #include "fuzz_target.hpp"
-#include "import/native_ascii.hpp"
 
 using namespace velmora;
 

@@ -1,11 +1,11 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "core/files.hpp"
+#include "core/files/files.hpp"
 #include "core/workbench.hpp"
-#include "export/native_binary_writer.hpp"
+#include "formats/native_binary/native_binary_reader.hpp"
+#include "formats/native_binary/native_binary_writer.hpp"
 #include "fuzz_target.hpp"
-#include "import/native_binary.hpp"
 
 namespace {
 

@@ -2,13 +2,13 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "core/form.hpp"
+#include "core/questions/form.hpp"
 #include "core/simd.hpp"
 #include "core/workbench.hpp"
+#include "formats/delimited_text/scan/fast_scan.hpp"
+#include "formats/line_blocks.hpp"
 #include "fuzz_target.hpp"
 #include "import/detect_text_format.hpp"
-#include "import/line_blocks.hpp"
-#include "import/text_parser/fast_scan.hpp"
 
 namespace {
 

@@ -1,5 +1,5 @@
+#include "formats/units_file/units_file_reader.hpp"
 #include "fuzz_target.hpp"
-#include "import/units_file.hpp"
 
 using namespace velmora;
 

@@ -6,12 +6,12 @@
 #include <random>
 
 #include "app/command_table.hpp"
-#include "core/helpers.hpp"
+#include "core/trial/helpers.hpp"
 #include "run/recipe_questions.hpp"
 #include "sample_trials.hpp"
-#include "ui/main_window.hpp"
+#include "ui/main/main_window.hpp"
+#include "ui/main/theme.hpp"
 #include "ui/person.hpp"
-#include "ui/theme.hpp"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <system_error>
 
-#include "core/helpers.hpp"
-#include "core/paths.hpp"
-#include "core/text.hpp"
+#include "core/files/paths.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
 
 namespace velmora {
 namespace {

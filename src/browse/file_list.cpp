@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "core/file_filters.hpp"
-#include "core/files.hpp"
-#include "core/paths.hpp"
-#include "core/text.hpp"
+#include "core/files/file_filters.hpp"
+#include "core/files/files.hpp"
+#include "core/files/paths.hpp"
+#include "core/text/text.hpp"
 #include "import/reader_table.hpp"
 
 namespace velmora {

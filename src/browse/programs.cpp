@@ -7,8 +7,8 @@
 #include <filesystem>
 
 #include "browse/file_list.hpp"
-#include "core/paths.hpp"
-#include "core/text.hpp"
+#include "core/files/paths.hpp"
+#include "core/text/text.hpp"
 
 namespace velmora {
 namespace {

@@ -9,12 +9,12 @@
 
 #include "core/action_listener.hpp"
 #include "core/open_view.hpp"
-#include "core/picker.hpp"
 #include "core/preferences.hpp"
-#include "core/questions.hpp"
-#include "core/result_table.hpp"
+#include "core/questions/picker.hpp"
+#include "core/questions/questions.hpp"
+#include "core/questions/result_table.hpp"
 #include "core/shell_request.hpp"
-#include "core/trial.hpp"
+#include "core/trial/trial.hpp"
 
 namespace velmora {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <variant>
 
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
 
 namespace velmora {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/form.hpp"
+#include "core/questions/form.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora {

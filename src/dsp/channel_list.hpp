@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "core/trial.hpp"
+#include "core/trial/trial.hpp"
 
 namespace velmora {
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "core/progress.hpp"
+#include "core/questions/progress.hpp"
 
 namespace velmora {
 

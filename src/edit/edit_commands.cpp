@@ -3,8 +3,8 @@
 #include <array>
 #include <string>
 
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
 #include "edit/experiment_form.hpp"
 #include "edit/trial_edits.hpp"
 

@@ -3,10 +3,10 @@
 #include <array>
 #include <string>
 
-#include "core/form.hpp"
-#include "core/helpers.hpp"
-#include "core/text.hpp"
-#include "import/native_layout.hpp"
+#include "core/questions/form.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/native_binary/native_binary_layout.hpp"
 
 namespace velmora {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/trial.hpp"
+#include "core/trial/trial.hpp"
 
 namespace velmora {
 

@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <string>
 
-#include "core/files.hpp"
-#include "core/helpers.hpp"
-#include "core/progress.hpp"
-#include "core/text.hpp"
+#include "core/files/files.hpp"
+#include "core/questions/progress.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
 #include "export/save_list.hpp"
 
 namespace velmora {

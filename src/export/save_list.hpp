@@ -4,15 +4,15 @@
 #include <string_view>
 
 #include "core/command.hpp"
-#include "core/progress.hpp"
+#include "core/questions/progress.hpp"
 #include "core/workbench.hpp"
-#include "dsp/bias_file.hpp"
-#include "export/delimited_text_writer.hpp"
-#include "export/native_ascii_writer.hpp"
-#include "export/native_binary_writer.hpp"
+#include "dsp/bias/bias_file.hpp"
 #include "export/save_data.hpp"
 #include "export/save_refusals.hpp"
-#include "export/units_file_writer.hpp"
+#include "formats/delimited_text/delimited_text_writer.hpp"
+#include "formats/native_ascii/native_ascii_writer.hpp"
+#include "formats/native_binary/native_binary_writer.hpp"
+#include "formats/units_file/units_file_writer.hpp"
 
 namespace velmora {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/helpers.hpp"
+#include "core/trial/helpers.hpp"
 
 namespace velmora {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/trial.hpp"
+#include "core/trial/trial.hpp"
 
 namespace velmora {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "core/form.hpp"
-#include "core/helpers.hpp"
+#include "core/questions/form.hpp"
+#include "core/trial/helpers.hpp"
 #include "graph/crop.hpp"
 #include "graph/single_view.hpp"
 

@@ -5,9 +5,9 @@
 #include <span>
 #include <vector>
 
-#include "core/huge_block.hpp"
-#include "core/sample_matrix.hpp"
 #include "core/simd.hpp"
+#include "core/trial/huge_block.hpp"
+#include "core/trial/sample_matrix.hpp"
 
 namespace velmora {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/text.hpp"
+#include "core/text/text.hpp"
 
 namespace velmora {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/trial.hpp"
+#include "core/trial/trial.hpp"
 #include "graph/colours.hpp"
 #include "graph/envelope_pyramid.hpp"
 #include "graph/sample_times.hpp"

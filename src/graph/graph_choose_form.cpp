@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
 #include "graph/view_window.hpp"
 
 namespace velmora {

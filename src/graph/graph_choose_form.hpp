@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "core/form.hpp"
+#include "core/questions/form.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora {

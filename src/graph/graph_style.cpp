@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
 #include "graph/graph.hpp"
 
 namespace velmora {

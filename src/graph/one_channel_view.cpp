@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "core/helpers.hpp"
-#include "core/text.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
 #include "graph/view_keys.hpp"
 
 namespace velmora {

@@ -1,7 +1,7 @@
 #include "graph/picture.hpp"
 
-#include "core/paths.hpp"
-#include "core/text.hpp"
+#include "core/files/paths.hpp"
+#include "core/text/text.hpp"
 
 namespace velmora {
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "core/trial.hpp"
+#include "core/trial/trial.hpp"
 
 namespace velmora {
 

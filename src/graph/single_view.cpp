@@ -4,8 +4,8 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "core/progress.hpp"
-#include "core/text.hpp"
+#include "core/questions/progress.hpp"
+#include "core/text/text.hpp"
 #include "graph/view_window.hpp"
 
 namespace velmora {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/helpers.hpp"
 #include "core/open_view.hpp"
+#include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 #include "graph/graph.hpp"
 

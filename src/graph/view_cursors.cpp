@@ -2,7 +2,7 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
 #include "graph/single_view.hpp"
 
 namespace velmora {

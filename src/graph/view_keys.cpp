@@ -1,6 +1,6 @@
 #include "graph/view_keys.hpp"
 
-#include "core/text.hpp"
+#include "core/text/text.hpp"
 #include "graph/single_view.hpp"
 #include "graph/view_saves.hpp"
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "core/files.hpp"
-#include "core/numbers.hpp"
-#include "core/paths.hpp"
+#include "core/files/files.hpp"
+#include "core/files/paths.hpp"
+#include "core/text/numbers.hpp"
 #include "export/save_data.hpp"
 
 namespace velmora {

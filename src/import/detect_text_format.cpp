@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include "core/helpers.hpp"
-#include "core/text.hpp"
-#include "import/line_blocks.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/delimited_text/text_parser.hpp"
+#include "formats/line_blocks.hpp"
+#include "formats/read_error.hpp"
 #include "import/line_end_repair.hpp"
-#include "import/read_error.hpp"
 #include "import/reader_table.hpp"
-#include "import/text_parser/text_parser.hpp"
 
 namespace velmora {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/progress.hpp"
+#include "core/questions/progress.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora {

@@ -3,9 +3,9 @@
 #include <array>
 
 #include "core/workbench.hpp"
+#include "formats/units_file/units_file_reader.hpp"
 #include "import/load_file.hpp"
 #include "import/merge_form.hpp"
-#include "import/units_file.hpp"
 
 namespace velmora {
 namespace {

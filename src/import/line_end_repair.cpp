@@ -7,9 +7,9 @@
 #include <system_error>
 #include <vector>
 
-#include "core/helpers.hpp"
-#include "core/paths.hpp"
-#include "import/line_blocks.hpp"
+#include "core/files/paths.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/line_blocks.hpp"
 
 namespace velmora {
 namespace {

@@ -5,15 +5,15 @@
 #include <filesystem>
 #include <string_view>
 
-#include "core/files.hpp"
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
-#include "core/paths.hpp"
-#include "core/progress.hpp"
-#include "core/text.hpp"
+#include "core/files/files.hpp"
+#include "core/files/paths.hpp"
+#include "core/questions/progress.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/read_error.hpp"
 #include "import/load_questions.hpp"
 #include "import/merge_form.hpp"
-#include "import/read_error.hpp"
 #include "import/reader_table.hpp"
 
 namespace velmora {

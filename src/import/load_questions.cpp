@@ -4,14 +4,14 @@
 #include <string_view>
 #include <vector>
 
-#include "core/files.hpp"
-#include "core/helpers.hpp"
-#include "core/start.hpp"
-#include "core/text.hpp"
+#include "core/files/files.hpp"
+#include "core/files/start.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/delimited_text/text_parser.hpp"
+#include "formats/native_binary/native_binary_layout.hpp"
+#include "formats/read_error.hpp"
 #include "import/detect_text_format.hpp"
-#include "import/native_layout.hpp"
-#include "import/read_error.hpp"
-#include "import/text_parser/text_parser.hpp"
 
 namespace velmora {
 namespace {

@@ -4,9 +4,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
-#include "core/resample.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
+#include "core/trial/resample.hpp"
 
 namespace velmora {
 namespace {

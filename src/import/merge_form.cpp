@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/form.hpp"
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
+#include "core/questions/form.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
 #include "import/merge.hpp"
 
 namespace velmora {

@@ -4,12 +4,12 @@
 #include <array>
 #include <stdexcept>
 
-#include "core/helpers.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/delimited_text/text_parser.hpp"
+#include "formats/native_ascii/native_ascii_reader.hpp"
+#include "formats/native_binary/native_binary_reader.hpp"
 #include "import/detect_text_format.hpp"
 #include "import/load_questions.hpp"
-#include "import/native_ascii.hpp"
-#include "import/native_binary.hpp"
-#include "import/text_parser/text_parser.hpp"
 
 namespace velmora {
 namespace {
@@ -22,6 +22,10 @@ bool StartsWithVelmora(std::string_view head) {
 }
 bool StartsWithBioWare(std::string_view head) {
   return head.starts_with("BioWare 2");
+}
+// The recorder's texts begin with the name of their file and travel under our extensions too.
+bool StartsWithFi(std::string_view head) {
+  return head.starts_with("Fi");
 }
 // A text may name the maker as well: the recordings themselves are binary.
 bool NamesOptotrak(std::string_view head) {
@@ -54,6 +58,7 @@ constexpr std::array kFormats = {
     Format{1, "BIN", "Velmora1 binary analog", nullptr, StartsWithVelmora},
     Format{255, "BIN", "Rodex1 binary analog", nullptr},
     Format{253, "VMB", "Velmora2 binary analog", WithViewFlags<ReadNativeBinary>},
+    Format{12, "VMA VME", "Mega ASCII", nullptr, StartsWithFi},
     Format{0, "VMA VME", "Velmora ASCII", WithViewFlags<ReadNativeAscii>},
     Format{13, "CHA CHB CHE CHT CHX", "Kin-Com", nullptr},
     Format{19, "C3D", "C3D analog", nullptr},

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "core/progress.hpp"
+#include "core/questions/progress.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora {

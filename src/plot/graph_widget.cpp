@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
 #include "plot/axis_moves.hpp"
 #include "plot/cursor_overlay.hpp"
 #include "plot/plot_colours.hpp"

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
 
 namespace velmora {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "core/form.hpp"
-#include "core/picker.hpp"
+#include "core/questions/form.hpp"
+#include "core/questions/picker.hpp"
 #include "run/recipe.hpp"
 
 namespace velmora {

@@ -1,7 +1,7 @@
 #include "run/default_answers.hpp"
 
-#include "core/form.hpp"
-#include "core/picker.hpp"
+#include "core/questions/form.hpp"
+#include "core/questions/picker.hpp"
 
 namespace velmora {
 namespace {

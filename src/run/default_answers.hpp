@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/questions.hpp"
+#include "core/questions/questions.hpp"
 
 namespace velmora {
 

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "core/files.hpp"
+#include "core/files/files.hpp"
 #include "graph/single_view.hpp"
 #include "run/drawing.hpp"
 

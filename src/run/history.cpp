@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/command_table.hpp"
-#include "core/paths.hpp"
+#include "core/files/paths.hpp"
 #include "graph/single_view.hpp"
 #include "run/gesture.hpp"
 #include "run/recipe_questions.hpp"

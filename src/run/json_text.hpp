@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "core/numbers.hpp"
-#include "core/result_table.hpp"
+#include "core/questions/result_table.hpp"
+#include "core/text/numbers.hpp"
 
 namespace velmora {
 

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "app/command_table.hpp"
-#include "core/files.hpp"
-#include "core/paths.hpp"
-#include "core/text.hpp"
+#include "core/files/files.hpp"
+#include "core/files/paths.hpp"
+#include "core/text/text.hpp"
 #include "core/workbench.hpp"
 #include "run/arguments.hpp"
 #include "run/batch.hpp"

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "core/form.hpp"
-#include "core/picker.hpp"
-#include "core/text.hpp"
+#include "core/questions/form.hpp"
+#include "core/questions/picker.hpp"
+#include "core/text/text.hpp"
 #include "run/interrupt.hpp"
 
 namespace velmora {

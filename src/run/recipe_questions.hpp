@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/questions.hpp"
-#include "core/trial.hpp"
+#include "core/questions/questions.hpp"
+#include "core/trial/trial.hpp"
 #include "run/recipe.hpp"
 
 namespace velmora {

@@ -8,7 +8,7 @@
 #include <initializer_list>
 #include <set>
 
-#include "core/text.hpp"
+#include "core/text/text.hpp"
 #include "graph/picture.hpp"
 
 namespace velmora {

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "app/command_table.hpp"
-#include "core/files.hpp"
-#include "core/paths.hpp"
+#include "core/files/files.hpp"
+#include "core/files/paths.hpp"
 #include "run/gesture.hpp"
 #include "run/info.hpp"
 #include "run/interrupt.hpp"

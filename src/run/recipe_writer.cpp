@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
 #include "run/variables.hpp"
 
 namespace velmora {

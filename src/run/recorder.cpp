@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <utility>
 
-#include "core/numbers.hpp"
-#include "core/paths.hpp"
-#include "core/picker.hpp"
-#include "core/text.hpp"
+#include "core/files/paths.hpp"
+#include "core/questions/picker.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "graph/single_view.hpp"
 #include "run/answer_record.hpp"
 #include "run/step_words.hpp"

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "core/action_listener.hpp"
-#include "core/form.hpp"
-#include "core/questions.hpp"
+#include "core/questions/form.hpp"
+#include "core/questions/questions.hpp"
 #include "core/workbench.hpp"
 #include "run/recipe.hpp"
 

@@ -3,8 +3,8 @@
 #include <map>
 #include <vector>
 
-#include "core/numbers.hpp"
-#include "core/text.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 
 namespace velmora {
 namespace {

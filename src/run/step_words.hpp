@@ -3,8 +3,8 @@
 #include <string>
 
 #include "core/action_listener.hpp"
-#include "core/form.hpp"
-#include "core/picker.hpp"
+#include "core/questions/form.hpp"
+#include "core/questions/picker.hpp"
 
 namespace velmora {
 

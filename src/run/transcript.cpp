@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "core/form.hpp"
-#include "core/picker.hpp"
-#include "core/progress.hpp"
-#include "core/text.hpp"
+#include "core/questions/form.hpp"
+#include "core/questions/picker.hpp"
+#include "core/questions/progress.hpp"
+#include "core/text/text.hpp"
 #include "run/json_text.hpp"
 
 namespace velmora {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/files.hpp"
+#include "core/files/files.hpp"
 
 namespace velmora {
 

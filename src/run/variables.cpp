@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "core/paths.hpp"
+#include "core/files/paths.hpp"
 
 namespace velmora {
 

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "core/settings.hpp"
+#include "core/files/settings.hpp"
 #include "sample_trials.hpp"
-#include "ui/main_window.hpp"
-#include "ui/theme.hpp"
-#include "ui/window_settings.hpp"
+#include "ui/main/main_window.hpp"
+#include "ui/main/theme.hpp"
+#include "ui/main/window_settings.hpp"
 
 int main(int argc, char** argv) {
   // A file that grows past the limit of the shell is an error to report, not the end of the program.

@@ -1,7 +1,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "core/settings.hpp"
+#include "core/files/settings.hpp"
 #include "support/environment_variable.hpp"
 #include "support/text_load.hpp"
 

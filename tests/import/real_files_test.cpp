@@ -4,7 +4,7 @@
 #include <map>
 #include <sstream>
 
-#include "core/text.hpp"
+#include "core/text/text.hpp"
 #include "support/recordings.hpp"
 #include "support/text_load.hpp"
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/form.hpp"
+#include "core/questions/form.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora::test {

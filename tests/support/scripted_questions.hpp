@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "core/form.hpp"
-#include "core/picker.hpp"
-#include "core/progress.hpp"
-#include "core/questions.hpp"
+#include "core/questions/form.hpp"
+#include "core/questions/picker.hpp"
+#include "core/questions/progress.hpp"
+#include "core/questions/questions.hpp"
 
 namespace velmora::test {
 

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/form.hpp"
-#include "core/numbers.hpp"
+#include "core/questions/form.hpp"
+#include "core/text/numbers.hpp"
 #include "support/command_test.hpp"
 
 namespace velmora::test {

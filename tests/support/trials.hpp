@@ -7,9 +7,9 @@
 #include <random>
 #include <vector>
 
-#include "core/helpers.hpp"
-#include "core/picker.hpp"
-#include "core/trial.hpp"
+#include "core/questions/picker.hpp"
+#include "core/trial/helpers.hpp"
+#include "core/trial/trial.hpp"
 
 namespace velmora::test {
 

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <algorithm>
 
-#include "core/helpers.hpp"
+#include "core/trial/helpers.hpp"
 #include "support/command_test.hpp"
 #include "ui/graph/channel_windows.hpp"
 #include "ui/plot_mouse.hpp"

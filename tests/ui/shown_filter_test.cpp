@@ -1,5 +1,5 @@
 // The filters that the dialogues draw: what is drawn has to be what would run.
-#include "ui/shown_filter.hpp"
+#include "ui/dialogs/shown_filter.hpp"
 
 #include <cmath>
 

@@ -6,8 +6,8 @@
 
 #include "sample_trials.hpp"
 #include "support/command_test.hpp"
-#include "ui/file_list_view.hpp"
-#include "ui/main_window.hpp"
+#include "ui/browser/file_list_view.hpp"
+#include "ui/main/main_window.hpp"
 #include "ui/person.hpp"
 
 namespace velmora::test {

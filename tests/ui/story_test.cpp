@@ -6,8 +6,8 @@
 
 #include "run/recipe_reader.hpp"
 #include "run/recipe_run.hpp"
-#include "ui/channel_drawing.hpp"
-#include "ui/channel_table_view.hpp"
+#include "ui/trial/channel_drawing.hpp"
+#include "ui/trial/channel_table_view.hpp"
 
 namespace velmora::test {
 namespace {

@@ -1,6 +1,6 @@
 // The looks of the program on a desktop that changes its own. The desktop is a message bus of the test with
 // a portal on it, so this is a program by itself.
-#include "ui/theme.hpp"
+#include "ui/main/theme.hpp"
 
 #include <signal.h>
 

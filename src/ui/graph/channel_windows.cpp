@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/helpers.hpp"
+#include "core/trial/helpers.hpp"
 
 namespace velmora::ui {
 

@@ -5,8 +5,8 @@
 #include <QLabel>
 #include <QTreeWidget>
 
-#include "core/numbers.hpp"
-#include "core/text.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {

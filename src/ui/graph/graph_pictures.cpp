@@ -7,8 +7,8 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
-#include "core/files.hpp"
-#include "core/helpers.hpp"
+#include "core/files/files.hpp"
+#include "core/trial/helpers.hpp"
 #include "plot/draw_picture.hpp"
 #include "plot/graph_plot.hpp"
 #include "ui/text.hpp"

@@ -4,9 +4,9 @@
 #include <QPainter>
 #include <cmath>
 
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
-#include "core/text.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
 #include "plot/plot_colours.hpp"
 #include "ui/text.hpp"
 

@@ -6,8 +6,8 @@
 #include <QSplitter>
 
 #include "app/command_table.hpp"
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
 #include "plot/graph_widget.hpp"
 #include "ui/graph/cursor_values.hpp"
 #include "ui/graph/graph_menus.hpp"

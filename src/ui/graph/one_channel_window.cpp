@@ -3,8 +3,8 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 
-#include "core/helpers.hpp"
-#include "core/numbers.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
 #include "plot/graph_widget.hpp"
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/key_names.hpp"

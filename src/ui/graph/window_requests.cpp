@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QScreen>
 
-#include "core/helpers.hpp"
+#include "core/trial/helpers.hpp"
 #include "ui/desktop.hpp"
 
 namespace velmora::ui {

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "core/questions/result_table.hpp"
+#include "core/trial/trial.hpp"
+
+namespace velmora {
+
+struct Workbench;
+
+/// One number per channel; index 0 is not used.
+using ChannelNumbers = PerChannel<double>;
+
+/// One named field of a form: what it is called, where its value lives, what it may hold.
+struct FormField {
+  using Target = std::variant<bool*, std::int32_t*, double*, std::string*, ChannelNumbers*, ChannelFlags*>;
+
+  std::string name;     // the control's name, as recipes spell it
+  std::string caption;  // as shown, with '&'
+  Target target;
+  std::string units{};
+  double lowest = -std::numeric_limits<double>::infinity();
+  double highest = std::numeric_limits<double>::infinity();
+  /// For a whole number that is one of a list: index 0 is the first.
+  std::vector<std::string> choices{};
+  /// What to enter, for whoever edits the field.
+  std::string prompt{};
+  /// Heads the prompt where the caption is shorter than what the field is called.
+  std::string title{};
+  /// Runs after an edit of this field: warnings, fields that depend on it.
+  std::function<void()> edited{};
+  /// The numbers are colours of the graph, to be shown as such.
+  bool isColour = false;
+  /// Shown and never edited.
+  bool readOnly = false;
+  /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.
+  bool hidden = false;
+  /// Indices of `choices` that cannot be chosen for now; recipes are answered when a button is pressed.
+  std::vector<std::int32_t> disabledChoices{};
+};
+
+struct FormButton {
+  enum class Role { Accept, Cancel, Other };
+
+  std::string caption;  // with '&'
+  Role role = Role::Other;
+  /// What the button does. The form closes when it returns true.
+  std::function<bool()> press;
+};
+
+/// A parameter dialogue as data: fields bound to plain members of a derived class, one procedure per
+/// button. The window draws it and a recipe fills it by the fields' names.
+class Form {
+ public:
+  Form(std::string name, std::string title) : name_(std::move(name)), title_(std::move(title)) {}
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+  virtual ~Form() = default;
+
+  [[nodiscard]] const std::string& Name() const { return name_; }
+  [[nodiscard]] const std::string& Title() const { return title_; }
+  [[nodiscard]] const std::vector<FormField>& Fields() const { return fields_; }
+  [[nodiscard]] const std::vector<FormButton>& Buttons() const { return buttons_; }
+  /// What the form shows besides its fields.
+  [[nodiscard]] const std::vector<ResultTable>& Tables() const { return tables_; }
+  [[nodiscard]] const FormField* FindField(std::string_view name) const;
+  /// By caption without '&' and without regard to case; "OK" finds the accepting button.
+  [[nodiscard]] const FormButton* FindButton(std::string_view caption) const;
+
+  /// Sets a field from typed text: a yes/no takes true/false, yes/no, -1, 1 and 0; a choice its index
+  /// or caption; numbers are read with Val and held to the field's limits. Then runs `edited`.
+  /// Throws std::invalid_argument, naming the field, when the text does not fit it.
+  void Edit(const FormField& field, std::string_view text);
+  /// The same for one channel of a per-channel field.
+  void Edit(const FormField& field, int channel, std::string_view text);
+
+  /// One field, or one channel of it (0: it is no field per channel), that was edited.
+  struct EditMade {
+    const FormField* field = nullptr;
+    int channel = 0;
+  };
+  /// What was edited since the form last asked for a button; each once, the last edited last.
+  [[nodiscard]] const std::vector<EditMade>& Edits() const { return edits_; }
+
+  /// Shows the form until a button closes it.
+  void Show(Workbench& workbench);
+
+ protected:
+  /// The channel that `edited` of a per-channel field runs for.
+  [[nodiscard]] int EditedChannel() const { return editedChannel_; }
+
+  std::vector<FormField> fields_;
+  std::vector<FormButton> buttons_;
+  std::vector<ResultTable> tables_;
+
+ private:
+  void NoteEdit(const FormField& field, int channel);
+
+  std::string name_;
+  std::string title_;
+  int editedChannel_ = 0;
+  std::vector<EditMade> edits_;
+};
+
+}  // namespace velmora

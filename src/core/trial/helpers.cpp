@@ -1,0 +1,136 @@
+#include "core/trial/helpers.hpp"
+
+#include <algorithm>
+
+#include "core/files/paths.hpp"
+#include "core/text/numbers.hpp"
+
+namespace velmora {
+namespace {
+
+std::string ReportLine(const Box& box) {
+  std::string line = box.title.empty() ? box.text : box.title + ": " + box.text;
+  std::replace(line.begin(), line.end(), '\n', ' ');
+  return line;
+}
+
+}  // namespace
+
+double SampleToTime(const Trial& trial, std::int32_t i) {
+  return trial.Rate > 0 ? (static_cast<double>(i) - 1) / trial.Rate : 0.0;
+}
+
+std::int32_t TimeToSample(const Trial& trial, double t) {
+  return trial.Rate > 0 ? RoundHalfEven32(trial.Rate * t + 1) : 0;
+}
+
+std::string AbscissaText(const Workbench& workbench, double x, std::string_view pattern) {
+  if (workbench.timeBase != TimeBase::HhMmSs) {
+    return FormatNumber(x, pattern);
+  }
+  const std::size_t point = pattern.find('.');
+  const std::size_t decimals = point == std::string_view::npos ? 0 : pattern.size() - point - 1;
+  return FormatClock(x, static_cast<int>(decimals));
+}
+
+std::string AbscissaUnits(const Workbench& workbench) {
+  return workbench.timeBase == TimeBase::HhMmSs ? "hh:mm:ss" : workbench.trial.ChanUnits[0].Text();
+}
+
+SampleRange AskCursorRange(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  const SampleRange all{1, trial.NData};
+  const bool unset = trial.CursorLo == 0 && trial.CursorHi == 0;
+  if (unset || (trial.CursorLo < 2 && trial.CursorHi >= trial.NData)) {
+    return all;
+  }
+  const Box box{.title = "Data between Cursors?",
+                .text = "Press Yes to save/use data between the cursors ( " +
+                        FormatNumber(trial.CursorLo, "0 to ") + FormatNumber(trial.CursorHi, "0 )") +
+                        "\nor No to save/use ALL the data.",
+                .icon = Icon::Question,
+                .buttons = {Button::Yes, Button::No}};
+  const bool between = workbench.questions.AskBox(box) == Button::Yes;
+  return between ? SampleRange{trial.CursorLo, trial.CursorHi} : all;
+}
+
+void ShowChannel(const Workbench& workbench, int channel) {
+  if (workbench.onShowChannel) {
+    workbench.onShowChannel(channel);
+  }
+}
+
+void MarkChanged(Workbench& workbench, bool changed) {
+  workbench.trial.FileChanged = changed;
+}
+
+void Request(const Workbench& workbench, ShellRequest request) {
+  if (workbench.onShellRequest) {
+    workbench.onShellRequest(request);
+  }
+}
+
+void CloseView(Workbench& workbench) {
+  if (workbench.view != nullptr) {
+    workbench.view->Leave();
+    workbench.view.reset();
+  }
+}
+
+void NextChannelPage(Workbench& workbench) {
+  const int channels = workbench.trial.NChan;
+  if (channels <= kPageChannels) {
+    return;
+  }
+  int first = workbench.FirstChanShown + kPageChannels;
+  if (first > channels) {
+    first = 1;
+  }
+  workbench.FirstChanShown = static_cast<std::int16_t>(first);
+  workbench.LastChanShown = static_cast<std::int16_t>(std::min(first + kPageChannels - 1, channels));
+}
+
+void ShowFirstChannelPage(Workbench& workbench) {
+  workbench.FirstChanShown = 1;
+  workbench.LastChanShown = std::min<std::int16_t>(workbench.trial.NChan, kPageChannels);
+}
+
+void NormaliseCursors(Trial& trial) {
+  trial.CursorLo = std::min(std::max(trial.CursorLo, 1), trial.NData - 1);
+  trial.CursorHi = std::min(trial.CursorHi, trial.NData);
+  if (trial.CursorHi <= trial.CursorLo) {
+    trial.CursorHi = trial.NData;
+  }
+}
+
+bool AskSaveName(Workbench& workbench, FileQuestion question) {
+  question.mode = FileQuestion::Mode::Save;
+  question.directory = workbench.DataDir;
+  const std::vector<std::string> answer = workbench.questions.AskFile(question);
+  workbench.OutputFileName = answer.empty() ? std::string() : answer.front();
+  if (workbench.OutputFileName.empty()) {
+    return false;
+  }
+  if (FileExtension(workbench.OutputFileName).empty()) {
+    workbench.OutputFileName += question.extension;
+  }
+  return true;
+}
+
+Button ShowRefusal(Workbench& workbench, const Box& box) {
+  workbench.report.warnings.push_back(ReportLine(box));
+  return workbench.questions.AskBox(box);
+}
+
+Button ShowFailure(Workbench& workbench, const Box& box) {
+  workbench.report.failures.push_back(ReportLine(box));
+  return workbench.questions.AskBox(box);
+}
+
+void ShowSaveFailure(Workbench& workbench, std::string_view reason) {
+  std::string text = "Error saving to file: " + workbench.OutputFileName;
+  text.append("\nFile may be in-use or write-protected.\n\n\"").append(reason).append("\"");
+  ShowFailure(workbench, {.text = text, .icon = Icon::Exclamation});
+}
+
+}  // namespace velmora

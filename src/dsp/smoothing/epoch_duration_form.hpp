@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/questions/form.hpp"
+#include "core/workbench.hpp"
+#include "dsp/channel_list.hpp"
+
+namespace velmora {
+
+/// The width of a moving window, in samples or seconds, and the channels it goes over. OK holds the
+/// width to 1 .. NData-1 samples, keeps it in WindowWidth and the channels in ChanSelected.
+class EpochDurationForm : public Form {
+ public:
+  explicit EpochDurationForm(Workbench& workbench);
+
+  /// Whether the form was left with OK.
+  bool Ask();
+
+ private:
+  void UnitEdited();
+  bool Accept();
+
+  Workbench& workbench_;
+  double width_ = 0.0;
+  bool typed_ = false;
+  bool inSeconds_ = false;
+  ChannelFlags channels_{};
+  bool accepted_ = false;
+};
+
+}  // namespace velmora

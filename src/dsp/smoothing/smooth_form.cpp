@@ -1,0 +1,239 @@
+#include "dsp/smoothing/smooth_form.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <optional>
+
+#include "core/questions/progress.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
+#include "dsp/ask_entry.hpp"
+#include "dsp/channel_list.hpp"
+#include "dsp/filters/filter_messages.hpp"
+#include "dsp/filters/filter_options.hpp"
+#include "dsp/filters/recursive_filter.hpp"
+
+namespace velmora {
+namespace {
+
+// Choices of this dialogue alone.
+constexpr std::int32_t kNotchOption = 4;
+constexpr std::int32_t kSplineOption = 6;
+
+// Where the fields lie in fields_.
+enum FieldIndex : std::size_t { kPassTypeField = 1, kCutoffsField = 3, kSecondCutoffsField, kOrdersField };
+
+ChannelList ChannelsToFilter(const Workbench& workbench) {
+  ChannelFlags wanted{};
+  std::transform(workbench.FilterCutoffs.begin(), workbench.FilterCutoffs.end(), wanted.begin(),
+                 [](float cutoff) { return cutoff > 0; });
+  return SelectedChannels(workbench.trial, wanted);
+}
+
+void CopyRounded(const ChannelNumbers& from, PerChannel<float>& to) {
+  std::transform(from.begin(), from.end(), to.begin(),
+                 [](double cutoff) { return static_cast<float>(cutoff); });
+}
+
+}  // namespace
+
+SmoothForm::SmoothForm(Workbench& workbench)
+    : Form("frmSmooth", "Digital Filter Selection"),
+      workbench_(workbench),
+      cutoffsBefore_(workbench.FilterCutoffs),
+      secondCutoffsBefore_(workbench.SecondCutoffs),
+      zeroLagBefore_(workbench.ZeroLag),
+      note_(
+          "These filters, excepting the critically-damped filter and Bessel, use filters developed by "
+          "National Instruments and contained in their Measurement Studio.") {
+  workbench_.ZeroLag.fill(true);
+  orders_.fill(2.0);
+  OfferCutoffs();
+  AddFields();
+  AddButtons();
+  PassTypeEdited();
+  DesignEdited();
+}
+
+void SmoothForm::AddFields() {
+  fields_ = {
+      {.name = "lblNote", .caption = "", .target = &note_, .readOnly = true},
+      {.name = "optPassType",
+       .caption = "Pass type",
+       .target = &optPassType_,
+       .choices = {"&Low-pass", "&High-pass", "&Band-pass", "Band-&stop (reject)", "&Notch"},
+       .edited =
+           [this] {
+             PassTypeEdited();
+             if (IsBandOption(optPassType_)) {
+               OfferCutoffs();
+             }
+           }},
+      {.name = "optFilter",
+       .caption = "Filter",
+       .target = &optFilter_,
+       .choices = {"&Butterworth", "Critically-&damped", "&Chebyshev", "&Elliptic", "&Inverse Chebyshev",
+                   "Be&ssel", "&GCVSPL"},
+       .edited = [this] { DesignEdited(); }},
+      {.name = "FilterCutoffs",
+       .caption = "",
+       .target = &cutoffs_,
+       .units = "Hz",
+       .edited = [this] { CopyRounded(cutoffs_, workbench_.FilterCutoffs); }},
+      {.name = "SecondCutoffs",
+       .caption = "Higher cutoff",
+       .target = &secondCutoffs_,
+       .units = "Hz",
+       .edited = [this] { CopyRounded(secondCutoffs_, workbench_.SecondCutoffs); }},
+      {.name = "Orders",
+       .caption = "",
+       .target = &orders_,
+       .edited = [this] { orders_[EditedChannel()] = Order(EditedChannel()); }},
+  };
+}
+
+void SmoothForm::AddButtons() {
+  buttons_ = {
+      {"&Filter", FormButton::Role::Accept, [this] { return Filter(); }},
+      {"&Zero-lag", FormButton::Role::Other,
+       [this] {
+         wantsZeroLag_ = true;
+         return true;
+       }},
+      {"&Cancel", FormButton::Role::Cancel,
+       [this] {
+         Cancel();
+         return true;
+       }},
+  };
+}
+
+void SmoothForm::ClickCutoff(int channel) {
+  AskEntry(workbench_, *this, "FilterCutoffs", channel, "Enter Cutoff", "Enter cutoff frequency (Hz).");
+}
+
+void SmoothForm::ClickSecondCutoff(int channel) {
+  AskEntry(workbench_, *this, "SecondCutoffs", channel, "Enter Cutoff", "Enter cutoff frequency (Hz).");
+}
+
+void SmoothForm::ClickOrder(int channel) {
+  AskEntry(workbench_, *this, "Orders", channel, "Enter Order", "Enter new filter order.");
+}
+
+void SmoothForm::PassTypeEdited() {
+  const bool band = IsBandOption(optPassType_);
+  fields_[kSecondCutoffsField].hidden = !band;
+  fields_[kCutoffsField].caption = band ? "Lower cutoff" : "  Cutoff frequency (Hz)";
+}
+
+void SmoothForm::DesignEdited() {
+  fields_[kOrdersField].caption = IsDesignByPasses(optFilter_) ? "Passes" : "Order";
+  fields_[kPassTypeField].disabledChoices.clear();
+  if (IsDesignByPasses(optFilter_)) {
+    fields_[kPassTypeField].disabledChoices = {kBandPassOption, kBandStopOption};
+  }
+}
+
+// A band lies between the last high-pass and the last low-pass cut-off.
+void SmoothForm::OfferCutoffs() {
+  workbench_.FilterCutoffs = workbench_.LastHighPassCutoffs;
+  workbench_.SecondCutoffs = workbench_.LastLowPassCutoffs;
+  std::copy(workbench_.FilterCutoffs.begin(), workbench_.FilterCutoffs.end(), cutoffs_.begin());
+  std::copy(workbench_.SecondCutoffs.begin(), workbench_.SecondCutoffs.end(), secondCutoffs_.begin());
+}
+
+std::int16_t SmoothForm::Order(int channel) const {
+  constexpr double highest = std::numeric_limits<std::int16_t>::max();
+  return static_cast<std::int16_t>(
+      std::clamp(static_cast<double>(RoundHalfEven(orders_[channel])), -highest, highest));
+}
+
+bool SmoothForm::Filter() {
+  if (optPassType_ == kNotchOption) {
+    ShowRefusal(workbench_,
+                {.title = "Not Implemented",
+                 .text = "Notch filters have not been implemented.\nUse a Band-stop filter instead.",
+                 .icon = Icon::Information});
+    return true;
+  }
+  if (optFilter_ == kSplineOption || (IsDesignByPasses(optFilter_) && IsBandOption(optPassType_))) {
+    ShowRefusal(workbench_, {.title = "Program Error",
+                             .text = "Invalid filter selection or not implemented.",
+                             .icon = Icon::Exclamation});
+    return false;
+  }
+  const bool done =
+      IsDesignByPasses(optFilter_) ? FilterByPasses(DesignByPassesOf(optFilter_)) : FilterByDesign();
+  if (done) {
+    MarkChanged(workbench_, true);
+  }
+  return done;
+}
+
+// Under a panel when it is much work; its Cancel leaves the channels before filtered.
+bool SmoothForm::ForEachChannel(const std::function<bool(int)>& filter) {
+  constexpr std::int64_t samplesWithoutPanel = 2'000'000;
+  const ChannelList channels = ChannelsToFilter(workbench_);
+  std::optional<ProgressPanel> panel;
+  if (workbench_.trial.NData * static_cast<std::int64_t>(channels.size()) > samplesWithoutPanel) {
+    panel.emplace(workbench_);
+    panel->SetFormat("Filtering");
+    panel->SetLimits(0, static_cast<double>(channels.size()));
+  }
+  for (const int channel : channels) {
+    if (!filter(channel)) {
+      return false;
+    }
+    if (panel) {
+      panel->SetStatus("Channel " + ChannelNumber(channel) + " done.");
+      panel->SetValue(panel->Value() + 1);
+      if (panel->GiveTurn()) {
+        break;
+      }
+    }
+  }
+  return true;
+}
+
+bool SmoothForm::FilterByDesign() {
+  return ForEachChannel([this](int channel) {
+    DesignAndRun(channel);
+    return true;
+  });
+}
+
+void SmoothForm::DesignAndRun(int channel) {
+  try {
+    const Biquads sections = DesignFilter({.approximation = ApproximationOf(optFilter_),
+                                           .band = BandOf(optPassType_),
+                                           .order = Order(channel),
+                                           .rate = workbench_.trial.Rate,
+                                           .cutoff = workbench_.FilterCutoffs[channel],
+                                           .higher = workbench_.SecondCutoffs[channel]});
+    RunBiquads(sections, workbench_.trial.Channel(channel));
+  } catch (const FilterDesignError& error) {
+    ShowRefusal(workbench_, {.title = "Invalid Filter",
+                             .text = std::string(error.what()) + CancelledText(channel),
+                             .icon = Icon::Exclamation});
+  }
+}
+
+// A low-pass cut-off that is too high stops the run, with the channels before it filtered.
+bool SmoothForm::FilterByPasses(FilterDesign design) {
+  const PassType type = optPassType_ == kLowPassOption ? PassType::Low : PassType::High;
+  return ForEachChannel([this, type, design](int channel) {
+    const FilterVerdict verdict = FilterForward(workbench_.trial, channel, type, design,
+                                                workbench_.FilterCutoffs[channel], Order(channel));
+    ShowVerdict(workbench_, channel, verdict);
+    return verdict.outcome != FilterVerdict::Outcome::LowPassTooHigh;
+  });
+}
+
+void SmoothForm::Cancel() {
+  workbench_.FilterCutoffs = cutoffsBefore_;
+  workbench_.SecondCutoffs = secondCutoffsBefore_;
+  workbench_.ZeroLag = zeroLagBefore_;
+}
+
+}  // namespace velmora

@@ -1,0 +1,356 @@
+#include "dsp/time_base/time_base_commands.hpp"
+
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <string>
+
+#include "core/questions/progress.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
+#include "core/trial/resample.hpp"
+#include "dsp/channel_picking.hpp"
+#include "dsp/time_base/shannon_resample.hpp"
+#include "dsp/time_base/time_base.hpp"
+
+namespace velmora {
+namespace {
+
+void RefuseEntry(Workbench& workbench, const std::string& text) {
+  ShowRefusal(workbench, {.title = "Invalid Entry", .text = text, .icon = Icon::Exclamation});
+}
+
+bool HasIntervals(Workbench& workbench) {
+  if (workbench.trial.NData >= 2) {
+    return true;
+  }
+  if (workbench.trial.NData == 1) {
+    ShowRefusal(workbench, {.title = "Too Few Data",
+                            .text = "At least 2 samples are needed for this time base operation.",
+                            .icon = Icon::Exclamation});
+  }
+  return false;
+}
+
+bool IsPositive(double value) {
+  return value > 0 && std::isfinite(value);
+}
+
+bool HoldsSeconds(const Workbench& workbench) {
+  return workbench.timeBase == TimeBase::Seconds || workbench.timeBase == TimeBase::HhMmSs;
+}
+
+// --- Re-sampling
+
+// The number of intervals a person may ask for, the first being 1; the last leaves room for one sample
+// more in a 32-bit count.
+bool CanResampleTo(Workbench& workbench, std::int64_t intervals) {
+  if (intervals >= 1 && intervals < std::numeric_limits<std::int32_t>::max()) {
+    return true;
+  }
+  RefuseEntry(workbench, "Invalid entry.  Data were not resampled.");
+  return false;
+}
+
+// What counts samples follows their new number: the remembered rate of the seconds base, and the
+// cursors, which stay at their times.
+void FinishResampling(Workbench& workbench, std::int32_t samplesBefore) {
+  Trial& trial = workbench.trial;
+  const double ratio = (trial.NData - 1.0) / (samplesBefore - 1.0);
+  workbench.SecondsRate *= ratio;
+  trial.CursorLo = RoundHalfEven32((trial.CursorLo - 1.0) * ratio + 1.0);
+  trial.CursorHi = RoundHalfEven32((trial.CursorHi - 1.0) * ratio + 1.0);
+  NormaliseCursors(trial);
+  MarkChanged(workbench, true);
+}
+
+void ResampleLinearly(Workbench& workbench, std::int64_t intervals) {
+  if (!CanResampleTo(workbench, intervals)) {
+    return;
+  }
+  const std::int32_t before = workbench.trial.NData;
+  ResampleAll(workbench.trial, intervals);
+  FinishResampling(workbench, before);
+}
+
+std::string AskDivisions(Workbench& workbench) {
+  return workbench.questions.AskInput(
+      {.title = "Time Base Divisions",
+       .prompt = "Enter number of divisions of time base.  Currently there are " +
+                 std::to_string(workbench.trial.NData - 1) +
+                 " divisions.  Note, all channels will be resampled."});
+}
+
+void Normalize(Workbench& workbench) {
+  if (!HasIntervals(workbench)) {
+    return;
+  }
+  if (const std::string typed = AskDivisions(workbench); !typed.empty()) {
+    ResampleLinearly(workbench, RoundHalfEven(Val(typed)));
+  }
+}
+
+bool HasRate(Workbench& workbench) {
+  if (IsPositive(workbench.trial.Rate)) {
+    return true;
+  }
+  ShowRefusal(workbench, {.title = "Invalid Sampling Rate",
+                          .text = "The sampling rate must be above zero for this operation.",
+                          .icon = Icon::Exclamation});
+  return false;
+}
+
+void ChangeRate(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  if (!HasIntervals(workbench) || !HasRate(workbench)) {
+    return;
+  }
+  const std::string typed = workbench.questions.AskInput(
+      {.title = "Change Sampling Rate",
+       .prompt = "Enter new sampling rate.  Current rate is " + FormatNumber(trial.Rate, "0.00 Hz.") +
+                 "  Note, all channels will be resampled."});
+  if (!typed.empty()) {
+    ResampleLinearly(workbench, RoundHalfEven(trial.NData * Val(typed) / trial.Rate));
+  }
+}
+
+void Shannon(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  if (!HasIntervals(workbench) || !HasRate(workbench)) {
+    return;
+  }
+  const std::string typed = AskDivisions(workbench);
+  const std::int64_t intervals = RoundHalfEven(Val(typed));
+  if (typed.empty() || !CanResampleTo(workbench, intervals)) {
+    return;
+  }
+  const std::int32_t before = trial.NData;
+  ProgressPanel panel(workbench);
+  panel.SetFormat("Reconstructing signals");
+  panel.SetStatus("Processing started.");
+  panel.SetLimits(0, static_cast<double>(intervals + 1));
+  const auto showAndGoOn = [&panel](std::int64_t done) {
+    constexpr std::int64_t samplesATurn = 16;
+    if (done % samplesATurn != 0) {
+      return true;
+    }
+    panel.SetValue(static_cast<double>(done));
+    return !panel.GiveTurn();
+  };
+  if (ShannonResample(trial, intervals, showAndGoOn)) {
+    panel.SetStatus("Channel " + ChannelNumber(trial.NChan) + " done.");
+    FinishResampling(workbench, before);
+  }
+}
+
+// --- Moving data along the abscissa
+
+void Reverse(Workbench& workbench) {
+  if (workbench.trial.NData < 1) {
+    return;
+  }
+  ReverseSamples(workbench.trial);
+  MarkChanged(workbench, true);
+  workbench.TimeReversed = !workbench.TimeReversed;
+  workbench.questions.AskBox(
+      {.text = "Time base reversed.  To undo, use this function again.", .icon = Icon::Information});
+}
+
+struct Move {
+  std::string_view pickPrompt;
+  std::string_view amountPrompt;
+  std::string_view refusal;
+  void (*kernel)(Trial&, const ChannelList&, std::int32_t shift);
+};
+
+constexpr Move kPhaseShift = {
+    "Choose which channel(s) to phase shift.",
+    "Enter number of points to shift channel(s).\n"
+    "Note, data will be lost with each shift. Enter 0 to cancel.",
+    "Shifting is cancelled.\nAmount of shift is greater than or equal to number of data.", ShiftSamples};
+constexpr Move kRotation = {"Choose which channel(s) to rotate.",
+                            "Enter number of points to rotate channel(s).\nEnter 0 to cancel.",
+                            "Amount of rotation is greater than or equal to number of data.", RotateSamples};
+
+// By how many places; 0 for nothing to do.
+std::int32_t AskAmount(Workbench& workbench, const Move& move) {
+  const std::string typed = workbench.questions.AskInput(
+      {.title = "Amount of Shift", .prompt = std::string(move.amountPrompt), .defaultText = "0"});
+  const std::int64_t amount = RoundHalfEven(Val(typed));
+  if (amount <= -workbench.trial.NData || amount >= workbench.trial.NData) {
+    ShowRefusal(workbench, {.text = std::string(move.refusal), .icon = Icon::Exclamation});
+    return 0;
+  }
+  return static_cast<std::int32_t>(amount);
+}
+
+void MovePicked(Workbench& workbench, const Move& move) {
+  if (workbench.trial.NData < 1) {
+    return;
+  }
+  const bool changed = workbench.trial.FileChanged;  // the picker itself marks the file
+  const ChannelList channels = PickChannels(workbench, move.pickPrompt);
+  const std::int32_t amount = channels.empty() ? 0 : AskAmount(workbench, move);
+  if (amount == 0) {
+    MarkChanged(workbench, changed);
+    return;
+  }
+  move.kernel(workbench.trial, channels, amount);
+  MarkChanged(workbench, true);
+}
+
+void PhaseShift(Workbench& workbench) {
+  MovePicked(workbench, kPhaseShift);
+}
+void Rotate(Workbench& workbench) {
+  MovePicked(workbench, kRotation);
+}
+
+// --- What the abscissa counts
+
+void RememberSeconds(Workbench& workbench) {
+  if (HoldsSeconds(workbench)) {
+    workbench.SecondsRate = workbench.trial.Rate;
+    workbench.SecondsDuration = workbench.trial.Duration;
+  }
+}
+
+void SetTimeBase(Workbench& workbench, TimeBase base) {
+  workbench.timeBase = base;
+  MarkChanged(workbench, true);
+}
+
+// A trial that came in another base has no seconds to go back to: its own rate and duration stay.
+void RestoreSeconds(Workbench& workbench) {
+  const bool known = workbench.SecondsRate > 0;
+  UseSeconds(workbench.trial, known ? workbench.SecondsRate : workbench.trial.Rate,
+             known ? workbench.SecondsDuration : workbench.trial.Duration);
+}
+
+void Count(Workbench& workbench) {
+  if (workbench.trial.NData < 1) {
+    return;
+  }
+  RememberSeconds(workbench);
+  UseSampleCount(workbench.trial);
+  SetTimeBase(workbench, TimeBase::Count);
+}
+
+void Percentage(Workbench& workbench) {
+  if (!HasIntervals(workbench)) {
+    return;
+  }
+  RememberSeconds(workbench);
+  UsePercentage(workbench.trial);
+  SetTimeBase(workbench, TimeBase::Percentage);
+}
+
+void Seconds(Workbench& workbench) {
+  if (workbench.trial.NData < 1) {
+    return;
+  }
+  RememberSeconds(workbench);
+  RestoreSeconds(workbench);
+  SetTimeBase(workbench, TimeBase::Seconds);
+}
+
+std::string AskOr(Workbench& workbench, const InputQuestion& question, const char* whenEmpty) {
+  const std::string typed = workbench.questions.AskInput(question);
+  return typed.empty() ? whenEmpty : typed;
+}
+
+void UserUnits(Workbench& workbench) {
+  if (!HasIntervals(workbench)) {
+    return;
+  }
+  const std::string typed =
+      workbench.questions.AskInput({.title = "User Units of Time Base",
+                                    .prompt = "Enter new length of timebase (abscissa) or press Cancel."});
+  if (typed.empty()) {
+    return;
+  }
+  const double length = Val(typed);
+  if (!IsPositive(length)) {
+    RefuseEntry(workbench, "Invalid entry.  Timebase unchanged.");
+    return;
+  }
+  const std::string label =
+      AskOr(workbench,
+            {.title = "Label for Abscissa",
+             .prompt = "Enter abscissa's label and units (e.g., Force (N)) or press Cancel",
+             .defaultText = "User Units"},
+            "Abscissa");
+  const std::string units = AskOr(workbench,
+                                  {.title = "Units for Abscissa",
+                                   .prompt = "Enter abscissa's units (e.g., N, kg, etc.) or press Cancel",
+                                   .defaultText = "?"},
+                                  "units");
+  RememberSeconds(workbench);
+  UseUserUnits(workbench.trial, length, label, units);
+  SetTimeBase(workbench, TimeBase::UserUnits);
+}
+
+void Frames(Workbench& workbench) {
+  if (!HasIntervals(workbench)) {
+    return;
+  }
+  const std::string typed = workbench.questions.AskInput(
+      {.title = "Video Frame for Time Base",
+       .prompt = "Enter number of analog records per frame of video or press Cancel.",
+       .defaultText = "1"});
+  if (typed.empty()) {
+    return;
+  }
+  const double recordsPerFrame = Val(typed);
+  if (!IsPositive(recordsPerFrame)) {
+    RefuseEntry(workbench, "Invalid entry.  Timebase unchanged.");
+    return;
+  }
+  RememberSeconds(workbench);
+  // Frames pass in seconds, whatever the abscissa counted until now.
+  const Trial& trial = workbench.trial;
+  const bool known = workbench.SecondsRate > 0;
+  UseFrames(workbench.trial, recordsPerFrame, known ? workbench.SecondsRate : trial.Rate,
+            known ? workbench.SecondsDuration : trial.Duration);
+  SetTimeBase(workbench, TimeBase::Frames);
+}
+
+// Row 0 holds seconds; only the way they are shown changes.
+void HhMmSs(Workbench& workbench) {
+  if (workbench.trial.NData < 1) {
+    return;
+  }
+  if (HoldsSeconds(workbench)) {
+    workbench.timeBase = TimeBase::HhMmSs;
+    return;
+  }
+  RestoreSeconds(workbench);
+  SetTimeBase(workbench, TimeBase::HhMmSs);
+}
+
+constexpr std::string_view kTimeBaseMenu = "&Analysis/&Time Base";
+constexpr std::string_view kUnitsMenu = "&Analysis/&Time Base/&Units";
+
+constexpr std::array kTimeBaseCommands = {
+    Command{"time.normalize", "&Normalize to number of intervals", kTimeBaseMenu, Needs::Data, Normalize},
+    Command{"time.phase-shift", "&Phase shift", kTimeBaseMenu, Needs::Data, PhaseShift},
+    Command{"time.reverse", "&Reverse timebase", kTimeBaseMenu, Needs::Data, Reverse},
+    Command{"time.shannon", "&Shannon Interpolation", kTimeBaseMenu, Needs::Data, Shannon},
+    Command{"time.rotate", "Ro&tate", kTimeBaseMenu, Needs::Data, Rotate},
+    Command{"time.change-rate", "&Change sampling rate", kTimeBaseMenu, Needs::Data, ChangeRate},
+    Command{"timebase.count", "&Count", kUnitsMenu, Needs::Data, Count},
+    Command{"timebase.percentage", "&Percentage", kUnitsMenu, Needs::Data, Percentage},
+    Command{"timebase.seconds", "&Seconds", kUnitsMenu, Needs::Data, Seconds},
+    Command{"timebase.user-units", "&User Units", kUnitsMenu, Needs::Data, UserUnits},
+    Command{"timebase.frames", "Video (C3D) &Frame rate", kUnitsMenu, Needs::Data, Frames},
+    Command{"timebase.hhmmss", "&HH:MM:SS", kUnitsMenu, Needs::Data, HhMmSs},
+};
+
+}  // namespace
+
+std::span<const Command> TimeBaseCommands() {
+  return kTimeBaseCommands;
+}
+
+}  // namespace velmora

@@ -1,0 +1,127 @@
+#include "formats/native_ascii/native_ascii_writer.hpp"
+
+#include <algorithm>
+#include <string>
+
+#include "core/files/files.hpp"
+#include "core/text/number_text.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/native_ascii/native_ascii_layout.hpp"
+#include "formats/text_block.hpp"
+
+namespace velmora {
+namespace {
+
+using native_ascii::kFieldWidth;
+using native_ascii::kMark;
+
+constexpr int kMostChannels = 16;
+constexpr std::string_view kLineEnd = "\r\n";
+
+bool AcceptsChannelLimit(Workbench& workbench) {
+  const Box box{.title = "Too Many Channels",
+                .text =
+                    "Can only save 16 channels with this format.\nPress OK to continue to save first 16 or "
+                    "press cancel to select a different format.",
+                .icon = Icon::Exclamation,
+                .buttons = {Button::OK, Button::Cancel}};
+  return workbench.trial.NChan <= kMostChannels || ShowRefusal(workbench, box) == Button::OK;
+}
+
+bool AskName(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  return AskSaveName(workbench,
+                     {.title = "Save data from samples " + std::to_string(trial.CursorLo) + " to " +
+                               std::to_string(trial.CursorHi) + " in a .VMA file",
+                      .defaultName = trial.TrialName + ".vma",
+                      .extension = ".vma",
+                      .filter = "Velmora1 ASCII (.vma)|*.vma|ASCII (.asc)|*.asc|All files (*.*)|*.*"});
+}
+
+// The number that the file gives its last sample; the first is 0.
+std::int32_t LastSampleNumber(const Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  const bool range = workbench.SaveRangeSet && trial.CursorLo != -1;
+  return range ? trial.CursorHi - trial.CursorLo : trial.NData - 1;
+}
+
+// "* " and the rate in eight columns. A rate of nine characters takes the blank too, which the reader
+// allows; longer ones lose their first digits.
+std::string MarkedRate(double rate) {
+  std::string text = FormatField10Short(rate);
+  text.erase(0, text.find_first_not_of(' ') == 1 ? 1 : 2);
+  const std::size_t width = kFieldWidth - 1;
+  text = PadLeft(text, width);
+  return "*" + text.substr(text.size() - width);
+}
+
+std::string Header(const Workbench& workbench, int channels, std::int32_t lastSample) {
+  const Trial& trial = workbench.trial;
+  const double duration = trial.Rate > 0 ? lastSample / trial.Rate : 0.0;
+  std::string numbers = "* Channel:";
+  std::string labels = "* Time    ";
+  std::string rates = MarkedRate(trial.Rate);
+  for (int c = 1; c <= channels; ++c) {
+    numbers += PadLeft(ChannelNumber(c), kFieldWidth);
+    labels += PadRight(trial.ChanLabel[c].Text(), kFieldWidth);
+    rates += FormatField10Short(trial.Rate);
+  }
+  const bool marked = trial.TrialTitle.starts_with(kMark);
+  std::string header;
+  for (const std::string& line :
+       {std::string(kMark) + workbench.OutputFileName, std::string(kMark) + trial.FileName,
+        (marked ? "" : std::string(kMark)) + trial.TrialTitle,
+        MarkedRate(trial.Rate) + FormatField10(duration), "*        0    " + std::to_string(lastSample),
+        numbers, labels, rates}) {
+    header.append(ToWindows1252(OneLine(line))).append(kLineEnd);
+  }
+  return header;
+}
+
+void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, int channels) {
+  // Cursors of a single sample lie outside the trial.
+  const std::int32_t first = std::max(trial.CursorLo, 1);
+  const std::int32_t last = std::min(trial.CursorHi, trial.NData);
+  panel.SetLimits(first, last);
+  TextBlock block(file);
+  for (std::int32_t j = first; j <= last; ++j) {
+    const double time = trial.Rate > 0 ? static_cast<double>(j - first) / trial.Rate : 0.0;
+    const std::string timeField = FormatField10(time);
+    const float* frame = trial.matrix.Frame(j);
+    char* at = block.Begin(timeField.size() + static_cast<std::size_t>(channels) * kLongestNumber + 2);
+    at = std::copy(timeField.begin(), timeField.end(), at);
+    for (int c = 1; c <= channels; ++c) {
+      at = PutFixed(at, frame[c], 4, kFieldWidth);
+    }
+    block.End(std::copy(kLineEnd.begin(), kLineEnd.end(), at));
+    if (j % kSamplesPerTurn == 0) {
+      panel.SetValue(j);
+    }
+  }
+  block.Flush();
+}
+
+}  // namespace
+
+void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
+  Trial& trial = workbench.trial;
+  if (!AcceptsChannelLimit(workbench) || !AskName(workbench)) {
+    return;
+  }
+  const int channels = std::min<int>(trial.NChan, kMostChannels);
+  const std::int32_t lastSample = LastSampleNumber(workbench);
+  panel.SetStatus("Saving data (n= " + std::to_string(lastSample + 1) + ")");
+  OutputFile file(workbench.OutputFileName);
+  file.Write(Header(workbench, channels, lastSample));
+  WriteSamples(trial, panel, file, channels);
+  file.Commit();
+  if (channels < trial.NChan) {
+    trial.CutChannels(channels);
+    ShowFirstChannelPage(workbench);
+  }
+  MarkChanged(workbench, false);
+}
+
+}  // namespace velmora

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "core/questions/progress.hpp"
+#include "core/workbench.hpp"
+
+namespace velmora {
+
+/// Asks for a name and saves the samples between the cursors as a native ASCII file (.VMA): labels cut
+/// to 10 characters, values with four decimals, no units. The format holds 16 channels: a trial of
+/// more is cut to 16, after a warning, once they are saved.
+/// Throws FileError, with workbench.OutputFileName set, when the file cannot be written; the file on
+/// disk and the trial are then as they were.
+void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel);
+
+}  // namespace velmora

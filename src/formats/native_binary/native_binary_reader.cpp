@@ -1,0 +1,174 @@
+#include "formats/native_binary/native_binary_reader.hpp"
+
+#include <algorithm>
+#include <new>
+#include <optional>
+#include <string>
+
+#include "core/files/files.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "formats/native_binary/native_binary_layout.hpp"
+#include "formats/native_binary/native_samples.hpp"
+#include "formats/read_error.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr std::int16_t kBinaryFileType = 253;
+
+struct Headers {
+  NativeRecords records;
+  std::int64_t samplesAt = 0;  // offset of the first sample
+};
+
+// Throws FileError when the file ends inside a header block.
+std::string ReadBlock(const InputFile& file, std::int64_t& offset, std::size_t bytes) {
+  std::string block(bytes, '\0');
+  if (file.ReadAt(offset, block.data(), bytes) < bytes) {
+    throw FileError("the file ends inside its header");
+  }
+  offset += static_cast<std::int64_t>(bytes);
+  return block;
+}
+
+bool HasIdentification(const InputFile& file) {
+  std::string magic(std::string_view(native::kMagic).size(), '\0');
+  return file.ReadAt(0, magic.data(), magic.size()) == magic.size() && magic == native::kMagic;
+}
+
+Headers ReadHeaders(const InputFile& file, bool identified) {
+  Headers headers;
+  std::int64_t at = identified ? static_cast<std::int64_t>(native::kIdentificationBytes) : 0;
+  headers.records.TrialRecord = ReadBlock(file, at, native::kTrialRecordBytes);
+  headers.records.FILMINFO = ReadBlock(file, at, native::kFilmInfoBytes);
+  headers.records.SETUPINFO = ReadBlock(file, at, native::kSetupInfoBytes);
+  headers.records.EXPTINFO = ReadBlock(file, at, native::kExptInfoBytes);
+  headers.samplesAt = at;
+  const auto channels = native::Get<std::int16_t>(headers.records.TrialRecord, native::kNChan);
+  const auto samples = native::Get<std::int32_t>(headers.records.TrialRecord, native::kNData);
+  if (channels < 0 || channels > kMaxChannels || samples < 0) {
+    throw FileError("the header counts impossible channels or samples");
+  }
+  return headers;
+}
+
+std::string TextAt(const std::string& record, std::size_t offset, std::size_t bytes) {
+  return FromWindows1252(std::string_view(record).substr(offset, bytes));
+}
+
+void TakeChannel(Trial& trial, const std::string& record, int channel) {
+  const auto c = static_cast<std::size_t>(channel);
+  trial.ChanAutozero[c] = native::Get<std::int16_t>(record, native::kAutozero + 2 * c);
+  trial.ChanNumber[c] = native::Get<std::int16_t>(record, native::kNumber + 2 * c);
+  trial.ChanRate[c] = native::Get<double>(record, native::kChanRate + 8 * c);
+  trial.ChanGain[c] = native::Get<double>(record, native::kGain + 8 * c);
+  trial.ChanOffset[c] = native::Get<double>(record, native::kOffset + 8 * c);
+  trial.ChanGraphSlot[c] = native::Get<std::int16_t>(record, native::kGraphSlot + 2 * c);
+  trial.ChanColour[c] = native::Get<std::int16_t>(record, native::kColour + 2 * c);
+  trial.ChanLabel[c] = TextAt(record, native::kLabel + native::kNameBytes * c, native::kNameBytes);
+  trial.ChanUnits[c] = TextAt(record, native::kUnits + native::kNameBytes * c, native::kNameBytes);
+}
+
+void TakeHeaders(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  const std::string& record = workbench.records.TrialRecord;
+  for (int line = 1; line <= native::kExperimentLines; ++line) {
+    const std::size_t offset = static_cast<std::size_t>(line - 1) * native::kExperimentLineBytes;
+    trial.HeaderLines[line] = TextAt(workbench.records.EXPTINFO, offset, native::kExperimentLineBytes);
+  }
+  trial.TrialTitle = TextAt(record, native::kTitle, native::kTitleBytes);
+  trial.NChan = native::Get<std::int16_t>(record, native::kNChan);
+  trial.NData = native::Get<std::int32_t>(record, native::kNData);
+  trial.Rate = native::Get<double>(record, native::kRate);
+  trial.Duration = native::Get<double>(record, native::kDuration);
+  trial.HeaderLines[5] = "  ndata= " + FormatNumber(trial.NData, "   # ") +
+                         "  sampling rate= " + FormatNumber(trial.Rate, workbench.RatePattern) +
+                         "  duration= " + FormatNumber(trial.Duration, workbench.TimePattern);
+  trial.HeaderLineCount = 5;
+  for (int c = 0; c <= trial.NChan; ++c) {
+    TakeChannel(trial, record, c);
+  }
+}
+
+void ReportHeaderError(Workbench& workbench, ProgressPanel& panel) {
+  workbench.trial.DiscardData();
+  workbench.trial.FileTypeCode = kUnknownFileType;
+  panel.SetFormat("Unknown filetype");
+  ShowFailure(workbench, {.title = "File read error",
+                          .text = "Error reading file.  File may be empty, corrupt, or in an unknown format.",
+                          .icon = Icon::Exclamation});
+}
+
+void ReportCancel(Workbench& workbench, ProgressPanel& panel, int lastRow) {
+  Trial& trial = workbench.trial;
+  panel.SetFormat("Reading cancelled by user");
+  panel.SetStatus(std::to_string(trial.NData) + " samples/channel");
+  const int channels = trial.NChan;
+  if (channels == 0 || lastRow == 0) {
+    trial.DiscardData();
+    workbench.questions.AskBox({.text = "Reading cancelled.", .icon = Icon::Exclamation});
+    return;
+  }
+  workbench.questions.AskBox({.text = "Reading cancelled only " + std::to_string(lastRow) + " of " +
+                                      std::to_string(channels) + " channels were read.",
+                              .icon = Icon::Exclamation});
+  trial.CutChannels(lastRow);
+}
+
+void ReadOpened(Workbench& workbench, ProgressPanel& panel, const InputFile& file) {
+  Trial& trial = workbench.trial;
+  const bool identified = HasIdentification(file);
+  if (!identified) {
+    // Older files have no identification line: their header blocks start at once.
+    ShowRefusal(workbench,
+                {.title = "File Type Error",
+                 .text = "File format is not a recognizable Velmora2 binary file (.VMB) or file is corrupt.",
+                 .icon = Icon::Exclamation});
+  }
+  panel.SetStatus("Reading trial information");
+  Headers headers = ReadHeaders(file, identified);
+  workbench.records = std::move(headers.records);
+  TakeHeaders(workbench);
+  panel.SetStatus("Header read.");
+  panel.SetLimits(0, trial.NChan + 2);
+  panel.SetStatus("Reading " + std::to_string(trial.NData) + " x " + std::to_string(trial.NChan) + " data");
+  if (const std::optional<int> lastRow = ReadNativeSamples(trial, panel, file, headers.samplesAt)) {
+    ReportCancel(workbench, panel, *lastRow);
+  } else {
+    panel.SetStatus(std::to_string(trial.NData) + " samples/channel");
+  }
+}
+
+}  // namespace
+
+void ReadNativeBinary(Workbench& workbench, ProgressPanel& panel) {
+  workbench.trial.DiscardData();
+  workbench.trial.FileTypeCode = kBinaryFileType;
+  panel.SetFormat("Velmora2 binary analog (.VMB)");
+  std::optional<InputFile> file;
+  try {
+    file.emplace(workbench.trial.FileName);
+  } catch (const FileError& error) {
+    ReportReadError(workbench, error.what());
+    return;
+  }
+  try {
+    ReadOpened(workbench, panel, *file);
+  } catch (const FileError&) {
+    ReportHeaderError(workbench, panel);
+  } catch (const std::bad_alloc&) {
+    ReportHeaderError(workbench, panel);
+  }
+}
+
+void ApplyViewFlags(Workbench& workbench) {
+  const auto flags = native::Get<std::int16_t>(workbench.records.FILMINFO, native::kViewFlags);
+  workbench.trial.PairedGraphs = flags == native::kPairedGraphs || flags == native::kPairedAndPercentage;
+  if (flags == native::kPercentage || flags == native::kPairedAndPercentage) {
+    workbench.timeBase = TimeBase::Percentage;
+  }
+}
+
+}  // namespace velmora

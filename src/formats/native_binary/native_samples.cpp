@@ -1,0 +1,117 @@
+#include "formats/native_binary/native_samples.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "core/trial/transpose.hpp"
+
+namespace velmora {
+namespace {
+
+// A piece of every row at a time is read and turned over: 64 pieces stay in the second-level cache.
+constexpr std::int64_t kPieceSamples = 4096;
+// Keeps the pieces of neighbouring rows out of each other's cache sets.
+constexpr std::int64_t kPieceStride = kPieceSamples + 16;
+// How far ahead of the reading the system is asked for each row; matters for files not in memory.
+constexpr std::int64_t kAheadSamples = 32 * kPieceSamples;
+constexpr int kFewestBundleRows = 16;
+constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
+
+struct Source {
+  const InputFile& file;
+  std::int64_t offset;   // of row 0
+  std::int64_t samples;  // in each row
+
+  [[nodiscard]] std::int64_t At(int row, std::int64_t sample) const {
+    return offset + (row * samples + sample) * kFloat;
+  }
+};
+
+// Rows first to last, both included.
+struct Bundle {
+  int first;
+  int last;
+};
+
+int RowsInBundle(std::int64_t samples, std::int64_t bytes) {
+  const std::int64_t fitting = bytes / std::max<std::int64_t>(samples * kFloat, 1);
+  return static_cast<int>(std::clamp<std::int64_t>(fitting, kFewestBundleRows, kMaxChannels + 1));
+}
+
+void Prefetch(const Source& source, Bundle bundle, std::int64_t sample) {
+  const std::int64_t count = std::min(kAheadSamples, source.samples - sample);
+  for (int row = bundle.first; row <= bundle.last && count > 0; ++row) {
+    source.file.Prefetch(source.At(row, sample), count * kFloat);
+  }
+}
+
+// One row's piece; what the file does not hold, or the disk does not give, is 0.
+void ReadPiece(const Source& source, int row, std::int64_t sample, std::int64_t count, float* piece) {
+  std::size_t got = 0;
+  try {
+    got = source.file.ReadAt(source.At(row, sample), piece, static_cast<std::size_t>(count * kFloat));
+  } catch (const FileError&) {
+    got = 0;
+  }
+  std::fill(piece + got / sizeof(float), piece + count, 0.0F);
+}
+
+void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle bundle,
+                std::vector<float>& pieces) {
+  Prefetch(source, bundle, 0);
+  for (std::int64_t sample = 0; sample < source.samples; sample += kPieceSamples) {
+    if (source.At(bundle.first, sample) >= source.file.Size()) {
+      break;  // nothing more in the first row, so nothing in the later ones: the matrix is 0 already
+    }
+    if (sample % kAheadSamples == 0) {
+      if (panel.GiveTurn()) {
+        bundle.last = bundle.first;  // the first row's end is where Cancel counts: the others are not kept
+      }
+      Prefetch(source, bundle, sample + kAheadSamples);
+    }
+    const std::int64_t count = std::min(kPieceSamples, source.samples - sample);
+    for (int row = bundle.first; row <= bundle.last; ++row) {
+      ReadPiece(source, row, sample, count, pieces.data() + (row - bundle.first) * kPieceStride);
+    }
+    RowsToFrames(pieces.data(), kPieceStride, bundle.last - bundle.first + 1, count,
+                 trial.matrix.Frame(sample + 1) + bundle.first, trial.matrix.Stride());
+  }
+}
+
+void ShowRow(ProgressPanel& panel, int row, int channels) {
+  if (row == 0) {
+    panel.SetStatus("Header read.  Reading times.");
+    panel.SetValue(1);
+  } else {
+    panel.SetStatus("Reading channel " + std::to_string(row) + " of " + std::to_string(channels) + ".");
+  }
+}
+
+}  // namespace
+
+std::optional<int> ReadNativeSamples(Trial& trial, ProgressPanel& panel, const InputFile& file,
+                                     std::int64_t offset, std::int64_t bundleBytes) {
+  const int channels = trial.NChan;
+  const Source source{file, offset, trial.NData};
+  const bool complete = source.At(channels + 1, 0) <= file.Size();
+  trial.AllocateData(channels, source.samples,
+                     complete ? SampleMatrix::Fill::None : SampleMatrix::Fill::Zero);
+  const int step = std::min(RowsInBundle(source.samples, bundleBytes), channels + 1);
+  std::vector<float> pieces(static_cast<std::size_t>(step * kPieceStride));
+  for (int first = 0; first <= channels; first += step) {
+    const Bundle bundle{first, std::min(first + step - 1, channels)};
+    ReadBundle(trial, panel, source, bundle, pieces);
+    for (int row = bundle.first; row <= bundle.last; ++row) {
+      ShowRow(panel, row, channels);
+      if (panel.GiveTurn()) {
+        return row;
+      }
+      panel.SetValue(row + 2);
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace velmora

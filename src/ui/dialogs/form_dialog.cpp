@@ -1,0 +1,344 @@
+#include "ui/dialogs/form_dialog.hpp"
+
+#include <QBoxLayout>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTableWidget>
+
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "ui/dialogs/filter_test_picture.hpp"
+#include "ui/dialogs/response_picture.hpp"
+#include "ui/dialogs/text_picture.hpp"
+#include "ui/main/theme.hpp"
+#include "ui/text.hpp"
+
+namespace velmora::ui {
+namespace {
+
+constexpr std::size_t kFieldsThatFit = 18;
+
+bool IsPerChannel(const FormField& field) {
+  return std::holds_alternative<ChannelNumbers*>(field.target) ||
+         std::holds_alternative<ChannelFlags*>(field.target);
+}
+
+QLabel* RemarkLabel(const QString& text) {
+  auto* label = new QLabel(text);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  SetTone(label, Tone::Quiet);
+  return label;
+}
+
+QString HeadOf(const FormField& field) {
+  const QString name = ToQt(WithoutMnemonic(ToStd(SplitCaption(field).name)));
+  const QString units = QStringLiteral("(") + ToQt(field.units) + QStringLiteral(")");
+  return field.units.empty() || name.endsWith(units) ? name : name + QStringLiteral(" ") + units;
+}
+
+// A number as somebody reads it; its tip has all of it.
+QTableWidgetItem* ItemOf(const ResultTable::Cell& cell) {
+  constexpr int digits = 7;
+  const double* number = std::get_if<double>(&cell);
+  auto* item = new QTableWidgetItem(number != nullptr ? QString::number(*number, 'g', digits)
+                                                      : ToQt(std::get<std::string>(cell)));
+  item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+  if (number != nullptr) {
+    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    item->setToolTip(ToQt(PlainNumber(*number)));
+  }
+  return item;
+}
+
+QTableWidget* TableOf(const ResultTable& results) {
+  auto* table =
+      new QTableWidget(static_cast<int>(results.rows.size()), static_cast<int>(results.columns.size()));
+  for (int k = 0; k < table->columnCount(); ++k) {
+    table->setHorizontalHeaderItem(k,
+                                   new QTableWidgetItem(ToQt(results.columns[static_cast<std::size_t>(k)])));
+  }
+  for (int row = 0; row < table->rowCount(); ++row) {
+    for (int k = 0; k < table->columnCount(); ++k) {
+      const ResultTable::Cell& cell =
+          results.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(k)];
+      table->setItem(row, k, ItemOf(cell));
+    }
+  }
+  table->verticalHeader()->hide();
+  table->resizeColumnsToContents();
+  table->horizontalHeader()->setStretchLastSection(true);
+  table->setMinimumSize(360, 220);
+  return table;
+}
+
+}  // namespace
+
+FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* picture, QWidget* parent)
+    : AskingDialog(parent), form_(form), workbench_(workbench), picture_(picture) {
+  setObjectName(ToQt(form.Name()));
+  setWindowTitle(ToQt(form.Title()));
+  auto* layout = new QVBoxLayout(this);
+  layout->setSpacing(14);
+  auto* sides = new QHBoxLayout;
+  sides->setSpacing(18);
+  layout->addLayout(sides, 1);
+  if (QWidget* fields = MakeFields()) {
+    sides->addWidget(fields, 0, Qt::AlignTop);
+  }
+  auto* wide = new QVBoxLayout;
+  AddTable(wide);
+  if (picture_ != nullptr) {
+    picture_->setObjectName(QStringLiteral("picture"));
+    wide->addWidget(picture_, 1);
+  }
+  const bool shows = wide->count() > 0 || !form_.Tables().empty();
+  results_ = new QWidget;
+  (new QVBoxLayout(results_))->setContentsMargins(0, 0, 0, 0);
+  wide->addWidget(results_, 1);
+  sides->addLayout(wide, shows ? 1 : 0);
+  AddButtons(layout);
+}
+
+QWidget* FormDialog::MakeFields() {
+  auto* fields = new QWidget;
+  auto* rows = new QFormLayout(fields);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setRowWrapPolicy(QFormLayout::DontWrapRows);
+  rows->setVerticalSpacing(9);
+  rows->setHorizontalSpacing(14);
+  rows->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
+  for (const FormField& field : form_.Fields()) {
+    if (IsPerChannel(field)) {
+      continue;
+    }
+    FieldEditor* editor = MakeFieldEditor(form_, field, fields);
+    connect(editor, &FieldEditor::Edited, this, [this] { FieldsChanged(); });
+    const FieldCaption caption = SplitCaption(field);
+    QLabel* label = nullptr;
+    if (editor->ShowsCaption() || caption.name.isEmpty()) {
+      rows->addRow(editor);
+    } else {
+      label = new QLabel(caption.name);
+      label->setBuddy(editor);
+      label->setWordWrap(caption.name.size() > 30);
+      rows->addRow(label, editor);
+    }
+    QLabel* remark = nullptr;
+    if (!caption.remark.isEmpty()) {
+      remark = RemarkLabel(caption.remark);
+      rows->addRow(QString(), remark);
+    }
+    rows_.push_back({editor, label, remark});
+  }
+  if (rows_.empty()) {
+    delete fields;
+    return nullptr;
+  }
+  if (rows_.size() <= kFieldsThatFit) {
+    return fields;
+  }
+  auto* scroll = new QScrollArea;
+  scroll->setWidget(fields);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setMinimumSize(720, 480);
+  return scroll;
+}
+
+ChannelColumn FormDialog::ColumnOf(const FormField& field) {
+  ChannelColumn column;
+  column.head = HeadOf(field);
+  column.tip = SplitCaption(field).remark;
+  const FormField* target = &field;
+  if (ChannelFlags* const* flags = std::get_if<ChannelFlags*>(&field.target)) {
+    column.kind = ChannelColumn::Kind::Check;
+    column.checked = [values = *flags](int channel) { return (*values)[channel]; };
+    if (!field.readOnly) {
+      column.check = [this, target](int channel, bool on) {
+        form_.Edit(*target, channel, on ? "true" : "false");
+      };
+    }
+    return column;
+  }
+  column.kind = field.isColour ? ChannelColumn::Kind::Colour : ChannelColumn::Kind::Number;
+  column.text = [values = std::get<ChannelNumbers*>(field.target)](int channel) {
+    return ToQt(PlainNumber((*values)[channel]));
+  };
+  if (!field.readOnly) {
+    column.edit = [this, target](int channel, const QString& typed) {
+      form_.Edit(*target, channel, ToStd(typed));
+    };
+  }
+  return column;
+}
+
+void FormDialog::AddTable(QBoxLayout* to) {
+  std::vector<ChannelColumn> columns = {NumberColumn(), LabelColumn(workbench_), UnitsColumn(workbench_)};
+  // A form that is about the colours shows its own.
+  if (std::none_of(form_.Fields().begin(), form_.Fields().end(),
+                   [](const FormField& field) { return field.isColour; })) {
+    columns.insert(columns.begin(), SwatchColumn());
+  }
+  const std::size_t given = columns.size();
+  for (const FormField& field : form_.Fields()) {
+    if (IsPerChannel(field)) {
+      columns_.push_back({&field, static_cast<int>(columns.size())});
+      columns.push_back(ColumnOf(field));
+    }
+  }
+  if (columns.size() == given) {
+    return;
+  }
+  model_ = new ChannelTableModel(workbench_, std::move(columns), this);
+  table_ = new ChannelTableView(workbench_, nullptr, model_, this);
+  int width = 24;
+  for (int k = 0; k < model_->columnCount({}); ++k) {
+    width += table_->horizontalHeader()->sectionSize(k);
+  }
+  table_->setMinimumSize(std::max(width, 420), 240);
+  table_->horizontalHeader()->setStretchLastSection(true);
+  connect(model_, &ChannelTableModel::Edited, this, [this] { FieldsChanged(); });
+  connect(model_, &ChannelTableModel::Refused, this, [this](const QString& why) { refusal_->setText(why); });
+  connect(table_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+    if (picture_ != nullptr) {
+      picture_->Show(table_->CurrentChannel());
+    }
+  });
+  to->addWidget(table_, 2);
+  for (const FormField& field : form_.Fields()) {
+    const FieldCaption caption = SplitCaption(field);
+    if (IsPerChannel(field) && !caption.remark.isEmpty()) {
+      to->addWidget(RemarkLabel(caption.name + QStringLiteral(": ") + caption.remark));
+    }
+  }
+}
+
+// A form that shows tables makes new ones after an edit.
+void FormDialog::ShowResults() {
+  results_->setVisible(!form_.Tables().empty());
+  QLayout* layout = results_->layout();
+  while (QLayoutItem* item = layout->takeAt(0)) {
+    delete item->widget();
+    delete item;
+  }
+  for (const ResultTable& results : form_.Tables()) {
+    auto* title = new QLabel(ToQt(results.title));
+    title->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(title);
+    layout->addWidget(TableOf(results));
+  }
+}
+
+// An edit of one field may hide others, name them anew or take choices from them.
+void FormDialog::ShowFields() {
+  for (const FieldRow& row : rows_) {
+    const FormField& field = row.editor->Field();
+    row.editor->setVisible(!field.hidden);
+    row.editor->Refresh();
+    if (row.caption != nullptr) {
+      row.caption->setVisible(!field.hidden);
+      row.caption->setText(SplitCaption(field).name);
+    }
+    if (row.remark != nullptr) {
+      row.remark->setVisible(!field.hidden);
+    }
+  }
+}
+
+void FormDialog::ShowColumns() {
+  QHeaderView* heads = table_->horizontalHeader();
+  for (const FieldColumn& shown : columns_) {
+    table_->setColumnHidden(shown.column, shown.field->hidden);
+    model_->SetHead(shown.column, HeadOf(*shown.field));
+    if (!shown.field->hidden) {  // whatever the head is now, it can be read
+      heads->resizeSection(shown.column,
+                           std::max(heads->sectionSize(shown.column), heads->sectionSizeHint(shown.column)));
+    }
+  }
+  model_->Refresh();
+}
+
+void FormDialog::AddButtons(QBoxLayout* to) {
+  auto* row = new QHBoxLayout;
+  refusal_ = new QLabel;
+  refusal_->setTextFormat(Qt::PlainText);
+  refusal_->setWordWrap(true);  // a long one must not widen the dialogue
+  SetTone(refusal_, Tone::Warning);
+  to->addWidget(refusal_);
+  std::vector<QPushButton*> right;
+  for (const FormButton& button : form_.Buttons()) {
+    auto* push = new QPushButton(ToQt(button.caption));
+    push->setAutoDefault(false);
+    push->setDefault(button.role == FormButton::Role::Accept);
+    connect(push, &QPushButton::clicked, this, [this, &button] { PressButton(button); });
+    if (button.role == FormButton::Role::Other) {
+      row->addWidget(push);
+    } else {
+      right.push_back(push);
+    }
+    if (button.role == FormButton::Role::Cancel) {
+      SetCancelCaption(WithoutMnemonic(button.caption));
+    }
+  }
+  row->addStretch();
+  for (QPushButton* push : right) {
+    row->addWidget(push);
+  }
+  to->addLayout(row);
+  const bool cancels =
+      std::any_of(form_.Buttons().begin(), form_.Buttons().end(),
+                  [](const FormButton& button) { return button.role == FormButton::Role::Cancel; });
+  if (!cancels) {
+    SetCancelCaption("OK");
+  }
+}
+
+void FormDialog::PressButton(const FormButton& button) {
+  if (button.role != FormButton::Role::Cancel) {
+    if (table_ != nullptr) {
+      table_->FinishEditing();
+    }
+    for (const FieldRow& row : rows_) {
+      if (!row.editor->Commit()) {
+        row.editor->setFocus();
+        return;
+      }
+    }
+  }
+  Press(WithoutMnemonic(button.caption));
+}
+
+void FormDialog::Refresh() {
+  FieldsChanged();
+}
+
+void FormDialog::FieldsChanged() {
+  refusal_->clear();
+  ShowFields();
+  if (model_ != nullptr) {
+    ShowColumns();
+  }
+  ShowResults();
+  if (picture_ != nullptr) {
+    picture_->Show(table_ != nullptr ? table_->CurrentChannel() : 0);
+  }
+}
+
+std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, QWidget* parent) {
+  FormPicture* picture = nullptr;
+  if (ShowsFilter(form)) {
+    picture = new ResponsePicture(form, workbench);
+  } else if (form.Name() == "frmParse") {
+    picture = new TextPicture(form, workbench);
+  } else if (form.Name() == "frmFiltering") {
+    picture = new FilterTestPicture(form);
+  }
+  return std::make_unique<FormDialog>(form, workbench, picture, parent);
+}
+
+}  // namespace velmora::ui

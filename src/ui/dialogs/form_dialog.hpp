@@ -1,0 +1,64 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "core/questions/form.hpp"
+#include "core/workbench.hpp"
+#include "ui/dialogs/asking_dialog.hpp"
+#include "ui/dialogs/field_editor.hpp"
+#include "ui/dialogs/form_picture.hpp"
+#include "ui/trial/channel_table_view.hpp"
+
+class QBoxLayout;
+class QLabel;
+
+namespace velmora::ui {
+
+/// Draws any form: its fields by their kind, values per channel as one table, its buttons with their
+/// mnemonics. A picture, if there is one, follows the fields.
+class FormDialog : public AskingDialog {
+  Q_OBJECT
+
+ public:
+  FormDialog(Form& form, const Workbench& workbench, FormPicture* picture, QWidget* parent);
+
+ protected:
+  void Refresh() override;
+
+ private:
+  QWidget* MakeFields();
+  void AddTable(QBoxLayout* to);
+  void ShowResults();
+  void ShowFields();
+  void ShowColumns();
+  void AddButtons(QBoxLayout* to);
+  void PressButton(const FormButton& button);
+  void FieldsChanged();
+  [[nodiscard]] ChannelColumn ColumnOf(const FormField& field);
+
+  Form& form_;
+  const Workbench& workbench_;
+  FormPicture* picture_;
+  /// A field as it is drawn, with what stands beside and below it (nullptr: nothing).
+  struct FieldRow {
+    FieldEditor* editor;
+    QLabel* caption;
+    QLabel* remark;
+  };
+  std::vector<FieldRow> rows_;
+  struct FieldColumn {
+    const FormField* field;
+    int column;
+  };
+  std::vector<FieldColumn> columns_;  // of the table of channels
+  QWidget* results_ = nullptr;
+  ChannelTableModel* model_ = nullptr;
+  ChannelTableView* table_ = nullptr;
+  QLabel* refusal_ = nullptr;
+};
+
+/// The dialogue for this form, with the picture that belongs to it.
+std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, QWidget* parent);
+
+}  // namespace velmora::ui

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+
+#include "core/questions/picker.hpp"
+#include "core/workbench.hpp"
+#include "ui/dialogs/asking_dialog.hpp"
+#include "ui/trial/channel_table_view.hpp"
+
+class QBoxLayout;
+class QLabel;
+class QLineEdit;
+
+namespace velmora::ui {
+
+/// Draws the channel picker: one scrolling list with the trace, the check box and the value of every
+/// channel. Pages are places in the list.
+class PickerDialog : public AskingDialog {
+  Q_OBJECT
+
+ public:
+  PickerDialog(ChannelPicker& picker, const Workbench& workbench, const ChannelTraces& traces,
+               QWidget* parent);
+
+ protected:
+  void Refresh() override;
+
+ private:
+  [[nodiscard]] std::vector<ChannelColumn> Columns();
+  void AddHead(QBoxLayout* to);
+  void AddCommands(QBoxLayout* to);
+  void AddClosing(QBoxLayout* to);
+  void Command(QBoxLayout* to, const char* caption, const std::function<void(ChannelPicker&)>& procedure);
+  void ShowPage();
+
+  ChannelPicker& picker_;
+  const Workbench& workbench_;
+  ChannelTableModel* model_;
+  ChannelTableView* table_;
+  QLabel* count_;
+};
+
+}  // namespace velmora::ui

@@ -1,0 +1,229 @@
+#include "ui/dialogs/qt_questions.hpp"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <utility>
+
+#include "core/questions/form.hpp"
+#include "core/questions/picker.hpp"
+#include "core/questions/progress.hpp"
+#include "ui/dialogs/form_dialog.hpp"
+#include "ui/dialogs/picker_dialog.hpp"
+#include "ui/text.hpp"
+
+namespace velmora::ui {
+namespace {
+
+QMessageBox::Icon BoxIcon(Icon icon) {
+  switch (icon) {
+    case Icon::Exclamation:
+      return QMessageBox::Warning;
+    case Icon::Information:
+      return QMessageBox::Information;
+    case Icon::Question:
+      return QMessageBox::Question;
+    case Icon::Stop:
+      return QMessageBox::Critical;
+    case Icon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButton BoxButton(Button button) {
+  switch (button) {
+    case Button::Cancel:
+      return QMessageBox::Cancel;
+    case Button::Yes:
+      return QMessageBox::Yes;
+    case Button::No:
+      return QMessageBox::No;
+    case Button::Retry:
+      return QMessageBox::Retry;
+    case Button::OK:
+      break;
+  }
+  return QMessageBox::Ok;
+}
+
+bool Has(const Box& box, Button button) {
+  return std::find(box.buttons.begin(), box.buttons.end(), button) != box.buttons.end();
+}
+
+/// The button for whoever presses Enter without having read.
+Button SafeButton(const Box& box) {
+  if (Has(box, Button::Cancel)) {
+    return Button::Cancel;
+  }
+  return Has(box, Button::No) && box.icon != Icon::Question ? Button::No : box.buttons.front();
+}
+
+/// What Esc and the close button of the box mean.
+Button LeavingButton(const Box& box) {
+  if (Has(box, Button::Cancel)) {
+    return Button::Cancel;
+  }
+  return Has(box, Button::No) ? Button::No : box.buttons.front();
+}
+
+// "Text (.TXT)|*.txt|All files (*.*)|*.*" as Qt wants it: "Text (*.txt)", "All files (*)".
+QStringList NameFilters(const std::string& filter) {
+  const QStringList parts = ToQt(filter).split('|');
+  QStringList names;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    const QString caption = parts[i].section('(', 0, 0).trimmed();
+    QString patterns = parts[i + 1];
+    patterns.replace(';', ' ').replace(QStringLiteral("*.*"), QStringLiteral("*"));
+    names << caption + QStringLiteral(" (") + patterns + QStringLiteral(")");
+  }
+  return names;
+}
+
+}  // namespace
+
+QtQuestions::QtQuestions(QWidget* window) : window_(window) {}
+
+void QtQuestions::Attach(Workbench& workbench, ChannelTraces& traces) {
+  workbench_ = &workbench;
+  traces_ = &traces;
+}
+
+void QtQuestions::AnswerNextPick(std::function<std::string(ChannelPicker&)> answer) {
+  nextPick_ = std::move(answer);
+}
+
+void QtQuestions::AnswerNextInput(std::string text) {
+  nextInput_ = std::move(text);
+}
+
+bool QtQuestions::TakeGraphWanted() {
+  return std::exchange(graphWanted_, false);
+}
+
+QWidget* QtQuestions::Parent() const {
+  QWidget* top = QApplication::activeModalWidget();
+  if (top == nullptr) {
+    top = QApplication::activeWindow();
+  }
+  return top != nullptr ? top : window_;
+}
+
+Button QtQuestions::AskBox(const Box& box) {
+  QMessageBox message(BoxIcon(box.icon), ToQt(box.title.empty() ? "Velmora2" : box.title), ToQt(box.text),
+                      QMessageBox::NoButton, Parent());
+  message.setTextFormat(Qt::PlainText);
+  message.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  for (const Button button : box.buttons) {
+    message.addButton(BoxButton(button));
+  }
+  message.setDefaultButton(BoxButton(SafeButton(box)));
+  message.setEscapeButton(BoxButton(LeavingButton(box)));
+  const int pressed = message.exec();
+  for (const Button button : box.buttons) {
+    if (BoxButton(button) == pressed) {
+      return button;
+    }
+  }
+  return LeavingButton(box);
+}
+
+std::string QtQuestions::AskInput(const InputQuestion& question) {
+  if (nextInput_) {
+    return *std::exchange(nextInput_, std::nullopt);
+  }
+  QInputDialog dialog(Parent());
+  dialog.setWindowTitle(ToQt(question.title.empty() ? "Velmora2" : question.title));
+  dialog.setLabelText(ToQt(question.prompt));
+  dialog.setTextValue(ToQt(question.defaultText));
+  dialog.setMinimumWidth(380);
+  return dialog.exec() == QDialog::Accepted ? ToStd(dialog.textValue()) : std::string();
+}
+
+std::vector<std::string> QtQuestions::AskFile(const FileQuestion& question) {
+  QFileDialog dialog(Parent(), ToQt(question.title));
+  const bool saves = question.mode == FileQuestion::Mode::Save;
+  dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  if (question.mode == FileQuestion::Mode::Directory) {
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+  } else if (saves) {
+    dialog.setFileMode(QFileDialog::AnyFile);
+  } else {
+    dialog.setFileMode(question.several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+  }
+  if (!question.directory.empty()) {
+    dialog.setDirectory(ToQt(question.directory));
+  }
+  const QStringList filters = NameFilters(question.filter);
+  if (!filters.isEmpty()) {
+    dialog.setNameFilters(filters);
+    dialog.selectNameFilter(filters.value(question.filterIndex - 1, filters.front()));
+  }
+  dialog.setDefaultSuffix(ToQt(question.extension).mid(1));
+  dialog.selectFile(ToQt(question.defaultName));
+  std::vector<std::string> paths;
+  if (dialog.exec() == QDialog::Accepted) {
+    for (const QString& path : dialog.selectedFiles()) {
+      paths.push_back(ToStd(path));
+    }
+  }
+  return paths;
+}
+
+template <typename Make>
+AskingDialog& QtQuestions::DialogOf(const void* asker, const Make& make) {
+  std::unique_ptr<AskingDialog>& dialog = dialogs_[asker];
+  if (dialog == nullptr) {
+    dialog = make();
+  }
+  return *dialog;
+}
+
+std::string QtQuestions::AskPick(ChannelPicker& picker) {
+  if (nextPick_) {
+    return std::exchange(nextPick_, nullptr)(picker);
+  }
+  return DialogOf(&picker,
+                  [&] {
+                    if (favoured_ > 0 && favoured_ <= picker.Channels()) {
+                      picker.SelectsOne() ? picker.Choose(favoured_) : picker.Select(favoured_, true);
+                    }
+                    return std::make_unique<PickerDialog>(picker, *workbench_, *traces_, Parent());
+                  })
+      .Ask();
+}
+
+void QtQuestions::EndPick(ChannelPicker& picker) {
+  dialogs_.erase(&picker);
+}
+
+std::string QtQuestions::AskForm(Form& form) {
+  return DialogOf(&form, [&] { return MakeFormDialog(form, *workbench_, Parent()); }).Ask();
+}
+
+void QtQuestions::EndForm(Form& form) {
+  dialogs_.erase(&form);
+}
+
+void QtQuestions::ShowProgress(ProgressPanel& panel) {
+  if (progress_ == nullptr) {
+    progress_ = std::make_unique<ProgressDialog>(panel, window_);
+  }
+  progress_->Update();
+}
+
+// A panel that has finished its work waits for a person who is new to the program.
+void QtQuestions::EndProgress(ProgressPanel& panel) {
+  if (progress_ == nullptr) {
+    return;
+  }
+  if (panel.Finished() && workbench_->UserLevel == UserLevelKind::Novice) {
+    graphWanted_ = progress_->WaitForDone();
+  }
+  progress_.reset();
+}
+
+}  // namespace velmora::ui

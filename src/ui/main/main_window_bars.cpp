@@ -1,0 +1,190 @@
+#include <QActionGroup>
+#include <QApplication>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QLabel>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "core/files/file_filters.hpp"
+#include "core/files/start.hpp"
+#include "core/text/text.hpp"
+#include "core/version.hpp"
+#include "ui/browser/browser_panel.hpp"
+#include "ui/main/about_dialog.hpp"
+#include "ui/main/icons.hpp"
+#include "ui/main/main_window.hpp"
+#include "ui/text.hpp"
+
+namespace velmora::ui {
+
+QAction* MainWindow::AddTool(QToolBar* bar, std::string_view id, int glyph, const QString& text) {
+  QAction* action = menus_->Of(id);
+  action->setIcon(IconOf(static_cast<Glyph>(glyph)));
+  action->setIconText(text);
+  const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+  const QString plain = action->statusTip().section(QStringLiteral("   ("), 0, 0);
+  action->setToolTip(keys.isEmpty() ? plain : plain + QStringLiteral("  ") + keys);
+  action->setIconVisibleInMenu(false);
+  bar->addAction(action);
+  return action;
+}
+
+void MainWindow::AddToolBar() {
+  QToolBar* bar = addToolBar(tr("Tools"));
+  bar->setObjectName(QStringLiteral("toolBar"));
+  bar->setMovable(false);
+  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  bar->setIconSize({18, 18});
+  const auto add = [this, bar](std::string_view id, Glyph glyph, const QString& text) {
+    return AddTool(bar, id, static_cast<int>(glyph), text);
+  };
+  add("file.load", Glyph::Open, tr("Load"));
+  add("save.vmb", Glyph::Save, tr("Save"));
+  bar->addSeparator();
+  add("graph.single", Glyph::Graph, tr("Graph"));
+  bar->addSeparator();
+  add("smooth.butterworth", Glyph::Filter, tr("Filter"));
+  add("analysis.scaling", Glyph::Scale, tr("Scaling"));
+  add("edit.labels", Glyph::Units, tr("Labels"));
+  bar->addSeparator();
+  add("file.refresh", Glyph::Refresh, tr("Refresh"));
+  auto* space = new QWidget;
+  space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  bar->addWidget(space);
+  const std::string manual = ManualPath(workbench_);
+  QAction* manuals = bar->addAction(IconOf(Glyph::Manual), QStringLiteral("&Manuals"));
+  manuals->setEnabled(QFileInfo(ToQt(manual)).isFile());
+  manuals->setStatusTip(tr("Opens the manual"));
+  connect(manuals, &QAction::triggered, this, [this, manual] { OpenManual(manual); });
+  add("file.exit", Glyph::Exit, tr("Exit"));
+}
+
+void MainWindow::AddStatusBar() {
+  auto* version = new QLabel(QStringLiteral("Version: ") + ToQt(VersionText));
+  modified_ = new QLabel;
+  level_ = new QLabel;
+  for (QLabel* panel : {modified_, level_, version}) {
+    panel->setContentsMargins(8, 0, 8, 0);
+    statusBar()->addPermanentWidget(panel);
+  }
+  statusBar()->setSizeGripEnabled(false);
+}
+
+void MainWindow::AddRecentMenu() {
+  QMenu* file = menus_->Top("&File");
+  recent_ = new QMenu(tr("Recen&t files"), this);
+  file->insertMenu(menus_->Of("file.open-directory"), recent_);
+  connect(recent_, &QMenu::aboutToShow, this, [this] {
+    recent_->clear();
+    for (const QString& path : settings_.RecentFiles()) {
+      QAction* action = recent_->addAction(QFileInfo(path).fileName());
+      action->setStatusTip(path);
+      connect(action, &QAction::triggered, this, [this, path] { OpenFile(ToStd(path)); });
+    }
+    if (recent_->isEmpty()) {
+      recent_->addAction(tr("None"))->setEnabled(false);
+    }
+  });
+}
+
+void MainWindow::AddViewOptions() {
+  QMenu* view = menus_->Top("&View");
+  view->addSeparator();
+  view->addAction(browserDock_->toggleViewAction());
+  view->addAction(historyDock_->toggleViewAction());
+}
+
+void MainWindow::AddOptionsMenu() {
+  QMenu* options = menus_->Top("&Options");
+  const auto add = [options](const char* caption, bool& value, const auto& changed) {
+    QAction* action = options->addAction(QString::fromUtf8(caption));
+    action->setCheckable(true);
+    action->setChecked(value);
+    connect(action, &QAction::toggled, options, [&value, changed](bool on) {
+      value = on;
+      changed();
+    });
+  };
+  Preferences& preferences = workbench_.preferences;
+  const auto markGraph = [this, &preferences] {
+    menus_->Top("&View")->setDefaultAction(
+        menus_->Of(preferences.Multiaxis ? "graph.multi" : "graph.single"));
+  };
+  add("&Full-screen graphics", preferences.FullScreen, [] {});
+  add("&Multiaxis graphs", preferences.Multiaxis, markGraph);
+  markGraph();
+  options->addSeparator();
+  AddUserLevels(options);
+  options->addSeparator();
+  AddFilterMenus(options);
+  options->addSeparator();
+  AddProgramMenu(options->addMenu(tr("&Viewer")), ProgramKind::Viewer);
+  AddProgramMenu(options->addMenu(tr("&Spreadsheet")), ProgramKind::Spreadsheet);
+  options->addSeparator();
+  AddThemes(options);
+}
+
+void MainWindow::AddUserLevels(QMenu* menu) {
+  auto* group = new QActionGroup(this);
+  for (const UserLevelKind level : {UserLevelKind::Novice, UserLevelKind::Expert}) {
+    const bool novice = level == UserLevelKind::Novice;
+    QAction* action = menu->addAction(novice ? QStringLiteral("&Novice") : QStringLiteral("&Expert"));
+    action->setCheckable(true);
+    action->setChecked(workbench_.UserLevel == level);
+    action->setStatusTip(novice ? tr("Panels of finished work wait to be closed")
+                                : tr("Panels of finished work close by themselves"));
+    group->addAction(action);
+    connect(action, &QAction::triggered, this, [this, level] {
+      workbench_.UserLevel = level;
+      ShowState();
+    });
+  }
+}
+
+void MainWindow::AddFilterMenus(QMenu* menu) {
+  const auto add = [this, menu](const QString& title, std::span<const FileFilter> filters, std::int32_t& row,
+                                const std::function<void(int)>& select) {
+    QMenu* sub = menu->addMenu(title);
+    auto* group = new QActionGroup(sub);
+    for (std::size_t k = 0; k < filters.size(); ++k) {
+      QAction* action = sub->addAction(ToQt(filters[k].caption));
+      action->setCheckable(true);
+      action->setStatusTip(ToQt(filters[k].patterns));
+      group->addAction(action);
+      connect(action, &QAction::triggered, this, [select, k] { select(static_cast<int>(k)); });
+    }
+    connect(sub, &QMenu::aboutToShow, this,
+            [group, &row] { group->actions().at(static_cast<qsizetype>(row))->setChecked(true); });
+  };
+  add(tr("&Data files"), DataFileFilters(), workbench_.preferences.FileType,
+      [this](int filter) { browser_->SelectDataFilter(filter); });
+  add(tr("&Text files"), TextFileFilters(), workbench_.preferences.TextType,
+      [this](int filter) { browser_->SelectTextFilter(filter); });
+}
+
+void MainWindow::AddThemes(QMenu* menu) {
+  QMenu* looks = menu->addMenu(tr("&Appearance"));
+  auto* group = new QActionGroup(looks);
+  const std::pair<ThemeChoice, QString> choices[] = {{ThemeChoice::Desktop, tr("As the &desktop")},
+                                                     {ThemeChoice::Light, tr("&Light")},
+                                                     {ThemeChoice::Dark, tr("D&ark")}};
+  for (const auto& [choice, caption] : choices) {
+    QAction* action = looks->addAction(caption);
+    action->setCheckable(true);
+    action->setChecked(settings_.Theme() == choice);
+    group->addAction(action);
+    connect(action, &QAction::triggered, this, [this, theme = choice] {
+      settings_.SaveTheme(theme);
+      ApplyTheme(*qApp, theme);
+    });
+  }
+}
+
+void MainWindow::AddHelpMenu() {
+  QMenu* help = menus_->Top("&Help");
+  connect(help->addAction(QStringLiteral("&About Velmora2")), &QAction::triggered, this,
+          [this] { ShowAbout(this); });
+}
+
+}  // namespace velmora::ui

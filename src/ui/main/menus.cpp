@@ -1,0 +1,125 @@
+#include "ui/main/menus.hpp"
+
+#include <QMenuBar>
+
+#include "app/command_table.hpp"
+#include "core/text/text.hpp"
+#include "ui/main/menu_list.hpp"
+#include "ui/text.hpp"
+
+namespace velmora::ui {
+namespace {
+
+constexpr std::string_view kGraphMenus = "&Single-axis graph";
+
+QKeySequence ShortcutOf(std::string_view id) {
+  static const std::map<std::string_view, QKeySequence> keys = {
+      {"file.load", Qt::CTRL | Qt::Key_O},
+      {"save.vmb", Qt::CTRL | Qt::Key_S},
+      {"file.refresh", Qt::Key_F5},
+      {"file.exit", Qt::CTRL | Qt::Key_Q},
+      {"graph.single", Qt::CTRL | Qt::Key_G},
+      {"graph.all", Qt::CTRL | Qt::SHIFT | Qt::Key_G},
+      {"smooth.butterworth", Qt::CTRL | Qt::Key_B}};
+  const auto it = keys.find(id);
+  return it == keys.end() ? QKeySequence() : it->second;
+}
+
+}  // namespace
+
+bool IsPossible(const Command& command, const Workbench& workbench) {
+  switch (command.needs) {
+    case Needs::Nothing:
+      return true;
+    case Needs::Data:
+      return workbench.trial.NData > 0;
+    case Needs::TwoCursors:
+      return workbench.trial.NData > 0 && workbench.trial.CursorHi > workbench.trial.CursorLo;
+    case Needs::View:
+      return workbench.view != nullptr;
+  }
+  return false;
+}
+
+Menus::Menus(QMenuBar* bar, Run run) : bar_(bar), run_(std::move(run)) {
+  std::vector<bool> placed(AllCommands().size(), false);
+  const auto place = [this, &placed](const Command& command, std::string_view menu) {
+    placed[static_cast<std::size_t>(&command - AllCommands().data())] = true;
+    Add(&command, command.id, menu, command.caption);
+  };
+  // The commands of a menu that is listed follow its last listed place.
+  std::string_view menuBefore;
+  const auto finish = [&](std::string_view menu) {
+    for (const Command& command : AllCommands()) {
+      if (command.menu == menu && !placed[static_cast<std::size_t>(&command - AllCommands().data())]) {
+        place(command, menu);
+      }
+    }
+  };
+  for (const MenuPlace& entry : MenuPlaces()) {
+    if (!menuBefore.empty() && menuBefore != entry.menu && entry.menu.substr(0, 5) != "&File") {
+      finish(menuBefore);
+    }
+    menuBefore = entry.menu;
+    if (entry.separatorBefore) {
+      MenuAt(entry.menu)->addSeparator();
+    }
+    const Command* command = FindCommand(entry.id);
+    command != nullptr ? place(*command, entry.menu) : Add(nullptr, entry.id, entry.menu, entry.caption);
+  }
+  for (const Command& command : AllCommands()) {
+    const bool missing = !placed[static_cast<std::size_t>(&command - AllCommands().data())];
+    if (missing && !command.menu.starts_with(kGraphMenus)) {
+      place(command, command.menu);
+    }
+  }
+}
+
+QMenu* Menus::Top(std::string_view caption) {
+  return MenuAt(caption);
+}
+
+QMenu* Menus::MenuAt(std::string_view path) {
+  const auto known = menus_.find(path);
+  if (known != menus_.end()) {
+    return known->second;
+  }
+  const std::size_t slash = path.rfind('/');
+  const QString caption = ToQt(slash == std::string_view::npos ? path : path.substr(slash + 1));
+  QMenu* menu = slash == std::string_view::npos ? bar_->addMenu(caption)
+                                                : MenuAt(path.substr(0, slash))->addMenu(caption);
+  menu->setToolTipsVisible(true);
+  menus_.emplace(path, menu);
+  return menu;
+}
+
+void Menus::Add(const Command* command, std::string_view id, std::string_view menu,
+                std::string_view caption) {
+  QAction* action = MenuAt(menu)->addAction(ToQt(caption));
+  const QString plain = ToQt(WithoutMnemonic(caption));
+  if (command == nullptr) {
+    action->setStatusTip(QObject::tr("%1: not in this version yet").arg(plain));
+    action->setToolTip(QObject::tr("Not in this version yet"));
+    action->setEnabled(false);
+  } else {
+    action->setStatusTip(plain + QStringLiteral("   (") + ToQt(id) + QStringLiteral(")"));
+    QObject::connect(action, &QAction::triggered, action, [this, command] { run_(*command); });
+    entries_.push_back({command, action});
+  }
+  if (first_.emplace(id, action).second && command != nullptr) {
+    action->setShortcut(ShortcutOf(id));
+  }
+}
+
+QAction* Menus::Of(std::string_view id) const {
+  const auto it = first_.find(id);
+  return it == first_.end() ? nullptr : it->second;
+}
+
+void Menus::Update(const Workbench& workbench) {
+  for (const Entry& entry : entries_) {
+    entry.action->setEnabled(IsPossible(*entry.command, workbench));
+  }
+}
+
+}  // namespace velmora::ui

@@ -1,0 +1,208 @@
+#include "ui/trial/trial_panel.hpp"
+
+#include <QBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+
+#include "core/files/paths.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "import/reader_table.hpp"
+#include "ui/main/theme.hpp"
+#include "ui/text.hpp"
+
+namespace velmora::ui {
+namespace {
+
+constexpr int kLeastRow = 30;
+constexpr int kMostRow = 110;
+constexpr int kExperimentLines = 4;  // what the experimenter wrote; behind it stand counts
+
+QString FormatName(const Trial& trial) {
+  for (const Format& format : Formats()) {
+    if (format.code == trial.FileTypeCode) {
+      return ToQt(format.name);
+    }
+  }
+  return ToQt(trial.FileExt + " file");
+}
+
+// As many decimals as the range of the channel calls for, the pattern of data values at least.
+QString Readable(double value, const Extremes& whole) {
+  constexpr int kDecimals = 4;
+  const double span = std::max(std::abs(double{whole.min}), std::abs(double{whole.max}));
+  if (!std::isfinite(value) || !std::isfinite(span)) {
+    return QStringLiteral("–");
+  }
+  if (span > 0 && (span < 1e-4 || span >= 1e9)) {
+    return QString::number(value, 'g', kDecimals);
+  }
+  const int digits = span > 0 ? static_cast<int>(std::floor(std::log10(span))) : 0;
+  return QString::number(value, 'f', std::clamp(kDecimals - digits, 0, 8));
+}
+
+QString TimeBaseMark(TimeBase base) {
+  switch (base) {
+    case TimeBase::Count:
+      return QObject::tr("Sample count time base");
+    case TimeBase::Percentage:
+      return QObject::tr("Percentage time base");
+    case TimeBase::UserUnits:
+      return QObject::tr("User units time base");
+    case TimeBase::Frames:
+      return QObject::tr("Frames time base");
+    case TimeBase::HhMmSs:
+      return QObject::tr("HH:MM:SS time base");
+    case TimeBase::Seconds:
+      break;
+  }
+  return {};
+}
+
+QLabel* QuietLabel() {
+  auto* label = new QLabel;
+  label->setTextFormat(Qt::PlainText);
+  SetTone(label, Tone::Quiet);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
+}  // namespace
+
+TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, QWidget* parent)
+    : QWidget(parent), workbench_(workbench), traces_(traces) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(14, 12, 14, 8);
+  layout->setSpacing(3);
+  auto* top = new QHBoxLayout;
+  title_ = new QLabel;
+  title_->setTextFormat(Qt::PlainText);
+  title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  QFont font = title_->font();
+  font.setPointSizeF(font.pointSizeF() * 1.55);
+  font.setWeight(QFont::DemiBold);
+  title_->setFont(font);
+  top->addWidget(title_, 1);
+  marks_ = new QHBoxLayout;
+  marks_->setSpacing(6);
+  top->addLayout(marks_);
+  layout->addLayout(top);
+  facts_ = QuietLabel();
+  layout->addWidget(facts_);
+  header_ = QuietLabel();
+  layout->addWidget(header_);
+  layout->addSpacing(8);
+  model_ = new ChannelTableModel(workbench, Columns(), this);
+  table_ = new ChannelTableView(workbench, &traces, model_, this);
+  table_->setObjectName(QStringLiteral("channels"));
+  table_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(table_, &QTableView::customContextMenuRequested, this, [this](const QPoint& at) {
+    const QModelIndex index = table_->indexAt(at);
+    if (index.isValid()) {
+      Q_EMIT ChannelMenu(ChannelTableModel::ChannelOf(index), table_->viewport()->mapToGlobal(at));
+    }
+  });
+  connect(table_, &ChannelTableView::Opened, this, &TrialPanel::ChannelWanted);
+  layout->addWidget(table_, 1);
+}
+
+std::vector<ChannelColumn> TrialPanel::Columns() {
+  ChannelColumn trace = TraceColumn();
+  trace.tip = tr("A double click shows the channel in a window of its own");
+  ChannelColumn label = LabelColumn(workbench_);
+  label.edit = [this](int channel, const QString& typed) { Q_EMIT LabelTyped(channel, typed); };
+  ChannelColumn units = UnitsColumn(workbench_);
+  units.edit = [this](int channel, const QString& typed) { Q_EMIT UnitsTyped(channel, typed); };
+  const auto number = [this](const QString& head, double (*of)(const ChannelTraces&, int)) {
+    return ChannelColumn{.head = head, .kind = ChannelColumn::Kind::Number, .text = [this, of](int channel) {
+                           const bool there = traces_.Has(channel) && !traces_.Whole(channel).Empty();
+                           return there ? Readable(of(traces_, channel), traces_.Whole(channel)) : QString();
+                         }};
+  };
+  return {
+      SwatchColumn(),
+      NumberColumn(),
+      label,
+      units,
+      number(tr("Minimum"), [](const ChannelTraces& traces, int c) { return double{traces.Whole(c).min}; }),
+      number(tr("Maximum"), [](const ChannelTraces& traces, int c) { return double{traces.Whole(c).max}; }),
+      number(tr("Mean"), [](const ChannelTraces& traces, int c) { return traces.Mean(c); }),
+      trace};
+}
+
+void TrialPanel::Refresh(const QString& file) {
+  const Trial& trial = workbench_.trial;
+  const QString title = ToQt(Trim(trial.TrialTitle));
+  const bool isPath = title.contains('/');
+  title_->setText(isPath ? ToQt(BaseName(ToStd(title))) : title);
+  const QLocale locale(QLocale::English);
+  facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
+                      .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
+                           trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
+                           tr("%1 samples").arg(locale.toString(trial.NData)),
+                           ToQt(FormatNumber(trial.Rate, workbench_.RatePattern)),
+                           ToQt(FormatNumber(trial.Duration, workbench_.TimePattern))));
+  facts_->setToolTip(file);
+  QStringList lines;
+  for (int k = 1; k <= trial.HeaderLineCount; ++k) {
+    lines << ToQt(TrimRight(trial.HeaderLines[k]));
+  }
+  QStringList experiment = lines.mid(0, kExperimentLines);
+  experiment.removeAll(QString());
+  header_->setText(
+      header_->fontMetrics().elidedText(experiment.join(QStringLiteral("   ·   ")), Qt::ElideRight, 800));
+  header_->setToolTip(lines.join('\n'));
+  header_->setVisible(!experiment.isEmpty());
+  ShowMarks();
+  model_->Refresh();
+  for (int k = 1; k + 1 < model_->columnCount({}); ++k) {
+    table_->resizeColumnToContents(k);
+    table_->horizontalHeader()->resizeSection(k, table_->horizontalHeader()->sectionSize(k) + 8);
+  }
+  FitRows();
+}
+
+void TrialPanel::AddMark(const QString& text, bool warns) {
+  auto* mark = new QLabel(text);
+  SetTone(mark, warns ? Tone::WarningMark : Tone::Mark);
+  marks_->addWidget(mark);
+}
+
+void TrialPanel::ShowMarks() {
+  while (QLayoutItem* item = marks_->takeAt(0)) {
+    delete item->widget();
+    delete item;
+  }
+  const Trial& trial = workbench_.trial;
+  if (trial.CursorLo > 1 || trial.CursorHi < trial.NData) {
+    AddMark(tr("Cursors %1 to %2 s")
+                .arg(ToQt(FormatNumber(SampleToTime(trial, trial.CursorLo), workbench_.TimePattern)),
+                     ToQt(FormatNumber(SampleToTime(trial, trial.CursorHi), workbench_.TimePattern))),
+            false);
+  }
+  if (trial.ForcesReduced) {
+    AddMark(tr("Forces reduced"), false);
+  }
+  if (const QString base = TimeBaseMark(workbench_.timeBase); !base.isEmpty()) {
+    AddMark(base, false);
+  }
+  if (trial.FileChanged) {
+    AddMark(tr("Modified"), true);
+  }
+}
+
+// Few channels get tall traces; many keep a line that can be read.
+void TrialPanel::FitRows() {
+  const int room = table_->height() - table_->horizontalHeader()->height() - 4;
+  const int rows = std::max(1, model_->rowCount({}));
+  table_->verticalHeader()->setDefaultSectionSize(std::clamp(room / rows, kLeastRow, kMostRow));
+}
+
+void TrialPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitRows();
+}
+
+}  // namespace velmora::ui

@@ -1,0 +1,192 @@
+#include "dsp/bias/bias.hpp"
+
+#include "dsp/bias/bias_file.hpp"
+#include "support/command_test.hpp"
+
+namespace velmora::test {
+namespace {
+
+using BiasCommand = FileTest;
+
+TEST_F(BiasCommand, AutozeroFromEitherEndKeepsTheRecord) {
+  SetChannels(trial, {{1, 3, 10, 20}, {5, 5, 5, 5}});
+  trial.ChanOffset[1] = 100.0;
+  questions.inputAnswers = {"2"};
+  RunPicking("bias.autozero-left", {1});
+  EXPECT_EQ(questions.inputs.back().prompt,
+            "Enter number of data to average at the beginning of the file.  These values may then be used to "
+            "autozero selected channels.");
+  EXPECT_EQ(questions.pickPrompts.back(), "Check which channel(s) to process.");
+  EXPECT_EQ(Channel(trial, 1), (Samples{-1, 1, 8, 18}));
+  EXPECT_EQ(Channel(trial, 2), (Samples{5, 5, 5, 5}));
+  EXPECT_EQ(trial.ChanOffset[1], 98.0);
+  EXPECT_EQ(workbench.BiasMemory[2], 5.0F) << "levels of channels not picked are remembered too";
+  EXPECT_TRUE(trial.FileChanged);
+
+  questions.inputAnswers = {"2"};
+  RunPicking("bias.autozero-right", {1, 2});
+  EXPECT_EQ(Channel(trial, 1), (Samples{-14, -12, -5, 5}));
+  EXPECT_EQ(Channel(trial, 2), (Samples{0, 0, 0, 0}));
+  EXPECT_EQ(trial.ChanOffset[1], 85.0);
+  EXPECT_EQ(trial.ChanOffset[2], -5.0);
+}
+
+TEST_F(BiasCommand, CountsAreHeldToTheTrial) {
+  const auto levelFor = [&](const char* id, const char* count) {
+    SetChannels(trial, {{1, 2, 6}});
+    questions.inputAnswers = {count};
+    questions.PickCancel();
+    Run(id);
+    EXPECT_EQ(Channel(trial, 1), (Samples{1, 2, 6})) << "cancelled";
+    return workbench.chooser.ChanConst[1];
+  };
+  EXPECT_EQ(levelFor("bias.autozero-left", "-3"), 1.0F);
+  EXPECT_EQ(levelFor("bias.autozero-left", "no number"), 1.0F);
+  EXPECT_EQ(levelFor("bias.autozero-left", "1e30"), 3.0F);
+  EXPECT_EQ(levelFor("bias.autozero-left", "2.5"), 1.5F) << "half to even";
+  EXPECT_EQ(levelFor("bias.autozero-right", "2"), 4.0F);
+  EXPECT_TRUE(workbench.BiasLevelsKnown);
+  EXPECT_EQ(workbench.BiasMemory[1], 0.0F) << "a cancelled command remembers nothing";
+  questions.inputAnswers = {"", ""};
+  Run("bias.autozero-left");
+  Run("bias.both");
+}
+
+// 2^24 + 1 + 1 kept in 32 bits stays 2^24; added from the other end it is 2^24 + 2.
+TEST_F(BiasCommand, TotalsAreKeptIn32BitsInTheOrderOfTheSamples) {
+  const Samples x = {16777216.0F, 1.0F, 1.0F};
+  SetChannels(trial, {x});
+  PerChannel<float> levels{};
+  MeasureFirst(trial, 3, levels);
+  EXPECT_EQ(levels[1], 16777216.0F / 3.0F);
+  MeasureLast(trial, 3, levels);
+  EXPECT_EQ(levels[1], 16777218.0F / 3.0F);
+  MeasureBetween(trial, 2, 3, levels);
+  EXPECT_EQ(levels[1], 1.0F);
+}
+
+TEST_F(BiasCommand, MeanBetweenTheCursorsOffTheWholeChannel) {
+  SetChannels(trial, {{10, 1, 2, 3, 50}});
+  SetCursors(2, 4);
+  RunPicking("bias.mean", {1});
+  EXPECT_EQ(Channel(trial, 1), (Samples{8, -1, 0, 1, 48}));
+  SetCursors(0, 99);
+  RunPicking("bias.mean", {1});
+  EXPECT_EQ(trial.ChanOffset[1], -13.2F * 1.0) << "2, then the 11.2 that was left of the whole";
+}
+
+TEST_F(BiasCommand, DriftIsALine) {
+  SetChannels(trial, {{2, 7, 4, 8}, {1, 5, 5, 1}});
+  RunPicking("bias.drift", {1, 2});
+  EXPECT_EQ(Channel(trial, 1), (Samples{2, 5, 0, 2}));
+  EXPECT_EQ(Channel(trial, 2), (Samples{1, 5, 5, 1}));
+  EXPECT_EQ(trial.ChanOffset[1], 0.0);
+  EXPECT_FALSE(workbench.BiasLevelsKnown);
+  EXPECT_EQ(OfferedBy("bias.manual"), (Texts{"2.00000", "0.00000"})) << "slopes";
+
+  SetChannels(trial, {{3}});
+  Run("bias.drift");
+  Run("bias.both");
+  EXPECT_EQ(trial.Data(1, 1), 3.0F);
+  EXPECT_EQ(workbench.report.warnings.size(), 2U);
+}
+
+TEST_F(BiasCommand, BothAssignTheOffset) {
+  SetChannels(trial, {{1, 3, 8, 10}, {0, 0, 0, 3}});
+  trial.ChanOffset[1] = 100.0;
+  questions.inputAnswers = {"2"};
+  RunPicking("bias.both", {1});
+  EXPECT_EQ(Channel(trial, 1), (Samples{-1, -2, 0, -1}));  // less 2, less 3 a sample
+  EXPECT_EQ(Channel(trial, 2), (Samples{0, 0, 0, 3}));
+  EXPECT_EQ(trial.ChanOffset[1], 2.0);
+  EXPECT_EQ(workbench.BiasMemory[1], 3.0F);
+}
+
+TEST_F(BiasCommand, TermsApplyToEveryChannelWithoutMarking) {
+  SetChannels(trial, {{1, 2}, {3, 4}});
+  workbench.BiasMemory[2] = 1.5F;
+  RunTyping("bias.manual", {{1, "0.5"}});
+  EXPECT_EQ(questions.pickPrompts.back(), "Enter bias levels to be subtracted from each channel (R=X-bias).");
+  EXPECT_EQ(Channel(trial, 1), (Samples{0.5F, 1.5F}));
+  EXPECT_EQ(Channel(trial, 2), (Samples{1.5F, 2.5F}));
+  EXPECT_EQ(trial.ChanOffset[2], -1.5);
+  EXPECT_FALSE(trial.FileChanged);
+  EXPECT_EQ(workbench.BiasMemory[1], 0.5F);
+}
+
+TEST_F(BiasCommand, FileThereAndBack) {
+  SetChannels(trial, {{1, 2}, {-0.1F, 0.3F}});
+  trial.FileName = "/data/a.vmb";
+  trial.TrialName = "a";
+  trial.ChanLabel[1] = "Größe";
+  trial.ChanLabel[2] = "a\tb\n";
+  questions.inputAnswers = {"1"};
+  questions.PickCancel();
+  Run("bias.autozero-left");
+  const std::string path = directory.Path("levels.bsv");
+  SaveAs("levels.bsv", "bias.save");
+  EXPECT_EQ(questions.files.back().defaultName, "a.bsv");
+  EXPECT_EQ(ReadFile(path),
+            "Velmora2 Bias levels taken from file: /data/a.vmb\r\nNumber of channels: \t02\r\n"
+            "Größe" +
+                std::string(25, ' ') + "\tchannel01\t1.0000000E+00\r\na b" + std::string(27, ' ') +
+                "\tchannel02\t-1.0000000E-01\r\n");
+
+  trial.ChanLabel[1] = "Other";
+  workbench.chooser.ChanConst.fill(7.0F);
+  questions.fileAnswers = {{path}};
+  RunTyping("bias.file", {});
+  EXPECT_EQ(Channel(trial, 1), (Samples{0, 1}));
+  EXPECT_EQ(Channel(trial, 2), (Samples{0.0F, 0.3F + 0.1F}));
+  EXPECT_TRUE(workbench.report.failures.empty());
+
+  questions.fileAnswers = {{directory.Path("none/levels.bsv")}, {}};
+  Run("bias.save");
+  EXPECT_EQ(workbench.report.failures.size(), 1U);
+  EXPECT_EQ(questions.boxes.back().text.substr(0, 22), "Error saving to file: ");
+  Run("bias.save");
+  EXPECT_EQ(workbench.report.failures.size(), 1U) << "no name, no failure";
+}
+
+TEST_F(BiasCommand, FilesThatAreRefused) {
+  const std::string path = directory.Path("bad.bsv");
+  const std::string head = "Velmora2 Bias levels\nNumber of channels: \t";
+  const auto boxFor = [&](const std::string& bytes) {
+    SetChannels(trial, {{1, 2}, {3, 4}});
+    workbench.chooser.ChanConst.fill(7.0F);
+    WriteFile(path, bytes);
+    questions.fileAnswers = {{path}};
+    Run("bias.file");
+    EXPECT_EQ(Channel(trial, 1), (Samples{1, 2}));
+    return questions.boxes.back();
+  };
+  EXPECT_EQ(boxFor("").title, "Invalid File Format");
+  EXPECT_EQ(boxFor("Velmora2 bias levels\n").text,
+            "File does not appear to be in the correct format.  Operation is cancelled.");
+  EXPECT_EQ(boxFor(head + "3\nx\ty\t1\nx\ty\t1\nx\ty\t1\n").text,
+            "Number of bias levels is different than the number of channels.  Operation is cancelled.");
+  EXPECT_EQ(boxFor("Velmora2 Bias\nno count\n").text.substr(0, 20), "Error opening file: ");
+  EXPECT_EQ(workbench.chooser.ChanConst[1], 7.0F);
+  EXPECT_EQ(boxFor(head + "2\nx\ty\t1.25\n").text.substr(0, 20), "Error opening file: ");
+  EXPECT_EQ(workbench.chooser.ChanConst[1], 1.25F) << "levels read before the end stay";
+  EXPECT_EQ(workbench.chooser.ChanConst[2], 7.0F);
+  EXPECT_TRUE(boxFor(head + "2\nx\ty\t1e39\nx\ty\t2\n").text.ends_with("\"the number 1e39 is too large\""));
+  EXPECT_EQ(workbench.report.failures.size(), 6U);
+  questions.fileAnswers = {{directory.Path("")}};
+  Run("bias.file");
+  EXPECT_EQ(workbench.report.failures.size(), 7U);
+}
+
+// A comma ends an item: the level behind it counts for the next channel.
+TEST(BiasFile, CommaInALabelMovesTheLevels) {
+  const TemporaryDirectory directory;
+  const std::string path = directory.Path("comma.bsv");
+  WriteFile(path, "Velmora2 Bias, of\rcount\t2\rEMG, left\tchannel01\t1.5\rEMG\tchannel02\t2.5\r");
+  PerChannel<float> levels{};
+  ReadBiasFile(path, 2, levels);
+  EXPECT_EQ(levels[1], 0.0F);
+  EXPECT_EQ(levels[2], 1.5F);
+}
+
+}  // namespace
+}  // namespace velmora::test
