@@ -51,7 +51,7 @@ void EditTitle(Workbench& workbench) {
 }
 
 void EditRate(Workbench& workbench) {
-  if (workbench.timeBase != TimeBase::Seconds) {
+  if (workbench.time.Base != TimeBase::Seconds) {
     ShowRefusal(workbench, {.title = "Sampling Rate",
                             .text = "The sampling rate can only be changed while the time base is seconds.",
                             .icon = Icon::Exclamation});

@@ -45,7 +45,7 @@ void OneChannelView::Take() {
   ChannelFlags only{};
   only[1] = true;
   graph_.Show(only);
-  graph_.Abscissa.Clock = workbench_.timeBase == TimeBase::HhMmSs;
+  graph_.Abscissa.Clock = workbench_.time.Base == TimeBase::HhMmSs;
   graph_.Abscissa.Caption = LabelWithUnits(trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
   graph_.Ordinate.Caption =
       LabelWithUnits(trial.ChanLabel[channel_].Text(), trial.ChanUnits[channel_].Text());

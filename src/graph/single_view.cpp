@@ -107,7 +107,7 @@ void SingleView::ShowChannels() {
 }
 
 void SingleView::CaptionAbscissa() {
-  graph_.Abscissa.Clock = workbench_.timeBase == TimeBase::HhMmSs;
+  graph_.Abscissa.Clock = workbench_.time.Base == TimeBase::HhMmSs;
   graph_.Abscissa.Caption = LabelWithUnits(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
 }
 

@@ -210,7 +210,7 @@ std::optional<CursorValues> SingleView::Values() const {
   const int last = std::min<int>(workbench_.LastChanShown, trial.NChan);
   for (int c = std::max<int>(workbench_.FirstChanShown, 1); c <= last; ++c) {
     values.Rows.push_back(
-        {c, FormatNumber(static_cast<double>(trial.Data(sample, c)), workbench_.ValuePattern)});
+        {c, FormatNumber(static_cast<double>(trial.Data(sample, c)), workbench_.patterns.ValuePattern)});
   }
   return values;
 }
@@ -234,7 +234,8 @@ std::string SingleView::IntervalText() const {
   } else if (Cursors() >= 2) {
     interval = std::abs(graph_.Cursors[1].XPosition - graph_.Cursors[0].XPosition);
   }
-  return AbscissaText(workbench_, interval, workbench_.ValuePattern) + " " + AbscissaUnits(workbench_);
+  return AbscissaText(workbench_, interval, workbench_.patterns.ValuePattern) + " " +
+         AbscissaUnits(workbench_);
 }
 
 }  // namespace velmora

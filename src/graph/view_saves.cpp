@@ -80,8 +80,8 @@ std::string CursorFileText(const Workbench& workbench, const SingleView& view) {
   const bool hasDirectory = FileNamePart(trial.FileName) != trial.FileName;
   std::string text = "Filename:\t" + (hasDirectory ? "" : workbench.DataDir) + trial.FileName + "\n";
   text += "Trial code:\t" + trial.TrialName + "\tTrial:\t" + std::to_string(trial.TrialIndex) + "\n";
-  text += "Duration (s):\t" + FormatNumber(trial.Duration, workbench.TimePattern) + "\n";
-  text += "Sampling rate (Hz):\t" + FormatNumber(trial.Rate, workbench.RatePattern) + "\n";
+  text += "Duration (s):\t" + FormatNumber(trial.Duration, workbench.patterns.TimePattern) + "\n";
+  text += "Sampling rate (Hz):\t" + FormatNumber(trial.Rate, workbench.patterns.RatePattern) + "\n";
   text += "\nCursor\tSample\tTime (s)\tDelta t (s)\n";
   const std::vector<GraphCursor>& cursors = view.Drawing().Cursors;
   double previous = cursors.empty() ? 0.0 : cursors.front().XPosition;

@@ -37,10 +37,10 @@ void ResetTrial(Workbench& workbench) {
   trial.ForcesReduced = false;
   trial.PairedGraphs = false;
   workbench.CancelRequested = false;
-  workbench.timeBase = TimeBase::Seconds;
-  workbench.SecondsRate = 0.0;
-  workbench.SecondsDuration = 0.0;
-  workbench.TimeReversed = false;
+  workbench.time.Base = TimeBase::Seconds;
+  workbench.time.SecondsRate = 0.0;
+  workbench.time.SecondsDuration = 0.0;
+  workbench.time.TimeReversed = false;
   trial.HeaderLines.fill("");
   trial.HeaderLineCount = 0;
   if (trial.NData > 0) {

@@ -24,7 +24,7 @@ class MergeForm : public Form {
     const bool pending = store_.MergePending;
     message_ = "Channels " + Whole(trial_.NChan) + ", data per channel " + Whole(trial_.NData) +
                ", files merged " + Whole(store_.NFilesMerged) + ", sampling rate " +
-               FormatNumber(trial_.Rate, workbench.RatePattern) + " Hz";
+               FormatNumber(trial_.Rate, workbench.patterns.RatePattern) + " Hz";
     fields_ = {
         {.name = "option",
          .caption = "Files of different length",

@@ -71,13 +71,13 @@ std::string InfoText(const Workbench& workbench) {
       {"LastChanShown", workbench.LastChanShown},
       {"channels", AllChannels(trial)},
   };
-  if (!workbench.ResultText.empty()) {
-    info["ResultText"] = workbench.ResultText;
+  if (!workbench.results.ResultText.empty()) {
+    info["ResultText"] = workbench.results.ResultText;
   }
   if (workbench.view != nullptr) {
     info["view"] = ViewInfo(*workbench.view);
   }
-  for (const ResultTable& table : workbench.ResultTables) {
+  for (const ResultTable& table : workbench.results.ResultTables) {
     info[table.name] = JsonTable(table);
   }
   return JsonText(info, 2) + "\n";

@@ -69,7 +69,7 @@ TEST_F(Edit, ACorrectedRateKeepsTheSamples) {
   EXPECT_EQ(Channel(trial, 1), (Samples{1, 2, 3, 4, 5}));
   EXPECT_TRUE(trial.FileChanged);
 
-  workbench.timeBase = TimeBase::Percentage;
+  workbench.time.Base = TimeBase::Percentage;
   Run("edit.sampling-rate");
   EXPECT_EQ(trial.Rate, 50.0);
 }

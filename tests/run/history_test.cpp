@@ -80,8 +80,8 @@ class HistoryTest : public testing::Test {
 
 TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   // What earlier trials left behind is not there when the recipe runs.
-  workbench_.WindowWidth = 17;
-  workbench_.FilterCutoffs.fill(3.0F);
+  workbench_.smoothing.WindowWidth = 17;
+  workbench_.filters.FilterCutoffs.fill(3.0F);
   workbench_.chooser.ChanConst.fill(7.0F);
   Load();
   Filter();

@@ -143,7 +143,7 @@ TEST_F(RecipeRunTest, InfoSurvivesOddStates) {
   workbench.trial.FileName = "caf\xE9/\xFF.vmb";  // any bytes make a file name
   workbench.trial.HeaderLines[2] = "a \"quoted\"\tline\n";
   workbench.trial.HeaderLineCount = 2;
-  workbench.ResultText = "°/s";
+  workbench.results.ResultText = "°/s";
   const json info = json::parse(InfoText(workbench));
   EXPECT_TRUE(info["Rate"].is_null());
   EXPECT_EQ(info["Duration"].get<double>(), 0.1 + 0.2);

@@ -218,7 +218,7 @@ TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
     Person::Press(dialog, "OK");
   });
   Choose("Moving Average");
-  EXPECT_EQ(window_->State().WindowWidth, 51);
+  EXPECT_EQ(window_->State().smoothing.WindowWidth, 51);
   EXPECT_NE(Shown().Data(100, 1), before);
 }
 

@@ -87,11 +87,11 @@ std::string ChannelPicker::TitleText() const {
 
 std::string ChannelPicker::RateText() const {
   const double rate = workbench_.trial.Rate;
-  return FormatNumber(rate, rate > 0 ? workbench_.RatePattern : "0.");
+  return FormatNumber(rate, rate > 0 ? workbench_.patterns.RatePattern : "0.");
 }
 
 std::string ChannelPicker::DurationText() const {
-  return FormatNumber(workbench_.trial.Duration, workbench_.TimePattern);
+  return FormatNumber(workbench_.trial.Duration, workbench_.patterns.TimePattern);
 }
 
 std::string ChannelPicker::RowText(int channel) const {

@@ -25,7 +25,7 @@ std::int32_t TimeToSample(const Trial& trial, double t) {
 }
 
 std::string AbscissaText(const Workbench& workbench, double x, std::string_view pattern) {
-  if (workbench.timeBase != TimeBase::HhMmSs) {
+  if (workbench.time.Base != TimeBase::HhMmSs) {
     return FormatNumber(x, pattern);
   }
   const std::size_t point = pattern.find('.');
@@ -34,7 +34,7 @@ std::string AbscissaText(const Workbench& workbench, double x, std::string_view 
 }
 
 std::string AbscissaUnits(const Workbench& workbench) {
-  return workbench.timeBase == TimeBase::HhMmSs ? "hh:mm:ss" : workbench.trial.ChanUnits[0].Text();
+  return workbench.time.Base == TimeBase::HhMmSs ? "hh:mm:ss" : workbench.trial.ChanUnits[0].Text();
 }
 
 SampleRange AskCursorRange(Workbench& workbench) {

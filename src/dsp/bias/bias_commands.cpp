@@ -36,14 +36,14 @@ ChannelList AllChannels(const Trial& trial) {
 // The end of every command that changed data. An open graph goes, to be opened again on the new data.
 void Finish(Workbench& workbench) {
   for (std::size_t c = 1; c <= static_cast<std::size_t>(workbench.trial.NChan); ++c) {
-    workbench.BiasMemory[c] = workbench.chooser.ChanConst[c];
+    workbench.bias.BiasMemory[c] = workbench.chooser.ChanConst[c];
   }
   CloseView(workbench);
 }
 
 void SubtractAndFinish(Workbench& workbench, const ChannelList& channels) {
   SubtractLevels(workbench.trial, channels, workbench.chooser.ChanConst);
-  workbench.BiasLevelsKnown = true;
+  workbench.bias.BiasLevelsKnown = true;
   Finish(workbench);
 }
 
@@ -70,7 +70,7 @@ std::int32_t AskCount(Workbench& workbench, const std::string& end) {
 
 // The levels are known from here on, whether or not they are used.
 bool PickMeasured(Workbench& workbench) {
-  workbench.BiasLevelsKnown = true;
+  workbench.bias.BiasLevelsKnown = true;
   return ChannelPicker(workbench).Show();
 }
 
@@ -157,7 +157,7 @@ void EditAndSubtract(Workbench& workbench) {
 void EnterTerms(Workbench& workbench) {
   BeginPicking(workbench);
   for (std::size_t c = 1; c <= static_cast<std::size_t>(workbench.trial.NChan); ++c) {
-    workbench.chooser.ChanConst[c] = workbench.BiasMemory[c];
+    workbench.chooser.ChanConst[c] = workbench.bias.BiasMemory[c];
   }
   EditAndSubtract(workbench);
 }

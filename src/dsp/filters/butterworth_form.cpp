@@ -37,9 +37,10 @@ ButterworthForm::ButterworthForm(Workbench& workbench)
     : Form("frmButterworth", "Butterworth Filter Selection"),
       workbench_(workbench),
       cwnPadding_(RoundHalfEven32(workbench.trial.NData / 5.0)) {
-  workbench_.ZeroLag.fill(true);
+  workbench_.filters.ZeroLag.fill(true);
   passes_.fill(1.0);
-  std::copy(workbench_.FilterCutoffs.begin(), workbench_.FilterCutoffs.end(), cutoffs_.begin());
+  std::copy(workbench_.filters.FilterCutoffs.begin(), workbench_.filters.FilterCutoffs.end(),
+            cutoffs_.begin());
   UpdateOrders();
   AddFields();
   AddButtons();
@@ -72,7 +73,7 @@ void ButterworthForm::AddFields() {
       {.name = "Order", .caption = "Order", .target = &orders_, .readOnly = true},
       {.name = "ZeroLag",
        .caption = "Zero-lag",
-       .target = &workbench_.ZeroLag,
+       .target = &workbench_.filters.ZeroLag,
        .edited = [this] { ZeroLagEdited(); }},
   };
 }
@@ -111,7 +112,7 @@ void ButterworthForm::ClickPasses(int channel) {
 
 void ButterworthForm::SetCutoff(int channel, double cutoff) {
   cutoffs_[channel] = cutoff;
-  workbench_.FilterCutoffs[channel] = static_cast<float>(cutoff);
+  workbench_.filters.FilterCutoffs[channel] = static_cast<float>(cutoff);
 }
 
 void ButterworthForm::CutoffEdited() {
@@ -130,19 +131,19 @@ void ButterworthForm::PassesEdited() {
 }
 
 void ButterworthForm::ZeroLagEdited() {
-  lastZeroLag_ = workbench_.ZeroLag[EditedChannel()];
+  lastZeroLag_ = workbench_.filters.ZeroLag[EditedChannel()];
   UpdateOrders();
 }
 
 void ButterworthForm::UpdateOrders() {
   for (int c = 1; c <= kMaxChannels; ++c) {
-    orders_[c] = passes_[c] * (workbench_.ZeroLag[c] ? 4 : 2);
+    orders_[c] = passes_[c] * (workbench_.filters.ZeroLag[c] ? 4 : 2);
   }
 }
 
 void ButterworthForm::CopyLastToAll() {
   for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    workbench_.ZeroLag[c] = lastZeroLag_;
+    workbench_.filters.ZeroLag[c] = lastZeroLag_;
     if (touched_ == Touched::Cutoffs) {
       SetCutoff(c, lastCutoff_);
     } else if (touched_ == Touched::Passes) {
@@ -157,7 +158,7 @@ void ButterworthForm::ClearChannels() {
     SetCutoff(c, 0.0);
   }
   passes_.fill(1.0);
-  workbench_.ZeroLag.fill(true);
+  workbench_.filters.ZeroLag.fill(true);
   UpdateOrders();
 }
 
@@ -174,8 +175,8 @@ void ButterworthForm::Filter() {
                         .Padding = static_cast<std::int32_t>(optPad_ == kPadMeans ? -points : points),
                         .PadZeros = optPad_ == kPadZeros,
                         .Rectify = chkRectify_,
-                        .Cutoffs = workbench_.FilterCutoffs,
-                        .ZeroLag = workbench_.ZeroLag};
+                        .Cutoffs = workbench_.filters.FilterCutoffs,
+                        .ZeroLag = workbench_.filters.ZeroLag};
   std::transform(passes_.begin(), passes_.end(), filter.Passes.begin(),
                  [](double passes) { return static_cast<std::int16_t>(passes); });
   FilterAndTell(workbench_, filter);

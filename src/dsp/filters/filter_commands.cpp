@@ -35,7 +35,7 @@ void FilterDirectly(Workbench& workbench, PassType type, std::string_view prompt
     return;
   }
   last = workbench.chooser.ChanConst;
-  workbench.FilterCutoffs = last;
+  workbench.filters.FilterCutoffs = last;
   ChannelsFilter filter{.type = type, .Padding = kMeansOfTen, .Cutoffs = last};
   filter.Passes.fill(1);
   filter.ZeroLag.fill(true);
@@ -47,11 +47,11 @@ void FilterDirectly(Workbench& workbench, PassType type, std::string_view prompt
 }
 
 void HighPass(Workbench& workbench) {
-  FilterDirectly(workbench, PassType::High, kHighPassPrompt, workbench.LastHighPassCutoffs);
+  FilterDirectly(workbench, PassType::High, kHighPassPrompt, workbench.filters.LastHighPassCutoffs);
 }
 
 void LowPass(Workbench& workbench) {
-  FilterDirectly(workbench, PassType::Low, kLowPassPrompt, workbench.LastLowPassCutoffs);
+  FilterDirectly(workbench, PassType::Low, kLowPassPrompt, workbench.filters.LastLowPassCutoffs);
 }
 
 constexpr std::array kFilterCommands = {

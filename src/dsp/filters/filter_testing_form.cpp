@@ -51,8 +51,8 @@ void FilterTestingForm::OfferFilter() {
   const auto offer = [this](double last, double other) {
     return last > 0 && last < rate_ / 2 ? last : other;
   };
-  cutoff_ = offer(workbench_.FilterCutoffs[1], rate_ / 20);
-  secondCutoff_ = offer(workbench_.SecondCutoffs[1], (cutoff_ + rate_ / 2) / 2);
+  cutoff_ = offer(workbench_.filters.FilterCutoffs[1], rate_ / 20);
+  secondCutoff_ = offer(workbench_.filters.SecondCutoffs[1], (cutoff_ + rate_ / 2) / 2);
 }
 
 void FilterTestingForm::AddFields() {
@@ -186,7 +186,7 @@ bool FilterTestingForm::Keep() {
     ShowRefusal(workbench_, {.title = "Invalid Filter", .text = whyNot_, .icon = Icon::Exclamation});
     return false;
   }
-  workbench_.ResultTables = tables_;
+  workbench_.results.ResultTables = tables_;
   return true;
 }
 

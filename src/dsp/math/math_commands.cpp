@@ -225,7 +225,7 @@ void Scaling(Workbench& workbench) {
   BeginPicking(workbench, "Enter scaling factor (multiplier) for each channel (0.00 means take no action).");
   PerChannel<float>& factors = workbench.chooser.ChanConst;
   for (int c = 1; c <= trial.NChan; ++c) {
-    const float memory = workbench.ScaleMemory[c];
+    const float memory = workbench.scaling.ScaleMemory[c];
     factors[c] = memory == 0.0F ? 1.0F : memory;
   }
   workbench.chooser.ChooserValuesMode = true;
@@ -234,7 +234,7 @@ void Scaling(Workbench& workbench) {
   }
   for (int c = 1; c <= trial.NChan; ++c) {
     factors[c] = factors[c] == 0.0F ? 1.0F : factors[c];
-    workbench.ScaleMemory[c] = factors[c];
+    workbench.scaling.ScaleMemory[c] = factors[c];
   }
   const ChannelList channels = ChannelsWithFactor(workbench);
   for (const int c : channels) {

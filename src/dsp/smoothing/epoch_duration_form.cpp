@@ -13,8 +13,8 @@ namespace velmora {
 EpochDurationForm::EpochDurationForm(Workbench& workbench)
     : Form("frmSetEpochDuration", "Set Window Width"),
       workbench_(workbench),
-      width_(workbench.WindowWidth),
-      inSeconds_(workbench.WindowInSeconds) {
+      width_(workbench.smoothing.WindowWidth),
+      inSeconds_(workbench.smoothing.WindowInSeconds) {
   const double rate = workbench.trial.Rate;
   if (inSeconds_) {
     width_ = rate > 0 ? width_ / rate : 0.0;
@@ -48,7 +48,7 @@ bool EpochDurationForm::Ask() {
 void EpochDurationForm::UnitEdited() {
   if (!typed_) {
     const double rate = workbench_.trial.Rate;
-    const double width = workbench_.WindowWidth;
+    const double width = workbench_.smoothing.WindowWidth;
     width_ = inSeconds_ ? (rate > 0 ? width / rate : 0.0) : width;
   }
 }
@@ -67,8 +67,8 @@ bool EpochDurationForm::Accept() {
     ShowRefusal(workbench_, {.title = "Invalid Window Width", .text = text, .icon = Icon::Exclamation});
     return false;
   }
-  workbench_.WindowWidth = static_cast<std::int16_t>(width);
-  workbench_.WindowInSeconds = inSeconds_;
+  workbench_.smoothing.WindowWidth = static_cast<std::int16_t>(width);
+  workbench_.smoothing.WindowInSeconds = inSeconds_;
   workbench_.chooser.ChanSelected = channels_;
   accepted_ = true;
   return true;

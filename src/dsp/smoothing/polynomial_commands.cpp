@@ -143,8 +143,8 @@ bool FitChannel(Workbench& workbench, int channel, SampleRange range, const std:
   }
   const PolynomialFit fit = FitPolynomial(times, samples, *order);
   const ResultTable table = CoefficientTable(trial, channel, fit);
-  workbench.ResultTables = {table};
-  workbench.ResultText += ReportOf(table, fit.meanSquaredError);
+  workbench.results.ResultTables = {table};
+  workbench.results.ResultText += ReportOf(table, fit.meanSquaredError);
   if (offerCoefficients && !OfferCoefficients(workbench, channel, table)) {
     return false;
   }
@@ -155,8 +155,8 @@ bool FitChannel(Workbench& workbench, int channel, SampleRange range, const std:
 }
 
 void FitChannels(Workbench& workbench, SampleRange range, bool offerCoefficients) {
-  workbench.ResultText = "Polynomial Fitting Coefficients\n";
-  workbench.ResultTables.clear();
+  workbench.results.ResultText = "Polynomial Fitting Coefficients\n";
+  workbench.results.ResultTables.clear();
   const std::vector<double> times = SamplesOf(workbench.trial, 0, range);
   std::optional<ProgressPanel> panel;
   if (!offerCoefficients) {  // else each channel has its question

@@ -38,17 +38,17 @@ void Smooth(Workbench& workbench) {
   const ChannelList channels = Selected(workbench);
   MarkWhenAny(workbench, channels);
   ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
-  kernel(workbench.trial, channels, workbench.WindowWidth, MachineSimdLevel(), TurnOf(panel));
+  kernel(workbench.trial, channels, workbench.smoothing.WindowWidth, MachineSimdLevel(), TurnOf(panel));
 }
 
 // A width that nobody has chosen yet becomes a tenth of a second.
 void RmsAmplitude(Workbench& workbench) {
   constexpr std::int16_t untouched = 3;
-  if (workbench.WindowWidth == untouched) {
+  if (workbench.smoothing.WindowWidth == untouched) {
     const std::int64_t tenth = RoundHalfEven(0.1 * workbench.trial.Rate);
-    workbench.WindowWidth = static_cast<std::int16_t>(
+    workbench.smoothing.WindowWidth = static_cast<std::int16_t>(
         std::clamp<std::int64_t>(tenth, 1, std::numeric_limits<std::int16_t>::max()));
-    workbench.WindowInSeconds = true;
+    workbench.smoothing.WindowInSeconds = true;
   }
   Smooth<MovingRms>(workbench);
 }
@@ -69,12 +69,12 @@ void Median(Workbench& workbench) {
   if (channels.empty()) {
     return;
   }
-  if (workbench.WindowWidth % 2 == 0 && WantsOddWidth(workbench)) {
-    ++workbench.WindowWidth;
+  if (workbench.smoothing.WindowWidth % 2 == 0 && WantsOddWidth(workbench)) {
+    ++workbench.smoothing.WindowWidth;
   }
   MarkChanged(workbench, true);
   ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
-  MovingMedian(workbench.trial, channels, workbench.WindowWidth, TurnOf(panel));
+  MovingMedian(workbench.trial, channels, workbench.smoothing.WindowWidth, TurnOf(panel));
 }
 
 void Interpolate(Workbench& workbench) {

@@ -26,8 +26,8 @@ enum FieldIndex : std::size_t { kPassTypeField = 1, kCutoffsField = 3, kSecondCu
 
 ChannelList ChannelsToFilter(const Workbench& workbench) {
   ChannelFlags wanted{};
-  std::transform(workbench.FilterCutoffs.begin(), workbench.FilterCutoffs.end(), wanted.begin(),
-                 [](float cutoff) { return cutoff > 0; });
+  std::transform(workbench.filters.FilterCutoffs.begin(), workbench.filters.FilterCutoffs.end(),
+                 wanted.begin(), [](float cutoff) { return cutoff > 0; });
   return SelectedChannels(workbench.trial, wanted);
 }
 
@@ -41,13 +41,13 @@ void CopyRounded(const ChannelNumbers& from, PerChannel<float>& to) {
 SmoothForm::SmoothForm(Workbench& workbench)
     : Form("frmSmooth", "Digital Filter Selection"),
       workbench_(workbench),
-      cutoffsBefore_(workbench.FilterCutoffs),
-      secondCutoffsBefore_(workbench.SecondCutoffs),
-      zeroLagBefore_(workbench.ZeroLag),
+      cutoffsBefore_(workbench.filters.FilterCutoffs),
+      secondCutoffsBefore_(workbench.filters.SecondCutoffs),
+      zeroLagBefore_(workbench.filters.ZeroLag),
       note_(
           "These filters, excepting the critically-damped filter and Bessel, use filters developed by "
           "National Instruments and contained in their Measurement Studio.") {
-  workbench_.ZeroLag.fill(true);
+  workbench_.filters.ZeroLag.fill(true);
   orders_.fill(2.0);
   OfferCutoffs();
   AddFields();
@@ -80,12 +80,12 @@ void SmoothForm::AddFields() {
        .caption = "",
        .target = &cutoffs_,
        .units = "Hz",
-       .edited = [this] { CopyRounded(cutoffs_, workbench_.FilterCutoffs); }},
+       .edited = [this] { CopyRounded(cutoffs_, workbench_.filters.FilterCutoffs); }},
       {.name = "SecondCutoffs",
        .caption = "Higher cutoff",
        .target = &secondCutoffs_,
        .units = "Hz",
-       .edited = [this] { CopyRounded(secondCutoffs_, workbench_.SecondCutoffs); }},
+       .edited = [this] { CopyRounded(secondCutoffs_, workbench_.filters.SecondCutoffs); }},
       {.name = "Orders",
        .caption = "",
        .target = &orders_,
@@ -137,10 +137,12 @@ void SmoothForm::DesignEdited() {
 
 // A band lies between the last high-pass and the last low-pass cut-off.
 void SmoothForm::OfferCutoffs() {
-  workbench_.FilterCutoffs = workbench_.LastHighPassCutoffs;
-  workbench_.SecondCutoffs = workbench_.LastLowPassCutoffs;
-  std::copy(workbench_.FilterCutoffs.begin(), workbench_.FilterCutoffs.end(), cutoffs_.begin());
-  std::copy(workbench_.SecondCutoffs.begin(), workbench_.SecondCutoffs.end(), secondCutoffs_.begin());
+  workbench_.filters.FilterCutoffs = workbench_.filters.LastHighPassCutoffs;
+  workbench_.filters.SecondCutoffs = workbench_.filters.LastLowPassCutoffs;
+  std::copy(workbench_.filters.FilterCutoffs.begin(), workbench_.filters.FilterCutoffs.end(),
+            cutoffs_.begin());
+  std::copy(workbench_.filters.SecondCutoffs.begin(), workbench_.filters.SecondCutoffs.end(),
+            secondCutoffs_.begin());
 }
 
 std::int16_t SmoothForm::Order(int channel) const {
@@ -209,8 +211,8 @@ void SmoothForm::DesignAndRun(int channel) {
                                            .band = BandOf(optPassType_),
                                            .order = Order(channel),
                                            .rate = workbench_.trial.Rate,
-                                           .cutoff = workbench_.FilterCutoffs[channel],
-                                           .higher = workbench_.SecondCutoffs[channel]});
+                                           .cutoff = workbench_.filters.FilterCutoffs[channel],
+                                           .higher = workbench_.filters.SecondCutoffs[channel]});
     RunBiquads(sections, workbench_.trial.Channel(channel));
   } catch (const FilterDesignError& error) {
     ShowRefusal(workbench_, {.title = "Invalid Filter",
@@ -224,16 +226,16 @@ bool SmoothForm::FilterByPasses(FilterDesign design) {
   const PassType type = optPassType_ == kLowPassOption ? PassType::Low : PassType::High;
   return ForEachChannel([this, type, design](int channel) {
     const FilterVerdict verdict = FilterForward(workbench_.trial, channel, type, design,
-                                                workbench_.FilterCutoffs[channel], Order(channel));
+                                                workbench_.filters.FilterCutoffs[channel], Order(channel));
     ShowVerdict(workbench_, channel, verdict);
     return verdict.outcome != FilterVerdict::Outcome::LowPassTooHigh;
   });
 }
 
 void SmoothForm::Cancel() {
-  workbench_.FilterCutoffs = cutoffsBefore_;
-  workbench_.SecondCutoffs = secondCutoffsBefore_;
-  workbench_.ZeroLag = zeroLagBefore_;
+  workbench_.filters.FilterCutoffs = cutoffsBefore_;
+  workbench_.filters.SecondCutoffs = secondCutoffsBefore_;
+  workbench_.filters.ZeroLag = zeroLagBefore_;
 }
 
 }  // namespace velmora

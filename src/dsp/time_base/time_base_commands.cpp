@@ -38,7 +38,7 @@ bool IsPositive(double value) {
 }
 
 bool HoldsSeconds(const Workbench& workbench) {
-  return workbench.timeBase == TimeBase::Seconds || workbench.timeBase == TimeBase::HhMmSs;
+  return workbench.time.Base == TimeBase::Seconds || workbench.time.Base == TimeBase::HhMmSs;
 }
 
 // --- Re-sampling
@@ -58,7 +58,7 @@ bool CanResampleTo(Workbench& workbench, std::int64_t intervals) {
 void FinishResampling(Workbench& workbench, std::int32_t samplesBefore) {
   Trial& trial = workbench.trial;
   const double ratio = (trial.NData - 1.0) / (samplesBefore - 1.0);
-  workbench.SecondsRate *= ratio;
+  workbench.time.SecondsRate *= ratio;
   trial.CursorLo = RoundHalfEven32((trial.CursorLo - 1.0) * ratio + 1.0);
   trial.CursorHi = RoundHalfEven32((trial.CursorHi - 1.0) * ratio + 1.0);
   NormaliseCursors(trial);
@@ -152,7 +152,7 @@ void Reverse(Workbench& workbench) {
   }
   ReverseSamples(workbench.trial);
   MarkChanged(workbench, true);
-  workbench.TimeReversed = !workbench.TimeReversed;
+  workbench.time.TimeReversed = !workbench.time.TimeReversed;
   workbench.questions.AskBox(
       {.text = "Time base reversed.  To undo, use this function again.", .icon = Icon::Information});
 }
@@ -211,21 +211,21 @@ void Rotate(Workbench& workbench) {
 
 void RememberSeconds(Workbench& workbench) {
   if (HoldsSeconds(workbench)) {
-    workbench.SecondsRate = workbench.trial.Rate;
-    workbench.SecondsDuration = workbench.trial.Duration;
+    workbench.time.SecondsRate = workbench.trial.Rate;
+    workbench.time.SecondsDuration = workbench.trial.Duration;
   }
 }
 
 void SetTimeBase(Workbench& workbench, TimeBase base) {
-  workbench.timeBase = base;
+  workbench.time.Base = base;
   MarkChanged(workbench, true);
 }
 
 // A trial that came in another base has no seconds to go back to: its own rate and duration stay.
 void RestoreSeconds(Workbench& workbench) {
-  const bool known = workbench.SecondsRate > 0;
-  UseSeconds(workbench.trial, known ? workbench.SecondsRate : workbench.trial.Rate,
-             known ? workbench.SecondsDuration : workbench.trial.Duration);
+  const bool known = workbench.time.SecondsRate > 0;
+  UseSeconds(workbench.trial, known ? workbench.time.SecondsRate : workbench.trial.Rate,
+             known ? workbench.time.SecondsDuration : workbench.trial.Duration);
 }
 
 void Count(Workbench& workbench) {
@@ -310,9 +310,9 @@ void Frames(Workbench& workbench) {
   RememberSeconds(workbench);
   // Frames pass in seconds, whatever the abscissa counted until now.
   const Trial& trial = workbench.trial;
-  const bool known = workbench.SecondsRate > 0;
-  UseFrames(workbench.trial, recordsPerFrame, known ? workbench.SecondsRate : trial.Rate,
-            known ? workbench.SecondsDuration : trial.Duration);
+  const bool known = workbench.time.SecondsRate > 0;
+  UseFrames(workbench.trial, recordsPerFrame, known ? workbench.time.SecondsRate : trial.Rate,
+            known ? workbench.time.SecondsDuration : trial.Duration);
   SetTimeBase(workbench, TimeBase::Frames);
 }
 
@@ -322,7 +322,7 @@ void HhMmSs(Workbench& workbench) {
     return;
   }
   if (HoldsSeconds(workbench)) {
-    workbench.timeBase = TimeBase::HhMmSs;
+    workbench.time.Base = TimeBase::HhMmSs;
     return;
   }
   RestoreSeconds(workbench);

@@ -53,7 +53,7 @@ void TakeChannels(Workbench& workbench, const HeaderText& header) {
   if (EqualNoCase(trial.FileExt, "VME")) {
     trial.ChanLabel[0] = "Percentage";
     trial.ChanUnits[0] = "%";
-    workbench.timeBase = TimeBase::Percentage;
+    workbench.time.Base = TimeBase::Percentage;
   }
   for (std::size_t c = 1; c <= static_cast<std::size_t>(trial.NChan); ++c) {
     const double number = Val(Field(header[native_ascii::kChannelsLine], c));

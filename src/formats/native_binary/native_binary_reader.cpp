@@ -84,8 +84,8 @@ void TakeHeaders(Workbench& workbench) {
   trial.Rate = native::Get<double>(record, native::kRate);
   trial.Duration = native::Get<double>(record, native::kDuration);
   trial.HeaderLines[5] = "  ndata= " + FormatNumber(trial.NData, "   # ") +
-                         "  sampling rate= " + FormatNumber(trial.Rate, workbench.RatePattern) +
-                         "  duration= " + FormatNumber(trial.Duration, workbench.TimePattern);
+                         "  sampling rate= " + FormatNumber(trial.Rate, workbench.patterns.RatePattern) +
+                         "  duration= " + FormatNumber(trial.Duration, workbench.patterns.TimePattern);
   trial.HeaderLineCount = 5;
   for (int c = 0; c <= trial.NChan; ++c) {
     TakeChannel(trial, record, c);
@@ -167,7 +167,7 @@ void ApplyViewFlags(Workbench& workbench) {
   const auto flags = native::Get<std::int16_t>(workbench.records.FILMINFO, native::kViewFlags);
   workbench.trial.PairedGraphs = flags == native::kPairedGraphs || flags == native::kPairedAndPercentage;
   if (flags == native::kPercentage || flags == native::kPairedAndPercentage) {
-    workbench.timeBase = TimeBase::Percentage;
+    workbench.time.Base = TimeBase::Percentage;
   }
 }
 

@@ -54,7 +54,7 @@ void FillTrialRecord(std::string& record, const Trial& trial, std::int32_t sampl
 
 void FillViewFlags(std::string& filmInfo, const Workbench& workbench) {
   const bool paired = workbench.trial.PairedGraphs;
-  const bool percentage = workbench.timeBase == TimeBase::Percentage;
+  const bool percentage = workbench.time.Base == TimeBase::Percentage;
   std::int16_t flags = 0;
   if (paired && percentage) {
     flags = native::kPairedAndPercentage;

@@ -140,11 +140,11 @@ void Apply(Workbench& workbench, const std::vector<Row>& rows) {
     if (c == 0) {
       continue;
     }
-    workbench.ScaleMemory[c] = rows[c].factors[0];
-    workbench.LastHighPassCutoffs[c] = rows[c].factors[1];
-    workbench.LastLowPassCutoffs[c] = rows[c].factors[2];
-    workbench.ChanThreshold[c] = rows[c].threshold;
-    workbench.ThresholdsValid |= rows[c].threshold != 0.0;
+    workbench.scaling.ScaleMemory[c] = rows[c].factors[0];
+    workbench.filters.LastHighPassCutoffs[c] = rows[c].factors[1];
+    workbench.filters.LastLowPassCutoffs[c] = rows[c].factors[2];
+    workbench.thresholds.ChanThreshold[c] = rows[c].threshold;
+    workbench.thresholds.ThresholdsValid |= rows[c].threshold != 0.0;
   }
   MarkChanged(workbench, true);
 }

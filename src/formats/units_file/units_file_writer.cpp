@@ -24,10 +24,11 @@ std::string Contents(const Workbench& workbench) {
                      Names(trial, 0) + "\n";
   for (int channel = 1; channel <= trial.NChan; ++channel) {
     const auto c = static_cast<std::size_t>(channel);
-    text += ChannelNumber(channel) + ":" + Names(trial, c) + "\t" + PlainNumber(workbench.ScaleMemory[c]) +
-            "\t" + PlainNumber(workbench.LastHighPassCutoffs[c]) + "\t" +
-            PlainNumber(workbench.LastLowPassCutoffs[c]) + "\t" + PlainNumber(workbench.ChanThreshold[c]) +
-            "\n";
+    text += ChannelNumber(channel) + ":" + Names(trial, c) + "\t" +
+            PlainNumber(workbench.scaling.ScaleMemory[c]) + "\t" +
+            PlainNumber(workbench.filters.LastHighPassCutoffs[c]) + "\t" +
+            PlainNumber(workbench.filters.LastLowPassCutoffs[c]) + "\t" +
+            PlainNumber(workbench.thresholds.ChanThreshold[c]) + "\n";
   }
   return text;
 }

@@ -95,15 +95,17 @@ void GraphSidebar::FillTimes(const SingleView& view, const Workbench& workbench)
     const bool there = view.Cursors() >= k;
     sample_->setText(k, there ? QString::number(view.SampleOf(k)) : QString());
     time_->setText(k, there ? ToQt(AbscissaText(workbench, cursors[static_cast<std::size_t>(k - 1)].XPosition,
-                                                workbench.ValuePattern))
+                                                workbench.patterns.ValuePattern))
                             : QString());
   }
   const bool both = view.Cursors() >= 2;
   const double between = both ? cursors[1].XPosition - cursors[0].XPosition : 0.0;
   sample_->setText(3, both ? QString::number(view.SampleOf(2) - view.SampleOf(1)) : QString());
-  time_->setText(3, both ? ToQt(AbscissaText(workbench, between, workbench.ValuePattern)) : QString());
-  reciprocal_->setText(
-      3, between != 0 ? ToQt(FormatNumber(1 / std::abs(between), workbench.ValuePattern)) : QString());
+  time_->setText(3,
+                 both ? ToQt(AbscissaText(workbench, between, workbench.patterns.ValuePattern)) : QString());
+  reciprocal_->setText(3, between != 0
+                              ? ToQt(FormatNumber(1 / std::abs(between), workbench.patterns.ValuePattern))
+                              : QString());
 }
 
 void GraphSidebar::Update(const SingleView& view, const Workbench& workbench) {
@@ -119,10 +121,11 @@ void GraphSidebar::Update(const SingleView& view, const Workbench& workbench) {
     double values[2] = {};
     for (int k = 1; k <= cursors; ++k) {
       values[k - 1] = workbench.trial.Data(view.SampleOf(k), row.channel);
-      row.item->setText(k, ToQt(FormatNumber(values[k - 1], workbench.ValuePattern)));
+      row.item->setText(k, ToQt(FormatNumber(values[k - 1], workbench.patterns.ValuePattern)));
     }
-    row.item->setText(
-        3, cursors == 2 ? ToQt(FormatNumber(values[1] - values[0], workbench.ValuePattern)) : QString());
+    row.item->setText(3, cursors == 2
+                             ? ToQt(FormatNumber(values[1] - values[0], workbench.patterns.ValuePattern))
+                             : QString());
   }
 }
 

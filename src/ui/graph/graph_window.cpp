@@ -111,8 +111,8 @@ void GraphWindow::ConnectPlot() {
     }
   });
   connect(plot_, &GraphWidget::pointed, this, [this](double x, double y) {
-    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.TimePattern)),
-                       ToQt(FormatNumber(y, workbench_.ValuePattern)));
+    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.patterns.TimePattern)),
+                       ToQt(FormatNumber(y, workbench_.patterns.ValuePattern)));
   });
   connect(plot_, &GraphWidget::clicked, this, [this] {
     Act(GraphClick{1, Clicked::Once}, [this] { View()->Click(1); });

@@ -89,8 +89,8 @@ void OneChannelWindow::ConnectPlot() {
     plot_->Redraw();
   });
   connect(plot_, &GraphWidget::pointed, this, [this](double x, double y) {
-    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.TimePattern)),
-                       ToQt(FormatNumber(y, workbench_.ValuePattern)));
+    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.patterns.TimePattern)),
+                       ToQt(FormatNumber(y, workbench_.patterns.ValuePattern)));
   });
   connect(plot_, &GraphWidget::doubleClicked, this, [this] {
     view_.DoubleClick(1);

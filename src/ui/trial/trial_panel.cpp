@@ -142,8 +142,8 @@ void TrialPanel::Refresh(const QString& file) {
                       .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
                            trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
                            tr("%1 samples").arg(locale.toString(trial.NData)),
-                           ToQt(FormatNumber(trial.Rate, workbench_.RatePattern)),
-                           ToQt(FormatNumber(trial.Duration, workbench_.TimePattern))));
+                           ToQt(FormatNumber(trial.Rate, workbench_.patterns.RatePattern)),
+                           ToQt(FormatNumber(trial.Duration, workbench_.patterns.TimePattern))));
   facts_->setToolTip(file);
   QStringList lines;
   for (int k = 1; k <= trial.HeaderLineCount; ++k) {
@@ -177,15 +177,16 @@ void TrialPanel::ShowMarks() {
   }
   const Trial& trial = workbench_.trial;
   if (trial.CursorLo > 1 || trial.CursorHi < trial.NData) {
-    AddMark(tr("Cursors %1 to %2 s")
-                .arg(ToQt(FormatNumber(SampleToTime(trial, trial.CursorLo), workbench_.TimePattern)),
-                     ToQt(FormatNumber(SampleToTime(trial, trial.CursorHi), workbench_.TimePattern))),
-            false);
+    AddMark(
+        tr("Cursors %1 to %2 s")
+            .arg(ToQt(FormatNumber(SampleToTime(trial, trial.CursorLo), workbench_.patterns.TimePattern)),
+                 ToQt(FormatNumber(SampleToTime(trial, trial.CursorHi), workbench_.patterns.TimePattern))),
+        false);
   }
   if (trial.ForcesReduced) {
     AddMark(tr("Forces reduced"), false);
   }
-  if (const QString base = TimeBaseMark(workbench_.timeBase); !base.isEmpty()) {
+  if (const QString base = TimeBaseMark(workbench_.time.Base); !base.isEmpty()) {
     AddMark(base, false);
   }
   if (trial.FileChanged) {

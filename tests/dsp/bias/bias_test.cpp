@@ -20,7 +20,7 @@ TEST_F(BiasCommand, AutozeroFromEitherEndKeepsTheRecord) {
   EXPECT_EQ(Channel(trial, 1), (Samples{-1, 1, 8, 18}));
   EXPECT_EQ(Channel(trial, 2), (Samples{5, 5, 5, 5}));
   EXPECT_EQ(trial.ChanOffset[1], 98.0);
-  EXPECT_EQ(workbench.BiasMemory[2], 5.0F) << "levels of channels not picked are remembered too";
+  EXPECT_EQ(workbench.bias.BiasMemory[2], 5.0F) << "levels of channels not picked are remembered too";
   EXPECT_TRUE(trial.FileChanged);
 
   questions.inputAnswers = {"2"};
@@ -45,8 +45,8 @@ TEST_F(BiasCommand, CountsAreHeldToTheTrial) {
   EXPECT_EQ(levelFor("bias.autozero-left", "1e30"), 3.0F);
   EXPECT_EQ(levelFor("bias.autozero-left", "2.5"), 1.5F) << "half to even";
   EXPECT_EQ(levelFor("bias.autozero-right", "2"), 4.0F);
-  EXPECT_TRUE(workbench.BiasLevelsKnown);
-  EXPECT_EQ(workbench.BiasMemory[1], 0.0F) << "a cancelled command remembers nothing";
+  EXPECT_TRUE(workbench.bias.BiasLevelsKnown);
+  EXPECT_EQ(workbench.bias.BiasMemory[1], 0.0F) << "a cancelled command remembers nothing";
   questions.inputAnswers = {"", ""};
   Run("bias.autozero-left");
   Run("bias.both");
@@ -81,7 +81,7 @@ TEST_F(BiasCommand, DriftIsALine) {
   EXPECT_EQ(Channel(trial, 1), (Samples{2, 5, 0, 2}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1, 5, 5, 1}));
   EXPECT_EQ(trial.ChanOffset[1], 0.0);
-  EXPECT_FALSE(workbench.BiasLevelsKnown);
+  EXPECT_FALSE(workbench.bias.BiasLevelsKnown);
   EXPECT_EQ(OfferedBy("bias.manual"), (Texts{"2.00000", "0.00000"})) << "slopes";
 
   SetChannels(trial, {{3}});
@@ -99,19 +99,19 @@ TEST_F(BiasCommand, BothAssignTheOffset) {
   EXPECT_EQ(Channel(trial, 1), (Samples{-1, -2, 0, -1}));  // less 2, less 3 a sample
   EXPECT_EQ(Channel(trial, 2), (Samples{0, 0, 0, 3}));
   EXPECT_EQ(trial.ChanOffset[1], 2.0);
-  EXPECT_EQ(workbench.BiasMemory[1], 3.0F);
+  EXPECT_EQ(workbench.bias.BiasMemory[1], 3.0F);
 }
 
 TEST_F(BiasCommand, TermsApplyToEveryChannelWithoutMarking) {
   SetChannels(trial, {{1, 2}, {3, 4}});
-  workbench.BiasMemory[2] = 1.5F;
+  workbench.bias.BiasMemory[2] = 1.5F;
   RunTyping("bias.manual", {{1, "0.5"}});
   EXPECT_EQ(questions.pickPrompts.back(), "Enter bias levels to be subtracted from each channel (R=X-bias).");
   EXPECT_EQ(Channel(trial, 1), (Samples{0.5F, 1.5F}));
   EXPECT_EQ(Channel(trial, 2), (Samples{1.5F, 2.5F}));
   EXPECT_EQ(trial.ChanOffset[2], -1.5);
   EXPECT_FALSE(trial.FileChanged);
-  EXPECT_EQ(workbench.BiasMemory[1], 0.5F);
+  EXPECT_EQ(workbench.bias.BiasMemory[1], 0.5F);
 }
 
 TEST_F(BiasCommand, FileThereAndBack) {

@@ -36,7 +36,7 @@ TEST_F(FilterCommand, DirectFiltersRememberTheirCutoffs) {
   EXPECT_EQ(Channel(trial, 3),
             Expected(3, LowPassChannel, {.Cutoff = 12.5F, .Padding = -10, .IsZeroLag = true}));
   EXPECT_TRUE(trial.FileChanged);
-  EXPECT_EQ(workbench.FilterCutoffs[3], 12.5F);
+  EXPECT_EQ(workbench.filters.FilterCutoffs[3], 12.5F);
 
   // Each of the two offers its own last values; those of a cancelled picker are not kept.
   std::vector<std::string> offered;
@@ -134,7 +134,7 @@ TEST_F(FilterCommand, FormFiltersEachChannelAsItsRowSays) {
 }
 
 TEST_F(FilterCommand, FormColumnsAndButtons) {
-  workbench.FilterCutoffs[2] = 7.5F;
+  workbench.filters.FilterCutoffs[2] = 7.5F;
   ButterworthForm form(workbench);
   const auto press = [&form](const char* caption) { return form.FindButton(caption)->press(); };
   EXPECT_EQ(Shown(form, "FilterCutoffs", 2), 7.5);
@@ -153,8 +153,8 @@ TEST_F(FilterCommand, FormColumnsAndButtons) {
   EXPECT_FALSE(press("All"));
   EXPECT_EQ(Shown(form, "FilterCutoffs", 2), 9);
   EXPECT_EQ(Shown(form, "Passes", 3), 3);
-  EXPECT_EQ(workbench.FilterCutoffs[3], 9.0F);
-  EXPECT_EQ(workbench.FilterCutoffs[4], 0.0F) << "beyond the trial's channels";
+  EXPECT_EQ(workbench.filters.FilterCutoffs[3], 9.0F);
+  EXPECT_EQ(workbench.filters.FilterCutoffs[4], 0.0F) << "beyond the trial's channels";
 
   // Clicks ask; an empty reply changes nothing, text that is no number counts as 0.
   questions.inputAnswers = {"2.6", "", "none"};
@@ -173,11 +173,11 @@ TEST_F(FilterCommand, FormColumnsAndButtons) {
   EXPECT_FALSE(press("Reset"));
   EXPECT_EQ(Shown(form, "FilterCutoffs", 1), 0);
   EXPECT_EQ(Shown(form, "Order", 1), 4);
-  EXPECT_TRUE(workbench.ZeroLag[2]);
+  EXPECT_TRUE(workbench.filters.ZeroLag[2]);
   Type(form, {{"FilterCutoffs 1", "9"}});
   EXPECT_TRUE(press("Cancel"));
   EXPECT_TRUE(workbench.chooser.ChooserCancelled);
-  EXPECT_EQ(workbench.FilterCutoffs[1], 0.0F);
+  EXPECT_EQ(workbench.filters.FilterCutoffs[1], 0.0F);
   EXPECT_EQ(Channel(trial, 1), noise[0]);
   EXPECT_FALSE(trial.FileChanged);
 }

@@ -13,7 +13,9 @@ struct FilterTesting : CommandTest {
     AnswerForm(edits);
     Run("smooth.testing");
   }
-  [[nodiscard]] const ResultTable& Table(std::size_t index) const { return workbench.ResultTables.at(index); }
+  [[nodiscard]] const ResultTable& Table(std::size_t index) const {
+    return workbench.results.ResultTables.at(index);
+  }
   static double Cell(const std::vector<ResultTable::Cell>& row, std::size_t column) {
     return std::get<double>(row.at(column));
   }
@@ -105,7 +107,7 @@ TEST_F(FilterTesting, FiltersByPassesWithAndWithoutLag) {
 
 TEST_F(FilterTesting, OffersTheTrialsFilterAndRefusesWhatCannotBeBuilt) {
   SetChannels(trial, {{1, 2, 3}}, 250.0);
-  workbench.FilterCutoffs[1] = 12.5F;
+  workbench.filters.FilterCutoffs[1] = 12.5F;
   Test({});
   EXPECT_EQ(Table(0).title, "Butterworth, Low-pass, order 2, 12.5 Hz, sampled at 250 Hz");
   const std::string kept = Table(0).title;

@@ -108,7 +108,8 @@ TEST_F(PolynomialCommand, FitsEachChannelOfItsOwnOrder) {
   EXPECT_EQ(viewed.columns, (std::vector<std::string>{"Order", "Coefficient"}));
   ASSERT_EQ(viewed.rows.size(), 3U);
   EXPECT_EQ(std::get<std::string>(viewed.rows[2][0]), "    + t^2 x ");
-  EXPECT_EQ(std::get<double>(workbench.ResultTables.at(0).rows[2][1]), std::get<double>(viewed.rows[2][1]));
+  EXPECT_EQ(std::get<double>(workbench.results.ResultTables.at(0).rows[2][1]),
+            std::get<double>(viewed.rows[2][1]));
   // Mean of x 26.75, of i 3.5; sum of (i - 3.5)(x - 26.75) is 405 over a sum of squares of 42.
   EXPECT_FLOAT_EQ(trial.Data(1, 1), static_cast<float>(26.75 - 3.5 * 405.0 / 42.0));
   EXPECT_FLOAT_EQ(trial.Data(8, 1), static_cast<float>(26.75 + 3.5 * 405.0 / 42.0));
@@ -123,7 +124,7 @@ TEST_F(PolynomialCommand, RangesCancelAndTheSelectionBefore) {
   questions.boxAnswers = {Button::Yes, Button::Yes, Button::Cancel};
   Run("smooth.polynomial");
   EXPECT_EQ(questions.boxes[0].title, "Fit between Cursors");
-  EXPECT_EQ(workbench.ResultTables.at(0).rows.size(), 2U);
+  EXPECT_EQ(workbench.results.ResultTables.at(0).rows.size(), 2U);
   EXPECT_EQ(Channel(trial, 1), x) << "three points on the parabola through them";
   EXPECT_EQ(Channel(trial, 2), x) << "cancelled";
 

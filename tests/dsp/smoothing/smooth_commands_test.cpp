@@ -21,7 +21,7 @@ TEST_F(SmoothCommand, WindowsRunOnThePickedChannels) {
   AnswerForm({{"WindowWidth", "0.4"}, {"WindowInSeconds", "1"}, {"channels 1", "1"}, {"channels 2", "1"}});
   Run("smooth.moving-average");
   EXPECT_EQ(Channel(trial, 2), (Samples{3, 0, 4.5F, 3, -3, 12}));
-  EXPECT_EQ(workbench.WindowWidth, 4);
+  EXPECT_EQ(workbench.smoothing.WindowWidth, 4);
   SetChannels(trial, {x}, 10.0);
   AnswerForm({{"WindowInSeconds", "false"}});
   Run("smooth.mav");
@@ -36,7 +36,7 @@ TEST_F(SmoothCommand, LongWorkGivesTurns) {
     EXPECT_EQ(panel.Title(), "Processing. ... Please wait.");
     ++turns;
   };
-  workbench.WindowWidth = 201;
+  workbench.smoothing.WindowWidth = 201;
   for (const char* command :
        {"smooth.moving-average", "smooth.rms", "smooth.mav", "smooth.median", "analysis.low-pass"}) {
     SetChannels(trial, {Samples(100'000, 1.0F), Samples(100'000, 2.0F)}, 1000.0);
@@ -62,7 +62,7 @@ TEST_F(SmoothCommand, WidthsOutsideTheTrialAreRefused) {
   AnswerForm({}, "Cancel");
   Run("smooth.median");
   EXPECT_EQ(Channel(trial, 1), x);
-  EXPECT_EQ(workbench.WindowWidth, 3);
+  EXPECT_EQ(workbench.smoothing.WindowWidth, 3);
   EXPECT_EQ(workbench.report.warnings.size(), 6U);
   EXPECT_EQ(questions.boxes.back().text,
             "The window must be from 1 to 5 samples wide.\nThat is at most 0.500 s.");
@@ -76,7 +76,7 @@ TEST_F(SmoothCommand, MedianAsksForAnOddWidth) {
   questions.boxAnswers = {Button::Yes};
   Run("smooth.median");
   EXPECT_EQ(Channel(trial, 1), (Samples{5, 4, 4, 4, 9, 0}));
-  EXPECT_EQ(workbench.WindowWidth, 3) << "the raised width is remembered";
+  EXPECT_EQ(workbench.smoothing.WindowWidth, 3) << "the raised width is remembered";
   SetChannels(trial, {x});
   AnswerForm({{"WindowWidth", "2"}});
   questions.boxAnswers = {Button::No};
@@ -93,7 +93,7 @@ TEST_F(SmoothCommand, RmsStartsAtATenthOfASecond) {
   });
   Run("smooth.rms");
   EXPECT_EQ(offered, "0.1");
-  EXPECT_EQ(workbench.WindowWidth, 100);
+  EXPECT_EQ(workbench.smoothing.WindowWidth, 100);
   EXPECT_EQ(Channel(trial, 1), Samples(300, 2.0F));
 }
 

@@ -157,9 +157,9 @@ TEST_F(DigitalFilters, RefusalsAndWhatComesAfterThem) {
 }
 
 TEST_F(DigitalFilters, TheFormFollowsItsChoices) {
-  workbench.LastHighPassCutoffs[1] = 20.0F;
-  workbench.LastLowPassCutoffs[1] = 90.0F;
-  workbench.FilterCutoffs[2] = 7.0F;
+  workbench.filters.LastHighPassCutoffs[1] = 20.0F;
+  workbench.filters.LastLowPassCutoffs[1] = 90.0F;
+  workbench.filters.FilterCutoffs[2] = 7.0F;
   SmoothForm form(workbench);
   const auto shown = [&form](const char* field, std::size_t channel) {
     return (*std::get<ChannelNumbers*>(form.FindField(field)->target)).at(channel);
@@ -185,15 +185,15 @@ TEST_F(DigitalFilters, TheFormFollowsItsChoices) {
   questions.inputAnswers = {"12.5", "", "3.5"};
   form.ClickSecondCutoff(2);
   EXPECT_EQ(questions.inputs.back().prompt, "Enter cutoff frequency (Hz).");
-  EXPECT_EQ(workbench.SecondCutoffs[2], 12.5F);
+  EXPECT_EQ(workbench.filters.SecondCutoffs[2], 12.5F);
   form.ClickCutoff(1);
   EXPECT_EQ(questions.inputs.back().defaultText, "20");
-  EXPECT_EQ(workbench.FilterCutoffs[1], 20.0F);
+  EXPECT_EQ(workbench.filters.FilterCutoffs[1], 20.0F);
   form.ClickOrder(3);
   EXPECT_EQ(questions.inputs.back().title, "Enter Order");
   EXPECT_EQ(shown("Orders", 3), 4);
   EXPECT_TRUE(form.FindButton("Cancel")->press());
-  EXPECT_EQ(workbench.FilterCutoffs[2], 7.0F);
+  EXPECT_EQ(workbench.filters.FilterCutoffs[2], 7.0F);
 }
 
 TEST_F(DigitalFilters, ZeroLagIsTheOtherDialogue) {

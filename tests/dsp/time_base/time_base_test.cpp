@@ -75,14 +75,14 @@ TEST_F(TimeBaseCommand, ReversalTwiceIsNothing) {
     SetChannels(trial, noise);
     const Samples times = Channel(trial, 0);
     Run("time.reverse");
-    EXPECT_TRUE(workbench.TimeReversed);
+    EXPECT_TRUE(workbench.time.TimeReversed);
     EXPECT_EQ(questions.boxes.back().text, "Time base reversed.  To undo, use this function again.");
     EXPECT_EQ(Channel(trial, 0), times);
     Samples backwards = noise[1];
     std::reverse(backwards.begin(), backwards.end());
     EXPECT_EQ(Channel(trial, 2), backwards);
     Run("time.reverse");
-    EXPECT_FALSE(workbench.TimeReversed);
+    EXPECT_FALSE(workbench.time.TimeReversed);
     EXPECT_EQ(Channel(trial, 3), noise[2]);
   }
 }
@@ -144,7 +144,7 @@ TEST_F(TimeBaseCommand, EveryBaseAndTheWayBackToSeconds) {
   const Samples x = {1, 2, 3, 4, 5};
   SetChannels(trial, {x}, 10.0);
   const auto expectBase = [&](TimeBase base, const char* label, const char* units, const Samples& abscissa) {
-    EXPECT_EQ(workbench.timeBase, base) << label;
+    EXPECT_EQ(workbench.time.Base, base) << label;
     EXPECT_EQ(trial.ChanLabel[0], label);
     EXPECT_EQ(trial.ChanUnits[0], units);
     EXPECT_EQ(Channel(trial, 0), abscissa) << label;
@@ -190,7 +190,7 @@ TEST_F(TimeBaseCommand, EntriesThatMakeNoBase) {
     RunEntering(id, "");
   }
   EXPECT_EQ(Channel(trial, 0), times);
-  EXPECT_EQ(workbench.timeBase, TimeBase::Seconds);
+  EXPECT_EQ(workbench.time.Base, TimeBase::Seconds);
   EXPECT_FALSE(trial.FileChanged);
 
   SetChannels(trial, {{1}}, 10.0);

@@ -49,7 +49,7 @@ TEST_F(NativeAscii, EveryFieldIsFoundInItsColumns) {
   EXPECT_EQ(trial.HeaderLines[6], "* Channel:        00        07        12");
   EXPECT_EQ(trial.HeaderLines[7], "* Time    Fx        Kraft µ   Tibialis a");
   EXPECT_EQ(trial.HeaderLines[9], "");
-  EXPECT_EQ(workbench.timeBase, TimeBase::Seconds);
+  EXPECT_EQ(workbench.time.Base, TimeBase::Seconds);
   EXPECT_EQ(trial.ChanLabel[0], "Time");
   EXPECT_EQ(Labels(), (Texts{"Fx", "Kraft µ", "Tibialis a"}));
   EXPECT_EQ(UnitsOfChannels(), Texts(3, "V"));
@@ -65,7 +65,7 @@ TEST_F(NativeAscii, EveryFieldIsFoundInItsColumns) {
   std::string unixLines = kByHand;
   unixLines.erase(std::remove(unixLines.begin(), unixLines.end(), '\r'), unixLines.end());
   Load(unixLines, "ensemble.VmE");
-  EXPECT_EQ(workbench.timeBase, TimeBase::Percentage);
+  EXPECT_EQ(workbench.time.Base, TimeBase::Percentage);
   EXPECT_EQ(trial.ChanLabel[0], "Percentage");
   EXPECT_EQ(trial.ChanUnits[0], "%");
   EXPECT_EQ(Channel(trial, 1), (Samples{1.5F, 2.5F, 3.5F, 4.5F}));
@@ -73,9 +73,9 @@ TEST_F(NativeAscii, EveryFieldIsFoundInItsColumns) {
   std::string looked = FileByHand(2, 75);
   Put<std::int16_t>(looked, 3582 + 224, 4);  // paired graphs, percentage
   Load(looked, "looked.vmb");
-  EXPECT_EQ(workbench.timeBase, TimeBase::Percentage);
+  EXPECT_EQ(workbench.time.Base, TimeBase::Percentage);
   Load(kByHand);
-  EXPECT_EQ(workbench.timeBase, TimeBase::Seconds) << "the flags are of the other file";
+  EXPECT_EQ(workbench.time.Base, TimeBase::Seconds) << "the flags are of the other file";
   EXPECT_FALSE(trial.PairedGraphs);
 }
 

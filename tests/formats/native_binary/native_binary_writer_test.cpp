@@ -26,15 +26,15 @@ TEST_F(NativeBinaryWriter, ASavedFileDiffersFromItsSourceOnlyWhereItMust) {
   MarkChanged(workbench, true);
   trial.ChanLabel[1] = "a label of many characters";
   trial.PairedGraphs = true;
-  workbench.timeBase = TimeBase::Percentage;
+  workbench.time.Base = TimeBase::Percentage;
   const std::string path = SaveAs("other");  // the extension is added
   EXPECT_FALSE(trial.FileChanged);
   EXPECT_EQ(trial.FileName, directory.Path("trial.vmb"));
-  workbench.timeBase = TimeBase::Seconds;
+  workbench.time.Base = TimeBase::Seconds;
   LoadPath(path + ".vmb");
   EXPECT_EQ(trial.ChanLabel[1], "a label of");
   EXPECT_TRUE(trial.PairedGraphs);
-  EXPECT_EQ(workbench.timeBase, TimeBase::Percentage);
+  EXPECT_EQ(workbench.time.Base, TimeBase::Percentage);
 }
 
 TEST_F(NativeBinaryWriter, RoundTripsAtEveryShape) {

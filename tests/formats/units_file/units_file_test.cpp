@@ -29,11 +29,11 @@ TEST_F(UnitsFile, WrittenToTheByteAndReadBack) {
   trial.ChanUnits[1] = "µV";
   trial.ChanLabel[2] = "Fz";
   trial.ChanUnits[2] = "N";
-  workbench.ScaleMemory[1] = 0.1F;
-  workbench.LastHighPassCutoffs[1] = 20.0F;
-  workbench.LastLowPassCutoffs[1] = 450.5F;
-  workbench.ChanThreshold[1] = 0.1;
-  workbench.ScaleMemory[3] = -1e10F;
+  workbench.scaling.ScaleMemory[1] = 0.1F;
+  workbench.filters.LastHighPassCutoffs[1] = 20.0F;
+  workbench.filters.LastLowPassCutoffs[1] = 450.5F;
+  workbench.thresholds.ChanThreshold[1] = 0.1;
+  workbench.scaling.ScaleMemory[3] = -1e10F;
   questions.fileAnswers.push_back({directory.Path("jump")});
   SaveData(workbench, SaveFormat::UnitsFile);
   EXPECT_EQ(questions.files.back().title, "Save Velmora Units, scaling and labels (.bsu)");
@@ -57,11 +57,11 @@ TEST_F(UnitsFile, WrittenToTheByteAndReadBack) {
   EXPECT_TRUE(questions.boxes.empty());
   EXPECT_EQ(other.trial.ChanLabel, trial.ChanLabel);
   EXPECT_EQ(other.trial.ChanUnits, trial.ChanUnits);
-  EXPECT_EQ(other.ScaleMemory, workbench.ScaleMemory);
-  EXPECT_EQ(other.LastHighPassCutoffs, workbench.LastHighPassCutoffs);
-  EXPECT_EQ(other.LastLowPassCutoffs, workbench.LastLowPassCutoffs);
-  EXPECT_EQ(other.ChanThreshold, workbench.ChanThreshold);
-  EXPECT_TRUE(other.ThresholdsValid);
+  EXPECT_EQ(other.scaling.ScaleMemory, workbench.scaling.ScaleMemory);
+  EXPECT_EQ(other.filters.LastHighPassCutoffs, workbench.filters.LastHighPassCutoffs);
+  EXPECT_EQ(other.filters.LastLowPassCutoffs, workbench.filters.LastLowPassCutoffs);
+  EXPECT_EQ(other.thresholds.ChanThreshold, workbench.thresholds.ChanThreshold);
+  EXPECT_TRUE(other.thresholds.ThresholdsValid);
   EXPECT_TRUE(other.trial.FileChanged);
 
   trial.FileName = "/data/two\nlines.vmb";
@@ -72,7 +72,7 @@ TEST_F(UnitsFile, WrittenToTheByteAndReadBack) {
   ReadUnitsFile(other);
   EXPECT_EQ(other.trial.ChanLabel[1], "left foot");
   EXPECT_EQ(other.trial.ChanUnits[2], "N m");
-  EXPECT_EQ(other.ScaleMemory, workbench.ScaleMemory);
+  EXPECT_EQ(other.scaling.ScaleMemory, workbench.scaling.ScaleMemory);
 }
 
 TEST_F(UnitsFile, OlderFilesAndFilesThroughAnEditor) {
@@ -83,13 +83,13 @@ TEST_F(UnitsFile, OlderFilesAndFilesThroughAnEditor) {
   EXPECT_EQ(questions.boxes.back().title, "Different Number of Channels");
   EXPECT_EQ(trial.ChanUnits[0], "ms");
   EXPECT_EQ(trial.ChanLabel[1], "A");
-  EXPECT_EQ(workbench.ScaleMemory[1], 2.0F);
-  EXPECT_EQ(workbench.LastHighPassCutoffs[1], 0.0F);
+  EXPECT_EQ(workbench.scaling.ScaleMemory[1], 2.0F);
+  EXPECT_EQ(workbench.filters.LastHighPassCutoffs[1], 0.0F);
   EXPECT_EQ(trial.ChanLabel[2], "B");
   EXPECT_EQ(trial.ChanUnits[2], "kN");
-  EXPECT_EQ(workbench.LastHighPassCutoffs[2], 4.0F);
-  EXPECT_EQ(workbench.LastLowPassCutoffs[2], 5.0F);
-  EXPECT_FALSE(workbench.ThresholdsValid);
+  EXPECT_EQ(workbench.filters.LastHighPassCutoffs[2], 4.0F);
+  EXPECT_EQ(workbench.filters.LastLowPassCutoffs[2], 5.0F);
+  EXPECT_FALSE(workbench.thresholds.ThresholdsValid);
   EXPECT_EQ(trial.ChanUnits[3], "V") << "not in the file";
 
   Read(
@@ -99,8 +99,8 @@ TEST_F(UnitsFile, OlderFilesAndFilesThroughAnEditor) {
   EXPECT_TRUE(questions.boxes.empty());
   EXPECT_EQ(trial.ChanLabel[1], "Heel left");
   EXPECT_EQ(trial.ChanUnits[1], "m/s");
-  EXPECT_EQ(workbench.ScaleMemory[1], 1.5F);
-  EXPECT_EQ(workbench.LastLowPassCutoffs[1], 450.0F);
+  EXPECT_EQ(workbench.scaling.ScaleMemory[1], 1.5F);
+  EXPECT_EQ(workbench.filters.LastLowPassCutoffs[1], 450.0F);
   EXPECT_EQ(trial.ChanUnits[3], "deg");
 }
 

@@ -26,7 +26,9 @@ Button AskBadTime(Workbench& workbench) {
 }
 
 double AskWhichRate(Workbench& workbench, double given, double calculated) {
-  const auto hertz = [&workbench](double rate) { return FormatNumber(rate, workbench.RatePattern) + " Hz"; };
+  const auto hertz = [&workbench](double rate) {
+    return FormatNumber(rate, workbench.patterns.RatePattern) + " Hz";
+  };
   const std::string typed = workbench.questions.AskInput(
       {.title = "Enter Correct Sampling Rate",
        .prompt = "Given sampling rate was different from rate computed from data file.\nGiven rate was " +

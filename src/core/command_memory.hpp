@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/questions/result_table.hpp"
+#include "core/trial/trial.hpp"
+
+// What outlives a command, a struct a family. A new family adds its struct here and one member to the
+// workbench.
+namespace velmora {
+
+struct FilterMemory {
+  ChannelFlags ZeroLag{};                   // of the last filter dialogue
+  PerChannel<float> FilterCutoffs{};        // Hz, in force
+  PerChannel<float> SecondCutoffs{};        // Hz, the upper edge of a band
+  PerChannel<float> LastLowPassCutoffs{};   // Hz
+  PerChannel<float> LastHighPassCutoffs{};  // Hz
+};
+
+struct SmoothingMemory {
+  std::int16_t WindowWidth = 3;  // samples; of moving windows and epochs
+  bool WindowInSeconds = false;  // the width was entered in seconds
+};
+
+struct ScalingMemory {
+  PerChannel<float> ScaleMemory{};
+};
+
+struct BiasLevels {
+  PerChannel<float> BiasMemory{};  // levels, or slopes, of the last bias removal
+  bool BiasLevelsKnown = false;    // a menu offers to save them
+};
+
+/// What the abscissa of the trial counts.
+enum class TimeBase { Count, Percentage, Seconds, UserUnits, Frames, HhMmSs };
+
+struct TimeMemory {
+  TimeBase Base = TimeBase::Seconds;
+  double SecondsRate = 0.0;      // Rate and Duration while the base was last seconds;
+  double SecondsDuration = 0.0;  // 0 when that is not known of this trial
+  bool TimeReversed = false;     // the check mark of the reversal
+};
+
+struct ThresholdMemory {
+  PerChannel<double> ChanThreshold{};
+  bool ThresholdsValid = false;
+};
+
+/// What outlives a graph view, or is passed on by one.
+struct GraphMemory {
+  double ViewDuration = 0.0;  // seconds, the length of the view window; 0 until one was chosen
+  double PanSize = 0.0;       // seconds; 0: to the next window
+  std::int32_t GraphScaleChoice = 0;
+  bool GraphWindowMaximized = false;
+  std::int32_t StatLo = 0;  // the samples a statistics form is to use
+  std::int32_t StatHi = 0;
+  bool ClipResetTime = false;
+};
+
+/// What the last analysis found.
+struct ResultMemory {
+  std::string ResultText;
+  std::vector<ResultTable> ResultTables;
+};
+
+/// How numbers are shown.
+struct NumberPatterns {
+  std::string RatePattern = "0.00";
+  std::string TimePattern = "0.000";  // durations too
+  std::string ValuePattern = "0.0000";
+};
+
+}  // namespace velmora
