@@ -9,6 +9,7 @@
 
 #include "core/action_listener.hpp"
 #include "core/command_memory.hpp"
+#include "core/command_report.hpp"
 #include "core/open_view.hpp"
 #include "core/preferences.hpp"
 #include "core/questions/picker.hpp"
@@ -29,13 +30,6 @@ struct NativeRecords {
   std::string FILMINFO;     // 228 bytes, the experiment information
   std::string SETUPINFO;    // 328 bytes, carried and never interpreted
   std::string EXPTINFO;     // 248 bytes, the experiment lines
-};
-
-/// What came of a command beyond its effect on the trial: a recipe stops at a failure and lists
-/// warnings in its closing table.
-struct CommandReport {
-  std::vector<std::string> failures;
-  std::vector<std::string> warnings;
 };
 
 /// A trial set aside until the next file is joined to it.

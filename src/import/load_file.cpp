@@ -48,6 +48,7 @@ void ResetTrial(Workbench& workbench) {
     std::copy_n(trial.ChanUnits.begin(), trial.NChan + 1, trial.SavedUnits.begin());
   }
   trial.TrialIndex = -1;
+  trial.Notices.clear();
 }
 
 // The file that holds the setup of one recorder has a name of its own and no extension.

@@ -61,6 +61,7 @@ std::string InfoText(const Workbench& workbench) {
       {"FileTypeCode", trial.FileTypeCode},
       {"TrialIndex", trial.TrialIndex},
       {"HeaderLines", UsedHeaderLines(trial)},
+      {"Notices", trial.Notices},
       {"FileChanged", Flag(trial.FileChanged)},
       {"CursorLo", trial.CursorLo},
       {"CursorHi", trial.CursorHi},

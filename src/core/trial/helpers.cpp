@@ -1,6 +1,7 @@
 #include "core/trial/helpers.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
@@ -125,6 +126,27 @@ Button ShowRefusal(Workbench& workbench, const Box& box) {
 Button ShowFailure(Workbench& workbench, const Box& box) {
   workbench.report.failures.push_back(ReportLine(box));
   return workbench.questions.AskBox(box);
+}
+
+void Did(Workbench& workbench, std::string what, std::span<const int> channels) {
+  Deed deed{.what = std::move(what), .channels = {}, .refused = {}};
+  for (const int c : channels) {
+    deed.channels.push_back(workbench.trial.ChanLabel[c].Text());
+  }
+  workbench.report.deeds.push_back(std::move(deed));
+}
+
+void LeftOut(Workbench& workbench, int channel, std::string why) {
+  std::vector<Deed>& deeds = workbench.report.deeds;
+  if (deeds.empty()) {
+    deeds.emplace_back();
+  }
+  deeds.back().refused.push_back({workbench.trial.ChanLabel[channel].Text(), std::move(why)});
+}
+
+void AddNotice(Workbench& workbench, std::string text) {
+  workbench.report.warnings.push_back(text);
+  workbench.trial.Notices.push_back(std::move(text));
 }
 
 void ShowSaveFailure(Workbench& workbench, std::string_view reason) {

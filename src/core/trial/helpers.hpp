@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -77,6 +78,17 @@ bool PickNames(Workbench& workbench, std::string_view prompt, PerChannel<Text>& 
 /// a failure ends it. Both take a box with any buttons and return the answer.
 Button ShowRefusal(Workbench& workbench, const Box& box);
 Button ShowFailure(Workbench& workbench, const Box& box);
+
+/// Reports what the command at hand did, with its parameters in words; `channels` are those it changed.
+void Did(Workbench& workbench, std::string what, std::span<const int> channels = {});
+
+/// Adds to the deed reported last a channel that was left as it was, and why. Before any deed: to one
+/// without words.
+void LeftOut(Workbench& workbench, int channel, std::string why);
+
+/// A remark on the trial that needs no answer: it stays with the trial until the next load and is a
+/// warning of the step.
+void AddNotice(Workbench& workbench, std::string text);
 
 /// The failure of every save: OutputFileName could not be written, for the system's reason given.
 void ShowSaveFailure(Workbench& workbench, std::string_view reason);

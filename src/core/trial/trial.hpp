@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "core/text/fixed_text.hpp"
 #include "core/trial/sample_matrix.hpp"
@@ -54,6 +55,8 @@ struct Trial {
   FixedRow<std::string, kMaxHeaderLines + 1> HeaderLines;  // index 0 is not used
   std::int32_t HeaderLineCount = 0;
   std::int16_t TrialIndex = -1;
+  /// Remarks that need no answer ("The file ends after 3,120 of 6,001 samples."), until the next load.
+  std::vector<std::string> Notices;
 
   PerChannel<Label> ChanLabel;
   PerChannel<Units> ChanUnits;
