@@ -67,7 +67,9 @@ struct Workbench {
   std::string DataDir;
   std::string StartDir;
   std::string ExeName = "Velmora2.exe";
-  std::string LoadedFile;  // where the trial was read from; FileName may name a file chosen since
+  /// Where the trial was read from, told once by the load; empty when there is none. FileName may name a
+  /// file chosen since.
+  std::string LoadedFile;
   std::string OutputFileName;
   bool SaveQuietly = false;
   bool SaveRangeSet = false;

@@ -49,6 +49,7 @@ void ResetTrial(Workbench& workbench) {
   }
   trial.TrialIndex = -1;
   trial.Notices.clear();
+  workbench.LoadedFile.clear();
 }
 
 // The file that holds the setup of one recorder has a name of its own and no extension.

@@ -2,14 +2,11 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QFileInfo>
-#include <QLabel>
-#include <QStatusBar>
 #include <QToolBar>
 
 #include "core/files/file_filters.hpp"
 #include "core/files/start.hpp"
 #include "core/text/text.hpp"
-#include "core/version.hpp"
 #include "ui/browser/browser_panel.hpp"
 #include "ui/main/about_dialog.hpp"
 #include "ui/main/icons.hpp"
@@ -28,6 +25,15 @@ QAction* MainWindow::AddTool(QToolBar* bar, std::string_view id, int glyph, cons
   action->setIconVisibleInMenu(false);
   bar->addAction(action);
   return action;
+}
+
+void MainWindow::AddBars() {
+  AddRecentMenu();
+  AddViewOptions();
+  AddOptionsMenu();
+  AddFamilyMenus();
+  AddHelpMenu();
+  AddToolBar();
 }
 
 void MainWindow::AddToolBar() {
@@ -56,19 +62,8 @@ void MainWindow::AddToolBar() {
   QAction* manuals = bar->addAction(IconOf(Glyph::Manual), QStringLiteral("&Manuals"));
   manuals->setEnabled(QFileInfo(ToQt(manual)).isFile());
   manuals->setStatusTip(tr("Opens the manual"));
-  connect(manuals, &QAction::triggered, this, [this, manual] { OpenManual(manual); });
+  connect(manuals, &QAction::triggered, this, [this, manual] { programs_.OpenManual(manual); });
   add("file.exit", Glyph::Exit, tr("Exit"));
-}
-
-void MainWindow::AddStatusBar() {
-  auto* version = new QLabel(QStringLiteral("Version: ") + ToQt(VersionText));
-  modified_ = new QLabel;
-  level_ = new QLabel;
-  for (QLabel* panel : {modified_, level_, version}) {
-    panel->setContentsMargins(8, 0, 8, 0);
-    statusBar()->addPermanentWidget(panel);
-  }
-  statusBar()->setSizeGripEnabled(false);
 }
 
 void MainWindow::AddRecentMenu() {
@@ -80,7 +75,7 @@ void MainWindow::AddRecentMenu() {
     for (const QString& path : settings_.RecentFiles()) {
       QAction* action = recent_->addAction(QFileInfo(path).fileName());
       action->setStatusTip(path);
-      connect(action, &QAction::triggered, this, [this, path] { OpenFile(ToStd(path)); });
+      connect(action, &QAction::triggered, this, [this, path] { opener_.Open(ToStd(path)); });
     }
     if (recent_->isEmpty()) {
       recent_->addAction(tr("None"))->setEnabled(false);
@@ -179,6 +174,19 @@ void MainWindow::AddThemes(QMenu* menu) {
       ApplyTheme(*qApp, theme);
     });
   }
+}
+
+void MainWindow::AddProgramMenu(QMenu* menu, ProgramKind kind) {
+  connect(menu, &QMenu::aboutToShow, this, [this, menu, kind] { programs_.FillWithPrograms(menu, kind); });
+}
+
+void MainWindow::AddFamilyMenus() {
+  auto* programs = new QMenu(tr("&Programs"), this);
+  menus_->Top("&File")->insertMenu(menus_->Of("file.refresh"), programs);
+  connect(programs, &QMenu::aboutToShow, this,
+          [this, programs] { programs_.FillWithFamilyPrograms(programs); });
+  QMenu* manuals = menus_->Top("&Help")->addMenu(QStringLiteral("&Manuals"));
+  connect(manuals, &QMenu::aboutToShow, this, [this, manuals] { programs_.FillWithManuals(manuals); });
 }
 
 void MainWindow::AddHelpMenu() {

@@ -1,0 +1,75 @@
+#include "ui/main/command_runner.hpp"
+
+#include "app/command_table.hpp"
+#include "core/trial/helpers.hpp"
+#include "ui/graph/graph_window.hpp"
+
+namespace velmora::ui {
+
+CommandRunner::CommandRunner(Workbench& workbench, QtQuestions& person, QWidget* window)
+    : workbench_(workbench), person_(person), window_(window), channelWindows_(workbench, window) {
+  workbench_.onShowChannel = [this](int channel) { ShowChannel(channel); };
+}
+
+CommandRunner::~CommandRunner() {
+  CloseGraph();
+}
+
+void CommandRunner::Run(const Command& command) {
+  if (Busy()) {
+    return;
+  }
+  Do([this, &command] { RunCommand(workbench_, command); });
+  if (person_.TakeGraphWanted()) {
+    OpenGraph();
+  }
+}
+
+void CommandRunner::Run(std::string_view id) {
+  Run(*FindCommand(id));
+}
+
+void CommandRunner::Do(const std::function<void()>& work) {
+  if (Busy()) {
+    return;
+  }
+  ++running_;
+  if (graph_ != nullptr) {
+    graph_->Rest();
+  }
+  work();
+  --running_;
+  ShowView();
+}
+
+void CommandRunner::OpenGraph() {
+  const bool multi = workbench_.preferences.Multiaxis && FindCommand("graph.multi") != nullptr;
+  Run(multi ? "graph.multi" : "graph.single");
+}
+
+// The view that a command opened gets its window here; it goes when the view goes.
+void CommandRunner::ShowView() {
+  if (graph_ != nullptr) {
+    graph_->Refresh();
+    if (workbench_.view == nullptr) {
+      graph_.clear();  // it has closed and goes by itself
+    }
+  } else if (workbench_.view != nullptr) {
+    graph_ = new GraphWindow(
+        workbench_, [this](const Command& command) { Run(command); }, window_);
+    graph_->ShowGraph();
+  }
+}
+
+void CommandRunner::CloseGraph() {
+  delete graph_;
+  workbench_.view.reset();
+}
+
+void CommandRunner::CloseViews() {
+  CloseView(workbench_);
+  CloseGraph();
+  channelWindows_.CloseAll();
+}
+
+}  // namespace velmora::ui

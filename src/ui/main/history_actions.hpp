@@ -1,0 +1,25 @@
+#pragma once
+
+#include "run/history.hpp"
+#include "ui/main/command_runner.hpp"
+
+namespace velmora::ui {
+
+/// What can be done with the history: a recipe of it, and the way back.
+class HistoryActions {
+ public:
+  HistoryActions(Workbench& workbench, CommandRunner& runner, QtQuestions& person, History& history)
+      : workbench_(workbench), runner_(runner), person_(person), history_(history) {}
+
+  void SaveRecipe();
+  /// Asks first; `step` counts from 0, the load.
+  void GoBack(int step);
+
+ private:
+  Workbench& workbench_;
+  CommandRunner& runner_;
+  QtQuestions& person_;
+  History& history_;
+};
+
+}  // namespace velmora::ui

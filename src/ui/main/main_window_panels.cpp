@@ -1,0 +1,102 @@
+// The panels of the window, and what they are wired to.
+#include <QDockWidget>
+#include <QStackedWidget>
+
+#include "browse/file_commands.hpp"
+#include "ui/browser/browser_panel.hpp"
+#include "ui/main/file_drops.hpp"
+#include "ui/main/main_window.hpp"
+#include "ui/main/tell.hpp"
+#include "ui/main/welcome_panel.hpp"
+#include "ui/text.hpp"
+#include "ui/trial/history_panel.hpp"
+#include "ui/trial/trial_panel.hpp"
+
+namespace velmora::ui {
+namespace {
+
+QDockWidget* Dock(QMainWindow* window, const QString& title, const char* name, QWidget* content) {
+  auto* dock = new QDockWidget(title, window);
+  dock->setObjectName(QString::fromUtf8(name));
+  dock->setWidget(content);
+  dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
+  return dock;
+}
+
+}  // namespace
+
+void MainWindow::AddPanels() {
+  browser_ = new BrowserPanel(workbench_);
+  browserDock_ = Dock(this, tr("Files"), "filesDock", browser_);
+  addDockWidget(Qt::LeftDockWidgetArea, browserDock_);
+  middle_ = new QStackedWidget;
+  welcome_ = new WelcomePanel;
+  trial_ = new TrialPanel(workbench_, traces_);
+  middle_->addWidget(welcome_);
+  middle_->addWidget(trial_);
+  setCentralWidget(middle_);
+  historyPanel_ = new HistoryPanel(history_);
+  historyDock_ = Dock(this, tr("History"), "historyDock", historyPanel_);
+  addDockWidget(Qt::RightDockWidgetArea, historyDock_);
+  ConnectDataFiles();
+  ConnectTextFiles();
+  ConnectTrial();
+  ConnectHistory();
+}
+
+void MainWindow::ConnectDataFiles() {
+  const auto open = [this](const std::string& path) { opener_.Open(path); };
+  opener_.onSelected = [this] { browser_->ShowSelected(); };
+  connect(browser_, &BrowserPanel::DirectoryChosen, this,
+          [this](const QString& path) { OpenDirectory(workbench_, ToStd(path)); });
+  FileListView* files = browser_->DataFiles();
+  connect(files, &FileListView::Selected, this, [this](const std::string& path) { opener_.Select(path); });
+  connect(files, &FileListView::Opened, this, open);
+  connect(files, &FileListView::RightClicked, this,
+          [this](const std::string& path) { opener_.AskAndOpen(path); });
+  connect(files, &FileListView::EmptyClicked, this,
+          [this] { Tell(person_, "", "No data files in this subdirectory."); });
+  connect(welcome_, &WelcomePanel::ExampleWanted, this, [this] { opener_.OpenExample(makeExample_); });
+  connect(welcome_, &WelcomePanel::FileWanted, this, [open](const QString& path) { open(ToStd(path)); });
+  new FileDrops(this, open);
+}
+
+void MainWindow::ConnectTextFiles() {
+  FileListView* files = browser_->TextFiles();
+  connect(files, &FileListView::Opened, this, [this](const std::string& path) { programs_.OpenText(path); });
+  connect(files, &FileListView::RightClicked, this,
+          [this](const std::string& path) { programs_.AskAndOpenText(path); });
+  connect(files, &FileListView::EmptyClicked, this, &MainWindow::OpenSelectedText);
+  connect(browser_, &BrowserPanel::TextWanted, this, &MainWindow::OpenSelectedText);
+}
+
+void MainWindow::OpenSelectedText() {
+  const FileListView* files = browser_->TextFiles();
+  if (files->topLevelItemCount() == 0) {
+    Tell(person_, "", "No output files in this directory.");
+  } else if (files->SelectedPath().empty()) {
+    Tell(person_, "", "No output file was selected.");
+  } else {
+    programs_.OpenText(files->SelectedPath());
+  }
+}
+
+void MainWindow::ConnectTrial() {
+  connect(trial_, &TrialPanel::LabelTyped, this, [this](int channel, const QString& typed) {
+    channelActions_.EditName("edit.labels", channel, typed);
+  });
+  connect(trial_, &TrialPanel::UnitsTyped, this, [this](int channel, const QString& typed) {
+    channelActions_.EditName("edit.units", channel, typed);
+  });
+  connect(trial_, &TrialPanel::ChannelMenu, this,
+          [this](int channel, const QPoint& at) { channelActions_.ShowMenu(channel, at); });
+  connect(trial_, &TrialPanel::ChannelWanted, this, [this](int channel) { runner_.ShowChannel(channel); });
+}
+
+void MainWindow::ConnectHistory() {
+  connect(historyPanel_, &HistoryPanel::RecipeWanted, this, [this] { historyActions_.SaveRecipe(); });
+  connect(historyPanel_, &HistoryPanel::GoBackWanted, this,
+          [this](int step) { historyActions_.GoBack(step); });
+}
+
+}  // namespace velmora::ui
