@@ -79,6 +79,16 @@ struct Proposal {
   bool last = false;
 };
 
+// A remark and no warning: the cut is what was asked for.
+void TellGap(Workbench& workbench, SampleRange cut, CropTimes times) {
+  Trial& trial = workbench.trial;
+  if (times == CropTimes::Move && cut.lo > 1 && cut.hi < trial.NData) {
+    trial.Notices.push_back("The times jump behind sample " + std::to_string(cut.lo - 1) + ", where " +
+                            std::to_string(cut.hi - cut.lo + 1) +
+                            " were cut; cursors behind it count as if there were no gap.");
+  }
+}
+
 void Clip(Workbench& workbench, SingleView& view, const Proposal& proposal) {
   const auto range = ClipForm(workbench, proposal.caption, proposal.work, proposal.range).Ask();
   if (!range) {
@@ -86,6 +96,7 @@ void Clip(Workbench& workbench, SingleView& view, const Proposal& proposal) {
   }
   const CropTimes times = workbench.graph.ClipResetTime ? CropTimes::Reset : CropTimes::Move;
   if (proposal.work == Work::Cut) {
+    TellGap(workbench, *range, times);
     CutSamples(workbench.trial, range->lo, range->hi, times);
   } else if (!CropSamples(workbench.trial, range->lo, range->hi, times)) {
     return;

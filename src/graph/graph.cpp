@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/text/text.hpp"
+#include "core/trial/abscissa.hpp"
 
 namespace velmora {
 
@@ -12,6 +13,16 @@ std::string LabelWithUnits(std::string_view label, std::string_view units) {
   const std::string unit = Trim(units);
   return unit.empty() ? name : name + " (" + unit + ")";
 }
+
+namespace {
+
+// Within the last of a time's 32 bits.
+bool IsNearly(float time, double exact) {
+  const auto nearest = static_cast<float>(exact);
+  return std::nextafter(nearest, time) == time;
+}
+
+}  // namespace
 
 void Axis::SetMinMax(double minimum, double maximum) {
   Minimum = minimum;
@@ -63,8 +74,8 @@ void Graph::AutoScaleAbscissa() {
   if (times.Empty() || !std::isfinite(times.min) || !std::isfinite(times.max)) {
     return;
   }
-  const bool endsWithTrial = times.max == static_cast<float>(trial_->Duration);
-  double last = endsWithTrial ? trial_->Duration : static_cast<double>(times.max);
+  const double end = AbscissaEnd(*trial_);
+  double last = IsNearly(times.max, end) ? end : static_cast<double>(times.max);
   const double first = times.min;
   if (last <= first) {  // a single sample
     last = first + 1.0;

@@ -93,7 +93,7 @@ class Graph {
   /// so narrow that the numbers give out; one that cannot be shown changes nothing. Returns whether the
   /// abscissa has another range now.
   bool ShowRange(double left, double right, double bottom, double top);
-  /// From the first to the last of row 0. Where row 0 ends with the trial, in the Duration itself: the
+  /// From the first to the last of row 0. Where row 0 ends with the trial, in AbscissaEnd itself: the
   /// 32 bits of the time column hold it only nearly.
   void AutoScaleAbscissa();
   /// The extremes of all samples of the visible plots, a unit around them when they are one value.

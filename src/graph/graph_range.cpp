@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/trial/abscissa.hpp"
 #include "graph/graph.hpp"
 
 namespace velmora {
@@ -15,8 +16,8 @@ bool CanShow(const Axis& axis, double low, double high, double narrowest) {
 }  // namespace
 
 Graph::Ends Graph::TrialEnds() const {
-  return {std::min(0.0, static_cast<double>(trial_->Data(1, 0))),
-          std::max(trial_->Duration, static_cast<double>(trial_->Data(trial_->NData, 0)))};
+  return {AbscissaStart(*trial_),
+          std::max(AbscissaEnd(*trial_), static_cast<double>(trial_->Data(trial_->NData, 0)))};
 }
 
 bool Graph::ShowRange(double left, double right, double bottom, double top) {

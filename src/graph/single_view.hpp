@@ -95,7 +95,7 @@ class SingleView : public OpenView {
   [[nodiscard]] std::int32_t SampleOf(int cursor) const;
   /// The samples of the first two cursors, in order.
   [[nodiscard]] SampleRange PairRange() const;
-  /// Cursors 1 and the last of 1 and 2 go to the ends of the trial; those outside it come back.
+  /// Cursors 1 and the last of 1 and 2 go to the first and the last sample; those outside come back.
   void MoveCursorsToEnds(bool first, bool last);
 
   /// The horizontal line of a cursor (from 1) was dragged to y. Nothing when there is no such cursor.

@@ -3,13 +3,14 @@
 #include <stdexcept>
 
 #include "core/text/numbers.hpp"
+#include "core/trial/abscissa.hpp"
 #include "graph/single_view.hpp"
 
 namespace velmora {
 
 std::int32_t SingleView::SampleOf(int cursor) const {
-  const double x = graph_.Cursors.at(static_cast<std::size_t>(cursor - 1)).XPosition;
-  return std::clamp(TimeToSample(workbench_.trial, x), 1, std::max(workbench_.trial.NData, 1));
+  return velmora::SampleOf(workbench_.trial,
+                           graph_.Cursors.at(static_cast<std::size_t>(cursor - 1)).XPosition);
 }
 
 SampleRange SingleView::PairRange() const {
@@ -94,12 +95,13 @@ void SingleView::MoveCrosshair(int cursor, double y) {
 
 void SingleView::MoveCursorsToEnds(bool first, bool last) {
   const Trial& trial = workbench_.trial;
-  const double end = trial.Rate > 0 ? (trial.NData - 1) / trial.Rate : 0.0;
+  const double start = AbscissaStart(trial);
+  const double end = PlaceOf(trial, trial.NData);
   for (GraphCursor& cursor : graph_.Cursors) {
-    cursor.XPosition = std::min(cursor.XPosition, end);
+    cursor.XPosition = std::clamp(cursor.XPosition, start, end);
   }
   if (first && Cursors() > 0) {
-    graph_.Cursors[0].XPosition = 0.0;
+    graph_.Cursors[0].XPosition = start;
   }
   if (last && Cursors() > 0) {
     graph_.Cursors[Cursors() > 1 ? 1 : 0].XPosition = end;
@@ -109,7 +111,7 @@ void SingleView::MoveCursorsToEnds(bool first, bool last) {
 
 void SingleView::LeftCursorToStart() {
   if (Cursors() >= 2) {
-    graph_.Cursors[0].XPosition = 0.0;
+    graph_.Cursors[0].XPosition = AbscissaStart(workbench_.trial);
     TakeRange();
     workbench_.trial.CursorLo = 1;
   }
@@ -117,7 +119,7 @@ void SingleView::LeftCursorToStart() {
 
 void SingleView::RightCursorToEnd() {
   if (Cursors() >= 2) {
-    graph_.Cursors[1].XPosition = workbench_.trial.Duration;
+    graph_.Cursors[1].XPosition = AbscissaEnd(workbench_.trial);
     TakeRange();
     workbench_.trial.CursorHi = workbench_.trial.NData;
   }
@@ -127,7 +129,7 @@ void SingleView::RightCursorToEnd() {
 void SingleView::CursorsToEnds() {
   if (Cursors() >= 2) {
     graph_.Cursors[0].XPosition = graph_.Abscissa.Minimum;
-    graph_.Cursors[1].XPosition = workbench_.trial.Duration;
+    graph_.Cursors[1].XPosition = AbscissaEnd(workbench_.trial);
     workbench_.trial.CursorLo = 1;
     workbench_.trial.CursorHi = workbench_.trial.NData;
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/trial/abscissa.hpp"
 #include "graph/single_view.hpp"
 
 namespace velmora {
@@ -26,13 +27,14 @@ void SingleView::ToggleWindow() {
   if (Cursors() == 0 || windowMode_) {
     graph_.AutoScaleAbscissa();
     if (Cursors() >= 2 && trial.Rate > 0) {
-      graph_.Abscissa.Maximum = trial.NData / trial.Rate;
+      graph_.Abscissa.Maximum = AbscissaStart(trial) + trial.NData / trial.Rate;
     }
     windowMode_ = false;
   } else if (Cursors() == 1) {
+    const double start = AbscissaStart(trial);
     const double t = graph_.Cursors[0].XPosition;
-    if (t > 0) {
-      graph_.Abscissa.SetMinMax(0, t);
+    if (t > start) {
+      graph_.Abscissa.SetMinMax(start, t);
       windowMode_ = true;
     }
   } else {
@@ -59,23 +61,24 @@ void SingleView::ShowRange(double left, double right, double bottom, double top)
 
 // The step is the whole window; at an end the last full window stays on the screen.
 void SingleView::PanForward(bool toEnd) {
-  const double duration = workbench_.trial.Duration;
+  const double end = AbscissaEnd(workbench_.trial);
   const double window = PanWindow();
   Axis& axis = graph_.Abscissa;
-  if (toEnd || axis.Maximum >= duration) {
+  if (toEnd || axis.Maximum >= end) {
     Request(WindowRequest::Beep);
-    axis.SetMinMax(duration - window, duration);
+    axis.SetMinMax(end - window, end);
   } else {
     axis.SetMinMax(axis.Maximum, axis.Maximum + window);
   }
 }
 
 void SingleView::PanBack(bool toStart) {
+  const double start = AbscissaStart(workbench_.trial);
   const double window = PanWindow();
   Axis& axis = graph_.Abscissa;
-  if (toStart || axis.Minimum <= 0) {
+  if (toStart || axis.Minimum <= start) {
     Request(WindowRequest::Beep);
-    axis.SetMinMax(0, window);
+    axis.SetMinMax(start, start + window);
   } else {
     axis.SetMinMax(axis.Minimum - window, axis.Minimum);
   }

@@ -264,17 +264,83 @@ TEST_F(SingleViewTest, CropKeepsWhatLiesBetweenTheCursors) {
   AnswerClip(false);
   Run("crop.outside");  // all of it: nothing changes
   EXPECT_FALSE(trial.FileChanged);
-  View().MoveCursor(1, 0.1);
+  View().MoveCursor(1, 0.3);
   AnswerClip(true, "Trim Left");
   Run("crop.left");
   EXPECT_EQ(trial.NData, 21);
   EXPECT_EQ(trial.Data(1, 0), 0.2F);  // the old first time, not the cursor's
   EXPECT_EQ(trial.Data(1, 1), 31.0F);
   AnswerClip(true, "Trim Right");
-  View().MoveCursor(2, 0.1);
+  View().MoveCursor(2, 0.3);
   Run("crop.right");
   EXPECT_EQ(trial.NData, 11);
   EXPECT_EQ(trial.Data(11, 1), 41.0F);
+}
+
+// The same trial as a stretch of a longer recording: it starts at 534 s, whose 32 bits are 61 us apart.
+TEST_F(SingleViewTest, AnAbscissaThatStartsLateCountsFromItsStart) {
+  for (int i = 1; i <= 101; ++i) {
+    trial.Data(i, 0) = static_cast<float>(534.0 + (i - 1) / 100.0);
+  }
+  const TemporaryDirectory directory;
+  Open({{"TxtWindow", "0.4"}});
+  ExpectWindow(534, 534.4);
+  Key("PageUp");
+  Key("PageUp");
+  Key("PageUp");
+  ExpectWindow(534.6, 535);
+  EXPECT_EQ(requests, std::vector{WindowRequest::Beep});
+  Key("PageDown", true);
+  ExpectWindow(534, 534.4);
+  Run("view.reset");
+  ExpectWindow(534, 535);
+  Key("PageUp");  // all is shown: it stays
+  ExpectWindow(534, 535);
+  Key("1");
+  ExpectRange(1, 51);
+  Key("W");
+  ExpectWindow(534, 534.5);
+  Key("F");
+  Key("2");
+  View().MoveCursor(1, 534.2);
+  View().MoveCursor(2, 534.5);
+  ExpectRange(21, 51);
+  Key("D");
+  EXPECT_EQ(workbench.graph.StatLo, 21);
+  EXPECT_EQ(workbench.graph.StatHi, 51);
+  questions.boxAnswers = {Button::Yes};
+  questions.fileAnswers = {{directory.Path("c.vmc")}};
+  Key("F10");
+  EXPECT_NE(ReadFile(directory.Path("c.vmc")).find("1\t21\t534.2000\t0.0000\n2\t51\t534.5000\t0.3000\n"),
+            std::string::npos);
+  Key("W");
+  Key("F");
+  ExpectWindow(534, 535.01);  // NData / Rate from the start
+  View().MoveCursor(1, 0.2);  // before the trial
+  ExpectRange(1, 51);
+  Key("End");
+  Key("Home");
+  ExpectRange(1, 101);
+  EXPECT_EQ(View().Drawing().Cursors[0].XPosition, 534.0);
+  EXPECT_EQ(View().Drawing().Cursors[1].XPosition, 535.0);
+
+  View().MoveCursor(1, 534.2);
+  View().MoveCursor(2, 534.5);
+  AnswerClip(false, "Crop");
+  Run("crop.outside");
+  EXPECT_EQ(trial.NData, 31);
+  EXPECT_EQ(trial.Data(1, 1), 21.0F);
+  EXPECT_EQ(trial.Data(31, 1), 51.0F);
+  ExpectWindow(534.2F, 534.2F + 0.3);
+  EXPECT_EQ(View().Drawing().Cursors[0].XPosition, View().Drawing().Abscissa.Minimum);
+  EXPECT_EQ(View().Drawing().Cursors[1].XPosition, View().Drawing().Abscissa.Maximum);
+  ExpectRange(1, 31);
+  View().MoveCursor(1, 534.3);
+  AnswerClip(false, "Trim Left");
+  Run("crop.left");
+  EXPECT_EQ(trial.NData, 21);
+  EXPECT_EQ(trial.Data(1, 1), 31.0F);
+  ExpectRange(1, 21);
 }
 
 TEST_F(SingleViewTest, CutRemovesWhatLiesBetweenTheCursors) {
@@ -288,6 +354,9 @@ TEST_F(SingleViewTest, CutRemovesWhatLiesBetweenTheCursors) {
   EXPECT_EQ(trial.Data(20, 1), 20.0F);
   EXPECT_EQ(trial.Data(21, 1), 22.0F);
   EXPECT_EQ(trial.Data(21, 0), 0.21F);
+  EXPECT_EQ(trial.Notices,
+            (Texts{"The times jump behind sample 20, where 1 were cut; cursors behind it count as if there "
+                   "were no gap."}));
   View().MoveCursor(1, 0.9);
   View().MoveCursor(2, 5);
   AnswerClip(true, "Cut");

@@ -8,7 +8,7 @@
 #include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
-#include "core/trial/helpers.hpp"
+#include "core/trial/abscissa.hpp"
 #include "import/reader_table.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
@@ -177,11 +177,10 @@ void TrialPanel::ShowMarks() {
   }
   const Trial& trial = workbench_.trial;
   if (trial.CursorLo > 1 || trial.CursorHi < trial.NData) {
-    AddMark(
-        tr("Cursors %1 to %2 s")
-            .arg(ToQt(FormatNumber(SampleToTime(trial, trial.CursorLo), workbench_.patterns.TimePattern)),
-                 ToQt(FormatNumber(SampleToTime(trial, trial.CursorHi), workbench_.patterns.TimePattern))),
-        false);
+    AddMark(tr("Cursors %1 to %2 s")
+                .arg(ToQt(FormatNumber(PlaceOf(trial, trial.CursorLo), workbench_.patterns.TimePattern)),
+                     ToQt(FormatNumber(PlaceOf(trial, trial.CursorHi), workbench_.patterns.TimePattern))),
+            false);
   }
   if (trial.ForcesReduced) {
     AddMark(tr("Forces reduced"), false);
