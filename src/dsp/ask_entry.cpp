@@ -12,8 +12,11 @@ void AskEntry(Workbench& workbench, Form& form, const char* field, int channel, 
               const char* prompt) {
   const FormField& list = *form.FindField(field);
   const double current = std::get<ChannelNumbers*>(list.target)->at(static_cast<std::size_t>(channel));
-  const std::string typed = workbench.questions.AskInput(
-      {.title = title, .prompt = prompt, .defaultText = PlainNumber(static_cast<float>(current))});
+  const std::string typed =
+      workbench.questions.AskInput({.title = title,
+                                    .prompt = prompt,
+                                    .defaultText = PlainNumber(static_cast<float>(current)),
+                                    .isNumber = true});
   if (!typed.empty()) {
     form.Edit(list, channel, typed);
   }

@@ -60,7 +60,8 @@ void EditRate(Workbench& workbench) {
   const std::string typed =
       workbench.questions.AskInput({.title = "Sampling Rate",
                                     .prompt = "Enter sampling rate per channel in samples per second (Hz).",
-                                    .defaultText = PlainNumber(workbench.trial.Rate)});
+                                    .defaultText = PlainNumber(workbench.trial.Rate),
+                                    .isNumber = true});
   if (typed.empty()) {
     return;
   }

@@ -153,7 +153,8 @@ void SingleView::DeleteCursor() {
         {.title = "Delete a Cursor",
          .prompt = "Enter number of cursor to delete or press Cancel.\nEnter a number from 1 to " +
                    std::to_string(Cursors()) +
-                   ".\nUsually the yellow cursor is 1; red is 2; the rest are sequential from the left."});
+                   ".\nUsually the yellow cursor is 1; red is 2; the rest are sequential from the left.",
+         .isNumber = true});
     if (typed.empty()) {
       return;
     }

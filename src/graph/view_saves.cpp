@@ -18,7 +18,8 @@ bool AskPair(Workbench& workbench, SingleView& view) {
   const int count = view.Cursors();
   const std::string typed = workbench.questions.AskInput(
       {.title = "Select First Cursor of Pair",
-       .prompt = "Enter number of first cursor of pair.  There are " + std::to_string(count) + " cursors."});
+       .prompt = "Enter number of first cursor of pair.  There are " + std::to_string(count) + " cursors.",
+       .isNumber = true});
   if (typed.empty()) {
     return false;
   }

@@ -5,6 +5,7 @@
 
 #include "core/questions/form.hpp"
 #include "core/questions/picker.hpp"
+#include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "run/interrupt.hpp"
 
@@ -33,6 +34,17 @@ std::string Quoted(std::string_view text) {
   std::string out = "\"" + std::string(text) + "\"";
   std::replace(out.begin(), out.end(), '\n', ' ');
   return out;
+}
+
+// A person sees at once what became of "2,5"; nobody looks at a recipe that multiplies by 2 instead.
+std::string NoNumber(std::string_view text) {
+  return IsNumber(text) ? std::string() : Quoted(text) + " is no number";
+}
+
+bool TakesNumbers(const FormField& field) {
+  return std::holds_alternative<double*>(field.target) ||
+         std::holds_alternative<ChannelNumbers*>(field.target) ||
+         (std::holds_alternative<std::int32_t*>(field.target) && field.choices.empty());
 }
 
 template <typename Range, typename Name>
@@ -66,6 +78,11 @@ std::string Misfit(const ChannelPicker& picker, const PickAnswer& answer) {
   }
   if (!answer.names.empty() && !picker.HasNames()) {
     return "there is no column of names";
+  }
+  for (const ChannelText& value : answer.values) {
+    if (const std::string why = NoNumber(value.text); !why.empty()) {
+      return "the value of channel " + std::to_string(value.channel) + ": " + why;
+    }
   }
   for (const std::string& caption :
        {std::string("OK"), std::string("Cancel"), WithoutMnemonic(picker.ClosingCaption())}) {
@@ -180,7 +197,14 @@ Button RecipeQuestions::AskBox(const Box& box) {
 }
 
 std::string RecipeQuestions::AskInput(const InputQuestion& question) {
-  return Take<InputAnswer>({"input", question.title, question.prompt}).text;
+  const Asked asked{"input", question.title, question.prompt};
+  const std::string& text = Take<InputAnswer>(asked).text;
+  if (question.isNumber && !text.empty()) {  // an empty one cancels
+    if (const std::string why = NoNumber(text); !why.empty()) {
+      Abandon(asked, why);
+    }
+  }
+  return text;
 }
 
 std::vector<std::string> RecipeQuestions::AskFile(const FileQuestion& question) {
@@ -235,6 +259,7 @@ void RecipeQuestions::EditField(const Asked& asked, Form& form, const FieldAnswe
       if (text.channel > trial_->NChan) {
         Abandon(asked, "field " + field->name + ": there is no channel " + std::to_string(text.channel));
       }
+      CheckNumber(asked, *field, text.text);
       form.Edit(*field, text.channel, text.text);
     }
     return;
@@ -254,7 +279,15 @@ void RecipeQuestions::EditField(const Asked& asked, Form& form, const FieldAnswe
     EditFlags(form, *field, choice != nullptr ? *choice : ChannelChoice{.all = true}, trial_->NChan);
     return;
   }
+  CheckNumber(asked, *field, *text);
   form.Edit(*field, *text);
+}
+
+void RecipeQuestions::CheckNumber(const Asked& asked, const FormField& field, std::string_view text) {
+  const std::string why = TakesNumbers(field) ? NoNumber(text) : std::string();
+  if (!why.empty()) {
+    Abandon(asked, "field " + field.name + ": " + why);
+  }
 }
 
 void RecipeQuestions::ShowProgress(ProgressPanel& /*panel*/) {

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/questions/form.hpp"
 #include "core/questions/questions.hpp"
 #include "core/trial/trial.hpp"
 #include "run/recipe.hpp"
@@ -13,8 +14,9 @@ namespace velmora {
 
 /// Answers a command's questions with the answers of one step, strictly in their order. A question
 /// without a fitting answer abandons the command (CommandAbandoned); the message names the
-/// question's kind, title and text. A box with OK alone takes no answer. A caught interrupt
-/// (interrupt.hpp) abandons the command at its next question or panel change.
+/// question's kind, title and text. A box with OK alone takes no answer. Where a number is wanted, a text
+/// that is not one from end to end does not fit. A caught interrupt (interrupt.hpp) abandons the command at
+/// its next question or panel change.
 class RecipeQuestions : public Questions {
  public:
   /// `answers` and `trial` must outlive the step.
@@ -44,6 +46,7 @@ class RecipeQuestions : public Questions {
   const T& Take(const Asked& asked);
   [[noreturn]] static void Abandon(const Asked& asked, const std::string& why);
   void EditField(const Asked& asked, Form& form, const FieldAnswer& field) const;
+  static void CheckNumber(const Asked& asked, const FormField& field, std::string_view text);
 
   const std::vector<Answer>* answers_ = nullptr;
   const Trial* trial_ = nullptr;

@@ -207,7 +207,10 @@ Button Recorder::AskBox(const Box& box) {
 std::string Recorder::AskInput(const InputQuestion& question) {
   std::string text = answerer_->AskInput(question);
   if (Records()) {
-    Note({.what = InputAnswer{text}}, question.title, text, text.empty());
+    // A recipe takes no "2,5" for 2, as typing does: what the command read is what is kept.
+    const bool odd = question.isNumber && !text.empty() && !IsNumber(text);
+    const std::string kept = odd ? PlainNumber(Val(text)) : text;
+    Note({.what = InputAnswer{kept}}, question.title, kept, kept.empty());
   }
   return text;
 }

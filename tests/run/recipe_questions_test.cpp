@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "run/recipe_reader.hpp"
 #include "support/sample_form.hpp"
 #include "support/trials.hpp"
@@ -138,6 +140,30 @@ TEST_F(RecipeQuestionsTest, PickRefusesWhatThePickerDoesNotOffer) {
   ExpectFound(PickWith("{pick: {channels: [1, 2]}}", &ChooserState::ChooserSingleMode),
               {"exactly one channel"});
   ExpectFound(PickWith("{pick: {channels: all}}", &ChooserState::ChooserSingleMode), {"exactly one channel"});
+}
+
+TEST_F(RecipeQuestionsTest, WhatIsNoNumberIsNotTakenForOne) {
+  for (const std::string text :
+       {"2,5", "abc", "0x10", "1_000", "", " ", "-", "1 2", "5N", "nan", "inf", "+-1"}) {
+    const std::string quoted = "\"" + text + "\" is no number";
+    ExpectFound(PickWith("{pick: {values: {2: '" + text + "'}}}", &ChooserState::ChooserValuesMode),
+                {"pick \"Which?\"", "channel 2", quoted.c_str()});
+    ExpectFound(FormWith("{form: {Width: '" + text + "'}}"), {"form \"A Sample\"", "Width", quoted.c_str()});
+    ExpectFound(FormWith("{form: {cwnPadding: '" + text + "'}}"), {"cwnPadding", quoted.c_str()});
+    ExpectFound(FormWith("{form: {Cutoffs: {3: '" + text + "'}}}"), {"Cutoffs", quoted.c_str()});
+  }
+  const InputQuestion rate{.title = "Rate", .prompt = "Hz", .isNumber = true};
+  Answer("{input: '2,5'}");
+  ExpectFound(WhyAbandoned([&] { questions_.AskInput(rate); }), {"input \"Rate\"", "\"2,5\" is no number"});
+  Answer("{input: ''}, {input: ' 5e1 '}, {input: '2,5'}");
+  EXPECT_EQ(questions_.AskInput(rate), "") << "cancels";
+  EXPECT_EQ(questions_.AskInput(rate), " 5e1 ");
+  EXPECT_EQ(questions_.AskInput({.title = "Title", .prompt = "?"}), "2,5") << "a text";
+  for (const std::string text : {"-.5", " +5. ", "1E-3", "0", "1e999", "007"}) {
+    EXPECT_EQ(PickWith("{pick: {values: {2: '" + text + "'}}}", &ChooserState::ChooserValuesMode),
+              "answered");
+    EXPECT_EQ(workbench_.chooser.ChanConst[2], std::strtof(text.c_str(), nullptr)) << text;
+  }
 }
 
 TEST_F(RecipeQuestionsTest, FormTakesFieldsByNameAndStaysOpenForTheNextAnswer) {

@@ -154,7 +154,8 @@ void ChannelPicker::All() {
   const std::string typed =
       workbench_.questions.AskInput({.title = "Change Value",
                                      .prompt = "Enter a new value or press Cancel.",
-                                     .defaultText = valueTyped_ ? PlainNumber(lastValue_) : ValueText(1)});
+                                     .defaultText = valueTyped_ ? PlainNumber(lastValue_) : ValueText(1),
+                                     .isNumber = true});
   if (!typed.empty()) {
     lastValue_ = static_cast<float>(Val(typed));
     valueTyped_ = true;
@@ -216,7 +217,8 @@ void ChannelPicker::ClickValue(int channel) {
   const std::string typed = workbench_.questions.AskInput(
       {.title = names ? "Change Name" : "Change Value",
        .prompt = names ? "Enter new name or press Cancel." : "Enter a new value or press Cancel.",
-       .defaultText = ValueText(channel)});
+       .defaultText = ValueText(channel),
+       .isNumber = !names});
   if (typed.empty()) {
     return;
   }

@@ -38,6 +38,8 @@ struct InputQuestion {
   std::string title;
   std::string prompt;
   std::string defaultText;
+  /// The command reads the reply with Val.
+  bool isNumber = false;
 };
 
 struct FileQuestion {

@@ -99,6 +99,39 @@ bool IsTiny(std::string_view number) {
   return number.substr(number.find_first_not_of('-'), 1).find_first_of("0.") == 0;
 }
 
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+
+// What Val takes of the front of a text.
+struct NumberRead {
+  double value = 0.0;
+  std::string_view rest;  // behind the number; all of the text where there is none
+};
+
+NumberRead ReadNumber(std::string_view text) {
+  std::string_view digits = text;
+  digits.remove_prefix(std::min(digits.find_first_not_of(" \t"), digits.size()));
+  const bool plus = !digits.empty() && digits[0] == '+';
+  digits.remove_prefix(plus ? 1 : 0);
+  const std::size_t first = !digits.empty() && digits[0] == '-' && !plus ? 1 : 0;
+  const bool number =
+      first < digits.size() && (digits[first] == '.' || (digits[first] >= '0' && digits[first] <= '9'));
+  if (!number) {
+    return {0.0, text};  // also keeps "inf" and "nan" out, which from_chars would take
+  }
+  double value = 0.0;
+  const char* const end = digits.data() + digits.size();
+  const auto result = std::from_chars(digits.data(), end, value);
+  const std::string_view rest(result.ptr, static_cast<std::size_t>(end - result.ptr));
+  if (result.ec == std::errc::result_out_of_range) {
+    const bool tiny = IsTiny(digits.substr(0, digits.size() - rest.size()));
+    const double magnitude = tiny ? 0.0 : std::numeric_limits<double>::infinity();
+    return {first == 1 ? -magnitude : magnitude, rest};
+  }
+  return result.ec == std::errc() ? NumberRead{value, rest} : NumberRead{0.0, text};
+}
+
 }  // namespace
 
 std::int64_t RoundHalfEven(double value) {
@@ -122,23 +155,12 @@ std::int32_t RoundHalfEven32(double value) {
 }
 
 double Val(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-  const bool plus = !text.empty() && text[0] == '+';
-  text.remove_prefix(plus ? 1 : 0);
-  const std::size_t first = !text.empty() && text[0] == '-' && !plus ? 1 : 0;
-  const bool number =
-      first < text.size() && (text[first] == '.' || (text[first] >= '0' && text[first] <= '9'));
-  if (!number) {
-    return 0.0;  // also keeps "inf" and "nan" out, which from_chars would take
-  }
-  double value = 0.0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec == std::errc::result_out_of_range) {
-    const std::string_view used(text.data(), static_cast<std::size_t>(result.ptr - text.data()));
-    const double magnitude = IsTiny(used) ? 0.0 : std::numeric_limits<double>::infinity();
-    return first == 1 ? -magnitude : magnitude;
-  }
-  return result.ec == std::errc() ? value : 0.0;
+  return ReadNumber(text).value;
+}
+
+bool IsNumber(std::string_view text) {
+  const std::string_view rest = ReadNumber(text).rest;
+  return rest.size() < text.size() && std::all_of(rest.begin(), rest.end(), IsBlank);
 }
 
 std::string FormatNumber(double value, std::string_view patternText) {

@@ -20,6 +20,9 @@ std::int32_t RoundHalfEven32(double value);
 /// what is no number is 0. Always a decimal point, whatever the locale.
 double Val(std::string_view text);
 
+/// Whether `text`, blanks around it aside, is one number from end to end, so that Val loses nothing of it.
+bool IsNumber(std::string_view text);
+
 /// `value` through a pattern such as "0.000", "00", "0 Hz", "   # " or "0.00E+00": '0' shows a digit
 /// or a zero, '#' a digit or nothing, all other characters stand for themselves. Decimals are
 /// rounded as the C library's printf does. NaN and infinities show as "nan", "inf" and "-inf".

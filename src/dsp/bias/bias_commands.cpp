@@ -64,7 +64,8 @@ std::int32_t AskCount(Workbench& workbench, const std::string& end) {
                                     .prompt = "Enter number of data to average at the " + end +
                                               " of the file.  These values may then be used to autozero "
                                               "selected channels.",
-                                    .defaultText = "10"});
+                                    .defaultText = "10",
+                                    .isNumber = true});
   return typed.empty() ? 0 : std::clamp(RoundHalfEven32(Val(typed)), 1, workbench.trial.NData);
 }
 

@@ -79,7 +79,8 @@ std::string AskDivisions(Workbench& workbench) {
       {.title = "Time Base Divisions",
        .prompt = "Enter number of divisions of time base.  Currently there are " +
                  std::to_string(workbench.trial.NData - 1) +
-                 " divisions.  Note, all channels will be resampled."});
+                 " divisions.  Note, all channels will be resampled.",
+       .isNumber = true});
 }
 
 void Normalize(Workbench& workbench) {
@@ -109,7 +110,8 @@ void ChangeRate(Workbench& workbench) {
   const std::string typed = workbench.questions.AskInput(
       {.title = "Change Sampling Rate",
        .prompt = "Enter new sampling rate.  Current rate is " + FormatNumber(trial.Rate, "0.00 Hz.") +
-                 "  Note, all channels will be resampled."});
+                 "  Note, all channels will be resampled.",
+       .isNumber = true});
   if (!typed.empty()) {
     ResampleLinearly(workbench, RoundHalfEven(trial.NData * Val(typed) / trial.Rate));
   }
@@ -175,8 +177,10 @@ constexpr Move kRotation = {"Choose which channel(s) to rotate.",
 
 // By how many places; 0 for nothing to do.
 std::int32_t AskAmount(Workbench& workbench, const Move& move) {
-  const std::string typed = workbench.questions.AskInput(
-      {.title = "Amount of Shift", .prompt = std::string(move.amountPrompt), .defaultText = "0"});
+  const std::string typed = workbench.questions.AskInput({.title = "Amount of Shift",
+                                                          .prompt = std::string(move.amountPrompt),
+                                                          .defaultText = "0",
+                                                          .isNumber = true});
   const std::int64_t amount = RoundHalfEven(Val(typed));
   if (amount <= -workbench.trial.NData || amount >= workbench.trial.NData) {
     ShowRefusal(workbench, {.text = std::string(move.refusal), .icon = Icon::Exclamation});
@@ -266,7 +270,8 @@ void UserUnits(Workbench& workbench) {
   }
   const std::string typed =
       workbench.questions.AskInput({.title = "User Units of Time Base",
-                                    .prompt = "Enter new length of timebase (abscissa) or press Cancel."});
+                                    .prompt = "Enter new length of timebase (abscissa) or press Cancel.",
+                                    .isNumber = true});
   if (typed.empty()) {
     return;
   }
@@ -298,7 +303,8 @@ void Frames(Workbench& workbench) {
   const std::string typed = workbench.questions.AskInput(
       {.title = "Video Frame for Time Base",
        .prompt = "Enter number of analog records per frame of video or press Cancel.",
-       .defaultText = "1"});
+       .defaultText = "1",
+       .isNumber = true});
   if (typed.empty()) {
     return;
   }

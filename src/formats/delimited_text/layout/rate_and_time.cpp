@@ -34,7 +34,8 @@ double AskWhichRate(Workbench& workbench, double given, double calculated) {
        .prompt = "Given sampling rate was different from rate computed from data file.\nGiven rate was " +
                  hertz(given) + "\nCalculated rate was " + hertz(calculated) +
                  "\nEnter correct sampling rate per channel (Hz)",
-       .defaultText = PlainNumber(calculated)});
+       .defaultText = PlainNumber(calculated),
+       .isNumber = true});
   const double rate = Val(typed);
   return rate > 0 ? rate : calculated;
 }
@@ -58,7 +59,8 @@ TimeOutcome SettleRateWithoutTime(Workbench& workbench) {
     const std::string typed = workbench.questions.AskInput(
         {.title = "Enter Sampling Rate",
          .prompt = "Enter sampling rate per channel in samples per second or hertz (Hz).",
-         .defaultText = FormatNumber(trial.PreviousRate, "0")});
+         .defaultText = FormatNumber(trial.PreviousRate, "0"),
+         .isNumber = true});
     if (typed.empty()) {
       return TimeOutcome::GivenUp;
     }
