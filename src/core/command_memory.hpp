@@ -63,6 +63,7 @@ struct GraphMemory {
 struct ResultMemory {
   std::string ResultText;
   std::vector<ResultTable> ResultTables;
+  std::string Clipboard;  // the last text that a result view sent there
 };
 
 /// How numbers are shown.

@@ -10,6 +10,7 @@
 #include "core/action_listener.hpp"
 #include "core/command_memory.hpp"
 #include "core/command_report.hpp"
+#include "core/desktop_services.hpp"
 #include "core/open_view.hpp"
 #include "core/preferences.hpp"
 #include "core/questions/picker.hpp"
@@ -52,6 +53,7 @@ struct Workbench {
   ActionListener* listener = nullptr;
   std::function<void(ShellRequest)> onShellRequest;
   std::function<void(int channel)> onShowChannel;  // empty without a window
+  DesktopServices desktop;
   Trial trial;
   ChooserState chooser;
   NativeRecords records;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/questions/form_graph.hpp"
 #include "core/trial/trial.hpp"
 #include "graph/colours.hpp"
 #include "graph/envelope_pyramid.hpp"
@@ -31,6 +32,7 @@ struct Plot {
   LineStyle Line = LineStyle::Solid;
   double LineWidth = 1.0;  // device-independent pixels
   PointStyle Point = PointStyle::None;
+  bool Bars = false;  // from zero to each sample, in place of the line
 };
 
 struct Axis {
@@ -67,6 +69,10 @@ class Graph {
   Axis Abscissa;
   Axis Ordinate;
   std::vector<GraphCursor> Cursors;  // cursor 1 first
+  // What a result view adds; nobody drags these.
+  std::vector<FormGraph::Mark> Marks;
+  std::vector<FormGraph::Band> Bands;
+  std::vector<FormGraph::Point> Points;
   std::string Title;
   bool TitleVisible = true;
   bool SidebarVisible = true;

@@ -13,9 +13,8 @@ namespace {
 constexpr int kSample = 22;  // the piece of line
 constexpr int kGap = 6;
 
-QString TextOf(const Trial& trial, int channel) {
-  return QString::fromStdString(
-      LabelWithUnits(trial.ChanLabel[channel].Text(), trial.ChanUnits[channel].Text()));
+QString TextOf(const Trial& trial, const Plot& plot) {
+  return QString::fromStdString(LabelWithUnits(plot.Name, trial.ChanUnits[plot.Channel].Text()));
 }
 
 }  // namespace
@@ -33,7 +32,7 @@ void ChannelLegend::Show(const Graph* graph, Colour background) {
   }
   for (const Plot& plot : graph->Plots) {
     if (plot.Visible) {
-      entries_.push_back({&plot, TextOf(*graph->Plotted(), plot.Channel)});
+      entries_.push_back({&plot, TextOf(*graph->Plotted(), plot)});
     }
   }
 }
@@ -90,7 +89,9 @@ void ChannelLegend::draw(QCPPainter* painter) {
 void ChannelLegend::DrawEntry(QCPPainter& painter, const Entry& entry, const QRect& rect) const {
   const QColor colour = TraceColour(*entry.plot, background_);
   const QPointF middle(rect.left() + kSample / 2.0, rect.center().y() + 0.5);
-  if (entry.plot->Line != LineStyle::None) {
+  if (entry.plot->Bars) {
+    painter.fillRect(QRectF(middle - QPointF(kSample / 2.0, 4), QSizeF(kSample, 8)), colour);
+  } else if (entry.plot->Line != LineStyle::None) {
     QPen pen(colour, std::max(entry.plot->LineWidth, 2.0));
     const std::vector<int> lengths = DashLengths(entry.plot->Line);
     if (!lengths.empty()) {

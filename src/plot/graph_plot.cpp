@@ -5,6 +5,7 @@
 #include "plot/number_ticker.hpp"
 #include "plot/pixel_scale.hpp"
 #include "plot/plot_colours.hpp"
+#include "plot/result_marks.hpp"
 #include "plot/trace_plottable.hpp"
 
 namespace velmora {
@@ -30,6 +31,7 @@ GraphPlot::GraphPlot(QWidget* parent) : QCustomPlot(parent) {
   plotLayout()->setColumnSpacing(0);
   axisRect()->setMinimumMargins({12, 8, 18, 8});
   traces_ = new TracePlottable(xAxis, yAxis);
+  marks_ = new ResultMarks(this, axisRect());
   cursors_ = new CursorOverlay(this, axisRect());
   Arrange();
 }
@@ -56,6 +58,7 @@ void GraphPlot::Arrange() {
   const Colour background = Background();
   setBackground(QBrush(ToQColor(background)));
   traces_->Show(graph_, background);
+  marks_->Show(graph_, background);
   cursors_->Show(graph_, background);
   channels_->Show(graph_ != nullptr && legendOn_ && graph_->SidebarVisible ? graph_ : nullptr, background);
   ArrangeTitle();

@@ -11,6 +11,7 @@ namespace velmora {
 
 class ChannelLegend;
 class CursorOverlay;
+class ResultMarks;
 class TracePlottable;
 
 /// A graph drawn: title, axes with round ticks and captions, grid, traces, cursors, and beside them the
@@ -54,6 +55,7 @@ class GraphPlot : public QCustomPlot {
   QCPTextElement* heading_ = nullptr;
   ChannelLegend* channels_ = nullptr;
   TracePlottable* traces_ = nullptr;
+  ResultMarks* marks_ = nullptr;
   CursorOverlay* cursors_ = nullptr;
 };
 

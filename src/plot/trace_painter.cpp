@@ -116,6 +116,38 @@ void ForEachMark(const Task& task, const TraceColumns* columns, int p, int chann
   }
 }
 
+// A bar as wide as its distance to the nearest neighbour leaves room for; where bars lie closer than a
+// pixel, the extremes of each column.
+void DrawBars(const Task& task) {
+  constexpr double kRoom = 0.8;
+  const PixelScale x = task.X(1.0);
+  const PixelScale y = task.Y(1.0);
+  const double base = task.ordinate.Log ? y.Pixels() : std::clamp(y.Pixel(0.0), 0.0, 1.0 * y.Pixels());
+  for (const Plot& plot : task.graph.Plots) {
+    if (!plot.Visible || !plot.Bars) {
+      continue;
+    }
+    double apart = x.Pixels();
+    std::vector<QPointF> tops;
+    for (std::int64_t i = task.samples.begin; i < task.samples.end; ++i) {
+      const double value = task.graph.Plotted()->matrix.Frame(i)[plot.Channel];
+      const QPointF top(x.Pixel(task.graph.Times().At(i)), y.Pixel(value));
+      if (std::isnan(top.x() + top.y())) {
+        continue;
+      }
+      const double step = tops.empty() ? apart : std::abs(top.x() - tops.back().x());
+      apart = step > 0 ? std::min(apart, step) : apart;
+      tops.push_back(top);
+    }
+    const double width = std::max(1.0, apart * kRoom);
+    for (const QPointF& top : tops) {
+      const QRectF bar(top.x() - width / 2, std::min(top.y(), base), width, std::abs(base - top.y()));
+      task.painter.fillRect(bar.translated(task.rect.topLeft()) & QRectF(task.rect),
+                            TraceColour(plot, task.background));
+    }
+  }
+}
+
 void DrawMarks(const Task& task, TracePainter::Kind kind) {
   const bool each = task.Samples() <= 2L * task.rect.width() || !task.graph.Times().Sorted();
   std::optional<TraceColumns> columns;
@@ -205,6 +237,7 @@ void TracePainter::Paint(QPainter& painter, const Graph& graph, const QRect& rec
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setRenderHint(QPainter::Antialiasing);
+  DrawBars(task);
   const bool sorted = graph.Times().Sorted();
   const bool resolved = !sorted || task.Samples() <= 2L * rect.width();
   if (kind == Kind::Shapes ? resolved : sorted && IsSmooth(task)) {

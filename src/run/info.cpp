@@ -75,6 +75,9 @@ std::string InfoText(const Workbench& workbench) {
   if (!workbench.results.ResultText.empty()) {
     info["ResultText"] = workbench.results.ResultText;
   }
+  if (!workbench.results.Clipboard.empty()) {
+    info["Clipboard"] = workbench.results.Clipboard;
+  }
   if (workbench.view != nullptr) {
     info["view"] = ViewInfo(*workbench.view);
   }

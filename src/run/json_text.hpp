@@ -19,17 +19,25 @@ inline Json JsonNumber(double value) {
   return std::isfinite(value) ? Json(value) : Json(nullptr);
 }
 
+/// The cells with all their digits, and as the grid shows them.
 inline Json JsonTable(const ResultTable& table) {
   Json rows = Json::array();
-  for (const std::vector<ResultTable::Cell>& cells : table.rows) {
+  Json shown = Json::array();
+  for (std::size_t i = 0; i < table.rows.size(); ++i) {
     Json row = Json::array();
-    for (const ResultTable::Cell& cell : cells) {
-      const auto* number = std::get_if<double>(&cell);
-      row.push_back(number != nullptr ? JsonNumber(*number) : Json(std::get<std::string>(cell)));
+    Json texts = Json::array();
+    for (std::size_t k = 0; k < table.rows[i].size(); ++k) {
+      const auto* number = std::get_if<double>(&table.rows[i][k]);
+      row.push_back(number != nullptr ? JsonNumber(*number) : Json(std::get<std::string>(table.rows[i][k])));
+      texts.push_back(ShownCell(table, i, k));
     }
     rows.push_back(std::move(row));
+    shown.push_back(std::move(texts));
   }
-  return {{"title", table.title}, {"columns", table.columns}, {"rows", std::move(rows)}};
+  return {{"title", table.title},
+          {"columns", table.columns},
+          {"rows", std::move(rows)},
+          {"shown", std::move(shown)}};
 }
 
 /// `indent` -1: one line. File names may hold any bytes; what is no UTF-8 is replaced.

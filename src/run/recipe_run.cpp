@@ -6,6 +6,7 @@
 #include "app/command_table.hpp"
 #include "core/files/files.hpp"
 #include "core/files/paths.hpp"
+#include "run/drawing.hpp"
 #include "run/gesture.hpp"
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
@@ -19,7 +20,9 @@ void AppendFailure(std::string& list, const std::string& item) {
 
 }  // namespace
 
-RecipeRun::RecipeRun(RunOptions options) : options_(std::move(options)), workbench_(Answerer()) {}
+RecipeRun::RecipeRun(RunOptions options) : options_(std::move(options)), workbench_(Answerer()) {
+  workbench_.desktop.draw = LoadAndDraw;
+}
 
 Questions& RecipeRun::Answerer() {
   if (!options_.transcript) {

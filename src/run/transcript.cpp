@@ -78,6 +78,24 @@ struct FieldValue {
   }
 };
 
+Json AxisJson(const FormGraph::Axis& axis) {
+  return {{"min", JsonNumber(axis.minimum)},
+          {"max", JsonNumber(axis.maximum)},
+          {"log", axis.log ? -1 : 0},
+          {"caption", axis.caption}};
+}
+
+Json GraphJson(const FormGraph& graph) {
+  Json plots = Json::array();
+  for (const FormGraph::Plot& plot : graph.plots) {
+    plots.push_back({{"name", plot.name}, {"colour", plot.colour}});
+  }
+  return {{"x", AxisJson(graph.x)},
+          {"y", AxisJson(graph.y)},
+          {"background", static_cast<int>(graph.background)},
+          {"plots", std::move(plots)}};
+}
+
 Json OfferedFields(const Form& form, int channels) {
   Json fields = Json::object();
   for (const FormField& field : form.Fields()) {
@@ -85,6 +103,9 @@ Json OfferedFields(const Form& form, int channels) {
   }
   for (const ResultTable& table : form.Tables()) {
     fields[table.name] = JsonTable(table);
+  }
+  if (form.Graph()) {
+    fields["graph"] = GraphJson(*form.Graph());
   }
   return fields;
 }

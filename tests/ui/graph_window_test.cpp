@@ -15,6 +15,7 @@
 #include <QWheelEvent>
 #include <filesystem>
 
+#include "plot/draw_picture.hpp"
 #include "plot/graph_widget.hpp"
 #include "support/command_test.hpp"
 #include "ui/person.hpp"
@@ -30,6 +31,7 @@ struct GraphWindowTest : test::FileTest {
   int changes = 0;
 
   void SetUp() override {
+    workbench.desktop.draw = DrawPicture;
     test::Samples slow;
     test::Samples fast;
     for (int i = 0; i < 1001; ++i) {

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "core/trial/helpers.hpp"
+#include "plot/draw_picture.hpp"
 #include "support/command_test.hpp"
 #include "ui/graph/channel_windows.hpp"
 #include "ui/plot_mouse.hpp"
@@ -22,6 +23,7 @@ struct OneChannelWindowTest : test::FileTest {
   ChannelWindows windows{workbench, nullptr};
 
   void SetUp() override {
+    workbench.desktop.draw = DrawPicture;
     Load(2, 1001);
     workbench.onShowChannel = [this](int channel) { windows.Open(channel); };
   }

@@ -5,11 +5,13 @@
 #include <functional>
 #include <limits>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "core/questions/form_graph.hpp"
 #include "core/questions/result_table.hpp"
 #include "core/trial/trial.hpp"
 
@@ -72,6 +74,8 @@ class Form {
   [[nodiscard]] const std::vector<FormButton>& Buttons() const { return buttons_; }
   /// What the form shows besides its fields.
   [[nodiscard]] const std::vector<ResultTable>& Tables() const { return tables_; }
+  /// Nothing when the form has none.
+  [[nodiscard]] const std::optional<FormGraph>& Graph() const { return graph_; }
   [[nodiscard]] const FormField* FindField(std::string_view name) const;
   /// By caption without '&' and without regard to case; "OK" finds the accepting button.
   [[nodiscard]] const FormButton* FindButton(std::string_view caption) const;
@@ -101,6 +105,7 @@ class Form {
   std::vector<FormField> fields_;
   std::vector<FormButton> buttons_;
   std::vector<ResultTable> tables_;
+  std::optional<FormGraph> graph_;
 
  private:
   void NoteEdit(const FormField& field, int channel);

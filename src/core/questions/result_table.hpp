@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -9,11 +12,28 @@ namespace velmora {
 /// A table as a result view shows it and as a recipe's info lists it: one cell a column in every row.
 struct ResultTable {
   using Cell = std::variant<double, std::string>;
+  /// How a column shows its numbers.
+  using Format = std::function<std::string(double)>;
 
   std::string name;   // of the view: "frmCoeff"
   std::string title;  // what it is of
   std::vector<std::string> columns;
   std::vector<std::vector<Cell>> rows;
+  /// By column; a column without one shows seven digits.
+  std::vector<Format> formats{};
 };
+
+/// Numbers through a pattern of FormatNumber ("0.000").
+ResultTable::Format ThroughPattern(std::string pattern);
+
+/// A cell, of row and column from 0, as the grid shows it. A row may end early: what it lacks is empty.
+std::string ShownCell(const ResultTable& table, std::size_t row, std::size_t column);
+
+/// The columns' heads and all cells as the grid shows them: cells apart by tabs, each row ended by a line
+/// break. Tabs and line breaks inside a text become blanks.
+std::string TableText(const ResultTable& table);
+
+/// Puts the table in place of the one of its name, or behind the others.
+void KeepTable(std::vector<ResultTable>& tables, ResultTable table);
 
 }  // namespace velmora

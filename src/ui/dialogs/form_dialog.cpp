@@ -7,12 +7,13 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QTableWidget>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "ui/dialogs/filter_test_picture.hpp"
+#include "ui/graph/form_graph_panel.hpp"
 #include "ui/dialogs/response_picture.hpp"
+#include "ui/dialogs/result_table_view.hpp"
 #include "ui/dialogs/text_picture.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
@@ -41,41 +42,6 @@ QString HeadOf(const FormField& field) {
   return field.units.empty() || name.endsWith(units) ? name : name + QStringLiteral(" ") + units;
 }
 
-// A number as somebody reads it; its tip has all of it.
-QTableWidgetItem* ItemOf(const ResultTable::Cell& cell) {
-  constexpr int digits = 7;
-  const double* number = std::get_if<double>(&cell);
-  auto* item = new QTableWidgetItem(number != nullptr ? QString::number(*number, 'g', digits)
-                                                      : ToQt(std::get<std::string>(cell)));
-  item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-  if (number != nullptr) {
-    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    item->setToolTip(ToQt(PlainNumber(*number)));
-  }
-  return item;
-}
-
-QTableWidget* TableOf(const ResultTable& results) {
-  auto* table =
-      new QTableWidget(static_cast<int>(results.rows.size()), static_cast<int>(results.columns.size()));
-  for (int k = 0; k < table->columnCount(); ++k) {
-    table->setHorizontalHeaderItem(k,
-                                   new QTableWidgetItem(ToQt(results.columns[static_cast<std::size_t>(k)])));
-  }
-  for (int row = 0; row < table->rowCount(); ++row) {
-    for (int k = 0; k < table->columnCount(); ++k) {
-      const ResultTable::Cell& cell =
-          results.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(k)];
-      table->setItem(row, k, ItemOf(cell));
-    }
-  }
-  table->verticalHeader()->hide();
-  table->resizeColumnsToContents();
-  table->horizontalHeader()->setStretchLastSection(true);
-  table->setMinimumSize(360, 220);
-  return table;
-}
-
 }  // namespace
 
 FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* picture, QWidget* parent)
@@ -95,6 +61,10 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   if (picture_ != nullptr) {
     picture_->setObjectName(QStringLiteral("picture"));
     wide->addWidget(picture_, 1);
+  }
+  if (form_.Graph()) {
+    graph_ = new FormGraphPanel;
+    wide->addWidget(graph_, 1);
   }
   const bool shows = wide->count() > 0 || !form_.Tables().empty();
   results_ = new QWidget;
@@ -218,19 +188,28 @@ void FormDialog::AddTable(QBoxLayout* to) {
   }
 }
 
-// A form that shows tables makes new ones after an edit.
+// A form that shows tables may have others after an edit or a button.
 void FormDialog::ShowResults() {
-  results_->setVisible(!form_.Tables().empty());
-  QLayout* layout = results_->layout();
-  while (QLayoutItem* item = layout->takeAt(0)) {
-    delete item->widget();
-    delete item;
+  const std::vector<ResultTable>& tables = form_.Tables();
+  results_->setVisible(!tables.empty());
+  while (tables_.size() > tables.size()) {
+    delete tables_.back().title;
+    delete tables_.back().view;
+    tables_.pop_back();
   }
-  for (const ResultTable& results : form_.Tables()) {
-    auto* title = new QLabel(ToQt(results.title));
-    title->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    layout->addWidget(title);
-    layout->addWidget(TableOf(results));
+  while (tables_.size() < tables.size()) {
+    tables_.push_back({new QLabel, new ResultTableView});
+    tables_.back().title->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    results_->layout()->addWidget(tables_.back().title);
+    results_->layout()->addWidget(tables_.back().view);
+  }
+  for (std::size_t k = 0; k < tables.size(); ++k) {
+    tables_[k].title->setText(ToQt(tables[k].title));
+    tables_[k].view->Show(tables[k]);
+  }
+  if (graph_ != nullptr) {
+    graph_->setVisible(!form_.Graph()->hidden);
+    graph_->Show(*form_.Graph());
   }
 }
 

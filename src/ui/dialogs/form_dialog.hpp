@@ -15,6 +15,9 @@ class QLabel;
 
 namespace velmora::ui {
 
+class FormGraphPanel;
+class ResultTableView;
+
 /// Draws any form: its fields by their kind, values per channel as one table, its buttons with their
 /// mnemonics. A picture, if there is one, follows the fields.
 class FormDialog : public AskingDialog {
@@ -52,7 +55,13 @@ class FormDialog : public AskingDialog {
     int column;
   };
   std::vector<FieldColumn> columns_;  // of the table of channels
+  struct TitledTable {
+    QLabel* title;
+    ResultTableView* view;
+  };
+  std::vector<TitledTable> tables_;
   QWidget* results_ = nullptr;
+  FormGraphPanel* graph_ = nullptr;
   ChannelTableModel* model_ = nullptr;
   ChannelTableView* table_ = nullptr;
   QLabel* refusal_ = nullptr;

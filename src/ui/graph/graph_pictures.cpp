@@ -7,8 +7,8 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
-#include "core/files/files.hpp"
 #include "core/trial/helpers.hpp"
+#include "graph/save_picture.hpp"
 #include "plot/draw_picture.hpp"
 #include "plot/graph_plot.hpp"
 #include "ui/text.hpp"
@@ -45,34 +45,8 @@ std::optional<PictureOrder> GraphPictures::Order() const {
 }
 
 void GraphPictures::Save() {
-  std::optional<PictureOrder> order = Order();
-  if (!order) {
-    return;
-  }
-  const std::vector<std::string> chosen = workbench_.questions.AskFile(
-      {.mode = FileQuestion::Mode::Save,
-       .title = "Save picture",
-       .defaultName = workbench_.trial.TrialName + ".png",
-       .extension = ".png",
-       .filter = "PNG image (.png)|*.png|SVG drawing (.svg)|*.svg|PDF document (.pdf)|*.pdf",
-       .directory = workbench_.DataDir});
-  if (chosen.empty()) {
-    return;
-  }
-  const std::optional<PictureFormat> format = PictureFormatOf(chosen.front());
-  if (!format) {
-    ShowRefusal(workbench_, {.title = "Save picture",
-                             .text = "A picture is a .png, .svg or .pdf file.",
-                             .icon = Icon::Exclamation});
-    return;
-  }
-  try {
-    order->format = *format;
-    OutputFile file(chosen.front());
-    file.Write(DrawPicture(*order));
-    file.Commit();
-  } catch (const std::exception& error) {
-    ShowFailure(workbench_, {.title = "Save picture", .text = error.what(), .icon = Icon::Exclamation});
+  if (std::optional<PictureOrder> order = Order()) {
+    SavePicture(workbench_, std::move(*order));
   }
 }
 

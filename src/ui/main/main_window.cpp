@@ -11,6 +11,7 @@
 #include "core/files/start.hpp"
 #include "ui/browser/browser_panel.hpp"
 #include "ui/desktop.hpp"
+#include "ui/graph/window_services.hpp"
 #include "ui/main/about_dialog.hpp"
 #include "ui/main/tell.hpp"
 #include "ui/main/welcome_panel.hpp"
@@ -40,6 +41,7 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   person_.Attach(workbench_, traces_);
   history_.Attach(workbench_);
   history_.SetOnDone([this](const Action& action) { Heard(action); });
+  workbench_.desktop = WindowServices(this);
   workbench_.onShellRequest = [this](ShellRequest request) { Obey(request); };
   TakeStart(items);
   menus_ = std::make_unique<Menus>(menuBar(), [this](const Command& command) { RunCommand(command); });

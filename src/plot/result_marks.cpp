@@ -1,0 +1,126 @@
+#include "plot/result_marks.hpp"
+
+#include <algorithm>
+
+#include "plot/plot_colours.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr double kGap = 4.0;
+
+}  // namespace
+
+ResultMarks::ResultMarks(QCustomPlot* plot, QCPAxisRect* area) : QCPLayerable(plot, "overlay"), area_(area) {}
+
+void ResultMarks::Show(const Graph* graph, Colour background) {
+  graph_ = graph;
+  background_ = background;
+}
+
+void ResultMarks::applyDefaultAntialiasingHint(QCPPainter* painter) const {
+  painter->setAntialiasing(true);
+}
+
+QColor ResultMarks::ColourOf(int index) const {
+  if (index < 1 || index >= kColours) {
+    return Foreground(background_);
+  }
+  return TraceColour({.LineColor = ColourTable[static_cast<std::size_t>(index)]}, background_);
+}
+
+void ResultMarks::draw(QCPPainter* painter) {
+  if (graph_ == nullptr) {
+    return;
+  }
+  painter->setFont(mParentPlot->font());
+  DrawBands(*painter);
+  DrawLines(*painter);
+  DrawPoints(*painter);
+}
+
+void ResultMarks::DrawBands(QCPPainter& painter) const {
+  constexpr int kTint = 40;  // of 255: the trace below it stays clear
+  for (const FormGraph::Band& band : graph_->Bands) {
+    const auto [left, right] = std::minmax({Column(band.from), Column(band.to)});
+    const QRectF part = QRectF(QPointF(left, area_->top()), QPointF(right, area_->top() + area_->height())) &
+                        QRectF(area_->rect());
+    if (part.isEmpty()) {
+      continue;
+    }
+    QColor tint = ColourOf(band.colour);
+    tint.setAlpha(kTint);
+    painter.fillRect(part, tint);
+    painter.setPen(ColourOf(band.colour));
+    painter.drawText(part.adjusted(kGap, kGap, 0, -kGap), Qt::AlignLeft | Qt::AlignBottom,
+                     QString::fromStdString(band.text));
+  }
+}
+
+// Rows of texts: each takes the first in which it meets no other.
+void ResultMarks::DrawLines(QCPPainter& painter) const {
+  const QFontMetrics metrics(mParentPlot->font());
+  std::vector<double> ends;
+  std::vector<const FormGraph::Mark*> marks;
+  for (const FormGraph::Mark& mark : graph_->Marks) {
+    marks.push_back(&mark);
+  }
+  std::stable_sort(marks.begin(), marks.end(),
+                   [](const FormGraph::Mark* a, const FormGraph::Mark* b) { return a->x < b->x; });
+  for (const FormGraph::Mark* mark : marks) {
+    const double column = std::round(Column(mark->x));
+    if (!(column >= area_->left() && column <= area_->right() + 1)) {
+      continue;
+    }
+    const QColor colour = ColourOf(mark->colour);
+    painter.setPen(QPen(colour, 1, Qt::DashLine));
+    painter.drawLine(QLineF(column, area_->top(), column, area_->top() + area_->height()));
+    const QString text = QString::fromStdString(mark->text);
+    const double width = metrics.horizontalAdvance(text) + 2 * kGap;
+    const double left = std::min(column, area_->right() - width);
+    const auto row = std::find_if(ends.begin(), ends.end(), [&](double end) { return end <= left; });
+    const auto number = row - ends.begin();
+    if (row == ends.end()) {
+      ends.push_back(left + width);
+    } else {
+      *row = left + width;
+    }
+    DrawText(painter, {left + kGap, area_->top() + kGap + static_cast<double>(number) * metrics.height()},
+             text, colour);
+  }
+}
+
+void ResultMarks::DrawPoints(QCPPainter& painter) const {
+  constexpr double kRadius = 4.0;
+  const QFontMetrics metrics(mParentPlot->font());
+  for (const FormGraph::Point& point : graph_->Points) {
+    const QPointF at(Column(point.x), area_->axis(QCPAxis::atLeft)->coordToPixel(point.y));
+    if (!QRectF(area_->rect()).contains(at)) {
+      continue;
+    }
+    painter.setPen(QPen(ToQColor(background_), 1));
+    painter.setBrush(ColourOf(point.colour));
+    painter.drawEllipse(at, kRadius, kRadius);
+    const QString text = QString::fromStdString(point.text);
+    const double width = metrics.horizontalAdvance(text);
+    const double left = at.x() + kRadius + kGap + width <= area_->right() ? at.x() + kRadius + kGap
+                                                                          : at.x() - kRadius - kGap - width;
+    DrawText(painter, {left, at.y() - metrics.height()}, text, ColourOf(point.colour));
+  }
+}
+
+// On a ground of its own, which keeps it legible above a trace.
+void ResultMarks::DrawText(QCPPainter& painter, QPointF at, const QString& text, const QColor& colour) const {
+  if (text.isEmpty()) {
+    return;
+  }
+  const QFontMetrics metrics(mParentPlot->font());
+  const QRectF room(at, QSizeF(metrics.horizontalAdvance(text) + 1, metrics.height()));
+  QColor ground = ToQColor(background_);
+  ground.setAlpha(190);
+  painter.fillRect(room, ground);
+  painter.setPen(colour);
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, text);
+}
+
+}  // namespace velmora
