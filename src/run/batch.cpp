@@ -12,10 +12,12 @@ namespace {
 
 class Batch {
  public:
-  Batch(const Arguments& arguments, const std::string& text, const Recipe& first, TranscriptFile* transcript)
+  Batch(const Arguments& arguments, const std::string& text, const Recipe& first, OutputClaims& claims,
+        TranscriptFile* transcript)
       : arguments_(arguments),
         text_(text),
         first_(first),
+        claims_(claims),
         transcript_(transcript),
         results_(RunCount()),
         bar_(RunCount(), first.steps.size()) {
@@ -44,18 +46,21 @@ class Batch {
   const Arguments& arguments_;
   const std::string& text_;
   const Recipe& first_;
+  OutputClaims& claims_;
   TranscriptFile* transcript_;
   std::vector<RunResult> results_;
   ProgressBar bar_;
 };
 
 RunOptions Batch::OptionsFor(std::size_t run) const {
-  return {.input = results_[run].input, .strict = arguments_.strict, .onStep = {}, .transcript = {}};
+  return {
+      .input = results_[run].input, .strict = arguments_.strict, .onStep = {}, .claim = {}, .transcript = {}};
 }
 
 void Batch::RunHere() {
   RunOptions options = OptionsFor(0);
   options.onStep = [this](const StepPlace& place) { bar_.Step(0, place.step); };
+  options.claim = [this](const std::string& path) { return claims_.Claim(0, path); };
   if (transcript_ != nullptr) {
     options.transcript = [this](std::string_view line) { AddLine(0, line); };
   }
@@ -66,6 +71,7 @@ void Batch::RunInProcesses() {
   const Job job = [this](std::size_t run, const JobReport& report) {
     RunOptions options = OptionsFor(run);
     options.onStep = [&report](const StepPlace& place) { report.Step(place); };
+    options.claim = [&report](const std::string& path) { return report.Claim(path); };
     if (transcript_ != nullptr) {
       options.transcript = [&report](std::string_view line) { report.TranscriptLine(line); };
     }
@@ -74,7 +80,8 @@ void Batch::RunInProcesses() {
   RunJobs(RunCount(), arguments_.jobs, job,
           {.onStep = [this](std::size_t run, const StepPlace& place) { bar_.Step(run, place.step); },
            .onTranscript = [this](std::size_t run, std::string_view line) { AddLine(run, line); },
-           .onEnd = [this](std::size_t run, const Outcome& outcome) { End(run, outcome); }});
+           .onEnd = [this](std::size_t run, const Outcome& outcome) { End(run, outcome); },
+           .onClaim = [this](std::size_t run, const std::string& path) { return claims_.Claim(run, path); }});
 }
 
 void Batch::End(std::size_t run, const Outcome& outcome) {
@@ -154,8 +161,8 @@ Recipe RecipeFor(const Arguments& arguments, const std::string& text, std::size_
 }
 
 std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text, const Recipe& first,
-                                TranscriptFile* transcript) {
-  return Batch(arguments, text, first, transcript).Run();
+                                OutputClaims& claims, TranscriptFile* transcript) {
+  return Batch(arguments, text, first, claims, transcript).Run();
 }
 
 std::string ClosingTable(const std::vector<RunResult>& results) {

@@ -5,6 +5,7 @@
 
 #include "run/arguments.hpp"
 #include "run/outcome.hpp"
+#include "run/output_claims.hpp"
 #include "run/recipe.hpp"
 #include "run/transcript_file.hpp"
 
@@ -26,9 +27,9 @@ Recipe RecipeFor(const Arguments& arguments, const std::string& text, std::size_
 /// Runs the recipe once for each input of `arguments`, or once when there is none. A single run stays
 /// in this process; several have processes of their own, so that a crash costs one input.
 /// `text` is the recipe as it stands in its file, `first` as it reads for the first input.
-/// `transcript` may be null.
+/// `claims` tells who may write what; `transcript` may be null.
 std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text, const Recipe& first,
-                                TranscriptFile* transcript);
+                                OutputClaims& claims, TranscriptFile* transcript);
 
 /// A line for each warning and each failure, then the counts. Line ends are '\n'.
 std::string ClosingTable(const std::vector<RunResult>& results);

@@ -1,10 +1,14 @@
 #include "run/job_report.hpp"
 
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <vector>
 
+#include "core/text/text.hpp"
+#include "run/interrupt.hpp"
 #include "run/json_text.hpp"
 
 namespace velmora {
@@ -14,6 +18,7 @@ namespace {
 constexpr char kStep = 'S';
 constexpr char kTranscript = 'T';
 constexpr char kEnd = 'E';
+constexpr char kClaim = 'C';
 
 Json ToJson(const StepPlace& place) {
   return Json::array({place.step, place.line, place.action});
@@ -54,6 +59,16 @@ Outcome OutcomeOf(const Json& json) {
   return outcome;
 }
 
+// A path is bytes and no text: as a list of numbers it comes through whole.
+Json BytesOf(const std::string& path) {
+  return std::vector<unsigned char>(path.begin(), path.end());
+}
+
+std::string PathOf(const Json& json) {
+  const auto bytes = json.get<std::vector<unsigned char>>();
+  return {bytes.begin(), bytes.end()};
+}
+
 }  // namespace
 
 void JobReport::Step(const StepPlace& place) const {
@@ -66,6 +81,23 @@ void JobReport::TranscriptLine(std::string_view line) const {
 
 void JobReport::End(const Outcome& outcome) const {
   Send(kEnd, JsonText(ToJson(outcome), -1));
+}
+
+std::string JobReport::Claim(const std::string& path) const {
+  Send(kClaim, JsonText(BytesOf(path), -1));
+  std::string answer;
+  char next = 0;
+  while (true) {
+    const ssize_t got = read(descriptor_, &next, 1);
+    if (got == 1 && next == '\n') {
+      return answer;
+    }
+    if (got == 1) {
+      answer.append(1, next);
+    } else if (got == 0 || errno != EINTR || InterruptSignal() != 0) {
+      return "interrupted";
+    }
+  }
 }
 
 void JobReport::Send(char kind, std::string_view line) const {
@@ -88,9 +120,17 @@ JobMessage ReadJobMessage(std::string_view line) {
       return PlaceOf(Json::parse(body));
     case kTranscript:
       return TranscriptLine{std::string(body)};
+    case kClaim:
+      return OutputClaim{PathOf(Json::parse(body))};
     default:
       return OutcomeOf(Json::parse(body));
   }
+}
+
+void AnswerClaim(int descriptor, const std::string& refusal) {
+  const std::string line = OneLine(refusal) + "\n";
+  // So short a line finds room; a job that is gone wants no answer.
+  static_cast<void>(send(descriptor, line.data(), line.size(), MSG_NOSIGNAL));
 }
 
 }  // namespace velmora

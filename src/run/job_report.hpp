@@ -8,7 +8,7 @@
 
 namespace velmora {
 
-/// The line of a job's process to the one that started it: messages of one text line each.
+/// The line between a job's process and the one that started it: messages of one text line each.
 class JobReport {
  public:
   explicit JobReport(int descriptor) : descriptor_(descriptor) {}
@@ -17,6 +17,8 @@ class JobReport {
   /// One JSON object without a line end.
   void TranscriptLine(std::string_view line) const;
   void End(const Outcome& outcome) const;
+  /// Asks whether the job may write this file and waits for the answer: why not, empty when it may.
+  [[nodiscard]] std::string Claim(const std::string& path) const;
 
  private:
   void Send(char kind, std::string_view line) const;
@@ -28,9 +30,16 @@ struct TranscriptLine {
   std::string text;
 };
 
-using JobMessage = std::variant<StepPlace, TranscriptLine, Outcome>;
+struct OutputClaim {
+  std::string path;
+};
+
+using JobMessage = std::variant<StepPlace, TranscriptLine, Outcome, OutputClaim>;
 
 /// The message in a line (without its end) that a JobReport sent.
 JobMessage ReadJobMessage(std::string_view line);
+
+/// Answers an OutputClaim, at the other end of the line.
+void AnswerClaim(int descriptor, const std::string& refusal);
 
 }  // namespace velmora

@@ -1,8 +1,8 @@
 #include "run/jobs.hpp"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -47,7 +47,7 @@ class BlockedInterrupts {
 struct Running {
   std::size_t index = 0;
   pid_t process = -1;
-  int pipe = -1;
+  int line = -1;
   std::string received;
   StepPlace place;
   std::optional<Outcome> outcome;
@@ -97,21 +97,21 @@ void Pool::Run() {
 bool Pool::Start(std::size_t index) {
   int ends[2] = {-1, -1};
   const pid_t parent = getpid();
-  const bool piped = pipe2(ends, O_CLOEXEC) == 0;
-  const pid_t process = piped ? fork() : -1;
+  const bool connected = socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0;
+  const pid_t process = connected ? fork() : -1;
   if (process == 0) {
     close(ends[0]);
     BeChild(index, ends[1], parent);
   }
   const int error = errno;
-  if (piped) {
+  if (connected) {
     close(ends[1]);
   }
   if (process > 0) {
-    running_.push_back({.index = index, .process = process, .pipe = ends[0]});
+    running_.push_back({.index = index, .process = process, .line = ends[0]});
     return true;
   }
-  if (piped) {
+  if (connected) {
     close(ends[0]);
   }
   if (!running_.empty()) {
@@ -146,15 +146,15 @@ void Pool::Wait() {
     EndAll();
     patience.tv_nsec = 100'000'000;
   }
-  std::vector<pollfd> pipes;
+  std::vector<pollfd> lines;
   for (const Running& running : running_) {
-    pipes.push_back({.fd = running.pipe, .events = POLLIN, .revents = 0});
+    lines.push_back({.fd = running.line, .events = POLLIN, .revents = 0});
   }
-  if (ppoll(pipes.data(), pipes.size(), ending_ ? &patience : nullptr, &blocked_.Before()) < 0) {
+  if (ppoll(lines.data(), lines.size(), ending_ ? &patience : nullptr, &blocked_.Before()) < 0) {
     return;
   }
-  for (std::size_t i = 0; i < pipes.size(); ++i) {
-    if (pipes[i].revents != 0 && !Receive(running_[i])) {
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (lines[i].revents != 0 && !Receive(running_[i])) {
       Finish(running_[i]);
     }
   }
@@ -163,7 +163,7 @@ void Pool::Wait() {
 
 bool Pool::Receive(Running& running) {
   char piece[65536];
-  const ssize_t got = read(running.pipe, piece, sizeof piece);
+  const ssize_t got = read(running.line, piece, sizeof piece);
   if (got <= 0) {
     return got < 0 && errno == EINTR;
   }
@@ -185,13 +185,15 @@ void Pool::Take(Running& running, std::string_view line) {
     events_.onStep(running.index, *place);
   } else if (const auto* transcript = std::get_if<TranscriptLine>(&message)) {
     events_.onTranscript(running.index, transcript->text);
+  } else if (const auto* claim = std::get_if<OutputClaim>(&message)) {
+    AnswerClaim(running.line, events_.onClaim(running.index, claim->path));
   } else {
     running.outcome = std::get<Outcome>(std::move(message));
   }
 }
 
 void Pool::Finish(Running& running) {
-  close(running.pipe);
+  close(running.line);
   int status = 0;
   while (waitpid(running.process, &status, 0) < 0 && errno == EINTR) {
   }

@@ -9,12 +9,14 @@
 
 namespace velmora {
 
-/// What the jobs tell while they run, by the job's index, and with onEnd once for each job that was
+/// What the jobs tell and ask while they run, by the job's index, and with onEnd once for each job that was
 /// started, in the order in which they end.
 struct JobEvents {
   std::function<void(std::size_t job, const StepPlace& place)> onStep;
   std::function<void(std::size_t job, std::string_view line)> onTranscript;
   std::function<void(std::size_t job, const Outcome& outcome)> onEnd;
+  /// A job wants to write this file; returns why it must not, empty when it may.
+  std::function<std::string(std::size_t job, const std::string& path)> onClaim;
 };
 
 using Job = std::function<Outcome(std::size_t index, const JobReport& report)>;

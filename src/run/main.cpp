@@ -90,6 +90,7 @@ int Status(const std::vector<RunResult>& results) {
 struct Preparation {
   std::string text;
   Recipe first;
+  std::optional<OutputClaims> claims;
   std::optional<TranscriptFile> transcript;
 };
 
@@ -102,7 +103,12 @@ bool Prepare(const Arguments& arguments, Preparation& prepared) {
     subject = arguments.out;
     std::filesystem::create_directories(arguments.out);
     subject = arguments.transcript;
+    prepared.claims.emplace(arguments);
     if (!arguments.transcript.empty()) {
+      const std::string taken = prepared.claims->Reserve(arguments.transcript, "the transcript goes there");
+      if (!taken.empty()) {
+        throw FileError(taken);
+      }
       prepared.transcript.emplace(arguments.transcript, std::max<std::size_t>(arguments.inputs.size(), 1));
     }
     return true;
@@ -131,7 +137,8 @@ int RunRecipe(const Arguments& arguments) {
   }
   CatchInterrupts();
   TranscriptFile* transcript = prepared.transcript ? &*prepared.transcript : nullptr;
-  const std::vector<RunResult> results = RunBatch(arguments, prepared.text, prepared.first, transcript);
+  const std::vector<RunResult> results =
+      RunBatch(arguments, prepared.text, prepared.first, *prepared.claims, transcript);
   Print(stderr, ClosingTable(results));
   const bool kept = transcript == nullptr || KeepTranscript(arguments, *transcript);
   return kept ? Status(results) : std::max(Status(results), kStepFailed);

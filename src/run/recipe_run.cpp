@@ -5,6 +5,7 @@
 
 #include "app/command_table.hpp"
 #include "core/files/files.hpp"
+#include "core/files/output_guard.hpp"
 #include "core/files/paths.hpp"
 #include "run/drawing.hpp"
 #include "run/gesture.hpp"
@@ -31,7 +32,15 @@ Questions& RecipeRun::Answerer() {
   return transcript_.emplace(answers_, options_.input, options_.transcript);
 }
 
+void RecipeRun::CheckOutput(const std::string& path) const {
+  const std::string refusal = options_.claim ? options_.claim(path) : std::string();
+  if (!refusal.empty()) {
+    throw FileError(refusal);
+  }
+}
+
 Outcome RecipeRun::Run(const Recipe& recipe) {
+  const OutputGuard guard([this](const std::string& path) { CheckOutput(path); });
   Outcome outcome;
   StepPlace place;
   for (const Step& step : recipe.steps) {

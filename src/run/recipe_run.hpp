@@ -17,6 +17,8 @@ struct RunOptions {
   std::string input;    // the data file, for the transcript; empty for none
   bool strict = false;  // a warning fails its step
   std::function<void(const StepPlace&)> onStep;
+  /// Asked before a file is written: why it must not be, empty when it may. May be missing.
+  std::function<std::string(const std::string& path)> claim;
   TranscriptQuestions::Sink transcript;
 };
 
@@ -33,6 +35,7 @@ class RecipeRun {
 
  private:
   Questions& Answerer();
+  void CheckOutput(const std::string& path) const;
   /// Empty when the step went well, else why it failed.
   std::string RunStep(const Step& step);
   std::string RunCommandStep(const CommandStep& step);

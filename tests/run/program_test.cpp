@@ -194,6 +194,49 @@ TEST_F(Program, OneCorruptFileOfTwentyIsNamedAndTheOthersAreDone) {
   EXPECT_EQ(inputs, std::vector<std::string>(arguments.begin() + 9, arguments.end()));
 }
 
+TEST_F(Program, TwoInputsDoNotOverwriteEachOthersResult) {
+  std::filesystem::create_directory(Path("S01"));
+  std::filesystem::create_directory(Path("S02"));
+  const std::string first = Trial("S01/walk.vmb", {{1, 2, 3}});
+  const std::string second = Trial("S02/walk.vmb", {{7, 8, 9}});
+  for (const std::string jobs : {"1", "2"}) {
+    for (const std::string result : {"  - do: save.vmb\n    answers: [file: \"${dir}/../${stem}.vmb\"]\n",
+                                     "  - info: \"${dir}/../${stem}.vmb\"\n"}) {
+      const Ended run = Run(
+          {Recipe("  - do: file.load\n    file: \"${input}\"\n" + result), first, second, "--jobs", jobs});
+      EXPECT_EQ(run.status, 1);
+      EXPECT_HAS(run.err, "1 done, 1 failed");
+      const std::string refused = run.err.substr(run.err.find("FAILED"));
+      const bool firstWon = refused.find(second) < refused.find(first);
+      EXPECT_TRUE(firstWon || jobs == "2") << run.err;
+      EXPECT_HAS(run.err, (firstWon ? first : second) + " writes it too");
+    }
+  }
+  EXPECT_EQ(Run({Recipe(kDouble), first, first, "--set", "factor=2", "--out", Path("out")}).status, 1);
+}
+
+TEST_F(Program, WhatARunReadsIsNotWritten) {
+  const std::string trial = Trial("a.vmb", {{1, 2, 3}});
+  const std::string other = Trial("b.vmb", {{1, 2, 3}});
+  const auto writing = [](const std::string& target) { return "  - info: \"" + target + "\"\n"; };
+  const std::string bytes = ReadFile(other);
+  const auto expectRefused = [this](const Ended& run, int status, const char* why) {
+    EXPECT_EQ(run.status, status);
+    EXPECT_HAS(run.err, why);
+  };
+  expectRefused(Run({Recipe(writing("${dir}/b.vmb")), trial, other}), 1, "it is an input of this run");
+  EXPECT_EQ(ReadFile(other), bytes);
+  expectRefused(Run({Recipe(writing(Path("r.yaml")))}), 1, "it is the recipe");
+  EXPECT_HAS(ReadFile(Path("r.yaml")), "info");
+  const std::string transcript = Path("t.jsonl");
+  expectRefused(Run({Recipe(writing(transcript)), "--transcript", transcript}), 1,
+                "the transcript goes there");
+  EXPECT_EQ(ReadFile(transcript), "");
+  expectRefused(Run({Recipe(writing(Path("i.json"))), other, "--transcript", other}), 2,
+                "it is an input of this run");
+  EXPECT_EQ(ReadFile(other), bytes);
+}
+
 TEST_F(Program, AFullDiskFailsTheStepAndLeavesTheOldFile) {
   const std::string trial = Trial("a.vmb", NoiseChannels(4, 20000));
   std::filesystem::create_directory(Path("out"));

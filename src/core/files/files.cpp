@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <vector>
 
+#include "core/files/output_guard.hpp"
+
 namespace velmora {
 namespace {
 
@@ -84,6 +86,7 @@ void InputFile::Prefetch(std::int64_t offset, std::int64_t bytes) const {
 }
 
 OutputFile::OutputFile(const std::string& path, Mode mode) : target_(RealTarget(path)), mode_(mode) {
+  OutputGuard::Ask(target_);
   struct stat status {};
   const bool exists = stat(target_.c_str(), &status) == 0;
   // Devices and pipes would be replaced by a file, which nobody means.

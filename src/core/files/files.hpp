@@ -50,7 +50,7 @@ class OutputFile {
   };
 
   /// Throws FileError when the target cannot be written: a directory, a device, a
-  /// write-protected file, a directory that takes no new file.
+  /// write-protected file, a directory that takes no new file, what an OutputGuard refuses.
   explicit OutputFile(const std::string& path, Mode mode = Mode::Replace);
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;

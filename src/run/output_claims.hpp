@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "run/arguments.hpp"
+
+namespace velmora {
+
+/// Which of the runs writes which file. A run may write a file of its own again; what another run writes,
+/// and what the runs read, is refused.
+class OutputClaims {
+ public:
+  /// The recipe and the inputs are nobody's to write.
+  explicit OutputClaims(const Arguments& arguments);
+
+  /// Nobody is to write `path`, for this reason. Returns why it was not free any more; empty when it was.
+  std::string Reserve(const std::string& path, const std::string& why);
+
+  /// A run (from 0) wants to write `path`. Returns why it must not; empty when it may.
+  std::string Claim(std::size_t run, const std::string& path);
+
+ private:
+  struct Owner {
+    std::optional<std::size_t> run;
+    std::string why;  // what whoever comes later is told
+  };
+
+  std::vector<std::string> inputs_;
+  std::map<std::string, Owner> owners_;  // by the path behind all links
+};
+
+}  // namespace velmora
