@@ -2,8 +2,10 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "app/command_table.hpp"
+#include "core/files/standard_descriptors.hpp"
 #include "core/workbench.hpp"
 #include "run/recipe_questions.hpp"
 #include "sample_trials.hpp"
@@ -38,11 +40,19 @@ void Save(const Sample& sample, const std::filesystem::path& directory) {
   std::printf("%s\n", path.c_str());
 }
 
+constexpr const char* kUsage = "Usage: velmora2-make-examples DIR\n";
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fputs("Usage: velmora2-make-examples DIR\n", stderr);
+  OpenStandardDescriptors();
+  const std::string_view asked = argc == 2 ? argv[1] : "";
+  if (asked == "--help" || asked == "-h") {
+    std::printf("%sWrites the sample trials into DIR, which is made if missing.\n", kUsage);
+    return 0;
+  }
+  if (asked.empty() || asked.starts_with('-')) {  // a directory of such a name is ./-name
+    std::fputs(kUsage, stderr);
     return 2;
   }
   try {

@@ -1,14 +1,13 @@
 #include "run/arguments.hpp"
 
 #include <CLI/CLI.hpp>
+#include <sstream>
 #include <string_view>
 
 #include "core/version.hpp"
 
 namespace velmora {
 namespace {
-
-constexpr ExitStatus kBadUsage = 2;
 
 bool IsName(std::string_view text) {
   const auto letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };
@@ -69,7 +68,7 @@ void Declare(CLI::App& app, Arguments& arguments, std::vector<std::string>& sett
 
 }  // namespace
 
-std::variant<Arguments, ExitStatus> ReadArguments(int argc, const char* const* argv) {
+std::variant<Arguments, LastWords> ReadArguments(int argc, const char* const* argv) {
   CLI::App app("Runs a recipe of Velmora2 commands over data files, without a window.", "velmora2-run");
   Arguments arguments;
   std::vector<std::string> settings;
@@ -79,7 +78,10 @@ std::variant<Arguments, ExitStatus> ReadArguments(int argc, const char* const* a
     arguments.set = ReadSettings(settings);
     CheckTogether(app, arguments);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kBadUsage;
+    std::ostringstream text;
+    std::ostringstream complaint;
+    app.exit(error, text, complaint);
+    return LastWords{text.str(), complaint.str()};
   }
   return arguments;
 }

@@ -24,10 +24,12 @@ struct Arguments {
   bool commands = false;
 };
 
-/// The status to end the program with, where the command line already says all: help, version, an
-/// error. The text has been printed.
-using ExitStatus = int;
+/// What is left to say where the command line already says all.
+struct LastWords {
+  std::string text;   // help, version
+  std::string error;  // of bad usage
+};
 
-std::variant<Arguments, ExitStatus> ReadArguments(int argc, const char* const* argv);
+std::variant<Arguments, LastWords> ReadArguments(int argc, const char* const* argv);
 
 }  // namespace velmora

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/text/text.hpp"
 #include "run/jobs.hpp"
 #include "run/progress_bar.hpp"
 #include "run/recipe_reader.hpp"
@@ -109,6 +110,9 @@ std::vector<Row> TableRows(const std::vector<RunResult>& results) {
     for (const StepProblem& warning : result.outcome.warnings) {
       rows.push_back({"warning", result.input, PlaceText(warning.at), warning.why});
     }
+    if (result.state == RunResult::State::Interrupted) {
+      rows.push_back({"interrupted", result.input, PlaceText(*result.outcome.interrupted), ""});
+    }
     if (result.outcome.failure) {
       rows.push_back(
           {"FAILED", result.input, PlaceText(result.outcome.failure->at), result.outcome.failure->why});
@@ -172,8 +176,9 @@ std::string ClosingTable(const std::vector<RunResult>& results) {
   const std::size_t place = WidestOf(rows, &Row::place);
   std::string table;
   for (const Row& row : rows) {
-    table +=
-        Padded(row.verdict, verdict) + Padded(row.input, input) + Padded(row.place, place) + row.why + "\n";
+    table += TrimRight(Padded(row.verdict, verdict) + Padded(row.input, input) + Padded(row.place, place) +
+                       row.why) +
+             "\n";
   }
   return table + Counts(results);
 }

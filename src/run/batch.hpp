@@ -31,7 +31,7 @@ Recipe RecipeFor(const Arguments& arguments, const std::string& text, std::size_
 std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text, const Recipe& first,
                                 OutputClaims& claims, TranscriptFile* transcript);
 
-/// A line for each warning and each failure, then the counts. Line ends are '\n'.
+/// A line for each warning, failure and interruption, then the counts. Line ends are '\n'.
 std::string ClosingTable(const std::vector<RunResult>& results);
 
 }  // namespace velmora

@@ -37,9 +37,12 @@ StepProblem ProblemOf(const Json& json) {
 }
 
 Json ToJson(const Outcome& outcome) {
-  Json json = {{"interrupted", outcome.interrupted}, {"warnings", Json::array()}};
+  Json json = {{"warnings", Json::array()}};
   for (const StepProblem& warning : outcome.warnings) {
     json["warnings"].push_back(ToJson(warning));
+  }
+  if (outcome.interrupted) {
+    json["interrupted"] = ToJson(*outcome.interrupted);
   }
   if (outcome.failure) {
     json["failure"] = ToJson(*outcome.failure);
@@ -49,9 +52,11 @@ Json ToJson(const Outcome& outcome) {
 
 Outcome OutcomeOf(const Json& json) {
   Outcome outcome;
-  outcome.interrupted = json.at("interrupted").get<bool>();
   for (const Json& warning : json.at("warnings")) {
     outcome.warnings.push_back(ProblemOf(warning));
+  }
+  if (json.contains("interrupted")) {
+    outcome.interrupted = PlaceOf(json.at("interrupted"));
   }
   if (json.contains("failure")) {
     outcome.failure = ProblemOf(json.at("failure"));

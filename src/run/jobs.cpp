@@ -200,8 +200,9 @@ void Pool::Finish(Running& running) {
   running.process = -1;
   if (!running.outcome) {
     running.outcome.emplace();
-    running.outcome->interrupted = ending_;
-    if (!ending_) {
+    if (ending_) {
+      running.outcome->interrupted = running.place;
+    } else {
       const std::string how = WIFSIGNALED(status)
                                   ? std::string("crashed: ") + strsignal(WTERMSIG(status))
                                   : "its process ended with " + std::to_string(WEXITSTATUS(status));

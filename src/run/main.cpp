@@ -1,5 +1,7 @@
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -7,6 +9,7 @@
 #include "app/command_table.hpp"
 #include "core/files/files.hpp"
 #include "core/files/paths.hpp"
+#include "core/files/standard_descriptors.hpp"
 #include "core/text/text.hpp"
 #include "core/workbench.hpp"
 #include "run/arguments.hpp"
@@ -25,13 +28,18 @@ constexpr int kStepFailed = 1;
 constexpr int kBadUsage = 2;
 constexpr int kSignalled = 128;
 
-void Print(std::FILE* stream, const std::string& text) {
-  std::fwrite(text.data(), 1, text.size(), stream);
-}
-
 // Standard output carries only what was asked for; how it went is told on standard error.
 void Tell(const std::string& message) {
-  Print(stderr, "velmora2-run: " + message + "\n");
+  std::fputs(("velmora2-run: " + message + "\n").c_str(), stderr);
+}
+
+// The status to end with.
+int Print(const std::string& text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) {
+    return kAllRan;
+  }
+  Tell(std::string("cannot write to standard output: ") + std::strerror(errno));
+  return kStepFailed;
 }
 
 int PrintCommands() {
@@ -39,10 +47,11 @@ int PrintCommands() {
   for (const Command& command : AllCommands()) {
     widest = std::max(widest, command.id.size());
   }
+  std::string list;
   for (const Command& command : AllCommands()) {
-    Print(stdout, PadRight(command.id, widest + 2) + WithoutMnemonic(command.caption) + "\n");
+    list += PadRight(command.id, widest + 2) + WithoutMnemonic(command.caption) + "\n";
   }
-  return kAllRan;
+  return Print(list);
 }
 
 int PrintInfo(const std::string& path) {
@@ -59,8 +68,7 @@ int PrintInfo(const std::string& path) {
     Tell("no trial was loaded from " + path);
     return kStepFailed;
   }
-  Print(stdout, InfoText(workbench));
-  return kAllRan;
+  return Print(InfoText(workbench));
 }
 
 std::string ReadText(const std::string& path) {
@@ -136,10 +144,11 @@ int RunRecipe(const Arguments& arguments) {
     return kBadUsage;
   }
   CatchInterrupts();
+  std::signal(SIGPIPE, SIG_IGN);  // results do not depend on who listens to how it went
   TranscriptFile* transcript = prepared.transcript ? &*prepared.transcript : nullptr;
   const std::vector<RunResult> results =
       RunBatch(arguments, prepared.text, prepared.first, *prepared.claims, transcript);
-  Print(stderr, ClosingTable(results));
+  std::fputs(ClosingTable(results).c_str(), stderr);
   const bool kept = transcript == nullptr || KeepTranscript(arguments, *transcript);
   return kept ? Status(results) : std::max(Status(results), kStepFailed);
 }
@@ -157,11 +166,13 @@ int Run(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  OpenStandardDescriptors();
   // A file that grows past the limit of the shell is an error to report, not the end of the program.
   std::signal(SIGXFSZ, SIG_IGN);
   auto arguments = ReadArguments(argc, argv);
-  if (const int* status = std::get_if<ExitStatus>(&arguments)) {
-    return *status;
+  if (const auto* said = std::get_if<LastWords>(&arguments)) {
+    std::fputs(said->error.c_str(), stderr);
+    return said->error.empty() ? Print(said->text) : kBadUsage;
   }
   return Run(std::get<Arguments>(arguments));
 }

@@ -22,7 +22,7 @@ struct StepProblem {
 struct Outcome {
   std::optional<StepProblem> failure;
   std::vector<StepProblem> warnings;
-  bool interrupted = false;
+  std::optional<StepPlace> interrupted;  // where the run was when it was
 };
 
 /// "step 3 (math.add, line 12)", empty before the first step.

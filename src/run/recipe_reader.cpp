@@ -1,5 +1,6 @@
 #include "run/recipe_reader.hpp"
 
+#include <yaml-cpp/depthguard.h>
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
@@ -32,6 +33,7 @@ class Reader {
                  std::initializer_list<std::string_view> allowed) const;
 
   [[nodiscard]] std::string Text(const YAML::Node& node, std::string_view what) const;
+  [[nodiscard]] std::string Path(const YAML::Node& node, std::string_view what) const;
   [[nodiscard]] bool Flag(const YAML::Node& node, std::string_view what) const;
   [[nodiscard]] int Channel(const YAML::Node& node) const;
   [[nodiscard]] ChannelChoice Channels(const YAML::Node& node) const;
@@ -83,6 +85,15 @@ std::string Reader::Text(const YAML::Node& node, std::string_view what) const {
   } catch (const std::invalid_argument& error) {
     Fail(node, error.what());
   }
+}
+
+// The system would take a path up to its NUL, which is another file.
+std::string Reader::Path(const YAML::Node& node, std::string_view what) const {
+  std::string path = Text(node, what);
+  if (path.find('\0') != std::string::npos) {
+    Fail(node, std::string(what) + " must be a path, which has no NUL character");
+  }
+  return path;
 }
 
 bool Reader::Flag(const YAML::Node& node, std::string_view what) const {
@@ -144,10 +155,10 @@ std::vector<ChannelText> Reader::ChannelTexts(const YAML::Node& node, std::strin
 FileAnswer Reader::File(const YAML::Node& node) const {
   FileAnswer answer;
   if (!node.IsSequence()) {
-    answer.paths.push_back(Text(node, "file"));
+    answer.paths.push_back(Path(node, "file"));
   }
   for (const YAML::Node& path : node) {
-    answer.paths.push_back(Text(path, "a path"));
+    answer.paths.push_back(Path(path, "file"));
   }
   return answer;
 }
@@ -251,7 +262,7 @@ CommandStep Reader::ReadCommand(const YAML::Node& node) const {
   const bool loads = step.id == "file.load";
   if (loads) {
     CheckKeys(node, "a step that loads", {"do", "file", "answers"});
-    step.file = node["file"] ? Text(node["file"], "file") : "";
+    step.file = node["file"] ? Path(node["file"], "file") : "";
     if (step.file.empty()) {
       Fail(node, "file.load needs file:");
     }
@@ -292,7 +303,7 @@ KeyPress Reader::Key(const YAML::Node& node) const {
 }
 
 ImageGesture Reader::Image(const YAML::Node& node) const {
-  ImageGesture image{.file = Text(node["image"], "image")};
+  ImageGesture image{.file = Path(node["image"], "image")};
   if (!PictureFormatOf(image.file)) {
     Fail(node["image"], "a picture is a .png, .svg or .pdf file");
   }
@@ -358,7 +369,7 @@ Step Reader::ReadStep(const YAML::Node& node) const {
     step.what = ReadCommand(node);
   } else if (given("info")) {
     CheckKeys(node, "a step that writes the info", {"info"});
-    step.what = InfoStep{Text(node["info"], "info")};
+    step.what = InfoStep{Path(node["info"], "info")};
   } else {
     CheckKeys(node, "a step in a view", {"view", "answers"});
     step.what = ReadView(node);
@@ -370,6 +381,9 @@ Recipe Reader::Read(const std::string& text) const {
   std::vector<YAML::Node> documents;
   try {
     documents = YAML::LoadAll(text);
+  } catch (const YAML::DeepRecursion& error) {  // whose own message is "bad file"
+    const auto lines = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+    Fail(std::min(error.mark.line + 1, std::max(lines, 1)), "lists and maps are nested too deeply");
   } catch (const YAML::Exception& error) {
     Fail(error.mark.line + 1, error.msg);
   }

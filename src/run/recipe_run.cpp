@@ -53,7 +53,9 @@ Outcome RecipeRun::Run(const Recipe& recipe) {
     }
     workbench_.report = {};
     std::string failure = RunStep(step);
-    outcome.interrupted = InterruptSignal() != 0;
+    if (InterruptSignal() != 0) {
+      outcome.interrupted = place;
+    }
     for (const std::string& warning : workbench_.report.warnings) {
       if (options_.strict) {
         AppendFailure(failure, warning);

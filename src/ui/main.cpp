@@ -5,12 +5,14 @@
 #include <vector>
 
 #include "core/files/settings.hpp"
+#include "core/files/standard_descriptors.hpp"
 #include "sample_trials.hpp"
 #include "ui/main/main_window.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/main/window_settings.hpp"
 
 int main(int argc, char** argv) {
+  velmora::OpenStandardDescriptors();
   // A file that grows past the limit of the shell is an error to report, not the end of the program.
   std::signal(SIGXFSZ, SIG_IGN);
   QApplication app(argc, argv);

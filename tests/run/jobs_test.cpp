@@ -101,11 +101,11 @@ void RunInterrupted(int told) {
             while (InterruptSignal() == 0 || index == 1) {
               std::this_thread::sleep_for(std::chrono::milliseconds(5));
             }
-            return Outcome{.interrupted = true};
+            return Outcome{.interrupted = kPlace};
           },
           {.onStep = {}, .onTranscript = {}, .onEnd = [&](std::size_t, const Outcome& outcome) {
              ++ended;
-             interrupted += outcome.interrupted ? 1 : 0;
+             interrupted += outcome.interrupted ? 1U : 0U;
            }});
   _exit(InterruptSignal() == SIGINT && ended == 2 && interrupted == 2 ? 42 : 1);
 }

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <thread>
 
@@ -30,7 +31,7 @@ void SendTo(int descriptor, const std::string& path) {
 
 class Program : public testing::Test {
  protected:
-  pid_t Start(const std::vector<std::string>& arguments) {
+  pid_t Start(const std::vector<std::string>& arguments, const std::function<void()>& rearrange = {}) {
     const pid_t process = fork();
     if (process != 0) {
       return process;
@@ -38,6 +39,9 @@ class Program : public testing::Test {
     std::signal(SIGXFSZ, SIG_DFL);  // what the test ignores the program need not
     SendTo(STDOUT_FILENO, Path("stdout"));
     SendTo(STDERR_FILENO, Path("stderr"));
+    if (rearrange) {
+      rearrange();
+    }
     std::vector<char*> argv = {const_cast<char*>("velmora2-run")};
     for (const std::string& argument : arguments) {
       argv.push_back(const_cast<char*>(argument.c_str()));
@@ -55,6 +59,10 @@ class Program : public testing::Test {
   }
 
   Ended Run(const std::vector<std::string>& arguments) { return Wait(Start(arguments)); }
+  /// With other descriptors, which `rearrange` puts in place.
+  Ended RunWith(const std::function<void()>& rearrange, const std::vector<std::string>& arguments) {
+    return Wait(Start(arguments, rearrange));
+  }
 
   [[nodiscard]] std::string Path(std::string_view name) const { return directory_.Path(name); }
 
@@ -137,6 +145,45 @@ TEST_F(Program, AsksForNothingButWhatItIsToldTo) {
   EXPECT_HAS(Run({"--commands"}).out, "\nmath.add ");
   EXPECT_EQ(Run({"--version"}).out, "velmora2-run " + std::string(VersionText) + "\n");
   EXPECT_HAS(Run({"--help"}).out, "--transcript FILE");
+}
+
+TEST_F(Program, AnswersThatFindNoRoomAreAFailure) {
+  const auto full = [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); };
+  const std::string trial = Trial("a.vmb", {{1, 2, 3}});
+  const std::vector<std::vector<std::string>> questions = {
+      {"--info", trial}, {"--commands"}, {"--help"}, {"--version"}};
+  for (const auto& question : questions) {
+    const Ended run = RunWith(full, question);
+    EXPECT_EQ(run.status, 1) << question.front();
+    EXPECT_HAS(run.err, "cannot write to standard output: No space left on device");
+  }
+}
+
+TEST_F(Program, ATranscriptIsWholeWhoeverListens) {
+  const auto closed = [] {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+      close(descriptor);
+    }
+  };
+  const auto gone = [] {
+    int ends[2];
+    dup2(pipe(ends) == 0 ? ends[1] : -1, STDERR_FILENO);
+    close(ends[0]);
+    close(ends[1]);
+  };
+  const std::vector<std::string> arguments = {Recipe(kDouble),     Trial("a.vmb", {{1, 2, 3}}),
+                                              Path("missing.vmb"), "--set",
+                                              "factor=2",          "--out",
+                                              Path("out"),         "--transcript",
+                                              Path("t.jsonl")};
+  Run(arguments);
+  const std::string transcript = ReadFile(Path("t.jsonl"));
+  EXPECT_HAS(transcript, "missing.vmb");
+  for (const auto& rearrange : {std::function<void()>(closed), std::function<void()>(gone)}) {
+    std::filesystem::remove(Path("t.jsonl"));
+    EXPECT_EQ(RunWith(rearrange, arguments).status, 1);
+    EXPECT_EQ(ReadFile(Path("t.jsonl")), transcript);
+  }
 }
 
 TEST_F(Program, BadUsageAndUnreadableRecipesEndWithTwoAndWriteNothing) {
@@ -295,6 +342,8 @@ TEST_F(Program, AnInterruptEndsJobsAndLeavesNoTemporaryFile) {
   const Ended run = Wait(runner);
   EXPECT_EQ(run.status, 130);
   EXPECT_HAS(run.err, "0 done, 0 failed, 2 interrupted, 2 not run");
+  EXPECT_HAS(run.err, "interrupted  " + arguments[5] + "  step ");
+  EXPECT_HAS(run.err, "interrupted  " + arguments[6] + "  step ");
   for (const pid_t child : children) {
     EXPECT_EQ(kill(child, 0), -1);
   }

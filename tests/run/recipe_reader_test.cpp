@@ -136,6 +136,12 @@ TEST(RecipeReader, RefusesWhatItDoesNotKnowAndSaysWhere) {
       {WithAnswer("{pick: {values: {1: [2]}}}"), "values must be a text or a number"},
       {WithAnswer("{form: {x: {one: 2}}}"), "\"one\" is no channel"},
       {WithAnswer("{form: Filter}"), "form must be a map"},
+      {WithStep(R"(info: "kept.json\0.txt")"), "r.yaml:3: info must be a path"},
+      {WithStep(R"(do: file.load
+    file: "a.vmb\0.txt")"),
+       "r.yaml:4: file must be a path"},
+      {WithStep(R"(view: {image: "a.png\0.png"})"), "r.yaml:3: image must be a path"},
+      {WithAnswer(R"({file: ["b", "a.vmb\0"]})"), "r.yaml:5: file must be a path"},
   };
   for (const auto& [text, expected] : cases) {
     EXPECT_NE(ErrorOf(text).find(expected), std::string::npos) << text << "\ngave: " << ErrorOf(text);
@@ -143,7 +149,9 @@ TEST(RecipeReader, RefusesWhatItDoesNotKnowAndSaysWhere) {
 }
 
 TEST(RecipeReader, HostileNestingIsAnErrorNotACrash) {
-  EXPECT_EQ(ErrorOf(std::string(100000, '[')).rfind("r.yaml:", 0), 0U);
+  EXPECT_EQ(ErrorOf(std::string(100000, '[')), "r.yaml:1: lists and maps are nested too deeply");
+  EXPECT_EQ(ErrorOf("velmora2: 1\nsteps:\n  - " + std::string(900, '[') + std::string(900, ']') + "\n"),
+            "r.yaml:3: lists and maps are nested too deeply");
   EXPECT_EQ(ErrorOf("velmora2: 1\nsteps: &a [*a]").rfind("r.yaml:", 0), 0U);
 }
 
