@@ -103,7 +103,7 @@ void LineBlocks::DropRestOfLine() {
     const std::size_t got = source_.Read(buffer_.data() + kPadding, blockBytes_);
     dropped += got;
     if (dropped > kNoLine) {
-      throw FileError("a line is longer than 64 MiB");
+      throw LineTooLong("a line is longer than 64 MiB");
     }
     const char* begin = buffer_.data() + kPadding;
     const char* at = FindLineEnd(begin, begin + got);

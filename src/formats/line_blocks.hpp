@@ -17,6 +17,12 @@ const char* FindLineEnd(const char* from, const char* to);
 /// LF, CR LF and CR alone end a line; the last line of a file may have no end.
 std::string_view TakeLine(std::string_view& text);
 
+/// A line of more than LineBlocks::kNoLine bytes: the file is none of lines.
+class LineTooLong : public FileError {
+ public:
+  using FileError::FileError;
+};
+
 /// A text file as blocks of whole lines.
 class LineBlocks {
  public:
@@ -34,7 +40,7 @@ class LineBlocks {
   explicit LineBlocks(TextSource& source, std::size_t blockBytes = std::size_t{256} << 10);
 
   /// Whole lines that have not been consumed, empty at the end of the file; valid until the next
-  /// call. Throws FileError, also on a line of more than kNoLine bytes.
+  /// call. Throws FileError, on a line of more than kNoLine bytes LineTooLong.
   std::string_view Lines();
   /// Marks the first `bytes` of the lines, themselves whole lines, as read.
   void Consume(std::size_t bytes) { first_ += bytes; }

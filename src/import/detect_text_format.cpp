@@ -153,8 +153,11 @@ void DetectTextFormat(Workbench& workbench, ProgressPanel& panel) {
     }
     TextSource source(trial.FileName);
     found = Recognise(ReadHead(source), trial.FileExt);
-  } catch (const FileError&) {
+  } catch (const LineTooLong&) {
     TellUnreadable(workbench);
+    return;
+  } catch (const FileError& error) {
+    ReportReadError(workbench, error.what());
     return;
   }
   RunReader(workbench, panel, found);

@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include "core/files/settings.hpp"
+#include "core/questions/progress.hpp"
+#include "import/detect_text_format.hpp"
 #include "support/environment_variable.hpp"
 #include "support/text_load.hpp"
 
@@ -11,6 +13,14 @@ namespace {
 using LoadFileTest = TextLoadTest;
 
 constexpr const char* kNumbers = "a b\n1 2\n3 4\n5 6\n";
+
+TEST_F(LoadFileTest, AReadErrorIsToldInTheWordsOfTheSystem) {
+  trial.FileName = "/sys/class/net/lo/speed";  // opens, and every read fails: a loop has no speed
+  trial.FileExt = "TXT";
+  ProgressPanel panel(workbench);
+  DetectTextFormat(workbench, panel);
+  EXPECT_EQ(LastBox(), "|Error reading file: " + trial.FileName + "\n\"Invalid argument\"");
+}
 
 TEST_F(LoadFileTest, FormatsWithoutAReaderAreNamed) {
   struct Case {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,7 +10,8 @@ namespace velmora {
 
 /// Settings of one user: texts under application, section and key, none of which minds the case. Each
 /// application has a JSON file of its own, which other running programs may write meanwhile. What
-/// cannot be read counts as not set; nothing here throws for the state of a file.
+/// cannot be read counts as not set; nothing here throws for the state of a file. A file that a save would
+/// lose something of, since it cannot be understood, is kept beside it as settings.json.broken.
 class SettingsStore {
  public:
   using Values = std::vector<std::pair<std::string_view, std::string>>;  // key, value
@@ -29,7 +31,10 @@ class SettingsStore {
  private:
   [[nodiscard]] std::string PathOf(std::string_view application) const;
 
-  std::string directory_;  // empty: there is nowhere to keep settings
+  struct Read;
+
+  std::string directory_;                     // empty: there is nowhere to keep settings
+  mutable std::shared_ptr<const Read> last_;  // a session begins by asking for dozens of keys
 };
 
 }  // namespace velmora

@@ -68,6 +68,13 @@ void ReportStore(Workbench& workbench, bool saved) {
   }
 }
 
+// A file that is there and cannot be opened is to be loaded, too: the load says why it cannot.
+bool IsThere(const std::string& name) {
+  std::error_code error;
+  const std::filesystem::file_type type = std::filesystem::status(name, error).type();
+  return type != std::filesystem::file_type::not_found && type != std::filesystem::file_type::directory;
+}
+
 }  // namespace
 
 std::string CleanDirectory(std::string directory) {
@@ -158,7 +165,7 @@ StartAction FirstAction(const Workbench& workbench) {
   if (name.empty() || name == "?") {
     return StartAction::ShowAbout;
   }
-  return name != ";" && FileExists("", name) ? StartAction::LoadFile : StartAction::Nothing;
+  return name != ";" && IsThere(name) ? StartAction::LoadFile : StartAction::Nothing;
 }
 
 std::string AboutText() {

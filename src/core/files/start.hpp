@@ -28,7 +28,7 @@ void TakeCommandLine(Workbench& workbench, const std::vector<std::string>& items
 
 enum class StartAction { LoadFile, ShowAbout, Nothing };
 
-/// What a session starts with, by trial.FileName: an existing file is loaded; the about panel comes
+/// What a session starts with, by trial.FileName: a file that is there is loaded; the about panel comes
 /// first when there is none or it is "?"; nothing happens for ";" and for a file that is missing.
 StartAction FirstAction(const Workbench& workbench);
 

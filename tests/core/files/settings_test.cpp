@@ -39,7 +39,7 @@ TEST(Settings, LieWhereTheSystemKeepsThem) {
   EXPECT_NE(ReadFile(directory.Path("velmora2/settings.json")).find("UserLevel"), std::string::npos);
 }
 
-TEST(Settings, HostileFilesCountAsNotSetAndAreReplaced) {
+TEST(Settings, HostileFilesCountAsNotSetAndAreKeptAside) {
   const TemporaryDirectory directory;
   std::filesystem::create_directory(directory.Path("velmora2"));
   const std::string path = directory.Path("velmora2/settings.json");
@@ -49,7 +49,7 @@ TEST(Settings, HostileFilesCountAsNotSetAndAreReplaced) {
       "{\"Startup\": {\"Viewer\": \"x",
       "[1, 2]",
       "{\"Startup\": 5}",
-      "{\"Startup\": {\"Viewer\": [\"x\"]}}",
+      "{\"Startup\": {\"Viewer\": [[[[\"x\"]]]]}}",
       std::string(500000, '['),
       "{\"Startup\": " + std::string(200000, '[') + std::string(200000, ']') + "}",
       std::string(3 << 20, ' '),
@@ -59,10 +59,25 @@ TEST(Settings, HostileFilesCountAsNotSetAndAreReplaced) {
     EXPECT_EQ(store.Get("Velmora2", "Startup", "Viewer", "usual"), "usual");
     EXPECT_TRUE(store.Save("Velmora2", "Startup", {{"Viewer", "less"}}));
     EXPECT_EQ(store.Get("Velmora2", "Startup", "Viewer", "usual"), "less");
+    if (!bytes.empty()) {
+      EXPECT_EQ(ReadFile(path + ".broken"), bytes);
+    }
+    std::filesystem::remove(path + ".broken");
+    EXPECT_TRUE(store.Save("Velmora2", "Startup", {{"Viewer", "vi"}}));
+    EXPECT_FALSE(std::filesystem::exists(path + ".broken")) << "nothing is lost of a file that can be read";
   }
+  // A copy that cannot be made costs the save, not the file.
+  WriteFile(path, "{slip");
+  std::filesystem::create_directory(path + ".broken");
+  EXPECT_FALSE(store.Save("Velmora2", "Startup", {{"Viewer", "less"}}));
+  EXPECT_EQ(ReadFile(path), "{slip");
   std::filesystem::remove(path);
   mkfifo(path.c_str(), 0600);
   EXPECT_EQ(store.Get("Velmora2", "Startup", "Viewer", "usual"), "usual") << "and is not waited for";
+
+  std::filesystem::remove(path);
+  EXPECT_TRUE(store.Save("Velmora2", "Startup", {{"Brackets", "\\\"[[[[[[\""}, {"Viewer", "less"}}));
+  EXPECT_EQ(store.Get("Velmora2", "Startup", "Viewer", ""), "less") << "brackets in a text are no depth";
 }
 
 struct Start : testing::Test {
@@ -153,6 +168,11 @@ TEST_F(Start, TheCommandLine) {
   TakeCommandLine(workbench, {directory.Path("ä.vmb"), "ignored"});
   EXPECT_EQ(workbench.DataDir, directory.Path(""));
   EXPECT_EQ(FirstAction(workbench), StartAction::LoadFile);
+  mkfifo(directory.Path("pipe").c_str(), 0600);
+  TakeCommandLine(workbench, {directory.Path("pipe")});
+  EXPECT_EQ(FirstAction(workbench), StartAction::LoadFile) << "which will say that it cannot be read";
+  TakeCommandLine(workbench, {directory.Path("")});
+  EXPECT_EQ(FirstAction(workbench), StartAction::Nothing);
 
   EXPECT_EQ(CleanDirectory(""), std::filesystem::current_path().string() + "/");
   EXPECT_EQ(CleanDirectory("/data//"), "/data/");
