@@ -38,10 +38,20 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
+namespace {
+
+// A small file is read a dozen times before its columns are known: it needs no room for a large one.
+std::size_t BlockFor(const TextSource& source, std::size_t blockBytes) {
+  constexpr std::int64_t kLeast = 4096;
+  return std::min(blockBytes, static_cast<std::size_t>(std::max(kLeast, source.Size() + 1)));
+}
+
+}  // namespace
+
 LineBlocks::LineBlocks(TextSource& source, std::size_t blockBytes)
     : source_(source),
-      buffer_(blockBytes + 2 * kPadding),
-      blockBytes_(blockBytes),
+      buffer_(BlockFor(source, blockBytes) + 2 * kPadding),
+      blockBytes_(BlockFor(source, blockBytes)),
       first_(kPadding),
       last_(kPadding),
       searched_(kPadding),
