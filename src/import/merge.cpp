@@ -55,6 +55,7 @@ void StoreForMerge(const Trial& trial, MergeStore& store) {
   const auto floats = static_cast<std::size_t>(trial.NData) * static_cast<std::size_t>(trial.NChan + 1);
   std::copy_n(trial.matrix.Frame(1), floats, stored.matrix.Frame(1));
   stored.Rate = trial.Rate;
+  stored.Notices = trial.Notices;
   CopyChannelFields(trial, stored, trial.NChan, 0);
   stored.ChanLabel[0] = trial.ChanLabel[0];
   stored.ChanUnits[0] = trial.ChanUnits[0];
@@ -104,6 +105,7 @@ void JoinChannels(const Trial& stored, Trial& next, const Trial& times) {
     throw std::invalid_argument("trials of different length, or too many channels, cannot be joined");
   }
   const int first = stored.NChan;
+  next.Notices.insert(next.Notices.begin(), stored.Notices.begin(), stored.Notices.end());
   const int own = next.NChan;
   SampleMatrix joined;
   joined.Allocate(first + own, next.NData, SampleMatrix::Fill::None);

@@ -25,6 +25,7 @@ struct MergeTest : TextLoadTest {
 };
 
 TEST_F(MergeTest, StoredChannelsComeFirst) {
+  trial.Notices = {"of the first file"};
   StoreTrial(4);
   EXPECT_TRUE(workbench.merge.MergePending);
   LoadNext("a b\n1 5\n2 6\n3 7\n4 8\n", "0");
@@ -37,6 +38,7 @@ TEST_F(MergeTest, StoredChannelsComeFirst) {
   EXPECT_EQ(trial.Rate, 100.0);
   EXPECT_EQ(workbench.LastChanShown, 3);
   EXPECT_TRUE(questions.boxes.empty()) << "nothing differs";
+  EXPECT_EQ(trial.Notices, (Texts{"of the first file"}));
 }
 
 TEST_F(MergeTest, FourWaysToOneLength) {

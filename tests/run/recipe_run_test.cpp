@@ -1,6 +1,7 @@
 #include "run/recipe_run.hpp"
 
 #include "run/info.hpp"
+#include "support/native_file.hpp"
 #include "support/recipe_test.hpp"
 
 namespace velmora::test {
@@ -64,6 +65,19 @@ TEST_F(RecipeRunTest, ARefusalIsAWarningUnlessStrict) {
   Run(steps, true);
   EXPECT_NE(Why().find("Negative powers"), std::string::npos);
   EXPECT_EQ(Channel(1), (std::vector<float>{1, 2, 4}));
+}
+
+TEST_F(RecipeRunTest, ACutFileIsToldInTheTableAndTheInfoAndFailsAStrictRun) {
+  WriteFile(directory_.Path("cut.vmb"), FileByHand(1, 100).substr(0, kSamplesAt + std::size_t{4} * 150));
+  const std::string steps = "  - do: file.load\n    file: \"${out}/cut.vmb\"\n  - info: \"${out}/i.json\"\n";
+  const std::string notice = "The file ends after 50 of 100 samples of channel 00; the rest is 0.";
+  Run(steps);
+  EXPECT_EQ(Why(), "all ran");
+  ASSERT_EQ(outcome_.warnings.size(), 1U);
+  EXPECT_EQ(outcome_.warnings[0].why, notice);
+  EXPECT_EQ(Info("i.json")["Notices"], json({notice}));
+  Run(steps, true);
+  EXPECT_EQ(Why(), notice);
 }
 
 TEST_F(RecipeRunTest, TranscriptTellsEveryQuestionInOrder) {

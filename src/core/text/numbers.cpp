@@ -212,6 +212,15 @@ std::string FormatField10Short(double value) {
   return PadLeft(FormatNumber(value, "0.000"), 10);
 }
 
+std::string FormatCount(std::int64_t count) {
+  std::string text = std::to_string(count);
+  const std::ptrdiff_t sign = count < 0 ? 1 : 0;
+  for (auto at = static_cast<std::ptrdiff_t>(text.size()) - 3; at > sign; at -= 3) {
+    text.insert(static_cast<std::size_t>(at), 1, ',');
+  }
+  return text;
+}
+
 std::string ChannelNumber(int channel) {
   return FormatNumber(channel - 1, "00");
 }

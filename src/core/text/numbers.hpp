@@ -32,6 +32,9 @@ std::string FormatNumber(double value, std::string_view pattern);
 /// Hours take as many digits as they need. Rounding as FormatNumber's, and so is what is not finite.
 std::string FormatClock(double seconds, int decimals);
 
+/// A count as people read it: "30,000,000".
+std::string FormatCount(std::int64_t count);
+
 /// `text` right-aligned through a pattern of '@', one for each column.
 std::string FormatText(std::string_view text, std::string_view pattern);
 

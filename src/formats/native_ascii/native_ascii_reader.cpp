@@ -5,6 +5,7 @@
 #include <limits>
 #include <new>
 #include <string>
+#include <utility>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -69,6 +70,8 @@ std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader&
   Trial& trial = workbench.trial;
   const double step = trial.Rate != 0.0 ? 1 / trial.Rate : 0.0;
   std::string line;
+  std::size_t lengthBefore = 0;  // of the line before the last one read
+  std::size_t length = 0;
   std::int32_t count = 0;
   while (count < samples && ReadTextLine(reader, line)) {
     if (count == trial.NData) {
@@ -79,6 +82,7 @@ std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader&
     for (int c = 1; c <= trial.NChan; ++c) {
       frame[c] = FieldNumber32(Field(line, static_cast<std::size_t>(c)));
     }
+    lengthBefore = std::exchange(length, line.size());
     ++count;
     if (count % kSamplesPerTurn == 0) {
       panel.SetValue(count);
@@ -86,6 +90,10 @@ std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader&
         break;
       }
     }
+  }
+  if (count > 0 && count < samples && !workbench.CancelRequested) {
+    AddNotice(workbench, "The file ends after " + FormatCount(count) + " of " + FormatCount(samples) +
+                             (length < lengthBefore ? " samples, and within the last one." : " samples."));
   }
   return count;
 }

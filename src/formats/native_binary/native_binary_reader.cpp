@@ -17,6 +17,12 @@ namespace velmora {
 namespace {
 
 constexpr std::int16_t kBinaryFileType = 253;
+constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
+
+// Samples of a file that ends early are zeros, up to these many or three for each one that is there. A
+// header that announces more is not believed: the trial takes what the file can be said to hold.
+constexpr std::int64_t kMostZeros = std::int64_t{64} << 20;
+constexpr std::int64_t kZerosForEachSample = 3;
 
 struct Headers {
   NativeRecords records;
@@ -101,6 +107,55 @@ void ReportHeaderError(Workbench& workbench, ProgressPanel& panel) {
                           .icon = Icon::Exclamation});
 }
 
+/// What the header announces, and how much of it the file holds.
+struct Extent {
+  std::int64_t samples = 0;  // of each row
+  std::int64_t rows = 0;
+  std::int64_t held = 0;  // samples of all rows
+
+  [[nodiscard]] bool Complete() const { return held >= rows * samples; }
+  [[nodiscard]] bool Believable() const {
+    return rows * samples - held <= std::max(kMostZeros, kZerosForEachSample * held);
+  }
+};
+
+// Leaves out the channels of which there is no sample. When that is all of them, the trial is as long as
+// there are times for it.
+void CutToFile(Trial& trial, const Extent& extent) {
+  const std::int64_t rows = (extent.held + extent.samples - 1) / extent.samples;
+  if (rows > 1) {
+    trial.NChan = static_cast<std::int16_t>(rows - 1);
+    return;
+  }
+  trial.NData = static_cast<std::int32_t>(std::min(extent.held, kMostZeros / extent.rows));
+  trial.Duration = trial.Rate > 0 ? trial.NData / trial.Rate : 0.0;
+  if (trial.NData == 0) {
+    throw FileError("the file holds no sample of those that it announces");
+  }
+}
+
+std::string RowName(std::int64_t row) {
+  return row == 0 ? "the times" : "channel " + ChannelNumber(static_cast<int>(row));
+}
+
+std::string EndsEarly(const Trial& trial, const Extent& extent) {
+  std::string text = "The file ends after " + FormatCount(extent.held % extent.samples) + " of " +
+                     FormatCount(extent.samples) + " samples of " + RowName(extent.held / extent.samples);
+  if (trial.NData < extent.samples) {
+    return text + "; no channel has a sample, and " + FormatCount(trial.NData) + " of each are 0.";
+  }
+  if (trial.NChan + 1 < extent.rows) {
+    return text + "; the rest of it is 0, and " + std::to_string(extent.rows - 1 - trial.NChan) +
+           " channels without a sample are left out.";
+  }
+  return text + "; the rest is 0.";
+}
+
+std::string CouldNotRead(const NativeSamplesRead::Loss& lost) {
+  return FormatCount(lost.samples) + " samples could not be read, the first is sample " +
+         FormatCount(lost.sample) + " of " + RowName(lost.row) + " (\"" + lost.why + "\"); they are 0.";
+}
+
 void ReportCancel(Workbench& workbench, ProgressPanel& panel, int lastRow) {
   Trial& trial = workbench.trial;
   panel.SetFormat("Reading cancelled by user");
@@ -134,8 +189,22 @@ void ReadOpened(Workbench& workbench, ProgressPanel& panel, const InputFile& fil
   panel.SetStatus("Header read.");
   panel.SetLimits(0, trial.NChan + 2);
   panel.SetStatus("Reading " + std::to_string(trial.NData) + " x " + std::to_string(trial.NChan) + " data");
-  if (const std::optional<int> lastRow = ReadNativeSamples(trial, panel, file, headers.samplesAt)) {
-    ReportCancel(workbench, panel, *lastRow);
+  const Extent extent{.samples = trial.NData,
+                      .rows = trial.NChan + 1,
+                      .held = std::max<std::int64_t>(file.Size() - headers.samplesAt, 0) / kFloat};
+  if (!extent.Believable()) {
+    CutToFile(trial, extent);
+  }
+  const NativeSamplesRead read =
+      ReadNativeSamples(trial, panel, file, {.offset = headers.samplesAt, .samples = extent.samples});
+  if (!extent.Complete()) {
+    AddNotice(workbench, EndsEarly(trial, extent));
+  }
+  if (read.lost) {
+    AddNotice(workbench, CouldNotRead(*read.lost));
+  }
+  if (read.cancelledAfter) {
+    ReportCancel(workbench, panel, *read.cancelledAfter);
   } else {
     panel.SetStatus(std::to_string(trial.NData) + " samples/channel");
   }

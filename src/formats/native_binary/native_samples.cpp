@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "core/trial/transpose.hpp"
@@ -19,13 +20,15 @@ constexpr std::int64_t kAheadSamples = 32 * kPieceSamples;
 constexpr int kFewestBundleRows = 16;
 constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
 
+using Loss = NativeSamplesRead::Loss;
+
 struct Source {
   const InputFile& file;
-  std::int64_t offset;   // of row 0
-  std::int64_t samples;  // in each row
+  NativeRows rows;
+  std::int64_t samples;  // wanted of each row
 
   [[nodiscard]] std::int64_t At(int row, std::int64_t sample) const {
-    return offset + (row * samples + sample) * kFloat;
+    return rows.offset + (row * rows.samples + sample) * kFloat;
   }
 };
 
@@ -47,19 +50,39 @@ void Prefetch(const Source& source, Bundle bundle, std::int64_t sample) {
   }
 }
 
-// One row's piece; what the file does not hold, or the disk does not give, is 0.
-void ReadPiece(const Source& source, int row, std::int64_t sample, std::int64_t count, float* piece) {
-  std::size_t got = 0;
-  try {
-    got = source.file.ReadAt(source.At(row, sample), piece, static_cast<std::size_t>(count * kFloat));
-  } catch (const FileError&) {
-    got = 0;
+void Add(std::optional<Loss>& lost, const Loss& more) {
+  if (!lost) {
+    lost = more;
+    return;
   }
-  std::fill(piece + got / sizeof(float), piece + count, 0.0F);
+  const std::int64_t samples = lost->samples + more.samples;
+  if (std::tie(more.row, more.sample) < std::tie(lost->row, lost->sample)) {
+    lost = more;
+  }
+  lost->samples = samples;
+}
+
+// One row's piece; what the file does not hold, or the disk does not give, is 0.
+void ReadPiece(const Source& source, int row, std::int64_t sample, std::int64_t count, float* piece,
+               std::optional<Loss>& lost) {
+  const std::int64_t at = source.At(row, sample);
+  const std::int64_t there = std::clamp<std::int64_t>((source.file.Size() - at) / kFloat, 0, count);
+  std::int64_t got = 0;
+  std::string why = "the file became shorter";
+  try {
+    got = static_cast<std::int64_t>(source.file.ReadAt(at, piece, static_cast<std::size_t>(count * kFloat))) /
+          kFloat;
+  } catch (const FileError& error) {
+    why = error.what();
+  }
+  std::fill(piece + got, piece + count, 0.0F);
+  if (got < there) {
+    Add(lost, {.row = row, .sample = sample + got + 1, .samples = there - got, .why = why});
+  }
 }
 
 void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle bundle,
-                std::vector<float>& pieces) {
+                std::vector<float>& pieces, std::optional<Loss>& lost) {
   Prefetch(source, bundle, 0);
   for (std::int64_t sample = 0; sample < source.samples; sample += kPieceSamples) {
     if (source.At(bundle.first, sample) >= source.file.Size()) {
@@ -73,7 +96,7 @@ void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle
     }
     const std::int64_t count = std::min(kPieceSamples, source.samples - sample);
     for (int row = bundle.first; row <= bundle.last; ++row) {
-      ReadPiece(source, row, sample, count, pieces.data() + (row - bundle.first) * kPieceStride);
+      ReadPiece(source, row, sample, count, pieces.data() + (row - bundle.first) * kPieceStride, lost);
     }
     RowsToFrames(pieces.data(), kPieceStride, bundle.last - bundle.first + 1, count,
                  trial.matrix.Frame(sample + 1) + bundle.first, trial.matrix.Stride());
@@ -91,10 +114,11 @@ void ShowRow(ProgressPanel& panel, int row, int channels) {
 
 }  // namespace
 
-std::optional<int> ReadNativeSamples(Trial& trial, ProgressPanel& panel, const InputFile& file,
-                                     std::int64_t offset, std::int64_t bundleBytes) {
+NativeSamplesRead ReadNativeSamples(Trial& trial, ProgressPanel& panel, const InputFile& file,
+                                    NativeRows rows, std::int64_t bundleBytes) {
   const int channels = trial.NChan;
-  const Source source{file, offset, trial.NData};
+  const Source source{file, rows, trial.NData};
+  NativeSamplesRead read;
   const bool complete = source.At(channels + 1, 0) <= file.Size();
   trial.AllocateData(channels, source.samples,
                      complete ? SampleMatrix::Fill::None : SampleMatrix::Fill::Zero);
@@ -102,16 +126,17 @@ std::optional<int> ReadNativeSamples(Trial& trial, ProgressPanel& panel, const I
   std::vector<float> pieces(static_cast<std::size_t>(step * kPieceStride));
   for (int first = 0; first <= channels; first += step) {
     const Bundle bundle{first, std::min(first + step - 1, channels)};
-    ReadBundle(trial, panel, source, bundle, pieces);
+    ReadBundle(trial, panel, source, bundle, pieces, read.lost);
     for (int row = bundle.first; row <= bundle.last; ++row) {
       ShowRow(panel, row, channels);
       if (panel.GiveTurn()) {
-        return row;
+        read.cancelledAfter = row;
+        return read;
       }
       panel.SetValue(row + 2);
     }
   }
-  return std::nullopt;
+  return read;
 }
 
 }  // namespace velmora

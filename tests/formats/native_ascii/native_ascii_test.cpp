@@ -85,6 +85,10 @@ TEST_F(NativeAscii, TheHeaderAndTheEndOfTheFileLimitTheSamples) {
   Load(Replaced(kByHand, "0         3\r\n", "0      9999\r\n"));
   EXPECT_EQ(trial.NData, 4);
   EXPECT_EQ(trial.Channel(1).size(), 4);
+  EXPECT_EQ(trial.Notices, (Texts{"The file ends after 4 of 10,000 samples."}));
+  EXPECT_EQ(workbench.report.warnings, trial.Notices);
+  Load(Replaced(kByHand.substr(0, kByHand.size() - 25), "0         3\r\n", "0      9999\r\n"));
+  EXPECT_EQ(trial.Notices, (Texts{"The file ends after 4 of 10,000 samples, and within the last one."}));
   Load(Replaced(kByHand, "0         3\r\n", "0    3000000\r\n"));
   EXPECT_EQ(trial.LastSample, 3000000) << "a number too wide for its field";
   EXPECT_EQ(trial.NData, 4);

@@ -71,10 +71,6 @@ TEST_F(NativeBinary, BadFilesEndInTheirMessage) {
   std::string bytes = good;
   Put<std::int32_t>(bytes, 182, -5);
   refused(bytes, {"File read error"});
-  bytes = good;
-  Put<std::int16_t>(bytes, 180, 64);
-  Put<std::int32_t>(bytes, 182, std::numeric_limits<std::int32_t>::max());
-  refused(bytes, {"File read error"});
 
   LoadPath(directory.Path("missing.vmb"));
   EXPECT_EQ(questions.boxes[0].text,
@@ -94,8 +90,57 @@ TEST_F(NativeBinary, SamplesThatAreMissingAreZero) {
   EXPECT_EQ(trial.Data(4201, 1), 0.0F);
   EXPECT_EQ(trial.Data(5000, 2), 0.0F);
   EXPECT_TRUE(questions.boxes.empty());
+  EXPECT_EQ(trial.Notices,
+            (Texts{"The file ends after 4,200 of 5,000 samples of channel 00; the rest is 0."}));
+  EXPECT_EQ(workbench.report.warnings, trial.Notices) << "a warning of the step";
   Load(good.substr(0, kSamplesAt));
   EXPECT_EQ(trial.Data(5000, 0), 0.0F) << "and not what the last trial had there";
+  EXPECT_EQ(trial.Notices, (Texts{"The file ends after 0 of 5,000 samples of the times; the rest is 0."}));
+  Load(good);
+  EXPECT_TRUE(trial.Notices.empty());
+}
+
+TEST_F(NativeBinary, AHeaderThatAnnouncesTheMoonTakesTheMemoryOfItsFile) {
+  constexpr std::int32_t kMoon = 30000000;  // x 65 x 4 bytes are 7.8 GB
+  std::string bytes = FileByHand(2, 150);  // 450 floats
+  Put<std::int16_t>(bytes, 180, 64);
+  Put<std::int32_t>(bytes, 182, kMoon);
+  Load(bytes);
+  EXPECT_EQ(trial.NChan, 64);
+  EXPECT_EQ(trial.NData, 450);
+  EXPECT_EQ(trial.Duration, 9.0);
+  EXPECT_EQ(trial.Data(150, 0), 149.0F / 50.0F);
+  EXPECT_EQ(trial.Data(450, 1), 0.0F) << "those floats lie where the file has its times";
+  EXPECT_EQ(trial.Notices,
+            (Texts{"The file ends after 450 of 30,000,000 samples of the times; no channel has "
+                   "a sample, and 450 of each are 0."}));
+  Load(bytes.substr(0, kSamplesAt));
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_EQ(BoxTitles(), (Texts{"File read error"}));
+
+  // A sparse file: times and one channel and a half are there, 360 MB of them.
+  const std::string path = directory.Path("sparse.vmb");
+  WriteFile(path, bytes.substr(0, kSamplesAt));
+  std::filesystem::resize_file(path, kSamplesAt + std::uintmax_t{4} * kMoon * 5 / 2);
+  LoadPath(path);
+  EXPECT_EQ(trial.NChan, 2);
+  EXPECT_EQ(trial.NData, kMoon);
+  EXPECT_EQ(trial.Notices,
+            (Texts{"The file ends after 15,000,000 of 30,000,000 samples of channel 01; the rest "
+                   "of it is 0, and 62 channels without a sample are left out."}));
+}
+
+TEST_F(NativeBinary, AFileThatIsCutWhileItIsReadIsTold) {
+  questions.onProgress = [this](ProgressPanel& panel) {
+    if (panel.Status() == "Reading 5000 x 2 data") {
+      std::filesystem::resize_file(directory.Path("trial.vmb"), kSamplesAt + 4 * (5000 + 4200));
+    }
+  };
+  Load(FileByHand(2, 5000));
+  EXPECT_EQ(trial.Data(4200, 1), 5200.0F);
+  EXPECT_EQ(trial.Data(4201, 1), 0.0F);
+  EXPECT_EQ(trial.Notices, (Texts{"5,800 samples could not be read, the first is sample 4,201 of channel 00 "
+                                  "(\"the file became shorter\"); they are 0."}));
 }
 
 TEST_F(NativeBinary, OddNumbersAreJustNumbers) {
@@ -153,14 +198,15 @@ struct NativeBundles : NativeBinary {
   static constexpr int kRows = 41;
   static constexpr int kSamples = 5000;
 
-  std::optional<int> Read() {
+  std::optional<int> CancelledAfter() {
     const std::string path = directory.Path("bundles.vmb");
     WriteFile(path, FileByHand(kRows - 1, kSamples));
     trial.NChan = kRows - 1;
     trial.NData = kSamples;
     const InputFile file(path);
     ProgressPanel panel(workbench);
-    return ReadNativeSamples(trial, panel, file, kSamplesAt, 1);
+    return ReadNativeSamples(trial, panel, file, {.offset = kSamplesAt, .samples = kSamples}, 1)
+        .cancelledAfter;
   }
   void ExpectRowsTo(int last) {
     for (int c = 1; c <= last; ++c) {
@@ -172,13 +218,13 @@ struct NativeBundles : NativeBinary {
 };
 
 TEST_F(NativeBundles, MeetInOneMatrix) {
-  EXPECT_EQ(Read(), std::nullopt);
+  EXPECT_EQ(CancelledAfter(), std::nullopt);
   ExpectRowsTo(kRows - 1);
 }
 
 TEST_F(NativeBundles, CancelCountsAtTheEndOfTheRowInWork) {
   questions.CancelAt("Reading channel 20 of 40.");
-  EXPECT_EQ(Read(), 20);
+  EXPECT_EQ(CancelledAfter(), 20);
   ExpectRowsTo(20);
 
   // Pressed when row 31 is done, which the last turn for it has passed: row 32 opens a bundle.
@@ -187,7 +233,7 @@ TEST_F(NativeBundles, CancelCountsAtTheEndOfTheRowInWork) {
       panel.PressCancel();
     }
   };
-  EXPECT_EQ(Read(), 32);
+  EXPECT_EQ(CancelledAfter(), 32);
   ExpectRowsTo(32);
 }
 
