@@ -118,7 +118,7 @@ void SaveCursors(Workbench& workbench, SingleView& view) {
   try {
     OutputFile file(workbench.OutputFileName);
     file.Write(CursorFileText(workbench, view));
-    file.Commit();
+    CommitSave(workbench, file);
   } catch (const FileError& error) {
     ShowFailure(workbench, {.text = error.what(), .icon = Icon::Exclamation});
   }

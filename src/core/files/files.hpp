@@ -40,7 +40,8 @@ class InputFile {
 };
 
 /// Writes beside the target and puts the result in its place in one step: until Commit, and when
-/// anything fails, the old file is as it was. The new file takes the old one's permissions.
+/// anything fails, the old file is as it was. The new file takes the old one's owner, group, permissions,
+/// access list and extended attributes; behind a symbolic link, what it points to is written.
 class OutputFile {
  public:
   enum class Mode {
@@ -65,11 +66,17 @@ class OutputFile {
   /// Everything is on the disk under its own name when this returns. Throws FileError.
   void Commit();
 
+  /// What of the old file this user may not give the new one, in words: "owner and group". Mostly empty.
+  [[nodiscard]] const std::string& NotKept() const { return notKept_; }
+
  private:
+  void Open(unsigned mode);
   void CopyTail();
   void GiveName();
 
   std::string target_;
+  std::string directory_;
+  std::string notKept_;
   std::string temporary_;  // empty while the file has no name
   Mode mode_;
   int descriptor_ = -1;

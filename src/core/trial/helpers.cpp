@@ -146,7 +146,18 @@ void LeftOut(Workbench& workbench, int channel, std::string why) {
 
 void AddNotice(Workbench& workbench, std::string text) {
   workbench.report.warnings.push_back(text);
-  workbench.trial.Notices.push_back(std::move(text));
+  std::vector<std::string>& notices = workbench.trial.Notices;
+  if (std::find(notices.begin(), notices.end(), text) == notices.end()) {
+    notices.push_back(std::move(text));
+  }
+}
+
+void CommitSave(Workbench& workbench, OutputFile& file) {
+  file.Commit();
+  if (!file.NotKept().empty()) {
+    AddNotice(workbench, FileNamePart(workbench.OutputFileName) + " was saved, but its " + file.NotKept() +
+                             " could not be kept.");
+  }
 }
 
 void ShowSaveFailure(Workbench& workbench, std::string_view reason) {

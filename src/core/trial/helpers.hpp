@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/files/files.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora {
@@ -67,6 +68,7 @@ bool PickNames(Workbench& workbench, std::string_view prompt, PerChannel<Text>& 
   std::copy(names.begin(), names.end(), chooser.ChooserNames.begin());
   chooser.ChooserPrompt = prompt;
   chooser.ChooserNamesMode = true;
+  chooser.ChooserNameLength = Text::kLength;
   const bool accepted = ChannelPicker(workbench).Show();
   if (accepted) {
     std::copy(chooser.ChooserNames.begin() + 1, chooser.ChooserNames.end(), names.begin() + 1);
@@ -87,8 +89,12 @@ void Did(Workbench& workbench, std::string what, std::span<const int> channels =
 void LeftOut(Workbench& workbench, int channel, std::string why);
 
 /// A remark on the trial that needs no answer: it stays with the trial until the next load and is a
-/// warning of the step.
+/// warning of the step. The trial keeps the same remark once.
 void AddNotice(Workbench& workbench, std::string text);
+
+/// Commits a file saved for the trial, OutputFileName. A notice tells what of an old file's owner, group and
+/// permissions could not be kept. Throws FileError.
+void CommitSave(Workbench& workbench, OutputFile& file);
 
 /// The failure of every save: OutputFileName could not be written, for the system's reason given.
 void ShowSaveFailure(Workbench& workbench, std::string_view reason);

@@ -111,7 +111,7 @@ void WriteDelimited(Workbench& workbench, ProgressPanel& panel, const Delimited&
   }
   const auto writeSamples = format.allDigits ? WriteSamples<true> : WriteSamples<false>;
   writeSamples(trial, panel, file, format.separator, firstRow);
-  file.Commit();
+  CommitSave(workbench, file);
   MarkChanged(workbench, false);
 }
 
