@@ -1,6 +1,7 @@
 #include <bit>
 #include <random>
 
+#include "formats/fixed_names.hpp"
 #include "support/command_test.hpp"
 #include "support/temporary_directory.hpp"
 
@@ -57,6 +58,32 @@ TEST_F(RoundTrip, NativeBinaryKeepsEveryBitAndTheNames) {
   SaveAndLoad("save.vmb", "trial.vmb");
   ExpectEveryBit();
   ExpectNames();
+}
+
+TEST_F(RoundTrip, WhatASaveLosesOfNamesIsTold) {
+  trial.ChanLabel[1] = "Vastus lateralis";
+  trial.ChanLabel[2] = "Kąt łokcia";
+  trial.ChanUnits[2] = "°/s";
+  const std::string cut = "Cut in the saved file: \"Vastus lat\" for \"Vastus lateralis\".";
+  const std::string lacking = "Saved as \"?\", since the format lacks them: ą, ł.";
+  for (const char* format : {"vmb", "vma", "vmu"}) {
+    trial.Notices.clear();
+    workbench.report = {};
+    const std::string name = std::string("trial.") + format;
+    SaveAs(name, (std::string("save.") + format).c_str());
+    SaveAs(name, (std::string("save.") + format).c_str());  // the same again is not told twice
+    EXPECT_EQ(trial.Notices, name == "trial.vmu" ? Texts{lacking} : (Texts{cut, lacking})) << format;
+    EXPECT_GE(workbench.report.warnings.size(), trial.Notices.size());
+  }
+  LoadPath(directory.Path("trial.vmb"));
+  EXPECT_EQ(trial.ChanLabel[1], "Vastus lat");
+  EXPECT_EQ(trial.ChanLabel[2], "K?t ?okcia");
+
+  EXPECT_EQ(NameRemark("Knee", Label::kLength), "");
+  EXPECT_EQ(NameRemark("Vastus lateralis", Label::kLength),
+            ".vmb and .vma files keep 10 characters: \"Vastus lat\"");
+  EXPECT_EQ(NameRemark("newton metres", Units::kLength), "There is room for 10 characters: \"newton met\"");
+  EXPECT_EQ(NameRemark("Kąt", Label::kLength), ".vmb, .vma and .vmu files lack ą and hold \"?\" instead");
 }
 
 TEST_F(RoundTrip, DelimitedTextKeepsEveryBitAndTheNames) {

@@ -178,6 +178,45 @@ TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
   Choose("Close selected file");
 }
 
+TEST_F(Story, TellsWhatAFileLacksAndWhatASaveWillLose) {
+  fs::resize_file(Path("walk.vmb"), fs::file_size(Path("walk.vmb")) - 10000);
+  OpenWalkAsExpert();
+  auto* notice = Find<QLabel>("notice");
+  EXPECT_TRUE(notice->isVisible());
+  EXPECT_TRUE(notice->text().startsWith("The file ends after 3,501 of 6,001 samples of channel "));
+  const int width = window_->minimumSizeHint().width();
+  Shown().Notices.emplace_back(500, 'x');
+  window_->resize(window_->size() + QSize(1, 0));
+  EXPECT_EQ(window_->minimumSizeHint().width(), width) << "a long notice makes no wide window";
+
+  // What the editor of the first channel's cell tells while this is typed; it is left with Escape.
+  const auto type = [](QAbstractItemView* table, int column, const char* text) {
+    const QModelIndex cell = table->model()->index(0, column);
+    table->setCurrentIndex(cell);
+    table->edit(cell);
+    const QList<QLineEdit*> lines = table->viewport()->findChildren<QLineEdit*>();
+    QLineEdit* editor = lines.isEmpty() ? nullptr : lines.back();  // those before it were left
+    if (editor == nullptr || !QTest::qWaitFor([editor] { return editor->isVisible(); })) {
+      throw std::runtime_error("the cell cannot be edited");
+    }
+    QTest::keyClicks(editor, QString::fromUtf8(text));
+    const QString told = QToolTip::text();
+    QTest::keyClick(editor, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    return told.toStdString();
+  };
+  auto* channels = Find<ui::ChannelTableView>("channels");
+  const std::string cut = ".vmb and .vma files keep 10 characters: \"Vastus lat\"";
+  EXPECT_EQ(type(channels, 2, "Vastus lateralis"), cut);
+  EXPECT_EQ(type(channels, 3, "newton metres"), "There is room for 10 characters: \"newton met\"");
+  person_.When("frmChoose", [&](QWidget* dialog) {
+    EXPECT_TRUE(QTest::qWaitFor([dialog] { return dialog->isActiveWindow(); })) << "which hides tips";
+    EXPECT_EQ(type(dialog->findChild<ui::ChannelTableView*>(), 5, "Vastus lateralis"), cut);
+    Person::Press(dialog, "Cancel");
+  });
+  Choose("Labels");
+}
+
 TEST_F(Story, GoesBackToAnEarlierStep) {
   OpenWalkAsExpert();
   const float before = Shown().Data(100, 1);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,6 +21,7 @@ struct ChooserState {
   bool ChooserNamesMode = false;
   bool ChooserExitMode = false;
   bool ChooserIntegerValues = false;
+  std::size_t ChooserNameLength = Label::kLength;  // characters that are kept of a name
 
   ChannelFlags ChanSelected{};
   std::int16_t ChooserCount = 0;
@@ -58,6 +60,7 @@ class ChannelPicker {
   [[nodiscard]] bool SelectsOne() const;
   [[nodiscard]] bool HasValues() const;
   [[nodiscard]] bool HasNames() const;
+  [[nodiscard]] std::size_t NameLength() const { return state_.ChooserNameLength; }
   [[nodiscard]] bool OffersEights() const;
   [[nodiscard]] bool OffersNextPage() const;
   [[nodiscard]] bool IsSelected(int channel) const;

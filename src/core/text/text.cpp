@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 
 namespace velmora {
 namespace {
@@ -54,13 +55,13 @@ char32_t NextPoint(std::string_view text, std::size_t& at) {
   return point;
 }
 
-char Windows1252Byte(char32_t point) {
+std::optional<char> Windows1252Byte(char32_t point) {
   if (const auto* it = std::find(kHighControls.begin(), kHighControls.end(), point);
       it != kHighControls.end()) {
     return static_cast<char>(0x80 + (it - kHighControls.begin()));
   }
   const bool same = point < 0x80 || (point >= 0xA0 && point <= 0xFF);
-  return same ? static_cast<char>(static_cast<unsigned char>(point)) : '?';
+  return same ? std::optional(static_cast<char>(static_cast<unsigned char>(point))) : std::nullopt;
 }
 
 char UpperOf(char c) {
@@ -152,9 +153,23 @@ std::string FromWindows1252(std::string_view bytes) {
 std::string ToWindows1252(std::string_view text) {
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
-    out += Windows1252Byte(NextPoint(text, at));
+    out += Windows1252Byte(NextPoint(text, at)).value_or('?');
   }
   return out;
+}
+
+std::vector<std::string> OutsideWindows1252(std::string_view text) {
+  std::vector<std::string> characters;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t start = at;
+    if (!Windows1252Byte(NextPoint(text, at))) {
+      std::string character(text.substr(start, at - start));
+      if (std::find(characters.begin(), characters.end(), character) == characters.end()) {
+        characters.push_back(std::move(character));
+      }
+    }
+  }
+  return characters;
 }
 
 }  // namespace velmora

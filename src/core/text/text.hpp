@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmora {
 
@@ -41,5 +42,8 @@ std::string FromWindows1252(std::string_view bytes);
 
 /// Characters outside the code page become "?".
 std::string ToWindows1252(std::string_view text);
+
+/// Those characters, each once.
+std::vector<std::string> OutsideWindows1252(std::string_view text);
 
 }  // namespace velmora

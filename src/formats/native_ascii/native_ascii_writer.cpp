@@ -8,6 +8,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "formats/fixed_names.hpp"
 #include "formats/native_ascii/native_ascii_layout.hpp"
 #include "formats/text_block.hpp"
 
@@ -116,7 +117,13 @@ void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
   OutputFile file(workbench.OutputFileName);
   file.Write(Header(workbench, channels, lastSample));
   WriteSamples(trial, panel, file, channels);
-  file.Commit();
+  CommitSave(workbench, file);
+  SavedNames names;
+  names.Add(trial.TrialTitle);
+  for (int c = 1; c <= channels; ++c) {
+    names.Add(trial.ChanLabel[c].Text(), kFieldWidth);
+  }
+  names.Tell(workbench);
   if (channels < trial.NChan) {
     trial.CutChannels(channels);
     ShowFirstChannelPage(workbench);

@@ -11,6 +11,7 @@
 #include "core/trial/helpers.hpp"
 #include "core/trial/transpose.hpp"
 #include "core/version.hpp"
+#include "formats/fixed_names.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
 
 namespace velmora {
@@ -117,7 +118,18 @@ void WriteFile(Workbench& workbench, ProgressPanel& panel, OutputFile& file, Sam
       IdentificationLine() + records.TrialRecord + records.FILMINFO + records.SETUPINFO + records.EXPTINFO;
   file.Write(headers);
   WriteSamples(trial, panel, file, static_cast<std::int64_t>(headers.size()), range);
-  file.Commit();
+  CommitSave(workbench, file);
+}
+
+void TellLostNames(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  SavedNames names;
+  names.Add(Trim(trial.TrialTitle), native::kTitleBytes);
+  for (int c = 0; c <= trial.NChan; ++c) {
+    names.Add(trial.ChanLabel[c].Text(), native::kNameBytes);
+    names.Add(trial.ChanUnits[c].Text(), native::kNameBytes);
+  }
+  names.Tell(workbench);
 }
 
 }  // namespace
@@ -133,6 +145,7 @@ void WriteNativeBinary(Workbench& workbench, ProgressPanel& panel) {
   const SampleRange range = AskCursorRange(workbench);
   CheckRange(workbench.trial, range);
   WriteFile(workbench, panel, file, range);
+  TellLostNames(workbench);
   MarkChanged(workbench, false);
   if (workbench.UserLevel == UserLevelKind::Novice) {
     workbench.questions.AskBox(

@@ -6,6 +6,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "formats/fixed_names.hpp"
 #include "formats/units_file/units_file_layout.hpp"
 
 namespace velmora {
@@ -44,7 +45,13 @@ void WriteUnitsFile(Workbench& workbench, ProgressPanel& /*panel*/) {
   }
   OutputFile file(workbench.OutputFileName);
   file.Write(ToWindows1252(Contents(workbench)));
-  file.Commit();
+  CommitSave(workbench, file);
+  SavedNames names;
+  for (int c = 0; c <= workbench.trial.NChan; ++c) {
+    names.Add(workbench.trial.ChanLabel[c].Text());
+    names.Add(workbench.trial.ChanUnits[c].Text());
+  }
+  names.Tell(workbench);
 }
 
 }  // namespace velmora

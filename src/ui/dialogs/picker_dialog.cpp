@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "core/text/text.hpp"
+#include "formats/fixed_names.hpp"
 #include "ui/desktop.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
@@ -81,6 +82,11 @@ std::vector<ChannelColumn> PickerDialog::Columns() {
       }
       picker_.HasNames() ? picker_.SetName(channel, ToStd(typed)) : picker_.SetValue(channel, ToStd(typed));
     };
+    if (picker_.HasNames()) {
+      value.remark = [this](const QString& typed) {
+        return ToQt(NameRemark(ToStd(typed), picker_.NameLength()));
+      };
+    }
     columns.push_back(value);
   }
   return columns;

@@ -19,6 +19,8 @@ struct ChannelColumn {
   /// Empty: the column is only shown. May say no by throwing std::invalid_argument.
   std::function<void(int channel, const QString& typed)> edit;
   std::function<void(int channel, bool on)> check;
+  /// What the editor says of a text while it is typed; empty: nothing.
+  std::function<QString(const QString& typed)> remark;
   QString tip;
 };
 

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <map>
 
 #include "ui/trial/channel_drawing.hpp"
@@ -18,6 +19,16 @@ namespace {
 using Kind = ChannelColumn::Kind;
 
 constexpr int kSwatch = 13;  // pixels
+
+// Right under the cell, where the eyes are.
+void RemarkWhileTyping(QLineEdit* editor, const ChannelColumn& column) {
+  if (editor == nullptr || !column.remark) {
+    return;
+  }
+  QObject::connect(editor, &QLineEdit::textEdited, editor, [editor, &column](const QString& typed) {
+    QToolTip::showText(editor->mapToGlobal(QPoint(0, editor->height() / 2)), column.remark(typed), editor);
+  });
+}
 
 /// Paints what is no text.
 class ChannelDelegate : public QStyledItemDelegate {
@@ -55,7 +66,9 @@ class ChannelDelegate : public QStyledItemDelegate {
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override {
     if (KindOf(index) != Kind::Colour) {
-      return QStyledItemDelegate::createEditor(parent, option, index);
+      QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+      RemarkWhileTyping(qobject_cast<QLineEdit*>(editor), ColumnOf(index));
+      return editor;
     }
     auto* list = new QComboBox(parent);
     list->setIconSize({kSwatch, kSwatch});
@@ -87,9 +100,10 @@ class ChannelDelegate : public QStyledItemDelegate {
   }
 
  private:
-  static Kind KindOf(const QModelIndex& index) {
-    return static_cast<const ChannelTableModel*>(index.model())->Column(index.column()).kind;
+  static const ChannelColumn& ColumnOf(const QModelIndex& index) {
+    return static_cast<const ChannelTableModel*>(index.model())->Column(index.column());
   }
+  static Kind KindOf(const QModelIndex& index) { return ColumnOf(index).kind; }
 
   // A round button instead of a box: one of all channels.
   void PaintChoice(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -9,6 +9,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/abscissa.hpp"
+#include "formats/fixed_names.hpp"
 #include "import/reader_table.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
@@ -93,6 +94,12 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
   layout->addWidget(facts_);
   header_ = QuietLabel();
   layout->addWidget(header_);
+  notice_ = new QLabel;
+  notice_->setObjectName(QStringLiteral("notice"));
+  notice_->setTextFormat(Qt::PlainText);
+  notice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  SetTone(notice_, Tone::Warning);
+  layout->addWidget(notice_);
   layout->addSpacing(8);
   model_ = new ChannelTableModel(workbench, Columns(), this);
   table_ = new ChannelTableView(workbench, &traces, model_, this);
@@ -113,8 +120,10 @@ std::vector<ChannelColumn> TrialPanel::Columns() {
   trace.tip = tr("A double click shows the channel in a window of its own");
   ChannelColumn label = LabelColumn(workbench_);
   label.edit = [this](int channel, const QString& typed) { Q_EMIT LabelTyped(channel, typed); };
+  label.remark = [](const QString& typed) { return ToQt(NameRemark(ToStd(typed), Label::kLength)); };
   ChannelColumn units = UnitsColumn(workbench_);
   units.edit = [this](int channel, const QString& typed) { Q_EMIT UnitsTyped(channel, typed); };
+  units.remark = [](const QString& typed) { return ToQt(NameRemark(ToStd(typed), Units::kLength)); };
   const auto number = [this](const QString& head, double (*of)(const ChannelTraces&, int)) {
     return ChannelColumn{.head = head, .kind = ChannelColumn::Kind::Number, .text = [this, of](int channel) {
                            const bool there = traces_.Has(channel) && !traces_.Whole(channel).Empty();
@@ -155,6 +164,7 @@ void TrialPanel::Refresh(const QString& file) {
       header_->fontMetrics().elidedText(experiment.join(QStringLiteral("   ·   ")), Qt::ElideRight, 800));
   header_->setToolTip(lines.join('\n'));
   header_->setVisible(!experiment.isEmpty());
+  FitNotice();
   ShowMarks();
   model_->Refresh();
   for (int k = 1; k + 1 < model_->columnCount({}); ++k) {
@@ -162,6 +172,19 @@ void TrialPanel::Refresh(const QString& file) {
     table_->horizontalHeader()->resizeSection(k, table_->horizontalHeader()->sectionSize(k) + 8);
   }
   FitRows();
+}
+
+// One line; the whole of it, a line each, under the mouse.
+void TrialPanel::FitNotice() {
+  QStringList notices;
+  for (const std::string& notice : workbench_.trial.Notices) {
+    notices << ToQt(notice);
+  }
+  const QMargins margins = layout()->contentsMargins();
+  notice_->setText(notice_->fontMetrics().elidedText(notices.join(QStringLiteral("   ·   ")), Qt::ElideRight,
+                                                     width() - margins.left() - margins.right()));
+  notice_->setToolTip(notices.join('\n'));
+  notice_->setVisible(!notices.isEmpty());
 }
 
 void TrialPanel::AddMark(const QString& text, bool warns) {
@@ -202,6 +225,7 @@ void TrialPanel::FitRows() {
 
 void TrialPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
+  FitNotice();
   FitRows();
 }
 

@@ -10,8 +10,8 @@ class QLabel;
 
 namespace velmora::ui {
 
-/// The trial: its title, what is known of it in one line, marks for what is unusual about it, and a
-/// table of its channels.
+/// The trial: its title, what is known of it in one line, what its file lacks, marks for what is
+/// unusual about it, and a table of its channels.
 class TrialPanel : public QWidget {
   Q_OBJECT
 
@@ -34,6 +34,7 @@ class TrialPanel : public QWidget {
  private:
   [[nodiscard]] std::vector<ChannelColumn> Columns();
   void AddMark(const QString& text, bool warns);
+  void FitNotice();
   void ShowMarks();
   void FitRows();
 
@@ -42,6 +43,7 @@ class TrialPanel : public QWidget {
   QLabel* title_;
   QLabel* facts_;
   QLabel* header_;
+  QLabel* notice_;
   QBoxLayout* marks_;
   ChannelTableModel* model_;
   ChannelTableView* table_;
