@@ -43,7 +43,9 @@ bool CopyAttribute(const std::string& path, const std::string& name, int to) {
 std::string Listed(const std::vector<std::string_view>& things) {
   std::string text;
   for (std::size_t k = 0; k < things.size(); ++k) {
-    text += k == 0 ? "" : k + 1 < things.size() ? ", " : " and ";
+    if (k > 0) {
+      text += k + 1 < things.size() ? ", " : " and ";
+    }
     text += things[k];
   }
   return text;
