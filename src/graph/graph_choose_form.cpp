@@ -21,7 +21,7 @@ GraphChooseForm::GraphChooseForm(Workbench& workbench)
     colours_[c] = workbench.trial.ChanColour[c];
   }
   fields_ = {
-      {.name = "channels", .caption = "Channels", .target = &channels_},
+      {.name = "channels", .caption = "Channels", .target = &channels_, .isSelection = true},
       {.name = "lstColours",
        .caption = "Select colour",
        .target = &colours_,

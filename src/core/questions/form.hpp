@@ -42,6 +42,8 @@ struct FormField {
   std::function<void()> edited{};
   /// The numbers are colours of the graph, to be shown as such.
   bool isColour = false;
+  /// The flags say which channels the form works on: what is selected in the window to begin with.
+  bool isSelection = false;
   /// Shown and never edited.
   bool readOnly = false;
   /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.

@@ -9,7 +9,6 @@
 #include "core/workbench.hpp"
 
 namespace velmora {
-namespace {}  // namespace
 
 void ChooserState::ClearModes() {
   ChooserSelectMode = false;
@@ -24,6 +23,7 @@ ChannelPicker::ChannelPicker(Workbench& workbench)
     : workbench_(workbench),
       state_(workbench.chooser),
       selectedBefore_(state_.ChanSelected),
+      selectedAtFirst_(state_.ChanSelected),
       constBefore_(state_.ChanConst),
       namesBefore_(state_.ChooserNames) {
   state_.ChooserCount = 0;
@@ -200,8 +200,13 @@ void ChannelPicker::ZeroAll() {
   state_.ChanConst.fill(0.0F);
 }
 
+void ChannelPicker::Offer(const ChannelFlags& channels) {
+  selectedAtFirst_ = channels;
+  state_.ChanSelected = channels;
+}
+
 void ChannelPicker::Reset() {
-  state_.ChanSelected = selectedBefore_;
+  state_.ChanSelected = selectedAtFirst_;
   state_.ChanConst = constBefore_;
   state_.ChooserNames = namesBefore_;
   choice_ = 0;
@@ -289,6 +294,7 @@ void ChannelPicker::ConfirmChoice() {
 void ChannelPicker::Close(bool cancelled) {
   if (cancelled) {
     Reset();
+    state_.ChanSelected = selectedBefore_;
   } else if (SelectsOne()) {
     state_.ChooserCount = 1;
   } else if (Selects()) {

@@ -80,6 +80,10 @@ class ChannelPicker {
   /// A click on a row of the value column: asks for the new value or name.
   void ClickValue(int channel);
 
+  /// What is selected in the window before anything is pressed, instead of what was: &Reset returns to it,
+  /// Cancel leaves nothing of it. Only for a picker that selects several channels.
+  void Offer(const ChannelFlags& channels);
+
   // Direct answers. Channels outside 1..NChan throw std::out_of_range.
   void Select(int channel, bool on);
   void Choose(int channel);  // single mode
@@ -101,6 +105,7 @@ class ChannelPicker {
   Workbench& workbench_;
   ChooserState& state_;
   ChannelFlags selectedBefore_;
+  ChannelFlags selectedAtFirst_;
   PerChannel<float> constBefore_;
   PerChannel<std::string> namesBefore_;
   int choice_ = 0;  // single mode: the set option, 0 for none

@@ -31,7 +31,7 @@ EpochDurationForm::EpochDurationForm(Workbench& workbench)
        .caption = "Width in &seconds",
        .target = &inSeconds_,
        .edited = [this] { UnitEdited(); }},
-      {.name = "channels", .caption = "&Channels", .target = &channels_},
+      {.name = "channels", .caption = "&Channels", .target = &channels_, .isSelection = true},
   };
   buttons_ = {
       {"&OK", FormButton::Role::Accept, [this] { return Accept(); }},

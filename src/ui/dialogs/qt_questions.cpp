@@ -5,6 +5,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 #include <utility>
 
 #include "core/questions/form.hpp"
@@ -13,6 +14,7 @@
 #include "ui/dialogs/form_dialog.hpp"
 #include "ui/dialogs/picker_dialog.hpp"
 #include "ui/text.hpp"
+#include "ui/trial/channel_table_view.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -188,12 +190,47 @@ std::string QtQuestions::AskPick(ChannelPicker& picker) {
   }
   return DialogOf(&picker,
                   [&] {
-                    if (favoured_ > 0 && favoured_ <= picker.Channels()) {
-                      picker.SelectsOne() ? picker.Choose(favoured_) : picker.Select(favoured_, true);
-                    }
-                    return std::make_unique<PickerDialog>(picker, *workbench_, *traces_, Parent());
+                    Offer(picker);
+                    auto dialog = std::make_unique<PickerDialog>(picker, *workbench_, *traces_, Parent());
+                    ShowOffer(*dialog);
+                    return dialog;
                   })
       .Ask();
+}
+
+// One channel is an answer to either kind of picker, several only to the one that takes several.
+void QtQuestions::Offer(ChannelPicker& picker) {
+  const auto count = std::count(offered_.begin(), offered_.end(), true);
+  if (picker.Selects() && count > 0) {
+    picker.Offer(std::exchange(offered_, {}));
+  } else if (picker.SelectsOne() && count == 1) {
+    const auto* chosen = std::find(offered_.begin(), offered_.end(), true);
+    picker.Choose(static_cast<int>(chosen - offered_.begin()));
+    offered_ = {};
+  }
+}
+
+void QtQuestions::Offer(Form& form) {
+  if (std::count(offered_.begin(), offered_.end(), true) == 0) {
+    return;
+  }
+  for (const FormField& field : form.Fields()) {
+    if (!field.isSelection) {
+      continue;
+    }
+    for (int c = 1; c <= workbench_->trial.NChan; ++c) {
+      form.Edit(field, c, offered_[c] ? "true" : "false");
+    }
+    offered_ = {};
+    return;
+  }
+}
+
+// A dialogue that selects no channels, but asks for a value of each, starts at the first of them.
+void QtQuestions::ShowOffer(const AskingDialog& dialog) const {
+  if (auto* table = dialog.findChild<ChannelTableView*>()) {
+    table->SelectChannels(offered_);
+  }
 }
 
 void QtQuestions::EndPick(ChannelPicker& picker) {
@@ -201,7 +238,14 @@ void QtQuestions::EndPick(ChannelPicker& picker) {
 }
 
 std::string QtQuestions::AskForm(Form& form) {
-  return DialogOf(&form, [&] { return MakeFormDialog(form, *workbench_, Parent()); }).Ask();
+  return DialogOf(&form,
+                  [&] {
+                    Offer(form);
+                    auto dialog = MakeFormDialog(form, *workbench_, Parent());
+                    ShowOffer(*dialog);
+                    return dialog;
+                  })
+      .Ask();
 }
 
 void QtQuestions::EndForm(Form& form) {

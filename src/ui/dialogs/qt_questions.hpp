@@ -27,8 +27,8 @@ class QtQuestions : public Questions {
   void AnswerNextPick(std::function<std::string(ChannelPicker&)> answer);
   /// The next input is not shown.
   void AnswerNextInput(std::string text);
-  /// The channel that pickers start with, 0 for none.
-  void SetFavouredChannel(int channel) { favoured_ = channel; }
+  /// The channels that the first question about channels starts with; an empty set offers none.
+  void OfferChannels(const ChannelFlags& channels) { offered_ = channels; }
 
   /// Whether the panel of a load was left with "&Graph"; forgets it.
   bool TakeGraphWanted();
@@ -47,6 +47,9 @@ class QtQuestions : public Questions {
   template <typename Make>
   AskingDialog& DialogOf(const void* asker, const Make& make);
   [[nodiscard]] QWidget* Parent() const;
+  void Offer(ChannelPicker& picker);
+  void Offer(Form& form);
+  void ShowOffer(const AskingDialog& dialog) const;
 
   QWidget* window_;
   Workbench* workbench_ = nullptr;
@@ -56,7 +59,7 @@ class QtQuestions : public Questions {
   std::unique_ptr<ProgressDialog> progress_;
   std::function<std::string(ChannelPicker&)> nextPick_;
   std::optional<std::string> nextInput_;
-  int favoured_ = 0;
+  ChannelFlags offered_{};
   bool graphWanted_ = false;
 };
 

@@ -53,9 +53,7 @@ void ChannelActions::ShowMenu(int channel, const QPoint& at) {
   menu.addSeparator();
   Add(&menu, "edit.labels");
   Add(&menu, "edit.units");
-  person_.SetFavouredChannel(channel);
   menu.exec(at);
-  person_.SetFavouredChannel(0);
 }
 
 }  // namespace velmora::ui

@@ -19,7 +19,11 @@ void CommandRunner::Run(const Command& command) {
   if (Busy()) {
     return;
   }
+  if (selectedChannels && command.needs != Needs::View) {  // a view has channels of its own
+    person_.OfferChannels(selectedChannels());
+  }
   Do([this, &command] { RunCommand(workbench_, command); });
+  person_.OfferChannels({});
   if (person_.TakeGraphWanted()) {
     OpenGraph();
   }

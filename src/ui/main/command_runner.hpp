@@ -23,6 +23,9 @@ class CommandRunner {
   CommandRunner& operator=(const CommandRunner&) = delete;
   ~CommandRunner();
 
+  /// What is selected where the trial shows its channels: commands on channels start with it.
+  std::function<ChannelFlags()> selectedChannels;
+
   /// Nothing while another command runs: they do not run inside each other.
   void Run(const Command& command);
   void Run(std::string_view id);

@@ -82,6 +82,7 @@ void MainWindow::OpenSelectedText() {
 }
 
 void MainWindow::ConnectTrial() {
+  runner_.selectedChannels = [this] { return trial_->Channels()->SelectedChannels(); };
   connect(trial_, &TrialPanel::LabelTyped, this, [this](int channel, const QString& typed) {
     channelActions_.EditName("edit.labels", channel, typed);
   });

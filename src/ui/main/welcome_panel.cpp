@@ -12,6 +12,7 @@ namespace velmora::ui {
 namespace {
 
 constexpr int kWidth = 460;
+constexpr int kBesideName = 60;  // icon and margins of a button
 
 QLabel* Quiet(const QString& text) {
   auto* label = new QLabel(text);
@@ -64,7 +65,9 @@ void WelcomePanel::ShowRecent(const QStringList& paths) {
     recent_->addWidget(Quiet(tr("Recent files")));
   }
   for (const QString& path : paths) {
-    auto* button = new QPushButton(IconOf(Glyph::File), QFileInfo(path).fileName());
+    const QString name =
+        fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, kWidth - kBesideName);
+    auto* button = new QPushButton(IconOf(Glyph::File), QString(name).replace('&', QStringLiteral("&&")));
     button->setFlat(true);
     button->setToolTip(path);
     button->setStyleSheet(QStringLiteral("text-align: left; padding: 5px;"));

@@ -97,12 +97,29 @@ class ChannelDelegate : public QStyledItemDelegate {
     } else {
       QStyledItemDelegate::setModelData(editor, model, index);
     }
+    CopyToSelected(model, index);
   }
 
  private:
   static const ChannelColumn& ColumnOf(const QModelIndex& index) {
     return static_cast<const ChannelTableModel*>(index.model())->Column(index.column());
   }
+
+  // As a spreadsheet fills cells: a number typed while several rows are selected is for all of them.
+  void CopyToSelected(QAbstractItemModel* model, const QModelIndex& index) const {
+    const QModelIndexList rows = view_->selectionModel()->selectedRows();
+    const bool among = std::any_of(rows.begin(), rows.end(),
+                                   [&index](const QModelIndex& row) { return row.row() == index.row(); });
+    if (KindOf(index) != Kind::Number || !among) {
+      return;
+    }
+    for (const QModelIndex& row : rows) {
+      if (row.row() != index.row()) {
+        model->setData(row.siblingAtColumn(index.column()), index.data(Qt::EditRole), Qt::EditRole);
+      }
+    }
+  }
+
   static Kind KindOf(const QModelIndex& index) { return ColumnOf(index).kind; }
 
   // A round button instead of a box: one of all channels.
@@ -204,6 +221,32 @@ void ChannelTableView::ShowOnly(const QString& search) {
 
 int ChannelTableView::CurrentChannel() const {
   return currentIndex().isValid() ? ChannelTableModel::ChannelOf(currentIndex()) : 0;
+}
+
+ChannelFlags ChannelTableView::SelectedChannels() const {
+  ChannelFlags channels{};
+  for (const QModelIndex& row : selectionModel()->selectedRows()) {
+    channels[ChannelTableModel::ChannelOf(row)] = true;
+  }
+  return channels;
+}
+
+void ChannelTableView::SelectChannels(const ChannelFlags& channels) {
+  const int column = std::max(currentIndex().column(), 0);
+  QItemSelection rows;
+  for (int row = 0; row < channels_->rowCount({}); ++row) {
+    const QModelIndex cell = channels_->index(row, column);
+    if (!channels[ChannelTableModel::ChannelOf(cell)]) {
+      continue;
+    }
+    if (rows.isEmpty()) {
+      setCurrentIndex(cell);
+    }
+    rows.select(cell, cell);
+  }
+  if (!rows.isEmpty()) {
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  }
 }
 
 void ChannelTableView::keyPressEvent(QKeyEvent* event) {

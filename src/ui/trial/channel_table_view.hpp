@@ -22,6 +22,9 @@ class ChannelTableView : public QTableView {
   void ShowOnly(const QString& search);
   /// 0 when there is none.
   [[nodiscard]] int CurrentChannel() const;
+  [[nodiscard]] ChannelFlags SelectedChannels() const;
+  /// Selects these rows and goes to the first of them, in the column it is in. Nothing when there are none.
+  void SelectChannels(const ChannelFlags& channels);
 
  Q_SIGNALS:
   /// Enter was pressed on a channel, or what is only shown of it was double-clicked.

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
+#include <QShortcut>
 
 #include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
@@ -11,6 +12,7 @@
 #include "core/trial/abscissa.hpp"
 #include "formats/fixed_names.hpp"
 #include "import/reader_table.hpp"
+#include "ui/main/elided_label.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
@@ -62,9 +64,8 @@ QString TimeBaseMark(TimeBase base) {
   return {};
 }
 
-QLabel* QuietLabel() {
-  auto* label = new QLabel;
-  label->setTextFormat(Qt::PlainText);
+ElidedLabel* QuietLabel(Qt::TextElideMode where) {
+  auto* label = new ElidedLabel(where);
   SetTone(label, Tone::Quiet);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
@@ -78,8 +79,7 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
   layout->setContentsMargins(14, 12, 14, 8);
   layout->setSpacing(3);
   auto* top = new QHBoxLayout;
-  title_ = new QLabel;
-  title_->setTextFormat(Qt::PlainText);
+  title_ = new ElidedLabel(Qt::ElideMiddle);
   title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   QFont font = title_->font();
   font.setPointSizeF(font.pointSizeF() * 1.55);
@@ -90,9 +90,9 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
   marks_->setSpacing(6);
   top->addLayout(marks_);
   layout->addLayout(top);
-  facts_ = QuietLabel();
+  facts_ = QuietLabel(Qt::ElideMiddle);
   layout->addWidget(facts_);
-  header_ = QuietLabel();
+  header_ = QuietLabel(Qt::ElideRight);
   layout->addWidget(header_);
   notice_ = new QLabel;
   notice_->setObjectName(QStringLiteral("notice"));
@@ -108,9 +108,15 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
   connect(table_, &QTableView::customContextMenuRequested, this, [this](const QPoint& at) {
     const QModelIndex index = table_->indexAt(at);
     if (index.isValid()) {
+      if (!table_->selectionModel()->isSelected(index)) {
+        table_->selectRow(index.row());
+      }
       Q_EMIT ChannelMenu(ChannelTableModel::ChannelOf(index), table_->viewport()->mapToGlobal(at));
     }
   });
+  // Nothing selected: commands start as they always do.
+  connect(new QShortcut(Qt::Key_Escape, table_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+          table_, &QTableView::clearSelection);
   connect(table_, &ChannelTableView::Opened, this, &TrialPanel::ChannelWanted);
   layout->addWidget(table_, 1);
 }
@@ -145,14 +151,14 @@ void TrialPanel::Refresh(const QString& file) {
   const Trial& trial = workbench_.trial;
   const QString title = ToQt(Trim(trial.TrialTitle));
   const bool isPath = title.contains('/');
-  title_->setText(isPath ? ToQt(BaseName(ToStd(title))) : title);
+  title_->ShowText(isPath ? ToQt(BaseName(ToStd(title))) : title);
   const QLocale locale(QLocale::English);
-  facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
-                      .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
-                           trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
-                           tr("%1 samples").arg(locale.toString(trial.NData)),
-                           ToQt(FormatNumber(trial.Rate, workbench_.patterns.RatePattern)),
-                           ToQt(FormatNumber(trial.Duration, workbench_.patterns.TimePattern))));
+  facts_->ShowText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
+                       .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
+                            trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
+                            tr("%1 samples").arg(locale.toString(trial.NData)),
+                            ToQt(FormatNumber(trial.Rate, workbench_.patterns.RatePattern)),
+                            ToQt(FormatNumber(trial.Duration, workbench_.patterns.TimePattern))));
   facts_->setToolTip(file);
   QStringList lines;
   for (int k = 1; k <= trial.HeaderLineCount; ++k) {
@@ -160,12 +166,15 @@ void TrialPanel::Refresh(const QString& file) {
   }
   QStringList experiment = lines.mid(0, kExperimentLines);
   experiment.removeAll(QString());
-  header_->setText(
-      header_->fontMetrics().elidedText(experiment.join(QStringLiteral("   ·   ")), Qt::ElideRight, 800));
+  header_->ShowText(experiment.join(QStringLiteral("   ·   ")));
   header_->setToolTip(lines.join('\n'));
   header_->setVisible(!experiment.isEmpty());
   FitNotice();
   ShowMarks();
+  if (file_ != file) {
+    table_->clearSelection();  // it spoke of another trial
+    file_ = file;
+  }
   model_->Refresh();
   for (int k = 1; k + 1 < model_->columnCount({}); ++k) {
     table_->resizeColumnToContents(k);

@@ -10,6 +10,8 @@ class QLabel;
 
 namespace velmora::ui {
 
+class ElidedLabel;
+
 /// The trial: its title, what is known of it in one line, what its file lacks, marks for what is
 /// unusual about it, and a table of its channels.
 class TrialPanel : public QWidget {
@@ -40,9 +42,10 @@ class TrialPanel : public QWidget {
 
   const Workbench& workbench_;
   const ChannelTraces& traces_;
-  QLabel* title_;
-  QLabel* facts_;
-  QLabel* header_;
+  QString file_;
+  ElidedLabel* title_;
+  ElidedLabel* facts_;
+  ElidedLabel* header_;
   QLabel* notice_;
   QBoxLayout* marks_;
   ChannelTableModel* model_;
