@@ -13,16 +13,21 @@
 
 namespace velmora {
 
-std::vector<ListedFile> ListFiles(const std::string& directory, std::string_view patterns) {
-  std::vector<ListedFile> files;
+FileListing ListFiles(const std::string& directory, std::string_view patterns) {
+  FileListing listing;
+  std::vector<ListedFile>& files = listing.files;
   std::error_code error;
   std::filesystem::directory_iterator it(directory, error);
   for (const std::filesystem::directory_iterator end; !error && it != end; it.increment(error)) {
     const std::string name = it->path().filename().string();
     struct stat status {};
-    if (!name.starts_with('.') && MatchesFilter(name, patterns) && stat(it->path().c_str(), &status) == 0 &&
-        S_ISREG(status.st_mode)) {
+    if (name.starts_with('.') || stat(it->path().c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+      continue;
+    }
+    if (MatchesFilter(name, patterns)) {
       files.push_back({name, status.st_size, status.st_mtime});
+    } else {
+      ++listing.others;
     }
   }
   std::sort(files.begin(), files.end(), [](const ListedFile& a, const ListedFile& b) {
@@ -30,7 +35,7 @@ std::vector<ListedFile> ListFiles(const std::string& directory, std::string_view
     const std::string upperB = ToUpper(b.name);
     return upperA != upperB ? upperA < upperB : a.name < b.name;
   });
-  return files;
+  return listing;
 }
 
 std::string WhyUnreadable(const std::string& path) {

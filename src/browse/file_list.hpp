@@ -15,9 +15,14 @@ struct ListedFile {
   std::time_t date = 0;   // of the last change
 };
 
-/// The regular files of a directory whose names fit the patterns (core/file_filters.hpp), by name
+struct FileListing {
+  std::vector<ListedFile> files;
+  int others = 0;  // files of the directory that do not fit the patterns
+};
+
+/// The regular files of a directory whose names fit the patterns (core/files/file_filters.hpp), by name
 /// without regard to case; hidden ones are left out. A directory that cannot be read has none.
-std::vector<ListedFile> ListFiles(const std::string& directory, std::string_view patterns);
+FileListing ListFiles(const std::string& directory, std::string_view patterns);
 
 /// Why no reader takes this data file; empty when one does or when the text parser may try.
 std::string WhyUnreadable(const std::string& path);

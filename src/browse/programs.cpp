@@ -34,7 +34,8 @@ std::string WithBackslashes(std::string_view path) {
 
 std::vector<std::string> PathsIn(const std::filesystem::path& directory, std::string_view patterns) {
   std::vector<std::string> paths;
-  for (const ListedFile& file : ListFiles(directory.string(), patterns)) {
+  const FileListing listing = ListFiles(directory.string(), patterns);
+  for (const ListedFile& file : listing.files) {
     paths.push_back((directory / file.name).string());
   }
   return paths;

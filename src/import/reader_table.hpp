@@ -18,7 +18,14 @@ struct Format {
   void (*read)(Workbench&, ProgressPanel&);
   /// Tells whether the file is of this format where several share an extension; nullptr: it is.
   bool (*recognise)(std::string_view head) = nullptr;
+  /// `read` only tells what is in the way, or offers to take the file for text.
+  bool onlyTells = false;
 };
+
+/// Whether this version makes a trial of files of this format.
+inline bool Reads(const Format& format) {
+  return format.read != nullptr && !format.onlyTells;
+}
 
 /// All formats, in the order in which they are tried.
 std::span<const Format> Formats();

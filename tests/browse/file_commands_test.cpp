@@ -97,11 +97,11 @@ TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
   fs::create_directory(directory_.Path("d.vmb"));
   fs::create_symlink(directory_.Path("nowhere"), directory_.Path("dangling.vmb"));
   std::vector<std::string> names;
-  for (const ListedFile& file : ListFiles(directory_.Path(""), "*.vmb;*.c3d")) {
+  for (const ListedFile& file : ListFiles(directory_.Path(""), "*.vmb;*.c3d").files) {
     names.push_back(file.name);
   }
   EXPECT_EQ(names, (std::vector<std::string>{"A.VMB", "b.vmb", "empty.vmb", "z.c3d"}));
-  EXPECT_TRUE(ListFiles(directory_.Path("missing"), "*.*").empty());
+  EXPECT_TRUE(ListFiles(directory_.Path("missing"), "*.*").files.empty());
   EXPECT_EQ(WhyUnreadable(directory_.Path("b.vmb")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("c.txt")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("z.c3d")), "C3D analog files cannot be read by this version yet.");

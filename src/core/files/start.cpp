@@ -110,7 +110,7 @@ void ReadStartSettings(Workbench& workbench, const SettingsStore& store) {
   workbench.UserLevel = settings.Number("UserLevel", 0) > 0 ? UserLevelKind::Expert : UserLevelKind::Novice;
   preferences.Viewer = settings.ProgramFile("Viewer", kUsualViewer);
   preferences.Spreadsheet = settings.ProgramFile("Spreadsheet", kUsualSpreadsheet);
-  preferences.FileType = settings.Row("FileType", DataFileFilters().size());
+  preferences.FileType = settings.Row("FileType", DataFileFilters().size() + 1);  // one more in the list
   preferences.TextType = settings.Row("TextType", TextFileFilters().size());
   if (workbench.DataDir.empty()) {
     workbench.DataDir = store.Get(kFamily, kSection, "Datadir", current);

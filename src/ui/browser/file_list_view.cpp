@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QLocale>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 #include "browse/file_list.hpp"
@@ -17,6 +18,7 @@ enum Column { Name, Size, Date, Columns };
 constexpr int kSortRole = Qt::UserRole;
 constexpr int kNameRole = Qt::UserRole + 1;
 constexpr int kUnreadableRole = Qt::UserRole + 2;
+constexpr int kReadableName = 24;  // characters; size and date give way to them
 
 class FileItem : public QTreeWidgetItem {
  public:
@@ -50,6 +52,8 @@ FileListView::FileListView(Marking marking, QWidget* parent) : QTreeWidget(paren
   setItemDelegate(new FileDelegate(this));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
+  setTextElideMode(Qt::ElideMiddle);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setSortingEnabled(true);
   sortByColumn(Name, Qt::AscendingOrder);
   setContextMenuPolicy(Qt::CustomContextMenu);
@@ -73,12 +77,16 @@ FileListView::FileListView(Marking marking, QWidget* parent) : QTreeWidget(paren
 }
 
 void FileListView::ShowFiles(const std::string& directory, std::string_view patterns) {
-  directory_ = directory;
   const QSignalBlocker quiet(this);
+  const std::string before = directory == directory_ ? SelectedPath() : std::string();
+  const int scrolled = directory == directory_ ? verticalScrollBar()->value() : 0;
+  directory_ = directory;
   clear();
   const QLocale locale;
   QList<QTreeWidgetItem*> items;
-  for (const ListedFile& file : ListFiles(directory, patterns)) {
+  const FileListing listing = ListFiles(directory, patterns);
+  hidden_ = listing.others;
+  for (const ListedFile& file : listing.files) {
     const QDateTime date = QDateTime::fromSecsSinceEpoch(file.date);
     auto* item = new FileItem(QStringList{ToQt(file.name), locale.formattedDataSize(file.size, 0),
                                           date.toString(QStringLiteral("yyyy-MM-dd"))});
@@ -86,8 +94,10 @@ void FileListView::ShowFiles(const std::string& directory, std::string_view patt
     item->setData(Size, kSortRole, QVariant::fromValue(static_cast<qlonglong>(file.size)));
     item->setData(Date, kSortRole, QVariant::fromValue(static_cast<qlonglong>(file.date)));
     item->setTextAlignment(Size, Qt::AlignRight | Qt::AlignVCenter);
-    item->setToolTip(Name, ToQt(file.name));
-    item->setToolTip(Date, date.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
+    const QString facts = locale.formattedDataSize(file.size, 1) + QStringLiteral(", ") +
+                          date.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+    item->setToolTip(Name, ToQt(file.name) + '\n' + facts);
+    item->setToolTip(Date, facts);
     const std::string why =
         marking_ == Marking::Unreadable ? WhyUnreadable(directory + file.name) : std::string();
     if (!why.empty()) {
@@ -99,6 +109,56 @@ void FileListView::ShowFiles(const std::string& directory, std::string_view patt
     items << item;
   }
   addTopLevelItems(items);
+  FitColumns();
+  MarkLoaded(loaded_);
+  GoTo(before);
+  verticalScrollBar()->setValue(scrolled);
+}
+
+QTreeWidgetItem* FileListView::ItemOf(const std::string& path) const {
+  for (int row = 0; row < topLevelItemCount() && path.starts_with(directory_); ++row) {
+    if (PathOf(topLevelItem(row)) == path) {
+      return topLevelItem(row);
+    }
+  }
+  return nullptr;
+}
+
+void FileListView::MarkLoaded(const std::string& path) {
+  const auto mark = [this](const std::string& file, bool on) {
+    QFont font = this->font();
+    font.setBold(true);
+    if (QTreeWidgetItem* item = ItemOf(file)) {
+      item->setData(Name, Qt::FontRole, on ? QVariant(font) : QVariant());
+    }
+  };
+  mark(loaded_, false);
+  loaded_ = path;
+  mark(loaded_, true);
+}
+
+void FileListView::GoTo(const std::string& path) {
+  QTreeWidgetItem* item = ItemOf(path);
+  if (item != nullptr && item != currentItem()) {
+    const QSignalBlocker quiet(this);
+    setCurrentItem(item);
+  }
+}
+
+// The date goes first, then the size: a file is told by its name.
+void FileListView::FitColumns() {
+  const int room = viewport()->width();
+  const int name = std::min(std::max(sizeHintForColumn(Name), header()->sectionSizeHint(Name)),
+                            fontMetrics().averageCharWidth() * kReadableName);
+  const int size = std::max(sizeHintForColumn(Size), header()->sectionSizeHint(Size));
+  const int date = std::max(sizeHintForColumn(Date), header()->sectionSizeHint(Date));
+  setColumnHidden(Date, name + size + date > room);
+  setColumnHidden(Size, name + size > room);
+}
+
+void FileListView::resizeEvent(QResizeEvent* event) {
+  QTreeWidget::resizeEvent(event);
+  FitColumns();
 }
 
 std::string FileListView::SelectedPath() const {

@@ -14,7 +14,13 @@ class FileListView : public QTreeWidget {
 
   explicit FileListView(Marking marking, QWidget* parent = nullptr);
 
+  /// In the same directory the row stays where it is.
   void ShowFiles(const std::string& directory, std::string_view patterns);
+  /// Files that the patterns left out.
+  [[nodiscard]] int Hidden() const { return hidden_; }
+  void MarkLoaded(const std::string& path);
+  /// Makes the file the current row, when it is listed, without telling anybody.
+  void GoTo(const std::string& path);
   /// Empty when none is selected. The path is the file's bytes, which need not be UTF-8: a QString would
   /// not find it again.
   [[nodiscard]] std::string SelectedPath() const;
@@ -28,12 +34,18 @@ class FileListView : public QTreeWidget {
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   [[nodiscard]] std::string PathOf(const QTreeWidgetItem* item) const;
 
+  [[nodiscard]] QTreeWidgetItem* ItemOf(const std::string& path) const;
+  void FitColumns();
+
   Marking marking_;
   std::string directory_;
+  std::string loaded_;
+  int hidden_ = 0;
 };
 
 }  // namespace velmora::ui

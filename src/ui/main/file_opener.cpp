@@ -1,8 +1,12 @@
 #include "ui/main/file_opener.hpp"
 
+#include <QDir>
+
 #include "browse/file_commands.hpp"
+#include "browse/list_filters.hpp"
 #include "core/files/paths.hpp"
 #include "core/files/start.hpp"
+#include "core/text/text.hpp"
 #include "ui/main/example_file.hpp"
 #include "ui/main/tell.hpp"
 #include "ui/text.hpp"
@@ -19,9 +23,9 @@ void FileOpener::Select(const std::string& path) {
 void FileOpener::Open(const std::string& path) {
   if (runner_.Busy() ||
       (!workbench_.merge.MergePending &&
-       !ConfirmDiscard(workbench_,
-                       "Data were modified but not saved.  Press Cancel to save data before loading "
-                       "another file."))) {
+       !ConfirmDiscard(workbench_, "The data of " + FileNamePart(workbench_.LoadedFile) +
+                                       " were modified but not saved.  Press Cancel to save them before " +
+                                       FileNamePart(path) + " is loaded."))) {
     return;
   }
   const std::string full = FullPath(path);
@@ -38,10 +42,40 @@ void FileOpener::AskAndOpen(const std::string& path) {
   }
 }
 
+void FileOpener::AskForFile() {
+  if (runner_.Busy()) {
+    return;
+  }
+  std::string filter;
+  const std::span<const FileFilter> filters = DataListFilters();
+  for (const FileFilter& entry : filters) {
+    filter +=
+        (filter.empty() ? "" : "|") + WithoutMnemonic(entry.caption) + "|" + std::string(entry.patterns);
+  }
+  const std::vector<std::string> answer =
+      workbench_.questions.AskFile({.mode = FileQuestion::Mode::Open,
+                                    .title = "Open Data File",
+                                    .filter = filter,
+                                    .filterIndex = static_cast<int>(filters.size()),
+                                    .directory = workbench_.DataDir});
+  if (!answer.empty()) {
+    Open(answer.front());
+  }
+}
+
+void FileOpener::OpenSelected() {
+  const std::string path = workbench_.trial.FileName;
+  path.empty() ? AskForFile() : Open(path);
+}
+
 void FileOpener::LoadSelected() {
   runner_.Run("file.load");
   if (!workbench_.LoadedFile.empty()) {
     settings_.AddRecentFile(ToQt(workbench_.LoadedFile));
+    settings_.AddRecentDirectory(QDir(ToQt(DirectoryOf(workbench_.LoadedFile))).absolutePath());
+    if (onLoaded) {
+      onLoaded();
+    }
   }
 }
 

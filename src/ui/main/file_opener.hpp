@@ -18,12 +18,18 @@ class FileOpener {
 
   /// Another file is selected; whoever shows which one it is hears of it.
   std::function<void()> onSelected;
+  /// A file has become the trial.
+  std::function<void()> onLoaded;
 
   void Select(const std::string& path);
   /// Goes to the file's directory and loads it; asks before unsaved work is lost.
   void Open(const std::string& path);
   /// Asks whether the file is to be read first.
   void AskAndOpen(const std::string& path);
+  /// Asks for the file in a dialogue.
+  void AskForFile();
+  /// The selected file, or the one that is asked for when there is none.
+  void OpenSelected();
   void LoadSelected();
   /// `make` is the trial that people can start with.
   void OpenExample(const std::function<void(Trial&)>& make);

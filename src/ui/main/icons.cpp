@@ -36,6 +36,8 @@ const char* PathOf(Glyph glyph) {
       return "M9 5L4 10l5 5M4 10h9a6 6 0 0 1 0 12h-2";
     case Glyph::File:
       return "M6 3h9l4 4v14H6zM14 3v5h5";
+    case Glyph::Home:
+      return "M3 11l9-8 9 8M5 9.500V21h5v-6h4v6h5V9.500";
     case Glyph::Exit:
       return "M10 4H5v16h5M15 8l4 4-4 4M19 12H9";
   }

@@ -44,9 +44,12 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   workbench_.desktop = WindowServices(this);
   workbench_.onShellRequest = [this](ShellRequest request) { Obey(request); };
   TakeStart(items);
-  menus_ = std::make_unique<Menus>(menuBar(), [this](const Command& command) { RunCommand(command); });
+  menus_ = std::make_unique<Menus>(menuBar(), [this](const Command& command) {
+    command.id == "file.load" ? opener_.OpenSelected() : RunCommand(command);
+  });
   AddPanels();
   AddBars();
+  browser_->ShowPlaces(settings_.RecentDirectories());
   resize(kFirstSize);
   resizeDocks({browserDock_, historyDock_}, {kBrowserWidth, kHistoryWidth}, Qt::Horizontal);
   restoreGeometry(settings_.Geometry());
@@ -113,6 +116,7 @@ void MainWindow::Refresh() {
     welcome_->ShowRecent(settings_.RecentFiles());
   }
   middle_->setCurrentIndex(loaded ? 1 : 0);
+  browser_->MarkLoaded();
   ShowHistory();
   ShowState();
   Q_EMIT Shown();

@@ -76,6 +76,7 @@ class MainWindow : public QMainWindow {
   // main_window_bars.cpp
   void AddBars();
   void AddToolBar();
+  void AddOpenEntry();
   void AddRecentMenu();
   void AddViewOptions();
   void AddOptionsMenu();

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QToolBar>
 
+#include "browse/list_filters.hpp"
 #include "core/files/file_filters.hpp"
 #include "core/files/start.hpp"
 #include "core/text/text.hpp"
@@ -14,6 +15,11 @@
 #include "ui/text.hpp"
 
 namespace velmora::ui {
+namespace {
+
+constexpr int kLongestName = 400;  // pixels, in a menu
+
+}  // namespace
 
 QAction* MainWindow::AddTool(QToolBar* bar, std::string_view id, int glyph, const QString& text) {
   QAction* action = menus_->Of(id);
@@ -28,6 +34,7 @@ QAction* MainWindow::AddTool(QToolBar* bar, std::string_view id, int glyph, cons
 }
 
 void MainWindow::AddBars() {
+  AddOpenEntry();
   AddRecentMenu();
   AddViewOptions();
   AddOptionsMenu();
@@ -66,6 +73,15 @@ void MainWindow::AddToolBar() {
   add("file.exit", Glyph::Exit, tr("Exit"));
 }
 
+void MainWindow::AddOpenEntry() {
+  auto* open = new QAction(tr("Ope&n file..."), this);
+  open->setShortcut(QKeySequence::Open);
+  open->setStatusTip(tr("Asks for a data file and loads it"));
+  connect(open, &QAction::triggered, this, [this] { opener_.AskForFile(); });
+  QMenu* file = menus_->Top("&File");
+  file->insertAction(file->actions().value(0), open);
+}
+
 void MainWindow::AddRecentMenu() {
   QMenu* file = menus_->Top("&File");
   recent_ = new QMenu(tr("Recen&t files"), this);
@@ -73,7 +89,9 @@ void MainWindow::AddRecentMenu() {
   connect(recent_, &QMenu::aboutToShow, this, [this] {
     recent_->clear();
     for (const QString& path : settings_.RecentFiles()) {
-      QAction* action = recent_->addAction(QFileInfo(path).fileName());
+      const QString name =
+          recent_->fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, kLongestName);
+      QAction* action = recent_->addAction(QString(name).replace('&', QStringLiteral("&&")));
       action->setStatusTip(path);
       connect(action, &QAction::triggered, this, [this, path] { opener_.Open(ToStd(path)); });
     }
@@ -152,7 +170,7 @@ void MainWindow::AddFilterMenus(QMenu* menu) {
     connect(sub, &QMenu::aboutToShow, this,
             [group, &row] { group->actions().at(static_cast<qsizetype>(row))->setChecked(true); });
   };
-  add(tr("&Data files"), DataFileFilters(), workbench_.preferences.FileType,
+  add(tr("&Data files"), DataListFilters(), workbench_.preferences.FileType,
       [this](int filter) { browser_->SelectDataFilter(filter); });
   add(tr("&Text files"), TextFileFilters(), workbench_.preferences.TextType,
       [this](int filter) { browser_->SelectTextFilter(filter); });

@@ -47,8 +47,14 @@ void MainWindow::AddPanels() {
 void MainWindow::ConnectDataFiles() {
   const auto open = [this](const std::string& path) { opener_.Open(path); };
   opener_.onSelected = [this] { browser_->ShowSelected(); };
-  connect(browser_, &BrowserPanel::DirectoryChosen, this,
-          [this](const QString& path) { OpenDirectory(workbench_, ToStd(path)); });
+  opener_.onLoaded = [this] { browser_->ShowPlaces(settings_.RecentDirectories()); };
+  connect(browser_, &BrowserPanel::DirectoryChosen, this, [this](const QString& path) {
+    if (!OpenDirectory(workbench_, ToStd(path))) {
+      browser_->Refresh();  // back to where it is
+    }
+  });
+  connect(browser_, &BrowserPanel::FileChosen, this,
+          [this](const QString& path) { opener_.Open(ToStd(path)); });
   FileListView* files = browser_->DataFiles();
   connect(files, &FileListView::Selected, this, [this](const std::string& path) { opener_.Select(path); });
   connect(files, &FileListView::Opened, this, open);

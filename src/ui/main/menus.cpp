@@ -1,9 +1,11 @@
 #include "ui/main/menus.hpp"
 
 #include <QMenuBar>
+#include <algorithm>
 
 #include "app/command_table.hpp"
 #include "core/text/text.hpp"
+#include "export/save_list.hpp"
 #include "ui/main/menu_list.hpp"
 #include "ui/text.hpp"
 
@@ -14,7 +16,6 @@ constexpr std::string_view kGraphMenus = "&Single-axis graph";
 
 QKeySequence ShortcutOf(std::string_view id) {
   static const std::map<std::string_view, QKeySequence> keys = {
-      {"file.load", Qt::CTRL | Qt::Key_O},
       {"save.vmb", Qt::CTRL | Qt::Key_S},
       {"file.refresh", Qt::Key_F5},
       {"file.exit", Qt::CTRL | Qt::Key_Q},
@@ -23,6 +24,13 @@ QKeySequence ShortcutOf(std::string_view id) {
       {"smooth.butterworth", Qt::CTRL | Qt::Key_B}};
   const auto it = keys.find(id);
   return it == keys.end() ? QKeySequence() : it->second;
+}
+
+// A format that cannot be written is as little there as a command that is yet to come.
+bool IsBuilt(const Command& command) {
+  return std::none_of(kSaveList.begin(), kSaveList.end(), [&command](const SaveEntry& entry) {
+    return entry.id == command.id && entry.write == nullptr;
+  });
 }
 
 }  // namespace
@@ -97,7 +105,7 @@ void Menus::Add(const Command* command, std::string_view id, std::string_view me
                 std::string_view caption) {
   QAction* action = MenuAt(menu)->addAction(ToQt(caption));
   const QString plain = ToQt(WithoutMnemonic(caption));
-  if (command == nullptr) {
+  if (command == nullptr || !IsBuilt(*command)) {
     action->setStatusTip(QObject::tr("%1: not in this version yet").arg(plain));
     action->setToolTip(QObject::tr("Not in this version yet"));
     action->setEnabled(false);

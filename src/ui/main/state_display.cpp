@@ -8,6 +8,18 @@
 #include "ui/text.hpp"
 
 namespace velmora::ui {
+namespace {
+
+// Some window managers make a window as wide as its title: the ends of a path tell most.
+QString Shortened(const QString& path) {
+  constexpr qsizetype kLongest = 100;
+  constexpr qsizetype kStart = 40;
+  return path.size() <= kLongest
+             ? path
+             : path.left(kStart) + QStringLiteral("…") + path.right(kLongest - kStart - 1);
+}
+
+}  // namespace
 
 StateDisplay::StateDisplay(QMainWindow* window) : window_(window), modified_(new QLabel), level_(new QLabel) {
   auto* version = new QLabel(QStringLiteral("Version: ") + ToQt(VersionText));
@@ -24,8 +36,8 @@ void StateDisplay::Show(const Workbench& workbench) {
   modified_->setText(modified ? QStringLiteral("Modified") : QString());
   level_->setText(workbench.UserLevel == UserLevelKind::Expert ? QStringLiteral("Expert")
                                                                : QStringLiteral("Novice"));
-  window_->setWindowTitle(loaded ? ToQt(workbench.ExeName + "    Current file is: " + workbench.LoadedFile) +
-                                       QStringLiteral("[*]")
+  window_->setWindowTitle(loaded ? ToQt(workbench.ExeName + "    Current file is: ") +
+                                       Shortened(ToQt(workbench.LoadedFile)) + QStringLiteral("[*]")
                                  : QStringLiteral("Velmora2"));
   window_->setWindowModified(modified);
 }

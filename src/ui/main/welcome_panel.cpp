@@ -24,7 +24,7 @@ QLabel* Quiet(const QString& text) {
 
 WelcomePanel::WelcomePanel(QWidget* parent) : QWidget(parent) {
   auto* column = new QWidget;
-  column->setFixedWidth(kWidth);
+  column->setMaximumWidth(kWidth);
   auto* layout = new QVBoxLayout(column);
   layout->setSpacing(10);
   auto* sentence = new QLabel(tr("Open a trial to see its signals."));
@@ -53,6 +53,7 @@ WelcomePanel::WelcomePanel(QWidget* parent) : QWidget(parent) {
   centre->setRowStretch(0, 2);
   centre->setRowStretch(2, 3);
   centre->setColumnStretch(0, 1);
+  centre->setColumnStretch(1, 100);  // up to its width
   centre->setColumnStretch(2, 1);
 }
 
@@ -69,6 +70,7 @@ void WelcomePanel::ShowRecent(const QStringList& paths) {
         fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, kWidth - kBesideName);
     auto* button = new QPushButton(IconOf(Glyph::File), QString(name).replace('&', QStringLiteral("&&")));
     button->setFlat(true);
+    button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     button->setToolTip(path);
     button->setStyleSheet(QStringLiteral("text-align: left; padding: 5px;"));
     connect(button, &QPushButton::clicked, this, [this, path] { Q_EMIT FileWanted(path); });

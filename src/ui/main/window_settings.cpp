@@ -11,10 +11,12 @@ namespace {
 
 constexpr std::string_view kProgram = "Velmora2";
 constexpr std::string_view kSection = "Window";
-constexpr int kRecentFiles = 6;
+constexpr int kRecent = 6;
+constexpr std::string_view kFiles = "Recent";
+constexpr std::string_view kDirectories = "RecentDirectory";
 
-std::string RecentKey(qsizetype k) {
-  return "Recent" + std::to_string(k + 1);
+std::string RecentKey(std::string_view list, qsizetype k) {
+  return std::string(list) + std::to_string(k + 1);
 }
 
 }  // namespace
@@ -42,36 +44,50 @@ void WindowSettings::SaveTheme(ThemeChoice theme) {
                                                        : "desktop"}});
 }
 
-QStringList WindowSettings::StoredFiles() const {
-  QStringList files;
-  for (qsizetype k = 0; k < kRecentFiles; ++k) {
-    const std::string path = store_.Get(kProgram, kSection, RecentKey(k), "");
+QStringList WindowSettings::Stored(std::string_view list) const {
+  QStringList paths;
+  for (qsizetype k = 0; k < kRecent; ++k) {
+    const std::string path = store_.Get(kProgram, kSection, RecentKey(list, k), "");
     if (!path.empty()) {
-      files << ToQt(path);
+      paths << ToQt(path);
     }
   }
-  return files;
+  return paths;
+}
+
+void WindowSettings::PutFirst(std::string_view list, const QString& path) {
+  QStringList paths = Stored(list);
+  paths.removeAll(path);
+  paths.prepend(path);
+  std::vector<std::string> keys;
+  SettingsStore::Values values;
+  for (qsizetype k = 0; k < std::min<qsizetype>(paths.size(), kRecent); ++k) {
+    keys.push_back(RecentKey(list, k));
+  }
+  for (std::size_t k = 0; k < keys.size(); ++k) {
+    values.emplace_back(keys[k], ToStd(paths[static_cast<qsizetype>(k)]));
+  }
+  store_.Save(kProgram, kSection, values);
 }
 
 QStringList WindowSettings::RecentFiles() const {
-  QStringList files = StoredFiles();
+  QStringList files = Stored(kFiles);
   files.removeIf([](const QString& path) { return !QFileInfo(path).isFile(); });
   return files;
 }
 
 void WindowSettings::AddRecentFile(const QString& path) {
-  QStringList files = StoredFiles();
-  files.removeAll(path);
-  files.prepend(path);
-  std::vector<std::string> keys;
-  SettingsStore::Values values;
-  for (qsizetype k = 0; k < std::min<qsizetype>(files.size(), kRecentFiles); ++k) {
-    keys.push_back(RecentKey(k));
-  }
-  for (std::size_t k = 0; k < keys.size(); ++k) {
-    values.emplace_back(keys[k], ToStd(files[static_cast<qsizetype>(k)]));
-  }
-  store_.Save(kProgram, kSection, values);
+  PutFirst(kFiles, path);
+}
+
+QStringList WindowSettings::RecentDirectories() const {
+  QStringList directories = Stored(kDirectories);
+  directories.removeIf([](const QString& path) { return !QFileInfo(path).isDir(); });
+  return directories;
+}
+
+void WindowSettings::AddRecentDirectory(const QString& path) {
+  PutFirst(kDirectories, path);
 }
 
 }  // namespace velmora::ui

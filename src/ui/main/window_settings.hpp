@@ -23,10 +23,14 @@ class WindowSettings {
   /// The latest first; only files that are still there.
   [[nodiscard]] QStringList RecentFiles() const;
   void AddRecentFile(const QString& path);
+  /// The same of directories that files were opened from.
+  [[nodiscard]] QStringList RecentDirectories() const;
+  void AddRecentDirectory(const QString& path);
 
  private:
   [[nodiscard]] QByteArray Bytes(std::string_view key) const;
-  [[nodiscard]] QStringList StoredFiles() const;
+  [[nodiscard]] QStringList Stored(std::string_view list) const;
+  void PutFirst(std::string_view list, const QString& path);
 
   SettingsStore& store_;
 };

@@ -250,7 +250,9 @@ void ChannelTableView::SelectChannels(const ChannelFlags& channels) {
 }
 
 void ChannelTableView::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Copy)) {
+  if (event->key() == Qt::Key_Escape && state() != EditingState) {
+    event->ignore();  // whoever shows the table knows what it leaves
+  } else if (event->matches(QKeySequence::Copy)) {
     CopyCells();
   } else if (event->matches(QKeySequence::Paste)) {
     PasteCells();

@@ -2,9 +2,9 @@
 
 #include <QBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
-#include <QShortcut>
 
 #include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
@@ -114,9 +114,6 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
       Q_EMIT ChannelMenu(ChannelTableModel::ChannelOf(index), table_->viewport()->mapToGlobal(at));
     }
   });
-  // Nothing selected: commands start as they always do.
-  connect(new QShortcut(Qt::Key_Escape, table_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-          table_, &QTableView::clearSelection);
   connect(table_, &ChannelTableView::Opened, this, &TrialPanel::ChannelWanted);
   layout->addWidget(table_, 1);
 }
@@ -230,6 +227,15 @@ void TrialPanel::FitRows() {
   const int room = table_->height() - table_->horizontalHeader()->height() - 4;
   const int rows = std::max(1, model_->rowCount({}));
   table_->verticalHeader()->setDefaultSectionSize(std::clamp(room / rows, kLeastRow, kMostRow));
+}
+
+// Nothing selected: commands start as they do by themselves.
+void TrialPanel::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    table_->clearSelection();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
 }
 
 void TrialPanel::resizeEvent(QResizeEvent* event) {

@@ -31,6 +31,7 @@ class TrialPanel : public QWidget {
   void ChannelWanted(int channel);  // to look at
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:

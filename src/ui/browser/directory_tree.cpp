@@ -1,0 +1,105 @@
+#include "ui/browser/directory_tree.hpp"
+
+#include <QAbstractFileIconProvider>
+#include <QDir>
+#include <QFileSystemModel>
+#include <QScrollBar>
+#include <QTimer>
+#include <utility>
+
+namespace velmora::ui {
+namespace {
+
+/// All rows are directories: a picture of one in each tells nothing, and to look for it and for the kind
+/// of each takes longer than all else at the start of the program.
+class NoIcons : public QAbstractFileIconProvider {
+ public:
+  [[nodiscard]] QIcon icon(IconType /*type*/) const override { return {}; }
+  [[nodiscard]] QIcon icon(const QFileInfo& /*file*/) const override { return {}; }
+  [[nodiscard]] QString type(const QFileInfo& /*file*/) const override { return {}; }
+};
+
+// A link and what it points to are one place: who clicked on the link stays there.
+bool SamePlace(const QString& a, const QString& b) {
+  return a == b || QFileInfo(a).canonicalFilePath() == QFileInfo(b).canonicalFilePath();
+}
+
+}  // namespace
+
+DirectoryTree::DirectoryTree(QWidget* parent)
+    : QTreeView(parent), icons_(std::make_unique<NoIcons>()), directories_(new QFileSystemModel(this)) {
+  setObjectName(QStringLiteral("directories"));
+  directories_->setFilter(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Drives);
+  directories_->setIconProvider(icons_.get());
+  directories_->setRootPath(QStringLiteral("/"));
+  setModel(directories_);
+  setHeaderHidden(true);
+  setUniformRowHeights(true);
+  setIndentation(14);
+  setTextElideMode(Qt::ElideMiddle);
+  setAutoScroll(false);  // it would move a row that is half in sight from under the pointer
+  for (int k = 1; k < directories_->columnCount(); ++k) {
+    hideColumn(k);
+  }
+  connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &DirectoryTree::CurrentChanged);
+  connect(directories_, &QFileSystemModel::directoryLoaded, this, [this] {
+    // The model sorts what it has read a little later.
+    QTimer::singleShot(0, this, [this] {
+      if (revealing_) {
+        Reveal();
+      }
+    });
+  });
+  connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { revealing_ = false; });
+}
+
+DirectoryTree::~DirectoryTree() {
+  setModel(nullptr);
+  delete directories_;  // reads in another thread, with the icons
+}
+
+void DirectoryTree::Show(const QString& path) {
+  const QString directory = QDir(path).absolutePath();
+  if (currentIndex().isValid() && SamePlace(directories_->filePath(currentIndex()), directory)) {
+    return;
+  }
+  showing_ = true;
+  setCurrentIndex(directories_->index(directory));
+  expand(currentIndex());
+  showing_ = false;
+  revealing_ = true;
+  Reveal();
+}
+
+void DirectoryTree::Reveal() {
+  const QRect row = visualRect(currentIndex());
+  if (!row.isValid() || !viewport()->rect().contains(row.center())) {
+    scrollTo(currentIndex(), PositionAtCenter);
+  }
+}
+
+void DirectoryTree::CurrentChanged(const QModelIndex& index) {
+  if (!showing_ && index.isValid()) {
+    const QString path = directories_->filePath(index);
+    QMetaObject::invokeMethod(
+        this, [this, path] { Q_EMIT Chosen(path); }, Qt::QueuedConnection);
+  }
+}
+
+void DirectoryTree::mousePressEvent(QMouseEvent* event) {
+  revealing_ = false;
+  QTreeView::mousePressEvent(event);
+}
+
+void DirectoryTree::wheelEvent(QWheelEvent* event) {
+  revealing_ = false;
+  QTreeView::wheelEvent(event);
+}
+
+void DirectoryTree::keyPressEvent(QKeyEvent* event) {
+  revealing_ = false;
+  QTreeView::keyPressEvent(event);
+  scrollTo(currentIndex());
+}
+
+}  // namespace velmora::ui
