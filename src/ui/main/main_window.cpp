@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStackedWidget>
 #include <filesystem>
 
@@ -23,6 +24,7 @@ namespace velmora::ui {
 namespace {
 
 constexpr QSize kFirstSize{1280, 800};
+constexpr QSize kFrame{16, 48};  // what window managers put around a window, about
 constexpr int kBrowserWidth = 300;
 constexpr int kHistoryWidth = 250;
 
@@ -50,11 +52,12 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   AddPanels();
   AddBars();
   browser_->ShowPlaces(settings_.RecentDirectories());
-  resize(kFirstSize);
+  resize(kFirstSize.boundedTo(screen()->availableSize() - kFrame));
   resizeDocks({browserDock_, historyDock_}, {kBrowserWidth, kHistoryWidth}, Qt::Horizontal);
   restoreGeometry(settings_.Geometry());
   restoreState(settings_.State());
   historyDock_->hide();
+  browser_->DataFiles()->setFocus();
   EnterDataDirectory();
   Refresh();
 }
