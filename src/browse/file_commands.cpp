@@ -53,6 +53,8 @@ void MakeSubdirectory(Workbench& workbench) {
   }
   if (error) {
     Tell(workbench, title, "Could not make the directory " + name + ".", error);
+  } else {
+    Did(workbench, "Made the directory " + name);
   }
   Request(workbench, ShellRequest::ShowFiles);
 }
@@ -73,6 +75,8 @@ void RemoveDirectory(Workbench& workbench) {
   if (error) {
     Tell(workbench, "Remove Directory", "Could not remove the directory " + current.string() + ".", error);
     OpenDirectory(workbench, current.string());
+  } else {
+    Did(workbench, "Removed the directory " + current.filename().string());
   }
   Request(workbench, ShellRequest::ShowFiles);
 }
@@ -103,6 +107,7 @@ void DeleteFile(Workbench& workbench) {
     Tell(workbench, "Delete File", "Could not delete the file " + path + ".", error);
     return;
   }
+  Did(workbench, "Deleted " + FileNamePart(path));
   ForgetFile(workbench);
 }
 

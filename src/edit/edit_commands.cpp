@@ -1,9 +1,13 @@
 #include "edit/edit_commands.hpp"
 
 #include <array>
+#include <numeric>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "edit/experiment_form.hpp"
 #include "edit/trial_edits.hpp"
@@ -13,9 +17,16 @@ namespace {
 
 constexpr std::string_view kEditMenu = "&Edit";
 
+std::vector<int> AllChannels(const Trial& trial) {
+  std::vector<int> channels(static_cast<std::size_t>(trial.NChan));
+  std::iota(channels.begin(), channels.end(), 1);
+  return channels;
+}
+
 void Recall(Workbench& workbench) {
   if (RecallLabels(workbench.trial)) {
     MarkChanged(workbench, true);
+    Did(workbench, "Labels and units of the file before recalled", AllChannels(workbench.trial));
     return;
   }
   ShowRefusal(workbench, {.title = "No Previous Labels",
@@ -23,30 +34,49 @@ void Recall(Workbench& workbench) {
                           .icon = Icon::Information});
 }
 
+/// The channels whose text is now another; they have been marked as a change.
 template <typename Text>
-void EditNames(Workbench& workbench, std::string_view prompt, PerChannel<Text>& names) {
-  const PerChannel<Text> before = names;
+std::vector<int> EditNames(Workbench& workbench, std::string_view prompt, PerChannel<Text>& names,
+                           const PerChannel<Text>& before) {
   PickNames(workbench, prompt, names);
-  if (names != before) {
+  std::vector<int> changed = AllChannels(workbench.trial);
+  std::erase_if(changed, [&](int c) { return names[c] == before[c]; });
+  if (!changed.empty()) {
     MarkChanged(workbench, true);
   }
+  return changed;
+}
+
+std::string Quoted(const std::string& text) {
+  return "\"" + Trim(text) + "\"";
 }
 
 void EditLabels(Workbench& workbench) {
-  EditNames(workbench, "Change the labels of the channels.", workbench.trial.ChanLabel);
+  PerChannel<Label>& labels = workbench.trial.ChanLabel;
+  const PerChannel<Label> before = labels;
+  for (const int c : EditNames(workbench, "Change the labels of the channels.", labels, before)) {
+    Did(workbench, "Label " + Quoted(before[c].Text()) + " changed to " + Quoted(labels[c].Text()));
+  }
 }
 
 void EditUnits(Workbench& workbench) {
-  EditNames(workbench, "Change the units of the channels.", workbench.trial.ChanUnits);
+  PerChannel<Units>& units = workbench.trial.ChanUnits;
+  const PerChannel<Units> before = units;
+  DidEach(workbench, EditNames(workbench, "Change the units of the channels.", units, before),
+          [&units](int c) { return "Units " + Quoted(units[c].Text()); });
 }
 
 void EditTitle(Workbench& workbench) {
   std::string& title = workbench.trial.TrialTitle;
   const std::string typed = workbench.questions.AskInput(
       {.title = "Trial Title", .prompt = "Enter a brief title for this data file.", .defaultText = title});
-  if (!typed.empty()) {
-    title = typed;
-    MarkChanged(workbench, true);
+  if (typed.empty()) {
+    return;
+  }
+  const std::string before = std::exchange(title, typed);
+  MarkChanged(workbench, true);
+  if (title != before) {
+    Did(workbench, "Title " + Quoted(title));
   }
 }
 
@@ -72,8 +102,10 @@ void EditRate(Workbench& workbench) {
                             .icon = Icon::Exclamation});
     return;
   }
+  const double before = workbench.trial.Rate;
   CorrectRate(workbench.trial, rate);
   MarkChanged(workbench, true);
+  Did(workbench, "Sampling rate corrected from " + PlainNumber(before) + " to " + PlainNumber(rate) + " Hz");
 }
 
 template <void (*procedure)(Workbench&)>

@@ -82,8 +82,11 @@ class ExperimentForm : public Form {
         KeepText(row);
       }
     }
-    KeepNumber(native::kMass, mass_);
-    KeepNumber(native::kHeight, height_);
+    KeepNumber(native::kMass, mass_, "Mass");
+    KeepNumber(native::kHeight, height_, "Height");
+    if (!kept_.empty()) {
+      Did(workbench_, "Experiment information entered: " + kept_);  // not what it says: it names people
+    }
     return true;
   }
 
@@ -95,20 +98,26 @@ class ExperimentForm : public Form {
     if (row >= kFirstLine) {
       workbench_.trial.HeaderLines[row - kFirstLine + 1] = texts_[row];
     }
-    MarkChanged(workbench_, true);
+    Kept(kRows[row].caption);
   }
 
-  void KeepNumber(std::size_t offset, double value) {
+  void KeepNumber(std::size_t offset, double value, const char* caption) {
     const auto stored = static_cast<float>(value);
     if (stored != native::Get<float>(workbench_.records.FILMINFO, offset)) {
       native::Put(workbench_.records.FILMINFO, offset, stored);
-      MarkChanged(workbench_, true);
+      Kept(caption);
     }
+  }
+
+  void Kept(const char* caption) {
+    kept_ += (kept_.empty() ? "" : ", ") + ToLower(WithoutMnemonic(caption));
+    MarkChanged(workbench_, true);
   }
 
   Workbench& workbench_;
   std::array<std::string, kTexts> texts_;
   std::array<std::string, kTexts> before_;
+  std::string kept_;  // what was changed
   double mass_ = 0.0;
   double height_ = 0.0;
   std::string note_ = "Note, these parameters are only saved in the .VMB file format.";

@@ -1,5 +1,6 @@
 #include "graph/crop_commands.hpp"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -89,11 +90,25 @@ void TellGap(Workbench& workbench, SampleRange cut, CropTimes times) {
   }
 }
 
+// "Cropped to samples 101 to 400 (0.5000 to 1.9950 s)"
+void Tell(Workbench& workbench, Work work, SampleRange range, double from, double to) {
+  const std::string times = AbscissaText(workbench, from, "0.0000") + " to " +
+                            AbscissaText(workbench, to, "0.0000") + " " + AbscissaUnits(workbench);
+  Did(workbench, std::string(work == Work::Cut ? "Cut out samples " : "Cropped to samples ") +
+                     std::to_string(range.lo) + " to " + std::to_string(range.hi) + " (" + times + ")" +
+                     (workbench.graph.ClipResetTime ? ", time set to 0" : ""));
+}
+
 void Clip(Workbench& workbench, SingleView& view, const Proposal& proposal) {
   const auto range = ClipForm(workbench, proposal.caption, proposal.work, proposal.range).Ask();
   if (!range) {
     return;
   }
+  const auto timeOf = [&trial = workbench.trial](std::int32_t sample) {
+    return trial.Data(std::clamp(sample, 1, trial.NData), 0);
+  };
+  const double from = timeOf(range->lo);
+  const double to = timeOf(range->hi);
   const CropTimes times = workbench.graph.ClipResetTime ? CropTimes::Reset : CropTimes::Move;
   if (proposal.work == Work::Cut) {
     TellGap(workbench, *range, times);
@@ -102,6 +117,7 @@ void Clip(Workbench& workbench, SingleView& view, const Proposal& proposal) {
     return;
   }
   MarkChanged(workbench, true);
+  Tell(workbench, proposal.work, *range, from, to);
   view.MoveCursorsToEnds(proposal.first, proposal.last);
   view.Replot();
 }

@@ -119,6 +119,7 @@ void SaveCursors(Workbench& workbench, SingleView& view) {
     OutputFile file(workbench.OutputFileName);
     file.Write(CursorFileText(workbench, view));
     CommitSave(workbench, file);
+    DidSave(workbench, "Saved cursor positions as");
   } catch (const FileError& error) {
     ShowFailure(workbench, {.text = error.what(), .icon = Icon::Exclamation});
   }

@@ -108,6 +108,16 @@ void ReadTrial(Workbench& workbench) {
   panel.Finish();
 }
 
+void TellLoaded(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  std::string words = "Opened " + FileNamePart(trial.FileName) + ", " + CountOf(trial.NChan, "channel") +
+                      ", " + CountOf(trial.NData, "sample");
+  if (trial.Rate > 0) {
+    words += " at " + PlainNumber(trial.Rate) + " Hz";
+  }
+  Did(workbench, words);
+}
+
 }  // namespace
 
 void LoadFile(Workbench& workbench) {
@@ -118,6 +128,9 @@ void LoadFile(Workbench& workbench) {
     workbench.trial.DiscardData();  // a half-read trial must not pass for one
     MarkChanged(workbench, false);
     throw;
+  }
+  if (workbench.trial.NData > 0) {
+    TellLoaded(workbench);
   }
   if (workbench.merge.MergePending && workbench.trial.NData > 0) {
     ShowMergeDialogue(workbench);

@@ -14,6 +14,20 @@ std::string Whole(double number) {
   return FormatNumber(number, "0");
 }
 
+std::string HowLengthsMatched(MergeLengths how) {
+  switch (how) {
+    case MergeLengths::NormaliseNext:
+      return "the next file re-sampled to their length";
+    case MergeLengths::NormaliseStored:
+      return "which were re-sampled to the length of the next file";
+    case MergeLengths::CutOrPadStored:
+      return "which were cut or padded to the length of the next file";
+    case MergeLengths::CutOrPadNext:
+      return "the next file cut or padded to their length";
+  }
+  return {};
+}
+
 class MergeForm : public Form {
  public:
   explicit MergeForm(Workbench& workbench)
@@ -49,6 +63,7 @@ class MergeForm : public Form {
       return false;
     }
     StoreForMerge(trial_, store_);
+    Did(workbench_, "Set aside to be merged with the next file");
     return true;
   }
 
@@ -65,6 +80,13 @@ class MergeForm : public Form {
   }
 
   bool Leave() {
+    if (store_.MergePending) {
+      Did(workbench_, "Data set aside for a merge dropped");
+    }
+    return Forget();
+  }
+
+  bool Forget() {
     store_.MergePending = false;
     store_.stored = Trial();
     return true;
@@ -90,7 +112,7 @@ class MergeForm : public Form {
       return Cancel();
     }
     Join();
-    return Leave();
+    return Forget();
   }
 
   // False: the user exits rather than have the new file re-sampled.
@@ -133,6 +155,8 @@ class MergeForm : public Form {
     ShowFirstChannelPage(workbench_);
     ++store_.NFilesMerged;
     MarkChanged(workbench_, true);
+    Did(workbench_, "Merged with the data set aside" + (differ ? ", " + HowLengthsMatched(how) : "") +
+                        ": now " + CountOf(trial_.NChan, "channel") + ", " + CountOf(trial_.NData, "sample"));
   }
 
   static void TellTooMany(Workbench& workbench) {

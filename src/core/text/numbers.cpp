@@ -221,6 +221,10 @@ std::string FormatCount(std::int64_t count) {
   return text;
 }
 
+std::string CountOf(std::int64_t count, std::string_view thing) {
+  return std::to_string(count) + " " + std::string(thing) + (count == 1 ? "" : "s");
+}
+
 std::string ChannelNumber(int channel) {
   return FormatNumber(channel - 1, "00");
 }

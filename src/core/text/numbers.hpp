@@ -46,6 +46,9 @@ std::string PlainNumber(float value);
 std::string FormatField10(double value);
 std::string FormatField10Short(double value);
 
+/// "1 sample", "500 samples".
+std::string CountOf(std::int64_t count, std::string_view thing);
+
 /// A channel as the screen and the messages show it: its index less 1 in the pattern "00".
 std::string ChannelNumber(int channel);
 

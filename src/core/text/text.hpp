@@ -30,6 +30,7 @@ std::string OneLine(std::string_view text);
 
 /// ASCII letters only: file extensions, markers and captions are compared without regard to case.
 std::string ToUpper(std::string_view text);
+std::string ToLower(std::string_view text);
 bool EqualNoCase(std::string_view a, std::string_view b);
 
 /// A caption as a person reads it: "&Process" is "Process", "A && B" is "A & B".

@@ -5,6 +5,7 @@
 
 #include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 
 namespace velmora {
 namespace {
@@ -13,6 +14,11 @@ std::string ReportLine(const Box& box) {
   std::string line = box.title.empty() ? box.text : box.title + ": " + box.text;
   std::replace(line.begin(), line.end(), '\n', ' ');
   return line;
+}
+
+std::string NameOf(const Trial& trial, int channel) {
+  const std::string label = Trim(trial.ChanLabel[channel].Text());
+  return label.empty() ? "channel " + ChannelNumber(channel) : label;
 }
 
 }  // namespace
@@ -129,11 +135,37 @@ Button ShowFailure(Workbench& workbench, const Box& box) {
 }
 
 void Did(Workbench& workbench, std::string what, std::span<const int> channels) {
-  Deed deed{.what = std::move(what), .channels = {}, .refused = {}};
-  for (const int c : channels) {
-    deed.channels.push_back(workbench.trial.ChanLabel[c].Text());
+  std::vector<Deed>& deeds = workbench.report.deeds;
+  if (deeds.empty() || !deeds.back().what.empty()) {
+    deeds.emplace_back();
   }
-  workbench.report.deeds.push_back(std::move(deed));
+  Deed& deed = deeds.back();
+  deed.what = std::move(what);
+  deed.allChannels = static_cast<int>(channels.size()) == workbench.trial.NChan;
+  for (const int c : channels) {
+    deed.channels.push_back(NameOf(workbench.trial, c));
+  }
+}
+
+void DidEach(Workbench& workbench, std::span<const int> channels,
+             const std::function<std::string(int channel)>& what) {
+  std::vector<std::pair<std::string, std::vector<int>>> byWording;
+  for (const int c : channels) {
+    std::string words = what(c);
+    auto found = std::find_if(byWording.begin(), byWording.end(),
+                              [&words](const auto& group) { return group.first == words; });
+    if (found == byWording.end()) {
+      found = byWording.insert(found, {std::move(words), {}});
+    }
+    found->second.push_back(c);
+  }
+  for (auto& [words, having] : byWording) {
+    Did(workbench, std::move(words), having);
+  }
+}
+
+void DidSave(Workbench& workbench, std::string_view what) {
+  Did(workbench, std::string(what) + " " + FileNamePart(workbench.OutputFileName));
 }
 
 void LeftOut(Workbench& workbench, int channel, std::string why) {
@@ -141,7 +173,7 @@ void LeftOut(Workbench& workbench, int channel, std::string why) {
   if (deeds.empty()) {
     deeds.emplace_back();
   }
-  deeds.back().refused.push_back({workbench.trial.ChanLabel[channel].Text(), std::move(why)});
+  deeds.back().refused.push_back({NameOf(workbench.trial, channel), std::move(why)});
 }
 
 void AddNotice(Workbench& workbench, std::string text) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -82,10 +83,19 @@ Button ShowRefusal(Workbench& workbench, const Box& box);
 Button ShowFailure(Workbench& workbench, const Box& box);
 
 /// Reports what the command at hand did, with its parameters in words; `channels` are those it changed.
+/// What changed nothing is not reported: a command without a report is no step of the history.
 void Did(Workbench& workbench, std::string what, std::span<const int> channels = {});
 
+/// The same where channels differ in their parameters: one deed for each wording, with its channels. None
+/// when there are no channels.
+void DidEach(Workbench& workbench, std::span<const int> channels,
+             const std::function<std::string(int channel)>& what);
+
+/// Reports that OutputFileName was written.
+void DidSave(Workbench& workbench, std::string_view what = "Saved");
+
 /// Adds to the deed reported last a channel that was left as it was, and why. Before any deed: to one
-/// without words.
+/// without words, which the next `Did` completes.
 void LeftOut(Workbench& workbench, int channel, std::string why);
 
 /// A remark on the trial that needs no answer: it stays with the trial until the next load and is a

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/files/files.hpp"
+#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
@@ -41,10 +42,25 @@ void Finish(Workbench& workbench) {
   CloseView(workbench);
 }
 
-void SubtractAndFinish(Workbench& workbench, const ChannelList& channels) {
+/// Reports a bias that was removed; without channels its levels were measured alone.
+void Tell(Workbench& workbench, const std::string& bias, const ChannelList& channels) {
+  if (channels.empty()) {
+    Did(workbench, "Bias levels measured: " + bias);
+  } else {
+    Did(workbench, "Bias removed, " + bias, channels);
+  }
+}
+
+void SubtractMeasured(Workbench& workbench, const std::string& bias) {
+  const ChannelList channels = Picked(workbench);
   SubtractLevels(workbench.trial, channels, workbench.chooser.ChanConst);
   workbench.bias.BiasLevelsKnown = true;
+  Tell(workbench, bias, channels);
   Finish(workbench);
+}
+
+std::string MeanOf(std::int32_t count, const char* which) {
+  return "mean of the " + std::string(which) + " " + CountOf(count, "sample");
 }
 
 bool TooShortForDrift(Workbench& workbench) {
@@ -83,7 +99,7 @@ void AutozeroFromLeft(Workbench& workbench) {
   }
   MeasureFirst(workbench.trial, count, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    SubtractAndFinish(workbench, Picked(workbench));
+    SubtractMeasured(workbench, MeanOf(count, "first"));
   }
 }
 
@@ -95,7 +111,7 @@ void AutozeroFromRight(Workbench& workbench) {
   }
   MeasureLast(workbench.trial, count, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    SubtractAndFinish(workbench, Picked(workbench));
+    SubtractMeasured(workbench, MeanOf(count, "last"));
   }
 }
 
@@ -112,7 +128,7 @@ void MeanBetweenCursors(Workbench& workbench) {
   }
   MeasureBetween(trial, lo, hi, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    SubtractAndFinish(workbench, Picked(workbench));
+    SubtractMeasured(workbench, "mean of samples " + std::to_string(lo) + " to " + std::to_string(hi));
   }
 }
 
@@ -123,7 +139,9 @@ void Drift(Workbench& workbench) {
   BeginPicking(workbench);
   MeasureDrift(workbench.trial, workbench.chooser.ChanConst);
   if (ChannelPicker(workbench).Show()) {
-    RemoveDrift(workbench.trial, Picked(workbench), workbench.chooser.ChanConst);
+    const ChannelList channels = Picked(workbench);
+    RemoveDrift(workbench.trial, channels, workbench.chooser.ChanConst);
+    Tell(workbench, "drift from the first to the last sample", channels);
     Finish(workbench);
   }
 }
@@ -139,20 +157,38 @@ void AutozeroAndDrift(Workbench& workbench) {
   }
   MeasureFirst(workbench.trial, count, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    RemoveLevelAndDrift(workbench.trial, Picked(workbench), workbench.chooser.ChanConst);
+    const ChannelList channels = Picked(workbench);
+    RemoveLevelAndDrift(workbench.trial, channels, workbench.chooser.ChanConst);
+    Tell(workbench, MeanOf(count, "first") + " and drift", channels);
     Finish(workbench);
   }
 }
 
-// Offers the levels for editing and subtracts them from every channel.
-void EditAndSubtract(Workbench& workbench) {
+// Levels of 0 change nothing, but they are what a save of the levels writes.
+void TellLevels(Workbench& workbench, ChannelList channels, const std::string& origin) {
+  const PerChannel<float>& levels = workbench.chooser.ChanConst;
+  std::erase_if(channels, [&levels](int c) { return levels[c] == 0.0F; });
+  if (channels.empty()) {
+    Did(workbench, "Bias levels " + origin + ", all of them 0");
+  }
+  DidEach(workbench, channels,
+          [&](int c) { return "Bias level " + PlainNumber(levels[c]) + " (" + origin + ") subtracted"; });
+}
+
+// Offers the levels for editing and subtracts them from every channel; `origin` is what is told of them.
+void EditAndSubtract(Workbench& workbench, const std::string& origin) {
   ChooserState& chooser = workbench.chooser;
   chooser.ChooserSelectMode = false;
   chooser.ChooserValuesMode = true;
   chooser.ChooserPrompt = "Enter bias levels to be subtracted from each channel (R=X-bias).";
-  if (ChannelPicker(workbench).Show()) {
-    SubtractAndFinish(workbench, AllChannels(workbench.trial));
+  if (!ChannelPicker(workbench).Show()) {
+    return;
   }
+  const ChannelList channels = AllChannels(workbench.trial);
+  SubtractLevels(workbench.trial, channels, chooser.ChanConst);
+  workbench.bias.BiasLevelsKnown = true;
+  TellLevels(workbench, channels, origin);
+  Finish(workbench);
 }
 
 void EnterTerms(Workbench& workbench) {
@@ -160,7 +196,7 @@ void EnterTerms(Workbench& workbench) {
   for (std::size_t c = 1; c <= static_cast<std::size_t>(workbench.trial.NChan); ++c) {
     workbench.chooser.ChanConst[c] = workbench.bias.BiasMemory[c];
   }
-  EditAndSubtract(workbench);
+  EditAndSubtract(workbench, "entered");
 }
 
 void LevelsFromFile(Workbench& workbench) {
@@ -179,7 +215,7 @@ void LevelsFromFile(Workbench& workbench) {
     ShowFailure(workbench, {.title = error.title(), .text = error.what(), .icon = Icon::Exclamation});
     return;
   }
-  EditAndSubtract(workbench);
+  EditAndSubtract(workbench, "from " + FileNamePart(chosen.front()));
 }
 
 void SaveLevels(Workbench& workbench) {

@@ -119,6 +119,7 @@ void WriteBiasFile(Workbench& workbench) {
   OutputFile file(workbench.OutputFileName);
   file.Write(BiasText(workbench.trial, workbench.chooser.ChanConst));
   file.Commit();
+  DidSave(workbench, "Saved bias levels as");
 }
 
 void ReadBiasFile(const std::string& path, int channels, PerChannel<float>& levels) {

@@ -10,12 +10,14 @@
 #include "dsp/ask_entry.hpp"
 #include "dsp/filters/filter_and_tell.hpp"
 #include "dsp/filters/filter_options.hpp"
+#include "dsp/filters/recursive_filter.hpp"
 
 namespace velmora {
 namespace {
 
 constexpr int kPadZeros = 0;
 constexpr int kPadMeans = 1;
+constexpr int kPadReflected = 2;
 
 constexpr const char* kHelp =
     "A Butterworth filter is maximally flat in its pass band: it keeps the amplitudes below the cutoff best, "
@@ -36,7 +38,8 @@ constexpr const char* kHelp =
 ButterworthForm::ButterworthForm(Workbench& workbench)
     : Form("frmButterworth", "Butterworth Filter Selection"),
       workbench_(workbench),
-      cwnPadding_(RoundHalfEven32(workbench.trial.NData / 5.0)) {
+      cwnPadding_(RoundHalfEven32(workbench.trial.NData / 5.0)),
+      paddingOffered_(cwnPadding_) {
   workbench_.filters.ZeroLag.fill(true);
   passes_.fill(1.0);
   std::copy(workbench_.filters.FilterCutoffs.begin(), workbench_.filters.FilterCutoffs.end(),
@@ -179,9 +182,23 @@ void ButterworthForm::Filter() {
                         .ZeroLag = workbench_.filters.ZeroLag};
   std::transform(passes_.begin(), passes_.end(), filter.Passes.begin(),
                  [](double passes) { return static_cast<std::int16_t>(passes); });
-  FilterAndTell(workbench_, filter);
+  FilterAndTell(workbench_, filter, MoreWords());
   workbench_.chooser.ChooserCancelled = false;
   MarkChanged(workbench_, true);
+}
+
+std::string ButterworthForm::MoreWords() const {
+  const bool rectifies =
+      chkRectify_ && optPassType_ == 0 && DesignOfThree(optFilter_) != FilterDesign::Bessel;
+  std::string words = rectifies ? ", rectified before" : "";
+  if (optPad_ != kPadReflected || cwnPadding_ != paddingOffered_) {
+    const char* how = optPad_ == kPadZeros ? " zeros" : optPad_ == kPadMeans ? " means" : " reflected points";
+    words +=
+        ", padded with " +
+        std::to_string(std::min<std::int64_t>(std::abs(std::int64_t{cwnPadding_}), kHighestChannelPadding)) +
+        how;
+  }
+  return words;
 }
 
 void ButterworthForm::Help() {

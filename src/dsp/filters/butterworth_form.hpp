@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "core/questions/form.hpp"
 #include "core/workbench.hpp"
@@ -29,6 +30,8 @@ class ButterworthForm : public Form {
   void UpdateOrders();
   void ClearChannels();
   void Filter();
+  /// What its report says behind the cut-off.
+  [[nodiscard]] std::string MoreWords() const;
   void CopyLastToAll();
   void Cancel();
   void Help();
@@ -38,6 +41,7 @@ class ButterworthForm : public Form {
   std::int32_t optFilter_ = -1;  // none set: Butterworth
   std::int32_t optPad_ = 2;
   std::int32_t cwnPadding_ = 0;
+  std::int32_t paddingOffered_ = 0;
   bool chkRectify_ = false;
   ChannelNumbers cutoffs_{};  // Hz
   ChannelNumbers passes_{};

@@ -1,5 +1,7 @@
 #include "dsp/filters/filter_messages.hpp"
 
+#include <cmath>
+
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 
@@ -10,6 +12,11 @@ using Outcome = FilterVerdict::Outcome;
 
 std::string Hertz(double value, const char* pattern = "0.00") {
   return FormatNumber(value, pattern) + " Hz";
+}
+
+// To hundredths: a limit that is told must be one that is accepted.
+double RoundedDown(double limit) {
+  return std::floor(limit * 100.0) / 100.0;
 }
 
 }  // namespace
@@ -33,6 +40,25 @@ std::string ReasonText(const FilterVerdict& verdict) {
       return "Cutoff frequency " + Hertz(verdict.number) + " is too high." + maximum;
     case Outcome::CutoffTooLow:
       return "Cutoff frequency " + PlainNumber(verdict.cutoff) + " Hz is too low for the sampling rate.";
+    case Outcome::Accepted:
+      break;
+  }
+  return {};
+}
+
+std::string ShortReason(const FilterVerdict& verdict) {
+  const std::string asked = PlainNumber(verdict.cutoff) + " Hz, ";
+  switch (verdict.outcome) {
+    case Outcome::TooFewPasses:
+      return PlainNumber(verdict.number) + " passes" + ", at least " + PlainNumber(verdict.limit);
+    case Outcome::TooManyPasses:
+      return PlainNumber(verdict.number) + " passes, at most " + PlainNumber(verdict.limit);
+    case Outcome::LowPassTooHigh:
+    case Outcome::HighPassAdjustedTooHigh:
+    case Outcome::HighPassTooHigh:
+      return asked + "at most " + PlainNumber(RoundedDown(verdict.limit)) + " Hz";
+    case Outcome::CutoffTooLow:
+      return asked + "too low for the sampling rate";
     case Outcome::Accepted:
       break;
   }

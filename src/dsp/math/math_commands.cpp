@@ -20,6 +20,8 @@ using ValuesKernel = void (*)(Workbench&);
 /// One row of the menu of mathematical functions.
 struct MathOperation {
   std::string_view prompt;
+  /// What was done, for the report. Empty where the operation tells it itself.
+  std::string_view told;
   SelectKernel select = nullptr;  // for the channels selected
   ValuesKernel values = nullptr;  // for the constants entered
   float prefill = 1.0F;
@@ -40,6 +42,14 @@ void PickValues(Workbench& workbench, const MathOperation& operation) {
   chooser.ChooserValuesMode = true;
   chooser.ChooserIntegerValues = operation.integers;
   ChannelPicker(workbench).Show();
+}
+
+// "Multiplied by 2" for each constant that was entered.
+void TellConstants(Workbench& workbench, const ChannelList& channels, std::string_view told) {
+  DidEach(workbench, channels, [&workbench, told](int c) {
+    std::string words(told);
+    return words.replace(words.find('#'), 1, PlainNumber(workbench.chooser.ChanConst[c]));
+  });
 }
 
 // Channels whose constant asks for something: neither 0 nor 1.
@@ -77,25 +87,42 @@ void AddPicked(Workbench& workbench) {
       MarkChanged(workbench, true);
     }
   }
-  AddConstants(workbench.trial, SelectedChannels(workbench.trial, flags), constants);
+  const ChannelList channels = SelectedChannels(workbench.trial, flags);
+  AddConstants(workbench.trial, channels, constants);
+  TellConstants(workbench, channels, "Constant # added");
 }
 
-template <void (*kernel)(Trial&, const ChannelList&, const PerChannel<float>&)>
-void ApplyFactors(Workbench& workbench) {
-  kernel(workbench.trial, ChannelsWithFactor(workbench), workbench.chooser.ChanConst);
+void MultiplyPicked(Workbench& workbench) {
+  const ChannelList channels = ChannelsWithFactor(workbench);
+  MultiplyBy(workbench.trial, channels, workbench.chooser.ChanConst);
+  TellConstants(workbench, channels, "Multiplied by #");
+}
+
+void DividePicked(Workbench& workbench) {
+  const ChannelList channels = ChannelsWithFactor(workbench);
+  DivideBy(workbench.trial, channels, workbench.chooser.ChanConst);
+  TellConstants(workbench, channels, "Divided by #");
 }
 
 void RaisePicked(Workbench& workbench) {
   const PerChannel<float>& powers = workbench.chooser.ChanConst;
+  ChannelList raised;
+  ChannelList refused;
   for (const int c : ChannelsWithFactor(workbench)) {
     if (powers[c] < 0.0F) {
       ShowRefusal(workbench, {.title = "Invalid power",
                               .text = "Negative powers are not permitted.  Array " + std::to_string(c) +
                                       " will not be altered.",
                               .icon = Icon::Exclamation});
+      refused.push_back(c);
       continue;
     }
     RaiseToPower(workbench.trial, {c}, powers);
+    raised.push_back(c);
+  }
+  TellConstants(workbench, raised, "Raised to the power #");
+  for (const int c : refused) {
+    LeftOut(workbench, c, "power " + PlainNumber(powers[c]) + ", at least 0");
   }
 }
 
@@ -124,6 +151,10 @@ void LengthOfPath(Workbench& workbench, std::string_view prompt) {
     return;
   }
   const double total = PathLength(trial, channels, first, last);
+  Did(workbench,
+      "Length of the path from sample " + std::to_string(first) + " to " + std::to_string(last) + " is " +
+          FormatNumber(total, "0.0000"),
+      channels);
   workbench.questions.AskBox({.title = "Path Length",
                               .text = "Path starts from datum " + std::to_string(first) + " to datum " +
                                       std::to_string(last) + ".\nPath length of " + PathText(channels, total),
@@ -156,6 +187,7 @@ void ResidualsRms(Workbench& workbench, std::string_view prompt) {
     return;
   }
   const double rms = RmsOfResiduals(trial, pair[0], pair[1]);
+  Did(workbench, "RMS of residuals is " + FormatNumber(rms, "0.000"), pair);
   workbench.questions.AskBox({.text = "RMS of residuals for '" + Trim(trial.ChanLabel[pair[0]].Text()) +
                                       "' and '" + Trim(trial.ChanLabel[pair[1]].Text()) + "' is " +
                                       FormatNumber(rms, "0.000") + "."});
@@ -163,33 +195,41 @@ void ResidualsRms(Workbench& workbench, std::string_view prompt) {
 
 // In the order of the menu.
 constexpr std::array<MathOperation, 16> kOperations = {{
-    {.prompt = "Select channel(s) to Rectify (|X|, absolute values).", .select = Apply<Absolute>},
+    {.prompt = "Select channel(s) to Rectify (|X|, absolute values).",
+     .told = "Absolute value",
+     .select = Apply<Absolute>},
     {.prompt = "Enter Constant(s) to be added to channel(s) (R=X+c).", .values = AddPicked, .prefill = 0.0F},
-    {.prompt = "Select channel(s) to accumulate.", .select = Apply<Accumulate>},
+    {.prompt = "Select channel(s) to accumulate.", .told = "Cumulative sum", .select = Apply<Accumulate>},
     {.prompt = "Select channel(s) for Differentiation by time (R=dX/dt).",
+     .told = "First derivative by time",
      .select = ApplyOverTime<Differentiate>,
      .needsTime = true,
      .fewestSamples = 3},
-    {.prompt = "Select channel(s) to Negate (-X).", .select = Apply<Negate>},
+    {.prompt = "Select channel(s) to Negate (-X).", .told = "Negated", .select = Apply<Negate>},
     {.prompt = "Select channel(s) to half-wave rectify (zero all negative values).",
+     .told = "Half-wave rectified",
      .select = Apply<HalfWaveRectify>},
     {.prompt = "Select channel(s) to Integrate over time (Riemann sum).",
+     .told = "Integrated over time (Riemann sum)",
      .select = ApplyOverTime<IntegrateOverTime>,
      .needsTime = true},
     {.prompt = "Select 1, 2, or 3 channel(s) for Path Integration.  Only one path at a time.",
      .whole = LengthOfPath},
     {.prompt = "Enter Scaling (multiplier) for each channel (R=sX, 0.0 means no action).",
-     .values = ApplyFactors<MultiplyBy>},
+     .values = MultiplyPicked},
     {.prompt = "Enter Normalization factor (divisor) for each channel (R=X/n, 0.0 means no action).",
-     .values = ApplyFactors<DivideBy>},
+     .values = DividePicked},
     {.prompt = "Enter Power to raise each channel (R=X^p, 0.0 means no action).",
      .values = RaisePicked,
      .integers = true},
-    {.prompt = "Select channel(s) to take Square Root of (R=X^0.5).", .select = Apply<SquareRoot>},
-    {.prompt = "Select channel(s) to Square (R=X^2).", .select = Apply<Square>},
+    {.prompt = "Select channel(s) to take Square Root of (R=X^0.5).",
+     .told = "Square root",
+     .select = Apply<SquareRoot>},
+    {.prompt = "Select channel(s) to Square (R=X^2).", .told = "Squared", .select = Apply<Square>},
     {.prompt = "Select two channels to compute RMS of Residuals (R=RMS[X-Y]).", .whole = ResidualsRms},
-    {.prompt = "Select channel(s) to invert (R=1/x).", .select = Apply<Invert>},
+    {.prompt = "Select channel(s) to invert (R=1/x).", .told = "Inverted (1/x)", .select = Apply<Invert>},
     {.prompt = "Select channel(s) for Double Differentiation by time (R=d2X/dt2).",
+     .told = "Second derivative by time",
      .select = DifferentiateTwice,
      .needsTime = true,
      .fewestSamples = 3},
@@ -242,6 +282,7 @@ void Scaling(Workbench& workbench) {
     trial.ChanGain[c] *= factors[c];
   }
   MultiplyBy(trial, channels, factors);
+  TellConstants(workbench, channels, "Scaled by #");
 }
 
 constexpr std::string_view kMathMenu = "&Analysis/&Mathematical functions";
@@ -289,6 +330,7 @@ void MathFunction(Workbench& workbench, int index) {
     operation.values(workbench);
   } else if (const ChannelList channels = PickChannels(workbench, operation.prompt); !channels.empty()) {
     operation.select(workbench, channels);
+    Did(workbench, std::string(operation.told), channels);
   }
 }
 

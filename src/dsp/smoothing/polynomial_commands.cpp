@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -112,6 +113,8 @@ std::optional<int> OrderFor(Workbench& workbench, int channel, std::int64_t poin
                .text = "The order of a polynomial can be at most " + std::to_string(kHighestPolynomialOrder) +
                        ".\nFitting is cancelled for channel " + ChannelNumber(channel) + ".",
                .icon = Icon::Exclamation});
+  LeftOut(workbench, channel,
+          "order " + std::to_string(order) + ", at most " + std::to_string(kHighestPolynomialOrder));
   return std::nullopt;
 }
 
@@ -127,9 +130,23 @@ void RefuseNotFinite(Workbench& workbench, int channel) {
                           .icon = Icon::Exclamation});
 }
 
+/// Channels that were fitted, and the order of each.
+using FittedOrders = std::map<int, int>;
+
+void TellFitted(Workbench& workbench, const FittedOrders& fitted, SampleRange range) {
+  ChannelList channels;
+  for (const auto& [channel, order] : fitted) {
+    channels.push_back(channel);
+  }
+  DidEach(workbench, channels, [&](int c) {
+    return "Polynomial of order " + std::to_string(fitted.at(c)) + " fitted to samples " +
+           std::to_string(range.lo) + " to " + std::to_string(range.hi);
+  });
+}
+
 // Returns false when the command is to end.
 bool FitChannel(Workbench& workbench, int channel, SampleRange range, const std::vector<double>& times,
-                bool offerCoefficients) {
+                bool offerCoefficients, FittedOrders& fitted) {
   Trial& trial = workbench.trial;
   MarkChanged(workbench, true);
   const std::optional<int> order = OrderFor(workbench, channel, static_cast<std::int64_t>(times.size()));
@@ -139,6 +156,7 @@ bool FitChannel(Workbench& workbench, int channel, SampleRange range, const std:
   const std::vector<double> samples = SamplesOf(trial, channel, range);
   if (!AllFinite(samples) || !AllFinite(times)) {
     RefuseNotFinite(workbench, channel);
+    LeftOut(workbench, channel, "data that are not finite numbers");
     return true;
   }
   const PolynomialFit fit = FitPolynomial(times, samples, *order);
@@ -151,6 +169,7 @@ bool FitChannel(Workbench& workbench, int channel, SampleRange range, const std:
   for (std::int64_t i = range.lo; i <= range.hi; ++i) {
     trial.Data(i, channel) = static_cast<float>(fit.fitted[static_cast<std::size_t>(i - range.lo)]);
   }
+  fitted[channel] = *order;
   return true;
 }
 
@@ -162,14 +181,17 @@ void FitChannels(Workbench& workbench, SampleRange range, bool offerCoefficients
   if (!offerCoefficients) {  // else each channel has its question
     panel.emplace(workbench, ProgressPanel::Kind::Processing);
   }
+  FittedOrders fitted;
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
-    if (workbench.chooser.ChanConst[c] > 0 && !FitChannel(workbench, c, range, times, offerCoefficients)) {
-      return;
+    if (workbench.chooser.ChanConst[c] > 0 &&
+        !FitChannel(workbench, c, range, times, offerCoefficients, fitted)) {
+      break;
     }
     if (panel) {
       panel->GiveTurn();
     }
   }
+  TellFitted(workbench, fitted, range);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <string>
 
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
@@ -30,7 +31,24 @@ void MarkWhenAny(Workbench& workbench, const ChannelList& channels) {
   }
 }
 
-template <void (*kernel)(Trial&, const ChannelList&, std::int32_t, SimdLevel, const Turn&)>
+// "Moving average, 21 samples (0.105 s)"
+void TellWindow(Workbench& workbench, std::string_view name, const ChannelList& channels) {
+  if (channels.empty()) {
+    return;
+  }
+  const std::int16_t width = workbench.smoothing.WindowWidth;
+  std::string words = std::string(name) + ", window of " + CountOf(width, "sample");
+  if (const double rate = workbench.trial.Rate; rate > 0 && workbench.time.Base == TimeBase::Seconds) {
+    words += " (" + FormatNumber(width / rate, "0.0000") + " s)";
+  }
+  Did(workbench, words, channels);
+}
+
+constexpr char kAverageName[] = "Moving average";
+constexpr char kRmsName[] = "Moving RMS";
+constexpr char kMeanAbsoluteName[] = "Moving mean absolute value";
+
+template <void (*kernel)(Trial&, const ChannelList&, std::int32_t, SimdLevel, const Turn&), const char* name>
 void Smooth(Workbench& workbench) {
   if (workbench.trial.NData < 1 || !EpochDurationForm(workbench).Ask()) {
     return;
@@ -39,6 +57,7 @@ void Smooth(Workbench& workbench) {
   MarkWhenAny(workbench, channels);
   ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
   kernel(workbench.trial, channels, workbench.smoothing.WindowWidth, MachineSimdLevel(), TurnOf(panel));
+  TellWindow(workbench, name, channels);
 }
 
 // A width that nobody has chosen yet becomes a tenth of a second.
@@ -50,7 +69,7 @@ void RmsAmplitude(Workbench& workbench) {
         std::clamp<std::int64_t>(tenth, 1, std::numeric_limits<std::int16_t>::max()));
     workbench.smoothing.WindowInSeconds = true;
   }
-  Smooth<MovingRms>(workbench);
+  Smooth<MovingRms, kRmsName>(workbench);
 }
 
 bool WantsOddWidth(Workbench& workbench) {
@@ -75,6 +94,7 @@ void Median(Workbench& workbench) {
   MarkChanged(workbench, true);
   ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
   MovingMedian(workbench.trial, channels, workbench.smoothing.WindowWidth, TurnOf(panel));
+  TellWindow(workbench, "Moving median", channels);
 }
 
 void Interpolate(Workbench& workbench) {
@@ -88,6 +108,9 @@ void Interpolate(Workbench& workbench) {
   }
   MarkChanged(workbench, true);
   InterpolateLine(trial, channels, trial.CursorLo, trial.CursorHi);
+  Did(workbench,
+      "Straight line from sample " + std::to_string(trial.CursorLo) + " to " + std::to_string(trial.CursorHi),
+      channels);
 }
 
 void DigitalFilters(Workbench& workbench) {
@@ -109,7 +132,8 @@ void TestFilters(Workbench& workbench) {
 constexpr std::string_view kSmoothMenu = "&Analysis/Sm&oothing";
 
 constexpr std::array kSmoothCommands = {
-    Command{"smooth.moving-average", "Moving &Average", kSmoothMenu, Needs::Data, Smooth<MovingAverage>},
+    Command{"smooth.moving-average", "Moving &Average", kSmoothMenu, Needs::Data,
+            Smooth<MovingAverage, kAverageName>},
     Command{"smooth.butterworth", "&Butterworth, Critically-damped, or Bessel", kSmoothMenu, Needs::Data,
             ShowButterworth},
     Command{"smooth.digital", "&Digital Filtering (various)", kSmoothMenu, Needs::Data, DigitalFilters},
@@ -119,7 +143,8 @@ constexpr std::array kSmoothCommands = {
     Command{"smooth.rms", "&RMS amplitude", kSmoothMenu, Needs::Data, RmsAmplitude},
     Command{"smooth.spline", "&Spline fit an interval", kSmoothMenu, Needs::Data, FitInterval},
     Command{"smooth.testing", "Filter &Testing", kSmoothMenu, Needs::Nothing, TestFilters},
-    Command{"smooth.mav", "Mean Absolute &Value (MAV)", kSmoothMenu, Needs::Data, Smooth<MovingMeanAbsolute>},
+    Command{"smooth.mav", "Mean Absolute &Value (MAV)", kSmoothMenu, Needs::Data,
+            Smooth<MovingMeanAbsolute, kMeanAbsoluteName>},
 };
 
 }  // namespace

@@ -7,9 +7,11 @@
 
 #include "core/questions/progress.hpp"
 #include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "dsp/ask_entry.hpp"
 #include "dsp/channel_list.hpp"
+#include "dsp/filters/filter_and_tell.hpp"
 #include "dsp/filters/filter_messages.hpp"
 #include "dsp/filters/filter_options.hpp"
 #include "dsp/filters/recursive_filter.hpp"
@@ -22,7 +24,13 @@ constexpr std::int32_t kNotchOption = 4;
 constexpr std::int32_t kSplineOption = 6;
 
 // Where the fields lie in fields_.
-enum FieldIndex : std::size_t { kPassTypeField = 1, kCutoffsField = 3, kSecondCutoffsField, kOrdersField };
+enum FieldIndex : std::size_t {
+  kPassTypeField = 1,
+  kDesignField,
+  kCutoffsField,
+  kSecondCutoffsField,
+  kOrdersField
+};
 
 ChannelList ChannelsToFilter(const Workbench& workbench) {
   ChannelFlags wanted{};
@@ -165,12 +173,26 @@ bool SmoothForm::Filter() {
                              .icon = Icon::Exclamation});
     return false;
   }
+  told_.clear();
+  refused_.clear();
   const bool done =
       IsDesignByPasses(optFilter_) ? FilterByPasses(DesignByPassesOf(optFilter_)) : FilterByDesign();
   if (done) {
     MarkChanged(workbench_, true);
   }
+  Tell();
   return done;
+}
+
+void SmoothForm::Tell() {
+  ChannelList filtered;
+  for (const auto& [channel, words] : told_) {
+    filtered.push_back(channel);
+  }
+  DidEach(workbench_, filtered, [this](int c) { return told_.at(c); });
+  for (const auto& [channel, why] : refused_) {
+    LeftOut(workbench_, channel, why);
+  }
 }
 
 // Under a panel when it is much work; its Cancel leaves the channels before filtered.
@@ -214,11 +236,28 @@ void SmoothForm::DesignAndRun(int channel) {
                                            .cutoff = workbench_.filters.FilterCutoffs[channel],
                                            .higher = workbench_.filters.SecondCutoffs[channel]});
     RunBiquads(sections, workbench_.trial.Channel(channel));
+    told_[channel] = DesignWords(channel);
   } catch (const FilterDesignError& error) {
     ShowRefusal(workbench_, {.title = "Invalid Filter",
                              .text = std::string(error.what()) + CancelledText(channel),
                              .icon = Icon::Exclamation});
+    std::string why = error.what();
+    refused_[channel] = why.substr(0, why.find_last_not_of('.') + 1);
   }
+}
+
+// "Band-pass Chebyshev, order 4, one way, 20 to 450 Hz"
+std::string SmoothForm::DesignWords(int channel) const {
+  const auto caption = [this](FieldIndex field, std::int32_t choice) {
+    return WithoutMnemonic(fields_[field].choices[static_cast<std::size_t>(choice)]);
+  };
+  std::string words = caption(kPassTypeField, optPassType_) + " " + caption(kDesignField, optFilter_) +
+                      ", order " + std::to_string(Order(channel)) + ", one way, " +
+                      PlainNumber(workbench_.filters.FilterCutoffs[channel]);
+  if (IsBandOption(optPassType_)) {
+    words += " to " + PlainNumber(workbench_.filters.SecondCutoffs[channel]);
+  }
+  return words + " Hz";
 }
 
 // A low-pass cut-off that is too high stops the run, with the channels before it filtered.
@@ -228,6 +267,13 @@ bool SmoothForm::FilterByPasses(FilterDesign design) {
     const FilterVerdict verdict = FilterForward(workbench_.trial, channel, type, design,
                                                 workbench_.filters.FilterCutoffs[channel], Order(channel));
     ShowVerdict(workbench_, channel, verdict);
+    if (verdict.Accepted()) {
+      told_[channel] = NameOf(type, design) + ", 2nd order, " +
+                       (Order(channel) == 1 ? "" : std::to_string(Order(channel)) + " passes, ") +
+                       "one way, " + PlainNumber(workbench_.filters.FilterCutoffs[channel]) + " Hz";
+    } else {
+      refused_[channel] = ShortReason(verdict);
+    }
     return verdict.outcome != FilterVerdict::Outcome::LowPassTooHigh;
   });
 }

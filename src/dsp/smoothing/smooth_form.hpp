@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 
 #include "core/questions/form.hpp"
@@ -35,6 +36,9 @@ class SmoothForm : public Form {
   bool FilterByDesign();
   bool FilterByPasses(FilterDesign design);
   void DesignAndRun(int channel);
+  /// Reports what was filtered and what was not.
+  void Tell();
+  [[nodiscard]] std::string DesignWords(int channel) const;
   void Cancel();
   [[nodiscard]] std::int16_t Order(int channel) const;
 
@@ -49,6 +53,9 @@ class SmoothForm : public Form {
   ChannelNumbers secondCutoffs_{};  // Hz
   ChannelNumbers orders_{};
   bool wantsZeroLag_ = false;
+  // Of the last press of Filter: what was done by channel, and why not.
+  std::map<int, std::string> told_;
+  std::map<int, std::string> refused_;
 };
 
 }  // namespace velmora

@@ -53,9 +53,13 @@ bool CanResampleTo(Workbench& workbench, std::int64_t intervals) {
   return false;
 }
 
+std::string RateUnits(const Workbench& workbench) {
+  return HoldsSeconds(workbench) ? "Hz" : "samples per unit of the abscissa";
+}
+
 // What counts samples follows their new number: the remembered rate of the seconds base, and the
 // cursors, which stay at their times.
-void FinishResampling(Workbench& workbench, std::int32_t samplesBefore) {
+void FinishResampling(Workbench& workbench, std::int32_t samplesBefore, const char* how) {
   Trial& trial = workbench.trial;
   const double ratio = (trial.NData - 1.0) / (samplesBefore - 1.0);
   workbench.time.SecondsRate *= ratio;
@@ -63,6 +67,9 @@ void FinishResampling(Workbench& workbench, std::int32_t samplesBefore) {
   trial.CursorHi = RoundHalfEven32((trial.CursorHi - 1.0) * ratio + 1.0);
   NormaliseCursors(trial);
   MarkChanged(workbench, true);
+  Did(workbench, std::string(how) + " from " + CountOf(samplesBefore, "sample") + " to " +
+                     std::to_string(trial.NData) + ", now " + PlainNumber(trial.Rate) + " " +
+                     RateUnits(workbench));
 }
 
 void ResampleLinearly(Workbench& workbench, std::int64_t intervals) {
@@ -71,7 +78,7 @@ void ResampleLinearly(Workbench& workbench, std::int64_t intervals) {
   }
   const std::int32_t before = workbench.trial.NData;
   ResampleAll(workbench.trial, intervals);
-  FinishResampling(workbench, before);
+  FinishResampling(workbench, before, "Resampled linearly");
 }
 
 std::string AskDivisions(Workbench& workbench) {
@@ -142,7 +149,7 @@ void Shannon(Workbench& workbench) {
   };
   if (ShannonResample(trial, intervals, showAndGoOn)) {
     panel.SetStatus("Channel " + ChannelNumber(trial.NChan) + " done.");
-    FinishResampling(workbench, before);
+    FinishResampling(workbench, before, "Resampled by Shannon reconstruction");
   }
 }
 
@@ -155,11 +162,13 @@ void Reverse(Workbench& workbench) {
   ReverseSamples(workbench.trial);
   MarkChanged(workbench, true);
   workbench.time.TimeReversed = !workbench.time.TimeReversed;
+  Did(workbench, "Time reversed");
   workbench.questions.AskBox(
       {.text = "Time base reversed.  To undo, use this function again.", .icon = Icon::Information});
 }
 
 struct Move {
+  std::string_view told;
   std::string_view pickPrompt;
   std::string_view amountPrompt;
   std::string_view refusal;
@@ -167,11 +176,11 @@ struct Move {
 };
 
 constexpr Move kPhaseShift = {
-    "Choose which channel(s) to phase shift.",
+    "Shifted by ", "Choose which channel(s) to phase shift.",
     "Enter number of points to shift channel(s).\n"
     "Note, data will be lost with each shift. Enter 0 to cancel.",
     "Shifting is cancelled.\nAmount of shift is greater than or equal to number of data.", ShiftSamples};
-constexpr Move kRotation = {"Choose which channel(s) to rotate.",
+constexpr Move kRotation = {"Rotated by ", "Choose which channel(s) to rotate.",
                             "Enter number of points to rotate channel(s).\nEnter 0 to cancel.",
                             "Amount of rotation is greater than or equal to number of data.", RotateSamples};
 
@@ -202,6 +211,7 @@ void MovePicked(Workbench& workbench, const Move& move) {
   }
   move.kernel(workbench.trial, channels, amount);
   MarkChanged(workbench, true);
+  Did(workbench, std::string(move.told) + CountOf(amount, "sample"), channels);
 }
 
 void PhaseShift(Workbench& workbench) {
@@ -220,9 +230,10 @@ void RememberSeconds(Workbench& workbench) {
   }
 }
 
-void SetTimeBase(Workbench& workbench, TimeBase base) {
+void SetTimeBase(Workbench& workbench, TimeBase base, const std::string& abscissa) {
   workbench.time.Base = base;
   MarkChanged(workbench, true);
+  Did(workbench, "Abscissa in " + abscissa);
 }
 
 // A trial that came in another base has no seconds to go back to: its own rate and duration stay.
@@ -238,7 +249,7 @@ void Count(Workbench& workbench) {
   }
   RememberSeconds(workbench);
   UseSampleCount(workbench.trial);
-  SetTimeBase(workbench, TimeBase::Count);
+  SetTimeBase(workbench, TimeBase::Count, "samples");
 }
 
 void Percentage(Workbench& workbench) {
@@ -247,7 +258,7 @@ void Percentage(Workbench& workbench) {
   }
   RememberSeconds(workbench);
   UsePercentage(workbench.trial);
-  SetTimeBase(workbench, TimeBase::Percentage);
+  SetTimeBase(workbench, TimeBase::Percentage, "percent");
 }
 
 void Seconds(Workbench& workbench) {
@@ -256,7 +267,7 @@ void Seconds(Workbench& workbench) {
   }
   RememberSeconds(workbench);
   RestoreSeconds(workbench);
-  SetTimeBase(workbench, TimeBase::Seconds);
+  SetTimeBase(workbench, TimeBase::Seconds, "seconds");
 }
 
 std::string AskOr(Workbench& workbench, const InputQuestion& question, const char* whenEmpty) {
@@ -293,7 +304,7 @@ void UserUnits(Workbench& workbench) {
                                   "units");
   RememberSeconds(workbench);
   UseUserUnits(workbench.trial, length, label, units);
-  SetTimeBase(workbench, TimeBase::UserUnits);
+  SetTimeBase(workbench, TimeBase::UserUnits, label + ", " + PlainNumber(length) + " " + units + " long");
 }
 
 void Frames(Workbench& workbench) {
@@ -319,7 +330,7 @@ void Frames(Workbench& workbench) {
   const bool known = workbench.time.SecondsRate > 0;
   UseFrames(workbench.trial, recordsPerFrame, known ? workbench.time.SecondsRate : trial.Rate,
             known ? workbench.time.SecondsDuration : trial.Duration);
-  SetTimeBase(workbench, TimeBase::Frames);
+  SetTimeBase(workbench, TimeBase::Frames, "video frames of " + PlainNumber(recordsPerFrame) + " samples");
 }
 
 // Row 0 holds seconds; only the way they are shown changes.
@@ -327,12 +338,16 @@ void HhMmSs(Workbench& workbench) {
   if (workbench.trial.NData < 1) {
     return;
   }
+  if (workbench.time.Base == TimeBase::HhMmSs) {
+    return;
+  }
   if (HoldsSeconds(workbench)) {
     workbench.time.Base = TimeBase::HhMmSs;
+    Did(workbench, "Abscissa in hours, minutes and seconds");
     return;
   }
   RestoreSeconds(workbench);
-  SetTimeBase(workbench, TimeBase::HhMmSs);
+  SetTimeBase(workbench, TimeBase::HhMmSs, "hours, minutes and seconds");
 }
 
 constexpr std::string_view kTimeBaseMenu = "&Analysis/&Time Base";

@@ -112,6 +112,7 @@ void WriteDelimited(Workbench& workbench, ProgressPanel& panel, const Delimited&
   const auto writeSamples = format.allDigits ? WriteSamples<true> : WriteSamples<false>;
   writeSamples(trial, panel, file, format.separator, firstRow);
   CommitSave(workbench, file);
+  DidSave(workbench);
   MarkChanged(workbench, false);
 }
 

@@ -118,6 +118,7 @@ void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
   file.Write(Header(workbench, channels, lastSample));
   WriteSamples(trial, panel, file, channels);
   CommitSave(workbench, file);
+  DidSave(workbench);
   SavedNames names;
   names.Add(trial.TrialTitle);
   for (int c = 1; c <= channels; ++c) {

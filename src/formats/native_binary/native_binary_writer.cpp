@@ -145,6 +145,10 @@ void WriteNativeBinary(Workbench& workbench, ProgressPanel& panel) {
   const SampleRange range = AskCursorRange(workbench);
   CheckRange(workbench.trial, range);
   WriteFile(workbench, panel, file, range);
+  DidSave(workbench,
+          range.lo == 1 && range.hi == workbench.trial.NData
+              ? "Saved"
+              : "Saved samples " + std::to_string(range.lo) + " to " + std::to_string(range.hi) + " as");
   TellLostNames(workbench);
   MarkChanged(workbench, false);
   if (workbench.UserLevel == UserLevelKind::Novice) {

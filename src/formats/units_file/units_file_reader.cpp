@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/files/files.hpp"
+#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/text/text_reader.hpp"
@@ -168,6 +169,7 @@ void ReadUnitsFile(Workbench& workbench) {
     const std::vector<Row> rows = ReadRows(workbench, answer.front());
     if (!rows.empty()) {
       Apply(workbench, rows);
+      Did(workbench, "Labels, units and factors read from " + FileNamePart(answer.front()));
     }
   } catch (const FileError& error) {
     ShowFailure(workbench, {.title = "Error Reading File",

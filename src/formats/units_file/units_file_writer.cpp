@@ -46,6 +46,7 @@ void WriteUnitsFile(Workbench& workbench, ProgressPanel& /*panel*/) {
   OutputFile file(workbench.OutputFileName);
   file.Write(ToWindows1252(Contents(workbench)));
   CommitSave(workbench, file);
+  DidSave(workbench, "Saved units, labels and factors as");
   SavedNames names;
   for (int c = 0; c <= workbench.trial.NChan; ++c) {
     names.Add(workbench.trial.ChanLabel[c].Text());
