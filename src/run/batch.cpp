@@ -106,7 +106,13 @@ struct Row {
 
 std::vector<Row> TableRows(const std::vector<RunResult>& results) {
   std::vector<Row> rows;
+  const bool one = results.size() == 1;  // of many, only what wants a look is told
   for (const RunResult& result : results) {
+    for (const StepDone& done : result.outcome.done) {
+      if (one) {
+        rows.push_back({"done", result.input, PlaceText(done.at), done.what});
+      }
+    }
     for (const StepProblem& warning : result.outcome.warnings) {
       rows.push_back({"warning", result.input, PlaceText(warning.at), warning.why});
     }

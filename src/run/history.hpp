@@ -2,15 +2,19 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "core/workbench.hpp"
+#include "run/history_lines.hpp"
+#include "run/recipe_questions.hpp"
 #include "run/recorder.hpp"
 
 namespace velmora {
 
-/// What was done to the trial since it was loaded, and the way back: there is no undo, but the file can
-/// be read again and the steps repeated.
+/// What was done to the trial since it was loaded, and the way back: the file is read again and the steps
+/// are repeated. The steps gone back behind can be done again until something else is done.
 class History {
  public:
   /// Whoever makes the workbench gives it `Recording()` to ask through.
@@ -18,20 +22,27 @@ class History {
   void Attach(Workbench& workbench);
 
   [[nodiscard]] Questions& Recording() { return recorder_; }
-  [[nodiscard]] const std::vector<RecordedStep>& Steps() const { return recorder_.Steps(); }
   void SetOnDone(std::function<void(const Action&)> onDone);
+
+  /// All lines, those that can be done again last.
+  [[nodiscard]] std::vector<HistoryLine> Lines() const;
+  /// The line (from 0) that the trial stands at; -1 without a trial.
+  [[nodiscard]] int Place() const;
 
   /// YAML that velmora2-run repeats to the same bits on the same file.
   [[nodiscard]] std::string Recipe() const;
 
-  /// Reads the file again and repeats the steps up to and with `last` (from 0, which is the load). Files
-  /// are not saved again. Returns why it could not be done, empty when it was. A file that changed since
-  /// it was loaded is not read.
-  std::string GoBack(std::size_t last);
+  /// What was done, in full, with the program's version: a paragraph for a report.
+  [[nodiscard]] std::string Text() const;
+
+  /// Back or on to what the trial was after this line. Files are not saved again. Returns why it could not
+  /// be done, empty when it was. A file that changed since it was loaded is not read.
+  std::string GoTo(std::size_t line);
 
  private:
   void ActionDone(const Action& action);
-  std::string Repeat(const Step& step);
+  std::string RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last);
+  std::string Repeat(const Step& step, RecipeQuestions& answers);
 
   Recorder recorder_;
   Workbench* workbench_ = nullptr;

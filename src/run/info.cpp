@@ -1,5 +1,6 @@
 #include "run/info.hpp"
 
+#include "run/deed_json.hpp"
 #include "run/json_text.hpp"
 #include "run/view_info.hpp"
 
@@ -43,7 +44,7 @@ Json AllChannels(const Trial& trial) {
 
 }  // namespace
 
-std::string InfoText(const Workbench& workbench) {
+std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
   const Trial& trial = workbench.trial;
   Json info = {
       {"NChan", trial.NChan},
@@ -72,6 +73,9 @@ std::string InfoText(const Workbench& workbench) {
       {"LastChanShown", workbench.LastChanShown},
       {"channels", AllChannels(trial)},
   };
+  for (const Deed& deed : done) {
+    info["Done"].push_back(DeedJson(deed));
+  }
   if (!workbench.results.ResultText.empty()) {
     info["ResultText"] = workbench.results.ResultText;
   }

@@ -37,7 +37,10 @@ StepProblem ProblemOf(const Json& json) {
 }
 
 Json ToJson(const Outcome& outcome) {
-  Json json = {{"warnings", Json::array()}};
+  Json json = {{"warnings", Json::array()}, {"done", Json::array()}};
+  for (const StepDone& done : outcome.done) {
+    json["done"].push_back({{"at", ToJson(done.at)}, {"what", done.what}});
+  }
   for (const StepProblem& warning : outcome.warnings) {
     json["warnings"].push_back(ToJson(warning));
   }
@@ -52,6 +55,9 @@ Json ToJson(const Outcome& outcome) {
 
 Outcome OutcomeOf(const Json& json) {
   Outcome outcome;
+  for (const Json& done : json.at("done")) {
+    outcome.done.push_back({PlaceOf(done.at("at")), done.at("what").get<std::string>()});
+  }
   for (const Json& warning : json.at("warnings")) {
     outcome.warnings.push_back(ProblemOf(warning));
   }

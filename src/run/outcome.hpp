@@ -18,8 +18,15 @@ struct StepProblem {
   std::string why;
 };
 
+/// What a step did, in words.
+struct StepDone {
+  StepPlace at;
+  std::string what;
+};
+
 /// What came of one run of a recipe. A failure ends it.
 struct Outcome {
+  std::vector<StepDone> done;
   std::optional<StepProblem> failure;
   std::vector<StepProblem> warnings;
   std::optional<StepPlace> interrupted;  // where the run was when it was

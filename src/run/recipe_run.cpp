@@ -52,7 +52,9 @@ Outcome RecipeRun::Run(const Recipe& recipe) {
       transcript_->BeginStep(place.step, workbench_.trial);
     }
     workbench_.report = {};
+    const bool loads = ActionOf(step) == "file.load" && !workbench_.merge.MergePending;
     std::string failure = RunStep(step);
+    NoteDeeds(place, loads, outcome);
     if (InterruptSignal() != 0) {
       outcome.interrupted = place;
     }
@@ -71,6 +73,26 @@ Outcome RecipeRun::Run(const Recipe& recipe) {
     }
   }
   return outcome;
+}
+
+void RecipeRun::NoteDeeds(const StepPlace& place, bool loads, Outcome& outcome) {
+  CommandReport& report = workbench_.report;
+  if (loads) {
+    done_.clear();
+  }
+  done_.insert(done_.end(), report.deeds.begin(), report.deeds.end());
+  if (transcript_) {
+    transcript_->EndStep(report.deeds);
+  }
+  if (const std::string words = WordsOf(report.deeds); !words.empty()) {
+    outcome.done.push_back({place, words});
+  }
+  const bool told = !report.warnings.empty() || !report.failures.empty();
+  for (const Deed& deed : report.deeds) {
+    if (!told && !deed.refused.empty()) {  // by no box
+      report.warnings.push_back(SentenceOf(deed));
+    }
+  }
 }
 
 std::string RecipeRun::RunStep(const Step& step) {
@@ -130,7 +152,7 @@ std::string RecipeRun::RunViewStep(const ViewStep& step) {
 std::string RecipeRun::WriteInfo(const InfoStep& step) {
   try {
     OutputFile file(step.file);
-    file.Write(InfoText(workbench_));
+    file.Write(InfoText(workbench_, done_));
     file.Commit();
   } catch (const FileError& error) {
     return "cannot write " + step.file + ": " + error.what();

@@ -43,12 +43,15 @@ class RecipeRun {
   /// Runs `action` on these answers and tells what went wrong.
   template <typename Action>
   std::string RunAnswered(const std::vector<Answer>& answers, const Action& action);
+  /// Keeps what the step did and tells it to those who want to hear.
+  void NoteDeeds(const StepPlace& place, bool loads, Outcome& outcome);
   std::string WriteInfo(const InfoStep& step);
 
   RunOptions options_;
   RecipeQuestions answers_;
   std::optional<TranscriptQuestions> transcript_;
   Workbench workbench_;
+  std::vector<Deed> done_;  // since the trial was loaded
 };
 
 }  // namespace velmora

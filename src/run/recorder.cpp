@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <utility>
 
 #include "core/files/paths.hpp"
@@ -11,7 +10,7 @@
 #include "core/text/text.hpp"
 #include "graph/single_view.hpp"
 #include "run/answer_record.hpp"
-#include "run/step_words.hpp"
+#include "run/graph_words.hpp"
 
 namespace velmora {
 namespace {
@@ -57,6 +56,29 @@ struct StepOf {
   }
 };
 
+/// Commands that open a graph.
+bool IsOpening(const Action& action) {
+  const Command* const* command = std::get_if<const Command*>(&action);
+  return command != nullptr && (*command)->id.starts_with("graph.");
+}
+
+/// The names that all channels have now, as a command's answer.
+Step NamesStep(const char* id, int channels, const std::function<std::string(int)>& nameOf) {
+  PickAnswer names;
+  for (int c = 1; c <= channels; ++c) {
+    names.names.push_back({c, nameOf(c)});
+  }
+  Answer answer;
+  answer.what = std::move(names);
+  return {.what = CommandStep{.id = id, .file = {}, .answers = {std::move(answer)}}};
+}
+
+/// What was recalled came from the trial before, which another run has not seen.
+std::vector<Step> FixedNames(const Trial& trial) {
+  return {NamesStep("edit.labels", trial.NChan, [&trial](int c) { return trial.ChanLabel[c].Text(); }),
+          NamesStep("edit.units", trial.NChan, [&trial](int c) { return trial.ChanUnits[c].Text(); })};
+}
+
 bool IsCommand(const Action& action, std::string_view id) {
   const Command* const* command = std::get_if<const Command*>(&action);
   return command != nullptr && (*command)->id == id;
@@ -90,12 +112,16 @@ void Recorder::ActionEnds() noexcept {
 }
 
 void Recorder::Begin(const Action& action) {
-  NoteClosedView();
-  action_ = action;
   workbench_->report = {};
+  action_ = action;
+  if (suspended_) {
+    return;
+  }
+  NoteClosedView();
+  before_ = RemainsNow();
   current_ = {};
-  current_.step.what = std::visit(StepOf{*workbench_}, action);
-  current_.words = WordsOf(action);
+  current_.steps.resize(1);
+  current_.steps.front().what = std::visit(StepOf{*workbench_}, action);
   begins_ = IsCommand(action, "file.load") && !workbench_->merge.MergePending;
   calledOff_ = false;
   oneQuestion_ = true;
@@ -103,63 +129,138 @@ void Recorder::Begin(const Action& action) {
 
 void Recorder::End() {
   const Action done = action_;
-  if (begins_) {
-    steps_.clear();
-  }
-  const bool failed = !workbench_->report.failures.empty();
-  const Command* const* command = std::get_if<const Command*>(&done);
-  const bool kept = command == nullptr || IsKept((*command)->id);
-  if (workbench_->trial.NData < 1) {
-    steps_.clear();
-  } else if (kept && !failed && !(calledOff_ && oneQuestion_)) {
+  if (!suspended_) {
     Keep();
   }
-  NoteNewCursors();
-  viewOpen_ = workbench_->view != nullptr;
   if (onDone) {
     onDone(done);
   }
 }
 
 void Recorder::Keep() {
+  const bool failed = !workbench_->report.failures.empty();
+  const bool did = DidAnything(workbench_->report.deeds);
+  const Command* const* command = std::get_if<const Command*>(&action_);
+  if (begins_) {
+    steps_.clear();
+    later_.clear();
+  }
+  if (workbench_->view != nullptr && !viewOpen_) {
+    ++views_;
+  }
+  NoteWhatIsLeft(current_);
+  if (workbench_->trial.NData < 1) {
+    steps_.clear();
+    later_.clear();
+  } else if (!failed && (command == nullptr || IsKept((*command)->id)) &&
+             (did || IsLook() || current_.picked)) {
+    Add(did);
+  }
+  NoteNewCursors();
+  viewOpen_ = workbench_->view != nullptr;
+}
+
+void Recorder::Add(bool did) {
   if (const auto* move = std::get_if<CursorMove>(&action_)) {
     AddMove(*move);
     return;
   }
-  if (!steps_.empty() || begins_) {
-    steps_.push_back(std::move(current_));
+  if (steps_.empty() && !begins_) {
+    return;
+  }
+  if (did) {
+    current_.deeds = workbench_->report.deeds;
+    later_.clear();
+  }
+  if (did && IsCommand(action_, "edit.recall-labels")) {
+    current_.steps = FixedNames(workbench_->trial);
+  }
+  steps_.push_back(std::move(current_));
+}
+
+void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {
+  const auto place = steps.begin() + static_cast<std::ptrdiff_t>(done);
+  later_.assign(place, steps.end());
+  steps.erase(place, steps.end());
+  steps_ = std::move(steps);
+  place_ = steps_.size();
+  suspended_ = false;
+  viewOpen_ = workbench_->view != nullptr;
+  const auto* view = dynamic_cast<const SingleView*>(workbench_->view.get());
+  cursors_ = view != nullptr ? view->Drawing().Cursors.size() : 0;
+  if (onDone) {
+    onDone(action_);
   }
 }
 
+std::vector<RecordedStep> Recorder::AllSteps() const {
+  std::vector<RecordedStep> all(steps_.begin(), steps_.begin() + static_cast<std::ptrdiff_t>(Place()));
+  all.insert(all.end(), later_.begin(), later_.end());
+  return all;
+}
+
+Recorder::Remains Recorder::RemainsNow() const {
+  const Trial& trial = workbench_->trial;
+  return {.lo = trial.CursorLo,
+          .hi = trial.CursorHi,
+          .colours = trial.ChanColour,
+          .selected = workbench_->chooser.ChanSelected,
+          .constants = workbench_->chooser.ChanConst};
+}
+
+void Recorder::NoteWhatIsLeft(RecordedStep& step) const {
+  const Remains now = RemainsNow();
+  step.movedRange = step.movedRange || now.lo != before_.lo || now.hi != before_.hi;
+  step.coloured = step.coloured || now.colours != before_.colours;
+  step.picked = step.picked || now.selected != before_.selected || now.constants != before_.constants;
+  const Command* const* command = std::get_if<const Command*>(&action_);
+  step.needsView = command == nullptr || (*command)->needs == Needs::View;
+  step.view = CurrentView();
+  step.graph = GraphWords(*workbench_);
+}
+
+/// Something done in a graph, or the opening of one, that was not called off.
+bool Recorder::IsLook() const {
+  const bool opened = workbench_->view != nullptr && IsOpening(action_);
+  return (current_.needsView || opened) && !(calledOff_ && oneQuestion_);
+}
+
 template <typename Gesture>
-void Recorder::AddView(const Gesture& gesture, std::string words) {
+RecordedStep& Recorder::AddView(const Gesture& gesture) {
   RecordedStep& added = steps_.emplace_back();
-  added.step.what.emplace<ViewStep>().what = gesture;
-  added.words = std::move(words);
+  added.steps.emplace_back().what.emplace<ViewStep>().what = gesture;
+  added.needsView = true;
+  added.view = views_;
+  return added;
 }
 
 // The drags of a cursor are one move, to where it came to rest.
 void Recorder::AddMove(const CursorMove& move) {
-  for (std::size_t k = steps_.size(); k-- > 0;) {
+  const std::size_t first = later_.empty() ? 0 : place_;  // what was gone back to stays as it was
+  for (std::size_t k = steps_.size(); k-- > first;) {
     RecordedStep& step = steps_[k];
-    auto* view = std::get_if<ViewStep>(&step.step.what);
+    auto* view = std::get_if<ViewStep>(&step.steps.front().what);
     auto* before = view != nullptr ? std::get_if<CursorMove>(&view->what) : nullptr;
     if (before == nullptr) {
       break;
     }
     if (before->cursor == move.cursor) {
       before->x = move.x;
-      step.words = WordsOf(Action(move));
+      NoteWhatIsLeft(step);
+      steps_.back().graph = step.graph;
       return;
     }
   }
   if (!steps_.empty()) {
-    AddView(move, WordsOf(Action(move)));
+    NoteWhatIsLeft(AddView(move));
   }
 }
 
 // Where a new cursor appears depends on the stretch in view, which nobody writes down.
 void Recorder::NoteNewCursors() {
+  if (workbench_->view != nullptr && !viewOpen_) {
+    cursors_ = 0;
+  }
   const auto* view = dynamic_cast<const SingleView*>(workbench_->view.get());
   const std::size_t before = cursors_;
   cursors_ = view != nullptr ? view->Drawing().Cursors.size() : 0;
@@ -170,17 +271,17 @@ void Recorder::NoteNewCursors() {
 
 void Recorder::NoteClosedView() {
   if (viewOpen_ && workbench_->view == nullptr && !steps_.empty()) {
-    AddView(CloseGesture{}, "Close the graph");
+    AddView(CloseGesture{});
     viewOpen_ = false;
     cursors_ = 0;
   }
 }
 
-void Recorder::Note(Answer answer, const std::string& title, const std::string& words, bool cancels) {
+void Recorder::Note(Answer answer, const std::string& title, bool cancels) {
   std::vector<Answer>* answers = nullptr;
-  if (auto* command = std::get_if<CommandStep>(&current_.step.what)) {
+  if (auto* command = std::get_if<CommandStep>(&current_.steps.front().what)) {
     answers = &command->answers;
-  } else if (auto* view = std::get_if<ViewStep>(&current_.step.what)) {
+  } else if (auto* view = std::get_if<ViewStep>(&current_.steps.front().what)) {
     answers = &view->answers;
   }
   const bool sameForm = form_ != nullptr && !firstAsk_;
@@ -190,16 +291,12 @@ void Recorder::Note(Answer answer, const std::string& title, const std::string& 
     answer.title = title;
   }
   answers->push_back(std::move(answer));
-  if (!words.empty()) {
-    current_.words += ", " + words;
-  }
 }
 
 Button Recorder::AskBox(const Box& box) {
   const Button button = answerer_->AskBox(box);
   if (Records() && box.buttons != std::vector{Button::OK}) {
-    Note({.what = BoxAnswer{ButtonCaption(button)}}, box.title, ButtonCaption(button),
-         button == Button::Cancel);
+    Note({.what = BoxAnswer{ButtonCaption(button)}}, box.title, button == Button::Cancel);
   }
   return button;
 }
@@ -210,7 +307,7 @@ std::string Recorder::AskInput(const InputQuestion& question) {
     // A recipe takes no "2,5" for 2, as typing does: what the command read is what is kept.
     const bool odd = question.isNumber && !text.empty() && !IsNumber(text);
     const std::string kept = odd ? PlainNumber(Val(text)) : text;
-    Note({.what = InputAnswer{kept}}, question.title, kept, kept.empty());
+    Note({.what = InputAnswer{kept}}, question.title, kept.empty());
   }
   return text;
 }
@@ -218,11 +315,7 @@ std::string Recorder::AskInput(const InputQuestion& question) {
 std::vector<std::string> Recorder::AskFile(const FileQuestion& question) {
   std::vector<std::string> paths = answerer_->AskFile(question);
   if (Records()) {
-    std::string words;
-    for (const std::string& path : paths) {
-      words += (words.empty() ? "" : ", ") + std::filesystem::path(path).filename().string();
-    }
-    Note({.what = FileAnswer{paths.empty() ? std::vector<std::string>{""} : paths}}, question.title, words,
+    Note({.what = FileAnswer{paths.empty() ? std::vector<std::string>{""} : paths}}, question.title,
          paths.empty());
   }
   return paths;
@@ -251,7 +344,7 @@ std::string Recorder::AskPick(ChannelPicker& picker) {
     press = answerer_->AskPick(picker);
   }
   if (Records()) {
-    Note({.what = RecordPick(picker, press)}, picker.Prompt(), WordsOf(picker), EqualNoCase(press, "Cancel"));
+    Note({.what = RecordPick(picker, press)}, picker.Prompt(), EqualNoCase(press, "Cancel"));
   }
   return press;
 }
@@ -267,8 +360,7 @@ std::string Recorder::AskForm(Form& form) {
   if (Records()) {
     const FormButton* button = form.FindButton(press);
     const bool cancels = button != nullptr && button->role == FormButton::Role::Cancel;
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_)}, form.Title(),
-         cancels ? std::string() : WordsOf(form, workbench_->trial.NChan), cancels);
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_)}, form.Title(), cancels);
   }
   return press;
 }

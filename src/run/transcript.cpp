@@ -6,6 +6,7 @@
 #include "core/questions/picker.hpp"
 #include "core/questions/progress.hpp"
 #include "core/text/text.hpp"
+#include "run/deed_json.hpp"
 #include "run/json_text.hpp"
 
 namespace velmora {
@@ -156,6 +157,17 @@ TranscriptQuestions::TranscriptQuestions(Questions& answerer, std::string input,
 void TranscriptQuestions::BeginStep(int step, const Trial& trial) {
   step_ = step;
   trial_ = &trial;
+}
+
+void TranscriptQuestions::EndStep(const std::vector<Deed>& deeds) {
+  for (const Deed& deed : deeds) {
+    Entry entry(*this, "done");
+    entry["text"] = SentenceOf(deed, Telling::InFull);
+    const Json told = DeedJson(deed);
+    for (const char* key : {"what", "channels", "refused"}) {
+      entry[key] = told.at(key);
+    }
+  }
 }
 
 Button TranscriptQuestions::AskBox(const Box& box) {

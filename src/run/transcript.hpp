@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/command_report.hpp"
 #include "core/questions/questions.hpp"
 #include "core/trial/trial.hpp"
 
@@ -22,6 +23,8 @@ class TranscriptQuestions : public Questions {
 
   /// Steps count from 1. `trial` must outlive the step.
   void BeginStep(int step, const Trial& trial);
+  /// A line of kind "done" for each of the step's deeds.
+  void EndStep(const std::vector<Deed>& deeds);
 
   Button AskBox(const Box& box) override;
   std::string AskInput(const InputQuestion& question) override;

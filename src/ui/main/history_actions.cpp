@@ -29,24 +29,14 @@ void HistoryActions::SaveRecipe() {
   }
 }
 
-void HistoryActions::GoBack(int step) {
+void HistoryActions::GoTo(int line) {
   if (runner_.Busy()) {
     return;
   }
-  const Button answer = person_.AskBox(
-      {.title = "Go Back",
-       .text =
-           "The file is read again and the steps down to the selected one are repeated.\nWhat was done after "
-           "it is lost.",
-       .icon = Icon::Question,
-       .buttons = {Button::OK, Button::Cancel}});
-  if (answer != Button::OK) {
-    return;
-  }
   std::string why;
-  runner_.Do([this, step, &why] { why = history_.GoBack(static_cast<std::size_t>(step)); });
+  runner_.Do([this, line, &why] { why = history_.GoTo(static_cast<std::size_t>(line)); });
   if (!why.empty()) {
-    Tell(person_, "Go Back", why);
+    Tell(person_, "History", why);
   }
 }
 

@@ -5,15 +5,15 @@
 
 namespace velmora::ui {
 
-/// What can be done with the history: a recipe of it, and the way back.
+/// What can be done with the history: a recipe of it, and the way back and on.
 class HistoryActions {
  public:
   HistoryActions(Workbench& workbench, CommandRunner& runner, QtQuestions& person, History& history)
       : workbench_(workbench), runner_(runner), person_(person), history_(history) {}
 
   void SaveRecipe();
-  /// Asks first; `step` counts from 0, the load.
-  void GoBack(int step);
+  /// Back or on to a line of the history, from 0, the load.
+  void GoTo(int line);
 
  private:
   Workbench& workbench_;

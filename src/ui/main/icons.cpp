@@ -32,8 +32,12 @@ const char* PathOf(Glyph glyph) {
       return "M12 6c-2-2-5-2-9-2v14c4 0 7 0 9 2 2-2 5-2 9-2V4c-4 0-7 0-9 2zM12 6v14";
     case Glyph::Recipe:
       return "M6 3h9l4 4v14H6zM14 3v5h5M9 12h7M9 15h7M9 18h4";
-    case Glyph::Back:
-      return "M9 5L4 10l5 5M4 10h9a6 6 0 0 1 0 12h-2";
+    case Glyph::Undo:
+      return "M9 4L4 9l5 5M4 9h10a5.500 5.500 0 0 1 0 11h-4";
+    case Glyph::Redo:
+      return "M15 4l5 5-5 5M20 9H10a5.500 5.500 0 0 0 0 11h4";
+    case Glyph::Copy:
+      return "M9 9h11v11H9zM5 15H4V4h11v1";
     case Glyph::File:
       return "M6 3h9l4 4v14H6zM14 3v5h5";
     case Glyph::Home:

@@ -128,7 +128,7 @@ void MainWindow::Refresh() {
 // Comes with the first thing done to the trial and goes with the trial; in between it may be closed.
 void MainWindow::ShowHistory() {
   historyPanel_->Refresh();
-  const bool worth = history_.Steps().size() > 1;
+  const bool worth = history_.Lines().size() > 1;
   if (worth != historyShown_) {
     historyShown_ = worth;
     historyDock_->setVisible(worth);

@@ -102,8 +102,11 @@ void MainWindow::ConnectTrial() {
 
 void MainWindow::ConnectHistory() {
   connect(historyPanel_, &HistoryPanel::RecipeWanted, this, [this] { historyActions_.SaveRecipe(); });
-  connect(historyPanel_, &HistoryPanel::GoBackWanted, this,
-          [this](int step) { historyActions_.GoBack(step); });
+  connect(historyPanel_, &HistoryPanel::LineWanted, this, [this](int line) { historyActions_.GoTo(line); });
+  QMenu* edit = menus_->Top("&Edit");
+  QAction* first = edit->actions().constFirst();
+  edit->insertActions(first, historyPanel_->Walking());
+  edit->insertSeparator(first);
 }
 
 }  // namespace velmora::ui

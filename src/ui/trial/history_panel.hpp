@@ -1,31 +1,41 @@
 #pragma once
 
+#include <QAction>
+#include <QList>
 #include <QWidget>
 
 #include "run/history.hpp"
 
 class QListWidget;
-class QPushButton;
 
 namespace velmora::ui {
 
-/// The steps done to the trial, in words.
+/// What was done to the trial, in words. What was gone back behind stays in the list, grey, and a click on a
+/// line goes there.
 class HistoryPanel : public QWidget {
   Q_OBJECT
 
  public:
   explicit HistoryPanel(const History& history, QWidget* parent = nullptr);
   void Refresh();
+  /// Undo and Redo, with their keys.
+  [[nodiscard]] QList<QAction*> Walking() const { return {undo_, redo_}; }
 
  Q_SIGNALS:
   void RecipeWanted();
-  /// Back to what the trial was after this step (from 0).
-  void GoBackWanted(int step);
+  /// To what the trial was after this line (from 0).
+  void LineWanted(int line);
 
  private:
+  void AddList();
+  void AddButtons();
+  QAction* AddStep(const QString& caption, const QList<QKeySequence>& keys, int lines);
+  void Copy() const;
+
   const History& history_;
-  QListWidget* list_;
-  QPushButton* back_;
+  QListWidget* list_ = nullptr;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
 };
 
 }  // namespace velmora::ui
