@@ -6,6 +6,7 @@
 namespace velmora {
 namespace {
 
+// Of the labels of one sentence, and of the sentences of one line.
 constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
 
 std::size_t MostLabels(Telling telling) {
@@ -23,7 +24,7 @@ void Append(std::string& text, const char* between, const std::string& more) {
 std::string Labels(const std::vector<std::string>& labels, Telling telling) {
   const std::size_t most = MostLabels(telling);
   // A label more takes no more room than saying that there is one more.
-  const std::size_t told = labels.size() > most + 1 ? most - 2 : labels.size();
+  const std::size_t told = labels.size() > most && labels.size() - most > 1 ? most - 2 : labels.size();
   std::string text;
   for (std::size_t k = 0; k < told; ++k) {
     Append(text, ", ", labels[k]);
@@ -78,7 +79,7 @@ std::string SentenceOf(const Deed& deed, Telling telling) {
 
 std::string WordsOf(const std::vector<Deed>& deeds, Telling telling) {
   const std::size_t most = MostSentences(telling);
-  const std::size_t told = deeds.size() > most + 1 ? most - 1 : deeds.size();
+  const std::size_t told = deeds.size() > most && deeds.size() - most > 1 ? most - 1 : deeds.size();
   std::string text;
   for (std::size_t k = 0; k < told; ++k) {
     Append(text, ". ", SentenceOf(deeds[k], telling));

@@ -61,9 +61,20 @@ LookTraces LeftBy(const std::vector<RecordedStep>& steps, std::size_t look) {
   return left;
 }
 
-bool DependsOn(const RecordedStep& deed, const RecordedStep& look, const LookTraces& left) {
-  return (deed.needsView && deed.view == look.view) || (left.range && !IgnoresRange(deed)) || left.colours ||
+// A graph that is opened starts with the whole trial in its range.
+bool DependsOn(const RecordedStep& deed, const RecordedStep& look, const LookTraces& left, int lastView) {
+  const bool rangeStands = left.range && lastView <= look.view;
+  return (deed.needsView && deed.view == look.view) || (rangeStands && !IgnoresRange(deed)) || left.colours ||
          (left.picked && UsesPicked(deed));
+}
+
+bool AnyOfView(const std::vector<RecordedStep>& steps, const std::vector<bool>& needed, int view) {
+  for (std::size_t k = 0; k < steps.size(); ++k) {
+    if (needed[k] && steps[k].view == view) {
+      return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -72,19 +83,14 @@ std::vector<bool> NeededSteps(const std::vector<RecordedStep>& steps) {
   std::vector<bool> needed(steps.size());
   for (std::size_t k = 0; k < steps.size(); ++k) {
     const RecordedStep& step = steps[k];
-    const auto behind = steps.begin() + static_cast<std::ptrdiff_t>(k) + 1;
     const LookTraces left = LeftBy(steps, k);
-    const bool closesNeeded = Closes(step) && [&] {
-      for (std::size_t before = 0; before < k; ++before) {
-        if (needed[before] && steps[before].view == step.view) {
-          return true;
-        }
-      }
-      return false;
-    }();
-    needed[k] = !step.deeds.empty() || std::any_of(behind, steps.end(), [&](const RecordedStep& later) {
-      return !later.deeds.empty() && (closesNeeded || DependsOn(later, step, left));
-    });
+    const bool closes = Closes(step) && AnyOfView(steps, needed, step.view);
+    needed[k] = !step.deeds.empty();
+    int lastView = step.view;
+    for (std::size_t later = k + 1; later < steps.size() && !needed[k]; ++later) {
+      lastView = std::max(lastView, steps[later].view);
+      needed[k] = !steps[later].deeds.empty() && (closes || DependsOn(steps[later], step, left, lastView));
+    }
   }
   return needed;
 }

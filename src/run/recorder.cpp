@@ -186,6 +186,10 @@ void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {
   place_ = steps_.size();
   suspended_ = false;
   viewOpen_ = workbench_->view != nullptr;
+  views_ = 0;
+  for (const RecordedStep& step : steps_) {
+    views_ = std::max(views_, step.view);
+  }
   const auto* view = dynamic_cast<const SingleView*>(workbench_->view.get());
   cursors_ = view != nullptr ? view->Drawing().Cursors.size() : 0;
   if (onDone) {

@@ -38,8 +38,8 @@ class HistoryTest : public testing::Test {
   }
   std::vector<std::string> Words() const {
     std::vector<std::string> words;
-    for (const RecordedStep& step : history_.Steps()) {
-      words.push_back(step.words);
+    for (const HistoryLine& line : history_.Lines()) {
+      words.push_back((line.undone ? "undone: " : "") + line.words);
     }
     return words;
   }
@@ -63,17 +63,26 @@ class HistoryTest : public testing::Test {
     person_.PickValues({{1, "0.1"}, {3, "-2.5e-3"}});
     Do("math.multiply");
   }
-  void Crop() {
+  void Crop(double from = 0.5, double to = 0.7) {
     person_.FillForm({{"channels 1", "true"}});
     Do("graph.single");
     auto& view = OpenSingleView(workbench_);
-    view.Drawing().Abscissa.SetMinMax(0.3, 1.1);  // zoomed with the wheel, which nobody writes down
+    view.Drawing().Abscissa.SetMinMax(from - 0.2,
+                                      to + 0.4);  // zoomed with the wheel, which nobody writes down
     view.PressKey({.name = "2"});
-    for (const double x : {0.5, 0.6, 0.7}) {
+    for (const double x : {from, (from + to) / 2, to}) {
       view.MoveCursor(2, x);
     }
     person_.FillForm({});
     Do("crop.outside");
+    CloseView(workbench_);
+  }
+  void Look() {
+    person_.FillForm({{"channels 2", "true"}});
+    Do("graph.single");
+    auto& view = OpenSingleView(workbench_);
+    view.PressKey({.name = "2"});
+    view.MoveCursor(1, view.Drawing().Cursors[1].XPosition - 0.25);
     CloseView(workbench_);
   }
 };
@@ -99,46 +108,106 @@ TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   EXPECT_TRUE(person_.formAnswers.empty());
 }
 
-TEST_F(HistoryTest, TellsInWordsWhatWasDoneAndLeavesOutWhatWasNot) {
+TEST_F(HistoryTest, SentencesOfWhatHappenedAndNoneOfWhatDidNot) {
   Load();
   person_.PickCancel();
   Do("math.absolute");
-  person_.PickChannels({1, 3});
-  Do("math.absolute");
-  Filter();
+  person_.PickValues({{1, "1"}, {2, "0"}});
+  Do("math.multiply");
+  person_.FillForm({{"FilterCutoffs 1", "900"}}, "Filter");
+  Do("smooth.butterworth");  // refused
   Do("file.refresh");
   person_.fileAnswers.push_back({"/no/such/directory/x.vmb"});
   Do("save.vmb");
+  Look();  // nothing after depends on it
+  person_.PickChannels({1, 3});
+  Do("math.absolute");
+  Filter();
   Crop();
-  const std::vector<std::string> words = Words();
-  ASSERT_GE(words.size(), 6U);
-  EXPECT_EQ(words[1], "Absolute value (|X|), channels 00 and 02");
-  EXPECT_TRUE(words[2].starts_with("Filter, Critically-damped, Low-pass, Cutoff 12.5 Hz, channel 01"))
-      << words[2];
-  EXPECT_EQ(words[3].substr(0, 15), "Select Channels");
-  EXPECT_EQ(std::count(words.begin(), words.end(), "Cursor 2 at 0.700"), 1);
-  Load();
-  EXPECT_EQ(history_.Steps().size(), 1U);
+  Look();
+  const std::vector<std::string> expected = {
+      "Opened walk.vmb, 3 channels, 500 samples at 200 Hz", "Absolute value: EMG 1, EMG 3",
+      "Low-pass critically-damped, 2nd order, one way, 12.5 Hz: EMG 1. Low-pass critically-damped, 2nd "
+      "order, "
+      "zero-lag, 12.5 Hz: EMG 2",
+      "Graph: 2 cursors at 0.500 s and 0.700 s", "Cropped to samples 101 to 141 (0.5000 to 0.7000 s)"};
+  EXPECT_EQ(Words(), expected);
+  EXPECT_NE(history_.Text().find("Velmora2, version 1.00"), std::string::npos);
+  EXPECT_NE(history_.Text().find("5. Cropped to samples 101 to 141 (0.5000 to 0.7000 s).\n"),
+            std::string::npos);
 }
 
-TEST_F(HistoryTest, GoesBackByReadingTheFileAgain) {
+TEST_F(HistoryTest, WalksBackAndOnUntilSomethingElseIsDone) {
   Load();
   Scale();
   const std::string scaled = Bytes("scaled.vmb");
   Filter();
-  EXPECT_NE(Bytes("filtered.vmb"), scaled);
-  workbench_.trial.FileName = directory_.Path("selected-in-the-browser.vmb");
+  Crop();
+  const std::vector<std::string> words = Words();
+  const std::string cropped = Bytes("cropped.vmb");
   std::filesystem::remove(directory_.Path("scaled.vmb"));
-  EXPECT_EQ(history_.GoBack(2), "");  // load, scale, save
-  EXPECT_EQ(history_.Steps().size(), 2U);
-  EXPECT_FALSE(std::filesystem::exists(directory_.Path("scaled.vmb")));  // nothing is saved again
-  EXPECT_EQ(Bytes("back.vmb"), scaled);
+  workbench_.trial.FileName = directory_.Path("selected-in-the-browser.vmb");
+  EXPECT_EQ(history_.GoTo(2), "");  // load, scale, save
+  EXPECT_EQ(history_.Place(), 2);
+  EXPECT_FALSE(std::filesystem::exists(directory_.Path("scaled.vmb"))) << "nothing is saved again";
+  EXPECT_EQ(Words()[2], words[2]);
+  EXPECT_EQ(Words()[3], "undone: " + words[3]);
+  Look();  // a look in between changes nothing, though it moves the cursors
+  EXPECT_EQ(history_.GoTo(5), "");
+  EXPECT_EQ(Words(), words);
+  EXPECT_EQ(history_.GoTo(4), "");
+  EXPECT_EQ(history_.GoTo(5), "");
+  CloseView(workbench_);
+  EXPECT_EQ(Bytes("again.vmb"), cropped);
+
+  EXPECT_EQ(history_.GoTo(1), "");
+  EXPECT_EQ(Bytes("back.vmb"), scaled);  // a save is something else
+  EXPECT_EQ(Words().size(), 3U);
 
   std::filesystem::last_write_time(input_,
                                    std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
   Scale();
-  EXPECT_NE(history_.GoBack(0).find("is not what it was"), std::string::npos);
+  EXPECT_NE(history_.GoTo(0).find("is not what it was"), std::string::npos);
   EXPECT_EQ(workbench_.trial.NData, 500);
+}
+
+TEST_F(HistoryTest, RecalledLabelsAreFixed) {
+  const std::string first = directory_.Path("first.vmb");
+  WriteTrialFile(first, [](Trial& trial) {
+    SetChannels(trial, NoiseChannels(3, 20), 200.0);
+    trial.ChanLabel[2] = "Gas \"m\" $";
+    trial.ChanUnits[2] = "uV";
+  });
+  workbench_.trial.FileName = first;
+  Do("file.load");
+  Load();
+  Do("edit.recall-labels");
+  Scale();
+  EXPECT_EQ(history_.GoTo(1), "");  // which reads the file again, and it is no file before itself
+  EXPECT_EQ(history_.GoTo(2), "");
+  EXPECT_EQ(workbench_.trial.ChanLabel[2], "Gas \"m\" $");
+  const std::string bytes = Bytes("walk-done.vmb");
+  Replay("again");
+  EXPECT_EQ(ReadFile(directory_.Path("again/walk-done.vmb")), bytes);
+}
+
+TEST_F(HistoryTest, TheSamplesBetweenCursorsOfAClosedGraphAreFoundAgain) {
+  // 534 s after the start of a recording.
+  WriteTrialFile(input_, [](Trial& trial) {
+    SetChannels(trial, NoiseChannels(3, 500), 200.0);
+    for (int i = 1; i <= 500; ++i) {
+      trial.Data(i, 0) += 534.0F;
+    }
+  });
+  Load();
+  Look();
+  person_.PickChannels({1});
+  Do("bias.mean");
+  Crop(534.5, 534.7);
+  EXPECT_EQ(Words()[1].substr(0, 19), "Graph: 2 cursors at");
+  const std::string bytes = Bytes("walk-done.vmb");
+  Replay("again");
+  EXPECT_EQ(ReadFile(directory_.Path("again/walk-done.vmb")), bytes);
 }
 
 }  // namespace

@@ -23,9 +23,11 @@ class RecipeTest : public testing::Test {
     const Recipe recipe =
         ReadRecipe("velmora2: 1\nsteps:\n" + steps, "r.yaml", {{"out", directory_.Path("")}});
     lines_.clear();
+    done_.clear();
     run_.emplace(RunOptions{
         .input = "in/a.vmb", .strict = strict, .onStep = {}, .transcript = [this](std::string_view line) {
-          lines_.emplace_back(line);
+          const bool done = nlohmann::json::parse(line).at("kind") == "done";
+          (done ? done_ : lines_).emplace_back(line);
         }});
     MakeTrial(run_->State().trial);
     outcome_ = run_->Run(recipe);
@@ -37,7 +39,9 @@ class RecipeTest : public testing::Test {
 
   TemporaryDirectory directory_;
   std::optional<RecipeRun> run_;
+  // Of the transcript: what was asked, and what was done.
   std::vector<std::string> lines_;
+  std::vector<std::string> done_;
   Outcome outcome_;
 };
 

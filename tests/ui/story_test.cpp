@@ -1,6 +1,8 @@
 #include "ui/story.hpp"
 
+#include <QClipboard>
 #include <QMenuBar>
+#include <QToolButton>
 #include <map>
 #include <set>
 
@@ -217,7 +219,7 @@ TEST_F(Story, TellsWhatAFileLacksAndWhatASaveWillLose) {
   Choose("Labels");
 }
 
-TEST_F(Story, GoesBackToAnEarlierStep) {
+TEST_F(Story, WalksBackAndOnAlongTheHistory) {
   OpenWalkAsExpert();
   const float before = Shown().Data(100, 1);
   person_.When("frmChoose", [](QWidget* dialog) {
@@ -229,13 +231,27 @@ TEST_F(Story, GoesBackToAnEarlierStep) {
   ASSERT_EQ(Shown().Data(100, 1), 2 * before);
   auto* history = Find<QListWidget>("historyList");
   ASSERT_EQ(history->count(), 2);
+  const QString line = history->item(1)->text();
+  EXPECT_EQ(line, "2  Multiplied by 2: Vastus lat");
+  const auto shows = [&](float factor, int row) {
+    return QTest::qWaitFor(
+        [&] { return Shown().Data(100, 1) == factor * before && history->currentRow() == row; });
+  };
   QTest::mouseClick(history->viewport(), Qt::LeftButton, {},
                     history->visualItemRect(history->item(0)).center());
-  person_.When("Go Back", [](QWidget* box) { Person::Press(box, "OK"); });
-  QTest::mouseClick(Find<QPushButton>("goBack"), Qt::LeftButton);
-  person_.Work();
-  EXPECT_EQ(Shown().Data(100, 1), before);
-  EXPECT_EQ(history->count(), 1);
+  EXPECT_TRUE(shows(1, 0));
+  ASSERT_EQ(history->count(), 2);
+  EXPECT_EQ(history->item(1)->text(), line);
+  EXPECT_TRUE(history->item(1)->font().italic());
+  QTest::keyClick(window_.get(), Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_TRUE(shows(2, 1));
+  EXPECT_FALSE(history->item(1)->font().italic());
+  QTest::keyClick(window_.get(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_TRUE(shows(1, 0));
+  QTest::mouseClick(Find<QToolButton>("redo"), Qt::LeftButton);
+  EXPECT_TRUE(shows(2, 1));
+  QTest::mouseClick(Find<QPushButton>("copyHistory"), Qt::LeftButton);
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("2. Multiplied by 2: Vastus lat.\n"));
 }
 
 TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
