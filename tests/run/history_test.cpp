@@ -22,6 +22,9 @@ class HistoryTest : public testing::Test {
     WriteTrialFile(input_, [](Trial& trial) {
       SetChannels(trial, NoiseChannels(3, 500), 200.0);
       trial.TrialTitle = "7 noises";
+      for (int c = 1; c <= 3; ++c) {
+        trial.ChanLabel[c] = "EMG " + std::to_string(c);
+      }
     });
   }
 
@@ -143,8 +146,8 @@ TEST_F(HistoryTest, WalksBackAndOnUntilSomethingElseIsDone) {
   const std::string scaled = Bytes("scaled.vmb");
   Filter();
   Crop();
-  const std::vector<std::string> words = Words();
   const std::string cropped = Bytes("cropped.vmb");
+  const std::vector<std::string> words = Words();
   std::filesystem::remove(directory_.Path("scaled.vmb"));
   workbench_.trial.FileName = directory_.Path("selected-in-the-browser.vmb");
   EXPECT_EQ(history_.GoTo(2), "");  // load, scale, save
@@ -153,7 +156,7 @@ TEST_F(HistoryTest, WalksBackAndOnUntilSomethingElseIsDone) {
   EXPECT_EQ(Words()[2], words[2]);
   EXPECT_EQ(Words()[3], "undone: " + words[3]);
   Look();  // a look in between changes nothing, though it moves the cursors
-  EXPECT_EQ(history_.GoTo(5), "");
+  EXPECT_EQ(history_.GoTo(6), "");
   EXPECT_EQ(Words(), words);
   EXPECT_EQ(history_.GoTo(4), "");
   EXPECT_EQ(history_.GoTo(5), "");
