@@ -2,7 +2,6 @@
 
 #include <QClipboard>
 #include <QMenuBar>
-#include <QToolButton>
 #include <map>
 #include <set>
 
@@ -234,21 +233,20 @@ TEST_F(Story, WalksBackAndOnAlongTheHistory) {
   const QString line = history->item(1)->text();
   EXPECT_EQ(line, "2  Multiplied by 2: Vastus lat");
   const auto shows = [&](float factor, int row) {
-    return QTest::qWaitFor(
-        [&] { return Shown().Data(100, 1) == factor * before && history->currentRow() == row; });
+    return QTest::qWaitFor([&] {
+      return Shown().Data(100, 1) == factor * before && history->currentRow() == row &&
+             history->count() == 2 && history->item(1)->font().italic() == (row == 0);
+    });
   };
   QTest::mouseClick(history->viewport(), Qt::LeftButton, {},
                     history->visualItemRect(history->item(0)).center());
   EXPECT_TRUE(shows(1, 0));
-  ASSERT_EQ(history->count(), 2);
   EXPECT_EQ(history->item(1)->text(), line);
-  EXPECT_TRUE(history->item(1)->font().italic());
   QTest::keyClick(window_.get(), Qt::Key_Y, Qt::ControlModifier);
   EXPECT_TRUE(shows(2, 1));
-  EXPECT_FALSE(history->item(1)->font().italic());
   QTest::keyClick(window_.get(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_TRUE(shows(1, 0));
-  QTest::mouseClick(Find<QToolButton>("redo"), Qt::LeftButton);
+  QTest::mouseClick(Find<QPushButton>("redo"), Qt::LeftButton);
   EXPECT_TRUE(shows(2, 1));
   QTest::mouseClick(Find<QPushButton>("copyHistory"), Qt::LeftButton);
   EXPECT_TRUE(QApplication::clipboard()->text().contains("2. Multiplied by 2: Vastus lat.\n"));

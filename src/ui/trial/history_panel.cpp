@@ -6,7 +6,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
-#include <QToolButton>
 
 #include "ui/main/icons.hpp"
 #include "ui/text.hpp"
@@ -14,13 +13,16 @@
 namespace velmora::ui {
 namespace {
 
-/// A button of the panel's full width or a share of it, for an action.
-QToolButton* ButtonFor(QAction* action, const char* name) {
-  auto* button = new QToolButton;
+/// A button that looks like the others of the panel and follows an action.
+QPushButton* ButtonFor(QAction* action, const char* name) {
+  auto* button = new QPushButton(action->icon(), action->text());
   button->setObjectName(QString::fromUtf8(name));
-  button->setDefaultAction(action);
-  button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  const auto follow = [action, button] {
+    button->setEnabled(action->isEnabled());
+    button->setToolTip(action->toolTip());
+  };
+  QObject::connect(action, &QAction::changed, button, follow);
+  QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
   return button;
 }
 
