@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -57,6 +58,16 @@ struct GraphMemory {
   std::int32_t StatLo = 0;  // the samples a statistics form is to use
   std::int32_t StatHi = 0;
   bool ClipResetTime = false;
+};
+
+/// How texts were read.
+struct TextMemory {
+  using Values = std::map<std::string, std::string>;  // text by the name of the parser's field
+
+  /// Without a person nothing is kept: a run must not depend on what was read before.
+  bool Remembers = false;
+  /// What a person changed against what was found, by folder and layout of the header.
+  std::map<std::string, Values> Layouts;
 };
 
 /// What the last analysis found.

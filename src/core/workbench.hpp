@@ -85,6 +85,7 @@ struct Workbench {
   TimeMemory time;
   ThresholdMemory thresholds;
   GraphMemory graph;
+  TextMemory texts;
   ResultMemory results;
   NumberPatterns patterns;
 

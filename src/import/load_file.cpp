@@ -47,6 +47,7 @@ void ResetTrial(Workbench& workbench) {
     std::copy_n(trial.ChanLabel.begin(), trial.NChan + 1, trial.SavedLabels.begin());
     std::copy_n(trial.ChanUnits.begin(), trial.NChan + 1, trial.SavedUnits.begin());
   }
+  trial.FormatName.clear();
   trial.TrialIndex = -1;
   trial.Notices.clear();
   workbench.LoadedFile.clear();

@@ -49,6 +49,7 @@ struct FieldAnswer {
 };
 
 struct FormAnswer {
+  bool found = false;  // what the form has found is taken before the fields are filled
   std::vector<FieldAnswer> fields;
   std::string press = "OK";
 };

@@ -238,6 +238,9 @@ std::string RecipeQuestions::AskForm(Form& form) {
   if (form.FindButton(answer.press) == nullptr) {
     Abandon(asked, "there is no button " + Quoted(answer.press) + ", but " + ButtonList(form));
   }
+  if (answer.found) {
+    form.TakeFound();
+  }
   for (const FieldAnswer& field : answer.fields) {
     try {
       EditField(asked, form, field);

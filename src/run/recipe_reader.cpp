@@ -199,6 +199,8 @@ FormAnswer Reader::Form(const YAML::Node& node) const {
     const std::string name = Text(entry.first, "a field");
     if (name == "press") {
       answer.press = Text(entry.second, "press");
+    } else if (name == "found") {
+      answer.found = Flag(entry.second, "found");
     } else {
       answer.fields.push_back(Field(name, entry.second));
     }

@@ -110,6 +110,10 @@ class Writer {
   void operator()(const FormAnswer& answer) {
     Key("form");
     out_ << YAML::BeginMap;
+    if (answer.found) {
+      Key("found");
+      out_ << true;
+    }
     for (const FieldAnswer& field : answer.fields) {
       Key(field.name);
       std::visit(*this, field.value);

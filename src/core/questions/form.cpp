@@ -81,6 +81,17 @@ struct EditOne {
   void operator()(ChannelFlags* /*target*/) const { Refuse(field, "wants a value for each channel"); }
 };
 
+struct ShowValue {
+  std::string operator()(const bool* value) const { return *value ? "true" : "false"; }
+  std::string operator()(const std::int32_t* value) const { return std::to_string(*value); }
+  std::string operator()(const double* value) const { return PlainNumber(*value); }
+  std::string operator()(const std::string* value) const { return *value; }
+  template <typename PerChannel>
+  std::string operator()(const PerChannel* /*values*/) const {
+    return {};
+  }
+};
+
 }  // namespace
 
 const FormField* Form::FindField(std::string_view name) const {
@@ -126,6 +137,23 @@ void Form::Edit(const FormField& field, int channel, std::string_view text) {
   if (field.edited) {
     field.edited();
   }
+}
+
+std::string Form::TextOf(const FormField& field) {
+  return std::visit(ShowValue{}, field.target);
+}
+
+void Form::TakeFound() {
+  for (FoundValue& found : found_) {
+    found.before = TextOf(*found.field);
+    Edit(*found.field, found.text);
+  }
+  FoundTaken();
+}
+
+void Form::TakeFound(const FoundValue& found, bool take) {
+  Edit(*found.field, take ? found.text : found.before);
+  FoundTaken();
 }
 
 void Form::NoteEdit(const FormField& field, int channel) {

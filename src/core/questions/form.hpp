@@ -97,10 +97,30 @@ class Form {
   /// What was edited since the form last asked for a button; each once, the last edited last.
   [[nodiscard]] const std::vector<EditMade>& Edits() const { return edits_; }
 
+  /// What somebody would type to give the field the value it has; empty for a field per channel.
+  [[nodiscard]] static std::string TextOf(const FormField& field);
+
+  /// A value that whoever made the form came upon, in the file it is about for instance. The form does
+  /// not hold it by itself: what asks for the form may take it, as if it were typed.
+  struct FoundValue {
+    const FormField* field = nullptr;
+    std::string text;
+    std::string where;   // "found in the file"
+    std::string before;  // the field's text when the value was taken
+  };
+  [[nodiscard]] const std::vector<FoundValue>& Found() const { return found_; }
+  [[nodiscard]] static bool Holds(const FoundValue& found) { return TextOf(*found.field) == found.text; }
+  /// Edits every field that something was found for.
+  void TakeFound();
+  /// Edits the field of `found`: back to what it held before, or to what was found.
+  void TakeFound(const FoundValue& found, bool take);
+
   /// Shows the form until a button closes it.
   void Show(Workbench& workbench);
 
  protected:
+  /// What was found was taken, or taken back.
+  virtual void FoundTaken() {}
   /// The channel that `edited` of a per-channel field runs for.
   [[nodiscard]] int EditedChannel() const { return editedChannel_; }
 
@@ -108,6 +128,7 @@ class Form {
   std::vector<FormButton> buttons_;
   std::vector<ResultTable> tables_;
   std::optional<FormGraph> graph_;
+  std::vector<FoundValue> found_;
 
  private:
   void NoteEdit(const FormField& field, int channel);

@@ -52,6 +52,7 @@ struct Trial {
   std::string FileName;
   std::string FileExt;
   std::int16_t FileTypeCode = 0;
+  std::string FormatName;  // as people call it; empty: the reader table's name for FileTypeCode
   FixedRow<std::string, kMaxHeaderLines + 1> HeaderLines;  // index 0 is not used
   std::int32_t HeaderLineCount = 0;
   std::int16_t TrialIndex = -1;

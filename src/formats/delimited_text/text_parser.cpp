@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "formats/delimited_text/dialogue/parse_form.hpp"
 #include "formats/delimited_text/dialogue/parse_remarks.hpp"
@@ -14,6 +15,8 @@
 #include "formats/delimited_text/layout/data_start.hpp"
 #include "formats/delimited_text/layout/dialect_finish.hpp"
 #include "formats/delimited_text/layout/dialect_keywords.hpp"
+#include "formats/delimited_text/layout/first_records.hpp"
+#include "formats/delimited_text/layout/found_layout.hpp"
 #include "formats/delimited_text/layout/labels.hpp"
 #include "formats/delimited_text/layout/rate_and_time.hpp"
 #include "formats/delimited_text/scan/record_count.hpp"
@@ -48,24 +51,49 @@ bool KeepsCode(int code) {
   return OneOf(code, {18, 23, 25, 30, 31, 34, 42, 51, 80, 81, 256, kReadAgain});
 }
 
-void ShowDialect(Trial& trial, ProgressPanel& panel) {
+// The dialect's name for people; empty: none beyond that of text or of the format its code stands for.
+std::string NameDialect(Trial& trial) {
   const auto* known = std::find_if(kDialects.begin(), kDialects.end(), [&trial](const DialectName& dialect) {
     return dialect.code == trial.FileTypeCode;
   });
   if (known != kDialects.end()) {
-    panel.SetFormat(known->text);
-  } else if (trial.FileExt == "FIL") {
-    trial.FileTypeCode = kPlainText;
-    panel.SetFormat("Hybrid III ASCII data");
-  } else if (trial.FileExt == "FSV" || trial.FileExt == "TSV") {
-    trial.FileTypeCode = kFsv;
-    panel.SetFormat("FSV/TSV ASCII data");
-  } else if (OneOf(trial.FileTypeCode, {91, 93})) {
-    panel.SetFormat("Visual3D ASCII data");
-  } else {
-    trial.FileTypeCode = KeepsCode(trial.FileTypeCode) ? trial.FileTypeCode : kPlainText;
-    panel.SetFormat("ASCII data");
+    return known->text;
   }
+  if (trial.FileExt == "FIL") {
+    trial.FileTypeCode = kPlainText;
+    return "Hybrid III ASCII data";
+  }
+  if (trial.FileExt == "FSV" || trial.FileExt == "TSV") {
+    trial.FileTypeCode = kFsv;
+    return "FSV/TSV ASCII data";
+  }
+  if (OneOf(trial.FileTypeCode, {91, 93})) {
+    return "Visual3D ASCII data";
+  }
+  trial.FileTypeCode = KeepsCode(trial.FileTypeCode) ? trial.FileTypeCode : kPlainText;
+  return {};
+}
+
+void ShowDialect(Trial& trial, ProgressPanel& panel) {
+  trial.FormatName = NameDialect(trial);
+  panel.SetFormat(trial.FormatName.empty() ? "ASCII data" : trial.FormatName);
+}
+
+std::string PlainTextName(const std::string& record, const NumberLayout& layout) {
+  constexpr std::array<std::pair<char, const char*>, 3> kNames = {
+      {{'\t', "tab"}, {';', "semicolon"}, {',', "comma"}}};
+  for (const auto& [separator, name] : kNames) {
+    if (ColumnSeparators(layout).find(separator) != std::string_view::npos &&
+        record.find(separator) != std::string::npos) {
+      return std::string("Text, ") + name + " separated";
+    }
+  }
+  return Trim(record).find(' ') == std::string::npos ? "Text, one column" : "Text, blank separated";
+}
+
+// Dialects that the table of readers names.
+bool IsNamedByCode(int code) {
+  return OneOf(code, {18, 23, 42, 51, 80});
 }
 
 // Dialects that have a column of sample times.
@@ -94,6 +122,8 @@ class TextParser {
   bool AskBlankLines(const RecordCount& count, std::int64_t& records);
   void ReadNumbers();
   void FinishTrial();
+  void NameFormat();
+  void TellCounter();
   bool IsUsable();
 
   Workbench& workbench_;
@@ -254,7 +284,26 @@ bool TextParser::IsUsable() {
   return false;
 }
 
+void TextParser::NameFormat() {
+  if (trial_.FormatName.empty() && !IsNamedByCode(trial_.FileTypeCode)) {
+    trial_.FormatName = PlainTextName(header_.Line(settings_.ParseSkip + 1), settings_.layout);
+  }
+}
+
+// Times that count the samples give 1 Hz, which is seldom the rate of a recording.
+void TextParser::TellCounter() {
+  const bool counted = settings_.HasTime() && trial_.Rate == 1.0 && header_.rate == 0.0;
+  const int column = settings_.ParseTimeColumn;
+  if (counted && FirstRecords(header_, settings_).RisesByOne(column) &&
+      !NamesSeconds(header_, settings_, column)) {
+    AddNotice(workbench_, "Column " + std::to_string(column) +
+                              " rises evenly by 1: a counter? Taken for times it gives 1 Hz.");
+  }
+}
+
 void TextParser::FinishTrial() {
+  NameFormat();
+  TellCounter();
   std::string notes = NotesOnRead(faults_, trial_.NData, settings_, header_);
   const auto add = [&notes](const std::string& note) {
     notes += (notes.empty() || note.empty() ? "" : "\n") + note;
@@ -264,7 +313,7 @@ void TextParser::FinishTrial() {
   std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
   add(ReadLabelsAndUnits(trial_, header_, settings_));
   const int channels = trial_.NChan;
-  FinishDialect(workbench_, header_, settings_.HasTime());
+  FinishDialect(workbench_, header_, settings_);
   RestoreEntered(trial_, entered_, channels - trial_.NChan);
   if (!notes.empty()) {
     ShowRefusal(workbench_, {.title = "Check the Data", .text = notes, .icon = Icon::Exclamation});

@@ -24,6 +24,9 @@ constexpr int kMostRow = 110;
 constexpr int kExperimentLines = 4;  // what the experimenter wrote; behind it stand counts
 
 QString FormatName(const Trial& trial) {
+  if (!trial.FormatName.empty()) {
+    return ToQt(trial.FormatName);
+  }
   for (const Format& format : Formats()) {
     if (format.code == trial.FileTypeCode) {
       return ToQt(format.name);

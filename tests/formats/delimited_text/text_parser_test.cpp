@@ -134,7 +134,7 @@ TEST_F(TextParserTest, LabelsUnitsTitleAndHeaderFromTheDialogue) {
   const char* text = "# title\nFx,Fy,\"Moment, z\"\n(N),(N),(N.m)\n1,2,3\n4,5,6\n";
   LoadWithDefaults("a.csv", text, {{"ParseLabelsLine", "2"}, {"ParseUnitsLine", "3"}});
   EXPECT_EQ(Labels(), (Texts{"Fx", "Fy", "Moment, z"}));
-  EXPECT_EQ(UnitsOfChannels(), (Texts{"(N)", "(N)", "(N.m)"}));
+  EXPECT_EQ(UnitsOfChannels(), (Texts{"N", "N", "N.m"}));
 
   AnswerForm({}, "Labels");
   questions.PickNames({{2, "vertical"}});

@@ -3,9 +3,13 @@
 #include <algorithm>
 
 #include "core/files/files.hpp"
+#include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "formats/delimited_text/dialogue/header_form.hpp"
+#include "formats/delimited_text/dialogue/parse_remarks.hpp"
+#include "formats/delimited_text/layout/column_list.hpp"
 #include "formats/delimited_text/layout/data_start.hpp"
+#include "formats/delimited_text/layout/found_layout.hpp"
 #include "formats/line_blocks.hpp"
 
 namespace velmora {
@@ -17,6 +21,7 @@ constexpr const char* kHelp =
     "Channels to be read: columns, including the column of sample times if there is one.\n"
     "Time column: counts from 1 and is used when the box beside it is checked.\n"
     "Labels line, units line: a header line that names the columns, 0 for none.\n"
+    "Columns left out: columns that are no channels, counters for instance.\n"
     "View Header shows the first lines of the file with their numbers.";
 
 // The picker lists the trial's channels; before the read there are only columns.
@@ -32,11 +37,45 @@ ParseForm::ParseForm(Workbench& workbench, const TextHeader& header, ParseSettin
       workbench_(workbench),
       header_(header),
       settings_(settings),
-      remark_(std::move(remark)),
+      startRemark_(std::move(remark)),
+      memory_(workbench, header, settings),
       startUnknown_(settings.columnsFound == 0) {
   AddGivenFields();
   AddFurtherFields();
   AddButtons();
+  AddFound();
+  FoundTaken();
+}
+
+// What the person changed in the last such file comes last: it stands against what is found.
+void ParseForm::AddFound() {
+  double rate = workbench_.trial.Rate;
+  const ParseSettings found = FindLayout(header_, settings_, rate);
+  const auto add = [this](const char* name, const std::string& text, const char* where) {
+    const FormField* field = FindField(name);
+    std::erase_if(found_, [field](const FoundValue& other) { return other.field == field; });
+    if (text != TextOf(*field)) {
+      found_.push_back({.field = field, .text = text, .where = where});
+    }
+  };
+  const char* file = "found in the file";
+  add("Rate", PlainNumber(rate), file);
+  add("ParseHasTime", found.ParseHasTime ? "true" : "false", file);
+  add("ParseTimeColumn", std::to_string(found.ParseTimeColumn), file);
+  add("ParseLeaveOut", found.ParseLeaveOut, file);
+  add("ParseLabelsLine", std::to_string(found.labelsLine), file);
+  add("ParseUnitsLine", std::to_string(found.unitsLine), file);
+  memory_.NoteOffered(*this);
+  for (const auto& [name, text] : memory_.Changed()) {
+    add(name.c_str(), text, "as in the last file");
+  }
+}
+
+void ParseForm::FoundTaken() {
+  remark_ = startRemark_;
+  if (settings_.columnsFound > 0) {
+    AddRemark(remark_, RemarkOnColumns(header_, settings_));
+  }
 }
 
 void ParseForm::AddGivenFields() {
@@ -108,6 +147,11 @@ void ParseForm::AddFurtherFields() {
        .lowest = 0,
        .highest = static_cast<double>(header_.lines.size()),
        .prompt = "Enter number of the line that holds the units of the columns (0=none)."},
+      {.name = "ParseLeaveOut",
+       .caption = "Columns left out",
+       .target = &settings_.ParseLeaveOut,
+       .prompt = "Enter the columns that are no channels, e.g. 1, 2 or 5-7.",
+       .title = "Columns Left Out"},
       {.name = "lblMessage", .caption = "Message", .target = &remark_, .readOnly = true},
   };
   fields_.insert(fields_.end(), further.begin(), further.end());
@@ -174,6 +218,14 @@ void ParseForm::SkipEdited() {
 }
 
 bool ParseForm::Read() {
+  if (!ReadColumnList(settings_.ParseLeaveOut)) {
+    ShowRefusal(workbench_,
+                {.title = "Columns Left Out",
+                 .text = "\"" + settings_.ParseLeaveOut +
+                         "\" is no list of columns.  Enter numbers from 1 to 64, e.g. 1, 2 or 5-7.",
+                 .icon = Icon::Exclamation});
+    return false;
+  }
   if (settings_.columns > kMaxChannels) {
     ShowRefusal(workbench_, {.title = "Maximum Channels Exceeded",
                              .text = "Too many channels (>64) selected.  You must choose less than 64 "
@@ -194,6 +246,7 @@ bool ParseForm::Read() {
                              .icon = Icon::Exclamation});
     return false;
   }
+  memory_.Keep(*this);
   accepted_ = true;
   return true;
 }

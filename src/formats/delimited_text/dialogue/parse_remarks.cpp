@@ -6,7 +6,8 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "formats/delimited_text/layout/data_start.hpp"
-#include "formats/delimited_text/layout/labels.hpp"
+#include "formats/delimited_text/layout/first_records.hpp"
+#include "formats/delimited_text/layout/found_layout.hpp"
 #include "formats/delimited_text/scan/number_scan.hpp"
 
 namespace velmora {
@@ -24,47 +25,24 @@ std::string OnEmptyColumns(std::string_view line, const NumberLayout& layout) {
   return empty == 1 ? "One channel contains no data." : empty == 2 ? "Two channels contain no data." : "";
 }
 
-// A column of the records that stand among the header's lines.
-std::vector<float> FirstValues(const TextHeader& header, const ParseSettings& settings, int column) {
-  ScanPlan plan{.columns = settings.columns, .layout = settings.layout, .dropRest = true};
-  for (std::size_t k = 0; k < plan.slot.size(); ++k) {
-    plan.slot[k] = static_cast<std::uint8_t>(k);
-  }
-  std::vector<float> values;
-  std::array<float, kMaxChannels> frame{};
-  ScanFaults faults;
-  for (int k = settings.ParseSkip + 1; k <= static_cast<int>(header.lines.size()); ++k) {
-    if (const std::string line = header.Line(k); !IsBlankLine(line)) {
-      ScanLine(line, plan, frame.data(), k, faults);
-      values.push_back(frame[static_cast<std::size_t>(column - 1)]);
-    }
-  }
-  return values;
-}
-
-// Every step forward and none far from the mean.
-bool RisesEvenly(const std::vector<float>& values) {
-  constexpr std::size_t kFewest = 3;
-  if (values.size() < kFewest) {
-    return false;
-  }
-  const double mean = (static_cast<double>(values.back()) - static_cast<double>(values.front())) /
-                      static_cast<double>(values.size() - 1);
-  for (std::size_t i = 1; i < values.size(); ++i) {
-    const double step = static_cast<double>(values[i]) - static_cast<double>(values[i - 1]);
-    if (!(step > 0.5 * mean && step < 1.5 * mean)) {
-      return false;
-    }
-  }
-  return mean > 0;
+// Counted up by 1 from sample to sample: the rate that such times give is 1 Hz.
+std::string OnCounter(const TextHeader& header, const FirstRecords& records, const ParseSettings& settings) {
+  const int column = settings.ParseTimeColumn;
+  return column <= settings.columns && records.RisesByOne(column) && !NamesSeconds(header, settings, column)
+             ? "Column " + std::to_string(column) + " rises evenly by 1: a counter?"
+             : "";
 }
 
 std::string OnTimes(const TextHeader& header, const ParseSettings& settings) {
-  if (settings.ParseHasTime || settings.columns < 2) {
+  const FirstRecords records(header, settings);
+  if (settings.HasTime()) {
+    return OnCounter(header, records, settings);
+  }
+  if (settings.columns < 2) {
     return {};
   }
-  const bool first = RisesEvenly(FirstValues(header, settings, 1));
-  const bool second = RisesEvenly(FirstValues(header, settings, 2));
+  const bool first = records.RisesEvenly(1);
+  const bool second = records.RisesEvenly(2);
   if (!first && !second) {
     return {};
   }
@@ -74,22 +52,16 @@ std::string OnTimes(const TextHeader& header, const ParseSettings& settings) {
   return columns + " evenly: if these are sample times, check the box and enter the time column.";
 }
 
-bool NamesColumns(const std::string& line, const ParseSettings& settings) {
-  const bool letters = std::any_of(line.begin(), line.end(),
-                                   [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); });
-  return letters && CountNames(line) == settings.columns;
-}
-
 std::string OnNames(const TextHeader& header, const ParseSettings& settings) {
-  const int last = settings.ParseSkip;
-  if (settings.labelsLine > 0 || !NamesColumns(header.Line(last), settings)) {
+  const NameLines lines = FindNameLines(header, settings);
+  if (settings.labelsLine > 0 || lines.labels == 0) {
     return {};
   }
-  if (last > 1 && NamesColumns(header.Line(last - 1), settings)) {
-    return "Lines " + std::to_string(last - 1) + " and " + std::to_string(last) +
+  if (lines.units > 0) {
+    return "Lines " + std::to_string(lines.labels) + " and " + std::to_string(lines.units) +
            " fit the columns: enter them as labels line and units line.";
   }
-  return "Line " + std::to_string(last) + " fits the columns: enter it as labels line.";
+  return "Line " + std::to_string(lines.labels) + " fits the columns: enter it as labels line.";
 }
 
 struct FieldCount {

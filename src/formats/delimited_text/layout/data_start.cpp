@@ -232,7 +232,6 @@ bool FindDataStart(Workbench& workbench, const TextHeader& header, ParseSettings
   const int columns = CountColumns(line, settings.layout, code);
   if (CanBeRead(columns)) {
     settings.columns = settings.columnsFound = columns;
-    AddRemark(remark, RemarkOnColumns(header, settings));
     return true;
   }
   AddRemark(remark, "The data have " + std::to_string(columns) + " columns; " + std::to_string(kMaxChannels) +

@@ -114,10 +114,17 @@ int DuplicateCounters(Trial& trial, bool hasTime) {
   return repeated ? kMost : count;
 }
 
+bool RemovesCounters(int code) {
+  return code == 93 || code == 33 || code == 51 || code == 82;
+}
+
 }  // namespace
 
-void FinishDialect(Workbench& workbench, const TextHeader& header, bool hasTime) {
+void FinishDialect(Workbench& workbench, const TextHeader& header, const ParseSettings& settings) {
   Trial& trial = workbench.trial;
+  if (!settings.ParseLeaveOut.empty() && RemovesCounters(trial.FileTypeCode)) {
+    return;  // the columns have been chosen one by one
+  }
   switch (trial.FileTypeCode) {
     case 25:
       FinishBioPlux(trial, header.resolutionBits);
@@ -131,7 +138,7 @@ void FinishDialect(Workbench& workbench, const TextHeader& header, bool hasTime)
     case 33:
     case 51:
     case 82:
-      trial.EraseChannels(FirstChannels(DuplicateCounters(trial, hasTime)));
+      trial.EraseChannels(FirstChannels(DuplicateCounters(trial, settings.HasTime())));
       ShowFirstChannelPage(workbench);
       break;
     default:

@@ -243,9 +243,21 @@ double RateInWords(std::string_view line) {
   return 0.0;
 }
 
+// An export of devices has its rate alone in the line below that word.
+double RateBelowDevices(const TextHeader& header, std::size_t line) {
+  const std::string_view word = "Devices";
+  const std::string_view text = header.lines[line];
+  const std::string_view below =
+      line + 1 < header.lines.size() ? std::string_view(header.lines[line + 1]) : "";
+  const bool alone = text.substr(0, word.size()) == word &&
+                     text.find_first_not_of(",;\t ", word.size()) == std::string_view::npos &&
+                     below.find_first_not_of("0123456789.,;\t ") == std::string_view::npos;
+  return alone ? Val(below.substr(0, below.find_first_of(",;\t"))) : 0.0;
+}
+
 void FindRateInWords(TextHeader& header) {
   for (std::size_t i = 0; i < header.lines.size() && header.rate == 0.0 && header.statedRate == 0.0; ++i) {
-    header.statedRate = RateInWords(header.lines[i]);
+    header.statedRate = std::max(RateInWords(header.lines[i]), RateBelowDevices(header, i));
   }
 }
 

@@ -7,155 +7,129 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "formats/delimited_text/layout/name_line.hpp"
 #include "formats/delimited_text/layout/saved_head.hpp"
 
 namespace velmora {
 namespace {
 
-std::string WithoutQuotes(std::string_view field) {
-  const std::string text = Trim(field);
-  const bool quoted = text.size() >= 2 && text.front() == text.back() && (text[0] == '"' || text[0] == '\'');
-  return quoted ? Trim(std::string_view(text).substr(1, text.size() - 2)) : text;
-}
+constexpr int kDelsys = 62;
+constexpr int kDelsysPoints = 63;
+constexpr int kVisual3D = 91;
 
-// Fields of a line; a separator inside quotes is part of its field.
-std::vector<std::string> SplitFields(std::string_view line, std::string_view separators) {
-  std::vector<std::string> fields;
-  std::string field;
-  char quote = '\0';
-  for (const char c : line) {
-    if (quote == '\0' && separators.find(c) != std::string_view::npos) {
-      fields.push_back(WithoutQuotes(field));
-      field.clear();
-      continue;
-    }
-    if ((c == '"' || c == '\'') && (quote == c || (quote == '\0' && Trim(field).empty()))) {
-      quote = quote == c ? '\0' : c;
-    }
-    field += c;
-  }
-  fields.push_back(WithoutQuotes(field));
-  return fields;
-}
-
-// What separates the fields of a line that the user has named: what the line itself shows.
-std::string_view SeparatorsOf(std::string_view line) {
-  for (const std::string_view separator : {"\t", ";", ","}) {
-    if (line.find(separator) != std::string_view::npos) {
-      return separator;
-    }
-  }
-  return " ";
-}
-
-// Fields of a line that the user has named.
-std::vector<std::string> NamedFields(const std::string& line) {
-  const std::string_view separators = SeparatorsOf(line);
-  std::vector<std::string> fields = SplitFields(line, separators);
-  if (separators == " ") {
-    std::erase(fields, "");
-  }
-  while (fields.size() > 1 && fields.back().empty()) {
-    fields.pop_back();
-  }
-  return fields;
-}
-
-void EraseTimeField(std::vector<std::string>& fields, const ParseSettings& settings) {
-  const auto time = static_cast<std::size_t>(settings.ParseTimeColumn);
-  if (settings.HasTime() && time <= fields.size()) {
-    fields.erase(fields.begin() + static_cast<std::ptrdiff_t>(time) - 1);
-  }
-}
-
-// A dialect's line starts with its keyword; a line that the user names may start with a word of its own
-// too, and then has one field more than there are columns.
-std::vector<std::string> FieldsBehindKeyword(const std::string& line, bool named, int code,
-                                             const ParseSettings& settings) {
-  constexpr int kDelsys = 62;
-  std::vector<std::string> fields =
-      named ? NamedFields(line) : SplitFields(line, code == kDelsys ? "\t," : "\t");
-  if (!named || fields.size() == static_cast<std::size_t>(settings.columns) + 1) {
-    fields.erase(fields.begin());
-  }
-  return fields;
-}
-
-// "Force [N]" is label and unit.
-void SplitUnit(Trial& trial, int channel, std::string text) {
-  const std::size_t bracket = text.find('[');
-  if (bracket != std::string::npos) {
-    std::string unit = text.substr(bracket + 1);
-    if (!unit.empty() && unit.back() == ']') {
-      unit.pop_back();
-    }
-    trial.ChanUnits[channel] = Trim(unit);
-    text.resize(bracket);
-  }
-  trial.ChanLabel[channel] = Trim(text);
-}
-
-bool KeepsLabels(int code) {
-  return code == 62 || code == 63;
-}
-
-void SetLabel(Trial& trial, int channel, const std::string& text) {
-  if (text.empty()) {
-    return;
-  }
-  if (KeepsLabels(trial.FileTypeCode)) {
-    trial.ChanLabel[channel] = text;
-  } else {
-    SplitUnit(trial, channel, text);
-  }
-}
-
-struct FieldLine {
-  bool named;  // by the user, not by the dialect
+// A line of names, a field for each of the trial's channels once KeepChannels has been here.
+struct NameLine {
+  int number = 0;  // 0: there is none
+  /// The fields stand over the columns, from the first one: the user says so, or the dialect.
+  bool byPlace = false;
+  /// Read by another rule than the dialect's, so that a misfit has to be told.
+  bool guessed = false;
   std::vector<std::string> fields;
 };
 
-FieldLine FieldsOf(const Trial& trial, const TextHeader& header, const ParseSettings& settings, int number,
-                   bool named, int markerLine) {
-  FieldLine line{named && number > 0, {}};
-  const auto add = [&](int from, bool byUser) {
-    const std::vector<std::string> more =
-        FieldsBehindKeyword(header.Line(from), byUser, trial.FileTypeCode, settings);
-    line.fields.insert(line.fields.end(), more.begin(), more.end());
-  };
-  if (number > 0) {
-    add(number, named);
+// The fields behind the dialect's keyword. Where the line lacks what separates them in this dialect, it
+// is split at what it shows.
+void AddDialectFields(NameLine& line, const std::string& text, int code, int columns) {
+  const std::string_view own = code == kDelsys ? "\t," : "\t";
+  const bool guessed = text.find_first_of(own) == std::string::npos;
+  const std::string_view separators = guessed ? SeparatorsOf(text) : own;
+  std::vector<std::string> fields = SplitFields(text, separators);
+  if (separators == " ") {
+    std::erase(fields, "");
+    const int names = static_cast<int>(fields.size()) - 1;
+    fields.resize(names == columns || names == columns - 1 ? fields.size() : 1);  // else it is a sentence
   }
-  if (markerLine > 0) {
-    add(markerLine, false);
+  if (!line.byPlace) {
+    fields.erase(fields.begin());
+  }
+  line.guessed = line.guessed || guessed;
+  line.fields.insert(line.fields.end(), fields.begin(), fields.end());
+}
+
+// `own` is the line that the dialect marks, `marker` its second one.
+NameLine ReadNameLine(const Trial& trial, const TextHeader& header, const ParseSettings& settings, int number,
+                      int own, int marker) {
+  NameLine line{.number = number};
+  const std::string text = header.Line(number);
+  if (number > 0 && number != own) {
+    line.byPlace = line.guessed = true;
+    line.fields = NamesOfColumns(text, settings.columns);
+    if (HasPrefix(text) && line.fields.size() == 1) {  // "# Units:= mV"
+      line.fields.resize(static_cast<std::size_t>(settings.columns), line.fields[0]);
+    }
+  } else if (number > 0) {
+    line.byPlace = trial.FileTypeCode == kVisual3D;  // its keyword stands over the counter
+    AddDialectFields(line, text, trial.FileTypeCode, settings.columns);
+  }
+  if (marker > 0) {
+    AddDialectFields(line, header.Line(marker), trial.FileTypeCode, settings.columns);
   }
   return line;
 }
 
+bool NamesAll(const NameLine& line, int columns) {
+  return line.fields.size() == static_cast<std::size_t>(columns) && !line.fields.back().empty();
+}
+
+// Leaves the fields of the channels, in order. `timeNamed`: the time column has a field too.
+void KeepChannels(NameLine& line, const ParseSettings& settings, bool timeNamed) {
+  const std::vector<int> channels = settings.ChannelColumns();
+  const int unnamed = settings.HasTime() && !timeNamed ? settings.ParseTimeColumn : settings.columns + 1;
+  std::vector<std::string> kept;
+  for (const int column : channels) {
+    const auto field = static_cast<std::size_t>(column) - (column > unnamed ? 2 : 1);
+    kept.push_back(field < line.fields.size() ? line.fields[field] : "");
+  }
+  line.fields = std::move(kept);
+}
+
 // What the user names has a field for every column. A dialect's lines may name the time column too:
 // then one of them has a name for every column.
-void EraseTimeNames(FieldLine& labels, FieldLine& units, const TextHeader& header,
-                    const ParseSettings& settings) {
+void KeepChannels(NameLine& labels, NameLine& units, const TextHeader& header,
+                  const ParseSettings& settings) {
+  const bool timeNamed =
+      !header.keywordNamesTime && (NamesAll(labels, settings.columns) || NamesAll(units, settings.columns));
   const auto columns = static_cast<std::size_t>(settings.columns);
-  const auto namesAll = [columns](const FieldLine& line) {
-    return line.fields.size() == columns && !line.fields.back().empty();
-  };
-  const bool timeNamed = !header.keywordNamesTime && (namesAll(labels) || namesAll(units));
-  for (FieldLine* line : {&labels, &units}) {
-    if (line->named || (timeNamed && line->fields.size() >= columns)) {
-      EraseTimeField(line->fields, settings);
-    }
+  for (NameLine* line : {&labels, &units}) {
+    KeepChannels(*line, settings, line->byPlace || (timeNamed && line->fields.size() >= columns));
   }
 }
 
+void SetLabel(Trial& trial, int channel, const std::string& text, bool byDialect) {
+  if (text.empty()) {
+    return;
+  }
+  if (trial.FileTypeCode == kDelsys || trial.FileTypeCode == kDelsysPoints) {
+    trial.ChanLabel[channel] = text;
+    return;
+  }
+  const LabelAndUnit split = byDialect ? SplitAtBracket(text) : SplitLabel(text);
+  trial.ChanLabel[channel] = split.label.empty() ? trial.ChanLabel[channel] : Label(split.label);
+  trial.ChanUnits[channel] = split.unit.empty() ? trial.ChanUnits[channel] : Units(split.unit);
+}
+
+// What the dialogue showed as labels line and nobody would find in the labels.
+std::string NoteOnNames(const NameLine& labels) {
+  const auto empty = std::count(labels.fields.begin(), labels.fields.end(), "");
+  const auto all = static_cast<std::ptrdiff_t>(labels.fields.size());
+  if (labels.number == 0 || empty == 0 || (empty < all && !labels.guessed)) {
+    return {};
+  }
+  const std::string line = "Line " + std::to_string(labels.number);
+  return empty == all ? line + ", the labels line, names no channel."
+                      : line + ", the labels line, names " + std::to_string(all - empty) + " of " +
+                            std::to_string(all) + " channels.";
+}
+
 // Visual3D: the plate's name completes the label, and the quantity gives the unit.
-void FinishVisual3D(Trial& trial, const TextHeader& header) {
-  const std::vector<std::string> plates = SplitFields(header.Line(header.platesLine), "\t");
+void FinishVisual3D(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
+  NameLine plates{.fields = SplitFields(header.Line(header.platesLine), "\t")};
+  KeepChannels(plates, settings, true);
   for (int c = 1; c <= trial.NChan; ++c) {
     const auto i = static_cast<std::size_t>(c);
     std::string label = trial.ChanLabel[i].Text();
-    if (header.platesLine > 0 && i < plates.size() && !plates[i].empty()) {
-      label += " " + plates[i];
+    if (header.platesLine > 0 && !plates.fields[i - 1].empty()) {
+      label += " " + plates.fields[i - 1];
     }
     const std::string upper = ToUpper(label);
     if (upper.find("FREEMOMENT") != std::string::npos) {
@@ -170,7 +144,6 @@ void FinishVisual3D(Trial& trial, const TextHeader& header) {
 // A table that this program saved: its names are taken as they stand, the abscissa's too.
 std::string ReadSavedNames(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
   const auto columns = static_cast<std::size_t>(settings.columns);
-  const auto time = static_cast<std::size_t>(settings.ParseTimeColumn);
   const std::vector<std::string> labels = SavedNames(header, header.labelsLine);
   const std::vector<std::string> units = SavedNames(header, header.unitsLine);
   if (labels.size() != columns || units.size() != columns) {
@@ -178,23 +151,24 @@ std::string ReadSavedNames(Trial& trial, const TextHeader& header, const ParseSe
            " name " + std::to_string(labels.size()) + " labels and " + std::to_string(units.size()) +
            " units for " + std::to_string(columns) + " columns: they were left out.";
   }
-  std::size_t channel = 1;
-  for (std::size_t k = 0; k < columns; ++k) {
-    const std::size_t c = settings.HasTime() && k + 1 == time ? 0 : channel++;
-    trial.ChanLabel[c] = labels[k].empty() ? trial.ChanLabel[c] : Label(labels[k]);
-    trial.ChanUnits[c] = units[k];
+  const auto name = [&](int channel, int column) {
+    const auto k = static_cast<std::size_t>(column) - 1;
+    trial.ChanLabel[channel] = labels[k].empty() ? trial.ChanLabel[channel] : Label(labels[k]);
+    trial.ChanUnits[channel] = units[k];
+  };
+  if (settings.HasTime()) {
+    name(0, settings.ParseTimeColumn);
+  }
+  int channel = 0;
+  for (const int column : settings.ChannelColumns()) {
+    name(++channel, column);
   }
   return {};
 }
 
 }  // namespace
 
-int CountNames(const std::string& line) {
-  return static_cast<int>(NamedFields(line).size());
-}
-
 void SetParsedDefaults(Trial& trial) {
-  constexpr std::int16_t kDelsys = 62;
   trial.ChanLabel[0] = "Time";
   trial.ChanUnits[0] = "s";
   trial.ChanRate[0] = trial.Rate;
@@ -218,39 +192,37 @@ void RestoreEntered(Trial& trial, const EnteredNames& entered, int removed) {
 }
 
 std::string ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
-  constexpr std::int16_t kVisual3D = 91;
   if (!header.savedSeparator.empty() && settings.labelsLine == header.labelsLine &&
       settings.unitsLine == header.unitsLine) {
     return ReadSavedNames(trial, header, settings);
   }
-  FieldLine labels = FieldsOf(trial, header, settings, settings.labelsLine,
-                              settings.labelsLine != header.labelsLine, header.markerLabelsLine);
-  FieldLine units = FieldsOf(trial, header, settings, settings.unitsLine,
-                             settings.unitsLine != header.unitsLine, header.markerUnitsLine);
-  EraseTimeNames(labels, units, header, settings);
-  const auto channels = static_cast<std::size_t>(trial.NChan);
-  for (std::size_t i = 0; i < std::min(labels.fields.size(), channels); ++i) {
-    SetLabel(trial, static_cast<int>(i) + 1, labels.fields[i]);
-  }
-  for (std::size_t i = 0; i < std::min(units.fields.size(), channels); ++i) {
+  NameLine labels =
+      ReadNameLine(trial, header, settings, settings.labelsLine, header.labelsLine, header.markerLabelsLine);
+  NameLine units =
+      ReadNameLine(trial, header, settings, settings.unitsLine, header.unitsLine, header.markerUnitsLine);
+  const bool dialectNames = settings.labelsLine == header.labelsLine;
+  KeepChannels(labels, units, header, settings);
+  for (int c = 1; c <= trial.NChan; ++c) {
+    const auto i = static_cast<std::size_t>(c) - 1;
+    SetLabel(trial, c, labels.fields[i], dialectNames);
     if (!units.fields[i].empty()) {
-      trial.ChanUnits[i + 1] = units.fields[i];
+      trial.ChanUnits[c] = units.guessed ? UnitOf(units.fields[i]) : units.fields[i];
     }
   }
   if (!header.timeLabel.empty()) {
     trial.ChanLabel[0] = header.timeLabel;
   }
   if (trial.FileTypeCode == kVisual3D) {
-    FinishVisual3D(trial, header);
+    FinishVisual3D(trial, header, settings);
   }
-  return {};
+  return NoteOnNames(labels);
 }
 
 void ReadLabelsBeforeData(Trial& trial, const std::string& line, const ParseSettings& settings) {
-  std::vector<std::string> fields = SplitFields(line, SeparatorsOf(line));
-  EraseTimeField(fields, settings);
-  for (std::size_t i = 0; i < fields.size() && static_cast<int>(i) < trial.NChan; ++i) {
-    SetLabel(trial, static_cast<int>(i) + 1, fields[i]);
+  NameLine labels{.fields = SplitFields(line, SeparatorsOf(line))};
+  KeepChannels(labels, settings, true);
+  for (int c = 1; c <= trial.NChan; ++c) {
+    SetLabel(trial, c, labels.fields[static_cast<std::size_t>(c) - 1], true);
   }
 }
 

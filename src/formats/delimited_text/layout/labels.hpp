@@ -24,9 +24,6 @@ void RestoreEntered(Trial& trial, const EnteredNames& entered, int removed);
 /// about names that did not fit, empty when all is well.
 std::string ReadLabelsAndUnits(Trial& trial, const TextHeader& header, const ParseSettings& settings);
 
-/// Names that a line holds when a person enters it as labels line or units line.
-int CountNames(const std::string& line);
-
 /// Labels from the fields of the line right before the data.
 void ReadLabelsBeforeData(Trial& trial, const std::string& line, const ParseSettings& settings);
 

@@ -27,9 +27,13 @@ struct ParseSettings {
   NumberLayout layout;
   std::int32_t labelsLine = 0;  // number of the line that holds them; 0: none
   std::int32_t unitsLine = 0;
+  std::string ParseLeaveOut;  // columns that are no channels, as ReadColumnList takes them
 
   [[nodiscard]] bool HasTime() const { return ParseHasTime && ParseTimeColumn > 0; }
-  [[nodiscard]] int Channels() const { return columns - (HasTime() ? 1 : 0); }
+  [[nodiscard]] bool IsTime(int column) const { return HasTime() && column == ParseTimeColumn; }
+  /// The columns that become channels, in order.
+  [[nodiscard]] std::vector<int> ChannelColumns() const;
+  [[nodiscard]] int Channels() const { return static_cast<int>(ChannelColumns().size()); }
 };
 
 /// What the first lines of a text file say. Lines count from 1; 0: there is no such line.

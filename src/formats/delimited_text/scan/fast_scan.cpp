@@ -110,8 +110,10 @@ class Scanner {
       std::copy_n(row_.begin(), plan_.columns, frame + plan_.slot[0]);
       return;
     }
-    for (int k = 0; k < plan_.columns; ++k) {
-      frame[plan_.slot[static_cast<std::size_t>(k)]] = row_[static_cast<std::size_t>(k)];
+    for (std::size_t k = 0; k < static_cast<std::size_t>(plan_.columns); ++k) {
+      if (plan_.slot[k] != ScanPlan::kNoSlot) {
+        frame[plan_.slot[k]] = row_[k];
+      }
     }
   }
 

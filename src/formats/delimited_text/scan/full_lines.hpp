@@ -18,4 +18,7 @@ struct FullLines {
 /// blank, that is, ends behind a blank, a tab or another line's end.
 FullLines CountFullLines(std::string_view text, SimdLevel level = MachineSimdLevel());
 
+/// Those of the first 16 KiB, an LF behind them that is half of a pair included.
+FullLines FullLinesAhead(std::string_view text);
+
 }  // namespace velmora

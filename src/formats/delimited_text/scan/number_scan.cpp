@@ -45,6 +45,12 @@ bool ReadWithPoint(std::string_view token, float& value) {
   return result.ec == std::errc() || OutsideRange(token, value);
 }
 
+void Put(float value, const ScanPlan& plan, std::size_t column, float* frame) {
+  if (plan.slot[column] != ScanPlan::kNoSlot) {
+    frame[plan.slot[column]] = value;
+  }
+}
+
 // The columns of one line, taken one after the other.
 class Columns {
  public:
@@ -78,6 +84,14 @@ class Columns {
 
 }  // namespace
 
+void ScanFaults::Add(const ScanFaults& further) {
+  notNumbers.Add(further.notNumbers);
+  emptyFields.Add(further.emptyFields);
+  shortLines.Add(further.shortLines);
+  longLines.Add(further.longLines);
+  std::transform(emptyIn.begin(), emptyIn.end(), further.emptyIn.begin(), emptyIn.begin(), std::plus<>());
+}
+
 bool ReadNumber(std::string_view token, bool decimalComma, float& value) {
   if (!decimalComma || token.find(',') == std::string_view::npos) {
     return ReadWithPoint(token, value);
@@ -102,6 +116,9 @@ void ScanLine(std::string_view line, const ScanPlan& plan, float* frame, std::in
     const auto column = static_cast<std::size_t>(k);
     const std::string_view token = columns.Next();
     float value = 0.0F;
+    if (plan.slot[column] == ScanPlan::kNoSlot) {
+      continue;  // what stands there does not matter
+    }
     if (token.empty()) {
       faults.emptyFields.Note(lineNumber, k + 1);
       ++faults.emptyIn[column];
@@ -109,12 +126,12 @@ void ScanLine(std::string_view line, const ScanPlan& plan, float* frame, std::in
       faults.notNumbers.Note(lineNumber, k + 1);
       value = 0.0F;
     }
-    frame[plan.slot[column]] = value;
+    Put(value, plan, column, frame);
   }
   if (k < plan.columns) {
     faults.shortLines.Note(lineNumber, k + 1);
     for (; k < plan.columns; ++k) {
-      frame[plan.slot[static_cast<std::size_t>(k)]] = 0.0F;
+      Put(0.0F, plan, static_cast<std::size_t>(k), frame);
     }
     return;
   }

@@ -12,6 +12,8 @@ namespace velmora {
 
 /// What to read from each line and where to put it.
 struct ScanPlan {
+  static constexpr std::uint8_t kNoSlot = 255;  // of a column that is left out
+
   int columns = 0;                                // read from each line, 1..64
   std::array<std::uint8_t, kMaxChannels> slot{};  // place in the frame of column k, from 0
   std::ptrdiff_t stride = 0;                      // floats from one frame to the next
@@ -31,6 +33,14 @@ struct ScanFault {
       column = atColumn;
     }
   }
+  /// Adds what was noted further on in the text.
+  void Add(const ScanFault& further) {
+    if (count == 0) {
+      *this = further;
+    } else {
+      count += further.count;
+    }
+  }
 };
 
 struct ScanFaults {
@@ -39,6 +49,9 @@ struct ScanFaults {
   ScanFault shortLines;                              // the columns that are missing are 0
   ScanFault longLines;                               // more columns than are read
   std::array<std::int64_t, kMaxChannels> emptyIn{};  // empty fields of column k, from 0
+
+  /// Adds what was noted further on in the text.
+  void Add(const ScanFaults& further);
 };
 
 /// How far a scan came.

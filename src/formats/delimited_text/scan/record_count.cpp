@@ -29,18 +29,16 @@ class Counter {
  private:
   // The usual case: many lines at once, all of them records.
   bool TakeFullLines(std::string_view& text) {
-    constexpr std::size_t kPiece = 16384;
     if (lines_ < skip_ || pending_ > 0) {
       return false;
     }
-    const FullLines full = CountFullLines(text.substr(0, kPiece));
+    const FullLines full = FullLinesAhead(text);
     if (full.lines == 0 || full.lines > kLinesPerTurn - lines_ % kLinesPerTurn) {
       return false;
     }
     lines_ += full.lines;
     count_.records += full.lines;
-    const bool halfPair = text[full.bytes - 1] == '\r' && text.substr(full.bytes, 1) == "\n";
-    text.remove_prefix(full.bytes + (halfPair ? 1 : 0));
+    text.remove_prefix(full.bytes);
     return true;
   }
 

@@ -10,8 +10,8 @@
 
 namespace velmora {
 
-/// Which column of a line goes where in a frame: the time column to 0, the others to 1, 2, ... in
-/// order; without a time column all of them.
+/// Which column of a line goes where in a frame: the time column to 0, the others that
+/// are not left out to 1, 2, ... in order.
 ScanPlan PlanScan(const ParseSettings& settings);
 
 /// Reads the records behind the lines skipped into the trial's frames, at most as many as it has
