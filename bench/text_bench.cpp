@@ -15,6 +15,7 @@
 #include "bench_support.hpp"
 #include "core/questions/form.hpp"
 #include "core/workbench.hpp"
+#include "formats/delimited_text/scan/core_scan.hpp"
 #include "formats/delimited_text/scan/fast_scan.hpp"
 #include "formats/delimited_text/scan/full_lines.hpp"
 #include "formats/line_blocks.hpp"
@@ -127,18 +128,21 @@ void LoadText(benchmark::State& state, bool again) {
   state.SetBytesProcessed(state.iterations() * file.Bytes());
 }
 
+constexpr std::size_t kBlock = std::size_t{256} << 10;
+constexpr std::size_t kBlockForCores = std::size_t{8} << 20;
+
 // Hands out the file in pieces of whole lines; `take` returns how many bytes it took.
 template <typename Take>
-void ForEachPiece(const Take& take) {
+void ForEachPiece(const Take& take, std::size_t block = kBlock) {
   TextSource source(SharedFile().Path());
-  LineBlocks blocks(source);
+  LineBlocks blocks(source, block);
   for (std::string_view lines = blocks.Lines(); !lines.empty(); lines = blocks.Lines()) {
     blocks.Consume(take(lines));
   }
 }
 
 template <typename Scan>
-void ScanFile(std::vector<float>& values, const Scan& scan) {
+void ScanFile(std::vector<float>& values, const Scan& scan, std::size_t block = kBlock) {
   ScanPlan plan;
   plan.columns = kColumns;
   plan.stride = kColumns + 1;
@@ -147,12 +151,14 @@ void ScanFile(std::vector<float>& values, const Scan& scan) {
   }
   std::int64_t rows = 0;
   ScanFaults faults;
-  ForEachPiece([&](std::string_view lines) {
-    const FrameRoom room{values.data() + rows * plan.stride, kLines - rows};
-    const ScanProgress done = scan(lines, plan, room, 1, faults);
-    rows += done.rows;
-    return done.bytes;
-  });
+  ForEachPiece(
+      [&](std::string_view lines) {
+        const FrameRoom room{values.data() + rows * plan.stride, kLines - rows};
+        const ScanProgress done = scan(lines, plan, room, 1, faults);
+        rows += done.rows;
+        return done.bytes;
+      },
+      block);
   benchmark::DoNotOptimize(values.data());
 }
 
@@ -199,6 +205,26 @@ void ScanFast(benchmark::State& state, bool count) {
   state.SetBytesProcessed(state.iterations() * SharedFile().Bytes());
 }
 
+// The two passes of a load, the second one on several cores: width and cores.
+void ScanCores(benchmark::State& state) {
+  const ScanMeans means = {.cores = static_cast<unsigned>(state.range(1)),
+                           .level = static_cast<SimdLevel>(state.range(0))};
+  if (means.level > MachineSimdLevel()) {
+    state.SkipWithError("not on this machine");
+    return;
+  }
+  std::vector<float> values = RoomForAll();
+  for (auto _ : state) {
+    CountFile(means.level);
+    ScanFile(
+        values,
+        [means](std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
+                ScanFaults& faults) { return ScanOnCores(text, plan, room, firstLine, faults, means); },
+        kBlockForCores);
+  }
+  state.SetBytesProcessed(state.iterations() * SharedFile().Bytes());
+}
+
 void ReadBytes(benchmark::State& state) {
   TextFile& file = SharedFile();
   std::vector<char> piece(std::size_t{256} << 10);
@@ -212,11 +238,12 @@ void ReadBytes(benchmark::State& state) {
 }
 
 BENCHMARK(ReadBytes)->Unit(benchmark::kMillisecond);
-BENCHMARK(FromCharsOverMappedFile)->Unit(benchmark::kMillisecond);
+BENCHMARK(FromCharsOverMappedFile)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(ScanPlain)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ScanFast, alone, false)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ScanFast, counted, true)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(LoadText, again, true)->Unit(benchmark::kMillisecond);
+BENCHMARK(ScanCores)->ArgsProduct({{0, 1, 2}, {1, 2}})->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(LoadText, again, true)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(LoadText, first, false)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace

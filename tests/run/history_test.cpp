@@ -111,6 +111,22 @@ TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   EXPECT_TRUE(person_.formAnswers.empty());
 }
 
+TEST_F(HistoryTest, WhatWasFoundInATextIsWrittenOut) {
+  input_ = directory_.Path("walk.csv");
+  WriteFile(input_, "Devices\n250\nFrame,m1_X (m)\n1,5\n2,6\n3,7\n");
+  person_.formAnswers.emplace_back([](Form& form) {
+    form.TakeFound();
+    return std::string("Read");
+  });
+  Load();
+  const std::string bytes = Bytes("found.vmb");
+  EXPECT_EQ(workbench_.trial.ChanLabel[1], "m1_X");
+  EXPECT_EQ(history_.Recipe().find("found:"), std::string::npos);
+  EXPECT_NE(history_.Recipe().find("ParseLabelsLine: 3"), std::string::npos) << history_.Recipe();
+  Replay("again");
+  EXPECT_EQ(ReadFile(directory_.Path("again/found.vmb")), bytes);
+}
+
 TEST_F(HistoryTest, SentencesOfWhatHappenedAndNoneOfWhatDidNot) {
   Load();
   person_.PickCancel();

@@ -183,6 +183,11 @@ TEST_F(RecipeQuestionsTest, FormTakesFieldsByNameAndStaysOpenForTheNextAnswer) {
   EXPECT_FALSE(form_.channels[1]);
   EXPECT_TRUE(form_.channels[2]);
   EXPECT_FALSE(form_.channels[3]);
+  EXPECT_EQ(FormWith("{form: {found: true, cwnPadding: 3}}"), "answered");
+  EXPECT_EQ(form_.width, 0.75);
+  form_.width = 0.5;
+  EXPECT_EQ(FormWith("{form: {found: true, Width: 2}}"), "answered");
+  EXPECT_EQ(form_.width, 2.0) << "what is said stands against what is found";
   EXPECT_EQ(FormWith("{form: {channels: all, press: OK}}"), "answered");  // OK: the accepting button
   EXPECT_TRUE(form_.channels[1] && form_.channels[3]);
   EXPECT_EQ(FormWith("{form: {channels: {1: false}}}"), "answered");

@@ -30,6 +30,7 @@ class SampleForm : public Form {
         {.caption = "&Apply", .press = [this, &workbench] { return Apply(workbench); }},
         {.caption = "Cancel", .role = FormButton::Role::Cancel, .press = [] { return true; }},
     };
+    found_ = {{.field = FindField("Width"), .text = "0.75", .where = "found"}};
   }
 
   bool Apply(Workbench& workbench) {

@@ -11,10 +11,11 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "ui/dialogs/filter_test_picture.hpp"
-#include "ui/graph/form_graph_panel.hpp"
+#include "ui/dialogs/found_mark.hpp"
 #include "ui/dialogs/response_picture.hpp"
 #include "ui/dialogs/result_table_view.hpp"
 #include "ui/dialogs/text_picture.hpp"
+#include "ui/graph/form_graph_panel.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
@@ -60,6 +61,7 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   AddTable(wide);
   if (picture_ != nullptr) {
     picture_->setObjectName(QStringLiteral("picture"));
+    picture_->onEdited = [this] { FieldsChanged(); };
     wide->addWidget(picture_, 1);
   }
   if (form_.Graph()) {
@@ -91,12 +93,12 @@ QWidget* FormDialog::MakeFields() {
     const FieldCaption caption = SplitCaption(field);
     QLabel* label = nullptr;
     if (editor->ShowsCaption() || caption.name.isEmpty()) {
-      rows->addRow(editor);
+      rows->addRow(WithMark(editor));
     } else {
       label = new QLabel(caption.name);
       label->setBuddy(editor);
       label->setWordWrap(caption.name.size() > 30);
-      rows->addRow(label, editor);
+      rows->addRow(label, WithMark(editor));
     }
     QLabel* remark = nullptr;
     if (!caption.remark.isEmpty()) {
@@ -118,6 +120,26 @@ QWidget* FormDialog::MakeFields() {
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setMinimumSize(720, 480);
   return scroll;
+}
+
+// A field that something was found for has a mark beside it.
+QWidget* FormDialog::WithMark(FieldEditor* editor) {
+  const auto& found = form_.Found();
+  const auto it = std::find_if(found.begin(), found.end(),
+                               [editor](const auto& one) { return one.field == &editor->Field(); });
+  if (it == found.end()) {
+    return editor;
+  }
+  auto* both = new QWidget;
+  auto* layout = new QHBoxLayout(both);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(editor);
+  auto* mark = new FoundMark(form_, *it);
+  connect(mark, &FoundMark::Edited, this, [this] { FieldsChanged(); });
+  marks_.push_back(mark);
+  layout->addWidget(mark, 0, Qt::AlignVCenter);
+  layout->addStretch(1);
+  return both;
 }
 
 ChannelColumn FormDialog::ColumnOf(const FormField& field) {
@@ -299,6 +321,9 @@ void FormDialog::Refresh() {
 void FormDialog::FieldsChanged() {
   refusal_->clear();
   ShowFields();
+  for (FoundMark* mark : marks_) {
+    mark->Refresh();
+  }
   if (model_ != nullptr) {
     ShowColumns();
   }

@@ -16,6 +16,7 @@ class QLabel;
 namespace velmora::ui {
 
 class FormGraphPanel;
+class FoundMark;
 class ResultTableView;
 
 /// Draws any form: its fields by their kind, values per channel as one table, its buttons with their
@@ -31,6 +32,7 @@ class FormDialog : public AskingDialog {
 
  private:
   QWidget* MakeFields();
+  QWidget* WithMark(FieldEditor* editor);
   void AddTable(QBoxLayout* to);
   void ShowResults();
   void ShowFields();
@@ -50,6 +52,7 @@ class FormDialog : public AskingDialog {
     QLabel* remark;
   };
   std::vector<FieldRow> rows_;
+  std::vector<FoundMark*> marks_;
   struct FieldColumn {
     const FormField* field;
     int column;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -14,6 +15,9 @@ class FormPicture : public QWidget {
   using QWidget::QWidget;
   /// The fields changed, or another channel (0: none) is the current one.
   virtual void Show(int channel) = 0;
+
+  /// To be called after an edit of the form that was made in the picture.
+  std::function<void()> onEdited;
 };
 
 /// The value of a form's field by its name. The form must have it, with this type.

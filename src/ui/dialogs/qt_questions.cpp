@@ -240,6 +240,7 @@ void QtQuestions::EndPick(ChannelPicker& picker) {
 std::string QtQuestions::AskForm(Form& form) {
   return DialogOf(&form,
                   [&] {
+                    form.TakeFound();  // marked as found, to be taken back by whoever knows better
                     Offer(form);
                     auto dialog = MakeFormDialog(form, *workbench_, Parent());
                     ShowOffer(*dialog);

@@ -1,65 +1,87 @@
 #include "ui/dialogs/text_picture.hpp"
 
 #include <QBoxLayout>
-#include <QFontDatabase>
+#include <QHeaderView>
 #include <QLabel>
-#include <QTextBlock>
+#include <QPainter>
+#include <QStyleOption>
+#include <QTableWidget>
 
+#include "formats/delimited_text/layout/column_list.hpp"
+#include "formats/delimited_text/layout/name_line.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
 namespace {
 
-constexpr int kNumberWidth = 5;  // of the line numbers in front
+constexpr int kMostColumns = kMaxChannels + 1;  // one more shows that there are more
+constexpr qsizetype kLongest = 400;             // characters of a line without columns
 
-struct Span {
-  int from = 0;
-  int to = 0;
-};
-
-// The fields of a line as the eye sees them: between separators when there are any, else between blanks.
-std::vector<Span> FieldsOf(const QString& line, bool semicolons, bool decimalComma) {
-  const auto separates = [&](QChar c) {
-    return c == '\t' || (c == ',' && !decimalComma) || (c == ';' && semicolons);
+// The fields of a record as they are read: between separators when there are any, else between blanks.
+QStringList FieldsOf(const QString& line, const NumberLayout& layout) {
+  const auto separates = [&layout](QChar c) {
+    return c == '\t' || (c == ',' && !layout.decimalComma) || (c == ';' && layout.semicolons);
   };
   const bool separated = std::any_of(line.begin(), line.end(), separates);
-  const auto ends = [&](QChar c) { return separated ? separates(c) : c == ' '; };
-  std::vector<Span> fields;
-  const int size = static_cast<int>(line.size());
-  for (int at = 0; at < size || (separated && at == size);) {
-    int end = at;
-    while (end < size && !ends(line[end])) {
-      ++end;
+  QStringList fields;
+  QString field;
+  for (const QChar c : line) {
+    if (separated ? separates(c) : c == ' ') {
+      fields << field.trimmed();
+      field.clear();
+    } else {
+      field += c;
     }
-    if (separated || end > at) {
-      fields.push_back({at, end});
-    }
-    at = end + 1;
   }
-  return fields;
+  fields << field.trimmed();
+  if (!separated) {
+    fields.removeAll(QString());
+  }
+  return fields.mid(0, kMostColumns);
+}
+
+// A tick as the style draws it, for a place that has no room for a box of its own.
+QIcon TickIcon(const QWidget& widget, bool on) {
+  const int size = widget.style()->pixelMetric(QStyle::PM_IndicatorWidth);
+  const qreal ratio = widget.devicePixelRatioF();
+  QPixmap pixmap(QSize(size, size) * ratio);
+  pixmap.setDevicePixelRatio(ratio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  QStyleOptionButton option;
+  option.initFrom(&widget);
+  option.rect = QRect(0, 0, size, size);
+  option.state = QStyle::State_Enabled | (on ? QStyle::State_On : QStyle::State_Off);
+  widget.style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, &widget);
+  return pixmap;
 }
 
 }  // namespace
 
-TextPicture::TextPicture(const Form& form, const Workbench& workbench) : form_(form), workbench_(workbench) {
+TextPicture::TextPicture(Form& form, const Workbench& workbench) : form_(form) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   AddLegend(layout);
-  text_ = new QPlainTextEdit;
-  text_->setReadOnly(true);
-  text_->setLineWrapMode(QPlainTextEdit::NoWrap);
-  text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  text_->setTabStopDistance(text_->fontMetrics().horizontalAdvance(' ') * 12);
-  text_->setMinimumSize(560, 420);
-  layout->addWidget(text_, 1);
-  QStringList numbered;
   const Trial& trial = workbench.trial;
   for (int k = 1; k <= trial.HeaderLineCount; ++k) {
     lines_ << ToQt(trial.HeaderLines[k]);
-    numbered << QStringLiteral("%1  ").arg(k, kNumberWidth - 2) + lines_.constLast();
   }
-  text_->setPlainText(numbered.join('\n'));
+  table_ = new QTableWidget(static_cast<int>(lines_.size()), 1);
+  table_->setObjectName(QStringLiteral("firstLines"));
+  table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table_->setFocusPolicy(Qt::NoFocus);
+  table_->setSelectionMode(QAbstractItemView::NoSelection);
+  table_->setShowGrid(false);
+  table_->setWordWrap(false);
+  table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 8);
+  table_->horizontalHeader()->setSectionsClickable(true);
+  table_->horizontalHeader()->setHighlightSections(false);
+  table_->setMinimumSize(560, 420);
+  connect(table_->horizontalHeader(), &QHeaderView::sectionClicked, this,
+          [this](int section) { ToggleColumn(section + 1); });
+  layout->addWidget(table_, 1);
 }
 
 void TextPicture::AddLegend(QBoxLayout* to) {
@@ -111,61 +133,126 @@ void TextPicture::changeEvent(QEvent* event) {
   }
 }
 
+ParseSettings TextPicture::Settings() const {
+  ParseSettings settings;
+  settings.columns = ValueOf<std::int32_t>(form_, "NChan");
+  settings.ParseSkip = ValueOf<std::int32_t>(form_, "ParseSkip");
+  settings.ParseHasTime = ValueOf<bool>(form_, "ParseHasTime");
+  settings.ParseTimeColumn = ValueOf<std::int32_t>(form_, "ParseTimeColumn");
+  settings.layout = {ValueOf<bool>(form_, "ParseSemicolons"), ValueOf<bool>(form_, "ParseDecimalComma")};
+  settings.labelsLine = ValueOf<std::int32_t>(form_, "ParseLabelsLine");
+  settings.unitsLine = ValueOf<std::int32_t>(form_, "ParseUnitsLine");
+  settings.ParseLeaveOut = ValueOf<std::string>(form_, "ParseLeaveOut");
+  return settings;
+}
+
 TextPicture::Part TextPicture::PartOfColumn(int column) const {
-  if (column > ValueOf<std::int32_t>(form_, "NChan")) {
-    return Part::Unread;
+  if (settings_.IsTime(column)) {
+    return column <= settings_.columns ? Part::Time : Part::Unread;
   }
-  if (ValueOf<bool>(form_, "ParseHasTime") && column == ValueOf<std::int32_t>(form_, "ParseTimeColumn")) {
-    return Part::Time;
+  const std::vector<int> channels = settings_.ChannelColumns();
+  if (!std::binary_search(channels.begin(), channels.end(), column)) {
+    return Part::Unread;
   }
   return column % 2 == 0 ? Part::Data : Part::OtherData;
 }
 
-void TextPicture::Show(int /*channel*/) {
-  QList<QTextEdit::ExtraSelection> marks;
-  for (int number = 1; number <= lines_.size(); ++number) {
-    MarkLine(number, marks);
-  }
-  text_->setExtraSelections(marks);
+TextPicture::Part TextPicture::PartOfLine(int number) const {
+  return number > settings_.ParseSkip     ? Part::Data
+         : number == settings_.labelsLine ? Part::Labels
+         : number == settings_.unitsLine  ? Part::Units
+                                          : Part::Skipped;
 }
 
-void TextPicture::MarkLine(int number, QList<QTextEdit::ExtraSelection>& marks) const {
+void TextPicture::Show(int /*channel*/) {
+  settings_ = Settings();
+  table_->clear();
+  table_->clearSpans();
+  table_->setColumnCount(std::clamp(settings_.columns, 1, kMostColumns));
+  for (int number = 1; number <= lines_.size(); ++number) {
+    ShowLine(number);
+  }
+  ShowHeads();
+  constexpr int kWidest = 150;
+  table_->resizeColumnsToContents();
+  for (int k = 0; k < table_->columnCount(); ++k) {
+    table_->setColumnWidth(k, std::min(table_->columnWidth(k), kWidest));
+  }
+}
+
+void TextPicture::ShowHeads() {
+  const QIcon on = TickIcon(*table_, true);
+  const QIcon off = TickIcon(*table_, false);
+  for (int k = 0; k < table_->columnCount(); ++k) {
+    auto* head = new QTableWidgetItem(QString::number(k + 1));
+    const Part part = PartOfColumn(k + 1);
+    if (part == Part::Time) {
+      head->setText(tr("%1 time").arg(k + 1));
+    } else {
+      head->setIcon(part == Part::Unread ? off : on);
+      head->setToolTip(part == Part::Unread
+                           ? tr("Column %1 is left out: click to read it").arg(k + 1)
+                           : tr("Column %1 becomes a channel: click to leave it out").arg(k + 1));
+    }
+    table_->setHorizontalHeaderItem(k, head);
+  }
+}
+
+void TextPicture::ShowLine(int number) {
   const QString& line = lines_[number - 1];
-  if (number > ValueOf<std::int32_t>(form_, "ParseSkip")) {
-    int column = 0;
-    for (const Span& field :
-         FieldsOf(line, ValueOf<bool>(form_, "ParseSemicolons"), ValueOf<bool>(form_, "ParseDecimalComma"))) {
-      Mark(number, field.from, field.to, PartOfColumn(++column), marks);
+  const Part part = PartOfLine(number);
+  if (part == Part::Skipped) {
+    QString text = line.left(kLongest);
+    SetCell(number, 0, text.replace('\t', QStringLiteral("   ")), part);
+    if (table_->columnCount() > 1) {
+      table_->setSpan(number - 1, 0, 1, table_->columnCount());
     }
     return;
   }
-  const Part part = number == ValueOf<std::int32_t>(form_, "ParseLabelsLine")  ? Part::Labels
-                    : number == ValueOf<std::int32_t>(form_, "ParseUnitsLine") ? Part::Units
-                                                                               : Part::Skipped;
-  if (part != Part::Skipped) {
-    for (const Span& field : FieldsOf(line, ValueOf<bool>(form_, "ParseSemicolons"), false)) {
-      Mark(number, field.from, field.to, part, marks);
-    }
+  QStringList fields;
+  if (part == Part::Data) {
+    fields = FieldsOf(line, settings_.layout);
   } else {
-    Mark(number, 0, static_cast<int>(line.size()), part, marks);
+    for (const std::string& name : NamesOfColumns(ToStd(line), settings_.columns)) {
+      fields << ToQt(name);
+    }
+  }
+  table_->setColumnCount(std::max(table_->columnCount(), static_cast<int>(fields.size())));
+  for (int column = 1; column <= fields.size(); ++column) {
+    SetCell(number, column - 1, fields[column - 1], part == Part::Data ? PartOfColumn(column) : part);
   }
 }
 
-void TextPicture::Mark(int number, int from, int to, Part part,
-                       QList<QTextEdit::ExtraSelection>& marks) const {
-  QTextCursor cursor(text_->document()->findBlockByNumber(number - 1));
-  const int start = cursor.position() + kNumberWidth;
-  cursor.setPosition(start + from);
-  cursor.setPosition(start + to, QTextCursor::KeepAnchor);
-  QTextEdit::ExtraSelection mark;
-  mark.cursor = cursor;
-  if (part == Part::Skipped || part == Part::Unread) {
-    mark.format.setForeground(QuietColour(palette()));
+void TextPicture::SetCell(int number, int column, const QString& text, Part part) {
+  auto* item = new QTableWidgetItem(text);
+  item->setFlags(Qt::ItemIsEnabled);
+  const bool quiet = part == Part::Skipped || part == Part::Unread;
+  if (quiet) {
+    item->setForeground(QuietColour(palette()));
   }
   if (part != Part::Skipped) {
-    mark.format.setBackground(Ground(part));
+    item->setBackground(Ground(part));
+    item->setToolTip(text);
   }
-  marks << mark;
+  if (number > settings_.ParseSkip) {
+    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  }
+  table_->setItem(number - 1, column, item);
+}
+
+void TextPicture::ToggleColumn(int column) {
+  if (settings_.IsTime(column) || column > settings_.columns) {
+    return;
+  }
+  std::vector<int> leftOut = ReadColumnList(settings_.ParseLeaveOut).value_or(std::vector<int>());
+  const auto at = std::lower_bound(leftOut.begin(), leftOut.end(), column);
+  if (at != leftOut.end() && *at == column) {
+    leftOut.erase(at);
+  } else {
+    leftOut.insert(at, column);
+  }
+  form_.Edit(*form_.FindField("ParseLeaveOut"), ColumnListText(leftOut));
+  onEdited();
 }
 
 }  // namespace velmora::ui

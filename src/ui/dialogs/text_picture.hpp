@@ -1,21 +1,22 @@
 #pragma once
 
-#include <QPlainTextEdit>
-#include <vector>
+#include <QStringList>
 
 #include "core/workbench.hpp"
+#include "formats/delimited_text/layout/parse_settings.hpp"
 #include "ui/dialogs/form_picture.hpp"
 
 class QBoxLayout;
-class QLabel;
+class QTableWidget;
 
 namespace velmora::ui {
 
-/// The first lines of the text file that is to be read, with what the dialogue takes for labels, units,
-/// time and data marked.
+/// The first lines of a text file in its columns, with what the parser's dialogue makes of them: lines
+/// skipped, labels and units, and each column as time, channel or not read. The ticks over the columns say
+/// which ones become channels.
 class TextPicture : public FormPicture {
  public:
-  TextPicture(const Form& form, const Workbench& workbench);
+  TextPicture(Form& form, const Workbench& workbench);
   void Show(int channel) override;
 
  protected:
@@ -26,14 +27,18 @@ class TextPicture : public FormPicture {
 
   void AddLegend(QBoxLayout* to);
   [[nodiscard]] QColor Ground(Part part) const;
+  [[nodiscard]] ParseSettings Settings() const;
   [[nodiscard]] Part PartOfColumn(int column) const;
-  void MarkLine(int number, QList<QTextEdit::ExtraSelection>& marks) const;
-  void Mark(int number, int from, int to, Part part, QList<QTextEdit::ExtraSelection>& marks) const;
+  [[nodiscard]] Part PartOfLine(int number) const;
+  void ShowHeads();
+  void ShowLine(int number);
+  void SetCell(int number, int column, const QString& text, Part part);
+  void ToggleColumn(int column);
 
-  const Form& form_;
-  const Workbench& workbench_;
-  QPlainTextEdit* text_;
+  Form& form_;
+  QTableWidget* table_;
   QStringList lines_;
+  ParseSettings settings_;  // as the fields are now
 };
 
 }  // namespace velmora::ui

@@ -64,6 +64,7 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
 
 void MainWindow::TakeStart(const std::vector<std::string>& items) {
   ReadStartSettings(workbench_, store_);
+  workbench_.texts = settings_.TextLayouts();
   TakeCommandLine(workbench_, items);
   if (!items.empty() && FirstAction(workbench_) == StartAction::LoadFile) {
     workbench_.trial.FileName = FullPath(workbench_.trial.FileName);
@@ -171,6 +172,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   runner_.CloseViews();
   settings_.SavePlace(saveGeometry(), saveState());
+  settings_.SaveTextLayouts(workbench_.texts);
   WriteExitSettings(workbench_, store_);
   std::error_code error;
   std::filesystem::current_path(workbench_.StartDir, error);

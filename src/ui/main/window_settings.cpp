@@ -1,6 +1,8 @@
 #include "ui/main/window_settings.hpp"
 
 #include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,7 @@ constexpr std::string_view kSection = "Window";
 constexpr int kRecent = 6;
 constexpr std::string_view kFiles = "Recent";
 constexpr std::string_view kDirectories = "RecentDirectory";
+constexpr std::string_view kLayouts = "TextLayouts";
 
 std::string RecentKey(std::string_view list, qsizetype k) {
   return std::string(list) + std::to_string(k + 1);
@@ -74,6 +77,32 @@ QStringList WindowSettings::RecentFiles() const {
   QStringList files = Stored(kFiles);
   files.removeIf([](const QString& path) { return !QFileInfo(path).isFile(); });
   return files;
+}
+
+TextMemory WindowSettings::TextLayouts() const {
+  TextMemory texts{.Remembers = true, .Layouts = {}};
+  const QByteArray stored = QByteArray::fromStdString(store_.Get(kProgram, kSection, kLayouts, ""));
+  const QJsonObject layouts = QJsonDocument::fromJson(stored).object();
+  for (auto layout = layouts.begin(); layout != layouts.end(); ++layout) {
+    const QJsonObject fields = layout->toObject();
+    for (auto field = fields.begin(); field != fields.end(); ++field) {
+      texts.Layouts[ToStd(layout.key())][ToStd(field.key())] = ToStd(field->toString());
+    }
+  }
+  return texts;
+}
+
+void WindowSettings::SaveTextLayouts(const TextMemory& texts) {
+  QJsonObject layouts;
+  for (const auto& [key, values] : texts.Layouts) {
+    QJsonObject fields;
+    for (const auto& [name, text] : values) {
+      fields[ToQt(name)] = ToQt(text);
+    }
+    layouts[ToQt(key)] = fields;
+  }
+  store_.Save(kProgram, kSection,
+              {{kLayouts, QJsonDocument(layouts).toJson(QJsonDocument::Compact).toStdString()}});
 }
 
 void WindowSettings::AddRecentFile(const QString& path) {

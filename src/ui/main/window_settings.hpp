@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include "core/command_memory.hpp"
 #include "core/files/settings.hpp"
 #include "ui/main/theme.hpp"
 
@@ -26,6 +27,10 @@ class WindowSettings {
   /// The same of directories that files were opened from.
   [[nodiscard]] QStringList RecentDirectories() const;
   void AddRecentDirectory(const QString& path);
+
+  /// How texts were read, from session to session.
+  [[nodiscard]] TextMemory TextLayouts() const;
+  void SaveTextLayouts(const TextMemory& texts);
 
  private:
   [[nodiscard]] QByteArray Bytes(std::string_view key) const;

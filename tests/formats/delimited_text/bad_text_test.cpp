@@ -126,18 +126,18 @@ TEST_F(BadTextTest, NulBytesManyColumnsLongNumbersNoLineEnd) {
 
 TEST_F(BadTextTest, AFileThatShrinksWhileItIsReadEndsEarly) {
   std::string text = "h\n";
-  for (int i = 0; i < 200'000; ++i) {
+  for (int i = 0; i < 2'000'000; ++i) {  // more than is read at a time
     text += "1.5 2.5\n";
   }
   const std::string path = directory.Path("a.txt");
   questions.onProgress = [&path](ProgressPanel& panel) {
-    if (panel.Status() == "Reading 200000 records" && panel.Value() == 1000) {
+    if (panel.Status() == "Reading 2000000 records" && panel.Value() == 1000) {
       ASSERT_EQ(truncate(path.c_str(), 300'000), 0);
     }
   };
   LoadAnyhow("a.txt", text);
   EXPECT_GT(trial.NData, 1000);
-  EXPECT_LT(trial.NData, 200'000);
+  EXPECT_LT(trial.NData, 2'000'000);
   EXPECT_EQ(trial.Data(1000, 2), 2.5F);
 }
 

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "core/simd.hpp"
+#include "formats/delimited_text/scan/core_scan.hpp"
 #include "formats/delimited_text/scan/fast_scan.hpp"
 #include "formats/delimited_text/scan/full_lines.hpp"
 #include "formats/line_blocks.hpp"
@@ -31,18 +32,24 @@ struct Result {
   ScanFaults faults;
 };
 
-/// By the plain way, or by the fast way at a level, from a buffer with the padding it asks for.
-Result Scan(const std::string& text, const ScanPlan& plan, std::int64_t maxRows, const SimdLevel* level) {
+/// By one way of scanning, from a buffer with the padding that the fast ones ask for.
+template <typename Way>
+Result ScanBy(const std::string& text, const ScanPlan& plan, std::int64_t maxRows, const Way& way) {
   Result result;
   result.frames.assign(static_cast<std::size_t>(plan.stride * maxRows), -777.0F);
   const std::string padding(LineBlocks::kPadding, '7');  // digits: what is read too far must not count
   const std::string buffer = padding + text + padding;
   const std::string_view inside = std::string_view(buffer).substr(padding.size(), text.size());
-  result.progress =
-      level == nullptr
-          ? ScanRows(inside, plan, {result.frames.data(), maxRows}, 5, result.faults)
-          : FastScanRows(inside, plan, {result.frames.data(), maxRows}, 5, result.faults, *level);
+  result.progress = way(inside, plan, FrameRoom{result.frames.data(), maxRows}, 5, result.faults);
   return result;
+}
+
+/// By the plain way, or by the fast way at a level.
+Result Scan(const std::string& text, const ScanPlan& plan, std::int64_t maxRows, const SimdLevel* level) {
+  return ScanBy(text, plan, maxRows, [level](auto inside, auto& columns, auto room, auto line, auto& faults) {
+    return level == nullptr ? ScanRows(inside, columns, room, line, faults)
+                            : FastScanRows(inside, columns, room, line, faults, *level);
+  });
 }
 
 bool SameFault(const ScanFault& a, const ScanFault& b) {
@@ -199,8 +206,10 @@ TEST(NumberScanTest, AnythingElseIsReadAlikeToo) {
         text += pieces[random() % std::size(pieces)];
       }
       const NumberLayout layout{.semicolons = random() % 2 == 0, .decimalComma = random() % 2 == 0};
-      const ScanPlan plan =
-          PlanOf(1 + static_cast<int>(random() % 5), static_cast<int>(random() % 2), layout);
+      ScanPlan plan = PlanOf(1 + static_cast<int>(random() % 5), static_cast<int>(random() % 2), layout);
+      if (random() % 4 == 0) {
+        plan.slot[random() % 5] = ScanPlan::kNoSlot;
+      }
       ExpectSame(Scan(text, plan, 400, nullptr), Scan(text, plan, 400, &level), text);
     }
     // Lines longer than what is indexed at a time.
@@ -213,6 +222,32 @@ TEST(NumberScanTest, AnythingElseIsReadAlikeToo) {
     }
     const ScanPlan plan = PlanOf(60, 0);
     ExpectSame(Scan(wide, plan, 20, nullptr), Scan(wide, plan, 20, &level), wide);
+  }
+}
+
+TEST(NumberScanTest, SeveralCoresReadAsOneDoes) {
+  Random random(5);
+  const std::string odd[] = {"\n", "\r\n \t\r\n", "1,x,3\n", "1\r", "1,2,3,4,5\n", ",,\n", "\n\r"};
+  for (int round = 0; round < 12; ++round) {
+    const std::string end = OneOf<std::string>({"\n", "\r\n", "\r"}, random);
+    std::string text;
+    while (text.size() < 600'000) {  // ten of the smallest pieces
+      text += NumberText(random, '.') + "," + NumberText(random, '.') + "," + NumberText(random, '.') + end;
+      text += round > 2 && random() % 50 == 0 ? odd[random() % std::size(odd)] : "";
+    }
+    text += OneOf<std::string>({"", "7,8,9", "\n\n\n"}, random);
+    ScanPlan plan = PlanOf(3, static_cast<int>(random() % 2));
+    plan.slot[2] = round % 4 == 0 ? ScanPlan::kNoSlot : plan.slot[2];
+    const auto rows = static_cast<std::int64_t>(round % 3 == 0 ? 9000 + random() % 5000 : 200'000);
+    const Result one = Scan(text, plan, rows, nullptr);
+    for (const unsigned cores : {1U, 2U, 3U, 7U, 16U}) {
+      ExpectSame(one,
+                 ScanBy(text, plan, rows,
+                        [cores](auto inside, auto& columns, auto room, auto line, auto& faults) {
+                          return ScanOnCores(inside, columns, room, line, faults, {.cores = cores});
+                        }),
+                 text);
+    }
   }
 }
 

@@ -70,11 +70,12 @@ void ForEach(std::vector<Piece>& pieces, const Work& work) {
 }  // namespace
 
 ScanProgress ScanOnCores(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
-                         ScanFaults& faults, unsigned cores) {
-  cores = std::clamp(cores > 0 ? cores : std::thread::hardware_concurrency(), 1U, kMostCores);
+                         ScanFaults& faults, ScanMeans means) {
+  const unsigned cores =
+      std::clamp(means.cores > 0 ? means.cores : std::thread::hardware_concurrency(), 1U, kMostCores);
   std::vector<Piece> pieces = Cut(text, cores);
   if (pieces.size() < 2) {
-    return FastScanRows(text, plan, room, firstLine, faults);
+    return FastScanRows(text, plan, room, firstLine, faults, means.level);
   }
   ForEach(pieces, CountRows);
   for (std::size_t k = 1; k < pieces.size(); ++k) {
@@ -84,7 +85,8 @@ ScanProgress ScanOnCores(std::string_view text, const ScanPlan& plan, FrameRoom 
   ForEach(pieces, [&](Piece& piece) {
     const FrameRoom own = {room.first + piece.rowsBefore * plan.stride,
                            std::max<std::int64_t>(room.rows - piece.rowsBefore, 0)};
-    piece.scanned = FastScanRows(piece.text, plan, own, firstLine + piece.linesBefore, piece.faults);
+    piece.scanned =
+        FastScanRows(piece.text, plan, own, firstLine + piece.linesBefore, piece.faults, means.level);
   });
   ScanProgress progress;
   for (const Piece& piece : pieces) {

@@ -17,10 +17,12 @@ ScanCharacters CharactersOf(const NumberLayout& layout) {
   return {layout.decimalComma ? ',' : '.', {'\t', comma, semicolon}};
 }
 
-// Whether the columns go to neighbouring places: no time column among them, or the first one.
+// Whether the columns go to neighbouring places: none is left out, and no time column is among them but
+// the first one.
 bool InOrder(const ScanPlan& plan) {
   const auto* end = plan.slot.begin() + plan.columns;
-  return std::adjacent_find(plan.slot.begin(), end, [](int a, int b) { return b != a + 1; }) == end;
+  return plan.slot[0] != ScanPlan::kNoSlot &&
+         std::adjacent_find(plan.slot.begin(), end, [](int a, int b) { return b != a + 1; }) == end;
 }
 
 // The rows of one text, piece after piece.
