@@ -348,6 +348,52 @@ TEST_F(Story, AFilterIsLookedAtBeforeThereAreData) {
   Choose("Filter Testing");
 }
 
+TEST_F(Story, FillsInWhatATextTells) {
+  window_->State().UserLevel = UserLevelKind::Expert;
+  for (const char* name : {"one.tab", "two.tab"}) {
+    test::WriteFile(Path(name),
+                    "Devices\n2000\nFrame,Sub Frame,Fx,EMG 1\n,,N,V\n1,0,5,6\n1,1,7,8\n2,0,9,1\n");
+  }
+  Entry("Refresh")->trigger();
+  person_.When("frmParse", [](QWidget* dialog) {
+    auto* rate = dialog->findChild<QLineEdit*>("Rate");
+    auto* mark = dialog->findChild<QToolButton*>("foundRate");
+    EXPECT_EQ(rate->text(), "2000");
+    EXPECT_TRUE(mark->isChecked());
+    QTest::mouseClick(mark, Qt::LeftButton);
+    EXPECT_EQ(rate->text(), "0");
+    QTest::mouseClick(mark, Qt::LeftButton);
+    EXPECT_EQ(rate->text(), "2000");
+    auto* leftOut = dialog->findChild<QLineEdit*>("ParseLeaveOut");
+    EXPECT_EQ(leftOut->text(), "1, 2");
+    auto* heads = dialog->findChild<QTableWidget*>("firstLines")->horizontalHeader();
+    QTest::mouseClick(heads->viewport(), Qt::LeftButton, {}, {heads->sectionViewportPosition(3) + 5, 5});
+    EXPECT_EQ(leftOut->text(), "1, 2, 4");
+    Person::Press(dialog, "Read");
+  });
+  DoubleClickFile("one.tab");
+  EXPECT_EQ(Shown().ChanLabel[1], "Fx");
+  EXPECT_EQ(Shown().ChanUnits[1], "N");
+  EXPECT_EQ(Shown().NChan, 1);
+  EXPECT_EQ(Shown().Rate, 2000.0);
+  // The next file of the same layout is read as this one was, after a restart too.
+  Shown().FileChanged = false;
+  window_->close();
+  ASSERT_TRUE(QTest::qWaitFor([this] { return window_->isHidden(); }));
+  window_.reset();
+  std::filesystem::current_path(Path(""));
+  Start();
+  window_->State().UserLevel = UserLevelKind::Expert;
+  person_.When("frmParse", [](QWidget* dialog) {
+    EXPECT_EQ(dialog->findChild<QLineEdit*>("ParseLeaveOut")->text(), "1, 2, 4");
+    EXPECT_TRUE(
+        dialog->findChild<QToolButton*>("foundParseLeaveOut")->text().contains("as in the last file"));
+    Person::Press(dialog, "Read");
+  });
+  DoubleClickFile("two.tab");
+  EXPECT_EQ(Shown().NChan, 1);
+}
+
 TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   window_->State().UserLevel = UserLevelKind::Expert;
   QMimeData data;
