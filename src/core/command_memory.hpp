@@ -9,7 +9,8 @@
 #include "core/trial/trial.hpp"
 
 // What outlives a command, a struct a family. A new family adds its struct here and one member to the
-// workbench.
+// workbench. Values that are offered again stand with the file of the trial that they were entered for
+// (...Of): whoever sees them with another trial is told.
 namespace velmora {
 
 struct FilterMemory {
@@ -18,6 +19,9 @@ struct FilterMemory {
   PerChannel<float> SecondCutoffs{};        // Hz, the upper edge of a band
   PerChannel<float> LastLowPassCutoffs{};   // Hz
   PerChannel<float> LastHighPassCutoffs{};  // Hz
+  std::string CutoffsOf;
+  std::string LastLowPassOf;
+  std::string LastHighPassOf;
 };
 
 struct SmoothingMemory {
@@ -27,11 +31,13 @@ struct SmoothingMemory {
 
 struct ScalingMemory {
   PerChannel<float> ScaleMemory{};
+  std::string ScaleMemoryOf;
 };
 
 struct BiasLevels {
   PerChannel<float> BiasMemory{};  // levels, or slopes, of the last bias removal
   bool BiasLevelsKnown = false;    // a menu offers to save them
+  std::string BiasMemoryOf;
 };
 
 /// What the abscissa of the trial counts.

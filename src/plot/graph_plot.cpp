@@ -70,11 +70,13 @@ void GraphPlot::Arrange() {
 
 void GraphPlot::ArrangeTitle() {
   const bool shown = graph_ != nullptr && graph_->TitleVisible && !title_.isEmpty();
+  constexpr int kMargins = 16;
   QFont bold = font();
   bold.setBold(true);
   heading_->setFont(bold);
   heading_->setTextColor(Foreground(Background()));
-  heading_->setText(shown ? title_ : QString());
+  const QString fits = QFontMetrics(bold).elidedText(title_, Qt::ElideMiddle, viewport().width() - kMargins);
+  heading_->setText(shown ? fits : QString());
   heading_->setMargins(shown ? QMargins(4, 8, 4, 2) : QMargins(0, 4, 0, 0));
 }
 

@@ -24,6 +24,9 @@ class GraphWidget : public GraphPlot {
  public:
   explicit GraphWidget(QWidget* parent = nullptr);
 
+  /// Titles and names are elided and ask for no room.
+  [[nodiscard]] QSize minimumSizeHint() const override { return {240, 160}; }
+
   /// Draws the graph anew before the next event; several calls in a row draw once.
   void Redraw();
   /// The same of the cursors alone, which is quick.

@@ -59,9 +59,9 @@ struct GraphWindowTest : test::FileTest {
     QObject::connect(window, &GraphWindow::Changed, [this] { ++changes; });
     window->resize(1200, 760);
     window->ShowGraph();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    ASSERT_TRUE(test::WaitForWindowExposed(window));
     window->activateWindow();
-    QApplication::processEvents();
+    ASSERT_TRUE(test::WaitForWindowActive(window));  // shortcuts are those of the active window
   }
   void TearDown() override { delete window; }
 
@@ -144,8 +144,7 @@ TEST_F(GraphWindowTest, APieceIsSelectedWithTwoCursorsAndCropped) {
 
   window->close();
   EXPECT_EQ(workbench.view, nullptr);
-  QTest::qWait(1);
-  EXPECT_EQ(window, nullptr);
+  EXPECT_TRUE(test::WaitFor([this] { return window == nullptr; }));
 }
 
 TEST_F(GraphWindowTest, MouseModesAndKeysMoveTheView) {
@@ -278,7 +277,7 @@ TEST_F(GraphWindowTest, EveryMenuAndButtonHasAKeyOfItsOwn) {
   EXPECT_EQ(clashes(), "");
   Key(Qt::Key_2);
   Key(Qt::Key_W, Qt::AltModifier);
-  EXPECT_TRUE(QTest::qWaitFor([this] { return View().WindowMode(); }));
+  EXPECT_TRUE(test::WaitFor([this] { return View().WindowMode(); }));
   Key(Qt::Key_F9);
   EXPECT_EQ(window->findChild<QPushButton*>("cmdPoints")->text(), "&Lines");
   EXPECT_EQ(clashes(), "");
@@ -295,7 +294,7 @@ TEST_F(GraphWindowTest, EveryMenuAndButtonHasAKeyOfItsOwn) {
   Key(Qt::Key_7);
   EXPECT_TRUE(Marked("zoom.cursor"));
   Key(Qt::Key_N, Qt::AltModifier);
-  EXPECT_TRUE(QTest::qWaitFor([this] { return Marked("zoom.disable"); }));
+  EXPECT_TRUE(test::WaitFor([this] { return Marked("zoom.disable"); }));
   ShowOnly(1);
   Key(Qt::Key_F8);
   EXPECT_EQ(View().Drawing().VisiblePlots(), 1);
@@ -333,7 +332,7 @@ TEST_F(GraphWindowTest, PrintsOnThePaperThatWasSetUp) {
     }
   }
   window->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  ASSERT_TRUE(test::WaitForWindowActive(window));
   const QString path = QString::fromStdString(directory.Path("printed.pdf"));
   person.When("QPrintDialog", [&path](QWidget* dialog) {
     test::Shot(*dialog, "print");
@@ -361,8 +360,7 @@ TEST_F(GraphWindowTest, PrintsOnThePaperThatWasSetUp) {
 TEST_F(GraphWindowTest, GoesWhenItsViewGoesElsewhere) {
   CloseView(workbench);
   window->Refresh();
-  QTest::qWait(1);
-  EXPECT_EQ(window, nullptr);
+  EXPECT_TRUE(test::WaitFor([this] { return window == nullptr; }));
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ struct OneChannelWindowTest : test::FileTest {
     for (OneChannelWindow* open : Open()) {
       window = open->Channel() == channel ? open : window;
     }
-    if (window == nullptr || !QTest::qWaitForWindowExposed(window)) {
+    if (window == nullptr || !test::WaitForWindowExposed(window)) {
       throw std::runtime_error("the window does not open");
     }
     return *window;

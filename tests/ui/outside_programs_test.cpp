@@ -26,7 +26,7 @@ class OutsidePrograms : public Story {
     qputenv("XDG_DATA_HOME", QByteArray::fromStdString(directory_.Path("share")));
     Story::SetUp();
     window_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    ASSERT_TRUE(test::WaitForWindowActive(window_.get()));
     auto* tabs = window_->findChild<QTabWidget*>()->tabBar();
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
   }
@@ -53,7 +53,7 @@ class OutsidePrograms : public Story {
   /// What a program was started with; it starts some time later, so it is waited for.
   std::string Started(const std::string& name) {
     const std::string log = directory_.Path(name + ".log");
-    EXPECT_TRUE(QTest::qWaitFor([&log] { return fs::exists(log); })) << name;
+    EXPECT_TRUE(test::WaitFor([&log] { return fs::exists(log); })) << name;
     std::string words = fs::exists(log) ? ReadFile(log) : std::string();
     fs::remove(log);
     return words;
@@ -92,7 +92,7 @@ class OutsidePrograms : public Story {
   QMenu* OpenMenu(const char* top, Qt::Key key) {
     QMenuBar* bar = window_->menuBar();
     QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(Entry(top)).center());
-    if (!QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; })) {
+    if (!test::WaitFor([] { return QApplication::activePopupWidget() != nullptr; })) {
       throw std::runtime_error("the menu bar does not open");
     }
     QTest::keyClick(QApplication::activePopupWidget(), key);
@@ -118,13 +118,7 @@ class OutsidePrograms : public Story {
     return names;
   }
   void ChooseProgram(Qt::Key menu, const std::string& path, const char* refusal = nullptr) {
-    person_.WhenA<QFileDialog>([path](QWidget* dialog) {
-      auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
-      QTest::qWait(200);
-      line->selectAll();
-      QTest::keyClicks(line, QString::fromStdString(path));
-      Person::Press(dialog, "Open");
-    });
+    person_.WhenA<QFileDialog>([path](QWidget* dialog) { TypePath(dialog, path, "Open"); });
     if (refusal != nullptr) {
       ExpectBox("Text Viewer", refusal);
     }
@@ -187,7 +181,7 @@ TEST_F(OutsidePrograms, TextFilesAndWorkbooksOpenInTheDesktopsProgramsOrInChosen
   ExpectBox("Open Text File", gone.c_str());
   DoubleClickText("notes.txt");
   window_->close();
-  ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+  ASSERT_TRUE(test::WaitFor([this] { return !window_->isVisible(); }));
   EXPECT_EQ(store_.Get("Velmora2", "Startup", "Viewer", ""), Program("my editor"));
   EXPECT_EQ(store_.Get("Velmora2", "Startup", "Spreadsheet", ""), Program("my-sheet"));
   fs::current_path(Path(""));

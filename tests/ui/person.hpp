@@ -8,6 +8,8 @@
 #include <functional>
 #include <stdexcept>
 
+#include "ui/waiting.hpp"
+
 namespace velmora::test {
 
 /// Somebody at the window: waits for what is expected to appear and then acts on it with mouse and keys,
@@ -35,7 +37,7 @@ class Person {
   void Work() {
     const bool done = QTest::qWaitFor(
         [this] { return (expected_.empty() && acting_ == 0) || !fault_.empty(); }, 2 * kPatience);
-    QTest::qWait(30);
+    QApplication::processEvents();
     if (!done || !fault_.empty()) {
       throw std::runtime_error(std::exchange(fault_, {}));
     }
@@ -67,7 +69,11 @@ class Person {
     }
     editor->selectAll();
     QTest::keyClicks(editor, text);
+    const QPointer<QLineEdit> open = editor;
     QTest::keyClick(editor, Qt::Key_Return);
+    if (!WaitFor([&open] { return open == nullptr || !open->isVisible(); })) {
+      throw std::runtime_error("the cell does not take " + text.toStdString());
+    }
   }
 
   static void DoubleClickCell(QAbstractItemView* view, const QModelIndex& index) {
@@ -151,7 +157,6 @@ class Person {
     }
   }
 
-  static constexpr int kPatience = 5000;  // ms
   QObject context_;
   std::deque<Expected> expected_;
   QElapsedTimer waiting_;

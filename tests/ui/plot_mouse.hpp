@@ -3,11 +3,10 @@
 #include <QApplication>
 #include <QTest>
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
 
 #include "plot/graph_widget.hpp"
+#include "ui/shot.hpp"
+#include "ui/waiting.hpp"
 
 namespace velmora::test {
 
@@ -33,15 +32,6 @@ inline void DragIn(GraphWidget& plot, QPoint from, QPoint to) {
 inline void PressIn(GraphWidget& plot, Qt::Key key, Qt::KeyboardModifiers held = {}) {
   QTest::keyClick(&plot, key, held);
   QApplication::processEvents();
-}
-
-/// A picture of what a person sees, when VELMORA_SCREENSHOTS names a directory for it.
-inline void Shot(QWidget& window, const char* name) {
-  QApplication::processEvents();
-  if (const char* folder = std::getenv("VELMORA_SCREENSHOTS")) {
-    std::filesystem::create_directories(folder);
-    window.grab().save(QString::fromStdString(std::string(folder) + "/" + name + ".png"));
-  }
 }
 
 }  // namespace velmora::test

@@ -46,7 +46,7 @@ class Story : public testing::Test {
     window_ = std::make_unique<ui::MainWindow>(store_, items, examples::MakeEmgBursts);
     window_->show();
     window_->Begin();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+    ASSERT_TRUE(test::WaitForWindowExposed(window_.get()));
   }
   Trial& Shown() { return window_->State().trial; }
 
@@ -65,6 +65,14 @@ class Story : public testing::Test {
       }
     }
     throw std::runtime_error(std::string("no entry ") + caption);
+  }
+  /// Waits for what the window is to show.
+  template <typename Shows>
+  static testing::AssertionResult Becomes(const Shows& shows, const std::string& wanted) {
+    if (test::WaitFor([&] { return shows() == wanted; })) {
+      return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "it shows " << shows();
   }
   void Choose(const char* caption) {
     Entry(caption)->trigger();
@@ -91,15 +99,28 @@ class Story : public testing::Test {
   void ExpectDone() {
     person_.When("frmLoading", [](QWidget* panel) { Person::Press(panel, "Done"); });
   }
-  void ExpectSaveTo(const std::string& name) {
-    person_.WhenA<QFileDialog>([path = Path(name)](QWidget* dialog) {
-      auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
-      QTest::qWait(200);  // the directory comes in
+  /// Types a path into a file dialogue and presses a button. The directory comes in meanwhile, and may change
+  /// the line and the button.
+  static void TypePath(QWidget* fileDialog, const std::string& path, const char* button) {
+    auto* line = fileDialog->findChild<QLineEdit*>("fileNameEdit");
+    const QString wanted = QString::fromStdString(path);
+    const auto ready = [fileDialog, button](const QAbstractButton* other) {
+      return QString(other->text()).remove('&') == QString::fromUtf8(button) &&
+             other->isVisibleTo(fileDialog) && other->isEnabled();
+    };
+    ASSERT_TRUE(test::WaitFor([&] {
+      const auto buttons = fileDialog->findChildren<QAbstractButton*>();
+      if (line->text() == wanted && std::any_of(buttons.begin(), buttons.end(), ready)) {
+        return true;
+      }
       line->selectAll();
-      QTest::keyClicks(line, QString::fromStdString(path));
-      ASSERT_EQ(line->text(), QString::fromStdString(path));
-      Person::Press(dialog, "Save");
-    });
+      QTest::keyClicks(line, wanted);
+      return false;
+    }));
+    Person::Press(fileDialog, QString::fromUtf8(button));
+  }
+  void ExpectSaveTo(const std::string& name) {
+    person_.WhenA<QFileDialog>([path = Path(name)](QWidget* dialog) { TypePath(dialog, path, "Save"); });
   }
 };
 

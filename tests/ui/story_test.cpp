@@ -62,7 +62,7 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
   auto* channels = Find<ui::ChannelTableView>("channels");
   Person::TypeCell(channels, 0, 2, "Vastus");
   person_.Work();
-  EXPECT_EQ(Shown().ChanLabel[1], "Vastus");
+  EXPECT_TRUE(test::WaitFor([this] { return Shown().ChanLabel[1] == "Vastus"; }));
   EXPECT_TRUE(Shown().FileChanged);
 
   // One channel is filtered in the dialogue.
@@ -106,7 +106,7 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
   person_.When("File Changed but Not Saved", [](QWidget* box) { Person::Press(box, "OK"); });
   window_->close();
   person_.Work();
-  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+  EXPECT_TRUE(test::WaitFor([this] { return !window_->isVisible(); }));
   EXPECT_EQ(store_.Get("Velmora2", "Startup", "Datadir", ""), fs::canonical(Path("")).string() + "/");
 
   // The next session shows the trial in the directory where somebody has gone since.
@@ -137,25 +137,22 @@ TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
   };
   const QModelIndex trace = channels->model()->index(0, channels->model()->columnCount() - 1);
   Person::DoubleClickCell(channels, trace);
-  EXPECT_EQ(open(), "Channel Vastus lat (mV)");
+  EXPECT_TRUE(Becomes(open, "Channel Vastus lat (mV)"));
   window_->activateWindow();
   QTest::keyClick(channels, Qt::Key_Down);
   QTest::keyClick(channels, Qt::Key_Return);
-  EXPECT_EQ(open(), "Channel Biceps fem (mV), Channel Vastus lat (mV)");
-  QTimer::singleShot(200, [] {
-    QWidget* menu = QApplication::activePopupWidget();
-    ASSERT_NE(menu, nullptr);
-    QTest::keyClick(menu, Qt::Key_G);
-  });
+  EXPECT_TRUE(Becomes(open, "Channel Biceps fem (mV), Channel Vastus lat (mV)"));
+  person_.When("QMenu", [](QWidget* menu) { QTest::keyClick(menu, Qt::Key_G); });
   QContextMenuEvent click(QContextMenuEvent::Mouse, channels->visualRect(trace).center(),
                           channels->viewport()->mapToGlobal(channels->visualRect(trace).center()));
   QApplication::sendEvent(channels->viewport(), &click);
+  person_.Work();
   EXPECT_EQ(open(), "Channel Biceps fem (mV), Channel Vastus lat (mV)");  // it was open
 
   // To type a name opens none, and the window of the channel takes the name.
   Person::TypeCell(channels, 1, 2, "Hamstrings");
   person_.Work();
-  EXPECT_EQ(open(), "Channel Hamstrings (mV), Channel Vastus lat (mV)");
+  EXPECT_TRUE(Becomes(open, "Channel Hamstrings (mV), Channel Vastus lat (mV)"));
 
   // The heads of the dialogue for all of them can be read.
   person_.When("frmGraphChoose", [](QWidget* dialog) {
@@ -175,7 +172,7 @@ TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
   Entry("Refresh")->trigger();
   Shown().FileChanged = false;
   DoubleClickFile("short.vmb");
-  EXPECT_EQ(open(), "Channel Vastus lat (mV)");
+  EXPECT_TRUE(Becomes(open, "Channel Vastus lat (mV)"));
   Choose("Close selected file");
 }
 
@@ -259,7 +256,7 @@ TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {
   const float before = Shown().Data(100, 1);
   person_.When("frmSetEpochDuration", [](QWidget* dialog) {
     auto* width = qobject_cast<QLineEdit*>(dialog->focusWidget());
-    if (width == nullptr || !QTest::qWaitFor([width] { return width->hasFocus(); })) {
+    if (width == nullptr || !test::WaitFor([width] { return width->hasFocus(); })) {
       throw std::runtime_error("no field has the focus");
     }
     const QSize size = dialog->size();
@@ -299,19 +296,19 @@ TEST_F(Story, ChoosesAColourFromTheSwatchesOfTheGraphsDialogue) {
     Person::DoubleClickCell(table, cell);
     auto* list = table->viewport()->findChild<QComboBox*>();
     ASSERT_NE(list, nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([list] { return list->view()->isVisible(); }));
+    ASSERT_TRUE(test::WaitFor([list] { return list->view()->isVisible(); }));
     const QModelIndex eleventh = list->model()->index(10, 0);
     QTest::mouseClick(list->view()->viewport(), Qt::LeftButton, {},
                       list->view()->visualRect(eleventh).center(), 300);  // later than a double click
-    ASSERT_TRUE(QTest::qWaitFor([table, cell] { return table->model()->data(cell).toString() == "11"; }));
-    ASSERT_TRUE(QTest::qWaitFor([table] { return table->viewport()->findChild<QComboBox*>() == nullptr; }));
+    ASSERT_TRUE(test::WaitFor([table, cell] { return table->model()->data(cell).toString() == "11"; }));
+    ASSERT_TRUE(test::WaitFor([table] { return table->viewport()->findChild<QComboBox*>() == nullptr; }));
     EXPECT_TRUE(shows(11));
     EXPECT_FALSE(shows(2));
     // By its number, and taken by the button although the list is still open for it.
     const QModelIndex first = table->model()->index(0, cell.column());
     table->setCurrentIndex(first);
     QTest::keyClick(table, Qt::Key_7);
-    QTest::qWait(50);
+    ASSERT_TRUE(test::WaitFor([table] { return table->viewport()->findChild<QComboBox*>() != nullptr; }));
     for (auto* open : table->viewport()->findChildren<QComboBox*>()) {
       open->hidePopup();
     }
@@ -328,7 +325,7 @@ TEST_F(Story, AFilterIsLookedAtBeforeThereAreData) {
     auto* cutoff = dialog->findChild<QLineEdit*>("FilterCutoff");
     const auto type = [cutoff](const char* text) {
       cutoff->setFocus();
-      if (!QTest::qWaitFor([cutoff] { return cutoff->hasFocus(); })) {
+      if (!test::WaitFor([cutoff] { return cutoff->hasFocus(); })) {
         throw std::runtime_error("the field has not the focus");
       }
       cutoff->selectAll();
@@ -403,7 +400,7 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   ASSERT_TRUE(enter.isAccepted());
   QDropEvent drop(QPointF(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(window_.get(), &drop);
-  EXPECT_TRUE(QTest::qWaitFor([this] { return Shown().NData == 6001; }));
+  EXPECT_TRUE(test::WaitFor([this] { return Shown().NData == 6001; }));
 
   WriteFile(Path("gait.c3d"), "P");
   Entry("Refresh")->trigger();

@@ -63,7 +63,7 @@ class Theme : public Story {
     return qGray(picture.pixel(picture.width() / 2, picture.height() - 60));
   }
   bool Becomes(bool dark) {
-    return QTest::qWaitFor([this, dark] { return dark ? Ground() < 60 : Ground() > 230; }, 3000);
+    return test::WaitFor([this, dark] { return dark ? Ground() < 60 : Ground() > 230; });
   }
   /// How far what is drawn in a widget stands out from its ground.
   template <typename Widget>

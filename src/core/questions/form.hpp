@@ -48,6 +48,8 @@ struct FormField {
   bool readOnly = false;
   /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.
   bool hidden = false;
+  /// The file that values per channel were entered for, when they outlive the form; nullptr for others.
+  const std::string* valuesOf = nullptr;
   /// Indices of `choices` that cannot be chosen for now; recipes are answered when a button is pressed.
   std::vector<std::int32_t> disabledChoices{};
 };

@@ -17,6 +17,8 @@ void ChooserState::ClearModes() {
   ChooserNamesMode = false;
   ChooserExitMode = false;
   ChooserIntegerValues = false;
+  ValuesOf.clear();
+  NoValue = 0.0F;
 }
 
 ChannelPicker::ChannelPicker(Workbench& workbench)

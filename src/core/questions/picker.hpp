@@ -22,6 +22,10 @@ struct ChooserState {
   bool ChooserExitMode = false;
   bool ChooserIntegerValues = false;
   std::size_t ChooserNameLength = Label::kLength;  // characters that are kept of a name
+  /// The file that the offered values were entered for, empty when they are of no trial, and the value
+  /// that stands for none.
+  std::string ValuesOf;
+  float NoValue = 0.0F;
 
   ChannelFlags ChanSelected{};
   std::int16_t ChooserCount = 0;
@@ -56,6 +60,8 @@ class ChannelPicker {
   [[nodiscard]] std::string RowText(int channel) const;    // number and label
   [[nodiscard]] std::string ValueText(int channel) const;  // empty without a value column
   [[nodiscard]] float Value(int channel) const;            // the number behind it, with all digits
+  [[nodiscard]] const std::string& ValuesOf() const { return state_.ValuesOf; }
+  [[nodiscard]] float NoValue() const { return state_.NoValue; }
   [[nodiscard]] bool Selects() const;
   [[nodiscard]] bool SelectsOne() const;
   [[nodiscard]] bool HasValues() const;

@@ -39,6 +39,7 @@ void Finish(Workbench& workbench) {
   for (std::size_t c = 1; c <= static_cast<std::size_t>(workbench.trial.NChan); ++c) {
     workbench.bias.BiasMemory[c] = workbench.chooser.ChanConst[c];
   }
+  workbench.bias.BiasMemoryOf = workbench.LoadedFile;
   CloseView(workbench);
 }
 
@@ -196,6 +197,7 @@ void EnterTerms(Workbench& workbench) {
   for (std::size_t c = 1; c <= static_cast<std::size_t>(workbench.trial.NChan); ++c) {
     workbench.chooser.ChanConst[c] = workbench.bias.BiasMemory[c];
   }
+  workbench.chooser.ValuesOf = workbench.bias.BiasMemoryOf;
   EditAndSubtract(workbench, "entered");
 }
 

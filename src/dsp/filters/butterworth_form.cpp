@@ -71,7 +71,8 @@ void ButterworthForm::AddFields() {
        .caption = "Cutoff.  A zero cutoff means do NOT filter.",
        .target = &cutoffs_,
        .units = "Hz",
-       .edited = [this] { CutoffEdited(); }},
+       .edited = [this] { CutoffEdited(); },
+       .valuesOf = &workbench_.filters.CutoffsOf},
       {.name = "Passes", .caption = "Passes", .target = &passes_, .edited = [this] { PassesEdited(); }},
       {.name = "Order", .caption = "Order", .target = &orders_, .readOnly = true},
       {.name = "ZeroLag",
@@ -183,6 +184,7 @@ void ButterworthForm::Filter() {
   std::transform(passes_.begin(), passes_.end(), filter.Passes.begin(),
                  [](double passes) { return static_cast<std::int16_t>(passes); });
   FilterAndTell(workbench_, filter, MoreWords());
+  workbench_.filters.CutoffsOf = workbench_.LoadedFile;
   workbench_.chooser.ChooserCancelled = false;
   MarkChanged(workbench_, true);
 }

@@ -21,21 +21,25 @@ constexpr std::string_view kLowPassPrompt =
     "channel (0.0 means no filtering).";
 constexpr std::int32_t kMeansOfTen = -10;
 
-bool PickCutoffs(Workbench& workbench, std::string_view prompt, const PerChannel<float>& offered) {
+bool PickCutoffs(Workbench& workbench, std::string_view prompt, const PerChannel<float>& offered,
+                 const std::string& offeredOf) {
   BeginPicking(workbench, prompt);
   workbench.chooser.ChanConst = offered;
+  workbench.chooser.ValuesOf = offeredOf;
   workbench.chooser.ChooserValuesMode = true;
   return ChannelPicker(workbench).Show();
 }
 
 // Asks for the cut-offs, which become the next offer, and filters the channels that got one.
-void FilterDirectly(Workbench& workbench, PassType type, std::string_view prompt, PerChannel<float>& last) {
+void FilterDirectly(Workbench& workbench, PassType type, std::string_view prompt, PerChannel<float>& last,
+                    std::string& lastOf) {
   const Trial& trial = workbench.trial;
-  if (trial.NData < 1 || !PickCutoffs(workbench, prompt, last)) {
+  if (trial.NData < 1 || !PickCutoffs(workbench, prompt, last, lastOf)) {
     return;
   }
   last = workbench.chooser.ChanConst;
   workbench.filters.FilterCutoffs = last;
+  lastOf = workbench.filters.CutoffsOf = workbench.LoadedFile;
   ChannelsFilter filter{.type = type, .Padding = kMeansOfTen, .Cutoffs = last};
   filter.Passes.fill(1);
   filter.ZeroLag.fill(true);
@@ -47,11 +51,13 @@ void FilterDirectly(Workbench& workbench, PassType type, std::string_view prompt
 }
 
 void HighPass(Workbench& workbench) {
-  FilterDirectly(workbench, PassType::High, kHighPassPrompt, workbench.filters.LastHighPassCutoffs);
+  FilterDirectly(workbench, PassType::High, kHighPassPrompt, workbench.filters.LastHighPassCutoffs,
+                 workbench.filters.LastHighPassOf);
 }
 
 void LowPass(Workbench& workbench) {
-  FilterDirectly(workbench, PassType::Low, kLowPassPrompt, workbench.filters.LastLowPassCutoffs);
+  FilterDirectly(workbench, PassType::Low, kLowPassPrompt, workbench.filters.LastLowPassCutoffs,
+                 workbench.filters.LastLowPassOf);
 }
 
 constexpr std::array kFilterCommands = {

@@ -268,10 +268,13 @@ void Scaling(Workbench& workbench) {
     const float memory = workbench.scaling.ScaleMemory[c];
     factors[c] = memory == 0.0F ? 1.0F : memory;
   }
+  workbench.chooser.ValuesOf = workbench.scaling.ScaleMemoryOf;
+  workbench.chooser.NoValue = 1.0F;
   workbench.chooser.ChooserValuesMode = true;
   if (!ChannelPicker(workbench).Show()) {
     return;
   }
+  workbench.scaling.ScaleMemoryOf = workbench.LoadedFile;
   for (int c = 1; c <= trial.NChan; ++c) {
     factors[c] = factors[c] == 0.0F ? 1.0F : factors[c];
     workbench.scaling.ScaleMemory[c] = factors[c];

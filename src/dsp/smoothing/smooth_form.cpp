@@ -88,12 +88,14 @@ void SmoothForm::AddFields() {
        .caption = "",
        .target = &cutoffs_,
        .units = "Hz",
-       .edited = [this] { CopyRounded(cutoffs_, workbench_.filters.FilterCutoffs); }},
+       .edited = [this] { CopyRounded(cutoffs_, workbench_.filters.FilterCutoffs); },
+       .valuesOf = &workbench_.filters.LastHighPassOf},
       {.name = "SecondCutoffs",
        .caption = "Higher cutoff",
        .target = &secondCutoffs_,
        .units = "Hz",
-       .edited = [this] { CopyRounded(secondCutoffs_, workbench_.filters.SecondCutoffs); }},
+       .edited = [this] { CopyRounded(secondCutoffs_, workbench_.filters.SecondCutoffs); },
+       .valuesOf = &workbench_.filters.LastLowPassOf},
       {.name = "Orders",
        .caption = "",
        .target = &orders_,
@@ -178,6 +180,7 @@ bool SmoothForm::Filter() {
   const bool done =
       IsDesignByPasses(optFilter_) ? FilterByPasses(DesignByPassesOf(optFilter_)) : FilterByDesign();
   if (done) {
+    workbench_.filters.CutoffsOf = workbench_.LoadedFile;
     MarkChanged(workbench_, true);
   }
   Tell();

@@ -147,6 +147,8 @@ void Apply(Workbench& workbench, const std::vector<Row>& rows) {
     workbench.thresholds.ChanThreshold[c] = rows[c].threshold;
     workbench.thresholds.ThresholdsValid |= rows[c].threshold != 0.0;
   }
+  workbench.scaling.ScaleMemoryOf = workbench.LoadedFile;
+  workbench.filters.LastHighPassOf = workbench.filters.LastLowPassOf = workbench.LoadedFile;
   MarkChanged(workbench, true);
 }
 

@@ -11,7 +11,7 @@
 #include "core/text/text.hpp"
 #include "ui/browser/directory_tree.hpp"
 #include "ui/browser/location_bar.hpp"
-#include "ui/main/elided_label.hpp"
+#include "ui/elided_label.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
@@ -75,7 +75,8 @@ BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent) : QWidget(pare
   split->setStretchFactor(0, 2);
   split->setStretchFactor(1, 3);
   layout->addWidget(split, 1);
-  selected_ = new ElidedLabel(Qt::ElideMiddle);
+  selected_ = new ElidedLabel;
+  selected_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   selected_->setObjectName(QStringLiteral("selectedFile"));
   SetTone(selected_, Tone::Quiet);
   layout->addWidget(selected_);
@@ -148,7 +149,7 @@ void BrowserPanel::ShowPlaces(const QStringList& recent) {
 
 void BrowserPanel::ShowSelected() {
   const std::string& file = workbench_.trial.FileName;
-  selected_->ShowText(tr("Selected: %1").arg(file.empty() ? tr("None") : ToQt(FileNamePart(file))));
+  selected_->setText(tr("Selected: %1").arg(file.empty() ? tr("None") : ToQt(FileNamePart(file))));
   selected_->setToolTip(ToQt(file));
   data_->GoTo(file);
 }

@@ -3,6 +3,8 @@
 #include <QCloseEvent>
 #include <QLineEdit>
 
+#include "ui/screen_room.hpp"
+
 namespace velmora::ui {
 
 AskingDialog::AskingDialog(QWidget* parent) : QDialog(parent) {
@@ -16,8 +18,10 @@ std::string AskingDialog::Ask() {
     FocusFirst();
   }
   pressed_ = cancelCaption_;
-  setEnabled(true);
-  show();
+  if (!isVisible()) {
+    PlaceOver(*this, parentWidget() != nullptr ? *parentWidget() : *this);
+    show();
+  }
   activateWindow();
   loop_.exec();
   return pressed_;

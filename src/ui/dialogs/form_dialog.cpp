@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -17,12 +18,29 @@
 #include "ui/dialogs/text_picture.hpp"
 #include "ui/graph/form_graph_panel.hpp"
 #include "ui/main/theme.hpp"
+#include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
 namespace {
 
-constexpr std::size_t kFieldsThatFit = 18;
+/// Opens as large as what is in it, and scrolls on a screen that has less room.
+class ContentArea : public QScrollArea {
+ public:
+  explicit ContentArea(QWidget* content) {
+    setWidget(content);
+    setWidgetResizable(true);
+    setFrameShape(NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+  }
+  [[nodiscard]] QSize sizeHint() const override {
+    constexpr int kBesides = 110;  // the buttons below, and the margins
+    const QSize whole = widget()->sizeHint();
+    const bool scrolls = whole.height() > RoomOn(*this).height() - kBesides;
+    return whole + QSize(scrolls ? verticalScrollBar()->sizeHint().width() : 0, 0);
+  }
+  [[nodiscard]] QSize minimumSizeHint() const override { return {240, 120}; }
+};
 
 bool IsPerChannel(const FormField& field) {
   return std::holds_alternative<ChannelNumbers*>(field.target) ||
@@ -51,9 +69,10 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   setWindowTitle(ToQt(form.Title()));
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(14);
-  auto* sides = new QHBoxLayout;
+  auto* content = new QWidget;
+  auto* sides = new QHBoxLayout(content);
+  sides->setContentsMargins(0, 0, 0, 0);
   sides->setSpacing(18);
-  layout->addLayout(sides, 1);
   if (QWidget* fields = MakeFields()) {
     sides->addWidget(fields, 0, Qt::AlignTop);
   }
@@ -73,6 +92,7 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   (new QVBoxLayout(results_))->setContentsMargins(0, 0, 0, 0);
   wide->addWidget(results_, 1);
   sides->addLayout(wide, shows ? 1 : 0);
+  layout->addWidget(new ContentArea(content), 1);
   AddButtons(layout);
 }
 
@@ -111,15 +131,7 @@ QWidget* FormDialog::MakeFields() {
     delete fields;
     return nullptr;
   }
-  if (rows_.size() <= kFieldsThatFit) {
-    return fields;
-  }
-  auto* scroll = new QScrollArea;
-  scroll->setWidget(fields);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setMinimumSize(720, 480);
-  return scroll;
+  return fields;
 }
 
 // A field that something was found for has a mark beside it.
@@ -158,9 +170,13 @@ ChannelColumn FormDialog::ColumnOf(const FormField& field) {
     return column;
   }
   column.kind = field.isColour ? ChannelColumn::Kind::Colour : ChannelColumn::Kind::Number;
-  column.text = [values = std::get<ChannelNumbers*>(field.target)](int channel) {
-    return ToQt(PlainNumber((*values)[channel]));
-  };
+  ChannelNumbers* values = std::get<ChannelNumbers*>(field.target);
+  column.text = [values](int channel) { return ToQt(PlainNumber((*values)[channel])); };
+  if (field.valuesOf != nullptr) {
+    left_.push_back(std::make_unique<LeftValues>(*field.valuesOf, workbench_, 0.0,
+                                                 [values](int channel) { return (*values)[channel]; }));
+    column.origin = [left = left_.back().get()](int channel) { return left->Hint(channel); };
+  }
   if (!field.readOnly) {
     column.edit = [this, target](int channel, const QString& typed) {
       form_.Edit(*target, channel, ToStd(typed));
@@ -206,6 +222,11 @@ void FormDialog::AddTable(QBoxLayout* to) {
     const FieldCaption caption = SplitCaption(field);
     if (IsPerChannel(field) && !caption.remark.isEmpty()) {
       to->addWidget(RemarkLabel(caption.name + QStringLiteral(": ") + caption.remark));
+    }
+  }
+  for (const std::unique_ptr<LeftValues>& left : left_) {
+    if (const QString remark = left->Remark(); !remark.isEmpty()) {
+      to->addWidget(RemarkLabel(remark));
     }
   }
 }

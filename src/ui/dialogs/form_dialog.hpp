@@ -8,6 +8,7 @@
 #include "ui/dialogs/asking_dialog.hpp"
 #include "ui/dialogs/field_editor.hpp"
 #include "ui/dialogs/form_picture.hpp"
+#include "ui/dialogs/left_values.hpp"
 #include "ui/trial/channel_table_view.hpp"
 
 class QBoxLayout;
@@ -57,7 +58,8 @@ class FormDialog : public AskingDialog {
     const FormField* field;
     int column;
   };
-  std::vector<FieldColumn> columns_;  // of the table of channels
+  std::vector<FieldColumn> columns_;               // of the table of channels
+  std::vector<std::unique_ptr<LeftValues>> left_;  // of columns that may hold such
   struct TitledTable {
     QLabel* title;
     ResultTableView* view;

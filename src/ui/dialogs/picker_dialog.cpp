@@ -9,19 +9,25 @@
 #include "core/text/text.hpp"
 #include "formats/fixed_names.hpp"
 #include "ui/desktop.hpp"
+#include "ui/elided_label.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
 namespace {
 
+constexpr int kWidth = 560;
+constexpr int kFewestRows = 4;
 constexpr int kRowsThatFit = 16;
 
 }  // namespace
 
 PickerDialog::PickerDialog(ChannelPicker& picker, const Workbench& workbench, const ChannelTraces& traces,
                            QWidget* parent)
-    : AskingDialog(parent), picker_(picker), workbench_(workbench) {
+    : AskingDialog(parent),
+      picker_(picker),
+      workbench_(workbench),
+      left_(picker.ValuesOf(), workbench, picker.NoValue(), [&picker](int c) { return picker.Value(c); }) {
   setObjectName(QStringLiteral("frmChoose"));
   setWindowTitle(tr("Channels"));
   auto* layout = new QVBoxLayout(this);
@@ -29,7 +35,7 @@ PickerDialog::PickerDialog(ChannelPicker& picker, const Workbench& workbench, co
   model_ = new ChannelTableModel(workbench, Columns(), this);
   table_ = new ChannelTableView(workbench, &traces, model_, this);
   const int row = table_->verticalHeader()->defaultSectionSize();
-  table_->setMinimumSize(620, row * (std::clamp(picker.Channels(), 4, kRowsThatFit) + 1) + 6);
+  table_->setMinimumSize(kWidth, row * (kFewestRows + 1) + 6);
   if (picker.Channels() > kPageChannels) {
     auto* search = new QLineEdit;
     search->setPlaceholderText(tr("Search labels and units"));
@@ -51,8 +57,25 @@ PickerDialog::PickerDialog(ChannelPicker& picker, const Workbench& workbench, co
       Refresh();
     }
   });
-  table_->setCurrentIndex(model_->index(0, 0));
+  const int more = std::clamp(picker.Channels(), kFewestRows, kRowsThatFit) - kFewestRows;
+  resize(sizeHint() + QSize(0, row * more));
+  SetCurrent(FirstSelected());
   table_->setFocus();
+}
+
+int PickerDialog::FirstSelected() const {
+  for (int c = 1; c <= picker_.Channels(); ++c) {
+    if (picker_.IsSelected(c)) {
+      return c;
+    }
+  }
+  return 1;
+}
+
+// Where there are values, what is typed is the value of the current channel.
+void PickerDialog::SetCurrent(int channel) {
+  const bool types = picker_.HasValues() || picker_.HasNames();
+  table_->setCurrentIndex(model_->index(channel - 1, types ? model_->columnCount({}) - 1 : 0));
 }
 
 std::vector<ChannelColumn> PickerDialog::Columns() {
@@ -87,6 +110,9 @@ std::vector<ChannelColumn> PickerDialog::Columns() {
         return ToQt(NameRemark(ToStd(typed), picker_.NameLength()));
       };
     }
+    if (picker_.HasValues()) {
+      value.origin = [this](int channel) { return left_.Hint(channel); };
+    }
     columns.push_back(value);
   }
   return columns;
@@ -101,12 +127,18 @@ void PickerDialog::AddHead(QBoxLayout* to) {
   font.setBold(true);
   prompt->setFont(font);
   to->addWidget(prompt);
-  auto* trial =
-      new QLabel(QStringLiteral("%1   ·   %2 Hz   ·   %3 s")
-                     .arg(ToQt(picker_.TitleText()), ToQt(picker_.RateText()), ToQt(picker_.DurationText())));
-  trial->setTextFormat(Qt::PlainText);
-  SetTone(trial, Tone::Quiet);
-  to->addWidget(trial);
+  auto* title = new ElidedLabel;
+  title->setText(ToQt(picker_.TitleText()));
+  auto* size = new QLabel(
+      QStringLiteral("%1 Hz   ·   %2 s").arg(ToQt(picker_.RateText()), ToQt(picker_.DurationText())));
+  auto* row = new QHBoxLayout;
+  row->setSpacing(18);
+  for (QLabel* label : {static_cast<QLabel*>(title), size}) {
+    SetTone(label, Tone::Quiet);
+    row->addWidget(label);
+  }
+  row->addStretch(1);
+  to->addLayout(row);
 }
 
 void PickerDialog::Command(QBoxLayout* to, const char* caption,
@@ -155,7 +187,8 @@ void PickerDialog::AddCommands(QBoxLayout* to) {
 
 void PickerDialog::AddClosing(QBoxLayout* to) {
   auto* row = new QHBoxLayout;
-  count_ = new QLabel;
+  count_ = new ElidedLabel;
+  SetTone(count_, Tone::Quiet);
   row->addWidget(count_);
   row->addStretch();
   const std::string caption = picker_.ClosingCaption();
@@ -175,12 +208,13 @@ void PickerDialog::AddClosing(QBoxLayout* to) {
 
 void PickerDialog::ShowPage() {
   table_->scrollTo(model_->index(picker_.FirstShown() - 1, 0), QAbstractItemView::PositionAtTop);
-  table_->setCurrentIndex(model_->index(picker_.FirstShown() - 1, 0));
+  SetCurrent(picker_.FirstShown());
 }
 
 void PickerDialog::Refresh() {
   model_->Refresh();
   if (!picker_.Selects()) {
+    count_->setText(left_.Remark());
     return;
   }
   int selected = 0;

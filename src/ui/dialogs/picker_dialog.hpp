@@ -5,6 +5,7 @@
 #include "core/questions/picker.hpp"
 #include "core/workbench.hpp"
 #include "ui/dialogs/asking_dialog.hpp"
+#include "ui/dialogs/left_values.hpp"
 #include "ui/trial/channel_table_view.hpp"
 
 class QBoxLayout;
@@ -32,9 +33,12 @@ class PickerDialog : public AskingDialog {
   void AddClosing(QBoxLayout* to);
   void Command(QBoxLayout* to, const char* caption, const std::function<void(ChannelPicker&)>& procedure);
   void ShowPage();
+  [[nodiscard]] int FirstSelected() const;
+  void SetCurrent(int channel);
 
   ChannelPicker& picker_;
   const Workbench& workbench_;
+  LeftValues left_;
   ChannelTableModel* model_;
   ChannelTableView* table_;
   QLabel* count_;

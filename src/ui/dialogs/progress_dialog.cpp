@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "core/questions/progress.hpp"
+#include "ui/elided_label.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -17,8 +18,7 @@ constexpr qint64 kTurnEvery = 40;    // ms between two turns of the window
 constexpr int kBarSteps = 1000;
 
 QLabel* Line(QVBoxLayout* layout) {
-  auto* label = new QLabel;
-  label->setTextFormat(Qt::PlainText);
+  auto* label = new ElidedLabel;
   layout->addWidget(label);
   return label;
 }
@@ -97,7 +97,7 @@ void ProgressDialog::reject() {
 void ProgressDialog::ShowState() {
   const bool loading = panel_.PanelKind() == ProgressPanel::Kind::Loading;
   const bool finished = panel_.Finished();
-  name_->setText(name_->fontMetrics().elidedText(ToQt(panel_.FileName()), Qt::ElideMiddle, 430));
+  name_->setText(ToQt(panel_.FileName()));
   format_->setText(ToQt(panel_.Format()));
   status_->setText(ToQt(panel_.Status()));
   name_->setVisible(loading);

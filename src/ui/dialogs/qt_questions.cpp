@@ -3,8 +3,11 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <algorithm>
 #include <utility>
 
@@ -13,11 +16,16 @@
 #include "core/questions/progress.hpp"
 #include "ui/dialogs/form_dialog.hpp"
 #include "ui/dialogs/picker_dialog.hpp"
+#include "ui/elided_label.hpp"
+#include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 #include "ui/trial/channel_table_view.hpp"
 
 namespace velmora::ui {
 namespace {
+
+constexpr int kWidestWord = 420;  // pixels, in a box
+constexpr int kNarrowest = 380;
 
 QMessageBox::Icon BoxIcon(Icon icon) {
   switch (icon) {
@@ -71,6 +79,23 @@ Button LeavingButton(const Box& box) {
   return Has(box, Button::No) ? Button::No : box.buttons.front();
 }
 
+// A text that is taller than the screen, less the buttons below it, is scrolled.
+void ScrollTallText(QMessageBox& message, int room) {
+  constexpr int kButtons = 120;
+  auto* label = message.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+  auto* layout = message.layout();
+  if (label == nullptr || layout == nullptr || label->sizeHint().height() <= room - kButtons) {
+    return;
+  }
+  auto* scroll = new QScrollArea;
+  delete layout->replaceWidget(label, scroll);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidget(label);
+  scroll->setWidgetResizable(true);
+  scroll->setMinimumSize(label->sizeHint().width() + 2 * scroll->verticalScrollBar()->sizeHint().width(),
+                         room - kButtons);
+}
+
 // "Text (.TXT)|*.txt|All files (*.*)|*.*" as Qt wants it: "Text (*.txt)", "All files (*)".
 QStringList NameFilters(const std::string& filter) {
   const QStringList parts = ToQt(filter).split('|');
@@ -86,7 +111,10 @@ QStringList NameFilters(const std::string& filter) {
 
 }  // namespace
 
-QtQuestions::QtQuestions(QWidget* window) : window_(window) {}
+QtQuestions::QtQuestions(QWidget* window) : window_(window), workedIn_(window) {
+  QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &context_,
+                   [this](QWindow* focused) { NoteWindow(focused); });
+}
 
 void QtQuestions::Attach(Workbench& workbench, ChannelTraces& traces) {
   workbench_ = &workbench;
@@ -105,17 +133,34 @@ bool QtQuestions::TakeGraphWanted() {
   return std::exchange(graphWanted_, false);
 }
 
+// Which window is active is the window manager's word and comes late: none is while one dialogue goes and
+// the next one comes. So the innermost dialogue on the screen counts, then the window that was worked in
+// last. A panel of progress is no parent: it goes before what is asked over it.
 QWidget* QtQuestions::Parent() const {
-  QWidget* top = QApplication::activeModalWidget();
-  if (top == nullptr) {
-    top = QApplication::activeWindow();
+  QWidget* modal = QApplication::activeModalWidget();
+  if (modal != nullptr && modal->isVisible() && modal != progress_.get()) {
+    return modal;
   }
-  return top != nullptr ? top : window_;
+  return workedIn_ != nullptr && workedIn_->isVisible() ? workedIn_.data() : window_;
+}
+
+void QtQuestions::NoteWindow(QWindow* window) {
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    if (window != nullptr && top->windowHandle() == window && top->isWindow() &&
+        top->windowType() == Qt::Window) {
+      workedIn_ = top;
+    }
+  }
 }
 
 Button QtQuestions::AskBox(const Box& box) {
-  QMessageBox message(BoxIcon(box.icon), ToQt(box.title.empty() ? "Velmora2" : box.title), ToQt(box.text),
-                      QMessageBox::NoButton, Parent());
+  QWidget* parent = Parent();
+  const QString text = ToQt(box.text);
+  QMessageBox message(BoxIcon(box.icon), ToQt(box.title.empty() ? "Velmora2" : box.title),
+                      ElideWords(text, parent->fontMetrics(), kWidestWord), QMessageBox::NoButton, parent);
+  if (message.text() != text) {
+    message.setToolTip(text);
+  }
   message.setTextFormat(Qt::PlainText);
   message.setTextInteractionFlags(Qt::TextSelectableByMouse);
   for (const Button button : box.buttons) {
@@ -123,7 +168,9 @@ Button QtQuestions::AskBox(const Box& box) {
   }
   message.setDefaultButton(BoxButton(SafeButton(box)));
   message.setEscapeButton(BoxButton(LeavingButton(box)));
+  ScrollTallText(message, RoomOn(*parent).height());
   const int pressed = message.exec();
+  parent->activateWindow();
   for (const Button button : box.buttons) {
     if (BoxButton(button) == pressed) {
       return button;
@@ -136,16 +183,22 @@ std::string QtQuestions::AskInput(const InputQuestion& question) {
   if (nextInput_) {
     return *std::exchange(nextInput_, std::nullopt);
   }
-  QInputDialog dialog(Parent());
+  QWidget* parent = Parent();
+  QInputDialog dialog(parent);
   dialog.setWindowTitle(ToQt(question.title.empty() ? "Velmora2" : question.title));
-  dialog.setLabelText(ToQt(question.prompt));
+  dialog.setLabelText(ElideWords(ToQt(question.prompt), dialog.fontMetrics(), kWidestWord));
   dialog.setTextValue(ToQt(question.defaultText));
-  dialog.setMinimumWidth(380);
+  dialog.setMinimumWidth(kNarrowest);
+  if (auto* label = dialog.findChild<QLabel*>()) {
+    label->setWordWrap(true);
+  }
+  PlaceOver(dialog, *parent);
   return dialog.exec() == QDialog::Accepted ? ToStd(dialog.textValue()) : std::string();
 }
 
 std::vector<std::string> QtQuestions::AskFile(const FileQuestion& question) {
-  QFileDialog dialog(Parent(), ToQt(question.title));
+  QWidget* parent = Parent();
+  QFileDialog dialog(parent, ToQt(question.title));
   const bool saves = question.mode == FileQuestion::Mode::Save;
   dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   if (question.mode == FileQuestion::Mode::Directory) {
@@ -166,6 +219,7 @@ std::vector<std::string> QtQuestions::AskFile(const FileQuestion& question) {
   }
   dialog.setDefaultSuffix(ToQt(question.extension).mid(1));
   dialog.selectFile(ToQt(question.defaultName));
+  PlaceOver(dialog, *parent);
   std::vector<std::string> paths;
   if (dialog.exec() == QDialog::Accepted) {
     for (const QString& path : dialog.selectedFiles()) {
@@ -182,6 +236,13 @@ AskingDialog& QtQuestions::DialogOf(const void* asker, const Make& make) {
     dialog = make();
   }
   return *dialog;
+}
+
+// The keys go back to where the dialogue came from, which not every window manager sees to.
+void QtQuestions::Leave(const void* asker) {
+  if (dialogs_.erase(asker) > 0) {
+    Parent()->activateWindow();
+  }
 }
 
 std::string QtQuestions::AskPick(ChannelPicker& picker) {
@@ -234,7 +295,7 @@ void QtQuestions::ShowOffer(const AskingDialog& dialog) const {
 }
 
 void QtQuestions::EndPick(ChannelPicker& picker) {
-  dialogs_.erase(&picker);
+  Leave(&picker);
 }
 
 std::string QtQuestions::AskForm(Form& form) {
@@ -250,7 +311,7 @@ std::string QtQuestions::AskForm(Form& form) {
 }
 
 void QtQuestions::EndForm(Form& form) {
-  dialogs_.erase(&form);
+  Leave(&form);
 }
 
 void QtQuestions::ShowProgress(ProgressPanel& panel) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <functional>
 #include <map>
 #include <memory>
@@ -11,6 +12,8 @@
 #include "ui/dialogs/asking_dialog.hpp"
 #include "ui/dialogs/progress_dialog.hpp"
 #include "ui/trial/channel_traces.hpp"
+
+class QWindow;
 
 namespace velmora::ui {
 
@@ -46,12 +49,16 @@ class QtQuestions : public Questions {
  private:
   template <typename Make>
   AskingDialog& DialogOf(const void* asker, const Make& make);
+  void Leave(const void* asker);
   [[nodiscard]] QWidget* Parent() const;
   void Offer(ChannelPicker& picker);
   void Offer(Form& form);
   void ShowOffer(const AskingDialog& dialog) const;
+  void NoteWindow(QWindow* window);
 
   QWidget* window_;
+  QPointer<QWidget> workedIn_;  // the last window that had the focus and was no dialogue
+  QObject context_;
   Workbench* workbench_ = nullptr;
   ChannelTraces* traces_ = nullptr;
   /// By the form or picker that asks.

@@ -34,7 +34,7 @@ QString TextAtEdge(double edge, double gain) {
 
 ResponsePicture::ResponsePicture(const Form& form, const Workbench& workbench)
     : form_(form), workbench_(workbench) {
-  setMinimumSize(460, 220);
+  setMinimumSize(380, 240);
 }
 
 void ResponsePicture::Show(int channel) {
@@ -43,9 +43,10 @@ void ResponsePicture::Show(int channel) {
 }
 
 QString ResponsePicture::Caption(const ShownFilter& shown) const {
+  const QString label = ToQt(Trim(workbench_.trial.ChanLabel[channel_].Text()));
   const QString channel =
       tr("Channel %1, %2")
-          .arg(ToQt(ChannelNumber(channel_)), ToQt(Trim(workbench_.trial.ChanLabel[channel_].Text())));
+          .arg(ToQt(ChannelNumber(channel_)), fontMetrics().elidedText(label, Qt::ElideMiddle, width() / 3));
   if (shown.edges.empty()) {
     return tr("%1: not filtered").arg(channel);
   }
@@ -66,14 +67,16 @@ void ResponsePicture::paintEvent(QPaintEvent* /*event*/) {
   const ShownFilter shown = FilterOf(form_, channel_, rate);
   const int line = fontMetrics().height();
   painter.setPen(shown.refusal.empty() ? palette().color(QPalette::WindowText) : WarningColour(palette()));
-  painter.drawText(QRectF(0, 4, width(), line), Qt::AlignLeft,
-                   fontMetrics().elidedText(Caption(shown), Qt::ElideRight, width()));
+  // Read whole, in as many lines as it takes.
+  QRectF caption;
+  painter.drawText(QRectF(0, 4, width(), height()), Qt::AlignLeft | Qt::TextWordWrap, Caption(shown),
+                   &caption);
   const double high = rate / 2;
   if (!(high > 0)) {
     return;
   }
   const double about = shown.Runs() ? *std::min_element(shown.edges.begin(), shown.edges.end()) : high / 10;
-  const LineChart chart{.area = QRectF(rect()).adjusted(38, line + 14, -8, -line - 12),
+  const LineChart chart{.area = QRectF(rect()).adjusted(38, caption.bottom() + 10, -8, -line - 12),
                         .left = std::min(about / std::pow(10.0, kDecadesBelow), high / 100),
                         .right = high,
                         .top = kHighestGain,

@@ -1,10 +1,10 @@
 #include "ui/graph/channel_windows.hpp"
 
-#include <QScreen>
 #include <algorithm>
 #include <utility>
 
 #include "core/trial/helpers.hpp"
+#include "ui/screen_room.hpp"
 
 namespace velmora::ui {
 
@@ -21,9 +21,7 @@ void ChannelWindows::Open(int channel) {
       [channel](const QPointer<OneChannelWindow>& window) { return window->Channel() == channel; });
   OneChannelWindow* window = open != windows_.end() ? open->data() : Make(channel);
   if (window != nullptr) {
-    window->show();
-    window->raise();
-    window->activateWindow();
+    ComeForward(*window);
   }
 }
 
@@ -49,7 +47,7 @@ void ChannelWindows::Place(QWidget& window) const {
   constexpr int kStep = 32;
   constexpr std::size_t kInARow = 8;
   const int step = kStep * static_cast<int>(windows_.size() % kInARow);
-  const QRect room = window.screen()->availableGeometry();
+  const QRect room = RoomOn(parent_ != nullptr ? *parent_ : window);
   const QPoint corner = (parent_ != nullptr ? parent_->pos() : room.topLeft()) + kFirst + QPoint(step, step);
   window.move(std::clamp(corner.x(), room.left(), std::max(room.left(), room.right() - window.width())),
               std::clamp(corner.y(), room.top(), std::max(room.top(), room.bottom() - window.height())));

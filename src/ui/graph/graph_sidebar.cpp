@@ -38,6 +38,7 @@ GraphSidebar::GraphSidebar(QWidget* parent) : QTreeWidget(parent) {
   setHeaderLabels({tr("Channel"), tr("Cursor 1"), tr("Cursor 2"), tr("Difference")});
   setRootIsDecorated(false);
   setUniformRowHeights(true);
+  setTextElideMode(Qt::ElideMiddle);
   setSelectionMode(NoSelection);
   setFocusPolicy(Qt::NoFocus);  // the keys belong to the graph
   setFrameShape(NoFrame);
@@ -82,11 +83,24 @@ void GraphSidebar::Rebuild(const SingleView& view, const Workbench& workbench) {
     if (plot.Visible) {
       QTreeWidgetItem* item = add(NameOf(workbench.trial, plot.Channel));
       item->setIcon(0, Swatch(TraceColour(plot, view.Drawing().Background), devicePixelRatioF()));
-      item->setToolTip(0, tr("Channel %1").arg(ToQt(ChannelNumber(plot.Channel))));
+      item->setToolTip(0, tr("Channel %1: %2").arg(ToQt(ChannelNumber(plot.Channel)), item->text(0)));
       channels_.push_back({plot.Channel, item});
     }
   }
   Update(view, workbench);
+}
+
+int GraphSidebar::NeededWidth() const {
+  constexpr int kLetters = 34;
+  constexpr int kMargins = 8;
+  int width = std::min(sizeHintForColumn(0), kLetters * fontMetrics().averageCharWidth()) + kMargins;
+  for (int column = 1; column < columnCount(); ++column) {
+    if (!isColumnHidden(column)) {
+      width += std::max(
+          {sizeHintForColumn(column), header()->sectionSizeHint(column), header()->minimumSectionSize()});
+    }
+  }
+  return std::max(width, header()->sectionSizeHint(0)) + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
 }
 
 void GraphSidebar::FillTimes(const SingleView& view, const Workbench& workbench) {

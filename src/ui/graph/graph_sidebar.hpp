@@ -20,6 +20,8 @@ class GraphSidebar : public QTreeWidget {
   void Rebuild(const SingleView& view, const Workbench& workbench);
   /// Fills in the values at the cursors.
   void Update(const SingleView& view, const Workbench& workbench);
+  /// In pixels, of all that is shown; a name longer than most counts as a long one.
+  [[nodiscard]] int NeededWidth() const;
 
  private:
   void TakeColours(Colour background);

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 
 #include "app/command_table.hpp"
@@ -15,10 +16,10 @@
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/key_names.hpp"
 #include "ui/graph/window_requests.hpp"
+#include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
-
 GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
     : QMainWindow(parent, Qt::Window),
       workbench_(workbench),
@@ -40,10 +41,11 @@ GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
   splitter->addWidget(sidebar_);
   splitter->setStretchFactor(0, 1);
   splitter->setStretchFactor(1, 0);
-  splitter->setSizes({820, 380});
   splitter->setChildrenCollapsible(false);
+  connect(splitter, &QSplitter::splitterMoved, this, [this] { sidebarMoved_ = true; });
   setCentralWidget(splitter);
   ConnectPlot();
+  ConnectParent();
   resize(1200, 760);
   plot_->setFocus();
   Refresh();
@@ -57,8 +59,19 @@ SingleView* GraphWindow::View() const {
 
 void GraphWindow::ShowGraph() {
   const SingleView* view = View();
+  PlaceOver(*this, parentWidget() != nullptr ? *parentWidget() : *this);
   view != nullptr && view->Maximised() ? showMaximized() : show();
+  activateWindow();
   ShowHint();
+}
+
+// One key goes to the graph and back.
+void GraphWindow::ConnectParent() {
+  if (parentWidget() == nullptr) {
+    return;
+  }
+  auto* here = new QShortcut(kTurnKey, parentWidget(), this, [this] { ComeForward(*this); });
+  connect(this, &QObject::destroyed, here, &QObject::deleteLater);
 }
 
 void GraphWindow::Rest() {
@@ -147,6 +160,17 @@ void GraphWindow::EndDrag() {
   Act(move, [&] { view->MoveCursor(move.cursor, move.x); });
 }
 
+// As wide as what stands in it, until somebody has moved its edge.
+void GraphWindow::FitSidebar() {
+  auto* splitter = qobject_cast<QSplitter*>(centralWidget());
+  if (!sidebarMoved_ && splitter != nullptr && splitter->width() > 0) {
+    const int wanted = std::min(sidebar_->NeededWidth(), splitter->width() / 2);
+    if (wanted != sidebar_->width()) {
+      splitter->setSizes({splitter->width() - wanted, wanted});
+    }
+  }
+}
+
 void GraphWindow::ShowCursors() {
   if (const SingleView* view = View()) {
     sidebar_->Update(*view, workbench_);
@@ -172,6 +196,7 @@ void GraphWindow::Refresh() {
   plot_->Redraw();
   sidebar_->setVisible(view->Drawing().SidebarVisible);
   sidebar_->Rebuild(*view, workbench_);
+  FitSidebar();
   values_->Show(view->Values(), workbench_);
   menus_->Update(*view, workbench_);
   ShowState(*view);

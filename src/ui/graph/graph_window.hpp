@@ -73,12 +73,14 @@ class GraphWindow : public QMainWindow {
   template <typename Work>
   void Act(const Action& action, const Work& work);
   void ConnectPlot();
+  void ConnectParent();
   void DragCursor(int cursor, double x);
   void EndDrag();
   void LeaveMode();
   bool StepByArrow(const KeyPress& key);
   void ShowState(const SingleView& view);
   void ShowCursors();
+  void FitSidebar();
 
   // graph_window_bars.cpp
   void AddBar();
@@ -90,6 +92,7 @@ class GraphWindow : public QMainWindow {
   void AddReadOuts(QHBoxLayout& bar);
   void AddFileEntries();
   void ShowHint();
+  static constexpr Qt::Key kTurnKey = Qt::Key_F12;  // to the graph and back
   void PlaceHint();
 
   Workbench& workbench_;
@@ -98,6 +101,7 @@ class GraphWindow : public QMainWindow {
   int dragged_ = 0;
   int active_ = 1;  // the cursor that arrows move
   bool closing_ = false;
+  bool sidebarMoved_ = false;  // by hand
   std::unique_ptr<GraphMenus> menus_;
   // Children of the window.
   GraphWidget* plot_ = nullptr;

@@ -8,20 +8,16 @@
 #include <QToolBar>
 
 #include "plot/graph_widget.hpp"
+#include "ui/elided_label.hpp"
 #include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/graph_window.hpp"
+#include "ui/graph/two_part_bar.hpp"
+#include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
 namespace {
-
-QFrame* Rule() {
-  auto* rule = new QFrame;
-  rule->setFrameShape(QFrame::VLine);
-  rule->setFrameShadow(QFrame::Sunken);
-  return rule;
-}
 
 // The style's own mark of a button that is on is lost on dark ground.
 void Accent(QPushButton& button, bool on) {
@@ -33,8 +29,7 @@ void Accent(QPushButton& button, bool on) {
   button.setPalette(palette);
 }
 
-QLabel* Value(const char* name) {
-  auto* label = new QLabel;
+QLabel* Value(QLabel* label, const char* name) {
   label->setObjectName(QString::fromLatin1(name));
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   label->setFocusPolicy(Qt::NoFocus);
@@ -123,10 +118,8 @@ void GraphWindow::AddModes(QLayout& bar) {
 }
 
 void GraphWindow::AddBar() {
-  auto* strip = new QWidget;
-  auto* bar = new QHBoxLayout(strip);
-  bar->setContentsMargins(6, 3, 10, 3);
-  bar->setSpacing(4);
+  auto* strip = new TwoPartBar;
+  QHBoxLayout* bar = &strip->First();
   AddButton(*bar, {"cmdExit", "E&xit", "view.exit", tr("Closes the graph")});
   AddButton(*bar, {"cmdSave", "Sa&ve to .VMB", "view.save", tr("Saves what the cursors select"), "F5"});
   AddButton(*bar, {"cmdStats", "&Stats", nullptr, tr("Not in this version yet")});
@@ -137,7 +130,8 @@ void GraphWindow::AddBar() {
   pointsButton_ = AddButton(
       *bar, {"cmdPoints", "&Points", "view.points", tr("Changes between lines and points"), nullptr, "F9"});
   AddButton(*bar, {"cmdReplot", "&Reset", "view.reset", tr("Draws the trial as at first"), "R"});
-  bar->addWidget(Rule());
+  bar->addStretch(1);
+  bar = &strip->Second();
   AddModes(*bar);
   bar->addStretch(1);
   AddReadOuts(*bar);
@@ -150,9 +144,9 @@ void GraphWindow::AddBar() {
 }
 
 void GraphWindow::AddReadOuts(QHBoxLayout& bar) {
-  trial_ = Value("trial");
-  count_ = Value("count");
-  interval_ = Value("interval");
+  trial_ = Value(new ElidedLabel, "trial");
+  count_ = Value(new QLabel, "count");
+  interval_ = Value(new QLabel, "interval");
   countCaption_ = new QLabel;
   intervalCaption_ = new QLabel;
   for (QLabel* label : {trial_, countCaption_, count_, intervalCaption_, interval_}) {
@@ -168,6 +162,10 @@ void GraphWindow::AddFileEntries() {
   file->addSeparator();
   pictures_.AddEntries(file);
   file->addSeparator();
+  if (parentWidget() != nullptr) {
+    connect(file->addAction(tr("&Main window"), kTurnKey), &QAction::triggered, this,
+            [this] { ComeForward(*parentWidget()); });
+  }
   QAction* exit = file->addAction(tr("E&xit"), QKeySequence::Close);
   connect(exit, &QAction::triggered, this, [this] { RunById("view.exit"); });
 }

@@ -1,5 +1,6 @@
 #include "ui/trial/channel_table_model.hpp"
 
+#include <QFont>
 #include <stdexcept>
 #include <utility>
 
@@ -7,6 +8,13 @@
 #include "ui/text.hpp"
 
 namespace velmora::ui {
+namespace {
+
+QString OriginOf(const ChannelColumn& column, int channel) {
+  return column.origin ? column.origin(channel) : QString();
+}
+
+}  // namespace
 
 ChannelTableModel::ChannelTableModel(const Workbench& workbench, std::vector<ChannelColumn> columns,
                                      QObject* parent)
@@ -53,7 +61,15 @@ QVariant ChannelTableModel::data(const QModelIndex& index, int role) const {
       return column.kind == ChannelColumn::Kind::Number ? QVariant(Qt::AlignRight | Qt::AlignVCenter)
                                                         : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
     case Qt::ToolTipRole:
+      if (const QString origin = OriginOf(column, channel); !origin.isEmpty()) {
+        return origin;
+      }
       return column.tip.isEmpty() ? QVariant() : QVariant(column.tip);
+    case Qt::FontRole: {
+      QFont font;
+      font.setItalic(true);
+      return OriginOf(column, channel).isEmpty() ? QVariant() : QVariant(font);
+    }
     default:
       return {};
   }

@@ -22,6 +22,8 @@ struct ChannelColumn {
   /// What the editor says of a text while it is typed; empty: nothing.
   std::function<QString(const QString& typed)> remark;
   QString tip;
+  /// Where a value comes from that nobody has entered here; empty for those that somebody has.
+  std::function<QString(int channel)> origin{};
 };
 
 /// Rows are channels, from 1; the columns are told by whoever shows the table.

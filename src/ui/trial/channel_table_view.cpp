@@ -18,7 +18,8 @@ namespace {
 
 using Kind = ChannelColumn::Kind;
 
-constexpr int kSwatch = 13;  // pixels
+constexpr int kSwatch = 13;      // pixels
+constexpr int kWidestText = 32;  // letters; longer names are elided
 
 // Right under the cell, where the eyes are.
 void RemarkWhileTyping(QLineEdit* editor, const ChannelColumn& column) {
@@ -192,7 +193,8 @@ ChannelTableView::ChannelTableView(const Workbench& workbench, const ChannelTrac
       head->setSectionResizeMode(k, QHeaderView::Stretch);
     } else {
       resizeColumnToContents(k);
-      head->resizeSection(k, head->sectionSize(k) + 14);
+      head->resizeSection(
+          k, std::min(head->sectionSize(k) + 14, kWidestText * fontMetrics().averageCharWidth()));
     }
   }
 }

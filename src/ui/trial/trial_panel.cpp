@@ -12,7 +12,7 @@
 #include "core/trial/abscissa.hpp"
 #include "formats/fixed_names.hpp"
 #include "import/reader_table.hpp"
-#include "ui/main/elided_label.hpp"
+#include "ui/elided_label.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
@@ -67,8 +67,15 @@ QString TimeBaseMark(TimeBase base) {
   return {};
 }
 
-ElidedLabel* QuietLabel(Qt::TextElideMode where) {
+// As wide as the panel, whatever it says.
+ElidedLabel* Line(Qt::TextElideMode where) {
   auto* label = new ElidedLabel(where);
+  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  return label;
+}
+
+ElidedLabel* QuietLine(Qt::TextElideMode where) {
+  ElidedLabel* label = Line(where);
   SetTone(label, Tone::Quiet);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
@@ -82,7 +89,7 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
   layout->setContentsMargins(14, 12, 14, 8);
   layout->setSpacing(3);
   auto* top = new QHBoxLayout;
-  title_ = new ElidedLabel(Qt::ElideMiddle);
+  title_ = Line(Qt::ElideMiddle);
   title_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   QFont font = title_->font();
   font.setPointSizeF(font.pointSizeF() * 1.55);
@@ -93,14 +100,12 @@ TrialPanel::TrialPanel(const Workbench& workbench, const ChannelTraces& traces, 
   marks_->setSpacing(6);
   top->addLayout(marks_);
   layout->addLayout(top);
-  facts_ = QuietLabel(Qt::ElideMiddle);
+  facts_ = QuietLine(Qt::ElideMiddle);
   layout->addWidget(facts_);
-  header_ = QuietLabel(Qt::ElideRight);
+  header_ = QuietLine(Qt::ElideRight);
   layout->addWidget(header_);
-  notice_ = new QLabel;
+  notice_ = Line(Qt::ElideRight);
   notice_->setObjectName(QStringLiteral("notice"));
-  notice_->setTextFormat(Qt::PlainText);
-  notice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   SetTone(notice_, Tone::Warning);
   layout->addWidget(notice_);
   layout->addSpacing(8);
@@ -151,9 +156,9 @@ void TrialPanel::Refresh(const QString& file) {
   const Trial& trial = workbench_.trial;
   const QString title = ToQt(Trim(trial.TrialTitle));
   const bool isPath = title.contains('/');
-  title_->ShowText(isPath ? ToQt(BaseName(ToStd(title))) : title);
+  title_->setText(isPath ? ToQt(BaseName(ToStd(title))) : title);
   const QLocale locale(QLocale::English);
-  facts_->ShowText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
+  facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
                        .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
                             trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
                             tr("%1 samples").arg(locale.toString(trial.NData)),
@@ -166,10 +171,10 @@ void TrialPanel::Refresh(const QString& file) {
   }
   QStringList experiment = lines.mid(0, kExperimentLines);
   experiment.removeAll(QString());
-  header_->ShowText(experiment.join(QStringLiteral("   ·   ")));
+  header_->setText(experiment.join(QStringLiteral("   ·   ")));
   header_->setToolTip(lines.join('\n'));
   header_->setVisible(!experiment.isEmpty());
-  FitNotice();
+  ShowNotices();
   ShowMarks();
   if (file_ != file) {
     table_->clearSelection();  // it spoke of another trial
@@ -184,14 +189,12 @@ void TrialPanel::Refresh(const QString& file) {
 }
 
 // One line; the whole of it, a line each, under the mouse.
-void TrialPanel::FitNotice() {
+void TrialPanel::ShowNotices() {
   QStringList notices;
   for (const std::string& notice : workbench_.trial.Notices) {
     notices << ToQt(notice);
   }
-  const QMargins margins = layout()->contentsMargins();
-  notice_->setText(notice_->fontMetrics().elidedText(notices.join(QStringLiteral("   ·   ")), Qt::ElideRight,
-                                                     width() - margins.left() - margins.right()));
+  notice_->setText(notices.join(QStringLiteral("   ·   ")));
   notice_->setToolTip(notices.join('\n'));
   notice_->setVisible(!notices.isEmpty());
 }
@@ -243,7 +246,6 @@ void TrialPanel::keyPressEvent(QKeyEvent* event) {
 
 void TrialPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  FitNotice();
   FitRows();
 }
 

@@ -6,7 +6,6 @@
 #include "ui/trial/channel_table_view.hpp"
 
 class QBoxLayout;
-class QLabel;
 
 namespace velmora::ui {
 
@@ -37,7 +36,7 @@ class TrialPanel : public QWidget {
  private:
   [[nodiscard]] std::vector<ChannelColumn> Columns();
   void AddMark(const QString& text, bool warns);
-  void FitNotice();
+  void ShowNotices();
   void ShowMarks();
   void FitRows();
 
@@ -47,7 +46,7 @@ class TrialPanel : public QWidget {
   ElidedLabel* title_;
   ElidedLabel* facts_;
   ElidedLabel* header_;
-  QLabel* notice_;
+  ElidedLabel* notice_;
   QBoxLayout* marks_;
   ChannelTableModel* model_;
   ChannelTableView* table_;

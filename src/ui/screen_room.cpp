@@ -1,0 +1,32 @@
+#include "ui/screen_room.hpp"
+
+#include <QScreen>
+#include <QWidget>
+#include <algorithm>
+
+namespace velmora::ui {
+
+QRect RoomOn(const QWidget& over) {
+  constexpr QMargins kFrame{4, 30, 4, 6};  // of the window manager, which tells only later
+  return over.window()->screen()->availableGeometry().marginsRemoved(kFrame);
+}
+
+void PlaceOver(QWidget& window, const QWidget& over) {
+  const QRect room = RoomOn(over);
+  window.ensurePolished();
+  const QSize wanted = window.testAttribute(Qt::WA_Resized) ? window.size() : window.sizeHint();
+  window.resize(wanted.boundedTo(room.size()));
+  QRect place(QPoint(), window.size());
+  place.moveCenter(over.window()->geometry().center());
+  window.move(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() - place.width())),
+              std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - place.height())));
+}
+
+void ComeForward(QWidget& window) {
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.show();
+  window.raise();
+  window.activateWindow();
+}
+
+}  // namespace velmora::ui
