@@ -20,6 +20,7 @@
 #include "graph/crop_commands.hpp"
 #include "graph/graph_commands.hpp"
 #include "graph/look_commands.hpp"
+#include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
 
 namespace velmora {
@@ -29,7 +30,7 @@ std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
        {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
-        SmoothCommands(), BiasCommands(), TimeBaseCommands(), GraphCommands(), LookCommands(),
+        SmoothCommands(), BiasCommands(), TimeBaseCommands(), ImpactCommands(), GraphCommands(), LookCommands(),
         CropCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }

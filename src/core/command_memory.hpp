@@ -55,6 +55,10 @@ struct ThresholdMemory {
   bool ThresholdsValid = false;
 };
 
+struct ImpactMemory {
+  float HeadformMass = 0.0F;  // kg; 0: unknown
+};
+
 /// What outlives a graph view, or is passed on by one.
 struct GraphMemory {
   double ViewDuration = 0.0;  // seconds, the length of the view window; 0 until one was chosen
