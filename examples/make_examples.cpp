@@ -23,6 +23,7 @@ constexpr Sample kSamples[] = {
     {"emg-bursts", examples::MakeEmgBursts},
     {"force-plate-step", examples::MakeForcePlateStep},
     {"noisy-displacement", examples::MakeNoisyDisplacement},
+    {"head-impacts", examples::MakeHeadImpacts},
 };
 
 /// Saves as a person would, with the command of the File menu.

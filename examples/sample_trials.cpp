@@ -160,4 +160,15 @@ void MakeNoisyDisplacement(Trial& trial) {
   }
 }
 
+void MakeHeadImpacts(Trial& trial) {
+  Prepare(trial, "4 Two blows on a head form", 20000.0, 0.4, {{"Head acc", "g"}});
+  Random noise(41);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    const double blows = 230 * Hump(t, 0.1, 0.108) + 85 * Hump(t, 0.25, 0.28);
+    // The resultant of three axes is never below 0, not even at rest.
+    trial.Data(i + 1, 1) = static_cast<float>(std::hypot(blows + 0.3 * noise.Normal(), 0.3 * noise.Normal()));
+  }
+}
+
 }  // namespace velmora::examples

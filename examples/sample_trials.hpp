@@ -19,4 +19,8 @@ void MakeForcePlateStep(Trial& trial);
 /// system: 1 mm on two coordinates.
 void MakeNoisyDisplacement(Trial& trial);
 
+/// The resultant acceleration of a head form in g at 20 kHz, 0.4 s: a hard blow of 8 ms and a padded one of
+/// 30 ms.
+void MakeHeadImpacts(Trial& trial);
+
 }  // namespace velmora::examples

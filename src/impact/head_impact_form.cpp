@@ -181,8 +181,8 @@ void HeadImpactForm::TellWarnings() {
 // A trial in m/s^2 wants dividing by g, and what "g" sets multiplies.
 std::string HeadImpactForm::MetricHint() const {
   const std::string units = Trim(workbench_.trial.ChanUnits[channel_].Text());
-  const bool metric = EqualNoCase(units, "m/s^2") || EqualNoCase(units, "m/s/s") || EqualNoCase(units, "m/s2") ||
-                      EqualNoCase(units, "m/s\u00B2");
+  const bool metric = EqualNoCase(units, "m/s^2") || EqualNoCase(units, "m/s/s") ||
+                      EqualNoCase(units, "m/s2") || EqualNoCase(units, "m/s\u00B2");
   const double scaling = Val(scalingText_);
   const bool intoG = std::abs(scaling * kGravityConstant - 1) < 0.01;
   return metric && !intoG ? "\nThe channel is in " + units + ": a scaling of 0.101972 makes g's of it." : "";
@@ -210,9 +210,10 @@ double HeadImpactForm::HicEnd() const {
 void HeadImpactForm::FillTable() {
   const std::string time = abscissa_ == 1 ? "s" : "ms";
   const auto& a = impact_;
-  ResultTable table{.name = "frmGSIHIC",
-                    .title = ChannelNumber(channel_) + " " + Trim(workbench_.trial.ChanLabel[channel_].Text()),
-                    .columns = {"Quantify", "Value", "Units"}};
+  ResultTable table{
+      .name = "frmGSIHIC",
+      .title = ChannelNumber(channel_) + " " + Trim(workbench_.trial.ChanLabel[channel_].Text()),
+      .columns = {"Quantify", "Value", "Units"}};
   table.rows = {
       {"Duration", a.duration, time},
       {"Integral", a.integral, "m/s"},
@@ -267,15 +268,15 @@ void HeadImpactForm::DrawGraph() {
     graph.points.push_back({impact_.timeOfPeak, impact_.peak, "peak " + FormatNumber(impact_.peak, "0.0 g")});
   }
   if (impact_.a3Sample > 0) {
-    graph.points.push_back({TimeOfSample(impact_.a3Sample), impact_.a3Level,
-                            "A-3 " + FormatNumber(impact_.a3Level, "0.0 g")});
+    graph.points.push_back(
+        {TimeOfSample(impact_.a3Sample), impact_.a3Level, "A-3 " + FormatNumber(impact_.a3Level, "0.0 g")});
   }
   graph_ = std::move(graph);
 }
 
 std::string HeadImpactForm::Words() const {
-  return "Head impact of " + ChannelNumber(channel_) + ": GSI " + FormatNumber(impact_.gsi, "0.0") + ", HIC " +
-         FormatNumber(impact_.hic.value, "0.0") + " over " + PlainNumber(hicSpan_) + " ms, peak " +
+  return "Head impact of " + ChannelNumber(channel_) + ": GSI " + FormatNumber(impact_.gsi, "0.0") +
+         ", HIC " + FormatNumber(impact_.hic.value, "0.0") + " over " + PlainNumber(hicSpan_) + " ms, peak " +
          FormatNumber(impact_.peak, "0.0 g");
 }
 

@@ -22,18 +22,18 @@ void HeadImpacts(Workbench& workbench) {
     return;
   }
   const bool changed = trial.FileChanged;
-  const ChannelList channels =
-      PickChannels(workbench, "Select acceleration channel(s) to be processed.");
+  const ChannelList channels = PickChannels(workbench, "Select acceleration channel(s) to be processed.");
   MarkChanged(workbench, changed);  // nothing is altered here, whatever the picker marked
   if (channels.empty()) {
     return;
   }
   const Box box{.title = "Acceleration Data Present",
-                .text = "Note, GSI and HIC values are only valid if selected channel contains acceleration "
-                        "data scaled to metres per second squared OR g's.\n"
-                        "Furthermore, the accelerations must be scrictly positive throughout the duration of "
-                        "the impact.\n"
-                        "Press OK to continue or Cancel to exit and adjust the data appropriately.",
+                .text =
+                    "Note, GSI and HIC values are only valid if selected channel contains acceleration "
+                    "data scaled to metres per second squared OR g's.\n"
+                    "Furthermore, the accelerations must be scrictly positive throughout the duration of "
+                    "the impact.\n"
+                    "Press OK to continue or Cancel to exit and adjust the data appropriately.",
                 .icon = Icon::Exclamation,
                 .buttons = {Button::OK, Button::Cancel}};
   if (workbench.questions.AskBox(box) != Button::OK) {
@@ -50,9 +50,9 @@ void HeadImpacts(Workbench& workbench) {
 // Every integral starts so; returns false when there is nothing to integrate.
 bool CanIntegrate(Workbench& workbench) {
   if (workbench.trial.NData < kFewestToIntegrate) {
-    ShowRefusal(workbench, {.title = "Too Few Data",
-                            .text = "Too few data points to integrate.",
-                            .icon = Icon::Exclamation});
+    ShowRefusal(
+        workbench,
+        {.title = "Too Few Data", .text = "Too few data points to integrate.", .icon = Icon::Exclamation});
     return false;
   }
   workbench.TimeStep = 1.0 / workbench.trial.Rate;

@@ -36,9 +36,12 @@ IntegralForm::IntegralForm(Workbench& workbench, const ChannelList& channels)
     return FormField{.name = name, .caption = caption, .target = target, .units = units, .readOnly = true};
   };
   fields_ = {
-      shown("StartTime", "Start time", &startTime_, "s"), shown("EndTime", "End time", &endTime_, "s"),
-      shown("FirstSample", "First sample", &firstSample_), shown("LastSample", "Last sample", &lastSample_),
-      shown("N", "Number of data", &count_),               shown("Duration", "Duration", &duration_, "s"),
+      shown("StartTime", "Start time", &startTime_, "s"),
+      shown("EndTime", "End time", &endTime_, "s"),
+      shown("FirstSample", "First sample", &firstSample_),
+      shown("LastSample", "Last sample", &lastSample_),
+      shown("N", "Number of data", &count_),
+      shown("Duration", "Duration", &duration_, "s"),
   };
   tables_ = {Table(channels)};
   buttons_ = {{.caption = "&Send results to Clipboard",
@@ -62,8 +65,7 @@ ResultTable IntegralForm::Table(const ChannelList& channels) const {
                     .title = "Integration Statistics",
                     .columns = {"Channel", "Label", "Mean", "Std.Dev.", "Path Integ'l", "Time Integ'l",
                                 "Abs. Integ'l", "Coeff. var'n", "Sum", "Abs. sum"}};
-  const auto all =
-      IntegrateChannels(trial, channels, {firstSample_, lastSample_}, workbench_.TimeStep);
+  const auto all = IntegrateChannels(trial, channels, {firstSample_, lastSample_}, workbench_.TimeStep);
   for (std::size_t k = 0; k < channels.size(); ++k) {
     const IntegralStatistics& of = all[k];
     table.rows.push_back({ChannelNumber(channels[k]), Trim(trial.ChanLabel[channels[k]].Text()), of.mean,
@@ -80,8 +82,8 @@ ResultTable IntegralForm::Table(const ChannelList& channels) const {
 
 std::string IntegralForm::ClipboardText() const {
   const std::string& time = workbench_.patterns.TimePattern;
-  return "Filename:\t" + workbench_.trial.FileName + "\nTrial:\t" + workbench_.trial.TrialTitle + "\nRange:\t" +
-         FormatNumber(startTime_, time) + "\t" + FormatNumber(endTime_, time) + "\n" +
+  return "Filename:\t" + workbench_.trial.FileName + "\nTrial:\t" + workbench_.trial.TrialTitle +
+         "\nRange:\t" + FormatNumber(startTime_, time) + "\t" + FormatNumber(endTime_, time) + "\n" +
          TableText(tables_.front());
 }
 
