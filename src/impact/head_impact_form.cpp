@@ -264,12 +264,15 @@ void HeadImpactForm::DrawGraph() {
   if (impact_.hic.start > 0) {
     graph.bands.push_back({.from = TimeOfSample(impact_.hic.start), .to = HicEnd(), .text = "HIC"});
   }
+  const bool together = impact_.a3Sample > 0 && impact_.a3Level == impact_.peak;
   if (impact_.peak > 0) {
-    graph.points.push_back({impact_.timeOfPeak, impact_.peak, "peak " + FormatNumber(impact_.peak, "0.0 g")});
-  }
-  if (impact_.a3Sample > 0) {
     graph.points.push_back(
-        {TimeOfSample(impact_.a3Sample), impact_.a3Level, "A-3 " + FormatNumber(impact_.a3Level, "0.0 g")});
+        {impact_.timeOfPeak, impact_.peak,
+         (together ? "peak and A-3 " : "peak ") + FormatNumber(impact_.peak, "0.0 ") + "g"});
+  }
+  if (impact_.a3Sample > 0 && !together) {
+    graph.points.push_back({TimeOfSample(impact_.a3Sample), impact_.a3Level,
+                            "A-3 " + FormatNumber(impact_.a3Level, "0.0 ") + "g"});
   }
   graph_ = std::move(graph);
 }
@@ -277,7 +280,7 @@ void HeadImpactForm::DrawGraph() {
 std::string HeadImpactForm::Words() const {
   return "Head impact of " + ChannelNumber(channel_) + ": GSI " + FormatNumber(impact_.gsi, "0.0") +
          ", HIC " + FormatNumber(impact_.hic.value, "0.0") + " over " + PlainNumber(hicSpan_) + " ms, peak " +
-         FormatNumber(impact_.peak, "0.0 g");
+         FormatNumber(impact_.peak, "0.0 ") + "g";
 }
 
 }  // namespace velmora
