@@ -16,6 +16,7 @@
 #include "dsp/smoothing/smooth_commands.hpp"
 #include "dsp/time_base/time_base_commands.hpp"
 #include "edit/edit_commands.hpp"
+#include "emg/emg_commands.hpp"
 #include "export/export_commands.hpp"
 #include "graph/crop_commands.hpp"
 #include "graph/graph_commands.hpp"
@@ -30,7 +31,7 @@ std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
        {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
-        SmoothCommands(), BiasCommands(), TimeBaseCommands(), ImpactCommands(), GraphCommands(), LookCommands(),
+        SmoothCommands(), BiasCommands(), TimeBaseCommands(), EmgCommands(), ImpactCommands(), GraphCommands(), LookCommands(),
         CropCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }

@@ -50,9 +50,29 @@ struct TimeMemory {
   bool TimeReversed = false;     // the check mark of the reversal
 };
 
+/// Of the channels, as the last statistics or baseline took them; who comes last writes.
 struct ThresholdMemory {
+  PerChannel<double> ChanMean{};
+  PerChannel<double> ChanSD{};
   PerChannel<double> ChanThreshold{};
+  float SDMultiplier = 2.0F;  // standard deviations that a threshold lies above the mean
   bool ThresholdsValid = false;
+};
+
+/// Percent of a channel's samples by the bin of their amplitude; lists from subscript 0, which is empty.
+struct AmplitudeDistribution {
+  double ApdfBinPercent = 0.0;  // width of a bin in percent of the largest amplitude
+  std::vector<double> ApdfCounts;
+  std::vector<float> Apdf;
+  std::vector<float> Capdf;
+  double Apdf10 = 0.0;  // amplitudes in percent of the largest
+  double Apdf50 = 0.0;
+  double Apdf90 = 0.0;
+};
+
+struct EmgMemory {
+  std::int16_t EpochCount = 0;  // bins or epochs; below 1: not chosen yet
+  AmplitudeDistribution distribution;
 };
 
 struct ImpactMemory {

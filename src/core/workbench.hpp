@@ -84,6 +84,7 @@ struct Workbench {
   BiasLevels bias;
   TimeMemory time;
   ThresholdMemory thresholds;
+  EmgMemory emg;
   ImpactMemory impact;
   GraphMemory graph;
   TextMemory texts;

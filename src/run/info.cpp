@@ -11,7 +11,9 @@ int Flag(bool value) {
   return value ? -1 : 0;
 }
 
-Json ChannelInfo(const Trial& trial, std::size_t c) {
+Json ChannelInfo(const Workbench& workbench, std::size_t c) {
+  const Trial& trial = workbench.trial;
+  const ThresholdMemory& thresholds = workbench.thresholds;
   return {
       {"index", c},
       {"ChanLabel", trial.ChanLabel[c].Text()},
@@ -23,6 +25,9 @@ Json ChannelInfo(const Trial& trial, std::size_t c) {
       {"ChanAutozero", trial.ChanAutozero[c]},
       {"ChanColour", trial.ChanColour[c]},
       {"ChanGraphSlot", trial.ChanGraphSlot[c]},
+      {"ChanMean", JsonNumber(thresholds.ChanMean[c])},
+      {"ChanSD", JsonNumber(thresholds.ChanSD[c])},
+      {"ChanThreshold", JsonNumber(thresholds.ChanThreshold[c])},
   };
 }
 
@@ -34,10 +39,10 @@ Json UsedHeaderLines(const Trial& trial) {
   return lines;
 }
 
-Json AllChannels(const Trial& trial) {
+Json AllChannels(const Workbench& workbench) {
   Json channels = Json::array();
-  for (int c = 0; c <= trial.NChan; ++c) {
-    channels.push_back(ChannelInfo(trial, static_cast<std::size_t>(c)));
+  for (int c = 0; c <= workbench.trial.NChan; ++c) {
+    channels.push_back(ChannelInfo(workbench, static_cast<std::size_t>(c)));
   }
   return channels;
 }
@@ -71,7 +76,10 @@ std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
       {"PairedGraphs", Flag(trial.PairedGraphs)},
       {"FirstChanShown", workbench.FirstChanShown},
       {"LastChanShown", workbench.LastChanShown},
-      {"channels", AllChannels(trial)},
+      {"SDMultiplier", JsonNumber(workbench.thresholds.SDMultiplier)},
+      {"ThresholdsValid", Flag(workbench.thresholds.ThresholdsValid)},
+      {"EpochCount", workbench.emg.EpochCount},
+      {"channels", AllChannels(workbench)},
   };
   for (const Deed& deed : done) {
     info["Done"].push_back(DeedJson(deed));

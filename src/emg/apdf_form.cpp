@@ -1,0 +1,214 @@
+#include "emg/apdf_form.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+#include "emg/amplitude_distribution.hpp"
+#include "results/result_presses.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr std::int16_t kDefaultBins = 100;
+constexpr int kBarsColour = 1;
+constexpr int kCurveColour = 2;
+constexpr int kMarkColour = 3;
+
+// As fields of a file stand: right-aligned in ten columns, a longer one cut.
+std::string TenWide(double value, std::string_view pattern) {
+  return Left(PadLeft(FormatNumber(value, pattern), 10), 10);
+}
+
+}  // namespace
+
+void ComputeApdf(Workbench& workbench, int channel) {
+  EmgMemory& emg = workbench.emg;
+  if (emg.EpochCount < 1) {
+    emg.EpochCount = kDefaultBins;
+  }
+  emg.distribution = {};
+  auto made = ComputeAmplitudeDistribution(workbench.trial, channel, emg.EpochCount);
+  if (!made) {
+    ShowRefusal(workbench, {.title = "Invalid APDF",
+                            .text = "Invalid data.  APDF could not be computed.",
+                            .icon = Icon::Exclamation});
+    LeftOut(workbench, channel, "no amplitude distribution");
+    return;
+  }
+  emg.distribution = *std::move(made);
+  workbench.results.ResultText =
+      DistributionText(workbench.trial, channel, emg.distribution, workbench.patterns.TimePattern);
+}
+
+ApdfForm::ApdfForm(Workbench& workbench, int channel)
+    : Form("frmAPDF",
+           "Cumulative / Amplitude Probabilty Distribution Functions for file: " + workbench.trial.FileName),
+      workbench_(workbench),
+      channel_(channel),
+      bins_(workbench.emg.EpochCount),
+      largestBin_(bins_) {
+  AddFields();
+  AddButtons();
+  Fill();
+}
+
+void ApdfForm::AddFields() {
+  fields_ = {
+      {.name = "EpochCount",
+       .caption = "Number of &bins",
+       .target = &bins_,
+       .highest = std::numeric_limits<std::int16_t>::max(),
+       .edited = [this] { TakeBins(); }},
+      {.name = "txtMax", .caption = "Largest bin shown", .target = &largestBin_, .readOnly = true},
+  };
+}
+
+void ApdfForm::AddButtons() {
+  const auto open = [](const char* caption, auto press) {
+    return FormButton{.caption = caption, .press = [press] {
+                        press();
+                        return false;
+                      }};
+  };
+  buttons_ = {
+      open("&Max.", [this] { AskMaximum(); }),
+      open("&Table", [this] { ShowTable(true); }),
+      open("&Graph", [this] { ShowTable(false); }),
+      open("&Stats",
+           [this] {
+             workbench_.questions.AskBox({.title = "C/APDF statistics",
+                                          .text = workbench_.results.ResultText,
+                                          .icon = Icon::Information});
+           }),
+      open("Sa&ve", [this] { Save(); }),
+      open("Table to &Clipboard", [this] { SendToClipboard(workbench_, ClipboardText()); }),
+  };
+  for (auto& more :
+       {ProgramButtons(workbench_, [this] { return Save(); }), PictureButtons(workbench_, *this)}) {
+    buttons_.insert(buttons_.end(), more.begin(), more.end());
+  }
+  buttons_.push_back({"E&xit", FormButton::Role::Accept, [] { return true; }});
+}
+
+void ApdfForm::TakeBins() {
+  workbench_.emg.EpochCount = static_cast<std::int16_t>(bins_);
+  ComputeApdf(workbench_, channel_);
+  bins_ = largestBin_ = workbench_.emg.EpochCount;
+  Fill();
+}
+
+void ApdfForm::Fill() {
+  KeepTable(workbench_.results.ResultTables, Table());
+  DrawGraph();
+  ShowTable(tableShown_);
+}
+
+ResultTable ApdfForm::Table() const {
+  const AmplitudeDistribution& of = workbench_.emg.distribution;
+  ResultTable table{
+      .name = "frmAPDF",
+      .title = ChannelNumber(channel_) + " " + Trim(workbench_.trial.ChanLabel[channel_].Text()),
+      .columns = {"Bin", "Amplitude", "Frequency", "APDF", "Cum.APDF"}};
+  for (std::size_t b = 1; b < of.Apdf.size(); ++b) {
+    const auto bin = static_cast<double>(b);
+    table.rows.push_back({bin, bin * of.ApdfBinPercent, of.ApdfCounts[b], of.Apdf[b], of.Capdf[b]});
+  }
+  const ResultTable::Format value = ThroughPattern(workbench_.patterns.ValuePattern);
+  table.formats = {ThroughPattern("0"), value, ThroughPattern("0"), value, value};
+  return table;
+}
+
+void ApdfForm::DrawGraph() {
+  const AmplitudeDistribution& of = workbench_.emg.distribution;
+  FormGraph graph{.title = ChannelNumber(channel_) + " " + Trim(workbench_.trial.ChanLabel[channel_].Text()) +
+                           ", " + workbench_.trial.FileName,
+                  .x = {.maximum = largestBin_ * (100.0 / bins_), .caption = "Amplitude (% max.)"},
+                  .y = {.maximum = 100, .caption = "Frequency (%)"}};
+  FormGraph::Plot bars{.name = "APDF", .colour = kBarsColour, .shape = FormGraph::Shape::Bars};
+  FormGraph::Plot curve{.name = "CAPDF", .colour = kCurveColour};
+  for (std::size_t b = 1; b < of.Apdf.size(); ++b) {
+    bars.x.push_back(static_cast<double>(b) * of.ApdfBinPercent);
+    bars.y.push_back(of.Apdf[b]);
+    curve.y.push_back(of.Capdf[b]);
+  }
+  curve.x = bars.x;
+  graph.plots = {std::move(bars), std::move(curve)};
+  if (!of.Apdf.empty()) {
+    const auto mark = [&](const char* level, double amplitude) {
+      graph.marks.push_back({amplitude, level + FormatNumber(amplitude, " 0.0"), kMarkColour});
+    };
+    mark("10 %", of.Apdf10);
+    mark("50 %", of.Apdf50);
+    mark("90 %", of.Apdf90);
+  }
+  graph_ = std::move(graph);
+}
+
+void ApdfForm::AskMaximum() {
+  const std::string answer = workbench_.questions.AskInput(
+      {.title = "Maximum Number of Bins",
+       .prompt = "Enter maximum number of bins for abscissa.  Must be less than or equal to " +
+                 std::to_string(bins_) + ".",
+       .defaultText = std::to_string(largestBin_),
+       .isNumber = true});
+  const double typed = Val(answer);
+  if (typed >= 1 && typed <= bins_) {
+    largestBin_ = RoundHalfEven32(typed);
+    DrawGraph();
+    ShowTable(tableShown_);
+  }
+}
+
+void ApdfForm::ShowTable(bool on) {
+  tableShown_ = on;
+  tables_ = {Table()};
+  graph_->hidden = on;
+}
+
+std::string ApdfForm::ClipboardText() const {
+  return "C/APDF for: \t" + workbench_.trial.TrialTitle + "\n" + TableText(tables_.front());
+}
+
+std::string ApdfForm::FileText() const {
+  const Trial& trial = workbench_.trial;
+  const NumberPatterns& patterns = workbench_.patterns;
+  const AmplitudeDistribution& of = workbench_.emg.distribution;
+  std::string text;
+  const auto line = [&text](const std::string& content) { text += content + "\n"; };
+  line("Filename:\t" + OneLine(trial.FileName));
+  line("Trial code:\t" + OneLine(trial.TrialName) + "\tTrial:\t" + std::to_string(trial.TrialIndex));
+  line("Duration (s):\t" + FormatNumber(trial.Duration, patterns.TimePattern));
+  line("Sampling rate (Hz):\t" + FormatNumber(trial.Rate, patterns.RatePattern));
+  line("");
+  line("Channel:\t" + ChannelNumber(channel_) + "\t" + OneLine(Trim(trial.ChanLabel[channel_].Text())));
+  line("Maximum amplitude=\t" + std::to_string(largestBin_));
+  line("Bin size=\t1");
+  line("Number of samples=\t" + std::to_string(trial.NData));
+  line("10th percentile amplitude=\t" + TenWide(of.Apdf10, "0.0000"));
+  line("50th percentile amplitude=\t" + TenWide(of.Apdf50, "0.0000"));
+  line("90th percentile amplitude=\t" + TenWide(of.Apdf90, "0.0000"));
+  line("");
+  line("Bin num.\tAmplitude\tFrequency\tAPDF\tCAPDF");
+  for (std::size_t b = 1; b < of.Apdf.size(); ++b) {
+    const auto bin = static_cast<double>(b);
+    line(FormatNumber(bin, "000") + "\t" + TenWide(bin, "0.0000") + "\t" +
+         TenWide(of.ApdfCounts[b], "0.000") + "\t" + TenWide(of.Apdf[b], "0.0000") + "\t" +
+         TenWide(of.Capdf[b], "0.0000"));
+  }
+  return text;
+}
+
+std::string ApdfForm::Save() {
+  return SaveResults(workbench_,
+                     {.title = "Save as .APD file",
+                      .defaultName = workbench_.trial.TrialName + ".apd",
+                      .extension = ".apd",
+                      .filter = "Velmora2 C/APDF (.apd)|*.apd|Text file (.txt)|*.txt|All files (*.*)|*.*"},
+                     [this] { return FileText(); });
+}
+
+}  // namespace velmora

@@ -1,0 +1,150 @@
+#include "emg/emg_commands.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
+#include "dsp/channel_picking.hpp"
+#include "dsp/filters/filter_and_tell.hpp"
+#include "emg/apdf_form.hpp"
+#include "emg/emg_kernels.hpp"
+#include "emg/emg_statistics_form.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr double kTrignoDelay = 0.048;  // seconds, by which the sensor's EMG comes late
+constexpr std::int32_t kMeansOfTen = -10;
+
+// What every entry starts with; returns false without a trial.
+bool Begin(Workbench& workbench) {
+  workbench.TimeStep = 1.0 / workbench.trial.Rate;
+  workbench.chooser.ClearModes();
+  return workbench.trial.NData > 0;
+}
+
+ChannelList PickForAnalysis(Workbench& workbench, std::string_view prompt) {
+  if (workbench.trial.NChan == 1) {
+    return {1};
+  }
+  const bool changed = workbench.trial.FileChanged;
+  ChannelList channels = PickChannels(workbench, prompt);
+  MarkChanged(workbench, changed);
+  return channels;
+}
+
+void AmplitudeDistributions(Workbench& workbench) {
+  if (!Begin(workbench)) {
+    return;
+  }
+  for (const int c : PickForAnalysis(workbench, "Choose channel(s) for C/APDF analysis.")) {
+    Did(workbench, "Amplitude probability distribution", std::array{c});
+    ComputeApdf(workbench, c);
+    ApdfForm(workbench, c).Show(workbench);
+    const Box box{.title = "C/APDF statistics",
+                  .text = workbench.results.ResultText + "\n\nPress OK for next channel or Cancel to exit.",
+                  .icon = Icon::Information,
+                  .buttons = {Button::OK, Button::Cancel}};
+    if (workbench.questions.AskBox(box) != Button::OK) {
+      return;
+    }
+  }
+}
+
+void RemoveTrignoDelay(Workbench& workbench) {
+  if (!Begin(workbench)) {
+    return;
+  }
+  const ChannelList channels = PickChannels(
+      workbench, "Choose which channel(s) are Delsys Trigno EMG channels (to remove 48 ms time delays).");
+  if (channels.empty()) {
+    return;
+  }
+  const std::int64_t shift = RoundHalfEven(workbench.trial.Rate * kTrignoDelay);
+  ShiftLeft(workbench.trial, channels, shift);
+  MarkChanged(workbench, true);
+  Did(workbench, "Delsys Trigno delay of 48 ms removed (" + std::to_string(shift) + " samples)", channels);
+}
+
+void Statistics(Workbench& workbench) {
+  if (!Begin(workbench)) {
+    return;
+  }
+  workbench.graph.StatLo = 1;
+  workbench.graph.StatHi = workbench.trial.NData;
+  ShowEmgStatistics(workbench);
+}
+
+void LinearEnvelope(Workbench& workbench) {
+  if (!Begin(workbench)) {
+    return;
+  }
+  BeginPicking(workbench,
+               "Select cutoff frequency (6 Hz or less) for Linear Envelope (0.0 means do not process).");
+  workbench.chooser.ChanConst = workbench.filters.LastLowPassCutoffs;
+  workbench.chooser.ChooserValuesMode = true;
+  if (!ChannelPicker(workbench).Show()) {
+    return;
+  }
+  ChannelsFilter filter{.design = FilterDesign::CriticallyDamped,
+                        .Padding = kMeansOfTen,
+                        .Rectify = true,
+                        .Cutoffs = workbench.chooser.ChanConst};
+  filter.Passes.fill(1);
+  filter.ZeroLag.fill(true);
+  FilterAndTell(workbench, filter);
+  MarkChanged(workbench, true);
+}
+
+void RectifyIntegrate(Workbench& workbench) {
+  if (!Begin(workbench)) {
+    return;
+  }
+  const ChannelList channels =
+      PickChannels(workbench, "Select channel(s) to Rectify and Integrate over time.");
+  if (channels.empty()) {
+    return;
+  }
+  RectifyAndIntegrate(workbench.trial, channels, workbench.TimeStep);
+  MarkChanged(workbench, true);
+  Did(workbench, "Rectified and integrated over time", channels);
+}
+
+// `id` is the command of another menu that this entry stands for.
+template <const char* id>
+void Forward(Workbench& workbench) {
+  if (Begin(workbench)) {
+    workbench.NextCommand = id;
+  }
+}
+
+constexpr char kHarmonicRegression[] = "fourier.harmonic-regression";
+constexpr char kRms[] = "smooth.rms";
+constexpr char kFilters[] = "smooth.butterworth";
+constexpr char kMav[] = "smooth.mav";
+constexpr char kAbsolute[] = "math.absolute";
+
+constexpr std::string_view kMenu = "&Analysis/&EMG";
+
+constexpr std::array kEmgCommands = {
+    Command{"emg.apdf", "&APDF && CAPDF", kMenu, Needs::Data, AmplitudeDistributions},
+    Command{"emg.trigno-delay", "Delsys Trigno time delay removal", kMenu, Needs::Data, RemoveTrignoDelay},
+    Command{"emg.statistics", "EMG statistics", kMenu, Needs::Data, Statistics},
+    Command{"emg.fourier", "Fourier analysis by harmonic regression", kMenu, Needs::Data,
+            Forward<kHarmonicRegression>},
+    Command{"emg.linear-envelope", "Linear envelope EMG", kMenu, Needs::Data, LinearEnvelope},
+    Command{"emg.rms", "RMS EMG", kMenu, Needs::Data, Forward<kRms>},
+    Command{"emg.smoothing", "Smoothing (filtering)", kMenu, Needs::Data, Forward<kFilters>},
+    Command{"emg.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Forward<kMav>},
+    Command{"emg.rectify", "Full-&Wave rectify (absolute values)", kMenu, Needs::Data, Forward<kAbsolute>},
+    Command{"emg.rectify-integrate", "Rectif&y && Integrate", kMenu, Needs::Data, RectifyIntegrate},
+};
+
+}  // namespace
+
+std::span<const Command> EmgCommands() {
+  return kEmgCommands;
+}
+
+}  // namespace velmora

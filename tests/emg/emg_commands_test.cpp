@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "core/questions/form.hpp"
+#include "core/text/numbers.hpp"
+#include "support/command_test.hpp"
+
+namespace velmora::test {
+namespace {
+
+double Cell(const ResultTable& table, std::size_t row, const std::string& column) {
+  const auto at = std::find(table.columns.begin(), table.columns.end(), column) - table.columns.begin();
+  return std::get<double>(table.rows.at(row).at(static_cast<std::size_t>(at)));
+}
+
+struct EmgCommandsTest : FileTest {
+  // Amplitudes 0.5, 1.5, ... 99.5 once with each sign, and the largest, 100.
+  void SetUniform() {
+    Samples x;
+    for (int i = 0; i < 100; ++i) {
+      x.push_back((static_cast<float>(i) + 0.5F) * (i % 2 == 0 ? 1.0F : -1.0F));
+    }
+    x.push_back(-100.0F);
+    SetChannels(trial, {x}, 1000);
+    trial.ChanLabel[1] = "Vastus lat";
+  }
+  const ResultTable& Table(const char* name) {
+    for (const ResultTable& table : workbench.results.ResultTables) {
+      if (table.name == name) {
+        return table;
+      }
+    }
+    throw std::out_of_range(name);
+  }
+};
+
+TEST_F(EmgCommandsTest, UniformAmplitudesMakeAStraightDistribution) {
+  SetUniform();
+  questions.FillForm({});
+  questions.boxAnswers = {Button::OK};
+  Run("emg.apdf");
+  const ResultTable& table = Table("frmAPDF");
+  ASSERT_EQ(table.rows.size(), 100U);
+  for (std::size_t b = 1; b <= 99; ++b) {
+    EXPECT_EQ(Cell(table, b - 1, "Frequency"), 1) << b;
+    EXPECT_NEAR(Cell(table, b - 1, "Cum.APDF"), 100.0 * static_cast<double>(b) / 101, 1e-4) << b;
+  }
+  EXPECT_EQ(Cell(table, 99, "Frequency"), 2);  // the largest too
+  // 10.1 bins below the level of 10 %, carried on from bin 10, the last one below it; 50.5 and 90.9 likewise.
+  EXPECT_EQ(workbench.results.ResultText,
+            "Channel: (0)  Vastus lat\n Amplitude of 10th percentile is 10.100\n"
+            " Amplitude of 50th percentile is 50.500\n Amplitude of 90th percentile is 90.900\n");
+  EXPECT_EQ(LastBox(), "C/APDF statistics|" + workbench.results.ResultText +
+                           "\n\nPress OK for next channel or Cancel to exit.");
+  EXPECT_FALSE(trial.FileChanged);
+}
+
+TEST_F(EmgCommandsTest, BinsOtherThanAHundredKeepTheirWidth) {
+  SetUniform();
+  questions.FillForm({{"EpochCount", "50"}}, "Stats");
+  questions.inputAnswers = {"20"};
+  questions.FillForm({}, "Max.");
+  questions.fileAnswers = {{directory.Path("a")}};
+  questions.FillForm({}, "Save");
+  questions.FillForm({{"EpochCount", "-3"}}, "Table");
+  questions.FillForm({});
+  questions.boxAnswers = {Button::OK};
+  Run("emg.apdf");
+  // Bins of half a percent of the largest: all above a quarter of it lie in the last one.
+  const std::string file = ReadFile(directory.Path("a.apd"));
+  EXPECT_NE(
+      file.find("Channel:\t00\tVastus lat\nMaximum amplitude=\t20\nBin size=\t1\nNumber of samples=\t101\n"),
+      std::string::npos)
+      << file;
+  EXPECT_NE(file.find("\n002\t    2.0000\t     1.000\t    0.9901\t    0.9901\n"), std::string::npos) << file;
+  EXPECT_NE(file.find("\n050\t   50.0000\t    77.000\t   76.2376\t\n"), std::string::npos) << file;
+  EXPECT_EQ(Table("frmAPDF").rows.size(), 100U);  // below 1
+}
+
+TEST_F(EmgCommandsTest, ChannelsWithoutADistributionAreToldAndTheNextGoesOn) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  SetChannels(trial, {{0, 0, 0}, {1, nan, 2}, {1, 2, 4}}, 1000);
+  for (int k = 0; k < 3; ++k) {
+    questions.FillForm({});
+  }
+  questions.PickChannels({1, 2, 3});
+  questions.boxAnswers = {Button::OK, Button::OK, Button::OK};
+  Run("emg.apdf");
+  EXPECT_EQ(workbench.report.warnings, (Texts{"Invalid APDF: Invalid data.  APDF could not be computed.",
+                                              "Invalid APDF: Invalid data.  APDF could not be computed."}));
+  questions.formNames.clear();
+  questions.FillForm({});
+  questions.PickChannels({2, 3});
+  questions.boxAnswers = {Button::Cancel};
+  Run("emg.apdf");
+  EXPECT_EQ(questions.formNames.size(), 1U);
+  EXPECT_TRUE(Table("frmAPDF").rows.empty());
+}
+
+TEST_F(EmgCommandsTest, StatisticsOfATone) {
+  // Ten periods of amplitude 3 around 0, sampled off its zeros; a constant; one with exact zeros.
+  Samples tone;
+  Samples zeros;
+  for (int i = 0; i < 1000; ++i) {
+    tone.push_back(static_cast<float>(3 * std::sin(2 * Pi * (i + 0.5) / 100)));
+    zeros.push_back(i % 2 == 0 ? 0.0F : (i % 4 == 1 ? 1.0F : -1.0F));
+  }
+  SetChannels(trial, {tone, Samples(1000, -2.0F), zeros}, 1000);
+  trial.CursorLo = 5;
+  questions.inputAnswers = {"1"};
+  questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+    EXPECT_NEAR(picker.Value(1), 3 / std::sqrt(2.0), 1e-5);
+    picker.SetValue(1, "9");  // to look at: not kept
+    return std::string("Process");
+  });
+  questions.PickValues({{1, "-1.5"}, {3, "0.5"}});
+  questions.FillForm({}, "Calculate thresholds");
+  questions.FillForm({}, "Enter threshold");
+  questions.FillForm({});
+  ResultTable first;
+  questions.formAnswers.push_front([&](Form& form) {
+    first = form.Tables().front();
+    return std::string("Send results to Clipboard");
+  });
+  Run("emg.statistics");
+  EXPECT_NEAR(Cell(first, 0, "RMS"), 3 / std::sqrt(2.0), 1e-5);
+  EXPECT_NEAR(Cell(first, 0, "Mean Abs.Value"), 6 / Pi, 1e-3);
+  EXPECT_NEAR(Cell(first, 0, "Abs. Integ'l"), 6 / Pi, 1e-3);  // of 1 s
+  EXPECT_EQ(Cell(first, 0, "Zero-cross"), 19);
+  EXPECT_EQ(Cell(first, 1, "Sum"), -2000);
+  EXPECT_EQ(Cell(first, 1, "Abs. Max."), 2);
+  EXPECT_EQ(Cell(first, 2, "Zero-cross"), 0);  // each crossing is hidden by a zero
+  const ResultTable& last = Table("frmEMGstats");
+  EXPECT_EQ(Cell(last, 2, "Zero-cross"), 499);  // zeros lie below the threshold now
+  EXPECT_EQ(Cell(last, 2, "Peak Count"), 500 - 1);
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[1], 1.5);
+  EXPECT_NEAR(workbench.thresholds.ChanSD[1], 3 / std::sqrt(2.0), 1e-5);
+  EXPECT_EQ(workbench.thresholds.ChanSD[2], 0);
+  EXPECT_EQ(workbench.thresholds.SDMultiplier, 1.0F);
+  EXPECT_TRUE(workbench.thresholds.ThresholdsValid);
+  EXPECT_NE(workbench.results.Clipboard.find(
+                "Range:\t1\t1000\nTimes:\t0.000\t0.999\nChannel\tLabel\tMean Abs.Value"),
+            std::string::npos)
+      << workbench.results.Clipboard;
+  EXPECT_NE(workbench.results.Clipboard.find(
+                "\n01\t\t2.0000\t2.0000\t0\t0\t2.0000\t2.0000\t-2000.0000\t2000.0000\n"),
+            std::string::npos)
+      << workbench.results.Clipboard;
+  EXPECT_FALSE(trial.FileChanged);
+}
+
+TEST_F(EmgCommandsTest, RemovesTheDelayOfTheSensorsAlone) {
+  Samples x(200);
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    x[i] = static_cast<float>(i + 1);
+  }
+  SetChannels(trial, {x, x, x}, 1925.9);
+  RunPicking("emg.trigno-delay", {1, 3});
+  EXPECT_EQ(trial.Data(1, 1), 93.0F);  // round(92.44) samples earlier
+  EXPECT_EQ(trial.Data(108, 3), 200.0F);
+  EXPECT_EQ(trial.Data(109, 3), 0.0F);
+  EXPECT_EQ(Channel(trial, 2), x);
+  EXPECT_TRUE(trial.FileChanged);
+  trial.Rate = 1e6;
+  RunPicking("emg.trigno-delay", {2});
+  EXPECT_EQ(Channel(trial, 2), Samples(200, 0.0F));
+}
+
+TEST_F(EmgCommandsTest, RectifiesAndIntegratesAndEnvelops) {
+  SetChannels(trial, {{-2, 4, -6}, {-1, 1, 1}}, 4);
+  RunPicking("emg.rectify-integrate", {1});
+  EXPECT_EQ(Channel(trial, 1), (Samples{0.5F, 1.5F, 3.0F}));
+  EXPECT_EQ(Channel(trial, 2), (Samples{-1, 1, 1}));
+
+  Samples hum;
+  for (int i = 0; i < 4000; ++i) {
+    hum.push_back(static_cast<float>(std::sin(2 * Pi * 80 * i / 1000.0 + 0.1)));
+  }
+  SetChannels(trial, {hum, hum}, 1000);
+  trial.FileChanged = false;
+  workbench.filters.LastLowPassCutoffs[1] = 7;
+  RunTyping("emg.linear-envelope", {{1, "6"}});
+  EXPECT_NEAR(trial.Data(2000, 1), 2 / Pi, 1e-3);  // the mean of a rectified sine
+  EXPECT_EQ(Channel(trial, 2), hum);
+  EXPECT_EQ(workbench.filters.LastLowPassCutoffs[1], 7);
+  EXPECT_TRUE(trial.FileChanged);
+  trial.FileChanged = false;
+  questions.PickCancel();
+  Run("emg.linear-envelope");
+  EXPECT_FALSE(trial.FileChanged);
+}
+
+TEST_F(EmgCommandsTest, EntriesThatForwardRunTheOtherCommand) {
+  SetChannels(trial, {{-1, 2, -3, 4}}, 1000);
+  RunPicking("emg.rectify", {1});
+  EXPECT_EQ(Channel(trial, 1), (Samples{1, 2, 3, 4}));
+  questions.FillForm({}, "Cancel");
+  Run("emg.smoothing");
+  EXPECT_EQ(questions.formNames.back(), "frmButterworth");
+  trial.DiscardData();
+  for (const char* id : {"emg.apdf", "emg.trigno-delay", "emg.statistics", "emg.linear-envelope", "emg.rms",
+                         "emg.rectify-integrate"}) {
+    Run(id);  // without a trial none asks anything
+  }
+}
+
+}  // namespace
+}  // namespace velmora::test
