@@ -31,8 +31,8 @@ std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
        {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
-        SmoothCommands(), BiasCommands(), TimeBaseCommands(), EmgCommands(), ImpactCommands(), GraphCommands(), LookCommands(),
-        CropCommands()}) {
+        SmoothCommands(), BiasCommands(), TimeBaseCommands(), EmgCommands(), ImpactCommands(),
+        GraphCommands(), LookCommands(), CropCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

@@ -93,7 +93,7 @@ void LinearEnvelope(Workbench& workbench) {
                         .Cutoffs = workbench.chooser.ChanConst};
   filter.Passes.fill(1);
   filter.ZeroLag.fill(true);
-  FilterAndTell(workbench, filter);
+  FilterAndTell(workbench, filter, ", rectified before");
   MarkChanged(workbench, true);
 }
 

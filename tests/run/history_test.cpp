@@ -100,7 +100,7 @@ TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   Scale();
   person_.FillForm({{"channels 2", "true"}});
   Do("smooth.moving-average");
-  person_.PickNames({{2, "Knee: \"left\", 100 %"}});
+  person_.PickNames({{2, "K: \"l\", 5%"}});
   Do("edit.labels");
   Crop();
   person_.inputAnswers = {"8 noises at $5, ${input} and ${"};

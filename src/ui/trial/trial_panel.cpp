@@ -159,11 +159,11 @@ void TrialPanel::Refresh(const QString& file) {
   title_->setText(isPath ? ToQt(BaseName(ToStd(title))) : title);
   const QLocale locale(QLocale::English);
   facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
-                       .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
-                            trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
-                            tr("%1 samples").arg(locale.toString(trial.NData)),
-                            ToQt(FormatNumber(trial.Rate, workbench_.patterns.RatePattern)),
-                            ToQt(FormatNumber(trial.Duration, workbench_.patterns.TimePattern))));
+                      .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
+                           trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
+                           tr("%1 samples").arg(locale.toString(trial.NData)),
+                           ToQt(FormatNumber(trial.Rate, workbench_.patterns.RatePattern)),
+                           ToQt(FormatNumber(trial.Duration, workbench_.patterns.TimePattern))));
   facts_->setToolTip(file);
   QStringList lines;
   for (int k = 1; k <= trial.HeaderLineCount; ++k) {

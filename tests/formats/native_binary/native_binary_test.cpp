@@ -102,7 +102,7 @@ TEST_F(NativeBinary, SamplesThatAreMissingAreZero) {
 
 TEST_F(NativeBinary, AHeaderThatAnnouncesTheMoonTakesTheMemoryOfItsFile) {
   constexpr std::int32_t kMoon = 30000000;  // x 65 x 4 bytes are 7.8 GB
-  std::string bytes = FileByHand(2, 150);  // 450 floats
+  std::string bytes = FileByHand(2, 150);   // 450 floats
   Put<std::int16_t>(bytes, 180, 64);
   Put<std::int32_t>(bytes, 182, kMoon);
   Load(bytes);
