@@ -18,6 +18,7 @@
 #include "edit/edit_commands.hpp"
 #include "emg/emg_commands.hpp"
 #include "export/export_commands.hpp"
+#include "forceplate/plate_commands.hpp"
 #include "graph/crop_commands.hpp"
 #include "graph/graph_commands.hpp"
 #include "graph/look_commands.hpp"
@@ -31,8 +32,8 @@ std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
        {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
-        SmoothCommands(), BiasCommands(), TimeBaseCommands(), EmgCommands(), ImpactCommands(),
-        GraphCommands(), LookCommands(), CropCommands()}) {
+        SmoothCommands(), BiasCommands(), TimeBaseCommands(), EmgCommands(), PlateCommands(),
+        ImpactCommands(), GraphCommands(), LookCommands(), CropCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

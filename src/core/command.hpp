@@ -17,6 +17,9 @@ struct Command {
   std::string_view menu;     // path of menus, each with '&', separated by '/'
   Needs needs = Needs::Nothing;
   void (*run)(Workbench&) = nullptr;
+  /// Why the entry is greyed although all it needs is there, as its tooltip says; returns nullptr when it is
+  /// not. May be missing. The command refuses by itself.
+  const char* (*whyNot)(const Workbench&) = nullptr;
 };
 
 }  // namespace velmora

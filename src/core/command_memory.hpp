@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -98,6 +99,45 @@ struct TextMemory {
   bool Remembers = false;
   /// What a person changed against what was found, by folder and layout of the header.
   std::map<std::string, Values> Layouts;
+};
+
+/// What is known of one force plate. Distances count as they are entered; which unit that is, its
+/// DistanceUnit tells.
+struct ForcePlate {
+  std::int16_t PlateType = 0;  // index in the list of types
+  std::string PlateName;
+  double a = 0.0;    // from the centre to the lines of sensors, short axis (X)
+  double b = 0.0;    // the same, long axis (Y)
+  double az0 = 0.0;  // depth of the sensors below the top; negative for Kistler plates
+  double Width = 0.0;
+  double Length = 0.0;
+  double Thickness = 0.0;  // of any added surface
+  double XYRange = 0.0;    // pC
+  double ZRange = 0.0;     // pC
+  double XSens = 0.0;      // pC per newton
+  double YSens = 0.0;
+  double ZSens = 0.0;
+  std::array<double, 6> comGains = {1000, 1000, 1000, 1000, 1000, 1000};  // Fx Fy Fz Mx My Mz, AMTI alone
+  std::int32_t optFormulas = 0;  // index: as defined here, as published
+  std::int32_t optDistance = 0;  // index: as entered, millimetres, centimetres, metres
+
+  friend bool operator==(const ForcePlate&, const ForcePlate&) = default;
+};
+
+inline constexpr std::int32_t kMostPlates = 4;
+
+/// The plates as they were defined last; a definition outlives the trial that it was made for.
+struct PlateMemory {
+  std::array<ForcePlate, kMostPlates> PlateTable;
+  std::int32_t FirstChannel = 0;  // before the first plate's first channel
+  double PlateOffsetX = 0.0;      // mm, of plate 2
+  double PlateOffsetY = 0.0;
+  double PlateOffsetZ = 0.0;
+  double PlateAngle = 0.0;        // degrees, plate 2 to plate 1
+  double ProgressionAngle = 0.0;  // degrees
+  std::string Database;           // the file used last
+
+  friend bool operator==(const PlateMemory&, const PlateMemory&) = default;
 };
 
 /// What the last analysis found.

@@ -88,6 +88,7 @@ struct Workbench {
   ImpactMemory impact;
   GraphMemory graph;
   TextMemory texts;
+  PlateMemory plates;
   ResultMemory results;
   NumberPatterns patterns;
 

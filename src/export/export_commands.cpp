@@ -18,8 +18,8 @@ void Save(Workbench& workbench) {
 
 template <std::size_t... row>
 constexpr std::array<Command, sizeof...(row)> Commands(std::index_sequence<row...> /*rows*/) {
-  return {
-      Command{kSaveList[row].id, kSaveList[row].caption, "&File/&Save", kSaveList[row].needs, Save<row>}...};
+  return {Command{kSaveList[row].id, kSaveList[row].caption, "&File/&Save", kSaveList[row].needs, Save<row>,
+                  kSaveList[row].whyNot}...};
 }
 
 constexpr std::array kExportCommands = Commands(std::make_index_sequence<kSaveList.size()>());

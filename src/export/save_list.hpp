@@ -26,12 +26,15 @@ struct SaveEntry {
   /// Whether the format cannot take this trial; has said so then.
   bool (*refuses)(Workbench&) = nullptr;
   Needs needs = Needs::Data;
+  /// Why it is greyed; may be missing.
+  const char* (*whyNot)(const Workbench&) = nullptr;
 };
 
 /// The save list, in menu order: the row of a format is its number.
 inline constexpr std::array kSaveList = {
     SaveEntry{SaveFormat::NativeAscii, "save.vma", "&Velmora ASCII (.VMA)", WriteNativeAscii},
-    SaveEntry{SaveFormat::BioWare, "save.dat", "Bio&Ware 2 Format (.DAT)", nullptr, BioWareRefuses},
+    SaveEntry{SaveFormat::BioWare, "save.dat", "Bio&Ware 2 Format (.DAT)", nullptr, BioWareRefuses,
+              Needs::Data, WhyNotOfForces},
     SaveEntry{SaveFormat::CommaSeparated, "save.csv", "&Comma Separated Variable (.CSV)",
               WriteCommaSeparated},
     SaveEntry{SaveFormat::LotusWorksheet, "save.wks", "&Lotus Worksheet (.WK1/.WKS)"},
@@ -46,7 +49,8 @@ inline constexpr std::array kSaveList = {
               [](Workbench& workbench, ProgressPanel& /*panel*/) { WriteBiasFile(workbench); }},
     SaveEntry{SaveFormat::NativeBinary, "save.vmb", "Velmora&2 Binary (.VMB) (default)", WriteNativeBinary},
     SaveEntry{SaveFormat::C3d, "save.c3d", "C&3D format (.C3D)"},
-    SaveEntry{SaveFormat::UnitsFile, "save.vmu", "&Units, labels && factors (.VMU)", WriteUnitsFile},
+    SaveEntry{SaveFormat::UnitsFile, "save.vmu", "&Units, labels && factors (.VMU)", WriteUnitsFile,
+              UnitsFileRefuses, Needs::Data, WhyNotOfForces},
     SaveEntry{SaveFormat::Visual3d, "save.fsv", "Visual&3D FSV format (.FSV/.TSV)"},
     SaveEntry{SaveFormat::ViconAnalog, "save.vad", "Save &Vicon AD file (.VAD)"},
 };

@@ -17,12 +17,18 @@ bool Refuse(Workbench& workbench, const std::string& text) {
 
 }  // namespace
 
+const char* WhyNotOfForces(const Workbench& workbench) {
+  return workbench.trial.ForcesReduced ? "Cannot save if data have been converted to forces." : nullptr;
+}
+
+bool UnitsFileRefuses(Workbench& workbench) {
+  const char* why = WhyNotOfForces(workbench);
+  return why != nullptr && Refuse(workbench, why);
+}
+
 bool BioWareRefuses(Workbench& workbench) {
-  if (workbench.trial.FileTypeCode != kBioWareType) {
-    return Refuse(workbench, "Input file is NOT a BioWare .DAT file.");
-  }
-  return workbench.trial.ForcesReduced &&
-         Refuse(workbench, "Cannot save if data have been converted to forces.");
+  return UnitsFileRefuses(workbench) || (workbench.trial.FileTypeCode != kBioWareType &&
+                                         Refuse(workbench, "Input file is NOT a BioWare .DAT file."));
 }
 
 bool Velmora1BinaryRefuses(Workbench& workbench) {

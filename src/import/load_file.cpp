@@ -35,6 +35,7 @@ void ResetTrial(Workbench& workbench) {
   trial.CursorHi = 0;
   trial.NPlates = 0;
   trial.ForcesReduced = false;
+  trial.PlatesCombined = false;
   trial.PairedGraphs = false;
   workbench.CancelRequested = false;
   workbench.time.Base = TimeBase::Seconds;

@@ -129,6 +129,7 @@ FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bo
     return std::any_of(edits.begin(), edits.end(),
                        [&field](const auto& edit) { return edit.field == &field; });
   };
+  firstTime = firstTime || form.ShowsAnother();
   std::vector<const FormField*> order;
   for (const FormField& field : form.Fields()) {
     if (firstTime && !field.readOnly && !wasEdited(field) &&
@@ -140,6 +141,7 @@ FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bo
     std::erase(order, edit.field);
     order.push_back(edit.field);
   }
+  std::erase_if(order, [](const FormField* field) { return field->notApplicable; });
   for (const FormField* field : order) {
     std::vector<int> edited;
     for (const Form::EditMade& edit : edits) {

@@ -47,6 +47,47 @@ Json AllChannels(const Workbench& workbench) {
   return channels;
 }
 
+Json PlateInfo(const ForcePlate& plate) {
+  Json gains = Json::array();
+  for (const double gain : plate.comGains) {
+    gains.push_back(JsonNumber(gain));
+  }
+  return {
+      {"PlateName", plate.PlateName},
+      {"PlateType", plate.PlateType},
+      {"a", JsonNumber(plate.a)},
+      {"b", JsonNumber(plate.b)},
+      {"az0", JsonNumber(plate.az0)},
+      {"Width", JsonNumber(plate.Width)},
+      {"Length", JsonNumber(plate.Length)},
+      {"Thickness", JsonNumber(plate.Thickness)},
+      {"XYRange", JsonNumber(plate.XYRange)},
+      {"ZRange", JsonNumber(plate.ZRange)},
+      {"XSens", JsonNumber(plate.XSens)},
+      {"YSens", JsonNumber(plate.YSens)},
+      {"ZSens", JsonNumber(plate.ZSens)},
+      {"comGains", gains},
+      {"optFormulas", plate.optFormulas},
+      {"optDistance", plate.optDistance},
+  };
+}
+
+Json PlateTableInfo(const PlateMemory& plates, int numPlates) {
+  Json list = Json::array();
+  for (int k = 0; k < std::min(numPlates, kMostPlates); ++k) {
+    list.push_back(PlateInfo(plates.PlateTable.at(static_cast<std::size_t>(k))));
+  }
+  return {
+      {"FirstChannel", plates.FirstChannel},
+      {"PlateOffsetX", JsonNumber(plates.PlateOffsetX)},
+      {"PlateOffsetY", JsonNumber(plates.PlateOffsetY)},
+      {"PlateOffsetZ", JsonNumber(plates.PlateOffsetZ)},
+      {"PlateAngle", JsonNumber(plates.PlateAngle)},
+      {"ProgressionAngle", JsonNumber(plates.ProgressionAngle)},
+      {"plates", list},
+  };
+}
+
 }  // namespace
 
 std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
@@ -83,6 +124,10 @@ std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
   };
   for (const Deed& deed : done) {
     info["Done"].push_back(DeedJson(deed));
+  }
+  if (trial.NPlates > 0) {
+    info["PlateTable"] = PlateTableInfo(workbench.plates, trial.NPlates);
+    info["PlatesCombined"] = Flag(trial.PlatesCombined);
   }
   if (!workbench.results.ResultText.empty()) {
     info["ResultText"] = workbench.results.ResultText;

@@ -287,7 +287,8 @@ void RecipeQuestions::EditField(const Asked& asked, Form& form, const FieldAnswe
 }
 
 void RecipeQuestions::CheckNumber(const Asked& asked, const FormField& field, std::string_view text) {
-  const std::string why = TakesNumbers(field) ? NoNumber(text) : std::string();
+  const bool kept = field.emptyKeeps && Trim(text).empty();
+  const std::string why = TakesNumbers(field) && !kept ? NoNumber(text) : std::string();
   if (!why.empty()) {
     Abandon(asked, "field " + field.name + ": " + why);
   }

@@ -356,6 +356,9 @@ std::string Recorder::AskPick(ChannelPicker& picker) {
 std::string Recorder::AskForm(Form& form) {
   firstAsk_ = form_ != &form;
   form_ = &form;
+  if (firstAsk_ && Records()) {
+    NoteWayThroughAll(form);
+  }
   std::string press;
   {
     const Filling filling(asking_);
@@ -367,6 +370,15 @@ std::string Recorder::AskForm(Form& form) {
     Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_)}, form.Title(), cancels);
   }
   return press;
+}
+
+// What the form remembers from before the steps that are kept is entered by them.
+void Recorder::NoteWayThroughAll(Form& form) {
+  for (const std::string& press : form.WayThroughAll()) {
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true)}, form.Title(), {}, false);
+    firstAsk_ = false;
+    form.FindButton(press)->press();
+  }
 }
 
 void Recorder::EndForm(Form& form) {

@@ -80,6 +80,7 @@ class Recorder : public Questions, public ActionListener {
   [[nodiscard]] bool IsLook() const;
   [[nodiscard]] int CurrentView() const { return workbench_->view != nullptr || viewOpen_ ? views_ : 0; }
   void NoteClosedView();
+  void NoteWayThroughAll(Form& form);
   void NoteNewCursors();
   void AddMove(const CursorMove& move);
   template <typename Gesture>

@@ -100,7 +100,7 @@ Json GraphJson(const FormGraph& graph) {
 Json OfferedFields(const Form& form, int channels) {
   Json fields = Json::object();
   for (const FormField& field : form.Fields()) {
-    fields[field.name] = std::visit(FieldValue{channels}, field.target);
+    fields[field.name] = field.notApplicable ? Json("n.a.") : std::visit(FieldValue{channels}, field.target);
   }
   for (const ResultTable& table : form.Tables()) {
     fields[table.name] = JsonTable(table);
@@ -109,6 +109,26 @@ Json OfferedFields(const Form& form, int channels) {
     fields["graph"] = GraphJson(*form.Graph());
   }
   return fields;
+}
+
+Json PromptsOf(const Form& form) {
+  Json prompts = Json::object();
+  for (const FormField& field : form.Fields()) {
+    if (!field.prompt.empty()) {
+      prompts[field.name] = field.prompt;
+    }
+  }
+  return prompts;
+}
+
+Json ChoicesOf(const Form& form) {
+  Json choices = Json::object();
+  for (const FormField& field : form.Fields()) {
+    for (const std::string& choice : field.choices) {
+      choices[field.name].push_back(WithoutMnemonic(choice));
+    }
+  }
+  return choices;
 }
 
 }  // namespace
@@ -234,6 +254,12 @@ std::string TranscriptQuestions::AskForm(Form& form) {
   entry["text"] = "";
   entry["name"] = form.Name();
   entry["fields"] = OfferedFields(form, trial_->NChan);
+  if (const Json prompts = PromptsOf(form); !prompts.empty()) {
+    entry["prompts"] = prompts;
+  }
+  if (const Json choices = ChoicesOf(form); !choices.empty()) {
+    entry["choices"] = choices;
+  }
   entry["press"] = nullptr;
   entry["answer"] = nullptr;  // of every question; for a form the button pressed
   std::string press = answerer_.AskForm(form);

@@ -21,6 +21,9 @@ void RefuseReadOnly(const FormField& field) {
   if (field.readOnly) {
     Refuse(field, "is shown and cannot be set");
   }
+  if (field.notApplicable) {
+    Refuse(field, "does not apply here and cannot be set");
+  }
 }
 
 std::optional<bool> YesNo(std::string_view text) {
@@ -113,6 +116,9 @@ const FormButton* Form::FindButton(std::string_view caption) const {
 
 void Form::Edit(const FormField& field, std::string_view text) {
   RefuseReadOnly(field);
+  if (field.emptyKeeps && Trim(text).empty()) {
+    return;
+  }
   std::visit(EditOne{field, text}, field.target);
   NoteEdit(field, 0);
   if (field.edited) {
@@ -172,6 +178,7 @@ void Form::Show(Workbench& workbench) {
   while (open) {
     edits_.clear();
     const std::string caption = workbench.questions.AskForm(*this);
+    showsAnother_ = false;
     const FormButton* button = FindButton(caption);
     if (button == nullptr) {
       throw std::invalid_argument("form " + name_ + " has no button \"" + caption + "\"");

@@ -38,6 +38,10 @@ struct FormField {
   std::string prompt{};
   /// Heads the prompt where the caption is shorter than what the field is called.
   std::string title{};
+  /// How a number is shown while nobody types it ("#0.00"); empty: with all its digits.
+  std::string pattern{};
+  /// Fields of one group stand together under its name.
+  std::string group{};
   /// Runs after an edit of this field: warnings, fields that depend on it.
   std::function<void()> edited{};
   /// The numbers are colours of the graph, to be shown as such.
@@ -46,6 +50,14 @@ struct FormField {
   bool isSelection = false;
   /// Shown and never edited.
   bool readOnly = false;
+  /// One of `choices` in a list that may change, and be empty for now.
+  bool isList = false;
+  /// A number without a meaning as the other fields are now: shown as "n.a." and not to be edited.
+  bool notApplicable = false;
+  /// An empty text leaves the number as it is.
+  bool emptyKeeps = false;
+  /// A double click asks for the value in an input box with the field's title and prompt.
+  bool asksByInput = false;
   /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.
   bool hidden = false;
   /// The file that values per channel were entered for, when they outlive the form; nullptr for others.
@@ -117,6 +129,11 @@ class Form {
   /// Edits the field of `found`: back to what it held before, or to what was found.
   void TakeFound(const FoundValue& found, bool take);
 
+  /// The last press made the fields those of another thing: who keeps a record keeps them all again.
+  [[nodiscard]] bool ShowsAnother() const { return showsAnother_; }
+  /// Presses that lead past everything the form remembers but does not show, and back to where it is.
+  [[nodiscard]] virtual std::vector<std::string> WayThroughAll() const { return {}; }
+
   /// Shows the form until a button closes it.
   void Show(Workbench& workbench);
 
@@ -131,6 +148,7 @@ class Form {
   std::vector<ResultTable> tables_;
   std::optional<FormGraph> graph_;
   std::vector<FoundValue> found_;
+  bool showsAnother_ = false;
 
  private:
   void NoteEdit(const FormField& field, int channel);

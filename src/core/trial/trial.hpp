@@ -76,6 +76,7 @@ struct Trial {
   std::int32_t CursorHi = 0;
   bool ForcesReduced = false;
   std::int16_t NPlates = 0;
+  bool PlatesCombined = false;  // plate 1 holds the forces of both
   bool PairedGraphs = false;
 
   SampleMatrix matrix;

@@ -36,6 +36,9 @@ bool IsBuilt(const Command& command) {
 }  // namespace
 
 bool IsPossible(const Command& command, const Workbench& workbench) {
+  if (command.whyNot != nullptr && command.whyNot(workbench) != nullptr) {
+    return false;
+  }
   switch (command.needs) {
     case Needs::Nothing:
       return true;
@@ -126,7 +129,12 @@ QAction* Menus::Of(std::string_view id) const {
 
 void Menus::Update(const Workbench& workbench) {
   for (const Entry& entry : entries_) {
-    entry.action->setEnabled(IsPossible(*entry.command, workbench));
+    const Command& command = *entry.command;
+    entry.action->setEnabled(IsPossible(command, workbench));
+    if (command.whyNot != nullptr) {
+      const char* why = command.whyNot(workbench);
+      entry.action->setToolTip(ToQt(why != nullptr ? why : WithoutMnemonic(command.caption)));
+    }
   }
 }
 

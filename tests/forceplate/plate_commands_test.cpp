@@ -1,0 +1,254 @@
+#include <gtest/gtest.h>
+
+#include "forceplate/plate_database.hpp"
+#include "support/command_test.hpp"
+
+namespace velmora::test {
+namespace {
+
+/// Answers the questions of a reduction.
+class PlateCommandsTest : public CommandTest {
+ protected:
+  /// Channels of a force that rises from 0 to 100 N a sensor, ten samples.
+  void SetRamp(int channels) {
+    std::vector<Samples> all(static_cast<std::size_t>(channels));
+    for (std::size_t c = 0; c < all.size(); ++c) {
+      for (int i = 0; i < 10; ++i) {
+        all[c].push_back(static_cast<float>(i * 10));
+      }
+    }
+    SetChannels(trial, all);
+  }
+  void Define(const Edits& edits) { AnswerForm(edits); }
+  static Edits KistlerPlate(const std::string& plates = "1") {
+    return {{"NumPlates", plates}, {"XYRange", "1"}, {"ZRange", "1"}, {"XSens", "-1"}, {"YSens", "-1"},
+            {"ZSens", "-1"},       {"a", "12"},      {"b", "20"},     {"az0", "5"}};
+  }
+  std::vector<Samples> AllChannels() {
+    std::vector<Samples> all;
+    for (int c = 1; c <= trial.NChan; ++c) {
+      all.push_back(Channel(trial, c));
+    }
+    return all;
+  }
+};
+
+TEST_F(PlateCommandsTest, ADefinedKistlerPlateIsReducedAndTheTrialSaysSo) {
+  SetRamp(9);
+  trial.FileTypeCode = 255;
+  Define(KistlerPlate());
+  questions.inputAnswers = {"25"};
+  questions.boxAnswers = {Button::No};
+  Run("plates.reduce");
+  EXPECT_EQ(Labels(), (Texts{"Fx#1", "Fy#1", "Fz#1", "Ax#1", "Ay#1", "Tz#1", "Ff#1", "CF#1", ""}));
+  EXPECT_EQ(UnitsOfChannels(), (Texts{"N", "N", "N", "cm", "cm", "N.m", "N", "N", "V"}));
+  EXPECT_EQ(Channel(trial, 3), (Samples{0, 40, 80, 120, 160, 200, 240, 280, 320, 360}));
+  EXPECT_EQ(trial.Data(3, 1), 40);
+  EXPECT_TRUE(trial.ForcesReduced);
+  EXPECT_TRUE(trial.FileChanged);
+  EXPECT_EQ(trial.FileTypeCode, 8);
+  EXPECT_EQ(trial.NPlates, 1);
+  EXPECT_EQ(workbench.plates.PlateTable[0].az0, -5);
+  EXPECT_EQ(questions.inputs.at(0).title, "Minimum Force Threshold");
+  EXPECT_EQ(questions.inputs.at(0).defaultText, "25");
+  EXPECT_EQ(questions.panels.at(0).status, "Reducing plate #1");
+  ASSERT_EQ(workbench.report.deeds.size(), 1U);
+  EXPECT_EQ(workbench.report.deeds[0].what, "Force plate 1 reduced, Kistler 9261A, at least 25 N");
+  EXPECT_EQ(workbench.report.deeds[0].channels.size(), 8U);
+  // What a reduced trial cannot do any more.
+  Run("plates.reduce");
+  EXPECT_EQ(LastBox(), "Invaild Filetype|Data in file cannot be reduced.");
+  for (const char* id : {"save.dat", "save.vmu"}) {
+    Run(id);
+    EXPECT_EQ(LastBox(), "|Cannot save if data have been converted to forces.");
+    EXPECT_NE(FindCommand(id)->whyNot(workbench), nullptr);
+  }
+}
+
+TEST_F(PlateCommandsTest, AutozeroTakesTheFirstSampleOfEachPlateInItsTurn) {
+  SetRamp(16);
+  for (int c = 1; c <= 16; ++c) {
+    trial.Data(1, c) = static_cast<float>(c);
+  }
+  const Edits second = {{"XYRange", "1"}, {"ZRange", "1"}, {"XSens", "-1"}, {"YSens", "-1"}, {"ZSens", "-1"}};
+  AnswerForm(KistlerPlate("2"), "Plate 2");
+  Define(second);
+  questions.inputAnswers = {"1"};
+  questions.boxAnswers = {Button::Yes, Button::No};
+  Run("plates.reduce");
+  EXPECT_EQ(trial.ChanOffset[5], 5);
+  EXPECT_EQ(trial.ChanOffset[13], 0);
+  EXPECT_EQ(trial.Data(1, 3), 0);
+  EXPECT_EQ(trial.Data(2, 3), 40 - 5 - 6 - 7 - 8);
+  EXPECT_EQ(trial.Data(1, 11), 13 + 14 + 15 + 16);
+  EXPECT_EQ(trial.ChanLabel[16], "CF#2");
+  EXPECT_EQ(questions.panels.at(1).status, "Reducing plate #2");
+  // Plate 2 has no distances, which nobody else would say.
+  ASSERT_EQ(trial.Notices.size(), 1U);
+  EXPECT_EQ(trial.Notices[0].substr(0, 40), "Plate 2 was reduced without distances to");
+}
+
+TEST_F(PlateCommandsTest, CancelAtTheSecondAutozeroLeavesPlateOneAndAllLabels) {
+  SetRamp(16);
+  AnswerForm(KistlerPlate("2"), "Plate 2");
+  Define({{"XYRange", "1"}, {"ZRange", "1"}, {"XSens", "-1"}, {"YSens", "-1"}, {"ZSens", "-1"}});
+  questions.inputAnswers = {"25"};
+  questions.boxAnswers = {Button::No, Button::Cancel};
+  Run("plates.reduce");
+  EXPECT_EQ(trial.Data(10, 3), 360);
+  EXPECT_EQ(Channel(trial, 11), (Samples{0, 10, 20, 30, 40, 50, 60, 70, 80, 90}));
+  EXPECT_EQ(trial.ChanLabel[11], "Fz#2");
+  EXPECT_FALSE(trial.ForcesReduced);
+  EXPECT_TRUE(trial.FileChanged);
+  EXPECT_EQ(trial.FileTypeCode, 0);
+}
+
+TEST_F(PlateCommandsTest, AnAmtiPlateStandsBehindItsFirstChannel) {
+  SetRamp(13);
+  AnswerForm({{"NumPlates", "2"}, {"FirstChannel", "1"}, {"optMaker", "AMTI"}}, "Plate 2");
+  Define({{"optType", "AMTI 18.25x20\""}});
+  questions.inputAnswers = {"no number"};
+  Run("plates.reduce");
+  EXPECT_EQ(trial.ChanLabel[1], "");
+  EXPECT_EQ(trial.ChanLabel[2], "Fx#1");
+  EXPECT_EQ(trial.ChanLabel[13], "Tz#2");
+  // At 10 N throughout: Ax = -(10 h + 10) / 10, Ay = (10 h + 10) / 10 metres.
+  EXPECT_FLOAT_EQ(trial.Data(2, 5), -104.13F);
+  EXPECT_FLOAT_EQ(trial.Data(2, 6), 104.13F);
+  EXPECT_EQ(trial.Data(1, 5), 0);
+  EXPECT_TRUE(trial.ForcesReduced);
+}
+
+TEST_F(PlateCommandsTest, WhatCannotBeReducedIsRefusedWithNothingWritten) {
+  const std::string noChannels = "Invaild Filetype|Too few data channels.  Data in file cannot be reduced.";
+  const std::string notReducible = "Invaild Filetype|Data in file cannot be reduced.";
+  const std::string unknown = "|Filetype not implemented.";
+  SetRamp(5);
+  for (const auto& [code, box] : std::vector<std::pair<std::int16_t, std::string>>{
+           {0, noChannels},
+           {255, noChannels},
+           {9, "|File contains no force plate data or not enough channels."},
+           {5, "Invaild Filetype|Data in file is already reduced."},
+           {4, notReducible},
+           {14, notReducible},
+           {238, unknown}}) {
+    trial.FileTypeCode = code;
+    Run("plates.reduce");
+    EXPECT_EQ(LastBox(), box) << code;
+  }
+  questions.boxes.clear();
+  trial.FileTypeCode = 6;
+  Run("plates.reduce");
+  EXPECT_TRUE(questions.boxes.empty());
+  trial.FileTypeCode = 255;
+  // By the definition: the second plate's last channel is missing; plates of two makers; none; three.
+  SetRamp(15);
+  const std::vector<Samples> before = AllChannels();
+  const auto reduce = [this](const Edits& first, const Edits& second) {
+    AnswerForm(first, "Plate 2");
+    AnswerForm(second, "Plate 1");
+    Define({});
+    Run("plates.reduce");
+    return LastBox();
+  };
+  const Edits ranges = {{"XYRange", "1"}, {"ZRange", "1"}, {"XSens", "-1"}, {"YSens", "-1"}, {"ZSens", "-1"}};
+  EXPECT_EQ(reduce(KistlerPlate("2"), ranges), noChannels);
+  EXPECT_EQ(reduce({}, {{"optMaker", "AMTI"}}), "Unsupported Force Plate|Force plate not supported.");
+  EXPECT_EQ(reduce({{"NumPlates", "0"}}, {}), "|File has no force platform data.");
+  EXPECT_EQ(reduce({{"NumPlates", "1"}, {"FirstChannel", "2147483647"}}, {}), noChannels);
+  EXPECT_TRUE(questions.inputs.empty());
+  SetRamp(32);
+  AnswerForm({{"NumPlates", "3"}, {"FirstChannel", "0"}}, "Plate 2");
+  AnswerForm({{"optMaker", "Kistler"}}, "Plate 3");
+  Define(ranges);
+  questions.inputAnswers = {"25"};
+  Run("plates.reduce");
+  EXPECT_EQ(LastBox(), "|Invalid number of plates.");
+  EXPECT_EQ(trial.ChanLabel[1], "");
+  EXPECT_FALSE(trial.FileChanged);
+  EXPECT_FALSE(trial.ForcesReduced);
+  EXPECT_EQ(trial.NPlates, 3);
+  EXPECT_EQ(trial.Data(2, 1), 10);
+}
+
+TEST_F(PlateCommandsTest, AnEmptyMinimumForceEndsAndASmallOneIsRaised) {
+  SetRamp(8);
+  Define(KistlerPlate());
+  questions.inputAnswers = {""};
+  Run("plates.reduce");
+  EXPECT_EQ(trial.ChanLabel[1], "");
+  EXPECT_FALSE(trial.FileChanged);
+  for (std::int64_t i = 1; i <= 10; ++i) {
+    trial.Data(i, 5) = i == 1 ? 0.1F : 0.0999F;
+    trial.Data(i, 6) = trial.Data(i, 7) = trial.Data(i, 8) = 0;
+  }
+  Define({});
+  questions.inputAnswers = {"-3"};
+  questions.boxAnswers = {Button::No};
+  Run("plates.reduce");
+  EXPECT_EQ(trial.Data(1, 3), 0.1F);
+  EXPECT_EQ(trial.Data(2, 3), 0);
+}
+
+TEST_F(PlateCommandsTest, AFileWithAHeaderIsReducedByItAndItsPlatesAreCombined) {
+  SetRamp(16);
+  trial.FileTypeCode = 6;
+  trial.NPlates = 2;
+  for (ForcePlate& plate : workbench.plates.PlateTable) {  // as a reader puts it: millimetres
+    plate = {
+        .a = 120, .b = 200, .az0 = -50, .XYRange = 1, .ZRange = 1, .XSens = -1, .YSens = -1, .ZSens = -1};
+  }
+  questions.boxAnswers = {Button::Yes, Button::No, Button::No};
+  questions.inputAnswers = {"25"};
+  Run("plates.reduce");
+  EXPECT_EQ(trial.FileTypeCode, 6);
+  // At 40 N all: Ax = 80 (-5) / 160, Ay = (-80 (-5) - 0) / 160, in centimetres.
+  EXPECT_EQ(trial.Data(5, 4), -2.5F);
+  EXPECT_EQ(trial.Data(5, 13), 2.5F);
+  questions.boxAnswers = {Button::Yes};
+  AnswerForm({{"PlateAngle", "90"}}, "Cancel");
+  Run("plates.combine");
+  EXPECT_EQ(trial.ChanLabel[1], "Fx#1");
+  questions.boxAnswers = {Button::Yes};
+  AnswerForm({});
+  Run("plates.combine");
+  EXPECT_EQ(trial.ChanLabel[8], "CF comb.");
+  EXPECT_EQ(trial.Data(5, 3), 320);
+  EXPECT_EQ(trial.Data(5, 5), (2.5F - 30 + 2.5F + 60) / 2);
+  EXPECT_EQ(questions.panels.back().status, "Combining plates");
+  EXPECT_TRUE(trial.PlatesCombined);
+  Run("plates.combine");
+  EXPECT_EQ(LastBox(), "|Plates have already been combined.");
+  SetRamp(6);
+  trial.PlatesCombined = false;
+  trial.NPlates = 1;
+  Run("plates.combine");
+  EXPECT_EQ(LastBox(), "|The program can only combine data from two plates.");
+  trial.FileTypeCode = 255;
+  Run("plates.combine");
+  EXPECT_EQ(LastBox(), "|Filetype not implemented.");
+}
+
+TEST_F(PlateCommandsTest, ChannelsThatAFileDidNotLoadLimitTheReduction) {
+  SetRamp(12);
+  trial.FileTypeCode = 9;
+  trial.NPlates = 2;
+  workbench.plates.PlateTable[0].PlateType = workbench.plates.PlateTable[1].PlateType = 5;
+  trial.ChanAutozero[9] = 0;
+  questions.boxAnswers = {Button::Yes};
+  questions.inputAnswers = {""};
+  Run("plates.reduce");
+  EXPECT_EQ(LastBox(),
+            "|Forces cannot be reduced.  Only plate 1 will be reduced.\n"
+            "Not all necessary channels are loaded for plate number 2.");
+  trial.ChanAutozero[2] = 0;
+  questions.boxAnswers = {Button::Yes};
+  Run("plates.reduce");
+  EXPECT_EQ(LastBox(),
+            "|Forces cannot be reduced.  Try reloading the file.\n"
+            "Not all necessary channels are loaded for plate number 1.");
+  EXPECT_EQ(trial.ChanLabel[1], "");
+}
+
+}  // namespace
+}  // namespace velmora::test
