@@ -12,6 +12,7 @@
 #include "forceplate/file_plates.hpp"
 #include "forceplate/force_plate_form.hpp"
 #include "forceplate/plate_types.hpp"
+#include "forceplate/pressure_path_form.hpp"
 #include "forceplate/reduce_plates.hpp"
 
 namespace velmora {
@@ -120,6 +121,10 @@ void Combine(Workbench& workbench) {
   }
 }
 
+const char* WhyNotDrawn(const Workbench& workbench) {
+  return workbench.trial.ForcesReduced ? nullptr : "The forces have not been reduced yet";
+}
+
 template <void (*procedure)(Workbench&)>
 void WithData(Workbench& workbench) {
   if (workbench.trial.NData > 0) {
@@ -134,6 +139,8 @@ constexpr std::array kPlateCommands = {
     Command{"plates.reduce", "Reduce force plate data", kPlateMenu, Needs::Data, WithData<ReduceForcePlates>,
             WhyNotReduced},
     Command{"plates.combine", "Combine &Two plates", kPlateMenu, Needs::Data, WithData<Combine>},
+    Command{"plates.pressure", "Center of &Pressure picture", kPlateMenu, Needs::Data,
+            WithData<ShowPressurePath>, WhyNotDrawn},
     Command{"plates.rotate", "Ro&tate force plate", kPlateMenu, Needs::Data, WithData<AskRotation>},
 };
 

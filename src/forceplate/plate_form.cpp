@@ -189,13 +189,15 @@ void PlateForm::AddPlateFields() {
                      .caption = "Formulas",
                      .target = &plate_.optFormulas,
                      .choices = {"As defined here", "As published"},
-                     .group = kSensorGroup});
+                     .group = kSensorGroup,
+                     .isList = true});
   fields_.push_back({.name = "optDistance",
                      .caption = "Distances are in.  As entered they count as centimetres: only these give Ax "
                                 "and Ay in cm and Tz in N.m.",
                      .target = &plate_.optDistance,
                      .choices = {"As entered", "Millimetres", "Centimetres", "Metres"},
-                     .group = kSensorGroup});
+                     .group = kPlateGroup,
+                     .isList = true});
 }
 
 void PlateForm::AddSpacingFields() {
@@ -227,7 +229,8 @@ void PlateForm::AddShownPlate() {
                      .target = &plateShown_,
                      .choices = {"Plate 1", "Plate 2", "Plate 3", "Plate 4"},
                      .group = kPlateGroup,
-                     .readOnly = true});
+                     .readOnly = true,
+                     .isList = true});
   optType_ = plate_.PlateType;
   FieldsApply();
 }

@@ -4,6 +4,8 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -87,9 +89,6 @@ class ListEditor : public FieldEditor {
     layout->setContentsMargins(0, 0, 0, 0);
     list_ = new QComboBox;
     list_->setObjectName(ToQt(field.name));
-    for (const std::string& choice : field.choices) {
-      list_->addItem(ToQt(WithoutMnemonic(choice)));
-    }
     list_->setEnabled(!field.readOnly);
     layout->addWidget(list_);
     layout->addStretch();
@@ -100,6 +99,15 @@ class ListEditor : public FieldEditor {
     });
   }
   void Refresh() override {
+    QStringList choices;
+    for (const std::string& choice : field_.choices) {
+      choices << ToQt(WithoutMnemonic(choice));
+    }
+    if (choices != listed_) {
+      listed_ = choices;
+      list_->clear();
+      list_->addItems(choices);
+    }
     list_->setCurrentIndex(*std::get<std::int32_t*>(field_.target));
     auto* items = qobject_cast<QStandardItemModel*>(list_->model());
     for (int k = 0; k < items->rowCount(); ++k) {
@@ -109,11 +117,16 @@ class ListEditor : public FieldEditor {
 
  private:
   QComboBox* list_;
+  QStringList listed_;
 };
 
 struct ShowValue {
+  const FormField& field;
+
   std::string operator()(const std::int32_t* value) const { return std::to_string(*value); }
-  std::string operator()(const double* value) const { return PlainNumber(*value); }
+  std::string operator()(const double* value) const {
+    return field.pattern.empty() ? PlainNumber(*value) : FormatNumber(*value, field.pattern);
+  }
   std::string operator()(const std::string* value) const { return *value; }
   template <typename Other>
   std::string operator()(const Other* /*value*/) const {
@@ -122,7 +135,7 @@ struct ShowValue {
 };
 
 QString ValueText(const FormField& field) {
-  return ToQt(std::visit(ShowValue{}, field.target));
+  return field.notApplicable ? QStringLiteral("n.a.") : ToQt(std::visit(ShowValue{field}, field.target));
 }
 
 QString Limits(const FormField& field) {
@@ -164,6 +177,18 @@ class LineEditor : public FieldEditor {
     setFocusProxy(line_);
     connect(line_, &QLineEdit::editingFinished, this, [this] { Commit(); });
     connect(line_, &QLineEdit::textEdited, this, [this] { Typed(); });
+    if (field.asksByInput) {
+      line_->installEventFilter(this);
+    }
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::MouseButtonDblClick) {
+      return FieldEditor::eventFilter(watched, event);
+    }
+    QMetaObject::invokeMethod(
+        this, [this] { AskInBox(); }, Qt::QueuedConnection);
+    return true;
   }
 
   void Refresh() override {
@@ -176,6 +201,10 @@ class LineEditor : public FieldEditor {
       shown_ = value;
       line_->setText(value);
       line_->setCursorPosition(0);
+    }
+    line_->setEnabled(!field_.notApplicable);
+    if (!field_.pattern.empty()) {  // the value behind what is shown of it
+      line_->setToolTip(ToQt(field_.prompt + "\n" + PlainNumber(*std::get<double*>(field_.target))));
     }
     remark_->clear();
   }
@@ -194,6 +223,17 @@ class LineEditor : public FieldEditor {
   }
 
  private:
+  void AskInBox() {
+    const std::string title = field_.title.empty() ? WithoutMnemonic(field_.caption) : field_.title;
+    bool accepted = false;
+    const QString typed = QInputDialog::getText(this, ToQt(title), ToQt(field_.prompt), QLineEdit::Normal,
+                                                line_->text(), &accepted);
+    if (accepted && !typed.isEmpty()) {
+      line_->setText(typed);
+      Commit();
+    }
+  }
+
   // A number that nothing follows from is taken as it is typed, so that pictures follow it.
   void Typed() {
     if (Judge() && !text_ && !field_.edited) {
@@ -208,6 +248,9 @@ class LineEditor : public FieldEditor {
       return true;
     }
     const std::string typed = ToStd(line_->text().trimmed());
+    if (typed.empty() && field_.emptyKeeps) {
+      return true;
+    }
     const double value = Val(typed);
     if (value < field_.lowest || value > field_.highest) {
       Remark(Limits(field_), true);
@@ -256,6 +299,9 @@ class NoteEditor : public FieldEditor {
 FieldEditor* MakeFieldEditor(Form& form, const FormField& field, QWidget* parent) {
   if (std::holds_alternative<bool*>(field.target)) {
     return new CheckEditor(form, field, parent);
+  }
+  if (field.isList) {
+    return new ListEditor(form, field, parent);
   }
   if (!field.choices.empty()) {
     constexpr std::size_t kFew = 4;

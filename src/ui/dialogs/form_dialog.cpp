@@ -11,8 +11,10 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "forceplate/plate_form.hpp"
 #include "ui/dialogs/filter_test_picture.hpp"
 #include "ui/dialogs/found_mark.hpp"
+#include "ui/dialogs/plate_picture.hpp"
 #include "ui/dialogs/response_picture.hpp"
 #include "ui/dialogs/result_table_view.hpp"
 #include "ui/dialogs/text_picture.hpp"
@@ -96,36 +98,48 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   AddButtons(layout);
 }
 
-QWidget* FormDialog::MakeFields() {
-  auto* fields = new QWidget;
-  auto* rows = new QFormLayout(fields);
-  rows->setContentsMargins(0, 0, 0, 0);
+QFormLayout* FormDialog::MakeRows(QWidget* on) {
+  auto* rows = new QFormLayout(on);
   rows->setRowWrapPolicy(QFormLayout::DontWrapRows);
   rows->setVerticalSpacing(9);
   rows->setHorizontalSpacing(14);
   rows->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
-  for (const FormField& field : form_.Fields()) {
-    if (IsPerChannel(field)) {
-      continue;
+  return rows;
+}
+
+void FormDialog::AddField(const FormField& field, QFormLayout* rows) {
+  FieldEditor* editor = MakeFieldEditor(form_, field, rows->parentWidget());
+  connect(editor, &FieldEditor::Edited, this, [this] { FieldsChanged(); });
+  const FieldCaption caption = SplitCaption(field);
+  QLabel* label = nullptr;
+  if (editor->ShowsCaption() || caption.name.isEmpty()) {
+    rows->addRow(WithMark(editor));
+  } else {
+    label = new QLabel(caption.name);
+    label->setBuddy(editor);
+    label->setWordWrap(caption.name.size() > 30);
+    rows->addRow(label, WithMark(editor));
+  }
+  QLabel* remark = nullptr;
+  if (!caption.remark.isEmpty()) {
+    remark = RemarkLabel(caption.remark);
+    rows->addRow(QString(), remark);
+  }
+  rows_.push_back({editor, label, remark});
+}
+
+QWidget* FormDialog::MakeFields() {
+  const std::vector<FormField>& all = form_.Fields();
+  if (std::any_of(all.begin(), all.end(), [](const FormField& field) { return !field.group.empty(); })) {
+    return MakeGroups();
+  }
+  auto* fields = new QWidget;
+  QFormLayout* rows = MakeRows(fields);
+  rows->setContentsMargins(0, 0, 0, 0);
+  for (const FormField& field : all) {
+    if (!IsPerChannel(field)) {
+      AddField(field, rows);
     }
-    FieldEditor* editor = MakeFieldEditor(form_, field, fields);
-    connect(editor, &FieldEditor::Edited, this, [this] { FieldsChanged(); });
-    const FieldCaption caption = SplitCaption(field);
-    QLabel* label = nullptr;
-    if (editor->ShowsCaption() || caption.name.isEmpty()) {
-      rows->addRow(WithMark(editor));
-    } else {
-      label = new QLabel(caption.name);
-      label->setBuddy(editor);
-      label->setWordWrap(caption.name.size() > 30);
-      rows->addRow(label, WithMark(editor));
-    }
-    QLabel* remark = nullptr;
-    if (!caption.remark.isEmpty()) {
-      remark = RemarkLabel(caption.remark);
-      rows->addRow(QString(), remark);
-    }
-    rows_.push_back({editor, label, remark});
   }
   if (rows_.empty()) {
     delete fields;
@@ -152,6 +166,39 @@ QWidget* FormDialog::WithMark(FieldEditor* editor) {
   layout->addWidget(mark, 0, Qt::AlignVCenter);
   layout->addStretch(1);
   return both;
+}
+
+// A group is a box; boxes stand one below the other as long as there is room, then in another column.
+QWidget* FormDialog::MakeGroups() {
+  auto* fields = new QWidget;
+  auto* columns = new QHBoxLayout(fields);
+  columns->setContentsMargins(0, 0, 0, 0);
+  std::vector<std::string> names;
+  std::map<std::string, std::vector<const FormField*>> groups;
+  for (const FormField& field : form_.Fields()) {
+    if (groups[field.group].empty()) {
+      names.push_back(field.group);
+    }
+    groups[field.group].push_back(&field);
+  }
+  QVBoxLayout* column = nullptr;
+  std::size_t used = 0;
+  for (const std::string& name : names) {
+    used += groups[name].size();
+    if (column == nullptr || used > kFieldsThatFit) {
+      column = new QVBoxLayout;
+      columns->addLayout(column);
+      used = groups[name].size();
+    }
+    auto* box = new QGroupBox(ToQt(name));
+    QFormLayout* rows = MakeRows(box);
+    rows->setVerticalSpacing(4);
+    for (const FormField* field : groups[name]) {
+      AddField(*field, rows);
+    }
+    column->addWidget(box, 0, Qt::AlignTop);
+  }
+  return fields;
 }
 
 ChannelColumn FormDialog::ColumnOf(const FormField& field) {
@@ -362,6 +409,9 @@ std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, Q
     picture = new TextPicture(form, workbench);
   } else if (form.Name() == "frmFiltering") {
     picture = new FilterTestPicture(form);
+  } else if (const auto* plates = dynamic_cast<const PlateForm*>(&form);
+             plates != nullptr && form.FindField("a") != nullptr) {
+    picture = new PlatePicture(*plates, workbench.trial);
   }
   return std::make_unique<FormDialog>(form, workbench, picture, parent);
 }

@@ -12,6 +12,7 @@
 #include "ui/trial/channel_table_view.hpp"
 
 class QBoxLayout;
+class QFormLayout;
 class QLabel;
 
 namespace velmora::ui {
@@ -34,6 +35,9 @@ class FormDialog : public AskingDialog {
  private:
   QWidget* MakeFields();
   QWidget* WithMark(FieldEditor* editor);
+  QWidget* MakeGroups();
+  static QFormLayout* MakeRows(QWidget* on);
+  void AddField(const FormField& field, QFormLayout* rows);
   void AddTable(QBoxLayout* to);
   void ShowResults();
   void ShowFields();
