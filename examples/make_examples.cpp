@@ -24,6 +24,8 @@ constexpr Sample kSamples[] = {
     {"force-plate-step", examples::MakeForcePlateStep},
     {"noisy-displacement", examples::MakeNoisyDisplacement},
     {"head-impacts", examples::MakeHeadImpacts},
+    {"two-plate-step", examples::MakeTwoPlateStep},
+    {"quiet-stance", examples::MakeQuietStance},
 };
 
 /// Saves as a person would, with the command of the File menu.

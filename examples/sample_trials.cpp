@@ -149,6 +149,99 @@ void MakeForcePlateStep(Trial& trial) {
   }
 }
 
+namespace {
+
+/// What lies on an eight-channel plate: a force at a place of its top, in N and m.
+struct PlateLoad {
+  double fx = 0.0;
+  double fy = 0.0;
+  double fz = 0.0;
+  double x = 0.0;
+  double y = 0.0;
+};
+
+// Sensors at 0.12 and 0.2 m, 0.054 m below the top, of a newton a unit. The signs are those with which the
+// program's own formulas find the force and its place again.
+void PutOnSensors(Trial& trial, std::int64_t i, int base, const PlateLoad& load, Random& noise) {
+  constexpr double a = 0.12;
+  constexpr double b = 0.2;
+  constexpr double az0 = -0.054;
+  const double across = (load.x * load.fz - load.fx * az0) / a;  // fz2 + fz3 - fz1 - fz4
+  const double along = (load.y * load.fz + load.fy * az0) / b;   // fz1 + fz2 - fz3 - fz4
+  const double row[] = {load.fx / 2,
+                        load.fx / 2,
+                        load.fy / 2,
+                        load.fy / 2,
+                        (load.fz - across + along) / 4,
+                        (load.fz + across + along) / 4,
+                        (load.fz + across - along) / 4,
+                        (load.fz - across - along) / 4};
+  for (int k = 0; k < 8; ++k) {
+    trial.Data(i, base + 1 + k) = static_cast<float>(row[k] + 0.2 * noise.Normal());
+  }
+}
+
+// One step: two humps of loading and push-off, braking and driving, the foot rolling from heel to toe.
+PlateLoad StepAt(double s, double weight) {
+  if (s <= 0 || s >= 1) {
+    return {};
+  }
+  return {.fx = 0.05 * weight * std::sin(Pi * s),
+          .fy = -0.18 * weight * std::sin(2 * Pi * s),
+          .fz = weight * (1.05 * Hump(s, -0.02, 0.56) + 1.1 * Hump(s, 0.44, 1.0) + 0.55 * Hump(s, 0.1, 0.9)),
+          .x = 0.03 + 0.01 * std::sin(Pi * s),
+          .y = -0.12 + 0.25 * s};
+}
+
+}  // namespace
+
+void MakeTwoPlateStep(Trial& trial) {
+  Prepare(trial, "4 Two steps over two force platforms", 1000.0, 2.0,
+          {{"1 fx12", "N"},
+           {"1 fx34", "N"},
+           {"1 fy14", "N"},
+           {"1 fy23", "N"},
+           {"1 fz1", "N"},
+           {"1 fz2", "N"},
+           {"1 fz3", "N"},
+           {"1 fz4", "N"},
+           {"2 fx12", "N"},
+           {"2 fx34", "N"},
+           {"2 fy14", "N"},
+           {"2 fy23", "N"},
+           {"2 fz1", "N"},
+           {"2 fz2", "N"},
+           {"2 fz3", "N"},
+           {"2 fz4", "N"}});
+  Random noise(41);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    PutOnSensors(trial, i + 1, 0, StepAt((t - 0.4) / 0.68, 720.0), noise);
+    PutOnSensors(trial, i + 1, 8, StepAt((t - 0.95) / 0.68, 720.0), noise);
+  }
+}
+
+void MakeQuietStance(Trial& trial) {
+  Prepare(trial, "5 Quiet stance on a force platform", 100.0, 30.0,
+          {{"Fx", "N"}, {"Fy", "N"}, {"Fz", "N"}, {"Mx", "N.m"}, {"My", "N.m"}, {"Mz", "N.m"}});
+  constexpr double weight = 640.0;
+  constexpr double top = 0.0413;
+  Random noise(51);
+  double x = 0.01;
+  double y = -0.02;
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    x += 0.0004 * noise.Normal() - 0.03 * (x - 0.01);
+    y += 0.0005 * noise.Normal() - 0.02 * (y + 0.02 - 0.006 * std::sin(2 * Pi * 0.25 * t));
+    const double fx = 1.5 * std::sin(2 * Pi * 0.4 * t);
+    const double fy = 2.0 * std::sin(2 * Pi * 0.3 * t);
+    const double row[] = {fx, fy, weight, y * weight - fy * top, -x * weight - fx * top, x * fy - y * fx};
+    for (int c = 1; c <= trial.NChan; ++c) {
+      trial.Data(i + 1, c) = static_cast<float>(row[c - 1] + (c <= 3 ? 0.1 : 0.01) * noise.Normal());
+    }
+  }
+}
+
 void MakeNoisyDisplacement(Trial& trial) {
   Prepare(trial, "3 Reaching with the wrist, four times", 100.0, 8.0, {{"Wrist X", "m"}, {"Wrist Z", "m"}});
   Random noise(31);

@@ -15,6 +15,14 @@ void MakeEmgBursts(Trial& trial);
 /// the centre of its top, of a person of 720 N.
 void MakeForcePlateStep(Trial& trial);
 
+/// Two walking steps over two eight-channel platforms at 1000 Hz, 2 s: the sensors' forces in N, of a person
+/// of 720 N. Sensors at 120 and 200 mm, 54 mm below the top.
+void MakeTwoPlateStep(Trial& trial);
+
+/// Quiet stance on a six-channel platform at 100 Hz, 30 s: forces in N and moments in N.m about sensors
+/// 41.3 mm below the top, of a person of 640 N.
+void MakeQuietStance(Trial& trial);
+
 /// A wrist that reaches out and back four times, in m at 100 Hz, 8 s, with the noise of a camera
 /// system: 1 mm on two coordinates.
 void MakeNoisyDisplacement(Trial& trial);

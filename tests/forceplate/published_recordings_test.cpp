@@ -1,0 +1,181 @@
+// The formulas on recordings whose centre of pressure others have published.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <functional>
+#include <sstream>
+
+#include "forceplate/amti_reduction.hpp"
+#include "forceplate/kistler_reduction.hpp"
+#include "forceplate/published_reduction.hpp"
+#include "support/recordings.hpp"
+#include "support/trials.hpp"
+
+namespace velmora::test {
+namespace {
+
+using Table = std::vector<std::vector<double>>;
+
+/// The rows of numbers of a text, whatever separates them.
+Table NumbersOf(const std::string& path) {
+  std::ifstream file(path);
+  Table rows;
+  for (std::string line; std::getline(file, line);) {
+    std::replace(line.begin(), line.end(), ',', ' ');
+    std::istringstream text(line);
+    std::vector<double> row;
+    for (double x = 0; text >> x;) {
+      row.push_back(x);
+    }
+    if (row.size() > 1) {
+      rows.push_back(row);
+    }
+  }
+  return rows;
+}
+
+/// A trial of channels that are made of each row.
+void SetFrom(Trial& trial, const Table& rows,
+             const std::function<Samples(const std::vector<double>&)>& channels) {
+  std::vector<Samples> all(channels(rows.front()).size());
+  for (const std::vector<double>& row : rows) {
+    const Samples samples = channels(row);
+    for (std::size_t c = 0; c < all.size(); ++c) {
+      all[c].push_back(samples[c]);
+    }
+  }
+  SetChannels(trial, all);
+}
+
+/// The largest distance between a channel and a column.
+double Apart(const Trial& trial, int channel, const Table& rows, std::size_t column, double unit = 1.0) {
+  double most = 0;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const double d = trial.Data(static_cast<std::int64_t>(i + 1), channel) - rows[i][column] * unit;
+    most = std::max(most, std::abs(d));
+  }
+  return most;
+}
+
+double Mean(Trial& trial, int channel) {
+  double sum = 0;
+  for (const float x : Channel(trial, channel)) {
+    sum += x;
+  }
+  return sum / trial.NData;
+}
+
+constexpr std::array<float, 6> kNoSensitivities = {1, 1, 1, 1, 1, 1};
+constexpr double kPrintedDigits = 2e-6;  // half the last one, and what 32 bits leave of some ten centimetres
+
+// Santos and Duarte 2016, quiet standing: time, forces, moments, published point in cm without the height.
+TEST(PublishedRecordingsTest, QuietStandingOnSixChannels) {
+  const auto path = Recording("reference/BDS00001.txt");
+  if (!path) {
+    GTEST_SKIP() << "the recording is not here";
+  }
+  const Table rows = NumbersOf(*path);
+  ASSERT_EQ(rows.size(), 6000U);
+  const auto channels = [](double horizontal) {
+    return [horizontal](const std::vector<double>& row) {
+      Samples samples;
+      for (std::size_t k = 1; k <= 6; ++k) {
+        samples.push_back(static_cast<float>(row[k] * (k <= 2 ? horizontal : 1.0)));
+      }
+      return samples;
+    };
+  };
+  Trial trial;
+  SetFrom(trial, rows, channels(0));
+  ReduceAmtiForces(trial, 0, kNoSensitivities, 25.0F, MomentUnit::NewtonMetres);
+  EXPECT_LT(Apart(trial, 4, rows, 7), kPrintedDigits);
+  EXPECT_LT(Apart(trial, 5, rows, 8), kPrintedDigits);
+  double path2 = 0;
+  for (std::int64_t i = 2; i <= trial.NData; ++i) {
+    path2 += std::hypot(trial.Data(i, 4) - trial.Data(i - 1, 4), trial.Data(i, 5) - trial.Data(i - 1, 5));
+  }
+  EXPECT_NEAR(path2 / 59.99, 0.62019, 2e-4);  // cm/s
+  // The height of the top moves the point by as much as Fx and Fy make of it.
+  SetFrom(trial, rows, channels(1));
+  ReduceAmtiForces(trial, 0, kNoSensitivities, 25.0F, MomentUnit::NewtonMetres);
+  EXPECT_NEAR(Apart(trial, 4, rows, 7), 0.032, 5e-4);
+  EXPECT_NEAR(Apart(trial, 5, rows, 8), 0.0326, 5e-4);
+  // As published: without the height its digits, with it the formula.
+  SetFrom(trial, rows, channels(1));
+  ReduceAmtiAsPublished(trial, 0, {.PlateType = 5}, 25.0F);
+  EXPECT_LT(Apart(trial, 4, rows, 7), kPrintedDigits);
+  EXPECT_LT(Apart(trial, 5, rows, 8), kPrintedDigits);
+  SetFrom(trial, rows, channels(1));
+  ReduceAmtiAsPublished(trial, 0, {.PlateType = 5, .az0 = 41.3, .optDistance = 1}, 25.0F);
+  Table formula;
+  for (const std::vector<double>& row : rows) {
+    formula.push_back(
+        {100 * (-0.0413 * row[1] - row[5]) / row[3], 100 * (-0.0413 * row[2] + row[4]) / row[3]});
+  }
+  EXPECT_LT(Apart(trial, 4, formula, 0), kPrintedDigits);
+  EXPECT_LT(Apart(trial, 5, formula, 1), kPrintedDigits);
+}
+
+// A plate that tells Fz, Mx and My alone, its point in metres.
+TEST(PublishedRecordingsTest, PosturographyOnThreeChannels) {
+  const auto path = Recording("reference/posturography_eyesClosed_1_TRIMMED.csv");
+  if (!path) {
+    GTEST_SKIP() << "the recording is not here";
+  }
+  const Table rows = NumbersOf(*path);
+  ASSERT_GT(rows.size(), 9999U);
+  Trial trial;
+  SetFrom(trial, rows, [](const std::vector<double>& row) {
+    return Samples{0, 0, static_cast<float>(row[2]), static_cast<float>(row[3]), static_cast<float>(row[4]),
+                   0};
+  });
+  ReduceAmtiForces(trial, 0, kNoSensitivities, 25.0F, MomentUnit::NewtonMetres);
+  EXPECT_LT(Apart(trial, 4, rows, 5, 100), 6e-5);
+  EXPECT_LT(Apart(trial, 5, rows, 6, 100), 6e-5);
+}
+
+// Eight raw channels in volts; the published means by the maker's formulas.
+TEST(PublishedRecordingsTest, EightRawChannels) {
+  const auto path = Recording("reference/kistler_fp_data.txt");
+  if (!path) {
+    GTEST_SKIP() << "the recording is not here";
+  }
+  const Table rows = NumbersOf(*path);
+  ASSERT_EQ(rows.size(), 2000U);
+  const auto newtons = [](const std::vector<double>& row) {
+    constexpr std::array sensitivities = {38.117, 37.723, 38.062, 38.008, 3.898, 3.889, 3.885, 3.891};
+    Samples samples;
+    for (std::size_t k = 0; k < sensitivities.size(); ++k) {
+      samples.push_back(static_cast<float>(row[k + 1] * 1000 / sensitivities[k]));
+    }
+    return samples;
+  };
+  ForcePlate plate{
+      .a = 12, .b = 20, .az0 = -4.8, .XYRange = 1, .ZRange = 1, .XSens = -1, .YSens = -1, .ZSens = -1};
+  const auto expectForces = [](Trial& trial) {
+    EXPECT_NEAR(Mean(trial, 1), -3.8271, 5e-5);
+    EXPECT_NEAR(Mean(trial, 2), -2.2182, 5e-5);
+    EXPECT_NEAR(Mean(trial, 3), 437.1817, 1e-4);
+  };
+  Trial published;
+  SetFrom(published, rows, newtons);
+  ReduceKistlerAsPublished(published, 0, plate, 25.0F);
+  expectForces(published);
+  EXPECT_NEAR(Mean(published, 4), 1.1903, 5e-5);
+  EXPECT_NEAR(Mean(published, 5), -1.8070, 5e-5);
+  // The given formulas: the same forces; the same point when the depth counts upwards and X is mirrored.
+  Trial given;
+  SetFrom(given, rows, newtons);
+  ReduceKistlerForces(given, 0, KistlerFactorsOf(plate), 25.0F);
+  expectForces(given);
+  EXPECT_GT(std::abs(Mean(given, 4) + Mean(published, 4)), 0.05);
+  plate.az0 = 4.8;
+  SetFrom(given, rows, newtons);
+  ReduceKistlerForces(given, 0, KistlerFactorsOf(plate), 25.0F);
+  EXPECT_NEAR(-Mean(given, 4), Mean(published, 4), 1e-6);
+  EXPECT_NEAR(Mean(given, 5), Mean(published, 5), 1e-6);
+}
+
+}  // namespace
+}  // namespace velmora::test
