@@ -22,6 +22,7 @@ class ForcePlateForm : public PlateForm {
     buttons_ = {{"&OK", FormButton::Role::Accept, [this, mode] {
                    if (mode == PlateEditMode::Edit) {
                      Keep();
+                     TellDefined(workbench_);
                    }
                    return true;
                  }}};

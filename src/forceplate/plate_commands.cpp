@@ -11,6 +11,7 @@
 #include "forceplate/define_plate_form.hpp"
 #include "forceplate/file_plates.hpp"
 #include "forceplate/force_plate_form.hpp"
+#include "forceplate/plate_form.hpp"
 #include "forceplate/plate_types.hpp"
 #include "forceplate/pressure_path_form.hpp"
 #include "forceplate/reduce_plates.hpp"
@@ -39,8 +40,8 @@ void ChangeType(Workbench& workbench) {
                     "during data collection.\nPress OK to continue or Cancel to exit.",
                 .icon = Icon::Exclamation,
                 .buttons = {Button::OK, Button::Cancel}};
-  if (workbench.questions.AskBox(box) == Button::OK) {
-    DefinePlates(workbench);
+  if (workbench.questions.AskBox(box) == Button::OK && DefinePlates(workbench)) {
+    TellDefined(workbench);
   }
 }
 

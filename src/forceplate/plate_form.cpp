@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/trial/helpers.hpp"
 #include "forceplate/plate_types.hpp"
 
 namespace velmora {
@@ -314,6 +315,10 @@ void PlateForm::FieldsApply() {
   for (const char* name : kGainNames) {
     Field(name).notApplicable = !amti;
   }
+}
+
+void TellDefined(Workbench& workbench) {
+  Did(workbench, "Force plates defined: " + std::to_string(workbench.trial.NPlates));
 }
 
 }  // namespace velmora

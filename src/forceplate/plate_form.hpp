@@ -63,4 +63,7 @@ class PlateForm : public Form {
   std::int32_t optType_ = 0;
 };
 
+/// Reports that the trial's plates are defined anew.
+void TellDefined(Workbench& workbench);
+
 }  // namespace velmora

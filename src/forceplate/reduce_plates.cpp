@@ -14,6 +14,7 @@
 #include "forceplate/define_plate_form.hpp"
 #include "forceplate/file_plates.hpp"
 #include "forceplate/kistler_reduction.hpp"
+#include "forceplate/plate_form.hpp"
 #include "forceplate/plate_types.hpp"
 #include "forceplate/published_reduction.hpp"
 
@@ -227,7 +228,11 @@ void ReduceByDefinition(Workbench& workbench) {
     return;
   }
   Job job;
-  if (!DefinePlates(workbench) || !FindJob(workbench, job)) {
+  if (!DefinePlates(workbench)) {
+    return;
+  }
+  TellDefined(workbench);  // it stays, whatever becomes of the reduction
+  if (!FindJob(workbench, job)) {
     return;
   }
   if (job.base + std::int64_t{job.plates} * job.Channels() > workbench.trial.NChan) {

@@ -375,7 +375,7 @@ std::string Recorder::AskForm(Form& form) {
 // What the form remembers from before the steps that are kept is entered by them.
 void Recorder::NoteWayThroughAll(Form& form) {
   for (const std::string& press : form.WayThroughAll()) {
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true)}, form.Title(), {}, false);
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true)}, form.Title(), false);
     firstAsk_ = false;
     form.FindButton(press)->press();
   }

@@ -52,9 +52,10 @@ TEST_F(PlateCommandsTest, ADefinedKistlerPlateIsReducedAndTheTrialSaysSo) {
   EXPECT_EQ(questions.inputs.at(0).title, "Minimum Force Threshold");
   EXPECT_EQ(questions.inputs.at(0).defaultText, "25");
   EXPECT_EQ(questions.panels.at(0).status, "Reducing plate #1");
-  ASSERT_EQ(workbench.report.deeds.size(), 1U);
-  EXPECT_EQ(workbench.report.deeds[0].what, "Force plate 1 reduced, Kistler 9261A, at least 25 N");
-  EXPECT_EQ(workbench.report.deeds[0].channels.size(), 8U);
+  ASSERT_EQ(workbench.report.deeds.size(), 2U);
+  EXPECT_EQ(workbench.report.deeds[0].what, "Force plates defined: 1");
+  EXPECT_EQ(workbench.report.deeds[1].what, "Force plate 1 reduced, Kistler 9261A, at least 25 N");
+  EXPECT_EQ(workbench.report.deeds[1].channels.size(), 8U);
   // What a reduced trial cannot do any more.
   Run("plates.reduce");
   EXPECT_EQ(LastBox(), "Invaild Filetype|Data in file cannot be reduced.");
