@@ -254,7 +254,7 @@ void MakeNoisyDisplacement(Trial& trial) {
 }
 
 void MakeHeadImpacts(Trial& trial) {
-  Prepare(trial, "4 Two blows on a head form", 20000.0, 0.4, {{"Head acc", "g"}});
+  Prepare(trial, "6 Two blows on a head form", 20000.0, 0.4, {{"Head acc", "g"}});
   Random noise(41);
   for (std::int64_t i = 0; i < trial.NData; ++i) {
     const double t = TimeOf(trial, i);

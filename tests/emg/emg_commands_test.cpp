@@ -76,7 +76,7 @@ TEST_F(EmgCommandsTest, BinsOtherThanAHundredKeepTheirWidth) {
       std::string::npos)
       << file;
   EXPECT_NE(file.find("\n002\t    2.0000\t     1.000\t    0.9901\t    0.9901\n"), std::string::npos) << file;
-  EXPECT_NE(file.find("\n050\t   50.0000\t    77.000\t   76.2376\t\n"), std::string::npos) << file;
+  EXPECT_NE(file.find("\n050\t   50.0000\t    77.000\t   76.2376\t  100.0000\n"), std::string::npos) << file;
   EXPECT_EQ(Table("frmAPDF").rows.size(), 100U);  // below 1
 }
 
