@@ -166,6 +166,75 @@ void ShowChannels(ui::MainWindow& window, Photographer& photographer) {
   channel->close();
 }
 
+void Choose(QWidget* dialog, const QString& choice) {
+  for (auto* button : dialog->findChildren<QRadioButton*>()) {
+    if (button->text().remove('&') == choice) {
+      button->click();
+      return;
+    }
+  }
+  for (auto* list : dialog->findChildren<QComboBox*>()) {
+    const int row = list->findText(choice);
+    if (row >= 0) {
+      list->setCurrentIndex(row);
+      Q_EMIT list->activated(row);
+      return;
+    }
+  }
+  throw std::runtime_error("no choice " + choice.toStdString());
+}
+
+// One channel by harmonic regression: linear, three series by decades, the table; then by the fast transform.
+void ShowSpectra(ui::MainWindow& window, Photographer& photographer) {
+  test::Person& helper = photographer.Helper();
+  window.RunCommand(*FindCommand("fourier.window-hanning"));
+  const auto leaveReport = [&helper] {
+    helper.When("QMessageBox", [](QWidget* box) { test::Person::Press(box, "OK"); });
+  };
+  const auto pickFirst = [&helper] {
+    helper.When("frmChoose", [](QWidget* dialog) {
+      auto* table = dialog->findChild<QTableView*>();
+      table->setCurrentIndex(table->model()->index(0, 0));
+      QTest::keyClick(table, Qt::Key_Space);
+      test::Person::Press(dialog, "Process");
+    });
+  };
+  pickFirst();
+  // The dialogue asks anew after each button: the next look is taken once the one before is over.
+  helper.When("frm4Series", [&](QWidget* dialog) {
+    Choose(dialog, "Frequency (Hz)");
+    photographer.Keep(dialog, "spectrum");
+    helper.When("frm4Series", [&](QWidget* again) {
+      photographer.Keep(again, "spectrum-table");
+      helper.When("frm4Series", [&](QWidget* last) {
+        Choose(last, "1, 2 and 3");
+        Choose(last, "Log");
+        photographer.Keep(last, "spectrum-log");
+        leaveReport();
+        test::Person::Press(last, "Exit");
+      });
+      test::Person::Press(again, "Graph");
+    });
+    test::Person::Press(dialog, "Table");
+  });
+  window.RunCommand(*FindCommand("fourier.harmonic-regression"));
+  helper.Work();
+  pickFirst();
+  helper.When("frmFFT", [&](QWidget* dialog) {
+    Choose(dialog, "White");
+    photographer.Keep(dialog, "spectrum-fft");
+    leaveReport();
+    test::Person::Press(dialog, "Exit");
+  });
+  window.RunCommand(*FindCommand("fourier.fft"));
+  helper.Work();
+  helper.WhenA<QInputDialog>([](QWidget* dialog) { test::Person::Press(dialog, "OK"); });
+  helper.When("Confirm Request", [](QWidget* box) { test::Person::Press(box, "Yes"); });
+  photographer.Dialogue("fourier.statistics", "frmFourierStats", "spectrum-statistics", "Exit");
+  helper.When("frmGenerateFourier", [](QWidget* dialog) { test::Person::Press(dialog, "Add"); });
+  photographer.Dialogue("fourier.generate", "frmGenerateFourier", "generate-fourier", "Exit");
+}
+
 void ShowTextFiles(ui::MainWindow& window, Photographer& photographer) {
   auto* tabs = window.findChild<QTabWidget*>();
   tabs->setCurrentIndex(1);
@@ -186,6 +255,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   window.OpenFile((data / "emg-bursts.vmb").string());
   QTest::qWait(300);
   photographer.Keep(&window, "trial");
+  ShowSpectra(window, photographer);
   photographer.Dialogue("math.absolute", "frmChoose", "picker", "Process",
                         [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
   photographer.Dialogue("math.multiply", "frmChoose", "picker-values", "Cancel");

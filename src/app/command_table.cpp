@@ -24,6 +24,7 @@
 #include "graph/look_commands.hpp"
 #include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
+#include "spectra/spectra_commands.hpp"
 
 namespace velmora {
 namespace {
@@ -32,8 +33,8 @@ std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
        {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
-        SmoothCommands(), BiasCommands(), TimeBaseCommands(), EmgCommands(), PlateCommands(),
-        ImpactCommands(), GraphCommands(), LookCommands(), CropCommands()}) {
+        SmoothCommands(), BiasCommands(), TimeBaseCommands(), SpectraCommands(), EmgCommands(),
+        PlateCommands(), ImpactCommands(), GraphCommands(), LookCommands(), CropCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

@@ -20,6 +20,8 @@ struct Command {
   /// Why the entry is greyed although all it needs is there, as its tooltip says; returns nullptr when it is
   /// not. May be missing. The command refuses by itself.
   const char* (*whyNot)(const Workbench&) = nullptr;
+  /// Whether its entry has a check mark now; nullptr: it never has one.
+  bool (*checked)(const Workbench&) = nullptr;
 };
 
 }  // namespace velmora

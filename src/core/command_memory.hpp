@@ -60,6 +60,27 @@ struct ThresholdMemory {
   bool ThresholdsValid = false;
 };
 
+/// The spectrum that was computed last: lists by harmonic, from subscript 0 to NHarm (of the FFT view to
+/// half its length). Each stays until an analysis that makes it runs again.
+struct SpectrumMemory {
+  std::int16_t WindowType = 0;  // a row of the table of windows; others act as 0
+  std::int32_t NHarm = 0;
+  std::string WindowName;
+  std::vector<double> HarmFreq;   // Hz
+  std::vector<double> CosCoef;    // in the units of the signal
+  std::vector<double> SinCoef;    // of 0: the mean of the samples
+  std::vector<double> PowerNorm;  // % of the largest
+  std::vector<double> PowerCum;   // % of the total
+  std::vector<double> PowerRel;   // % of the total
+  std::vector<double> PowerAbs;   // squared units of the signal
+  std::vector<double> PowerAbsCum;
+  double MedianFreq = 0.0;
+  double MeanFreq = 0.0;
+  double Percentile95Freq = 0.0;
+  double Percentile99Freq = 0.0;
+  bool FrequenciesMade = false;  // an analysis has set these four
+};
+
 /// Percent of a channel's samples by the bin of their amplitude; lists from subscript 0, which is empty.
 struct AmplitudeDistribution {
   double ApdfBinPercent = 0.0;  // width of a bin in percent of the largest amplitude

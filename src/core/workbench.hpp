@@ -89,6 +89,7 @@ struct Workbench {
   GraphMemory graph;
   TextMemory texts;
   PlateMemory plates;
+  SpectrumMemory spectrum;
   ResultMemory results;
   NumberPatterns patterns;
 

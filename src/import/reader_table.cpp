@@ -6,6 +6,7 @@
 
 #include "core/trial/helpers.hpp"
 #include "formats/delimited_text/text_parser.hpp"
+#include "formats/fourier/fourier_file_reader.hpp"
 #include "formats/native_ascii/native_ascii_reader.hpp"
 #include "formats/native_binary/native_binary_reader.hpp"
 #include "import/detect_text_format.hpp"
@@ -70,7 +71,7 @@ constexpr std::array kFormats = {
     Format{22, "REC EDF HYP", "EDF", nullptr},
     Format{-1, "EMT", "Delsys .EMT", TellDelsysEmt, nullptr, true},
     Format{60, "EMG", "DelSys ASCII EMG", nullptr},
-    Format{8, "FTF", "Fourier transform", nullptr},
+    Format{8, "FTF", "Fourier transform", ReadFourierFile},
     Format{32, "LOG", "DataLink binary goniometer", nullptr},
     Format{12, "MEG", "Mega ASCII", nullptr},
     Format{21, "STM", "Stimo", nullptr},

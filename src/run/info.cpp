@@ -47,6 +47,36 @@ Json AllChannels(const Workbench& workbench) {
   return channels;
 }
 
+Json SpectrumInfo(const SpectrumMemory& spectrum) {
+  Json info = Json::object();
+  if (!spectrum.HarmFreq.empty()) {
+    info["NHarm"] = spectrum.NHarm;
+  }
+  if (!spectrum.WindowName.empty()) {
+    info["WindowName"] = spectrum.WindowName;
+  }
+  const auto list = [&info](const char* name, const std::vector<double>& values) {
+    if (!values.empty()) {
+      info[name] = values;  // what is not finite is written as null
+    }
+  };
+  list("HarmFreq", spectrum.HarmFreq);
+  list("CosCoef", spectrum.CosCoef);
+  list("SinCoef", spectrum.SinCoef);
+  list("PowerNorm", spectrum.PowerNorm);
+  list("PowerCum", spectrum.PowerCum);
+  list("PowerRel", spectrum.PowerRel);
+  list("PowerAbs", spectrum.PowerAbs);
+  list("PowerAbsCum", spectrum.PowerAbsCum);
+  if (spectrum.FrequenciesMade) {
+    info["MedianFreq"] = spectrum.MedianFreq;
+    info["MeanFreq"] = spectrum.MeanFreq;
+    info["Percentile95Freq"] = spectrum.Percentile95Freq;
+    info["Percentile99Freq"] = spectrum.Percentile99Freq;
+  }
+  return info;
+}
+
 Json PlateInfo(const ForcePlate& plate) {
   Json gains = Json::array();
   for (const double gain : plate.comGains) {
@@ -115,6 +145,7 @@ std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
       {"ForcesReduced", Flag(trial.ForcesReduced)},
       {"NPlates", trial.NPlates},
       {"PairedGraphs", Flag(trial.PairedGraphs)},
+      {"WindowType", workbench.spectrum.WindowType},
       {"FirstChanShown", workbench.FirstChanShown},
       {"LastChanShown", workbench.LastChanShown},
       {"SDMultiplier", JsonNumber(workbench.thresholds.SDMultiplier)},
@@ -131,6 +162,9 @@ std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
   }
   if (!workbench.results.ResultText.empty()) {
     info["ResultText"] = workbench.results.ResultText;
+  }
+  if (!workbench.spectrum.PowerNorm.empty()) {
+    info["spectrum"] = SpectrumInfo(workbench.spectrum);
   }
   if (!workbench.results.Clipboard.empty()) {
     info["Clipboard"] = workbench.results.Clipboard;

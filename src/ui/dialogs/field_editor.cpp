@@ -192,6 +192,7 @@ class LineEditor : public FieldEditor {
   }
 
   void Refresh() override {
+    line_->setEnabled(!field_.readOnly);  // a form may lock a field while it is open
     const QString value = ValueText(field_);
     if (line_->hasFocus() && !text_ && Val(ToStd(line_->text())) == Val(ToStd(value))) {
       shown_ = line_->text();
@@ -283,12 +284,25 @@ class NoteEditor : public FieldEditor {
     layout->setContentsMargins(0, 0, 0, 0);
     label_ = new QLabel;
     label_->setTextFormat(Qt::PlainText);
-    label_->setWordWrap(true);
-    label_->setMinimumWidth(300);
     label_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(label_);
   }
-  void Refresh() override { label_->setText(ValueText(field_)); }
+  // A number as somebody reads it; its tip has all of it.
+  void Refresh() override {
+    constexpr int kDigits = 7;
+    const double* const* number = std::get_if<double*>(&field_.target);
+    const QString units = field_.units.empty() ? QString() : QStringLiteral(" ") + ToQt(field_.units);
+    if (number == nullptr) {
+      constexpr int kShort = 45;  // characters: one line
+      const QString text = ValueText(field_) + units;
+      label_->setWordWrap(text.size() > kShort);
+      label_->setMinimumWidth(text.size() > kShort ? 300 : 0);
+      label_->setText(text);
+      return;
+    }
+    label_->setText(QString::number(**number, 'g', kDigits) + units);
+    label_->setToolTip(ValueText(field_));
+  }
 
  private:
   QLabel* label_;

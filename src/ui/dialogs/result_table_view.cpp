@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <algorithm>
 
 #include "core/text/numbers.hpp"
 #include "ui/text.hpp"
@@ -71,6 +72,13 @@ void ResultTableView::Show(const ResultTable& table) {
   model_->Show(table);
   if (!sameColumns) {
     resizeColumnsToContents();
+    constexpr int kWidest = 1000;
+    constexpr int kNarrowest = 360;
+    int width = 2 * frameWidth() + 24;
+    for (int column = 0; column < model_->columnCount({}); ++column) {
+      width += columnWidth(column);
+    }
+    setMinimumWidth(std::clamp(width, kNarrowest, kWidest));
   }
 }
 

@@ -135,6 +135,10 @@ void Menus::Update(const Workbench& workbench) {
       const char* why = command.whyNot(workbench);
       entry.action->setToolTip(ToQt(why != nullptr ? why : WithoutMnemonic(command.caption)));
     }
+    if (command.checked != nullptr) {
+      entry.action->setCheckable(true);
+      entry.action->setChecked(command.checked(workbench));
+    }
   }
 }
 
