@@ -26,6 +26,8 @@
 namespace velmora::ui {
 namespace {
 
+constexpr std::size_t kFieldsThatFit = 20;  // in a column
+
 /// Opens as large as what is in it, and scrolls on a screen that has less room.
 class ContentArea : public QScrollArea {
  public:
