@@ -32,6 +32,7 @@ WelcomePanel::WelcomePanel(QWidget* parent) : QWidget(parent) {
   font.setPointSizeF(font.pointSizeF() * 1.7);
   font.setWeight(QFont::DemiBold);
   sentence->setFont(font);
+  sentence->setWordWrap(true);  // it sets no width on a small screen
   layout->addWidget(sentence);
   layout->addSpacing(6);
   layout->addWidget(Quiet(tr("Double-click a data file in the list on the left,")));
