@@ -25,6 +25,7 @@
 #include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
 #include "spectra/spectra_commands.hpp"
+#include "statistics/statistics_commands.hpp"
 
 namespace velmora {
 namespace {
@@ -34,7 +35,8 @@ std::vector<Command> Assemble() {
   for (const std::span<const Command> folder :
        {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
         SmoothCommands(), BiasCommands(), TimeBaseCommands(), SpectraCommands(), EmgCommands(),
-        PlateCommands(), ImpactCommands(), GraphCommands(), LookCommands(), CropCommands()}) {
+        PlateCommands(), ImpactCommands(), GraphCommands(), LookCommands(), CropCommands(),
+        StatisticsCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;
@@ -65,9 +67,9 @@ class ViewRefresh {
   OpenView* before_;
 };
 
-void RunNext(Workbench& workbench) {
-  if (const Command* next = FindCommand(std::exchange(workbench.NextCommand, {}))) {
-    RunCommand(workbench, *next);
+void RunById(Workbench& workbench, std::string_view id) {
+  if (const Command* command = FindCommand(id)) {
+    RunCommand(workbench, *command);
   }
 }
 
@@ -89,9 +91,10 @@ void RunCommand(Workbench& workbench, const Command& command) {
   const ActionScope action(workbench.listener, &command);
   const ViewRefresh refresh(workbench, command);
   workbench.NextCommand = {};
+  workbench.RunById = RunById;
   try {
     command.run(workbench);
-    RunNext(workbench);
+    RunById(workbench, std::exchange(workbench.NextCommand, {}));
     return;
   } catch (const CommandAbandoned&) {
     throw;

@@ -93,6 +93,8 @@ struct Workbench {
   ResultMemory results;
   NumberPatterns patterns;
 
+  /// Runs a command by its id from inside another action, as a key of a view does. Set by the first command.
+  void (*RunById)(Workbench&, std::string_view id) = nullptr;
   /// Id of a command to run as soon as the one that set it has ended.
   std::string_view NextCommand;
 

@@ -95,6 +95,9 @@ class SingleView : public OpenView {
   [[nodiscard]] std::int32_t SampleOf(int cursor) const;
   /// The samples of the first two cursors, in order.
   [[nodiscard]] SampleRange PairRange() const;
+  /// StatLo and StatHi become the samples between the first two cursors, those from the one cursor on, or
+  /// all.
+  void SetStatRange();
   /// Cursors 1 and the last of 1 and 2 go to the first and the last sample; those outside come back.
   void MoveCursorsToEnds(bool first, bool last);
 
@@ -119,7 +122,6 @@ class SingleView : public OpenView {
   void LeftCursorToStart();
   void RightCursorToEnd();
   void CursorsToEnds();
-  void SetStatRange();
   void RefuseStatistics();
   void ShowWindow();
   bool PressFunctionKey(const std::string& name);

@@ -17,10 +17,6 @@ constexpr const char* kKeyboardList =
     "Z = Zoom in/out of window\nF1 or ? = show this help screen\nF2 or R = reset\nF3  = full-screen\n"
     "F4  = window\nF5  = save data\nF6  = full width\nF7  = full height\nF10 = save cursor positions";
 
-bool IsOneOf(const std::string& name, std::string_view letters) {
-  return name.size() == 1 && letters.find(name) != std::string_view::npos;
-}
-
 }  // namespace
 
 void ShowKeys(Workbench& workbench, const char* list) {
@@ -115,7 +111,9 @@ bool SingleView::PressCharacterKey(const std::string& name) {
     TwoCursors();
   } else if (name == "5") {
     ToggleValues();
-  } else if (IsOneOf(name, "DEIM")) {
+  } else if (name == "E" || name == "I") {
+    workbench_.RunById(workbench_, name == "E" ? "window-stats.emg" : "window-stats.integral");
+  } else if (name == "D" || name == "M") {
     RefuseStatistics();
   } else if (name == "Z" || (name == "F" && windowMode_) || (name == "W" && !windowMode_)) {
     ToggleWindow();
@@ -153,7 +151,7 @@ void SingleView::SetStatRange() {
 void SingleView::RefuseStatistics() {
   SetStatRange();
   ShowFailure(workbench_, {.title = "Statistics",
-                           .text = "This version has no statistics between cursors yet.",
+                           .text = "This version has no descriptive and median statistics yet.",
                            .icon = Icon::Exclamation});
 }
 

@@ -12,7 +12,6 @@ namespace {
 
 // A level counts for the A-3 once the acceleration was above the one before it for this long, in seconds.
 constexpr float kA3Duration = 0.003F;
-constexpr std::int16_t kFilterPasses = 3;
 constexpr std::int32_t kFilterPadding = -100;
 constexpr double kMillisecondsPerSecond = 1000.0;
 
@@ -43,7 +42,7 @@ void TakeTimes(ChannelView times, SampleRange range, double scale, std::vector<f
 FilterVerdict Filter(std::span<float> a, double rate, float cutoff) {
   return LowPassArray(a, rate,
                       {.Cutoff = cutoff,
-                       .Passes = kFilterPasses,
+                       .Passes = kHeadImpactPasses,
                        .Padding = kFilterPadding,
                        .IsZeroLag = true,
                        .IsCritical = true});

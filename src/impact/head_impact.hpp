@@ -14,6 +14,9 @@ namespace velmora {
 /// another literal, 9.80667, and multiplies.
 inline constexpr float kGravityConstant = 9.80665F;
 
+/// Passes of the reduction's critically damped, zero-lag filter.
+inline constexpr std::int16_t kHeadImpactPasses = 3;
+
 struct HeadImpactSettings {
   float scaling = 1.0F;       // the samples times this are accelerations in g
   bool inSeconds = false;     // the abscissa; else milliseconds

@@ -16,7 +16,6 @@ constexpr std::string_view kMetricScaling = "9.80667";  // multiplies, as asked 
 constexpr std::string_view kNoScaling = "1.000";
 constexpr double kDefaultCutoff = 1000.0;  // Hz
 constexpr double kLeastGsi = 10.0;         // below it samples are rather not in g
-constexpr std::int16_t kFilterPasses = 3;
 
 SampleRange RangeBetweenCursors(const Trial& trial) {
   return {trial.CursorLo > 0 ? trial.CursorLo : 1, trial.CursorHi > 0 ? trial.CursorHi : trial.NData};
@@ -24,7 +23,7 @@ SampleRange RangeBetweenCursors(const Trial& trial) {
 
 bool RateCarries(double cutoff, double rate) {
   return DesignSection(PassType::Low, FilterDesign::CriticallyDamped, static_cast<float>(cutoff), rate,
-                       kFilterPasses, true)
+                       kHeadImpactPasses, true)
       .verdict.Accepted();
 }
 

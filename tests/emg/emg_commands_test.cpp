@@ -193,6 +193,26 @@ TEST_F(EmgCommandsTest, RectifiesAndIntegratesAndEnvelops) {
   EXPECT_FALSE(trial.FileChanged);
 }
 
+TEST_F(EmgCommandsTest, AGraphShowsStatisticsOfWhatLiesBetweenItsCursors) {
+  SetChannels(trial, {Samples(101, 2.0F)}, 100);
+  questions.FillForm({{"channels 1", "true"}});
+  Run("graph.single");
+  Run("cursor.two");
+  workbench.view->MoveCursor(1, 0.8);
+  workbench.view->MoveCursor(2, 0.3);
+  questions.FillForm({});
+  workbench.view->PressKey({.name = "I"});
+  EXPECT_EQ(Cell(Table("frmIntegral"), 0, "Sum"), 51 * 2.0);
+  questions.FillForm({});
+  workbench.view->PressKey({.name = "E"});
+  EXPECT_EQ(workbench.graph.StatLo, 31);
+  EXPECT_EQ(workbench.graph.StatHi, 81);
+  EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Abs. Sum"), 51 * 2.0);
+  questions.FillForm({});
+  Run("all-stats.emg");
+  EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Sum"), 101 * 2.0);
+}
+
 TEST_F(EmgCommandsTest, EntriesThatForwardRunTheOtherCommand) {
   SetChannels(trial, {{-1, 2, -3, 4}}, 1000);
   RunPicking("emg.rectify", {1});

@@ -4,11 +4,11 @@
 #include "run/recipe_reader.hpp"
 #include "run/recipe_run.hpp"
 #include "support/command_test.hpp"
+#include "support/native_file.hpp"
 
 namespace velmora::test {
 namespace {
 
-constexpr std::size_t kSamplesAt = 4386;
 constexpr std::size_t kSamples = 3001;
 constexpr std::size_t kChannels = 5;
 

@@ -9,19 +9,16 @@
 #include <cstring>
 
 namespace velmora {
-namespace {
 
-[[noreturn]] void Fail(int error) {
+void ThrowFileError(int error) {
   throw FileError(std::strerror(error));
 }
-
-}  // namespace
 
 InputFile::InputFile(const std::string& path) {
   // Not blocking, so that a named pipe without a writer is refused instead of waited for.
   descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor_ < 0) {
-    Fail(errno);
+    ThrowFileError(errno);
   }
   struct stat status {};
   int error = fstat(descriptor_, &status) < 0 ? errno : 0;
@@ -30,7 +27,7 @@ InputFile::InputFile(const std::string& path) {
   }
   if (error != 0) {
     close(descriptor_);
-    Fail(error);
+    ThrowFileError(error);
   }
   size_ = status.st_size;
 }
@@ -46,7 +43,7 @@ std::size_t InputFile::ReadAt(std::int64_t offset, void* to, std::size_t bytes) 
     const ssize_t got =
         pread(descriptor_, out + done, bytes - done, offset + static_cast<std::int64_t>(done));
     if (got < 0 && errno != EINTR) {
-      Fail(errno);
+      ThrowFileError(errno);
     }
     if (got == 0) {
       break;

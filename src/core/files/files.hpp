@@ -14,6 +14,9 @@ class FileError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Throws FileError with the system's text for `error`, a value of errno.
+[[noreturn]] void ThrowFileError(int error);
+
 /// Reads any part of a regular file. Reads, not a memory map: a file that shrinks while it is read
 /// then ends early instead of ending the program.
 class InputFile {

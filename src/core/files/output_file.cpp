@@ -25,10 +25,6 @@ namespace fs = std::filesystem;
 // one that nobody has locked was left behind by a program that was killed.
 constexpr std::string_view kTemporary = ".velmora2-save-";
 
-[[noreturn]] void Fail(int error) {
-  throw FileError(std::strerror(error));
-}
-
 // What a symbolic link points to is what is replaced, or made, not the link.
 std::string RealTarget(const std::string& path) {
   constexpr int kMostLinks = 40;
@@ -36,11 +32,11 @@ std::string RealTarget(const std::string& path) {
   std::error_code error;
   for (int links = 0; fs::is_symlink(fs::symlink_status(target, error)); ++links) {
     if (links == kMostLinks) {
-      Fail(ELOOP);
+      ThrowFileError(ELOOP);
     }
     const fs::path next = fs::read_symlink(target, error);
     if (error) {
-      Fail(error.value());
+      ThrowFileError(error.value());
     }
     target = target.parent_path() / next;
   }
@@ -113,11 +109,11 @@ OutputFile::OutputFile(const std::string& path, Mode mode)
   const bool exists = stat(target_.c_str(), &status) == 0;
   // Devices and pipes would be replaced by a file, which nobody means.
   if (exists && !S_ISREG(status.st_mode)) {
-    Fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    ThrowFileError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
   }
   // Renaming over a write-protected file would succeed; its owner meant it to stay.
   if (exists && access(target_.c_str(), W_OK) != 0) {
-    Fail(errno);
+    ThrowFileError(errno);
   }
   RemoveAbandoned(directory_);
   // Nobody reads what replaces a private file meanwhile; a new file is what the directory makes of it.
@@ -137,7 +133,7 @@ void OutputFile::Open(unsigned mode) {
     const std::string name = TemporaryName(directory_, attempt);
     descriptor_ = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (descriptor_ < 0 && errno != EEXIST) {
-      Fail(errno);
+      ThrowFileError(errno);
     }
     if (descriptor_ >= 0 && LockNamed(descriptor_)) {
       temporary_ = name;
@@ -168,7 +164,7 @@ void OutputFile::WriteAt(std::int64_t offset, const void* from, std::size_t byte
     const ssize_t put =
         pwrite(descriptor_, in + done, bytes - done, offset + static_cast<std::int64_t>(done));
     if (put < 0 && errno != EINTR) {
-      Fail(errno);
+      ThrowFileError(errno);
     }
     done += static_cast<std::size_t>(std::max<ssize_t>(put, 0));
   }
@@ -201,7 +197,7 @@ void OutputFile::GiveName() {
       return;
     }
   } while (errno == EEXIST);
-  Fail(errno);
+  ThrowFileError(errno);
 }
 
 void OutputFile::Commit() {
@@ -209,14 +205,14 @@ void OutputFile::Commit() {
     CopyTail();
   }
   if (fsync(descriptor_) != 0) {
-    Fail(errno);
+    ThrowFileError(errno);
   }
   if (temporary_.empty()) {
     GiveName();
   }
   // Unlocked behind the rename: until then nobody may take it for left behind.
   if (rename(temporary_.c_str(), target_.c_str()) != 0) {
-    Fail(errno);
+    ThrowFileError(errno);
   }
   temporary_.clear();
   close(descriptor_);  // nothing is left to fail: the contents are on the disk

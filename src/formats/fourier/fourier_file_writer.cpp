@@ -15,7 +15,7 @@ void AppendField(std::string& text, double value) {
   text += PadLeft(FormatNumber(value, "0.0000"), kWidth).substr(0, kWidth);
 }
 
-std::string Header(const Workbench& workbench, int channel) {
+std::string HeadText(const Workbench& workbench, int channel) {
   const Trial& trial = workbench.trial;
   const SpectrumMemory& spectrum = workbench.spectrum;
   const auto value = [&](double number) { return FormatNumber(number, workbench.patterns.ValuePattern); };
@@ -36,7 +36,7 @@ std::string Header(const Workbench& workbench, int channel) {
 
 std::string FourierFileText(const Workbench& workbench, int channel) {
   const SpectrumMemory& spectrum = workbench.spectrum;
-  std::string text = Header(workbench, channel);
+  std::string text = HeadText(workbench, channel);
   for (std::size_t k = 1; k <= static_cast<std::size_t>(spectrum.NHarm); ++k) {
     text += PadLeft(FormatNumber(static_cast<double>(k), "000"), kWidth);
     for (const std::vector<double>* list : {&spectrum.HarmFreq, &spectrum.CosCoef, &spectrum.SinCoef,

@@ -58,7 +58,7 @@ std::string MarkedRate(double rate) {
   return "*" + text.substr(text.size() - width);
 }
 
-std::string Header(const Workbench& workbench, int channels, std::int32_t lastSample) {
+std::string HeadLines(const Workbench& workbench, int channels, std::int32_t lastSample) {
   const Trial& trial = workbench.trial;
   const double duration = trial.Rate > 0 ? lastSample / trial.Rate : 0.0;
   std::string numbers = "* Channel:";
@@ -115,7 +115,7 @@ void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
   const std::int32_t lastSample = LastSampleNumber(workbench);
   panel.SetStatus("Saving data (n= " + std::to_string(lastSample + 1) + ")");
   OutputFile file(workbench.OutputFileName);
-  file.Write(Header(workbench, channels, lastSample));
+  file.Write(HeadLines(workbench, channels, lastSample));
   WriteSamples(trial, panel, file, channels);
   CommitSave(workbench, file);
   DidSave(workbench);

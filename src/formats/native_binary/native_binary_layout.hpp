@@ -8,6 +8,13 @@
 
 namespace velmora::native {
 
+/// A piece of every row at a time is read or written and turned over: 64 pieces stay in the second-level
+/// cache.
+inline constexpr std::int64_t kPieceSamples = 4096;
+/// Keeps the pieces of neighbouring rows out of each other's cache sets.
+inline constexpr std::int64_t kPieceStride = kPieceSamples + 16;
+inline constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
+
 /// The native binary file (.VMB): five header blocks, then the samples, channel behind channel, time
 /// first. Little-endian without padding, which is the memory of every machine this program runs on.
 /// Text is Windows-1252, left-aligned and padded with blanks.

@@ -17,7 +17,7 @@ namespace velmora {
 namespace {
 
 constexpr std::int16_t kBinaryFileType = 253;
-constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
+using native::kFloat;
 
 // Samples of a file that ends early are zeros, up to these many or three for each one that is there. A
 // header that announces more is not believed: the trial takes what the file can be said to hold.

@@ -17,10 +17,9 @@
 namespace velmora {
 namespace {
 
-// As in the reader: pieces of all rows stay in the second-level cache and out of each other's sets.
-constexpr std::int64_t kPieceSamples = 4096;
-constexpr std::int64_t kPieceStride = kPieceSamples + 16;
-constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
+using native::kFloat;
+using native::kPieceSamples;
+using native::kPieceStride;
 
 void PutText(std::string& record, std::size_t offset, std::size_t bytes, std::string_view text) {
   std::string field = ToWindows1252(text);

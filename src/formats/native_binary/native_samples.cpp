@@ -7,18 +7,18 @@
 #include <vector>
 
 #include "core/trial/transpose.hpp"
+#include "formats/native_binary/native_binary_layout.hpp"
 
 namespace velmora {
 namespace {
 
-// A piece of every row at a time is read and turned over: 64 pieces stay in the second-level cache.
-constexpr std::int64_t kPieceSamples = 4096;
-// Keeps the pieces of neighbouring rows out of each other's cache sets.
-constexpr std::int64_t kPieceStride = kPieceSamples + 16;
+using native::kFloat;
+using native::kPieceSamples;
+using native::kPieceStride;
+
 // How far ahead of the reading the system is asked for each row; matters for files not in memory.
 constexpr std::int64_t kAheadSamples = 32 * kPieceSamples;
 constexpr int kFewestBundleRows = 16;
-constexpr auto kFloat = static_cast<std::int64_t>(sizeof(float));
 
 using Loss = NativeSamplesRead::Loss;
 

@@ -35,8 +35,14 @@ constexpr std::array kExtras = {
     Extra{"&Help", "help.keyboard", "", "&Triggering, event and interval detection"},
     Extra{"&Help", "help.keyboard", "", "&Use triggering to create windows for statistcis"}};
 
-constexpr std::array<std::string_view, 4> kStatistics = {"&Mean, min. && max.", "Me&dian stats.",
-                                                         "&EMG stats.", "&Integration stats."};
+struct StatisticsEntry {
+  std::string_view id;  // behind that of the range
+  std::string_view caption;
+};
+
+constexpr std::array kStatistics = {
+    StatisticsEntry{".mean", "&Mean, min. && max."}, StatisticsEntry{".median", "Me&dian stats."},
+    StatisticsEntry{".emg", "&EMG stats."}, StatisticsEntry{".integral", "&Integration stats."}};
 
 void AddMissing(QMenu* menu, std::string_view caption) {
   QAction* action = menu->addAction(ToQt(caption));
@@ -93,11 +99,14 @@ void GraphMenus::Add(QMenu* menu, const Command& command) {
 
 void GraphMenus::AddStatistics(QMenuBar* bar) {
   QMenu* menu = bar->addMenu(QStringLiteral("S&tatistics"));
-  for (const char* range : {"&All data", "&Between cursors"}) {
-    QMenu* sub = menu->addMenu(QString::fromLatin1(range));
+  const std::pair<const char*, const char*> ranges[] = {{"&All data", "all-stats"},
+                                                        {"&Between cursors", "window-stats"}};
+  for (const auto& [caption, id] : ranges) {
+    QMenu* sub = menu->addMenu(QString::fromLatin1(caption));
     sub->setToolTipsVisible(true);
-    for (const std::string_view caption : kStatistics) {
-      AddMissing(sub, caption);
+    for (const StatisticsEntry& entry : kStatistics) {
+      const Command* command = FindCommand(std::string(id).append(entry.id));
+      command != nullptr ? Add(sub, *command) : AddMissing(sub, entry.caption);
     }
   }
   AddMissing(menu, "Statistics between &Cursors");

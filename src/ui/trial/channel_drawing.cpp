@@ -13,7 +13,7 @@ QColor FromTable(Colour colour) {
   return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
 }
 
-bool IsDark(const QPalette& palette) {
+bool IsDarkGround(const QPalette& palette) {
   return palette.color(QPalette::Base).lightnessF() < 0.5;
 }
 
@@ -54,7 +54,7 @@ QColor ChannelColour(int colourIndex, const QPalette& palette) {
     return palette.color(QPalette::Text);  // the table's white, seen on any ground
   }
   const QColor colour = FromTable(ColourTable[static_cast<std::size_t>(index)]);
-  if (IsDark(palette)) {
+  if (IsDarkGround(palette)) {
     return colour.lightnessF() < 0.45 ? colour.lighter(150) : colour;
   }
   float hue = 0;

@@ -42,7 +42,7 @@ LabelAndUnit SplitAtLast(const std::string& text, char open, char close) {
   return {Trim(text.substr(0, bracket)), Trim(text.substr(bracket + 1, text.size() - bracket - 2))};
 }
 
-bool IsNumber(std::string_view text) {
+bool IsDigits(std::string_view text) {
   return text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
@@ -123,7 +123,7 @@ LabelAndUnit SplitAtBracket(const std::string& text) {
 LabelAndUnit SplitLabel(const std::string& text) {
   const LabelAndUnit square = SplitAtLast(text, '[', ']');
   if (!square.unit.empty()) {
-    return IsNumber(square.unit) ? LabelAndUnit{text, {}} : square;
+    return IsDigits(square.unit) ? LabelAndUnit{text, {}} : square;
   }
   const LabelAndUnit round = SplitAtLast(text, '(', ')');
   return IsUnitSymbol(round.unit) ? round : LabelAndUnit{text, {}};
