@@ -79,7 +79,6 @@ using Vector = double __attribute__((vector_size(32)));
 using Bits = std::int64_t __attribute__((vector_size(32)));
 using Floats = float __attribute__((vector_size(16)));
 using LooseFloats = float __attribute__((vector_size(16), aligned(4), may_alias));
-using Picks = std::int32_t __attribute__((vector_size(16)));
 
 namespace sse2 {
 __attribute__((always_inline)) inline Vector SquareRoots(Vector x) {

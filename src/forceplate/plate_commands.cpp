@@ -80,7 +80,7 @@ void CombineChannels(Workbench& workbench, CombineKind kind) {
   NameCombined(trial, kind);
   ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
   panel.SetStatus("Combining plates");
-  panel.SetLimits(0, static_cast<double>(trial.NData / 100));
+  panel.SetLimits(0, trial.NData / 100.0);
   double hundreds = 0;
   CombineTwoPlates(trial, kind,
                    {.X = plates.PlateOffsetX / millimetres,

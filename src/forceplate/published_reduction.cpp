@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-constexpr double kCentimetres = 100.0;
+constexpr double kCentimetresPerMetre = 100.0;
 
 /// Forces in N and moments in N.m about the centre of the top.
 struct Loads {
@@ -25,7 +25,7 @@ struct Loads {
 };
 
 double Metres(const ForcePlate& plate, double distance) {
-  return Centimetres(plate, distance) / kCentimetres;
+  return Centimetres(plate, distance) / kCentimetresPerMetre;
 }
 
 // The six channels that every plate ends in.
@@ -39,8 +39,8 @@ void Store(float* d, const Loads& on, double minForce) {
   d[0] = static_cast<float>(on.Fx);
   d[1] = static_cast<float>(on.Fy);
   d[2] = static_cast<float>(on.Fz);
-  d[3] = static_cast<float>(x * kCentimetres);
-  d[4] = static_cast<float>(y * kCentimetres);
+  d[3] = static_cast<float>(x * kCentimetresPerMetre);
+  d[4] = static_cast<float>(y * kCentimetresPerMetre);
   d[5] = static_cast<float>(on.Mz - x * on.Fy + y * on.Fx);
 }
 

@@ -131,7 +131,7 @@ void ReducePlate(Workbench& workbench, const Job& job, int plate) {
   const int base = job.BaseOf(plate);
   ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
   panel.SetStatus("Reducing plate #" + std::to_string(plate + 1));
-  panel.SetLimits(0, static_cast<double>(trial.NData / 100));
+  panel.SetLimits(0, trial.NData / 100.0);
   double hundreds = 0;
   const Turn turn = [&panel, &hundreds] { panel.SetValue(++hundreds); };
   const bool published = how.optFormulas != 0;

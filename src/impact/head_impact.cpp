@@ -21,7 +21,7 @@ std::int64_t TakeSamples(ChannelView samples, SampleRange range, const HeadImpac
   const double scaling = settings.scaling;
   const float floor = settings.zeroNegatives ? 0.0F : -std::numeric_limits<float>::infinity();
   std::int64_t negatives = 0;
-  a.resize(static_cast<std::size_t>(range.hi - range.lo + 1));
+  a.resize(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
   std::int64_t i = range.lo - 1;
   for (float& x : a) {
     x = static_cast<float>(scaling * samples[i++]);
@@ -32,7 +32,7 @@ std::int64_t TakeSamples(ChannelView samples, SampleRange range, const HeadImpac
 }
 
 void TakeTimes(ChannelView times, SampleRange range, double scale, std::vector<float>& t) {
-  t.resize(static_cast<std::size_t>(range.hi - range.lo + 1));
+  t.resize(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
   std::int64_t i = range.lo - 1;
   for (float& x : t) {
     x = static_cast<float>(times[i++] * scale);

@@ -7,7 +7,7 @@
 namespace velmora {
 namespace {
 
-constexpr double kGap = 4.0;
+constexpr double kTextGap = 4.0;
 
 }  // namespace
 
@@ -52,7 +52,7 @@ void ResultMarks::DrawBands(QCPPainter& painter) const {
     tint.setAlpha(kTint);
     painter.fillRect(part, tint);
     painter.setPen(ColourOf(band.colour));
-    painter.drawText(part.adjusted(kGap, kGap, 0, -kGap), Qt::AlignLeft | Qt::AlignBottom,
+    painter.drawText(part.adjusted(kTextGap, kTextGap, 0, -kTextGap), Qt::AlignLeft | Qt::AlignBottom,
                      QString::fromStdString(band.text));
   }
 }
@@ -76,7 +76,7 @@ void ResultMarks::DrawLines(QCPPainter& painter) const {
     painter.setPen(QPen(colour, 1, Qt::DashLine));
     painter.drawLine(QLineF(column, area_->top(), column, area_->top() + area_->height()));
     const QString text = QString::fromStdString(mark->text);
-    const double width = metrics.horizontalAdvance(text) + 2 * kGap;
+    const double width = metrics.horizontalAdvance(text) + 2 * kTextGap;
     const double left = std::min(column, area_->right() - width);
     const auto row = std::find_if(ends.begin(), ends.end(), [&](double end) { return end <= left; });
     const auto number = row - ends.begin();
@@ -85,7 +85,8 @@ void ResultMarks::DrawLines(QCPPainter& painter) const {
     } else {
       *row = left + width;
     }
-    DrawText(painter, {left + kGap, area_->top() + kGap + static_cast<double>(number) * metrics.height()},
+    DrawText(painter,
+             {left + kTextGap, area_->top() + kTextGap + static_cast<double>(number) * metrics.height()},
              text, colour);
   }
 }
@@ -103,8 +104,9 @@ void ResultMarks::DrawPoints(QCPPainter& painter) const {
     painter.drawEllipse(at, kRadius, kRadius);
     const QString text = QString::fromStdString(point.text);
     const double width = metrics.horizontalAdvance(text);
-    const double left = at.x() + kRadius + kGap + width <= area_->right() ? at.x() + kRadius + kGap
-                                                                          : at.x() - kRadius - kGap - width;
+    const double left = at.x() + kRadius + kTextGap + width <= area_->right()
+                            ? at.x() + kRadius + kTextGap
+                            : at.x() - kRadius - kTextGap - width;
     DrawText(painter, {left, at.y() - metrics.height()}, text, ColourOf(point.colour));
   }
 }

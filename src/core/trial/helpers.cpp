@@ -151,16 +151,16 @@ void DidEach(Workbench& workbench, std::span<const int> channels,
              const std::function<std::string(int channel)>& what) {
   std::vector<std::pair<std::string, std::vector<int>>> byWording;
   for (const int c : channels) {
-    std::string words = what(c);
+    const std::string words = what(c);
     auto found = std::find_if(byWording.begin(), byWording.end(),
                               [&words](const auto& group) { return group.first == words; });
     if (found == byWording.end()) {
-      found = byWording.insert(found, {std::move(words), {}});
+      found = byWording.insert(found, {words, {}});
     }
     found->second.push_back(c);
   }
-  for (auto& [words, having] : byWording) {
-    Did(workbench, std::move(words), having);
+  for (const auto& [words, having] : byWording) {
+    Did(workbench, words, having);
   }
 }
 

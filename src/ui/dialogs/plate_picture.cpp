@@ -104,7 +104,7 @@ void PlatePicture::PaintPlate(QPainter& painter, const QTransform& onScreen, con
     painter.drawEllipse(place, 5, 5);
     const std::string number =
         ChannelNumber(static_cast<int>(std::min<std::int64_t>(base, 1000)) + kFirstVertical + k);
-    const QString text = ToQt(kKistlerNames.at(static_cast<std::size_t>(4 + k)) + (" " + number));
+    const QString text = ToQt(kKistlerNames.at(4 + static_cast<std::size_t>(k)) + (" " + number));
     const double across = fontMetrics().horizontalAdvance(text);
     const bool left = at.x > (*sensors)[0].x + (*sensors)[2].x - at.x;
     painter.drawText(place + QPointF(left ? -across - 9 : 9, 5), text);
