@@ -8,6 +8,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "emg/amplitude_distribution.hpp"
+#include "emg/result_file_head.hpp"
 #include "results/result_presses.hpp"
 
 namespace velmora {
@@ -175,16 +176,11 @@ std::string ApdfForm::ClipboardText() const {
 
 std::string ApdfForm::FileText() const {
   const Trial& trial = workbench_.trial;
-  const NumberPatterns& patterns = workbench_.patterns;
   const AmplitudeDistribution& of = workbench_.emg.distribution;
-  std::string text;
+  std::string text = TrialLines(workbench_);
   const auto line = [&text](const std::string& content) { text += content + "\n"; };
-  line("Filename:\t" + OneLine(trial.FileName));
-  line("Trial code:\t" + OneLine(trial.TrialName) + "\tTrial:\t" + std::to_string(trial.TrialIndex));
-  line("Duration (s):\t" + FormatNumber(trial.Duration, patterns.TimePattern));
-  line("Sampling rate (Hz):\t" + FormatNumber(trial.Rate, patterns.RatePattern));
   line("");
-  line("Channel:\t" + ChannelNumber(channel_) + "\t" + OneLine(Trim(trial.ChanLabel[channel_].Text())));
+  text += ChannelLine(trial, channel_);
   line("Maximum amplitude=\t" + std::to_string(largestBin_));
   line("Bin size=\t1");
   line("Number of samples=\t" + std::to_string(trial.NData));

@@ -10,11 +10,14 @@
 #include "emg/apdf_form.hpp"
 #include "emg/emg_kernels.hpp"
 #include "emg/emg_statistics_form.hpp"
+#include "emg/fatigue_form.hpp"
+#include "spectra/analysis_start.hpp"
 
 namespace velmora {
 namespace {
 
 constexpr double kTrignoDelay = 0.048;  // seconds, by which the sensor's EMG comes late
+constexpr double kLeastEmgRate = 240;   // Hz, that holds the spectrum of a surface EMG
 constexpr std::int32_t kMeansOfTen = -10;
 
 // What every entry starts with; returns false without a trial.
@@ -28,10 +31,8 @@ ChannelList PickForAnalysis(Workbench& workbench, std::string_view prompt) {
   if (workbench.trial.NChan == 1) {
     return {1};
   }
-  const bool changed = workbench.trial.FileChanged;
-  ChannelList channels = PickChannels(workbench, prompt);
-  MarkChanged(workbench, changed);
-  return channels;
+  const KeepsChanged keeps(workbench);
+  return PickChannels(workbench, prompt);
 }
 
 void AmplitudeDistributions(Workbench& workbench) {
@@ -74,6 +75,44 @@ void Statistics(Workbench& workbench) {
   workbench.graph.StatLo = 1;
   workbench.graph.StatHi = workbench.trial.NData;
   ShowEmgStatistics(workbench);
+}
+
+// The same analysis, as the menus of two trades name it.
+void AnalyseOverTime(Workbench& workbench, const char* title) {
+  Trial& trial = workbench.trial;
+  trial.CursorLo = std::max(trial.CursorLo, 1);
+  trial.CursorHi = trial.CursorHi < 1 ? trial.NData : std::min(trial.CursorHi, trial.NData);
+  const KeepsChanged keeps(workbench);
+  if (AskCursorWindow(workbench)) {
+    FatigueForm(workbench, title).Show(workbench);
+  }
+}
+
+void RefuseTimeBase(Workbench& workbench, const char* why) {
+  ShowRefusal(workbench,
+              {.title = "Invalid Sampling Rate or Timebase", .text = why, .icon = Icon::Exclamation});
+}
+
+void Fatigue(Workbench& workbench) {
+  if (!Begin(workbench)) {
+    return;
+  }
+  if (!IsTimeBased(workbench) || !(workbench.trial.Rate >= kLeastEmgRate)) {
+    RefuseTimeBase(workbench, "Data not time based or sampling rate < 240 Hz.  Processing cannot continue.");
+    return;
+  }
+  AnalyseOverTime(workbench, "EMG Fatigue Analysis");
+}
+
+void TimeSeries(Workbench& workbench) {
+  if (!Begin(workbench)) {
+    return;
+  }
+  if (!IsTimeBased(workbench) || !(workbench.trial.Rate > 0)) {
+    RefuseTimeBase(workbench, "Data not time based.  Processing cannot continue.");
+    return;
+  }
+  AnalyseOverTime(workbench, "Time Series Fourier Analysis");
 }
 
 void LinearEnvelope(Workbench& workbench) {
@@ -128,11 +167,14 @@ constexpr char kAbsolute[] = "math.absolute";
 constexpr std::string_view kMenu = "&Analysis/&EMG";
 
 constexpr std::array kEmgCommands = {
+    Command{"fourier.time-series", "Time series Fourier Analysis", "&Analysis/&Fourier analysis", Needs::Data,
+            TimeSeries},
     Command{"emg.apdf", "&APDF && CAPDF", kMenu, Needs::Data, AmplitudeDistributions},
     Command{"emg.trigno-delay", "Delsys Trigno time delay removal", kMenu, Needs::Data, RemoveTrignoDelay},
     Command{"emg.statistics", "EMG statistics", kMenu, Needs::Data, Statistics},
     Command{"emg.fourier", "Fourier analysis by harmonic regression", kMenu, Needs::Data,
             Forward<kHarmonicRegression>},
+    Command{"emg.fatigue", "Fati&gue analysis", kMenu, Needs::Data, Fatigue},
     Command{"emg.linear-envelope", "Linear envelope EMG", kMenu, Needs::Data, LinearEnvelope},
     Command{"emg.rms", "RMS EMG", kMenu, Needs::Data, Forward<kRms>},
     Command{"emg.smoothing", "Smoothing (filtering)", kMenu, Needs::Data, Forward<kFilters>},

@@ -154,10 +154,9 @@ void PlateForm::AddTrialFields(std::int32_t firstNumber) {
 }
 
 void PlateForm::AddPlateFields() {
-  std::vector<std::string> types;
-  for (const PlateTypeEntry& type : kPlateTypes) {
-    types.emplace_back(type.caption);
-  }
+  std::vector<std::string> types(kPlateTypes.size());
+  std::transform(kPlateTypes.begin(), kPlateTypes.end(), types.begin(),
+                 [](const PlateTypeEntry& type) { return std::string(type.caption); });
   fields_.push_back({.name = "optMaker",
                      .caption = "Maker",
                      .target = &optMaker_,

@@ -9,6 +9,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "dsp/channel_picking.hpp"
+#include "spectra/analysis_start.hpp"
 #include "spectra/fft_form.hpp"
 #include "spectra/fourier_statistics.hpp"
 #include "spectra/generate_fourier_form.hpp"
@@ -18,24 +19,6 @@
 
 namespace velmora {
 namespace {
-
-// False after Cancel.
-bool AskCursorWindow(Workbench& workbench) {
-  Trial& trial = workbench.trial;
-  if (trial.CursorLo <= 1 && trial.CursorHi >= trial.NData) {
-    return true;
-  }
-  const Button answer = workbench.questions.AskBox(
-      {.title = "Process within Window?",
-       .text = "Press Yes to process data between the cursors, No to process all the data or Cancel.",
-       .icon = Icon::Question,
-       .buttons = {Button::Yes, Button::No, Button::Cancel}});
-  if (answer == Button::No) {
-    trial.CursorLo = 1;
-    trial.CursorHi = trial.NData;
-  }
-  return answer != Button::Cancel;
-}
 
 // The report of one channel; with more to come it can be the last. False ends the loop.
 bool ShowReport(Workbench& workbench, const char* title, bool several) {
@@ -53,19 +36,6 @@ bool ShowReport(Workbench& workbench, const char* title, bool several) {
 std::string WithWindow(const Workbench& workbench, const std::string& what) {
   return what + ", " + workbench.spectrum.WindowName + " window";
 }
-
-/// A spectrum changes no data; the picker marks them as changed all the same.
-class KeepsChanged {
- public:
-  explicit KeepsChanged(Workbench& workbench) : workbench_(workbench), before_(workbench.trial.FileChanged) {}
-  KeepsChanged(const KeepsChanged&) = delete;
-  KeepsChanged& operator=(const KeepsChanged&) = delete;
-  ~KeepsChanged() { MarkChanged(workbench_, before_); }
-
- private:
-  Workbench& workbench_;
-  bool before_;
-};
 
 // --- By harmonic regression
 

@@ -31,6 +31,10 @@ std::int32_t TimeToSample(const Trial& trial, double t) {
   return trial.Rate > 0 ? RoundHalfEven32(trial.Rate * t + 1) : 0;
 }
 
+bool IsTimeBased(const Workbench& workbench) {
+  return workbench.time.Base == TimeBase::Seconds || workbench.time.Base == TimeBase::HhMmSs;
+}
+
 std::string AbscissaText(const Workbench& workbench, double x, std::string_view pattern) {
   if (workbench.time.Base != TimeBase::HhMmSs) {
     return FormatNumber(x, pattern);

@@ -19,6 +19,9 @@ double SampleToTime(const Trial& trial, std::int32_t i);
 /// positive. The result may lie outside the trial.
 std::int32_t TimeToSample(const Trial& trial, double t);
 
+/// The abscissa counts seconds, however they are shown.
+bool IsTimeBased(const Workbench& workbench);
+
 /// A value of the abscissa as people read it: through the pattern, or as a clock with the pattern's decimals
 /// while the time base is HH:MM:SS. The abscissa itself keeps seconds.
 std::string AbscissaText(const Workbench& workbench, double x, std::string_view pattern);

@@ -37,10 +37,6 @@ bool IsPositive(double value) {
   return value > 0 && std::isfinite(value);
 }
 
-bool HoldsSeconds(const Workbench& workbench) {
-  return workbench.time.Base == TimeBase::Seconds || workbench.time.Base == TimeBase::HhMmSs;
-}
-
 // --- Re-sampling
 
 // The number of intervals a person may ask for, the first being 1; the last leaves room for one sample
@@ -54,7 +50,7 @@ bool CanResampleTo(Workbench& workbench, std::int64_t intervals) {
 }
 
 std::string RateUnits(const Workbench& workbench) {
-  return HoldsSeconds(workbench) ? "Hz" : "samples per unit of the abscissa";
+  return IsTimeBased(workbench) ? "Hz" : "samples per unit of the abscissa";
 }
 
 // What counts samples follows their new number: the remembered rate of the seconds base, and the
@@ -224,7 +220,7 @@ void Rotate(Workbench& workbench) {
 // --- What the abscissa counts
 
 void RememberSeconds(Workbench& workbench) {
-  if (HoldsSeconds(workbench)) {
+  if (IsTimeBased(workbench)) {
     workbench.time.SecondsRate = workbench.trial.Rate;
     workbench.time.SecondsDuration = workbench.trial.Duration;
   }
@@ -341,7 +337,7 @@ void HhMmSs(Workbench& workbench) {
   if (workbench.time.Base == TimeBase::HhMmSs) {
     return;
   }
-  if (HoldsSeconds(workbench)) {
+  if (IsTimeBased(workbench)) {
     workbench.time.Base = TimeBase::HhMmSs;
     Did(workbench, "Abscissa in hours, minutes and seconds");
     return;

@@ -1,0 +1,21 @@
+#include "emg/result_file_head.hpp"
+
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+
+namespace velmora {
+
+std::string TrialLines(const Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  const NumberPatterns& patterns = workbench.patterns;
+  return "Filename:\t" + OneLine(trial.FileName) + "\nTrial code:\t" + OneLine(trial.TrialName) +
+         "\tTrial:\t" + std::to_string(trial.TrialIndex) + "\nDuration (s):\t" +
+         FormatNumber(trial.Duration, patterns.TimePattern) + "\nSampling rate (Hz):\t" +
+         FormatNumber(trial.Rate, patterns.RatePattern) + "\n";
+}
+
+std::string ChannelLine(const Trial& trial, int channel) {
+  return "Channel:\t" + ChannelNumber(channel) + "\t" + OneLine(Trim(trial.ChanLabel[channel].Text())) + "\n";
+}
+
+}  // namespace velmora

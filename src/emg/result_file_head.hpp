@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "core/workbench.hpp"
+
+// How the text files of EMG results begin. Each line is ended by a line break.
+namespace velmora {
+
+/// "Filename:", "Trial code:" with "Trial:", "Duration (s):" and "Sampling rate (Hz):".
+std::string TrialLines(const Workbench& workbench);
+
+/// "Channel:", its number and label.
+std::string ChannelLine(const Trial& trial, int channel);
+
+}  // namespace velmora

@@ -1,0 +1,385 @@
+// Spectra of successive intervals: the arithmetic of the intervals, and the analysis through its forms.
+#include "emg/fatigue.hpp"
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "core/questions/form.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "support/command_test.hpp"
+
+namespace velmora::test {
+namespace {
+
+Samples Zeros(std::size_t n) {
+  return Samples(n, 0.0F);
+}
+
+TEST(FatigueIntervals, FollowOneAnother) {
+  Trial trial;
+  SetChannels(trial, {Zeros(1001)}, 1000);  // both cursors at the ends
+  const auto of = [&](FatigueSettings settings) { return IntervalsOf(trial, settings); };
+  // 100 steps each: 1-101, 101-201, ... 901-1001, each on the last sample of the one before.
+  const FatigueIntervals plain = of({.interval = 0.1});
+  EXPECT_EQ(plain.Count(), 10);
+  EXPECT_EQ(plain.At(0, 1).last, 101);
+  EXPECT_EQ(plain.At(1, 1).first, 101);
+  EXPECT_EQ(plain.At(9, 1).last, 1001);
+  EXPECT_EQ(of({.interval = 0.1, .divisor = 2}).Count(), 19);  // 900 / 50 + 1
+  EXPECT_EQ(of({.interval = 0.1, .divisor = 4}).Count(), 37);  // 900 / 25 + 1
+  // The refractory interval of the last one must fit, too: 880 / 120 + 1.
+  const FatigueIntervals apart = of({.interval = 0.1, .refractory = 0.02});
+  EXPECT_EQ(apart.Count(), 8);
+  EXPECT_EQ(apart.At(7, 1).first, 841);
+  EXPECT_LT(apart.Overlap(), 0);
+  // A half goes to the even neighbour: 10 / 4 = 2.5 and 101 / 2 = 50.5 down, 103 / 2 = 51.5 up.
+  EXPECT_EQ(of({.interval = 0.01, .divisor = 4}).step, 2);
+  EXPECT_EQ(AllHarmonics(of({.interval = 0.101})), 50);
+  EXPECT_EQ(AllHarmonics(of({.interval = 0.103})), 52);
+  // By FFT: 32 samples, the steps 31, 15 and 7.
+  FatigueSettings fft{.method = FatigueMethod::FastFourierTransform, .data = 32};
+  EXPECT_EQ(of(fft).Count(), 32);  // 969 / 31 + 1
+  fft.divisor = 2;
+  EXPECT_EQ(of(fft).step, 15);
+  fft.divisor = 4;
+  EXPECT_EQ(of(fft).step, 7);
+  EXPECT_DOUBLE_EQ(of(fft).Overlap(), 100.0 * 25 / 32);
+  // What does not move on, does not fit, or is none.
+  EXPECT_EQ(of({.interval = 0}).Count(), 2001);
+  EXPECT_EQ(of({.interval = 0.001, .divisor = 4}).Count(), 2001);
+  EXPECT_EQ(of({.interval = 1.001}).Count(), 0);
+  EXPECT_EQ(of({.interval = 1e300}).Count(), 0);
+  EXPECT_EQ(of({.interval = 0.1, .refractory = 1e300}).Count(), 0);
+  trial.Rate = 0;
+  EXPECT_EQ(of({.interval = 1}).Count(), 0);
+}
+
+struct Fatigue : FileTest {
+  void SetUp() override {
+    trial.TrialName = "lift";
+    trial.FileName = "/data/lift.vmb";
+  }
+  /// Three channels at 1000 Hz, the second 1 and -1 in turn.
+  void SetAlternating() {
+    Samples turns;
+    for (int i = 0; i < 101; ++i) {
+      turns.push_back(i % 2 == 0 ? 1.0F : -1.0F);
+    }
+    SetChannels(trial, {Zeros(101), turns, Samples(101, 2.0F)}, 1000);
+    trial.ChanLabel[2] = "Delt ant";
+    trial.ChanUnits[2] = "mV";
+  }
+  /// Fills the dialogue, starts, and leaves the results by `presses` and Done, then the dialogue.
+  void Analyse(const Edits& edits, const Texts& presses = {}, const char* id = "emg.fatigue") {
+    questions.FillForm(edits);
+    for (const std::string& press : presses) {
+      questions.formAnswers.emplace_back([this, press](Form& form) {
+        graph = form.Graph().value_or(FormGraph{});
+        return press;
+      });
+    }
+    questions.FillForm({});
+    questions.FillForm({}, "Exit");
+    Run(id);
+  }
+  /// The dialogue does not start with these; it says why.
+  std::string RefusalOf(const Edits& edits) {
+    const std::size_t forms = questions.formNames.size();
+    questions.FillForm(edits);
+    questions.FillForm({}, "Exit");
+    Run("emg.fatigue");
+    EXPECT_EQ(questions.formNames.size(), forms + 2);
+    return LastBox();
+  }
+  const ResultTable& Table() { return workbench.results.ResultTables.at(0); }
+  double Cell(std::size_t row, std::size_t column) {
+    return std::get<double>(Table().rows.at(row).at(column));
+  }
+
+  FormGraph graph;
+};
+
+enum Column : std::size_t { From, To, Median, Mean, FirstMedian, FirstMean, AbsMean, Rms, Integral };
+
+TEST_F(Fatigue, AToneKeepsItsFrequencyByBothMethods) {
+  Samples tone;
+  for (int i = 0; i < 5001; ++i) {
+    tone.push_back(static_cast<float>(3 * std::sin(2 * Pi * 100 * (i + 0.5) / 1000)));
+  }
+  SetChannels(trial, {tone}, 1000);
+  Analyse({{"txtInterval", "1"}});
+  ASSERT_EQ(Table().rows.size(), 5U);
+  // The mean of the first interval from the definition, 1001 samples and 500 harmonics of 1 Hz.
+  double power = 0;
+  double weighted = 0;
+  for (int k = 1; k <= 500; ++k) {
+    double re = 0;
+    double im = 0;
+    for (int i = 0; i <= 1000; ++i) {
+      re += tone[static_cast<std::size_t>(i)] * std::cos(2 * Pi * k * i / 1001);
+      im += tone[static_cast<std::size_t>(i)] * std::sin(2 * Pi * k * i / 1001);
+    }
+    power += re * re + im * im;
+    weighted += k * (re * re + im * im);
+  }
+  for (std::size_t row = 0; row < 5; ++row) {
+    EXPECT_EQ(Cell(row, From), static_cast<double>(row));
+    EXPECT_EQ(Cell(row, To), static_cast<double>(row + 1));
+    EXPECT_NEAR(Cell(row, Mean), weighted / power, 1e-3);
+    EXPECT_NEAR(Cell(row, Median), 100, 1);
+    EXPECT_NEAR(Cell(row, FirstMedian), 100, 1e-3);
+    EXPECT_NEAR(Cell(row, FirstMean), 100, 1e-3);
+    EXPECT_NEAR(Cell(row, Rms), 3 / std::sqrt(2.0), 2e-3);
+    EXPECT_NEAR(Cell(row, AbsMean), 6 / Pi, 0.05);
+    EXPECT_NEAR(Cell(row, Integral), Cell(row, AbsMean) * 1.001, 1e-9);
+  }
+  EXPECT_EQ(workbench.report.deeds.at(0).what,
+            "EMG Fatigue Analysis by harmonic regression, intervals of 1 s, 5 intervals");
+  EXPECT_FALSE(trial.FileChanged);
+
+  // 102.4 cycles in 1024 samples stand a line higher, at 103.4 of 1000 / 1023 Hz.
+  Analyse({{"optMethod", "1"}, {"optInterleave", "50%"}}, {}, "fourier.time-series");
+  ASSERT_EQ(Table().rows.size(), 8U);  // 3977 / 511 + 1
+  for (std::size_t row = 0; row < 8; ++row) {
+    EXPECT_NEAR(Cell(row, From), 0.511 * static_cast<double>(row), 1e-9);
+    EXPECT_NEAR(Cell(row, Mean), 103.4 * 1000 / 1023, 1);
+  }
+  EXPECT_EQ(workbench.report.deeds.back().what,
+            "Time Series Fourier Analysis by FFT, intervals of 1024 samples, 8 intervals");
+}
+
+TEST_F(Fatigue, TheMeanFrequencyFallsWithAChirp) {
+  Samples chirp;
+  for (int i = 0; i <= 10'000; ++i) {
+    const double t = i / 1000.0;
+    chirp.push_back(static_cast<float>(std::sin(2 * Pi * (200 * t - 5 * t * t))));  // 200 Hz - 10 Hz/s
+  }
+  SetChannels(trial, {chirp}, 1000);
+  Analyse({{"txtInterval", "1"}, {"optInterleave", "25%"}}, {"Graph"});
+  ASSERT_EQ(Table().rows.size(), 37U);
+  for (std::size_t row = 0; row < 37; ++row) {
+    EXPECT_NEAR(Cell(row, Mean), 195 - 10 * Cell(row, From), 2.5) << row;
+    EXPECT_NEAR(Cell(row, FirstMean), 100 * Cell(row, Mean) / Cell(0, Mean), 1e-9);
+  }
+  EXPECT_EQ(graph.x.caption, "Time (s)");
+  EXPECT_EQ(graph.y.caption, "Frequency (Hz)");
+  ASSERT_EQ(graph.plots.size(), 2U);
+  EXPECT_EQ(graph.plots[1].y[36], Cell(36, Mean));
+}
+
+TEST_F(Fatigue, FilesHoldWhatWasDone) {
+  SetAlternating();
+  std::string opened;
+  workbench.desktop.open = [&](const std::string& program, const std::string& path) {
+    opened = program + "|" + path;
+    return std::string();
+  };
+  questions.PickChannels({2});
+  questions.fileAnswers = {{directory.Path("s")}, {directory.Path("a")}};
+  Analyse({{"txtInterval", "0.02"}, {"chkSave", "true"}, {"optPower", "Relative power"}},
+          {"Excel", "Save", "Excel"});
+  ASSERT_EQ(questions.boxes.size(), 1U);
+  EXPECT_EQ(
+      LastBox(),
+      "Data Not Saved|To send data to Notepad or a spreadsheet, first press the Save button to asve the "
+      "data to a file.");
+  EXPECT_EQ(opened, "Excel.exe|" + directory.Path("a.fat"));
+  EXPECT_EQ(questions.files.at(0).title, "Save as .tab file");
+  EXPECT_EQ(questions.files.at(1).title, "Save as .FAT file");
+  const std::string head = "Filename:\t/data/lift.vmb\nTrial code:\tlift\tTrial:\t" +
+                           std::to_string(trial.TrialIndex) +
+                           "\nDuration (s):\t0.100\nSampling rate (Hz):\t1000.00\n";
+  const std::string frequencies =
+      FormatNumber(Cell(0, Median), "0.0000") + "\t" + FormatNumber(Cell(0, Mean), "0.0000");
+  const std::string fat = ReadFile(directory.Path("a.fat"));
+  EXPECT_TRUE(fat.starts_with(
+      head +
+      "Channel:\t01\tDelt ant\nWindowing type:\trectangular\nNumber of harmonics:\t10\nTime interval "
+      "(s):\t0.02\n\nCount\tChan.\tTime\tMedian f\tMean f\t%Med.1\t%Mean1\tAbs.Mean\tRMS\tAbs.Int'l\n"
+      "001\t    01\t0.0000\t" +
+      frequencies + "\t100.00\t100.00\t1.0000\t1.0000\t0.0210\n002\t    01\t0.0200\t"))
+      << fat;
+  EXPECT_EQ(std::count(fat.begin(), fat.end(), '\n'), 10 + 5);
+  // Ten harmonics of 50 Hz.
+  const std::string tab = ReadFile(directory.Path("s.tab"));
+  EXPECT_TRUE(tab.starts_with(head +
+                              "\nTime (s)\t50.000\t100.000\t150.000\t200.000\t250.000\t300.000\t350.000"
+                              "\t400.000\t450.000\t500.000\n0.0000\t"))
+      << tab;
+  const std::string last = tab.substr(tab.rfind("\n0.0800\t") + 8);
+  double total = 0;
+  for (std::size_t at = 0; at != std::string::npos && at < last.size(); at = last.find('\t', at + 1)) {
+    total += Val(last.substr(at + (last[at] == '\t' ? 1 : 0)));
+  }
+  EXPECT_NEAR(total, 100, 1e-3);
+  EXPECT_EQ(last.find('E'), 8U);  // 0.000000E+00
+  EXPECT_EQ(questions.panels.at(0).format, "EMG Fatigue Analysis");
+  EXPECT_EQ(questions.panels.at(0).status, "Interval 5 of 5");
+}
+
+TEST_F(Fatigue, AFileThatCannotBeWrittenIsToldAndTheTableStays) {
+  SetAlternating();
+  questions.PickChannels({2});
+  questions.fileAnswers = {{directory.Path("none/s.tab")}};
+  Analyse({{"txtInterval", "0.02"}, {"chkSave", "true"}});
+  EXPECT_EQ(workbench.report.failures.size(), 1U);
+  EXPECT_EQ(Table().rows.size(), 5U);
+}
+
+TEST_F(Fatigue, StopKeepsTheIntervalsDone) {
+  SetAlternating();
+  for (const char* method : {"0", "1"}) {
+    questions.PickChannels({2});
+    questions.CancelAt("Interval 3 of 5");
+    questions.fileAnswers = {{directory.Path("s.tab")}};
+    if (*method == '1') {
+      trial.CursorHi = 94;  // 62 / 15 + 1 by FFT of 32 samples
+      questions.boxAnswers = {Button::Yes};
+    }
+    Analyse({{"optMethod", method},
+             {"txtInterval", "0.02"},
+             {"comNData", "32"},
+             {"optInterleave", *method == '1' ? "50%" : "None"},
+             {"chkSave", "true"}});
+    EXPECT_EQ(Table().rows.size(), 2U) << method;
+    EXPECT_TRUE(workbench.report.deeds.back().what.ends_with("2 of 5 intervals, spectra saved"));
+    const std::string tab = ReadFile(directory.Path("s.tab"));
+    EXPECT_EQ(std::count(tab.begin(), tab.end(), '\n'), 6 + 2) << tab;
+  }
+  trial.CursorHi = trial.NData;
+  // Before the first is done the old file stays as it was, and nothing was done.
+  WriteFile(directory.Path("s.tab"), "old");
+  const std::size_t deeds = workbench.report.deeds.size();
+  questions.PickChannels({2});
+  questions.CancelAt("Interval 1 of 5");
+  questions.fileAnswers = {{directory.Path("s.tab")}};
+  Analyse({{"txtInterval", "0.02"}, {"chkSave", "true"}}, {"Graph"});
+  EXPECT_TRUE(Table().rows.empty());
+  EXPECT_EQ(ReadFile(directory.Path("s.tab")), "old");
+  EXPECT_EQ(workbench.report.deeds.size(), deeds);
+  // In a pause.
+  questions.onProgress = {};
+  questions.PickChannels({2});
+  questions.boxAnswers = {Button::OK, Button::Cancel};
+  Analyse({{"txtInterval", "0.02"}, {"chkPause", "true"}});
+  EXPECT_EQ(Table().rows.size(), 2U);
+  EXPECT_EQ(LastBox(), "EMG Fatigue Analysis|Press OK for next interval or Cancel to exit.");
+}
+
+TEST_F(Fatigue, RefusesWhatMakesNoSeries) {
+  SetChannels(trial, {Zeros(4002)}, 1000);
+  const std::string title = "EMG Fatigue Analysis|";
+  const std::string few = title + "Two few intervals.  Reduce interval or increase interleaving.";
+  const std::string many =
+      title + "Number of intervals is greater than 2000.  Increase interval or reduce interleaving.";
+  const std::string refractory = title + "Refractory interval must be zero (0.0) for interleaving.";
+  EXPECT_EQ(RefusalOf({}), few);  // the interval is the whole range at first
+  EXPECT_EQ(RefusalOf({{"optMethod", "1"}, {"comNData", "65536"}}), few);
+  EXPECT_EQ(RefusalOf({{"txtInterval", "0"}}), many);
+  EXPECT_EQ(RefusalOf({{"txtInterval", "words"}}), many);
+  EXPECT_EQ(RefusalOf({{"txtInterval", "9"}, {"txtRefractory", "1"}, {"optInterleave", "50%"}}), refractory);
+  EXPECT_EQ(RefusalOf({{"txtInterval", "1"}, {"txtHarmonics", "501"}}),
+            title + "Enter maximum number of harmonics to analyze.  Must be less than or equal to 500.");
+  // 4001 steps of 2: 2000 intervals; with 4 samples more 2002.
+  Analyse({{"txtInterval", "0.002"}});
+  EXPECT_EQ(Table().rows.size(), 2000U);
+  SetChannels(trial, {Zeros(4006)}, 1000);
+  EXPECT_EQ(RefusalOf({{"txtInterval", "0.002"}}), many);
+
+  const std::size_t forms = questions.formNames.size();
+  const std::string base = "Invalid Sampling Rate or Timebase|Data not time based";
+  trial.Rate = 239.9;
+  Run("emg.fatigue");
+  EXPECT_EQ(LastBox(), base + " or sampling rate < 240 Hz.  Processing cannot continue.");
+  trial.Rate = 240;
+  workbench.time.Base = TimeBase::Percentage;
+  Run("emg.fatigue");
+  Run("fourier.time-series");
+  EXPECT_EQ(LastBox(), base + ".  Processing cannot continue.");
+  EXPECT_EQ(questions.boxes.size(), 10U);
+  EXPECT_EQ(questions.formNames.size(), forms);
+  workbench.time.Base = TimeBase::HhMmSs;
+  questions.FillForm({}, "Exit");
+  Run("emg.fatigue");
+  trial.Rate = 50;
+  questions.FillForm({}, "Exit");
+  Run("fourier.time-series");
+  trial.DiscardData();
+  Run("emg.fatigue");
+  Run("fourier.time-series");
+  EXPECT_EQ(questions.formNames.size(), forms + 2);
+  EXPECT_EQ(questions.boxes.size(), 10U);
+}
+
+TEST_F(Fatigue, TheDialogueAsksForRangeChannelAndFile) {
+  SetAlternating();
+  trial.CursorLo = 21;
+  trial.CursorHi = 81;
+  questions.boxAnswers = {Button::Cancel};
+  Run("emg.fatigue");
+  EXPECT_TRUE(questions.formNames.empty());
+  // The picker and the file are left, then the dialogue shows what its settings make.
+  questions.boxAnswers = {Button::Yes};
+  questions.FillForm({{"txtInterval", "0.02"}});
+  questions.PickCancel();
+  questions.FillForm({{"chkSave", "1"}});
+  questions.PickChannels({2});
+  questions.fileAnswers = {{}};
+  Texts shown;
+  questions.formAnswers.emplace_back([&](Form& form) {
+    EXPECT_EQ(form.Buttons().front().caption, "&Select Channel");
+    for (const char* name : {"Intervals", "FrequencyStep", "Overlap"}) {
+      shown.push_back(Form::TextOf(*form.FindField(name)));
+    }
+    form.Edit(*form.FindField("optInterleave"), "50%");
+    shown.push_back(Form::TextOf(*form.FindField("Intervals")));
+    return std::string("Exit");
+  });
+  Run("emg.fatigue");
+  ASSERT_EQ(shown.size(), 4U);
+  EXPECT_EQ(shown[0], "3");
+  EXPECT_EQ(shown[1], "50");
+  EXPECT_NEAR(Val(shown[2]), 100.0 / 21, 1e-9);  // one sample of 21
+  EXPECT_EQ(shown[3], "5");
+  EXPECT_EQ(questions.formNames, (Texts{"frmFatigue", "frmFatigue", "frmFatigue"}));
+  // No sets the cursors; a channel that is constant, and one with a sample that is not finite.
+  questions.boxAnswers = {Button::No};
+  questions.PickChannels({3});
+  Analyse({{"txtInterval", "0.02"}});
+  EXPECT_EQ(trial.CursorHi, 101);
+  EXPECT_EQ(Cell(4, Mean), 0);
+  EXPECT_EQ(Cell(4, FirstMean), 0);
+  EXPECT_EQ(Cell(4, AbsMean), 2);
+  trial.Data(50, 2) = std::numeric_limits<float>::quiet_NaN();
+  questions.PickChannels({2});
+  Analyse({{"txtInterval", "0.02"}});
+  EXPECT_TRUE(std::isnan(Cell(2, Rms)));
+  EXPECT_EQ(Cell(2, Mean), 0);
+  EXPECT_EQ(Cell(3, Rms), 1);
+}
+
+TEST_F(Fatigue, GraphsOfEveryKind) {
+  SetAlternating();
+  questions.PickChannels({2});
+  questions.FillForm({{"txtInterval", "0.02"}});
+  Texts axes;
+  questions.formAnswers.emplace_back([&](Form& form) {
+    for (const char* kind :
+         {"Percent first interval", "Integrated", "Spectra by interval", "First and last spectrum"}) {
+      form.Edit(*form.FindField("optGraph"), kind);
+      axes.push_back(form.Graph()->x.caption + "|" + form.Graph()->y.caption + "|" +
+                     std::to_string(form.Graph()->plots.size()));
+    }
+    EXPECT_FALSE(form.Graph()->hidden);
+    return std::string("Done");
+  });
+  questions.FillForm({}, "Exit");
+  Run("emg.fatigue");
+  EXPECT_EQ(axes, (Texts{"Time (s)|Percent first interval|2", "Time (s)|Integrated mV.s|1",
+                         "Freq (hertz)|Time (s)|5", "Freq (hertz)|Power (mV)|2"}));
+}
+
+}  // namespace
+}  // namespace velmora::test
