@@ -1,5 +1,6 @@
 #include "forceplate/plate_form.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
