@@ -74,7 +74,9 @@ void DrawnFormGraph::TakeLooks(const FormGraph& from) {
   graph_.Ordinate = ToAxis(from.y);
   graph_.Title = from.title;
   graph_.TitleVisible = !from.title.empty();
-  graph_.SidebarVisible = from.plots.size() > 1;
+  const bool named = std::any_of(from.plots.begin(), from.plots.end(),
+                                 [](const FormGraph::Plot& plot) { return !plot.name.empty(); });
+  graph_.SidebarVisible = named && from.plots.size() > 1;
   graph_.Track = TrackMode::PanXAndY;
   graph_.Marks = from.marks;
   graph_.Bands = from.bands;

@@ -277,8 +277,8 @@ void HeadImpactForm::DrawGraph() {
 }
 
 std::string HeadImpactForm::Words() const {
-  return "Head impact of " + ChannelNumber(channel_) + ": GSI " + FormatNumber(impact_.gsi, "0.0") +
-         ", HIC " + FormatNumber(impact_.hic.value, "0.0") + " over " + PlainNumber(hicSpan_) + " ms, peak " +
+  return "Head impact, GSI " + FormatNumber(impact_.gsi, "0.0") + ", HIC " +
+         FormatNumber(impact_.hic.value, "0.0") + " over " + PlainNumber(hicSpan_) + " ms, peak " +
          FormatNumber(impact_.peak, "0.0 ") + "g";
 }
 
