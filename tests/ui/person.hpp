@@ -110,12 +110,12 @@ class Person {
   void Look() {
     if (!fault_.empty()) {
       LeaveAll();
+    } else if (QWidget* window = Appeared()) {  // before patience: on a busy machine both may come at once
+      Do(window);
     } else if (!expected_.empty() && waiting_.hasExpired(kPatience)) {
       const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       fault_ = (box != nullptr ? box->text().toStdString() + ": " : std::string()) + "waited in vain for \"" +
                expected_.front().window.toStdString() + "\"; there is " + Titles().toStdString();
-    } else if (QWidget* window = Appeared()) {
-      Do(window);
     }
   }
 
