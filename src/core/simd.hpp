@@ -14,3 +14,25 @@ SimdLevel MachineSimdLevel();
 std::vector<SimdLevel> MachineSimdLevels();
 
 }  // namespace velmora
+
+// What stands between SIMD_BEGIN_... and SIMD_END is compiled for that width, whatever the machine that
+// builds: the caller has asked MachineSimdLevel(). GCC and clang say it by pragmas of their own.
+#define SIMD_PRAGMA(words) _Pragma(#words)
+#ifdef __clang__
+#define SIMD_BEGIN_AVX2 \
+  SIMD_PRAGMA(clang attribute push(__attribute__((target("avx2,popcnt"))), apply_to = function))
+#define SIMD_BEGIN_AVX512                                                                                \
+  SIMD_PRAGMA(clang attribute push(__attribute__((target("avx512f,avx512bw,avx512dq,avx512vl,popcnt"))), \
+                                   apply_to = function))
+#define SIMD_BEGIN_AVX512_WHOLE SIMD_BEGIN_AVX512
+#define SIMD_END SIMD_PRAGMA(clang attribute pop)
+#else
+#define SIMD_BEGIN_AVX2 SIMD_PRAGMA(GCC push_options) SIMD_PRAGMA(GCC target("avx2"))
+#define SIMD_BEGIN_AVX512 \
+  SIMD_PRAGMA(GCC push_options) SIMD_PRAGMA(GCC target("avx512f,avx512bw,avx512dq,avx512vl"))
+// For loops that the compiler turns into vectors by itself: it prefers half of them otherwise.
+#define SIMD_BEGIN_AVX512_WHOLE \
+  SIMD_PRAGMA(GCC push_options) \
+  SIMD_PRAGMA(GCC target("avx512f,avx512bw,avx512dq,avx512vl,prefer-vector-width=512"))
+#define SIMD_END SIMD_PRAGMA(GCC pop_options)
+#endif

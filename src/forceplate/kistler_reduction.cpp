@@ -89,15 +89,15 @@ __attribute__((always_inline)) inline Vector SquareRoots(Vector x) {
 #include "forceplate/kistler_kernel.inc"
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 __attribute__((always_inline)) inline Vector SquareRoots(Vector x) {
   return _mm256_sqrt_pd(x);
 }
+#include "core/simd.hpp"
 #include "forceplate/kistler_kernel.inc"
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
 float* FirstChannel(Trial& trial, int base) {
   (void)trial.Channel(base + 1);

@@ -17,21 +17,20 @@ constexpr long kLanes = 4;
 #include "graph/envelope_kernel.inc"
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 constexpr long kLanes = 8;
 #include "graph/envelope_kernel.inc"
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl")
+SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kLanes = 16;
+#include "core/simd.hpp"
 #include "graph/envelope_kernel.inc"
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 using FoldFrames = void (*)(const float* mins, const float* maxs, long stride, long count, float* min,
                             float* max);

@@ -22,8 +22,7 @@ namespace sse2 {
 #undef LANES
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 #define LANES 8
 #define VECTORS 8
@@ -31,18 +30,18 @@ namespace avx2 {
 #undef VECTORS
 #undef LANES
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl,prefer-vector-width=512")
+SIMD_BEGIN_AVX512_WHOLE
 namespace avx512 {
 #define LANES 16
 #define VECTORS 4
+#include "core/simd.hpp"
 #include "impact/hic_lanes.inc"
 #undef VECTORS
 #undef LANES
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 WindowAdder AdderOf(SimdLevel level) {
   switch (level) {

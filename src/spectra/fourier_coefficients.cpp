@@ -16,23 +16,22 @@ constexpr long kVectors = 4;
 #include "spectra/fourier_lanes.inc"
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 constexpr long kLanes = 4;
 constexpr long kVectors = 4;
 #include "spectra/fourier_lanes.inc"
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl")
+SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kLanes = 8;
 constexpr long kVectors = 8;
+#include "core/simd.hpp"
 #include "spectra/fourier_lanes.inc"
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 void RunPlainly(const double* x, long n, const double* twice, double* near, double* far) {
   double u1 = 0.0;

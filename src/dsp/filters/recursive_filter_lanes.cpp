@@ -52,8 +52,7 @@ namespace sse2 {
 #undef LANES
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 #define LANES 4
 #define WIDEN(floats) _mm256_cvtps_pd(floats)
@@ -61,18 +60,18 @@ namespace avx2 {
 #undef WIDEN
 #undef LANES
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl,prefer-vector-width=512")
+SIMD_BEGIN_AVX512_WHOLE
 namespace avx512 {
 #define LANES 8
 #define WIDEN(floats) _mm512_maskz_cvtps_pd(0xFF, floats)
+#include "core/simd.hpp"
 #include "dsp/filters/recursive_filter_lanes.inc"
 #undef WIDEN
 #undef LANES
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 // A lone channel: every sample may be a cache line of its own.
 template <PassType type>

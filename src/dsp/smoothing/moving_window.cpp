@@ -21,21 +21,20 @@ constexpr long kVector = 2;
 #include "dsp/smoothing/moving_window_kernel.inc"
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 constexpr long kVector = 4;
 #include "dsp/smoothing/moving_window_kernel.inc"
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl")
+SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kVector = 8;
+#include "core/simd.hpp"
 #include "dsp/smoothing/moving_window_kernel.inc"
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 struct Kernels {
   void (*means)(const double* rows, long width, long windows, bool root, double* means);

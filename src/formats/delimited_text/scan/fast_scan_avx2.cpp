@@ -5,8 +5,7 @@
 
 namespace velmora {
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 namespace {
 
@@ -73,6 +72,7 @@ class Finder {
   __m256i table_;
 };
 
+#include "core/simd.hpp"
 #include "formats/delimited_text/scan/fast_scan_index.inc"
 
 // Two numbers side by side, each right-aligned in 16 bytes.
@@ -220,7 +220,7 @@ bool ReadRow(const char* text, std::uint32_t start, const std::uint32_t* ends, i
 
 }  // namespace
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
 const ScanStages kAvx2ScanStages = {avx2::IndexPiece, avx2::ReadRow, avx2::CountFullLines};
 

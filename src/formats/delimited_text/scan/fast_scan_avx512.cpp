@@ -5,8 +5,7 @@
 
 namespace velmora {
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl")
+SIMD_BEGIN_AVX512
 namespace avx512 {
 namespace {
 
@@ -59,6 +58,7 @@ class Finder {
   __m512i table_;
 };
 
+#include "core/simd.hpp"
 #include "formats/delimited_text/scan/fast_scan_index.inc"
 
 // Four numbers side by side, each right-aligned in 16 bytes.
@@ -217,7 +217,7 @@ bool ReadRow(const char* bytes, std::uint32_t start, const std::uint32_t* ends, 
 
 }  // namespace
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 const ScanStages kAvx512ScanStages = {avx512::IndexPiece, avx512::ReadRow, avx512::CountFullLines};
 
