@@ -6,6 +6,7 @@
 #include <QWheelEvent>
 
 #include "support/trials.hpp"
+#include "ui/waiting.hpp"
 
 namespace velmora::test {
 namespace {
@@ -43,7 +44,7 @@ struct GraphWidgetTest : testing::Test {
     QObject::connect(&widget, &GraphWidget::doubleClicked, [this] { ++doubleClicks; });
     widget.resize(1000, 600);
     widget.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+    ASSERT_TRUE(test::WaitForWindowExposed(&widget));
     Draw();
   }
 

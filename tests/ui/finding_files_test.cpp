@@ -16,7 +16,7 @@ class FindingFiles : public Story {
     return qobject_cast<QComboBox*>(Files()->parentWidget()->layout()->itemAt(0)->widget());
   }
   bool Loads(const char* name) {
-    return QTest::qWaitFor([this, name] {
+    return test::WaitFor([this, name] {
       return Shown().NData > 0 && window_->windowTitle().contains(QString::fromUtf8(name));
     });
   }
@@ -48,25 +48,26 @@ TEST_F(FindingFiles, RowsOfTheDirectoryTreeStayUnderThePointer) {
     return tree->visualRect(model->index(QString::fromStdString(Path(std::string("sessions/") + name))));
   };
   tree->setMinimumHeight(160);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return row("z").isValid() && row("a").isValid(); }));
+  ASSERT_TRUE(test::WaitFor([&] { return row("z").isValid() && row("a").isValid(); }));
+  ASSERT_TRUE(Rests([&] { return row("a"); }));
   // The last row that is half in sight is the one that a list likes to move.
-  QTest::qWait(100);
   const QModelIndex half = tree->indexAt({60, tree->viewport()->height() - 2});
   ASSERT_TRUE(half.isValid());
   const QString path = model->filePath(half);
   const QRect before = tree->visualRect(half);
   const QPoint at(before.left() + 5, tree->viewport()->height() - 2);
   QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, at);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return window_->State().DataDir == path.toStdString() + "/"; }))
+  ASSERT_TRUE(test::WaitFor([&] { return window_->State().DataDir == path.toStdString() + "/"; }))
       << window_->State().DataDir;
-  QTest::qWait(100);  // what is read meanwhile must not move it either
-  EXPECT_EQ(tree->visualRect(model->index(path)), before);
+  const auto place = [&] { return tree->visualRect(model->index(path)); };
+  ASSERT_TRUE(Rests(place));  // what is read meanwhile must not move it either
+  EXPECT_EQ(place(), before);
   EXPECT_EQ(tree->currentIndex(), model->index(path));
   EXPECT_FALSE(tree->isExpanded(model->index(path)));
   QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, at);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return tree->isExpanded(model->index(path)); }));
-  QTest::qWait(100);
-  EXPECT_EQ(tree->visualRect(model->index(path)), before);
+  EXPECT_TRUE(test::WaitFor([&] { return tree->isExpanded(model->index(path)); }));
+  ASSERT_TRUE(Rests(place));
+  EXPECT_EQ(place(), before);
   EXPECT_EQ(window_->State().DataDir, path.toStdString() + "/");
 }
 
@@ -97,7 +98,7 @@ TEST_F(FindingFiles, OpensAFileByDialogueByPathAndTheNextByKeys) {
       auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
       line->setText(QString::fromStdString(path));  // as pasted: typing brings up completions
       auto* open = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
-      ASSERT_TRUE(QTest::qWaitFor([open] { return open->isEnabled(); }));
+      ASSERT_TRUE(test::WaitFor([open] { return open->isEnabled(); }));
       QTest::mouseClick(open, Qt::LeftButton);
     });
   };
@@ -125,7 +126,7 @@ TEST_F(FindingFiles, OpensAFileByDialogueByPathAndTheNextByKeys) {
 
   answer("run.vmb");
   window_->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+  ASSERT_TRUE(test::WaitForWindowActive(window_.get()));
   QTest::keyClick(window_.get(), Qt::Key_O, Qt::ControlModifier);
   person_.Work();
   EXPECT_TRUE(Loads("run.vmb"));
@@ -181,7 +182,7 @@ TEST_F(FindingFiles, ANameOf89LettersMakesNothingWider) {
   EXPECT_LE(window_->minimumSizeHint().width(), 800);
   EXPECT_LT(window_->windowTitle().size(), 150);
   window_->close();
-  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+  EXPECT_TRUE(test::WaitFor([this] { return !window_->isVisible(); }));
   Start();
   EXPECT_EQ(window_->size(), before);
   EXPECT_LE(window_->minimumSizeHint().width(), 800);

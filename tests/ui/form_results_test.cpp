@@ -10,6 +10,7 @@
 #include "support/command_test.hpp"
 #include "support/sample_results.hpp"
 #include "ui/dialogs/form_dialog.hpp"
+#include "ui/waiting.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -21,7 +22,7 @@ struct FormResults : test::CommandTest {
   void WithDialog(Form& form, const std::function<void(QWidget&)>& act) {
     const auto dialog = MakeFormDialog(form, workbench, nullptr);
     QTimer::singleShot(0, dialog.get(), [&] {
-      ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+      ASSERT_TRUE(test::WaitForWindowExposed(dialog.get()));
       act(*dialog);
       QTest::keyClick(dialog.get(), Qt::Key_Escape);
     });
@@ -37,7 +38,7 @@ TEST_F(FormResults, TheGraphZoomsAndTellsWhatLiesUnderThePointer) {
     ASSERT_NE(graph, nullptr);
     const QPointF middle = QPointF(graph->rect().center());
     QTest::mouseMove(graph, middle.toPoint());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return place->text().startsWith("at "); }));
+    EXPECT_TRUE(test::WaitFor([&] { return place->text().startsWith("at "); }));
     const QString before = place->text();
     EXPECT_GT(before.mid(3).toInt(), 5);
     EXPECT_LT(before.mid(3).toInt(), 15);
@@ -46,9 +47,9 @@ TEST_F(FormResults, TheGraphZoomsAndTellsWhatLiesUnderThePointer) {
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(graph, &wheel);
     QTest::mouseMove(graph, middle.toPoint() + QPoint(100, 0));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return graph->grab().toImage() != whole; }));
+    EXPECT_TRUE(test::WaitFor([&] { return graph->grab().toImage() != whole; }));
     QTest::mouseDClick(graph, Qt::LeftButton, {}, middle.toPoint());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return graph->grab().toImage() == whole; }));
+    EXPECT_TRUE(test::WaitFor([&] { return graph->grab().toImage() == whole; }));
   });
 }
 

@@ -24,7 +24,7 @@ struct PlateWindow : test::CommandTest {
     questions.formAnswers.emplace_back([this, act](Form& form) {
       const auto dialog = MakeFormDialog(form, workbench, nullptr);
       QTimer::singleShot(0, dialog.get(), [&] {
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+        ASSERT_TRUE(test::WaitForWindowExposed(dialog.get()));
         act(*dialog);
       });
       return dialog->Ask();

@@ -73,12 +73,12 @@ TEST_F(SelectedChannels, AreWhatCommandsAndDialoguesStartWith) {
     table->setFocus();
     QTest::keyClick(table, Qt::Key_6);
     QLineEdit* editor = nullptr;
-    ASSERT_TRUE(QTest::qWaitFor([&] {
+    ASSERT_TRUE(test::WaitFor([&] {
       editor = table->viewport()->findChild<QLineEdit*>();
       return editor != nullptr && editor->isVisible();
     }));
     QTest::keyClick(editor, Qt::Key_Return);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return cell.data().toDouble() == 6; }));
+    EXPECT_TRUE(test::WaitFor([&] { return cell.data().toDouble() == 6; }));
     EXPECT_EQ(table->model()->index(2, 4).data().toDouble(), 6);
     EXPECT_EQ(table->model()->index(1, 4).data().toDouble(), 0);
     Person::Press(dialog, "Filter");
@@ -99,7 +99,7 @@ TEST_F(SelectedChannels, AreWhatCommandsAndDialoguesStartWith) {
   ASSERT_FALSE(outcome.failure) << outcome.failure->why;
   EXPECT_EQ(ReadFile(Path("again/here.vmb")), ReadFile(Path("here.vmb")));
   DoubleClickFile("here.vmb");
-  EXPECT_TRUE(QTest::qWaitFor([this] { return Channels()->selectionModel()->selectedRows().isEmpty(); }));
+  EXPECT_TRUE(test::WaitFor([this] { return Channels()->selectionModel()->selectedRows().isEmpty(); }));
 }
 
 TEST_F(SelectedChannels, AreLetGoByEscAndFormatsThatCannotBeWrittenAreGrey) {

@@ -194,13 +194,13 @@ TEST_F(Story, TellsWhatAFileLacksAndWhatASaveWillLose) {
     table->edit(cell);
     const QList<QLineEdit*> lines = table->viewport()->findChildren<QLineEdit*>();
     QLineEdit* editor = lines.isEmpty() ? nullptr : lines.back();  // those before it were left
-    if (editor == nullptr || !QTest::qWaitFor([editor] { return editor->isVisible(); })) {
+    if (editor == nullptr || !test::WaitFor([editor] { return editor->isVisible(); })) {
       throw std::runtime_error("the cell cannot be edited");
     }
     QTest::keyClicks(editor, QString::fromUtf8(text));
     const QString told = QToolTip::text();
     QTest::keyClick(editor, Qt::Key_Escape);
-    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    EXPECT_TRUE(test::WaitFor([] { return !QToolTip::isVisible(); }));
     return told.toStdString();
   };
   auto* channels = Find<ui::ChannelTableView>("channels");
@@ -208,7 +208,7 @@ TEST_F(Story, TellsWhatAFileLacksAndWhatASaveWillLose) {
   EXPECT_EQ(type(channels, 2, "Vastus lateralis"), cut);
   EXPECT_EQ(type(channels, 3, "newton metres"), "There is room for 10 characters: \"newton met\"");
   person_.When("frmChoose", [&](QWidget* dialog) {
-    EXPECT_TRUE(QTest::qWaitFor([dialog] { return dialog->isActiveWindow(); })) << "which hides tips";
+    EXPECT_TRUE(test::WaitFor([dialog] { return dialog->isActiveWindow(); })) << "which hides tips";
     EXPECT_EQ(type(dialog->findChild<ui::ChannelTableView*>(), 5, "Vastus lateralis"), cut);
     Person::Press(dialog, "Cancel");
   });
@@ -230,7 +230,7 @@ TEST_F(Story, WalksBackAndOnAlongTheHistory) {
   const QString line = history->item(1)->text();
   EXPECT_EQ(line, "2  Multiplied by 2: Vastus lat");
   const auto shows = [&](float factor, int row) {
-    return QTest::qWaitFor([&] {
+    return test::WaitFor([&] {
       return Shown().Data(100, 1) == factor * before && history->currentRow() == row &&
              history->count() == 2 && history->item(1)->font().italic() == (row == 0);
     });
@@ -376,7 +376,7 @@ TEST_F(Story, FillsInWhatATextTells) {
   // The next file of the same layout is read as this one was, after a restart too.
   Shown().FileChanged = false;
   window_->close();
-  ASSERT_TRUE(QTest::qWaitFor([this] { return window_->isHidden(); }));
+  ASSERT_TRUE(test::WaitFor([this] { return window_->isHidden(); }));
   window_.reset();
   std::filesystem::current_path(Path(""));
   Start();

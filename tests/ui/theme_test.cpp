@@ -12,6 +12,7 @@
 #include <clocale>
 #include <cstdio>
 
+#include "ui/main/desktop_colours.hpp"
 #include "ui/story.hpp"
 
 namespace velmora::test {
@@ -120,9 +121,13 @@ TEST_F(Theme, FollowsTheDesktopWhileItRunsAndWhatIsChosenAtOnce) {
   Look(true);
   Choose("Light");
   Look(false);
+  ui::DesktopColours other(nullptr);  // hears what the theme hears, and changes
+  int changes = 0;
+  QObject::connect(&other, &ui::DesktopColours::Changed, [&changes] { ++changes; });
+  ASSERT_TRUE(other.PrefersDark());
   portal.Tell("org.freedesktop.appearance", 2);
   portal.Tell("org.freedesktop.appearance", 1);
-  QTest::qWait(100);
+  ASSERT_TRUE(test::WaitFor([&] { return changes == 2; }));
   Look(false);  // chosen
   Choose("As the desktop");
   Look(true);
