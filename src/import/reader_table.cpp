@@ -11,6 +11,7 @@
 #include "formats/native_binary/native_binary_reader.hpp"
 #include "import/detect_text_format.hpp"
 #include "import/load_questions.hpp"
+#include "import/read_recording.hpp"
 
 namespace velmora {
 namespace {
@@ -45,7 +46,7 @@ void WithViewFlags(Workbench& workbench, ProgressPanel& panel) {
   }
 }
 
-// A new reader is a function here in place of nullptr.
+// A new reader is a function here in place of nullptr, or `.open` for a file of channels.
 constexpr std::array kFormats = {
     Format{9, "ANA", "APAS analog", nullptr, StartsWithTilde},
     Format{40, "ANA", "Motion Analysis compressed ASCII analog", nullptr},
@@ -121,6 +122,11 @@ const Format& FormatOfCode(int code) {
 }
 
 void ReadFormat(Workbench& workbench, ProgressPanel& panel, const Format& format) {
+  if (format.open != nullptr) {
+    workbench.trial.FileTypeCode = static_cast<std::int16_t>(format.code);
+    ReadRecording(workbench, panel, format.name, format.open);
+    return;
+  }
   if (format.read != nullptr) {
     format.read(workbench, panel);
     return;

@@ -5,6 +5,7 @@
 
 #include "core/questions/progress.hpp"
 #include "core/workbench.hpp"
+#include "formats/recording/recording.hpp"
 
 namespace velmora {
 
@@ -14,17 +15,19 @@ struct Format {
   std::string_view extensions;  // upper case, separated by blanks; empty: found by contents alone
   std::string_view name;        // for people
   /// Takes its path from trial.FileName, fills the trial, drives the panel and leaves NData 0 on
-  /// failure. nullptr: this version cannot read the format yet.
-  void (*read)(Workbench&, ProgressPanel&);
+  /// failure. nullptr, with `open` too: this version cannot read the format yet.
+  void (*read)(Workbench&, ProgressPanel&) = nullptr;
   /// Tells whether the file is of this format where several share an extension; nullptr: it is.
   bool (*recognise)(std::string_view head) = nullptr;
   /// `read` only tells what is in the way, or offers to take the file for text.
   bool onlyTells = false;
+  /// In place of `read`: opens a file of channels, which ReadRecording makes a trial of.
+  OpenRecording open = nullptr;
 };
 
 /// Whether this version makes a trial of files of this format.
 inline bool Reads(const Format& format) {
-  return format.read != nullptr && !format.onlyTells;
+  return (format.read != nullptr || format.open != nullptr) && !format.onlyTells;
 }
 
 /// All formats, in the order in which they are tried.

@@ -3,17 +3,15 @@
 #include <algorithm>
 #include <charconv>
 
-#include "core/trial/trial.hpp"
-
 namespace velmora {
 namespace {
 
 // Takes a column's number off the text; 0 when none stands there.
-int TakeColumn(std::string_view& text) {
+int TakeColumn(std::string_view& text, int most) {
   int column = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), column);
   text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));
-  return result.ec == std::errc() && column <= kMaxChannels ? std::max(column, 0) : 0;
+  return result.ec == std::errc() && column <= most ? std::max(column, 0) : 0;
 }
 
 void SkipBlanks(std::string_view& text) {
@@ -22,14 +20,14 @@ void SkipBlanks(std::string_view& text) {
 
 }  // namespace
 
-std::optional<std::vector<int>> ReadColumnList(std::string_view text) {
+std::optional<std::vector<int>> ReadColumnList(std::string_view text, int most) {
   std::vector<int> columns;
   for (SkipBlanks(text); !text.empty(); SkipBlanks(text)) {
-    const int first = TakeColumn(text);
+    const int first = TakeColumn(text, most);
     int last = first;
     if (text.starts_with('-')) {
       text.remove_prefix(1);
-      last = TakeColumn(text);
+      last = TakeColumn(text, most);
     }
     if (first < 1 || last < first) {
       return std::nullopt;
