@@ -23,7 +23,7 @@ class Runner {
   FatigueSeries Run() {
     OpenFile();
     TakeAll();
-    WriteFile([](SpectraFile& file) { file.Commit(); });
+    WriteFile([this](SpectraFile& file) { file.Commit(workbench_); });
     return std::move(series_);
   }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/files/files.hpp"
+#include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 
 namespace velmora {
@@ -18,7 +19,7 @@ class SpectraFile {
 
   /// The spectrum in the workbench is that of the interval which begins at `from`, in seconds.
   void Append(const Workbench& workbench, double from);
-  void Commit() { file_.Commit(); }
+  void Commit(Workbench& workbench) { CommitSave(workbench, file_); }
 
  private:
   OutputFile file_;

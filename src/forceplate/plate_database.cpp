@@ -7,6 +7,7 @@
 
 #include "core/files/files.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
 #include "forceplate/plate_types.hpp"
 
 namespace velmora {
@@ -123,10 +124,10 @@ PlateDatabase ReadPlateDatabase(const std::string& path, const std::function<voi
   return PlateDatabase(std::move(bytes));
 }
 
-void WritePlateDatabase(const std::string& path, const PlateDatabase& database) {
+void WritePlateDatabase(Workbench& workbench, const std::string& path, const PlateDatabase& database) {
   OutputFile file(path);
   file.Write(database.Bytes());
-  file.Commit();
+  CommitSave(workbench, file);
 }
 
 }  // namespace velmora

@@ -12,6 +12,8 @@
 
 namespace velmora {
 
+struct Workbench;
+
 /// A file of plate definitions: records of 620 bytes, the name in the first 80 (Windows-1252, blanks
 /// behind). Whole records count; bytes that are left over at the end are kept and never read.
 class PlateDatabase {
@@ -46,6 +48,6 @@ std::string RecordName(std::string_view name);
 PlateDatabase ReadPlateDatabase(const std::string& path, const std::function<void(double)>& turn = {});
 
 /// Writes it beside the target and renames. Throws FileError.
-void WritePlateDatabase(const std::string& path, const PlateDatabase& database);
+void WritePlateDatabase(Workbench& workbench, const std::string& path, const PlateDatabase& database);
 
 }  // namespace velmora

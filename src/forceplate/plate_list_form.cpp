@@ -59,7 +59,7 @@ bool PutIntoFile(Workbench& workbench, const std::string& path, const ForcePlate
   try {
     PlateDatabase database = Exists(path) ? ReadPlateDatabase(path) : PlateDatabase();
     database.Put(plate);
-    WritePlateDatabase(path, database);
+    WritePlateDatabase(workbench, path, database);
   } catch (const FileError& error) {
     ShowSaveFailure(workbench, error.what());
     return false;

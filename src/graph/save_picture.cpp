@@ -32,7 +32,7 @@ void SavePicture(Workbench& workbench, PictureOrder order) {
     }
     OutputFile file(chosen.front());
     file.Write(workbench.desktop.draw(order));
-    file.Commit();
+    CommitSave(workbench, file);
   } catch (const std::exception& error) {
     ShowFailure(workbench, {.title = "Save picture", .text = error.what(), .icon = Icon::Exclamation});
   }

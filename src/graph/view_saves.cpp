@@ -129,7 +129,7 @@ void SaveStyle(Workbench& workbench, SingleView& view) {
   try {
     OutputFile file(StylePath(workbench));
     file.Write(view.Drawing().StyleText());
-    file.Commit();
+    CommitSave(workbench, file);
   } catch (const FileError& error) {
     ShowStyleFault(workbench, error.what());
   }

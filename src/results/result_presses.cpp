@@ -37,7 +37,7 @@ std::string SaveResults(Workbench& workbench, const FileQuestion& question,
   try {
     OutputFile file(workbench.OutputFileName);
     file.Write(text());
-    file.Commit();
+    CommitSave(workbench, file);
     return workbench.OutputFileName;
   } catch (const FileError& error) {
     if (trouble == SaveTrouble::ShowBox) {

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "core/files/files.hpp"
+#include "core/trial/helpers.hpp"
 #include "graph/single_view.hpp"
 #include "run/drawing.hpp"
 
@@ -43,7 +44,7 @@ struct Gesture {
     try {
       OutputFile file(image.file);
       file.Write(picture);
-      file.Commit();
+      CommitSave(workbench, file);
     } catch (const FileError& error) {
       throw std::runtime_error("cannot write " + image.file + ": " + error.what());
     }

@@ -7,6 +7,7 @@
 #include "core/files/files.hpp"
 #include "core/files/output_guard.hpp"
 #include "core/files/paths.hpp"
+#include "core/trial/helpers.hpp"
 #include "run/drawing.hpp"
 #include "run/gesture.hpp"
 #include "run/info.hpp"
@@ -153,7 +154,7 @@ std::string RecipeRun::WriteInfo(const InfoStep& step) {
   try {
     OutputFile file(step.file);
     file.Write(InfoText(workbench_, done_));
-    file.Commit();
+    CommitSave(workbench_, file);
   } catch (const FileError& error) {
     return "cannot write " + step.file + ": " + error.what();
   }

@@ -243,8 +243,10 @@ TEST_F(PlateFormsTest, ABadDatabaseIsToldAndNeverLost) {
   const std::string path = directory_.Path("x.dbp");
   const std::string before = ReadFile(path);
   {
+    ScriptedQuestions questions;
+    Workbench workbench(questions);
     const FullDisk disk(1000);
-    EXPECT_THROW(WritePlateDatabase(path, database), FileError);
+    EXPECT_THROW(WritePlateDatabase(workbench, path, database), FileError);
   }
   EXPECT_EQ(ReadFile(path), before);
 }

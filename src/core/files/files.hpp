@@ -69,6 +69,8 @@ class OutputFile {
   /// Everything is on the disk under its own name when this returns. Throws FileError.
   void Commit();
 
+  /// Where the file will stand; what a link points to.
+  [[nodiscard]] const std::string& Target() const { return target_; }
   /// What of the old file this user may not give the new one, in words: "owner and group". Mostly empty.
   [[nodiscard]] const std::string& NotKept() const { return notKept_; }
 

@@ -191,8 +191,8 @@ void AddNotice(Workbench& workbench, std::string text) {
 void CommitSave(Workbench& workbench, OutputFile& file) {
   file.Commit();
   if (!file.NotKept().empty()) {
-    AddNotice(workbench, FileNamePart(workbench.OutputFileName) + " was saved, but its " + file.NotKept() +
-                             " could not be kept.");
+    AddNotice(workbench,
+              FileNamePart(file.Target()) + " was saved, but its " + file.NotKept() + " could not be kept.");
   }
 }
 

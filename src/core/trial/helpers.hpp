@@ -105,7 +105,7 @@ void LeftOut(Workbench& workbench, int channel, std::string why);
 /// warning of the step. The trial keeps the same remark once.
 void AddNotice(Workbench& workbench, std::string text);
 
-/// Commits a file saved for the trial, OutputFileName. A notice tells what of an old file's owner, group and
+/// Commits a file that a person asked for. A notice tells what of an old file's owner, group and
 /// permissions could not be kept. Throws FileError.
 void CommitSave(Workbench& workbench, OutputFile& file);
 

@@ -118,7 +118,7 @@ void WriteBiasFile(Workbench& workbench) {
   }
   OutputFile file(workbench.OutputFileName);
   file.Write(BiasText(workbench.trial, workbench.chooser.ChanConst));
-  file.Commit();
+  CommitSave(workbench, file);
   DidSave(workbench, "Saved bias levels as");
 }
 

@@ -21,7 +21,7 @@ void HistoryActions::SaveRecipe() {
   try {
     OutputFile file(answer.front());
     file.Write(history_.Recipe());
-    file.Commit();
+    CommitSave(workbench_, file);
     Request(workbench_, ShellRequest::ShowFiles);
   } catch (const FileError& error) {
     workbench_.OutputFileName = answer.front();
