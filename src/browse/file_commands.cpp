@@ -174,7 +174,10 @@ bool ConfirmDiscard(Workbench& workbench, const std::string& text) {
          workbench.questions.AskBox({.title = "File Changed but Not Saved",
                                      .text = text,
                                      .icon = Icon::Exclamation,
-                                     .buttons = {Button::OK, Button::Cancel}}) == Button::OK;
+                                     .buttons = {Button::OK, Button::Cancel},
+                                     .about = workbench.trial.FileChanged
+                                                  ? workbench.trial.FileName
+                                                  : workbench.merge.stored.FileName}) == Button::OK;
 }
 
 }  // namespace velmora

@@ -75,7 +75,8 @@ class MergeForm : public Form {
                                          .text = "The stored data were modified but not saved.  Press Cancel "
                                                  "to go on merging or OK to discard them.",
                                          .icon = Icon::Exclamation,
-                                         .buttons = {Button::OK, Button::Cancel}}) == Button::OK) &&
+                                         .buttons = {Button::OK, Button::Cancel},
+                                         .about = store_.stored.FileName}) == Button::OK) &&
            Leave();
   }
 
@@ -105,7 +106,9 @@ class MergeForm : public Form {
     }
     if (const std::string reason = WhyNotMerged(store_.stored, trial_, static_cast<MergeLengths>(option_));
         !reason.empty()) {
-      ShowRefusal(workbench_, {.title = "Cannot Merge", .text = reason, .icon = Icon::Exclamation});
+      ShowRefusal(
+          workbench_,
+          {.title = "Cannot Merge", .text = reason, .icon = Icon::Exclamation, .about = trial_.FileName});
       return false;
     }
     if (!MatchRates()) {
@@ -125,7 +128,8 @@ class MergeForm : public Form {
          .text = "Sampling rate is different from stored data.  Press Yes to synchronize the sampling rates "
                  "or No to exit.",
          .icon = Icon::Question,
-         .buttons = {Button::Yes, Button::No}});
+         .buttons = {Button::Yes, Button::No},
+         .about = trial_.FileName});
     if (answer == Button::Yes) {
       SynchroniseRate(trial_, store_.stored.Rate);
     }
@@ -143,7 +147,8 @@ class MergeForm : public Form {
                                    .text = "Stored data have " + Whole(stored.NData) +
                                            " data per channel.\nNext file has " + Whole(trial_.NData) +
                                            " data per channel.",
-                                   .icon = Icon::Information});
+                                   .icon = Icon::Information,
+                                   .about = trial_.FileName});
       MatchLengths(stored, trial_, how);
     }
     JoinChannels(stored, trial_, differ && nextKept ? trial_ : stored);
@@ -163,7 +168,8 @@ class MergeForm : public Form {
     ShowRefusal(workbench, {.title = "Too Many Channels Used",
                             .text = "You must erase some channels using the Channel menu. Press &Cancel to "
                                     "exit.",
-                            .icon = Icon::Exclamation});
+                            .icon = Icon::Exclamation,
+                            .about = workbench.trial.FileName});
   }
 
   friend void velmora::ShowMergeDialogue(Workbench& workbench);

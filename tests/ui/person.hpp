@@ -112,11 +112,17 @@ class Person {
       LeaveAll();
     } else if (QWidget* window = Appeared()) {  // before patience: on a busy machine both may come at once
       Do(window);
-    } else if (!expected_.empty() && waiting_.hasExpired(kPatience)) {
+    } else if (waiting_.isValid() && waiting_.hasExpired(kPatience) && Stuck()) {
       const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       fault_ = (box != nullptr ? box->text().toStdString() + ": " : std::string()) + "waited in vain for \"" +
-               expected_.front().window.toStdString() + "\"; there is " + Titles().toStdString();
+               (expected_.empty() ? "its end" : expected_.front().window.toStdString()) + "\"; there is " +
+               Titles().toStdString();
     }
+  }
+
+  // What is expected does not come, or a dialogue that was acted on does not go.
+  [[nodiscard]] bool Stuck() const {
+    return !expected_.empty() || (acting_ == 0 && QApplication::activeModalWidget() != nullptr);
   }
 
   // A window behind one that waits for an answer cannot be acted on.

@@ -38,6 +38,7 @@ struct PlateWindow : test::CommandTest {
   static void Type(QWidget& dialog, const char* name, const char* text) {
     QLineEdit* line = Line(dialog, name);
     QTest::mouseClick(line, Qt::LeftButton);
+    ASSERT_TRUE(test::WaitFor([line] { return line->hasFocus(); }));  // the keyboard comes with the window
     line->selectAll();
     QTest::keyClicks(line, text);
   }

@@ -31,6 +31,9 @@ struct Box {
   std::string text;
   Icon icon = Icon::None;
   std::vector<Button> buttons = {Button::OK};
+  /// The file it speaks of, where the text does not name it and no panel of a load or save does. A window
+  /// shows it below the text.
+  std::string about;
 };
 
 /// One line of typed text.

@@ -92,21 +92,24 @@ Row ParseRow(const std::string& line, const Widths& widths) {
 }
 
 // How many channels to read; nothing after a message.
-std::optional<int> ChannelsToRead(Workbench& workbench, const std::string& countLine) {
+std::optional<int> ChannelsToRead(Workbench& workbench, const std::string& path,
+                                  const std::string& countLine) {
   const int channels = workbench.trial.NChan;
   const std::int32_t count = RoundHalfEven32(
       Val(std::string_view(countLine).substr(std::min(units_file::kCountColumn - 1, countLine.size()))));
   if (count < 1) {
     ShowFailure(workbench, {.title = "Invalid Format or Empty",
                             .text = "Number of channels was invalid or format was invalid.",
-                            .icon = Icon::Exclamation});
+                            .icon = Icon::Exclamation,
+                            .about = path});
     return std::nullopt;
   }
   if (count != channels) {
     workbench.questions.AskBox({.title = "Different Number of Channels",
                                 .text = "Number of channels is different than current file; will read all "
                                         "available channels.",
-                                .icon = Icon::Information});
+                                .icon = Icon::Information,
+                                .about = path});
   }
   return std::min(count, channels);
 }
@@ -118,7 +121,7 @@ std::vector<Row> ReadRows(Workbench& workbench, const std::string& path) {
   if (!first.starts_with(units_file::kMagic) && !first.starts_with(units_file::kOlderMagic)) {
     throw FileError("the first line is not that of a units file");
   }
-  const std::optional<int> channels = ChannelsToRead(workbench, NextLine(reader));
+  const std::optional<int> channels = ChannelsToRead(workbench, path, NextLine(reader));
   if (!channels) {
     return {};
   }

@@ -25,6 +25,7 @@ class ProgressDialog : public QDialog {
 
   /// The panel changed, or the operation gives the window a turn.
   void Update();
+  [[nodiscard]] const ProgressPanel& Panel() const { return panel_; }
   /// Waits until the panel is closed. Returns whether with "&Graph".
   bool WaitForDone();
 

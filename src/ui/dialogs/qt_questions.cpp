@@ -154,6 +154,14 @@ void QtQuestions::NoteWindow(QWindow* window) {
   }
 }
 
+// Most given texts leave out which file they mean. Whoever has a dozen of them in hand wants to know.
+QString QtQuestions::FileSpokenOf(const Box& box) const {
+  const QString path =
+      ToQt(box.about.empty() && progress_ != nullptr ? progress_->Panel().FileName() : box.about);
+  const QString name = path.section('/', -1);
+  return ToQt(box.text).contains(name) ? QString() : name;
+}
+
 Button QtQuestions::AskBox(const Box& box) {
   QWidget* parent = Parent();
   const QString text = ToQt(box.text);
@@ -163,6 +171,9 @@ Button QtQuestions::AskBox(const Box& box) {
     message.setToolTip(text);
   }
   message.setTextFormat(Qt::PlainText);
+  if (const QString file = FileSpokenOf(box); !file.isEmpty()) {
+    message.setInformativeText(ElideWords(file, parent->fontMetrics(), kWidestWord));
+  }
   message.setTextInteractionFlags(Qt::TextSelectableByMouse);
   for (const Button button : box.buttons) {
     message.addButton(BoxButton(button));

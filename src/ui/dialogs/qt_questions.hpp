@@ -55,6 +55,7 @@ class QtQuestions : public Questions {
   void Offer(Form& form);
   void ShowOffer(const AskingDialog& dialog) const;
   void NoteWindow(QWindow* window);
+  [[nodiscard]] QString FileSpokenOf(const Box& box) const;
 
   QWidget* window_;
   QPointer<QWidget> workedIn_;  // the last window that had the focus and was no dialogue
