@@ -36,6 +36,7 @@ void ResetTrial(Workbench& workbench) {
   trial.NPlates = 0;
   trial.ForcesReduced = false;
   trial.PlatesCombined = false;
+  trial.FilePlates.clear();
   trial.PairedGraphs = false;
   workbench.CancelRequested = false;
   workbench.time.Base = TimeBase::Seconds;

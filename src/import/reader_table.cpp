@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "core/trial/helpers.hpp"
+#include "formats/c3d/c3d_reader.hpp"
 #include "formats/delimited_text/text_parser.hpp"
 #include "formats/fourier/fourier_file_reader.hpp"
 #include "formats/native_ascii/native_ascii_reader.hpp"
@@ -63,7 +64,7 @@ constexpr std::array kFormats = {
     Format{12, "VMA VME", "Mega ASCII", nullptr, StartsWithFi},
     Format{0, "VMA VME", "Velmora ASCII", WithViewFlags<ReadNativeAscii>},
     Format{13, "CHA CHB CHE CHT CHX", "Kin-Com", nullptr},
-    Format{19, "C3D", "C3D analog", nullptr},
+    Format{.code = 19, .extensions = "C3D", .name = "C3D analog", .open = OpenC3d},
     Format{-1, "DAF", "DAFF", TellDaff, nullptr, true},
     Format{6, "191 DAT", "BioWare 2", nullptr, StartsWithBioWare},
     Format{-1, "191 DAT", "Optotrak", TellOptotrak, NamesOptotrak, true},

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "core/trial/helpers.hpp"
 
@@ -33,16 +34,14 @@ void TakePlates(Workbench& workbench, const Recording& recording, std::span<cons
   }
   PlateMemory plates;
   plates.Database = workbench.plates.Database;
-  std::size_t taken = 0;
-  int next = -1;
+  std::vector<FilePlate> taken;
   std::string left;
   for (std::size_t k = 0; k < recording.plates.size(); ++k) {
     const RecordedPlate& plate = recording.plates[k];
     const int base = plate.reducible ? BaseOf(channels, plate) : -1;
-    if (base >= 0 && taken < plates.PlateTable.size() && (taken == 0 || base == next)) {
-      plates.FirstChannel = taken == 0 ? base : plates.FirstChannel;
-      next = base + static_cast<int>(plate.channels.size());
-      plates.PlateTable.at(taken++) = plate.definition;
+    if (base >= 0 && taken.size() < plates.PlateTable.size()) {
+      plates.PlateTable.at(taken.size()) = plate.definition;
+      taken.push_back({.base = base, .loads = plate.loads});
     } else {
       left += (left.empty() ? "" : ", ") + std::to_string(k + 1);
     }
@@ -51,9 +50,11 @@ void TakePlates(Workbench& workbench, const Recording& recording, std::span<cons
     AddNotice(workbench, "Force plates of the file that are not in the plate table: " + left +
                              ". The header lines tell what is known of them.");
   }
-  if (taken > 0) {
+  if (!taken.empty()) {
+    plates.FirstChannel = taken.front().base;
     workbench.plates = plates;
-    workbench.trial.NPlates = static_cast<std::int16_t>(taken);
+    workbench.trial.NPlates = static_cast<std::int16_t>(taken.size());
+    workbench.trial.FilePlates = std::move(taken);
   }
 }
 

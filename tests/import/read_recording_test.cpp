@@ -197,12 +197,15 @@ TEST_F(ReadRecordingTest, WhatTheFileTellsIsKept) {
   for (int k = 90; k > 0; --k) {
     header.events.push_back({k * 0.5, "RIC"});
   }
-  for (const int first : {1, 7, 0}) {
+  for (const int first : {8, 1, 0}) {
     RecordedPlate plate{.words = "Plate of " + std::to_string(first), .reducible = true};
     for (int c = first; c < first + 6; ++c) {
       plate.channels.push_back(c);
     }
     plate.definition.Width = 100 + first;
+    if (first == 0) {
+      std::swap(plate.channels[0], plate.channels[1]);
+    }
     header.plates.push_back(plate);
   }
   Read();
@@ -216,11 +219,12 @@ TEST_F(ReadRecordingTest, WhatTheFileTellsIsKept) {
   EXPECT_EQ(trial.HeaderLines[3], "Event 0.500 s RIC");
   EXPECT_EQ(trial.HeaderLines[71], "Event 34.500 s RIC");
   EXPECT_EQ(trial.HeaderLines[72], "... and 21 more events");
-  EXPECT_EQ(trial.HeaderLines[73], "Plate of 1");
+  EXPECT_EQ(trial.HeaderLines[73], "Plate of 8");
   EXPECT_EQ(trial.HeaderLineCount, 75);
   EXPECT_EQ(trial.NPlates, 2);
-  EXPECT_EQ(workbench.plates.FirstChannel, 1);
-  EXPECT_EQ(workbench.plates.PlateTable[1].Width, 107);
+  EXPECT_EQ(workbench.plates.FirstChannel, 8);
+  EXPECT_EQ(workbench.plates.PlateTable[1].Width, 101);
+  EXPECT_EQ(trial.FilePlates.at(1).base, 1);
   EXPECT_EQ(trial.Notices.front(),
             "Force plates of the file that are not in the plate table: 3. The header lines tell "
             "what is known of them.");

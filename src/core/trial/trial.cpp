@@ -73,6 +73,7 @@ void Trial::AddChannels(int count) {
 }
 
 void Trial::EraseChannels(const ChannelFlags& erase) {
+  FilePlates.clear();  // their channels are somewhere else now
   int kept = 0;
   PerChannel<int> source{};
   for (int c = 1; c <= NChan; ++c) {

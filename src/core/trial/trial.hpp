@@ -4,6 +4,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,16 @@ struct FixedRow : std::array<T, size> {
 template <typename T>
 using PerChannel = FixedRow<T, kMaxChannels + 1>;
 using ChannelFlags = PerChannel<bool>;
+
+/// Loads of a force plate, Fx Fy Fz (N) Mx My Mz (N.m) about a point straight below the middle of its
+/// surface, by its six channels: load i is the sum of [6 i + j] times channel j.
+using PlateMatrix = std::array<double, 36>;
+
+/// A force plate that the trial's file describes, in the order of the plate table.
+struct FilePlate {
+  std::int32_t base = 0;  // the channel before its first
+  std::optional<PlateMatrix> loads;
+};
 
 /// The one current trial: its samples, and what is known of it. Samples and channels count from 1;
 /// channel 0 is the abscissa, time in seconds (a percentage in an ensemble).
@@ -76,7 +87,8 @@ struct Trial {
   std::int32_t CursorHi = 0;
   bool ForcesReduced = false;
   std::int16_t NPlates = 0;
-  bool PlatesCombined = false;  // plate 1 holds the forces of both
+  bool PlatesCombined = false;        // plate 1 holds the forces of both
+  std::vector<FilePlate> FilePlates;  // empty: the file describes none
   bool PairedGraphs = false;
 
   SampleMatrix matrix;

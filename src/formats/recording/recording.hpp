@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -33,6 +34,7 @@ struct RecordedPlate {
   std::string words{};          // for the header lines
   std::vector<int> channels{};  // from 0, in the order that the reduction takes
   ForcePlate definition{};
+  std::optional<PlateMatrix> loads{};  // what its channels are; none: loads, or volts of a plate of eight channels
   /// The program can reduce plates of this kind, and `definition` says how.
   bool reducible = false;
 };
