@@ -1,5 +1,6 @@
 #include "forceplate/amti_reduction.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -45,6 +46,23 @@ void Reduce(float* d, const std::array<float, kAmtiChannels>& s, double minForce
 }
 
 }  // namespace
+
+void ApplyLoads(Trial& trial, int base, const PlateMatrix& loads, const Turn& turn) {
+  const ChannelView first = trial.Channel(base + 1);
+  (void)trial.Channel(base + kAmtiChannels);
+  InStretches(trial.NData, turn, [&](std::int64_t from, std::int64_t samples) {
+    for (std::int64_t s = from - 1; s < from - 1 + samples; ++s) {
+      float* const d = &first[s];
+      std::array<double, kAmtiChannels> sums{};
+      for (std::size_t i = 0; i < sums.size(); ++i) {
+        for (std::size_t j = 0; j < sums.size(); ++j) {
+          sums[i] += loads[sums.size() * i + j] * d[j];
+        }
+      }
+      std::copy(sums.begin(), sums.end(), d);
+    }
+  });
+}
 
 void ReduceAmtiForces(Trial& trial, int base, const std::array<float, kAmtiChannels>& sensitivities,
                       float minForce, MomentUnit unit, const Turn& turn) {

@@ -22,4 +22,8 @@ enum class MomentUnit {
 void ReduceAmtiForces(Trial& trial, int base, const std::array<float, kAmtiChannels>& sensitivities,
                       float minForce, MomentUnit unit, const Turn& turn = {});
 
+/// Turns the six channels of a plate of a file into the loads that they stand for (N, N.m), in place.
+/// Throws std::out_of_range when the trial has not got the channels.
+void ApplyLoads(Trial& trial, int base, const PlateMatrix& loads, const Turn& turn = {});
+
 }  // namespace velmora

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "core/trial/trial.hpp"
+
 namespace velmora {
 
 inline constexpr std::int16_t kReducedFile = 5;
@@ -43,6 +45,13 @@ constexpr PlateSource SourceOfPlates(std::int16_t fileTypeCode) {
     default:
       return PlateSource::Other;
   }
+}
+
+/// The same of a trial. A file of another kind that describes its plates has put them where a definition
+/// stands.
+inline PlateSource SourceOfPlates(const Trial& trial) {
+  const PlateSource source = SourceOfPlates(trial.FileTypeCode);
+  return source == PlateSource::Other && !trial.FilePlates.empty() ? PlateSource::Definition : source;
 }
 
 }  // namespace velmora

@@ -129,7 +129,7 @@ class RotationForm : public Form {
 
 void ShowForcePlates(Workbench& workbench, PlateEditMode mode) {
   const Trial& trial = workbench.trial;
-  const PlateSource source = SourceOfPlates(trial.FileTypeCode);
+  const PlateSource source = SourceOfPlates(trial);
   const bool known = source == PlateSource::Definition || source == PlateSource::BioWare ||
                      source == PlateSource::Apas || trial.ForcesReduced;
   if (!known) {

@@ -47,7 +47,7 @@ void ChangeType(Workbench& workbench) {
 
 /// Why the two plates of this file cannot be made one; nullptr when they can.
 const char* WhyNotCombined(const Trial& trial) {
-  const PlateSource source = SourceOfPlates(trial.FileTypeCode);
+  const PlateSource source = SourceOfPlates(trial);
   if (trial.PlatesCombined) {
     return "Plates have already been combined.";
   }

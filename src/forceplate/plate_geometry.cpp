@@ -56,23 +56,54 @@ std::optional<std::array<PlatePoint, 4>> SensorsOf(const PlateMemory& plates, in
   return Rectangle(plates, plate, x, Centimetres(how, how.b));
 }
 
-std::int64_t BaseChannelOf(const PlateMemory& plates, int plate) {
+namespace {
+
+const FilePlate* OfFile(const Trial& trial, const PlateMemory& plates, int plate) {
+  const auto k = static_cast<std::size_t>(plate);
+  const bool known = k < trial.FilePlates.size() && plates.FirstChannel == trial.FilePlates.front().base;
+  return known ? &trial.FilePlates[k] : nullptr;
+}
+
+// Fz of six channels.
+double VerticalOf(const float* d, const PlateMatrix* loads) {
+  if (loads == nullptr) {
+    return d[2];
+  }
+  double Fz = 0.0;
+  for (std::size_t j = 0; j < 6; ++j) {
+    Fz += (*loads)[12 + j] * d[j];
+  }
+  return Fz;
+}
+
+}  // namespace
+
+const PlateMatrix* LoadsOfFile(const Trial& trial, const PlateMemory& plates, int plate) {
+  const FilePlate* file = OfFile(trial, plates, plate);
+  return file != nullptr && file->loads && !trial.ForcesReduced ? &*file->loads : nullptr;
+}
+
+std::int64_t BaseChannelOf(const Trial& trial, const PlateMemory& plates, int plate) {
+  if (const FilePlate* file = OfFile(trial, plates, plate)) {
+    return file->base;
+  }
   return plates.FirstChannel + std::int64_t{plate} * ChannelsOf(FamilyOf(PlateOf(plates, plate)));
 }
 
 std::optional<VerticalForce> VerticalForceOf(const Trial& trial, const PlateMemory& plates, int plate) {
   const ForcePlate& how = PlateOf(plates, plate);
   const bool amti = FamilyOf(how) == PlateFamily::Amti;
-  const std::int64_t base = BaseChannelOf(plates, plate);
+  const std::int64_t base = BaseChannelOf(trial, plates, plate);
   if (trial.NData < 1 || base + ChannelsOf(FamilyOf(how)) > trial.NChan) {
     return std::nullopt;
   }
-  const auto first = static_cast<int>(base) + (amti ? 3 : 5);
+  const auto first = static_cast<int>(base) + (amti ? 1 : 5);
+  const PlateMatrix* loads = LoadsOfFile(trial, plates, plate);
   const double scale = amti ? 1.0 : KistlerFactorsOf(how).S3;
   VerticalForce force;
   for (std::int64_t i = 1; i <= trial.NData; ++i) {
     const float* d = trial.matrix.Frame(i) + first;
-    const double Fz = (amti ? double{d[0]} : double{d[0]} + d[1] + d[2] + d[3]) * scale;
+    const double Fz = (amti ? VerticalOf(d, loads) : double{d[0]} + d[1] + d[2] + d[3]) * scale;
     force.atFirst = i == 1 ? Fz : force.atFirst;
     force.largest = std::abs(Fz) > std::abs(force.largest) ? Fz : force.largest;
   }

@@ -35,7 +35,11 @@ struct VerticalForce {
 /// Nothing when the trial has not got the channels of the plate.
 std::optional<VerticalForce> VerticalForceOf(const Trial& trial, const PlateMemory& plates, int plate);
 
-/// The channel before a plate's first, of plates of one family.
-std::int64_t BaseChannelOf(const PlateMemory& plates, int plate);
+/// The channel before a plate's first, of plates of one family: where the file has it, as long as nobody says
+/// another first channel.
+std::int64_t BaseChannelOf(const Trial& trial, const PlateMemory& plates, int plate);
+
+/// What the file says the channels of a six-channel plate there are; nullptr: they are loads in N and N.m.
+const PlateMatrix* LoadsOfFile(const Trial& trial, const PlateMemory& plates, int plate);
 
 }  // namespace velmora

@@ -77,7 +77,7 @@ class PressurePathForm : public Form {
   }
 
   [[nodiscard]] int BaseOf(int plate) const {
-    return static_cast<int>(BaseChannelOf(workbench_.plates, plate));
+    return static_cast<int>(BaseChannelOf(workbench_.trial, workbench_.plates, plate));
   }
 
   [[nodiscard]] bool IsLoaded(std::int64_t i, int plate) const {
@@ -252,8 +252,8 @@ class PressurePathForm : public Form {
 
 void ShowPressurePath(Workbench& workbench) {
   const Trial& trial = workbench.trial;
-  const bool hasPlates =
-      trial.ForcesReduced && trial.NPlates > 0 && BaseChannelOf(workbench.plates, 0) + kAy <= trial.NChan;
+  const bool hasPlates = trial.ForcesReduced && trial.NPlates > 0 &&
+                         BaseChannelOf(trial, workbench.plates, 0) + kAy <= trial.NChan;
   if (!hasPlates) {
     ShowRefusal(workbench, {.title = "Center of Pressure",
                             .text = "Forces must be reduced before their centre of pressure can be shown.",

@@ -15,6 +15,7 @@
 #include "forceplate/file_plates.hpp"
 #include "forceplate/kistler_reduction.hpp"
 #include "forceplate/plate_form.hpp"
+#include "forceplate/plate_geometry.hpp"
 #include "forceplate/plate_types.hpp"
 #include "forceplate/published_reduction.hpp"
 
@@ -37,11 +38,13 @@ void TellTooFewChannels(Workbench& workbench) {
 struct Job {
   int plates = 0;
   PlateFamily family = PlateFamily::Kistler;
-  std::int64_t base = 0;
+  std::array<std::int64_t, kMostPlates> bases{};
   float minForce = 0.0F;
 
   [[nodiscard]] int Channels() const { return ChannelsOf(family); }
-  [[nodiscard]] int BaseOf(int plate) const { return static_cast<int>(base) + plate * Channels(); }
+  [[nodiscard]] int BaseOf(int plate) const {
+    return static_cast<int>(bases.at(static_cast<std::size_t>(plate)));
+  }
 };
 
 const ForcePlate& PlateOf(const Workbench& workbench, int plate) {
@@ -135,6 +138,9 @@ void ReducePlate(Workbench& workbench, const Job& job, int plate) {
   double hundreds = 0;
   const Turn turn = [&panel, &hundreds] { panel.SetValue(++hundreds); };
   const bool published = how.optFormulas != 0;
+  if (const PlateMatrix* loads = LoadsOfFile(trial, workbench.plates, plate)) {
+    ApplyLoads(trial, base, *loads, turn);
+  }
   if (job.family == PlateFamily::Amti) {
     published ? ReduceAmtiAsPublished(trial, base, how, job.minForce, turn)
               : ReduceAmtiForces(trial, base, kNoSensitivities, job.minForce, MomentUnit::NewtonMetres, turn);
@@ -207,7 +213,6 @@ bool ReduceChannels(Workbench& workbench, Job& job) {
 // The plates in use, as one job. Says why not, with false, when they are none.
 bool FindJob(Workbench& workbench, Job& job) {
   job.plates = workbench.trial.NPlates;
-  job.base = workbench.trial.FileTypeCode == kBioWareFile ? 0 : workbench.plates.FirstChannel;
   if (job.plates < 1) {
     Refuse(workbench, "", "File has no force platform data.");
     return false;
@@ -218,6 +223,11 @@ bool FindJob(Workbench& workbench, Job& job) {
       Refuse(workbench, "Unsupported Force Plate", "Force plate not supported.");
       return false;
     }
+  }
+  for (int plate = 0; plate < job.plates; ++plate) {
+    const bool header = workbench.trial.FileTypeCode == kBioWareFile;
+    job.bases.at(static_cast<std::size_t>(plate)) =
+        header ? plate * job.Channels() : BaseChannelOf(workbench.trial, workbench.plates, plate);
   }
   return true;
 }
@@ -235,7 +245,7 @@ void ReduceByDefinition(Workbench& workbench) {
   if (!FindJob(workbench, job)) {
     return;
   }
-  if (job.base + std::int64_t{job.plates} * job.Channels() > workbench.trial.NChan) {
+  if (*std::max_element(job.bases.begin(), job.bases.end()) + job.Channels() > workbench.trial.NChan) {
     TellTooFewChannels(workbench);
     return;
   }
@@ -272,7 +282,7 @@ float AskMinimumForce(Workbench& workbench) {
 
 void ReduceForcePlates(Workbench& workbench) {
   const Trial& trial = workbench.trial;
-  PlateSource source = SourceOfPlates(trial.FileTypeCode);
+  PlateSource source = SourceOfPlates(trial);
   if (trial.ForcesReduced && source != PlateSource::AlreadyReduced) {
     source = PlateSource::NotReducible;
   }

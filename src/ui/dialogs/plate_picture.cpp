@@ -96,7 +96,7 @@ void PlatePicture::PaintPlate(QPainter& painter, const QTransform& onScreen, con
   painter.setBrush(Qt::NoBrush);
   painter.drawPolygon(onScreen.map(PolygonOf(*sensors)));
   painter.setPen(QPen(ink, 1.0));
-  const std::int64_t base = BaseChannelOf(plates, plate);
+  const std::int64_t base = BaseChannelOf(trial_, plates, plate);
   for (int k = 0; k < 4; ++k) {
     const PlatePoint& at = (*sensors)[static_cast<std::size_t>(k)];
     const QPointF place = onScreen.map(QPointF(at.x, at.y));
@@ -129,7 +129,7 @@ void PlatePicture::PaintAxes(QPainter& painter, const QTransform& onScreen) cons
 QStringList PlatePicture::ChannelsOf(const PlateMemory& plates) const {
   const int shown = form_.PlateShown();
   const bool amti = FamilyOf(plates.PlateTable.at(static_cast<std::size_t>(shown))) == PlateFamily::Amti;
-  const std::int64_t base = BaseChannelOf(plates, shown);
+  const std::int64_t base = BaseChannelOf(trial_, plates, shown);
   QStringList lines;
   for (int k = 0; k < velmora::ChannelsOf(amti ? PlateFamily::Amti : PlateFamily::Kistler); ++k) {
     const std::int64_t c = base + 1 + k;
