@@ -53,11 +53,7 @@ bool Choose(Workbench& workbench, const Recording& recording, Choice& choice) {
 
 // What there is of a slow channel when `read` samples of the fastest were read.
 std::int64_t OwnSamples(const RecordedChannel& channel, const Choice& choice, std::int64_t read) {
-  if (read == choice.samples) {
-    return std::min(channel.samples, read);
-  }
-  const double part = static_cast<double>(read) / static_cast<double>(choice.samples);
-  return std::min(read, static_cast<std::int64_t>(part * static_cast<double>(channel.samples)));
+  return std::min(channel.samples, choice.samples) * read / choice.samples;
 }
 
 void Interpolate(Workbench& workbench, const Recording& recording, const Choice& choice, std::int64_t read) {

@@ -7,6 +7,7 @@
 #include "core/trial/helpers.hpp"
 #include "formats/c3d/c3d_reader.hpp"
 #include "formats/delimited_text/text_parser.hpp"
+#include "formats/edf/edf_reader.hpp"
 #include "formats/fourier/fourier_file_reader.hpp"
 #include "formats/native_ascii/native_ascii_reader.hpp"
 #include "formats/native_binary/native_binary_reader.hpp"
@@ -70,7 +71,7 @@ constexpr std::array kFormats = {
     Format{-1, "191 DAT", "Optotrak", TellOptotrak, NamesOptotrak, true},
     Format{-1, "191 DAT", "unknown", AskParseUnknownContents, nullptr, true},
     Format{6, "D20", "BioWare 2", nullptr},
-    Format{22, "REC EDF HYP", "EDF", nullptr},
+    Format{.code = 22, .extensions = "REC EDF HYP BDF", .name = "EDF", .open = OpenEdf},
     Format{-1, "EMT", "Delsys .EMT", TellDelsysEmt, nullptr, true},
     Format{60, "EMG", "DelSys ASCII EMG", nullptr},
     Format{8, "FTF", "Fourier transform", ReadFourierFile},
