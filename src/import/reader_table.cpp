@@ -11,6 +11,7 @@
 #include "formats/fourier/fourier_file_reader.hpp"
 #include "formats/native_ascii/native_ascii_reader.hpp"
 #include "formats/native_binary/native_binary_reader.hpp"
+#include "formats/wav/wav_reader.hpp"
 #include "import/detect_text_format.hpp"
 #include "import/load_questions.hpp"
 #include "import/read_recording.hpp"
@@ -82,7 +83,7 @@ constexpr std::array kFormats = {
     Format{5, "RF RF1 RF2", "Reduced Forces ASCII", nullptr},
     Format{255, "STP", "Rodex1 binary analog", nullptr},
     Format{100, "FR AV KM KS RA EN MM FO JP PJ PS", "Tavorin binary", nullptr},
-    Format{24, "WAV", "Audio Wave", nullptr},
+    Format{.code = 24, .extensions = "WAV", .name = "Audio Wave", .open = OpenWav},
     // Found by their first lines, whatever the extension.
     Format{42, "", "Motion Analysis ASCII analog", nullptr},
     Format{23, "", "PDT ASCII", nullptr},
