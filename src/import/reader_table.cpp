@@ -5,10 +5,16 @@
 #include <stdexcept>
 
 #include "core/trial/helpers.hpp"
+#include "formats/amti/bsf_reader.hpp"
+#include "formats/bioware/bioware2_reader.hpp"
+#include "formats/bioware/bioware_archive_reader.hpp"
 #include "formats/c3d/c3d_reader.hpp"
 #include "formats/delimited_text/text_parser.hpp"
+#include "formats/delsys/delsys_emg_reader.hpp"
 #include "formats/edf/edf_reader.hpp"
 #include "formats/fourier/fourier_file_reader.hpp"
+#include "formats/motion_analysis/anb_reader.hpp"
+#include "formats/motion_analysis/anc_reader.hpp"
 #include "formats/native_ascii/native_ascii_reader.hpp"
 #include "formats/native_binary/native_binary_reader.hpp"
 #include "formats/wav/wav_reader.hpp"
@@ -27,6 +33,17 @@ bool StartsWithVelmora(std::string_view head) {
 }
 bool StartsWithBioWare(std::string_view head) {
   return head.starts_with("BioWare 2");
+}
+// Later versions of the program write an archive of objects, the first of them a plate.
+bool NamesBioWarePlate(std::string_view head) {
+  return head.starts_with(std::string_view("\2\0\0\0", 4)) &&
+         head.find("CPlateEight") != std::string_view::npos;
+}
+// Its binary files have a version behind the word, texts a letter or a blank.
+bool IsDelsysText(std::string_view head) {
+  constexpr std::size_t version = 4;
+  return head.starts_with("Label:") ||
+         (head.starts_with("DEMG") && head.size() > version && head[version] >= ' ');
 }
 // The recorder's texts begin with the name of their file and travel under our extensions too.
 bool StartsWithFi(std::string_view head) {
@@ -53,7 +70,7 @@ void WithViewFlags(Workbench& workbench, ProgressPanel& panel) {
 constexpr std::array kFormats = {
     Format{9, "ANA", "APAS analog", nullptr, StartsWithTilde},
     Format{40, "ANA", "Motion Analysis compressed ASCII analog", nullptr},
-    Format{41, "ANB", "Motion Analysis binary analog", nullptr},
+    Format{.code = 41, .extensions = "ANB", .name = "Motion Analysis binary analog", .open = OpenAnb},
     Format{18, "ASG", "F-Scan ASCII", nullptr},
     Format{15, "FIL", "Hybrid III ASCII", ParseTextFile},
     Format{15, "ASC ANC TAB CSV FSV TSV PRN TXT PDT V3D OUT", "delimited text", DetectTextFormat},
@@ -68,14 +85,25 @@ constexpr std::array kFormats = {
     Format{13, "CHA CHB CHE CHT CHX", "Kin-Com", nullptr},
     Format{.code = 19, .extensions = "C3D", .name = "C3D analog", .open = OpenC3d},
     Format{-1, "DAF", "DAFF", TellDaff, nullptr, true},
-    Format{6, "191 DAT", "BioWare 2", nullptr, StartsWithBioWare},
+    Format{.code = 6,
+           .extensions = "191 DAT",
+           .name = "BioWare 2",
+           .recognise = StartsWithBioWare,
+           .open = OpenBioWare2},
+    Format{.code = 302,
+           .extensions = "191 DAT",
+           .name = "BioWare",
+           .recognise = NamesBioWarePlate,
+           .open = OpenBioWareArchive},
     Format{-1, "191 DAT", "Optotrak", TellOptotrak, NamesOptotrak, true},
     Format{-1, "191 DAT", "unknown", AskParseUnknownContents, nullptr, true},
-    Format{6, "D20", "BioWare 2", nullptr},
+    Format{.code = 6, .extensions = "D20", .name = "BioWare 2", .open = OpenBioWare2},
     Format{.code = 22, .extensions = "REC EDF HYP BDF", .name = "EDF", .open = OpenEdf},
     Format{-1, "EMT", "Delsys .EMT", TellDelsysEmt, nullptr, true},
-    Format{60, "EMG", "DelSys ASCII EMG", nullptr},
+    Format{62, "EMG", "Delsys text", DetectTextFormat, IsDelsysText},
+    Format{.code = 60, .extensions = "EMG", .name = "DelSys EMG", .open = OpenDelsysEmg},
     Format{8, "FTF", "Fourier transform", ReadFourierFile},
+    Format{.code = 301, .extensions = "BSF", .name = "AMTI NetForce", .open = OpenBsf},
     Format{32, "LOG", "DataLink binary goniometer", nullptr},
     Format{12, "MEG", "Mega ASCII", nullptr},
     Format{21, "STM", "Stimo", nullptr},
@@ -85,7 +113,7 @@ constexpr std::array kFormats = {
     Format{100, "FR AV KM KS RA EN MM FO JP PJ PS", "Tavorin binary", nullptr},
     Format{.code = 24, .extensions = "WAV", .name = "Audio Wave", .open = OpenWav},
     // Found by their first lines, whatever the extension.
-    Format{42, "", "Motion Analysis ASCII analog", nullptr},
+    Format{.code = 42, .extensions = "", .name = "Motion Analysis ASCII analog", .open = OpenAnc},
     Format{23, "", "PDT ASCII", nullptr},
     Format{51, "", "Vicon comma-separated variables", nullptr},
     Format{80, "", "NI VI Logger ASCII", nullptr},

@@ -210,4 +210,23 @@ std::int64_t ReadInterleaved(const InputFile& file, const InterleavedLayout& lay
   return done;
 }
 
+void InterleavedFile::TakeLayout(const InterleavedLayout& layout, std::int64_t promised, CountedBy counted) {
+  layout_ = layout;
+  layout_.channels = static_cast<std::int64_t>(found_.channels.size());
+  const std::int64_t held = layout_.SamplesIn(file_.Size());
+  if (counted == CountedBy::Bytes && std::abs(held - promised) <= 1) {
+    promised = held;  // a product of rate and time
+  }
+  if (counted == CountedBy::Bytes && promised > 0 && held > promised) {
+    found_.remarks.push_back("The header counts " + FormatCount(promised) +
+                             " samples per channel; the file holds " + FormatCount(held) + ".");
+    promised = held;
+  }
+  found_.promised = promised;
+  for (RecordedChannel& channel : found_.channels) {
+    channel.samples = promised > 0 ? std::min(held, promised) : held;
+    scalings_.push_back({.offset = channel.offset, .gain = channel.gain});
+  }
+}
+
 }  // namespace velmora

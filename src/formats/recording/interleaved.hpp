@@ -53,4 +53,26 @@ void StoreTimes(std::int64_t first, std::int64_t count, const SampleTarget& targ
 /// Throws FileError when one of these samples (from 1) is infinite or no number.
 void CheckFinite(std::int64_t first, std::int64_t count, const SampleTarget& target);
 
+/// A file of which all samples lie in one such layout.
+class InterleavedFile : public RecordingFile {
+ public:
+  std::int64_t ReadSamples(const SampleTarget& target) override {
+    return ReadInterleaved(file_, layout_, scalings_, target);
+  }
+
+ protected:
+  explicit InterleavedFile(const std::string& path) : file_(path) {}
+
+  /// Who knows how many samples there are, where header and bytes differ.
+  enum class CountedBy { Header, Bytes };
+
+  /// When found_.channels are described: counts their samples, of which the header promises so many (0: it
+  /// does not say), and scales them by their offset and gain.
+  void TakeLayout(const InterleavedLayout& layout, std::int64_t promised, CountedBy counted);
+
+  InputFile file_;
+  InterleavedLayout layout_;
+  std::vector<Scaling> scalings_;  // by channel
+};
+
 }  // namespace velmora

@@ -34,7 +34,8 @@ struct RecordedPlate {
   std::string words{};          // for the header lines
   std::vector<int> channels{};  // from 0, in the order that the reduction takes
   ForcePlate definition{};
-  std::optional<PlateMatrix> loads{};  // what its channels are; none: loads, or volts of a plate of eight channels
+  std::optional<PlateMatrix>
+      loads{};  // what its channels are; none: loads, or volts of a plate of eight channels
   /// The program can reduce plates of this kind, and `definition` says how.
   bool reducible = false;
 };

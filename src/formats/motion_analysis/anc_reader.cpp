@@ -1,0 +1,174 @@
+#include "formats/motion_analysis/anc_reader.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "formats/delimited_text/scan/number_scan.hpp"
+#include "formats/line_blocks.hpp"
+#include "formats/motion_analysis/anc_header.hpp"
+#include "formats/motion_analysis/motion_analysis_scale.hpp"
+#include "formats/recording/interleaved.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr std::size_t kBlock = std::size_t{1} << 20;
+constexpr int kMostHeaderLines = 50;
+
+// A count: mostly a few digits. Returns false when the field is no number.
+bool ReadCount(std::string_view field, double& count) {
+  constexpr std::size_t mostDigits = 9;  // that cannot overflow
+  std::size_t at = field.starts_with('-') ? 1 : 0;
+  std::int32_t digits = 0;
+  if (field.size() > at && field.size() <= at + mostDigits) {
+    for (; at < field.size() && field[at] >= '0' && field[at] <= '9'; ++at) {
+      digits = 10 * digits + (field[at] - '0');
+    }
+    if (at == field.size()) {
+      count = field.front() == '-' ? -digits : digits;
+      return true;
+    }
+  }
+  float value = 0.0F;
+  const bool isNumber = ReadNumber(field, false, value);
+  count = value;
+  return isNumber;
+}
+
+class AncFile : public RecordingFile {
+ public:
+  explicit AncFile(const std::string& path) : source_(path) {
+    AncHeader header;
+    std::int64_t rows = 0;
+    {
+      LineBlocks blocks(source_, kBlock);
+      std::string line;
+      while (headerLines_ < kMostHeaderLines && blocks.ReadTextLine(line) && header.Take(line)) {
+        ++headerLines_;
+      }
+      rows = (headerLines_ < kMostHeaderLines && !line.empty() ? 1 : 0) + CountRows(blocks);
+    }
+    Check(header);
+    Describe(header, rows);
+  }
+
+  std::int64_t ReadSamples(const SampleTarget& target) override {
+    source_.Rewind();
+    LineBlocks blocks(source_, kBlock);
+    blocks.SkipLines(headerLines_);
+    const std::int64_t wanted = target.matrix.Samples();
+    std::int64_t done = 0;
+    while (done < wanted) {
+      if (target.turn(static_cast<double>(done) / static_cast<double>(wanted))) {
+        break;
+      }
+      std::string_view lines = blocks.Lines();
+      const std::size_t before = lines.size();
+      const std::int64_t first = done;
+      bool whole = before > 0;
+      while (whole && done < wanted && !lines.empty()) {
+        const std::string_view line = TakeLine(lines);
+        if (!IsBlankLine(line)) {
+          whole = StoreRow(line, target, target.matrix.Frame(done + 1) + 1);
+          done += whole ? 1 : 0;
+        }
+      }
+      StoreTimes(first + 1, done - first, target);
+      if (!whole) {
+        break;
+      }
+      blocks.Consume(before - lines.size());
+    }
+    return done;
+  }
+
+ private:
+  static std::int64_t CountRows(LineBlocks& blocks) {
+    std::int64_t rows = 0;
+    for (std::string_view lines = blocks.Lines(); !lines.empty(); lines = blocks.Lines()) {
+      const std::size_t bytes = lines.size();
+      while (!lines.empty()) {
+        rows += IsBlankLine(TakeLine(lines)) ? 0 : 1;
+      }
+      blocks.Consume(bytes);
+    }
+    return rows;
+  }
+
+  static void Check(const AncHeader& header) {
+    if (header.labels.empty()) {
+      throw FileError("its header has no line of names");
+    }
+    if (header.generation != 2) {
+      throw FileError("generation " + PlainNumber(header.generation) +
+                      " of the format is not known; export the trial as C3D");
+    }
+  }
+
+  void Describe(AncHeader& header, std::int64_t rows) {
+    double rate = header.preciseRate;
+    if (!(rate > 0) || !std::isfinite(rate)) {
+      rate = header.rates.empty() ? 0.0 : std::max(header.rates.front(), 0.0);
+    }
+    const bool bipolar = EqualNoCase(header.polarity, "Bipolar");
+    if (header.channels != static_cast<double>(header.labels.size())) {
+      found_.remarks.push_back("The header counts " + PlainNumber(header.channels) + " channels and names " +
+                               std::to_string(header.labels.size()) + ".");
+    }
+    if (!bipolar || header.ranges.empty()) {
+      found_.remarks.push_back(std::string("The values are counts, since the ") +
+                               (bipolar ? "file tells no ranges." : "converter was not bipolar."));
+    }
+    for (std::size_t c = 0; c < header.labels.size(); ++c) {
+      RecordedChannel channel{.label = header.labels[c], .rate = rate, .samples = rows};
+      ScaleToVolts(channel, bipolar && c < header.ranges.size() ? header.ranges[c] : 0.0, header.bits);
+      TellOwnRate(found_, channel, rate, c < header.rates.size() ? header.rates[c] : 0.0);
+      found_.channels.push_back(std::move(channel));
+    }
+    found_.title = header.trialName;
+    if (!header.board.empty()) {
+      found_.lines.push_back("Board: " + header.board);
+    }
+    found_.lines.push_back(ScaleLine(header.bits));
+    constexpr double slack = 1e-6;  // durations are cut to that
+    const double promised = std::floor(header.duration * rate + 1 + slack);
+    found_.promised = promised >= 1 && promised < INT32_MAX ? static_cast<std::int64_t>(promised) : 0;
+  }
+
+  // One row behind its time. Returns false, with the row half stored, when a channel is missing.
+  [[nodiscard]] bool StoreRow(std::string_view line, const SampleTarget& target, float* out) const {
+    std::size_t wanted = 0;  // of the channels taken
+    const std::size_t behind = found_.channels.size() + 1;
+    std::size_t field = 0;
+    for (std::size_t from = 0; from <= line.size() && field < behind; ++field) {
+      const std::size_t tab = line.find('\t', from);
+      const bool last = tab == std::string_view::npos;
+      if (last && field + 1 < behind) {
+        return false;
+      }
+      if (wanted < target.channels.size() && field == static_cast<std::size_t>(target.channels[wanted]) + 1) {
+        const RecordedChannel& channel = found_.channels[field - 1];
+        double count = 0.0;
+        if (!ReadCount(line.substr(from, (last ? line.size() : tab) - from), count)) {
+          return false;
+        }
+        out[wanted++] = static_cast<float>((count + channel.offset) * channel.gain);
+      }
+      from = last ? line.size() + 1 : tab + 1;
+    }
+    return wanted == target.channels.size();
+  }
+
+  TextSource source_;
+  std::int64_t headerLines_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<RecordingFile> OpenAnc(const std::string& path) {
+  return std::make_unique<AncFile>(path);
+}
+
+}  // namespace velmora
