@@ -1,16 +1,14 @@
 #include "formats/bioware/bioware2_reader.hpp"
 
-#include <array>
 #include <cmath>
 
 #include "core/text/numbers.hpp"
 #include "formats/bioware/bioware2_layout.hpp"
+#include "formats/bioware/plate_sensors.hpp"
 #include "formats/recording/interleaved.hpp"
 
 namespace velmora {
 namespace {
-
-constexpr std::array kSensors = {"Fx12", "Fx34", "Fy14", "Fy23", "Fz1", "Fz2", "Fz3", "Fz4"};
 
 class BioWare2File : public InterleavedFile {
  public:
@@ -97,7 +95,7 @@ class BioWare2File : public InterleavedFile {
                         .YSens = Item(bioware2::kYSens, plate),
                         .ZSens = Item(bioware2::kZSens, plate),
                         .optDistance = 1};
-    for (const char* sensor : kSensors) {
+    for (const char* sensor : kPlateSensors) {
       found.channels.push_back(static_cast<int>(found_.channels.size()));
       AddChannel(plates_ > 1 ? sensor + ("#" + std::to_string(plate + 1)) : sensor, bioware2::kVolts);
     }

@@ -1,34 +1,33 @@
 #include "formats/bioware/bioware_archive_reader.hpp"
 
-#include <array>
 #include <cmath>
 
 #include "core/text/numbers.hpp"
+#include "formats/bioware/plate_sensors.hpp"
 #include "formats/bytes/byte_reader.hpp"
 #include "formats/recording/interleaved.hpp"
 
 namespace velmora {
 namespace {
 
-constexpr std::array kSensors = {"Fx12", "Fx34", "Fy14", "Fy23", "Fz1", "Fz2", "Fz3", "Fz4"};
-constexpr std::int64_t kChannels = 8;  // of a plate
+constexpr std::int64_t kChannelsOfPlate = 8;  // of a plate
 
-[[noreturn]] void Refuse() {
+[[noreturn]] void RefuseArchive() {
   throw FileError("it is a BioWare file of a layout that is not known; export the trial as text in BioWare");
 }
 
 /// Counts that the file repeats for itself and for each plate.
-struct Shape {
+struct ArchiveShape {
   std::int64_t channels = 0;
   std::int64_t frames = 0;
   std::int64_t bits = 0;
   double rate = 0.0;
 
-  friend bool operator==(const Shape&, const Shape&) = default;
+  friend bool operator==(const ArchiveShape&, const ArchiveShape&) = default;
 };
 
-Shape TakeShape(ByteReader& reader) {
-  Shape shape;
+ArchiveShape TakeArchiveShape(ByteReader& reader) {
+  ArchiveShape shape;
   shape.channels = reader.Take<std::int32_t>();
   shape.frames = reader.Take<std::int32_t>();
   reader.Skip(4);
@@ -55,16 +54,16 @@ class BioWareArchive : public RecordingFile {
         ByteReader plate(bytes);
         TakePlate(plate, p);
         dataAt_.push_back(at + static_cast<std::int64_t>(plate.Position()));
-        at = dataAt_.back() + kChannels * shape_.frames * static_cast<std::int64_t>(sizeof(float));
+        at = dataAt_.back() + kChannelsOfPlate * shape_.frames * static_cast<std::int64_t>(sizeof(float));
         if (at > file_.Size()) {
-          Refuse();
+          RefuseArchive();
         }
       }
       if (at != file_.Size() || plates < 1) {
-        Refuse();
+        RefuseArchive();
       }
     } catch (const FileError&) {
-      Refuse();
+      RefuseArchive();
     }
   }
 
@@ -77,7 +76,8 @@ class BioWareArchive : public RecordingFile {
         return 0;  // channel lies behind channel: there is no shorter trial
       }
       const int c = target.channels[k];
-      const std::int64_t at = dataAt_[static_cast<std::size_t>(c / kChannels)] + c % kChannels * bytes;
+      const std::int64_t at =
+          dataAt_[static_cast<std::size_t>(c / kChannelsOfPlate)] + c % kChannelsOfPlate * bytes;
       const auto got =
           static_cast<std::int64_t>(file_.ReadAt(at, values.data(), static_cast<std::size_t>(bytes)));
       read = std::min(read, got / static_cast<std::int64_t>(sizeof(float)));
@@ -96,19 +96,19 @@ class BioWareArchive : public RecordingFile {
   // Returns the number of plates.
   int TakeHead(ByteReader& reader) {
     if (reader.Take<std::int32_t>() != 2) {
-      Refuse();
+      RefuseArchive();
     }
     reader.Skip(12);
     const std::int64_t rows = reader.Take<std::int32_t>();
     const std::int64_t columns = reader.Take<std::int32_t>();
     if (rows < 0 || columns < 0 || rows > 1000 || columns > 1000) {
-      Refuse();
+      RefuseArchive();
     }
     reader.Skip(static_cast<std::size_t>(4 + rows * columns * 4 + 26));
-    shape_ = TakeShape(reader);
-    if (shape_.channels != kChannels || shape_.frames < 1 || !std::isfinite(shape_.rate) ||
+    shape_ = TakeArchiveShape(reader);
+    if (shape_.channels != kChannelsOfPlate || shape_.frames < 1 || !std::isfinite(shape_.rate) ||
         shape_.rate <= 0) {
-      Refuse();
+      RefuseArchive();
     }
     reader.Skip(4 + 4 + 4 + 4 + 8);
     return reader.Take<std::uint16_t>();
@@ -118,14 +118,14 @@ class BioWareArchive : public RecordingFile {
     if (number == 0) {
       if (reader.Take<std::uint16_t>() != 0xFFFF || reader.Take<std::uint16_t>() != 1 ||
           reader.TakeBytes(reader.Take<std::uint16_t>()) != "CPlateEight") {
-        Refuse();
+        RefuseArchive();
       }
     } else if (reader.Take<std::uint16_t>() != 0x8001) {
-      Refuse();
+      RefuseArchive();
     }
     reader.Skip(3 * 4);
-    if (TakeShape(reader) != shape_) {
-      Refuse();
+    if (TakeArchiveShape(reader) != shape_) {
+      RefuseArchive();
     }
     reader.Skip(2 * 4 + 2 * 4 + 3 * 4);
     const std::string maker = TakeString(reader);
@@ -158,7 +158,7 @@ class BioWareArchive : public RecordingFile {
     for (const double distance :
          {definition.Width, definition.Length, definition.a, definition.b, definition.az0}) {
       if (!std::isfinite(distance)) {
-        Refuse();
+        RefuseArchive();
       }
     }
     RecordedPlate plate{.words = "Force plate " + std::to_string(number + 1) + ": " + name + ", " +
@@ -166,7 +166,7 @@ class BioWareArchive : public RecordingFile {
                                  FormatNumber(definition.Length, "0") + " mm",
                         .definition = definition,
                         .reducible = true};
-    for (const char* sensor : kSensors) {
+    for (const char* sensor : kPlateSensors) {
       plate.channels.push_back(static_cast<int>(found_.channels.size()));
       found_.channels.push_back({.label = number > 0 ? sensor + ("#" + std::to_string(number + 1)) : sensor,
                                  .units = "N",
@@ -177,7 +177,7 @@ class BioWareArchive : public RecordingFile {
   }
 
   InputFile file_;
-  Shape shape_;
+  ArchiveShape shape_;
   std::vector<std::int64_t> dataAt_;  // by plate
 };
 

@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-std::int64_t FindHeader(const InputFile& file) {
+std::int64_t FindC3dHeader(const InputFile& file) {
   const std::string head = ReadBytes(file, 0, c3d::kMostLeadingZeros + 2);
   const std::size_t at = head.find_first_not_of('\0');
   if (at == std::string::npos || at > c3d::kMostLeadingZeros || at + 1 >= head.size() ||
@@ -19,7 +19,7 @@ std::int64_t FindHeader(const InputFile& file) {
 }
 
 // From the header to the data: parameters end where these start, whatever the count of their blocks says.
-std::string ReadHead(const InputFile& file, std::int64_t start) {
+std::string ReadC3dHead(const InputFile& file, std::int64_t start) {
   constexpr std::int64_t most = std::int64_t{0xFFFF} * c3d::kBlock;
   std::string bytes = ReadBytes(file, start, most);
   if (bytes.size() < c3d::kBlock) {
@@ -33,7 +33,7 @@ std::size_t ParametersAt(const std::string& bytes) {
          c3d::kBlock;
 }
 
-ByteOrder OrderOf(const std::string& bytes) {
+ByteOrder OrderOfProcessor(const std::string& bytes) {
   const std::size_t at = ParametersAt(bytes) + 3;
   switch (at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : c3d::kIntel) {
     case c3d::kDec:
@@ -55,7 +55,7 @@ std::string_view SectionOf(const std::string& bytes, ByteOrder order) {
   return std::string_view(bytes).substr(at, end - at);
 }
 
-double Usable(double rate) {
+double UsableRate(double rate) {
   return std::isfinite(rate) && rate > 0 ? rate : 0.0;
 }
 
@@ -69,9 +69,9 @@ std::int64_t LongCount(const C3dParameters& parameters, std::string_view group, 
 }  // namespace
 
 C3dHead::C3dHead(const InputFile& file)
-    : start(FindHeader(file)),
-      bytes(ReadHead(file, start)),
-      order(OrderOf(bytes)),
+    : start(FindC3dHeader(file)),
+      bytes(ReadC3dHead(file, start)),
+      order(OrderOfProcessor(bytes)),
       parameters(SectionOf(bytes, order), order) {
   const ByteReader header(bytes, order);
   points = header.At<std::uint16_t>(c3d::kPoints);
@@ -129,15 +129,15 @@ void C3dHead::TakeChannels(const ByteReader& header, std::int64_t fileBytes) {
 }
 
 void C3dHead::TakeRates(const ByteReader& header) {
-  const double inHeader = Usable(header.At<float>(c3d::kFrameRate));
-  frameRate = Usable(parameters.Number("POINT", "RATE", 0));
+  const double inHeader = UsableRate(header.At<float>(c3d::kFrameRate));
+  frameRate = UsableRate(parameters.Number("POINT", "RATE", 0));
   if (frameRate == 0) {
     frameRate = inHeader;
   } else if (inHeader > 0 && inHeader != frameRate) {
     lines.push_back("Frame rate: " + PlainNumber(static_cast<float>(frameRate)) + " Hz by the parameters, " +
                     PlainNumber(static_cast<float>(inHeader)) + " Hz by the header");
   }
-  analogRate = Usable(parameters.Number("ANALOG", "RATE", 0));
+  analogRate = UsableRate(parameters.Number("ANALOG", "RATE", 0));
   if (analogRate == 0) {
     analogRate = frameRate * static_cast<double>(samplesPerFrame);
   }

@@ -9,10 +9,10 @@
 namespace velmora {
 namespace {
 
-constexpr const char* kGroup = "FORCE_PLATFORM";
-constexpr std::size_t kSix = 6;
-constexpr std::int16_t kAmti = 5;      // in the program's list of types
-constexpr double kMillimetre = 0.001;  // m
+constexpr const char* kPlateGroup = "FORCE_PLATFORM";
+constexpr std::size_t kSixLoads = 6;
+constexpr std::int16_t kC3dAmtiType = 5;  // in the program's list of types
+constexpr double kMillimetre = 0.001;     // m
 
 struct Vector {
   double x = 0.0;
@@ -55,14 +55,14 @@ double MillimetresOf(std::string_view units) {
 
 PlateParameters ReadPlateParameters(const C3dHead& head) {
   const C3dParameters& parameters = head.parameters;
-  PlateParameters all{.types = parameters.Numbers(kGroup, "TYPE"),
-                      .channels = parameters.LongNumbers(kGroup, "CHANNEL"),
-                      .corners = parameters.LongNumbers(kGroup, "CORNERS"),
-                      .origins = parameters.LongNumbers(kGroup, "ORIGIN"),
-                      .matrices = parameters.LongNumbers(kGroup, "CAL_MATRIX")};
-  const C3dParameter* channel = parameters.Find(kGroup, "CHANNEL");
+  PlateParameters all{.types = parameters.Numbers(kPlateGroup, "TYPE"),
+                      .channels = parameters.LongNumbers(kPlateGroup, "CHANNEL"),
+                      .corners = parameters.LongNumbers(kPlateGroup, "CORNERS"),
+                      .origins = parameters.LongNumbers(kPlateGroup, "ORIGIN"),
+                      .matrices = parameters.LongNumbers(kPlateGroup, "CAL_MATRIX")};
+  const C3dParameter* channel = parameters.Find(kPlateGroup, "CHANNEL");
   all.channelsEach =
-      channel == nullptr || channel->dimensions.size() < 2 ? kSix : channel->dimensions.front();
+      channel == nullptr || channel->dimensions.size() < 2 ? kSixLoads : channel->dimensions.front();
   const std::vector<std::string> units = parameters.Texts("POINT", "UNITS");
   all.pointUnits = units.empty() ? "mm" : units.front();
   all.millimetres = MillimetresOf(all.pointUnits);
@@ -102,23 +102,23 @@ Vector OriginOf(const PlateParameters& all, std::size_t plate) {
 // point.
 PlateMatrix LoadsOf(const PlateParameters& all, std::size_t plate, bool calibrated, double newtonMetres) {
   PlateMatrix loads{};
-  for (std::size_t j = 0; j < kSix; ++j) {
-    for (std::size_t i = 0; i < kSix; ++i) {
+  for (std::size_t j = 0; j < kSixLoads; ++j) {
+    for (std::size_t i = 0; i < kSixLoads; ++i) {
       const double factor =
-          calibrated ? all.matrices[plate * kSix * kSix + i + kSix * j] : (i == j ? 1.0 : 0.0);
-      loads[kSix * i + j] = factor * (i < 3 ? 1.0 : newtonMetres);
+          calibrated ? all.matrices[plate * kSixLoads * kSixLoads + i + kSixLoads * j] : (i == j ? 1.0 : 0.0);
+      loads[kSixLoads * i + j] = factor * (i < 3 ? 1.0 : newtonMetres);
     }
   }
   const Vector origin = OriginOf(all, plate);
   const double x = origin.x * kMillimetre;
   const double y = origin.y * kMillimetre;
-  for (std::size_t j = 0; j < kSix; ++j) {
+  for (std::size_t j = 0; j < kSixLoads; ++j) {
     const double Fx = loads[j];
-    const double Fy = loads[kSix + j];
-    const double Fz = loads[2 * kSix + j];
-    loads[3 * kSix + j] -= y * Fz;
-    loads[4 * kSix + j] += x * Fz;
-    loads[5 * kSix + j] -= x * Fy - y * Fx;
+    const double Fy = loads[kSixLoads + j];
+    const double Fz = loads[2 * kSixLoads + j];
+    loads[3 * kSixLoads + j] -= y * Fz;
+    loads[4 * kSixLoads + j] += x * Fz;
+    loads[5 * kSixLoads + j] -= x * Fy - y * Fx;
   }
   return loads;
 }
@@ -136,13 +136,14 @@ void DescribeAmti(RecordedPlate& plate, const PlateParameters& all, std::size_t 
                   const std::vector<std::string>& units) {
   constexpr int matrixType = 4;
   const bool calibrated = type == matrixType;
-  if (plate.channels.size() < kSix || (calibrated && all.matrices.size() < (number + 1) * kSix * kSix)) {
+  if (plate.channels.size() < kSixLoads ||
+      (calibrated && all.matrices.size() < (number + 1) * kSixLoads * kSixLoads)) {
     return;
   }
-  plate.channels.resize(kSix);
+  plate.channels.resize(kSixLoads);
   const auto moment = static_cast<std::size_t>(plate.channels[3]);
   const double newtonMetres = NewtonMetresOf(moment < units.size() ? units[moment] : "", all);
-  plate.definition.PlateType = kAmti;
+  plate.definition.PlateType = kC3dAmtiType;
   plate.definition.az0 = std::abs(OriginOf(all, number).z);
   plate.loads = LoadsOf(all, number, calibrated, newtonMetres);
   plate.reducible = true;
@@ -181,7 +182,7 @@ std::vector<RecordedPlate> C3dPlates(const C3dHead& head) {
   const PlateParameters all = ReadPlateParameters(head);
   const std::vector<std::string> units = head.parameters.LongTexts("ANALOG", "UNITS");
   const std::int64_t used =
-      head.parameters.Count(kGroup, "USED", static_cast<std::int64_t>(all.types.size()));
+      head.parameters.Count(kPlateGroup, "USED", static_cast<std::int64_t>(all.types.size()));
   std::vector<RecordedPlate> plates;
   for (std::size_t p = 0; p < std::min(static_cast<std::size_t>(used), all.types.size()); ++p) {
     const int type = static_cast<int>(all.types[p]);

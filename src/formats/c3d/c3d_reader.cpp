@@ -15,11 +15,11 @@ namespace {
 constexpr double kOverflown = -32768.0;
 
 template <typename T>
-T At(const std::vector<T>& list, std::size_t index, T otherwise) {
+T ItemAt(const std::vector<T>& list, std::size_t index, T otherwise) {
   return index < list.size() ? list[index] : otherwise;
 }
 
-InterleavedLayout LayoutOf(const C3dHead& head) {
+InterleavedLayout AnalogLayoutOf(const C3dHead& head) {
   return {.offset = head.dataAt,
           .skipped = head.points * 4 * (head.floats ? 4 : 2),
           .samplesPerBlock = head.samplesPerFrame,
@@ -57,8 +57,8 @@ std::vector<std::string> LinesAbout(const C3dHead& head) {
 class C3dAnalogFile : public RecordingFile {
  public:
   C3dAnalogFile(const std::string& path, std::unique_ptr<C3dHead> head)
-      : file_(path), head_(std::move(head)), layout_(LayoutOf(*head_)) {
-    isUnsigned_ = At<std::string>(head_->parameters.Texts("ANALOG", "FORMAT"), 0, "") == "UNSIGNED";
+      : file_(path), head_(std::move(head)), layout_(AnalogLayoutOf(*head_)) {
+    isUnsigned_ = ItemAt<std::string>(head_->parameters.Texts("ANALOG", "FORMAT"), 0, "") == "UNSIGNED";
     if (isUnsigned_ && !head_->floats) {
       layout_.type = SampleType::UInt16;
     }
@@ -80,8 +80,8 @@ class C3dAnalogFile : public RecordingFile {
     const std::vector<std::string> units = parameters.LongTexts("ANALOG", "UNITS");
     for (std::int64_t c = 0; c < head_->channels; ++c) {
       const auto k = static_cast<std::size_t>(c);
-      found_.channels.push_back({.label = At<std::string>(labels, k, ""),
-                                 .units = At<std::string>(units, k, ""),
+      found_.channels.push_back({.label = ItemAt<std::string>(labels, k, ""),
+                                 .units = ItemAt<std::string>(units, k, ""),
                                  .rate = head_->analogRate,
                                  .samples = samples_});
     }
@@ -111,7 +111,8 @@ class C3dAnalogFile : public RecordingFile {
       found_.remarks.emplace_back("The general scale of the analog channels is 0; 1 was taken.");
     }
     for (std::size_t c = 0; c < found_.channels.size(); ++c) {
-      const Scaling scaling{.offset = -At(offsets, c, 0.0), .gain = At(scales, c, 1.0), .general = general};
+      const Scaling scaling{
+          .offset = -ItemAt(offsets, c, 0.0), .gain = ItemAt(scales, c, 1.0), .general = general};
       if (!std::isfinite(scaling.offset) || !std::isfinite(scaling.gain * general)) {
         throw FileError("the scale of channel " + std::to_string(c + 1) + " is no number");
       }
@@ -170,9 +171,9 @@ class C3dPointFile : public RecordingFile {
     found_.promised = head_->frames;
     const std::int64_t samples = std::min(layout_.SamplesIn(file_.Size()), head_->frames);
     const std::vector<std::string> labels = head_->parameters.LongTexts("POINT", "LABELS");
-    const std::string units = At<std::string>(head_->parameters.Texts("POINT", "UNITS"), 0, "");
+    const std::string units = ItemAt<std::string>(head_->parameters.Texts("POINT", "UNITS"), 0, "");
     for (std::int64_t p = 0; p < head_->points; ++p) {
-      const std::string label = At<std::string>(labels, static_cast<std::size_t>(p), "");
+      const std::string label = ItemAt<std::string>(labels, static_cast<std::size_t>(p), "");
       for (const char* axis : {" X", " Y", " Z"}) {
         found_.channels.push_back({.label = (label.empty() ? "Point " + std::to_string(p + 1) : label) + axis,
                                    .units = units,
@@ -221,7 +222,8 @@ class C3dPointFile : public RecordingFile {
   std::int64_t Convert(const std::string& frame, const SampleTarget& target, float* out) const {
     const ByteReader reader(frame, head_->order);
     const auto word = [&](std::size_t index) {
-      return head_->floats ? double{reader.At<float>(4 * index)} : static_cast<double>(reader.At<std::int16_t>(2 * index));
+      return head_->floats ? double{reader.At<float>(4 * index)}
+                           : static_cast<double>(reader.At<std::int16_t>(2 * index));
     };
     std::int64_t missing = 0;
     for (const int channel : target.channels) {

@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::int64_t kHead = 256;  // bytes, and as many for each signal
+constexpr std::int64_t kEdfHead = 256;  // bytes, and as many for each signal
 constexpr double kMostInRecord = 1e9;
 
 // A number of a field, whose decimals somebody may have set off by a comma.
@@ -40,7 +40,7 @@ bool IsBdf(std::string_view version) {
 }  // namespace
 
 EdfHeader::EdfHeader(const InputFile& file) {
-  const std::string head = ReadBytes(file, 0, kHead);
+  const std::string head = ReadBytes(file, 0, kEdfHead);
   ByteReader reader(head);
   isBdf = IsBdf(reader.TakeBytes(8));
   patient = reader.TakeText(80);
@@ -55,13 +55,13 @@ EdfHeader::EdfHeader(const InputFile& file) {
   if (count < 1) {
     throw FileError("the header counts no signals");
   }
-  dataAt = kHead * (count + 1);
+  dataAt = kEdfHead * (count + 1);
   if (headerBytes != dataAt) {
     remarks.push_back("The header says that it has " + FormatCount(headerBytes) +
                       " bytes; with its signals it has " + FormatCount(dataAt) + ".");
   }
-  const std::string fields = ReadBytes(file, kHead, kHead * count);
-  if (static_cast<std::int64_t>(fields.size()) < kHead * count) {
+  const std::string fields = ReadBytes(file, kEdfHead, kEdfHead * count);
+  if (static_cast<std::int64_t>(fields.size()) < kEdfHead * count) {
     throw FileError("the file ends inside its header");
   }
   signals.resize(static_cast<std::size_t>(count));

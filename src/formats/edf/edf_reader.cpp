@@ -14,7 +14,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::int64_t kPieceBytes = std::int64_t{1} << 20;
+constexpr std::int64_t kEdfPieceBytes = std::int64_t{1} << 20;
 
 class EdfFile : public RecordingFile {
  public:
@@ -134,7 +134,8 @@ class EdfFile : public RecordingFile {
   [[nodiscard]] std::size_t PieceBytes() const {
     const std::int64_t each = header_.recordBytes;
     return static_cast<std::size_t>(
-        std::clamp<std::int64_t>(kPieceBytes / each, 1, std::max<std::int64_t>(header_.records, 1)) * each);
+        std::clamp<std::int64_t>(kEdfPieceBytes / each, 1, std::max<std::int64_t>(header_.records, 1)) *
+        each);
   }
 
   // Returns the whole records that were read, from record `first` (from 0) on.

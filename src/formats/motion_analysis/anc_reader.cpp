@@ -14,8 +14,8 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{1} << 20;
-constexpr int kMostHeaderLines = 50;
+constexpr std::size_t kAncBlock = std::size_t{1} << 20;
+constexpr int kMostAncLines = 50;
 
 // A count: mostly a few digits. Returns false when the field is no number.
 bool ReadCount(std::string_view field, double& count) {
@@ -43,12 +43,12 @@ class AncFile : public RecordingFile {
     AncHeader header;
     std::int64_t rows = 0;
     {
-      LineBlocks blocks(source_, kBlock);
+      LineBlocks blocks(source_, kAncBlock);
       std::string line;
-      while (headerLines_ < kMostHeaderLines && blocks.ReadTextLine(line) && header.Take(line)) {
+      while (headerLines_ < kMostAncLines && blocks.ReadTextLine(line) && header.Take(line)) {
         ++headerLines_;
       }
-      rows = (headerLines_ < kMostHeaderLines && !line.empty() ? 1 : 0) + CountRows(blocks);
+      rows = (headerLines_ < kMostAncLines && !line.empty() ? 1 : 0) + CountRows(blocks);
     }
     Check(header);
     Describe(header, rows);
@@ -56,7 +56,7 @@ class AncFile : public RecordingFile {
 
   std::int64_t ReadSamples(const SampleTarget& target) override {
     source_.Rewind();
-    LineBlocks blocks(source_, kBlock);
+    LineBlocks blocks(source_, kAncBlock);
     blocks.SkipLines(headerLines_);
     const std::int64_t wanted = target.matrix.Samples();
     std::int64_t done = 0;

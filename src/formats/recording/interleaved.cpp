@@ -12,7 +12,7 @@ namespace velmora {
 namespace {
 
 // Stays in the second-level cache between reading and converting.
-constexpr std::int64_t kPieceBytes = std::int64_t{256} << 10;
+constexpr std::int64_t kInterleavedPiece = std::int64_t{256} << 10;
 constexpr std::int64_t kPiecesInATurn = 16;
 
 /// The channels wanted, with what converts them, side by side for the loops over a frame.
@@ -188,7 +188,7 @@ std::int64_t ReadInterleaved(const InputFile& file, const InterleavedLayout& lay
   const Plan plan = PlanOf(target.channels, scalings);
   const std::int64_t wanted = target.matrix.Samples();
   const std::int64_t blockBytes = layout.BlockBytes();
-  const std::int64_t blocksAPiece = std::max<std::int64_t>(kPieceBytes / blockBytes, 1);
+  const std::int64_t blocksAPiece = std::max<std::int64_t>(kInterleavedPiece / blockBytes, 1);
   std::vector<char> piece(static_cast<std::size_t>(blocksAPiece * blockBytes));
   std::int64_t done = 0;
   for (std::int64_t round = 0; done < wanted; ++round) {

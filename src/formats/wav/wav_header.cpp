@@ -7,11 +7,11 @@
 namespace velmora {
 namespace {
 
-constexpr std::uint16_t kPcm = 1;
-constexpr std::uint16_t kFloat = 3;
-constexpr std::uint16_t kALaw = 6;
-constexpr std::uint16_t kMuLaw = 7;
-constexpr std::uint16_t kExtensible = 0xFFFE;
+constexpr std::uint16_t kTagPcm = 1;
+constexpr std::uint16_t kTagFloat = 3;
+constexpr std::uint16_t kTagALaw = 6;
+constexpr std::uint16_t kTagMuLaw = 7;
+constexpr std::uint16_t kTagExtensible = 0xFFFE;
 
 constexpr std::int64_t kFirstChunk = 12;
 constexpr std::int64_t kChunkHead = 8;
@@ -19,13 +19,13 @@ constexpr int kMostChunks = 1000;
 
 WavHeader::Coding CodingOf(std::uint16_t tag) {
   switch (tag) {
-    case kPcm:
+    case kTagPcm:
       return WavHeader::Coding::Integers;
-    case kFloat:
+    case kTagFloat:
       return WavHeader::Coding::Floats;
-    case kALaw:
+    case kTagALaw:
       return WavHeader::Coding::ALaw;
-    case kMuLaw:
+    case kTagMuLaw:
       return WavHeader::Coding::MuLaw;
     case 2:
       throw FileError("samples coded as Microsoft ADPCM are not read; convert the file to PCM");
@@ -38,7 +38,7 @@ WavHeader::Coding CodingOf(std::uint16_t tag) {
   }
 }
 
-ByteOrder OrderOf(const std::string& head) {
+ByteOrder OrderOfMagic(const std::string& head) {
   const std::string magic = head.substr(0, 4);
   if (head.size() < kFirstChunk) {
     throw FileError("the file ends inside its header");
@@ -51,7 +51,7 @@ ByteOrder OrderOf(const std::string& head) {
 
 }  // namespace
 
-WavHeader::WavHeader(const InputFile& file) : order(OrderOf(ReadBytes(file, 0, kFirstChunk))) {
+WavHeader::WavHeader(const InputFile& file) : order(OrderOfMagic(ReadBytes(file, 0, kFirstChunk))) {
   TakeChunks(file);
   if (channels < 1) {
     throw FileError("the header counts no channels");
@@ -105,7 +105,7 @@ void WavHeader::TakeFormat(const std::string& bytes) {
   rate = reader.At<std::uint32_t>(4);
   bits = reader.At<std::uint16_t>(14);
   wordBytes = (bits + 7) / 8;
-  if (tag == kExtensible) {
+  if (tag == kTagExtensible) {
     tag = static_cast<std::uint16_t>(reader.At<std::uint32_t>(subTag));
     const std::int64_t valid = reader.At<std::uint16_t>(validBits);
     bits = valid > 0 ? std::min(valid, bits) : bits;

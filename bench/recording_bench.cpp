@@ -1,0 +1,159 @@
+// Loading instruments' files against read() of the same bytes into warm memory; a .anc file against its rows
+// as plain text. Files come from the page cache.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "bench_support.hpp"
+#include "import/load_file.hpp"
+#include "support/instrument_files/c3d_file.hpp"
+#include "support/instrument_files/edf_file.hpp"
+#include "support/instrument_files/wav_file.hpp"
+
+namespace velmora {
+namespace {
+
+/// Takes what every dialogue offers.
+class AcceptAll : public SaveTo {
+ public:
+  AcceptAll() : SaveTo("", Button::Yes) {}
+  std::string AskForm(Form& /*form*/) override { return "OK"; }
+  std::string AskInput(const InputQuestion& /*question*/) override { return "1000"; }
+};
+
+std::string C3d(bool floats, int points, int channels) {
+  test::C3dFile file;
+  file.floats = floats;
+  file.points = points;
+  file.channels = channels;
+  file.frames = 50'000;
+  return file.Bytes();
+}
+
+std::string Edf() {
+  test::EdfFile file;
+  file.records = 600;
+  file.promised = "600";
+  file.signals.assign(32, {.label = "EMG", .samples = 1000});
+  return file.Bytes();
+}
+
+std::string Wav(bool floats) {
+  test::WavFileBytes file;
+  file.channels = 16;
+  file.tag = floats ? 3 : 1;
+  file.bits = floats ? 32 : 16;
+  ByteBuilder samples;
+  for (int i = 0; i < 16'000'000; ++i) {
+    if (floats) {
+      samples.Add(static_cast<float>(i % 4001) / 7.0F);
+    } else {
+      samples.Add(static_cast<std::int16_t>(i % 4001));
+    }
+  }
+  file.samples = samples.Bytes();
+  return file.Bytes();
+}
+
+// 63 channels, so that the rows with their times are 64 columns, which the parser takes.
+std::string AncRows() {
+  std::string rows;
+  for (int i = 0; i < 100'000; ++i) {
+    rows += std::to_string(i / 1000.0);
+    for (int c = 0; c < 63; ++c) {
+      rows += "\t" + std::to_string((i * 37 + c * 101) % 4096 - 2048);
+    }
+    rows += "\r\n";
+  }
+  return rows;
+}
+
+std::string Anc() {
+  std::string head =
+      "File_Type:\tAnalog R/C ASCII\tGeneration#:\t2\r\nBoard_Type:\tX\tPolarity:\tBipolar\r\n";
+  head += "BitDepth:\t12\tPreciseRate:\t1000\r\nName";
+  std::string ranges = "Range";
+  for (int c = 0; c < 63; ++c) {
+    head += "\tChannel " + std::to_string(c);
+    ranges += "\t5000";
+  }
+  return head + "\r\n" + ranges + "\r\n" + AncRows();
+}
+
+struct Kind {
+  const char* file;
+  std::function<std::string()> make;
+};
+
+const std::map<std::string, Kind>& Kinds() {
+  static const std::map<std::string, Kind> kinds = {
+      {"c3d_float_64x200k", {"velmora2-bench-float.c3d", [] { return C3d(true, 0, 64); }}},
+      {"c3d_int16_64x200k", {"velmora2-bench-int.c3d", [] { return C3d(false, 0, 64); }}},
+      {"c3d_50_points_16x200k", {"velmora2-bench-points.c3d", [] { return C3d(true, 50, 16); }}},
+      {"edf_32x600k", {"velmora2-bench.edf", Edf}},
+      {"wav_float_16x1M", {"velmora2-bench-float.wav", [] { return Wav(true); }}},
+      {"wav_int16_16x1M", {"velmora2-bench-int.wav", [] { return Wav(false); }}},
+      {"anc_63x100k", {"velmora2-bench.anc", Anc}},
+      {"anc_rows_as_text", {"velmora2-bench-rows.tab", AncRows}},
+  };
+  return kinds;
+}
+
+std::string FileOf(const std::string& name) {
+  const Kind& kind = Kinds().at(name);
+  std::string path = BenchPath(kind.file);
+  if (!std::filesystem::exists(path)) {
+    std::ofstream(path, std::ios::binary) << kind.make();
+  }
+  return path;
+}
+
+void ReadBytes(benchmark::State& state, const std::string& name) {
+  const std::string path = FileOf(name);
+  std::vector<char> memory(std::filesystem::file_size(path), 1);
+  for (auto _ : state) {
+    const int file = open(path.c_str(), O_RDONLY);
+    std::size_t done = 0;
+    for (ssize_t got = 1; got > 0; done += static_cast<std::size_t>(got)) {
+      got = read(file, memory.data() + done, std::min(std::size_t{1} << 20, memory.size() - done));
+    }
+    close(file);
+    benchmark::DoNotOptimize(memory.data());
+  }
+}
+
+void Load(benchmark::State& state, const std::string& name) {
+  const std::string path = FileOf(name);
+  AcceptAll answers;
+  Workbench workbench(answers);
+  for (auto _ : state) {
+    workbench.trial.FileName = path;
+    LoadFile(workbench);
+  }
+  if (workbench.trial.NData < 100'000) {
+    state.SkipWithError("not loaded");
+  }
+}
+
+const bool registered = [] {
+  for (const auto& [name, kind] : Kinds()) {
+    for (const auto& [what, run] : {std::pair("read/", ReadBytes), std::pair("load/", Load)}) {
+      benchmark::RegisterBenchmark((what + name).c_str(),
+                                   [run = run, name = name](benchmark::State& state) { run(state, name); })
+          ->Unit(benchmark::kMillisecond)
+          ->UseRealTime();
+    }
+  }
+  return true;
+}();
+
+}  // namespace
+}  // namespace velmora

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdlib>
+
+#include "core/workbench.hpp"
+#include "fuzz_target.hpp"
+#include "import/read_recording.hpp"
+
+namespace velmora::fuzz {
+
+/// Reads the bytes as a file of channels, as the load route does. A trial must hold the samples that it
+/// counts, and no more of them than there are bytes.
+inline int ReadAsRecording(OpenRecording open, const std::uint8_t* data, std::size_t size) {
+  const MemoryFile file(data, size);
+  BlindAnswers answers;
+  Workbench workbench(answers);
+  Trial& trial = workbench.trial;
+  trial.FileName = file.Path();
+  ProgressPanel panel(workbench);
+  ReadRecording(workbench, panel, "fuzz", open);
+  if (trial.NData == 0) {
+    return 0;
+  }
+  if (trial.NData < 0 || static_cast<std::size_t>(trial.NData) > size || trial.NPlates > kMostPlates) {
+    std::abort();
+  }
+  for (int c = 0; c <= trial.NChan; ++c) {
+    static_cast<void>(trial.Data(1, c) + trial.Data(trial.NData, c));
+  }
+  for (const FilePlate& plate : trial.FilePlates) {
+    static_cast<void>(trial.Data(trial.NData, plate.base + 1));
+  }
+  return 0;
+}
+
+}  // namespace velmora::fuzz
