@@ -145,12 +145,15 @@ void Load(benchmark::State& state, const std::string& name) {
 
 const bool registered = [] {
   for (const auto& [name, kind] : Kinds()) {
-    for (const auto& [what, run] : {std::pair("read/", ReadBytes), std::pair("load/", Load)}) {
-      benchmark::RegisterBenchmark((what + name).c_str(),
-                                   [run = run, name = name](benchmark::State& state) { run(state, name); })
-          ->Unit(benchmark::kMillisecond)
-          ->UseRealTime();
-    }
+    const std::string file = name;
+    benchmark::RegisterBenchmark(("read/" + name).c_str(),
+                                 [file](benchmark::State& state) { ReadBytes(state, file); })
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+    benchmark::RegisterBenchmark(("load/" + name).c_str(),
+                                 [file](benchmark::State& state) { Load(state, file); })
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
   }
   return true;
 }();

@@ -83,9 +83,14 @@ void ExpectTypeRead(ReadRecordingTest& test, SampleType type, ByteOrder order) {
       test.bytes.Add(words[(k + block) % words.size()]);
     }
   }
-  MadeUpFile::layout = {
-      .offset = 6, .skipped = 7, .samplesPerBlock = 4, .channels = 3, .type = type, .order = order};
-  MadeUpFile::scalings = {{}, {.offset = -3, .gain = 0.1, .general = -7}, {.offset = 0.5, .gain = 3}};
+  MadeUpFile::layout = {.offset = 6,
+                        .skipped = 7,
+                        .samplesPerBlock = 4,
+                        .channels = 3,
+                        .type = type,
+                        .order = order,
+                        .general = -7};
+  MadeUpFile::scalings = {{}, {.offset = -3, .gain = 0.1}, {.offset = 0.5, .gain = 3}};
   MadeUpFile::header.channels.assign(3, {.rate = 50.0, .samples = 12});
   EXPECT_EQ(MadeUpFile::layout.SamplesIn(static_cast<std::int64_t>(test.bytes.Size())), 12);
   test.Read();
@@ -95,8 +100,8 @@ void ExpectTypeRead(ReadRecordingTest& test, SampleType type, ByteOrder order) {
       return static_cast<double>(words[static_cast<std::size_t>((i % 4) * 3 + c + i / 4) % words.size()]);
     };
     EXPECT_EQ(test.Row(i + 1),
-              (std::vector<float>{static_cast<float>(at(0)), static_cast<float>((at(1) - 3) * 0.1 * -7),
-                                  static_cast<float>((at(2) + 0.5) * 3)}));
+              (std::vector<float>{static_cast<float>(at(0) * -7), static_cast<float>((at(1) - 3) * 0.1 * -7),
+                                  static_cast<float>((at(2) + 0.5) * 3 * -7)}));
     EXPECT_EQ(test.trial.Data(i + 1, 0), static_cast<float>(i / 50.0));
   }
 }

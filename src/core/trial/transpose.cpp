@@ -47,13 +47,14 @@ void Transpose(const float* from, std::int64_t fromStride, std::int64_t lines, s
   }
 }
 
+}  // namespace
+
 void StreamOut(const float* from, std::int64_t count, float* to) {
   for (std::int64_t k = 0; k < count; k += kTile) {
     _mm_stream_ps(to + k, _mm_load_ps(from + k));
   }
+  _mm_sfence();
 }
-
-}  // namespace
 
 void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int64_t samples, float* frames,
                   std::int64_t frameStride) {
@@ -65,7 +66,6 @@ void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int
       Transpose(rows + done, rowStride, width, kBlockSamples, block.data(), width);
       StreamOut(block.data(), width * kBlockSamples, frames + done * width);
     }
-    _mm_sfence();
   }
   Transpose(rows + done, rowStride, width, samples - done, frames + done * frameStride, frameStride);
 }

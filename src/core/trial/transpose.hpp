@@ -16,4 +16,8 @@ void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int
 void FramesToRows(const float* frames, std::int64_t frameStride, int width, std::int64_t samples, float* rows,
                   std::int64_t rowStride);
 
+/// Copies around the caches, for what is not read again soon. Both are aligned to 16 bytes and `count` is a
+/// multiple of 4.
+void StreamOut(const float* from, std::int64_t count, float* to);
+
 }  // namespace velmora

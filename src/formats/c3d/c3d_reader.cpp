@@ -110,9 +110,9 @@ class C3dAnalogFile : public RecordingFile {
       general = 1.0;
       found_.remarks.emplace_back("The general scale of the analog channels is 0; 1 was taken.");
     }
+    layout_.general = general;
     for (std::size_t c = 0; c < found_.channels.size(); ++c) {
-      const Scaling scaling{
-          .offset = -ItemAt(offsets, c, 0.0), .gain = ItemAt(scales, c, 1.0), .general = general};
+      const Scaling scaling{.offset = -ItemAt(offsets, c, 0.0), .gain = ItemAt(scales, c, 1.0)};
       if (!std::isfinite(scaling.offset) || !std::isfinite(scaling.gain * general)) {
         throw FileError("the scale of channel " + std::to_string(c + 1) + " is no number");
       }
@@ -133,10 +133,12 @@ class C3dAnalogFile : public RecordingFile {
     if (doubtful.empty()) {
       return;
     }
+    InterleavedLayout layout = layout_;
+    layout.general = 1.0;
     SampleMatrix raw;
     raw.Allocate(static_cast<int>(doubtful.size()), samples_, SampleMatrix::Fill::None);
     const std::int64_t read = ReadInterleaved(
-        file_, layout_, {},
+        file_, layout, {},
         {.matrix = raw, .channels = doubtful, .rate = 1.0, .turn = [](double) { return false; }});
     for (std::size_t k = 0; k < doubtful.size(); ++k) {
       const ChannelView view = raw.Channel(static_cast<int>(k) + 1);

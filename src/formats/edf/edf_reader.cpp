@@ -90,8 +90,8 @@ class EdfFile : public RecordingFile {
   // records.
   std::vector<double> TakeAnnotations() {
     std::vector<double> times;
-    if (std::none_of(header_.signals.begin(), header_.signals.end(),
-                     [](const EdfSignal& signal) { return signal.isAnnotations; })) {
+    if (header_.records < 1 || std::none_of(header_.signals.begin(), header_.signals.end(),
+                                            [](const EdfSignal& signal) { return signal.isAnnotations; })) {
       return times;
     }
     std::string piece(PieceBytes(), '\0');

@@ -6,6 +6,7 @@
 
 #include "core/trial/transpose.hpp"
 #include "core/trial/trial.hpp"
+#include "formats/recording/scale_samples.hpp"
 
 namespace velmora {
 namespace {
@@ -14,12 +15,7 @@ namespace {
 constexpr std::int64_t kTile = 256;
 constexpr std::int64_t kTileStride = kTile + 16;  // keeps the columns out of each other's cache sets
 
-std::int32_t CountAt(const char* bytes, std::int64_t index, bool isBdf) {
-  if (!isBdf) {
-    std::int16_t count = 0;
-    std::memcpy(&count, bytes + 2 * index, sizeof count);
-    return count;
-  }
+std::int32_t Count24(const char* bytes, std::int64_t index) {
   std::array<unsigned char, 3> b{};
   std::memcpy(b.data(), bytes + 3 * index, b.size());
   const std::uint32_t high = static_cast<std::uint32_t>(b[2]) << 24U;
@@ -27,27 +23,29 @@ std::int32_t CountAt(const char* bytes, std::int64_t index, bool isBdf) {
   return static_cast<std::int32_t>(high | low) / 256;  // the sign is that of the third byte
 }
 
-template <bool isBdf>
-void Convert(const char* bytes, std::int64_t first, std::int64_t count, EdfColumn& column, float* to) {
-  const double added = column.added;
-  const double gain = column.gain;
-  const auto lowest = static_cast<std::int32_t>(std::clamp(column.lowest, -2147483648.0, 2147483647.0));
-  const auto highest = static_cast<std::int32_t>(std::clamp(column.highest, -2147483648.0, 2147483647.0));
-  std::int32_t atLimit = 0;
-  for (std::int64_t i = 0; i < count; ++i) {
-    const std::int32_t value = CountAt(bytes, first + i, isBdf);
-    atLimit += static_cast<std::int32_t>(value <= lowest) | static_cast<std::int32_t>(value >= highest);
-    to[i] = static_cast<float>((value + added) * gain);
-  }
-  column.atLimit += atLimit;
+std::int32_t LimitOf(double limit) {
+  return static_cast<std::int32_t>(std::clamp(limit, -2147483648.0, 2147483647.0));
 }
 
-void ConvertAny(bool isBdf, const char* bytes, std::int64_t first, std::int64_t count, EdfColumn& column,
-                float* to) {
-  if (isBdf) {
-    Convert<true>(bytes, first, count, column, to);
-  } else {
-    Convert<false>(bytes, first, count, column, to);
+// Samples from `first` of a record on.
+void Convert(bool isBdf, const char* bytes, std::int64_t first, std::int64_t count, EdfColumn& column,
+             float* to) {
+  const std::int32_t lowest = LimitOf(column.lowest);
+  const std::int32_t highest = LimitOf(column.highest);
+  if (!isBdf) {
+    column.atLimit += ScaleRun({.counts = bytes + 2 * first,
+                                .samples = count,
+                                .offset = column.added,
+                                .gain = column.gain,
+                                .lowest = lowest,
+                                .highest = highest,
+                                .out = to});
+    return;
+  }
+  for (std::int64_t i = 0; i < count; ++i) {
+    const std::int32_t value = Count24(bytes, first + i);
+    column.atLimit += value <= lowest || value >= highest ? 1 : 0;
+    to[i] = static_cast<float>((value + column.added) * column.gain);
   }
 }
 
@@ -59,8 +57,8 @@ void StoreTogether(const char* record, bool isBdf, std::vector<EdfColumn>& colum
   for (std::int64_t done = 0; done < samples; done += kTile) {
     const std::int64_t count = std::min(kTile, samples - done);
     for (std::size_t k = 0; k < columns.size(); ++k) {
-      ConvertAny(isBdf, record + columns[k].offset, done, count, columns[k],
-                 rows.data() + static_cast<std::int64_t>(k) * kTileStride);
+      Convert(isBdf, record + columns[k].offset, done, count, columns[k],
+              rows.data() + static_cast<std::int64_t>(k) * kTileStride);
     }
     RowsToFrames(rows.data(), kTileStride, static_cast<int>(columns.size()), count,
                  matrix.Frame(at + done + 1) + 1, matrix.Stride());
@@ -72,7 +70,7 @@ void StoreAlone(const char* record, bool isBdf, EdfColumn& column, std::int64_t 
   const std::int64_t samples = std::min(column.samples, to.size() - at);
   for (std::int64_t done = 0; done < samples; done += kTile) {
     const std::int64_t count = std::min(kTile, samples - done);
-    ConvertAny(isBdf, record + column.offset, done, count, column, row.data());
+    Convert(isBdf, record + column.offset, done, count, column, row.data());
     for (std::int64_t i = 0; i < count; ++i) {
       to[at + done + i] = row[static_cast<std::size_t>(i)];
     }

@@ -17,24 +17,17 @@ namespace {
 constexpr std::size_t kAncBlock = std::size_t{1} << 20;
 constexpr int kMostAncLines = 50;
 
-// A count: mostly a few digits. Returns false when the field is no number.
-bool ReadCount(std::string_view field, double& count) {
-  constexpr std::size_t mostDigits = 9;  // that cannot overflow
-  std::size_t at = field.starts_with('-') ? 1 : 0;
+// The whole number in front of `at`, which moves behind it; mostly there is nothing else in a field.
+double TakeWhole(const char*& at, const char* end) {
+  constexpr std::ptrdiff_t mostDigits = 9;  // that cannot overflow
+  const bool negative = at < end && *at == '-';
+  at += negative ? 1 : 0;
+  const char* const last = end - at > mostDigits ? at + mostDigits : end;
   std::int32_t digits = 0;
-  if (field.size() > at && field.size() <= at + mostDigits) {
-    for (; at < field.size() && field[at] >= '0' && field[at] <= '9'; ++at) {
-      digits = 10 * digits + (field[at] - '0');
-    }
-    if (at == field.size()) {
-      count = field.front() == '-' ? -digits : digits;
-      return true;
-    }
+  while (at < last && *at >= '0' && *at <= '9') {
+    digits = 10 * digits + (*at++ - '0');
   }
-  float value = 0.0F;
-  const bool isNumber = ReadNumber(field, false, value);
-  count = value;
-  return isNumber;
+  return negative ? -digits : digits;
 }
 
 class AncFile : public RecordingFile {
@@ -139,26 +132,31 @@ class AncFile : public RecordingFile {
 
   // One row behind its time. Returns false, with the row half stored, when a channel is missing.
   [[nodiscard]] bool StoreRow(std::string_view line, const SampleTarget& target, float* out) const {
+    const char* at = line.data();
+    const char* const end = at + line.size();
     std::size_t wanted = 0;  // of the channels taken
-    const std::size_t behind = found_.channels.size() + 1;
-    std::size_t field = 0;
-    for (std::size_t from = 0; from <= line.size() && field < behind; ++field) {
-      const std::size_t tab = line.find('\t', from);
-      const bool last = tab == std::string_view::npos;
-      if (last && field + 1 < behind) {
+    for (std::size_t c = 0; c < found_.channels.size(); ++c) {
+      at = std::find(at, end, '\t');  // behind the time, or a field that was passed over
+      if (at == end) {
         return false;
       }
-      if (wanted < target.channels.size() && field == static_cast<std::size_t>(target.channels[wanted]) + 1) {
-        const RecordedChannel& channel = found_.channels[field - 1];
-        double count = 0.0;
-        if (!ReadCount(line.substr(from, (last ? line.size() : tab) - from), count)) {
+      const char* const field = ++at;
+      if (wanted == target.channels.size() || static_cast<std::size_t>(target.channels[wanted]) != c) {
+        continue;
+      }
+      double count = TakeWhole(at, end);
+      if (at == field || (at < end && *at != '\t')) {
+        at = std::find(field, end, '\t');
+        float value = 0.0F;
+        if (!ReadNumber({field, static_cast<std::size_t>(at - field)}, false, value)) {
           return false;
         }
-        out[wanted++] = static_cast<float>((count + channel.offset) * channel.gain);
+        count = value;
       }
-      from = last ? line.size() + 1 : tab + 1;
+      const RecordedChannel& channel = found_.channels[c];
+      out[wanted++] = static_cast<float>((count + channel.offset) * channel.gain);
     }
-    return wanted == target.channels.size();
+    return true;
   }
 
   TextSource source_;

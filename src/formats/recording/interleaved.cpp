@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "core/text/numbers.hpp"
+#include "core/trial/transpose.hpp"
+#include "formats/recording/scale_samples.hpp"
 
 namespace velmora {
 namespace {
@@ -20,110 +22,189 @@ struct Plan {
   int count = 0;
   bool dense = true;  // neighbours in the file: index[c] is index[0] + c
   bool asIs = true;   // nothing to convert
+  double general = 1.0;
   std::array<std::int64_t, kMaxChannels> index{};
   std::array<double, kMaxChannels> offset{};
   std::array<double, kMaxChannels> gain{};
-  std::array<double, kMaxChannels> general{};
 };
 
-Plan PlanOf(std::span<const int> channels, std::span<const Scaling> scalings) {
-  Plan plan;
+Plan PlanOf(std::span<const int> channels, std::span<const Scaling> scalings, double general) {
+  Plan plan{.general = general};
+  plan.asIs = general == 1;
   for (const int channel : channels) {
     const auto c = static_cast<std::size_t>(plan.count++);
     const Scaling scaling = scalings.empty() ? Scaling{} : scalings[static_cast<std::size_t>(channel)];
     plan.index.at(c) = channel;
     plan.offset.at(c) = scaling.offset;
     plan.gain.at(c) = scaling.gain;
-    plan.general.at(c) = scaling.general;
     plan.dense = plan.dense && channel == channels.front() + static_cast<int>(c);
-    plan.asIs = plan.asIs && scaling.offset == 0 && scaling.gain == 1 && scaling.general == 1;
+    plan.asIs = plan.asIs && scaling.offset == 0 && scaling.gain == 1;
   }
   return plan;
 }
 
+/// Frames that lie one behind the other in the file.
+struct Run {
+  const char* words = nullptr;
+  std::int64_t stride = 0;  // bytes from one to the next
+  std::int64_t frames = 0;
+};
+
+/// Any word of any frame: `toNumber` makes a double of the word at an address.
+template <std::size_t bytes, typename ToNumber>
+void ConvertEach(const Run& run, const Plan& plan, float* out, std::int64_t outStride,
+                 const ToNumber& toNumber) {
+  for (std::int64_t k = 0; k < run.frames; ++k) {
+    const char* words = run.words + k * run.stride;
+    for (int c = 0; c < plan.count; ++c) {
+      const auto i = static_cast<std::size_t>(c);
+      const double raw = toNumber(words + plan.index[i] * static_cast<std::int64_t>(bytes));
+      out[k * outStride + c] = static_cast<float>((raw + plan.offset[i]) * plan.gain[i] * plan.general);
+    }
+  }
+}
+
 template <typename Word>
-Word Load(const char* words, std::int64_t index) {
+Word WordAt(const char* at) {
   Word word;
-  std::memcpy(&word, words + index * static_cast<std::int64_t>(sizeof(Word)), sizeof word);
+  std::memcpy(&word, at, sizeof word);
   return word;
 }
 
-/// Every word of one frame to its column. `toNumber` makes a double of a Word.
-template <typename Word, typename ToNumber>
-void ConvertFrame(const char* words, const Plan& plan, float* out, const ToNumber& toNumber) {
-  const auto convert = [&plan, &toNumber](Word word, int c) {
-    const auto k = static_cast<std::size_t>(c);
-    return static_cast<float>((toNumber(word) + plan.offset[k]) * plan.gain[k] * plan.general[k]);
-  };
-  if (plan.dense) {
-    const char* from = words + plan.index[0] * static_cast<std::int64_t>(sizeof(Word));
-    for (int c = 0; c < plan.count; ++c) {
-      out[c] = convert(Load<Word>(from, c), c);
-    }
-    return;
-  }
-  for (int c = 0; c < plan.count; ++c) {
-    out[c] = convert(Load<Word>(words, plan.index[static_cast<std::size_t>(c)]), c);
-  }
-}
-
 template <typename Word>
-void ConvertInOrder(const char* words, const Plan& plan, float* out, bool big) {
-  if (big) {
-    ConvertFrame<Word>(words, plan, out, [](Word word) { return static_cast<double>(SwappedBytes(word)); });
+void ConvertInOrder(const Run& run, const Plan& plan, float* out, std::int64_t outStride, ByteOrder order) {
+  if (order == ByteOrder::Big) {
+    ConvertEach<sizeof(Word)>(run, plan, out, outStride, [](const char* at) {
+      return static_cast<double>(SwappedBytes(WordAt<Word>(at)));
+    });
+  } else if (plan.dense) {
+    ScaleFrames(
+        FramesToScale<Word>{.words = run.words + plan.index[0] * static_cast<std::int64_t>(sizeof(Word)),
+                            .wordStride = run.stride,
+                            .frames = run.frames,
+                            .channels = plan.count,
+                            .offset = plan.offset.data(),
+                            .gain = plan.gain.data(),
+                            .general = plan.general,
+                            .out = out,
+                            .outStride = outStride});
   } else {
-    ConvertFrame<Word>(words, plan, out, [](Word word) { return static_cast<double>(word); });
+    ConvertEach<sizeof(Word)>(run, plan, out, outStride,
+                              [](const char* at) { return static_cast<double>(WordAt<Word>(at)); });
   }
 }
 
-void Convert(const char* words, const InterleavedLayout& layout, const Plan& plan, float* out) {
-  const bool big = layout.order == ByteOrder::Big;
+void ConvertFloats(const Run& run, const Plan& plan, float* out, std::int64_t outStride, ByteOrder order) {
+  if (order == ByteOrder::Vax) {
+    ConvertEach<sizeof(float)>(run, plan, out, outStride,
+                               [](const char* at) { return FromVaxFloat(WordAt<std::uint32_t>(at)); });
+  } else if (plan.asIs && plan.dense && order == ByteOrder::Little) {
+    const char* from = run.words + plan.index[0] * static_cast<std::int64_t>(sizeof(float));
+    for (std::int64_t k = 0; k < run.frames; ++k) {
+      std::memcpy(out + k * outStride, from + k * run.stride,
+                  static_cast<std::size_t>(plan.count) * sizeof(float));
+    }
+  } else {
+    ConvertInOrder<float>(run, plan, out, outStride, order);
+  }
+}
+
+void Convert(const Run& run, const InterleavedLayout& layout, const Plan& plan, float* out,
+             std::int64_t outStride) {
   switch (layout.type) {
     case SampleType::Int16:
-      ConvertInOrder<std::int16_t>(words, plan, out, big);
+      ConvertInOrder<std::int16_t>(run, plan, out, outStride, layout.order);
       break;
     case SampleType::UInt16:
-      ConvertInOrder<std::uint16_t>(words, plan, out, big);
+      ConvertInOrder<std::uint16_t>(run, plan, out, outStride, layout.order);
       break;
     case SampleType::Float64:
-      ConvertInOrder<double>(words, plan, out, big);
+      ConvertInOrder<double>(run, plan, out, outStride, layout.order);
       break;
     case SampleType::Float32:
-      if (layout.order == ByteOrder::Vax) {
-        ConvertFrame<std::uint32_t>(words, plan, out, FromVaxFloat);
-      } else if (plan.asIs && plan.dense && !big) {
-        std::memcpy(out, words + plan.index[0] * static_cast<std::int64_t>(sizeof(float)),
-                    static_cast<std::size_t>(plan.count) * sizeof(float));
-      } else {
-        ConvertInOrder<float>(words, plan, out, big);
-      }
+      ConvertFloats(run, plan, out, outStride, layout.order);
       break;
   }
 }
 
-// A piece of whole blocks to the samples from `first` (from 1) on.
-void ConvertBlocks(const std::vector<char>& piece, std::int64_t blocks, const InterleavedLayout& layout,
-                   const Plan& plan, std::int64_t first, SampleMatrix& matrix) {
-  const std::int64_t frameBytes = layout.channels * BytesOf(layout.type);
-  for (std::int64_t b = 0; b < blocks; ++b) {
-    const char* words = piece.data() + b * layout.BlockBytes() + layout.skipped;
-    for (std::int64_t s = 0; s < layout.samplesPerBlock; ++s) {
-      const std::int64_t sample = first + b * layout.samplesPerBlock + s;
-      if (sample > matrix.Samples()) {
-        return;
-      }
-      Convert(words + s * frameBytes, layout, plan, matrix.Frame(sample) + 1);
-    }
+[[noreturn]] void TellNotFinite(const float* frame, std::int64_t sample, const SampleTarget& target) {
+  std::size_t c = 0;
+  while (std::isfinite(frame[c + 1])) {
+    ++c;
   }
+  throw FileError("sample " + FormatCount(sample) + " of channel " + std::to_string(target.channels[c] + 1) +
+                  (std::isnan(frame[c + 1]) ? " is no number" : " is too large"));
 }
 
-bool IsFinite(const float* values, int count) {
-  constexpr std::uint32_t exponent = 0x7F800000U;
-  std::uint32_t worst = 0;
-  for (int c = 0; c < count; ++c) {
-    worst = std::max(worst, std::bit_cast<std::uint32_t>(values[c]) & exponent);
+/// Whole frames in the making, with their times: they go to the matrix many at a time, around the caches.
+class FrameTile {
+ public:
+  FrameTile(const SampleTarget& target, std::int64_t first)
+      : target_(target), width_(target.matrix.Stride()), next_(first) {}
+
+  void Append(Run run, const InterleavedLayout& layout, const Plan& plan) {
+    while (run.frames > 0) {
+      const std::int64_t count = std::min(run.frames, kFrames - used_);
+      float* out = frames_.data() + used_ * width_;
+      Convert({run.words, run.stride, count}, layout, plan, out + 1, width_);
+      for (std::int64_t k = 0; k < count; ++k) {
+        out[k * width_] = TimeOf(next_ + used_ + k, target_);
+      }
+      used_ += count;
+      run.words += count * run.stride;
+      run.frames -= count;
+      if (used_ == kFrames) {
+        Flush();
+      }
+    }
   }
-  return worst != exponent;
+
+  void Flush() {
+    const std::int64_t floats = used_ * width_;
+    if (!AreFinite(frames_.data(), floats)) {
+      std::int64_t k = 0;
+      while (AreFinite(frames_.data() + k * width_, width_)) {
+        ++k;
+      }
+      TellNotFinite(frames_.data() + k * width_, next_ + k, target_);
+    }
+    float* to = used_ > 0 ? target_.matrix.Frame(next_) : nullptr;
+    if (used_ == kFrames && reinterpret_cast<std::uintptr_t>(to) % 16 == 0) {
+      StreamOut(frames_.data(), floats, to);
+    } else {
+      std::copy_n(frames_.data(), floats, to);
+    }
+    next_ += used_;
+    used_ = 0;
+  }
+
+  static float TimeOf(std::int64_t sample, const SampleTarget& target) {
+    return target.rate > 0 ? static_cast<float>(static_cast<double>(sample - 1) / target.rate) : 0.0F;
+  }
+
+ private:
+  static constexpr std::int64_t kFrames = 64;  // with 64 channels 16 KiB; a whole number of cache lines
+
+  const SampleTarget& target_;
+  std::int64_t width_;  // floats of a frame
+  std::int64_t next_;   // sample, from 1
+  std::int64_t used_ = 0;
+  alignas(64) std::array<float, (kMaxChannels + 1) * kFrames> frames_{};
+};
+
+// A piece of whole blocks, at most `samples` of them.
+void AppendBlocks(FrameTile& tile, const char* piece, std::int64_t samples, const InterleavedLayout& layout,
+                  const Plan& plan) {
+  const std::int64_t frameBytes = layout.channels * BytesOf(layout.type);
+  if (layout.skipped == 0) {
+    tile.Append({piece, frameBytes, samples}, layout, plan);
+    return;
+  }
+  for (std::int64_t done = 0; done < samples; done += layout.samplesPerBlock) {
+    const char* block = piece + done / layout.samplesPerBlock * layout.BlockBytes();
+    tile.Append({block + layout.skipped, frameBytes, std::min(layout.samplesPerBlock, samples - done)},
+                layout, plan);
+  }
 }
 
 }  // namespace
@@ -149,43 +230,31 @@ std::int64_t InterleavedLayout::SamplesIn(std::int64_t fileBytes) const {
 
 void StoreTimes(std::int64_t first, std::int64_t count, const SampleTarget& target) {
   for (std::int64_t i = first; i < first + count; ++i) {
-    *target.matrix.Frame(i) =
-        target.rate > 0 ? static_cast<float>(static_cast<double>(i - 1) / target.rate) : 0.0F;
+    *target.matrix.Frame(i) = FrameTile::TimeOf(i, target);
   }
 }
 
 void CheckFinite(std::int64_t first, std::int64_t count, const SampleTarget& target) {
-  const int channels = static_cast<int>(target.channels.size());
+  const auto width = static_cast<std::int64_t>(target.channels.size()) + 1;
   for (std::int64_t i = first; i < first + count; ++i) {
-    const float* values = target.matrix.Frame(i) + 1;
-    if (IsFinite(values, channels)) {
-      continue;
+    if (!AreFinite(target.matrix.Frame(i), width)) {
+      TellNotFinite(target.matrix.Frame(i), i, target);
     }
-    int c = 0;
-    while (std::isfinite(values[c])) {
-      ++c;
-    }
-    throw FileError("sample " + FormatCount(i) + " of channel " +
-                    std::to_string(target.channels[static_cast<std::size_t>(c)] + 1) +
-                    (std::isnan(values[c]) ? " is no number" : " is too large"));
   }
 }
 
 void StoreFrames(const float* frames, std::int64_t width, std::int64_t first, std::int64_t count,
                  const SampleTarget& target) {
-  const Plan plan = PlanOf(target.channels, {});
   const InterleavedLayout layout{.channels = width, .type = SampleType::Float32};
-  for (std::int64_t k = 0; k < count; ++k) {
-    Convert(reinterpret_cast<const char*>(frames + k * width), layout, plan,
-            target.matrix.Frame(first + k) + 1);
-  }
-  StoreTimes(first, count, target);
-  CheckFinite(first, count, target);
+  FrameTile tile(target, first);
+  AppendBlocks(tile, reinterpret_cast<const char*>(frames), count, layout, PlanOf(target.channels, {}, 1.0));
+  tile.Flush();
 }
 
 std::int64_t ReadInterleaved(const InputFile& file, const InterleavedLayout& layout,
                              std::span<const Scaling> scalings, const SampleTarget& target) {
-  const Plan plan = PlanOf(target.channels, scalings);
+  const Plan plan = PlanOf(target.channels, scalings, layout.general);
+  FrameTile tile(target, 1);
   const std::int64_t wanted = target.matrix.Samples();
   const std::int64_t blockBytes = layout.BlockBytes();
   const std::int64_t blocksAPiece = std::max<std::int64_t>(kInterleavedPiece / blockBytes, 1);
@@ -202,11 +271,10 @@ std::int64_t ReadInterleaved(const InputFile& file, const InterleavedLayout& lay
       break;
     }
     const std::int64_t count = std::min(blocks * layout.samplesPerBlock, wanted - done);
-    ConvertBlocks(piece, blocks, layout, plan, done + 1, target.matrix);
-    StoreTimes(done + 1, count, target);
-    CheckFinite(done + 1, count, target);
+    AppendBlocks(tile, piece.data(), count, layout, plan);
     done += count;
   }
+  tile.Flush();
   return done;
 }
 

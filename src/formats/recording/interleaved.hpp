@@ -23,6 +23,7 @@ struct InterleavedLayout {
   std::int64_t channels = 0;
   SampleType type = SampleType::Int16;
   ByteOrder order = ByteOrder::Little;
+  double general = 1.0;  // every value is multiplied by it at last
 
   [[nodiscard]] std::int64_t BlockBytes() const {
     return skipped + samplesPerBlock * channels * BytesOf(type);
@@ -31,11 +32,11 @@ struct InterleavedLayout {
   [[nodiscard]] std::int64_t SamplesIn(std::int64_t fileBytes) const;
 };
 
-/// value = (raw + offset) * gain * general, in 64 bits in this order, rounded to 32 bits once.
+/// value = (raw + offset) * gain, times the layout's general factor: in 64 bits in this order, rounded to 32
+/// bits once.
 struct Scaling {
   double offset = 0.0;
   double gain = 1.0;
-  double general = 1.0;
 };
 
 /// Reads as RecordingFile::ReadSamples does; `scalings` are by channel of the file. Throws FileError.

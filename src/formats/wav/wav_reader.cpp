@@ -3,7 +3,7 @@
 #include <sndfile.h>
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
 
 #include "formats/recording/interleaved.hpp"
 #include "formats/wav/wav_header.hpp"
@@ -13,16 +13,44 @@ namespace {
 
 constexpr std::int64_t kPieceFrames = 4096;
 
-/// What both readers tell of the file, and the loop over its frames.
+Recording Describe(const WavHeader& header, std::int64_t frames) {
+  Recording found{.promised = header.promised};
+  found.channels.assign(static_cast<std::size_t>(header.channels), {.rate = header.rate, .samples = frames});
+  found.lines.push_back("Coding: " + header.CodingName());
+  found.lines.insert(found.lines.end(), header.comments.begin(), header.comments.end());
+  return found;
+}
+
+/// Words that need no more than a factor: 16-bit integers and floats.
+class PlainWavFile : public InterleavedFile {
+ public:
+  PlainWavFile(const std::string& path, const WavHeader& header, SampleType type) : InterleavedFile(path) {
+    constexpr double fullScale = 32768.0;
+    found_ = Describe(header, 0);
+    for (RecordedChannel& channel : found_.channels) {
+      channel.gain = type == SampleType::Int16 ? 1 / fullScale : 1.0;
+    }
+    TakeLayout({.offset = header.dataAt, .type = type, .order = header.order}, header.promised,
+               CountedBy::Header);
+  }
+};
+
+std::optional<SampleType> PlainType(const WavHeader& header) {
+  if (header.coding == WavHeader::Coding::Integers && header.wordBytes == sizeof(std::int16_t)) {
+    return SampleType::Int16;
+  }
+  if (header.coding == WavHeader::Coding::Floats && header.wordBytes == sizeof(float)) {
+    return SampleType::Float32;
+  }
+  const bool isDouble = header.coding == WavHeader::Coding::Floats && header.wordBytes == sizeof(double);
+  return isDouble ? std::optional(SampleType::Float64) : std::nullopt;
+}
+
+/// What the others have in common: the loop over their frames.
 class WavFile : public RecordingFile {
  public:
   WavFile(WavHeader header, std::int64_t frames) : header_(std::move(header)), frames_(frames) {
-    found_.promised = header_.promised;
-    for (std::int64_t c = 0; c < header_.channels; ++c) {
-      found_.channels.push_back({.rate = header_.rate, .samples = frames_});
-    }
-    found_.lines.push_back("Coding: " + header_.CodingName());
-    found_.lines.insert(found_.lines.end(), header_.comments.begin(), header_.comments.end());
+    found_ = Describe(header_, frames_);
   }
 
   std::int64_t ReadSamples(const SampleTarget& target) override {
@@ -115,6 +143,9 @@ std::unique_ptr<RecordingFile> OpenWav(const std::string& path) {
   const std::int64_t held = header.FramesIn(file.Size());
   if (held < 1) {
     throw FileError("the file holds no samples");
+  }
+  if (const std::optional<SampleType> type = PlainType(header)) {
+    return std::make_unique<PlainWavFile>(path, header, *type);
   }
   if (header.coding == WavHeader::Coding::Integers && header.wordBytes > mostByLibrary) {
     const std::int64_t frames = header.promised > 0 ? std::min(held, header.promised) : held;

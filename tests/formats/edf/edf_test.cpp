@@ -109,6 +109,7 @@ TEST_F(EdfTest, WhatIsDamagedIsRefused) {
   many.replace(252, 4, "9999");
   std::string huge = good;
   huge.replace(256 + 2 * 216 + 8, 8, "99999999");
+  huge.replace(256, 32, "EDF Annotations EMG             ");
   for (const auto& [bytes, why] : std::vector<std::pair<std::string, std::string>>{
            {"", "File is empty."},
            {"0", "the file ends inside its header"},
