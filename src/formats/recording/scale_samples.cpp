@@ -22,7 +22,6 @@ template <typename Word>
   for (std::int64_t k = 0; k < job.frames; ++k) {
     const char* const words = job.words + k * job.wordStride;
     float* const out = job.out + k * job.outStride;
-#pragma GCC ivdep
     for (int c = 0; c < channels; ++c) {
       out[c] =
           static_cast<float>((static_cast<double>(LoadWord<Word>(words, c)) + offset[c]) * gain[c] * general);
@@ -55,7 +54,6 @@ void Scale(const FramesToScale<Word>& job, SimdLevel level) {
   const char* const counts = job.counts;
   float* const out = job.out;
   std::int32_t atLimit = 0;
-#pragma GCC ivdep
   for (std::int64_t i = 0; i < job.samples; ++i) {
     const std::int32_t count = LoadWord<std::int16_t>(counts, i);
     atLimit +=
