@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "core/simd.hpp"
 #include "forceplate/plate_distances.hpp"
 #include "forceplate/stretches.hpp"
 
@@ -94,7 +95,6 @@ namespace avx2 {
 __attribute__((always_inline)) inline Vector SquareRoots(Vector x) {
   return _mm256_sqrt_pd(x);
 }
-#include "core/simd.hpp"
 #include "forceplate/kistler_kernel.inc"
 }  // namespace avx2
 SIMD_END

@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "core/simd.hpp"
+
 namespace velmora {
 namespace {
 
@@ -27,7 +29,6 @@ SIMD_END
 SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kLanes = 16;
-#include "core/simd.hpp"
 #include "graph/envelope_kernel.inc"
 }  // namespace avx512
 SIMD_END

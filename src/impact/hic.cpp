@@ -5,6 +5,7 @@
 #include <limits>
 #include <vector>
 
+#include "core/simd.hpp"
 #include "core/text/numbers.hpp"
 
 namespace velmora {
@@ -36,7 +37,6 @@ SIMD_BEGIN_AVX512_WHOLE
 namespace avx512 {
 #define LANES 16
 #define VECTORS 4
-#include "core/simd.hpp"
 #include "impact/hic_lanes.inc"
 #undef VECTORS
 #undef LANES

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "core/simd.hpp"
 #include "core/text/numbers.hpp"
 
 namespace velmora {
@@ -28,7 +29,6 @@ SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kLanes = 8;
 constexpr long kVectors = 8;
-#include "core/simd.hpp"
 #include "spectra/fourier_lanes.inc"
 }  // namespace avx512
 SIMD_END

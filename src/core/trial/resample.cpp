@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "core/simd.hpp"
+
 namespace velmora {
 namespace {
 
@@ -46,7 +48,6 @@ SIMD_END
 SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kVector = 8;
-#include "core/simd.hpp"
 #include "core/trial/resample_kernel.inc"
 }  // namespace avx512
 SIMD_END

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/simd.hpp"
 #include "dsp/filters/filter_padding.hpp"
 #include "dsp/filters/recursive_filter.hpp"
 
@@ -66,7 +67,6 @@ SIMD_BEGIN_AVX512_WHOLE
 namespace avx512 {
 #define LANES 8
 #define WIDEN(floats) _mm512_maskz_cvtps_pd(0xFF, floats)
-#include "core/simd.hpp"
 #include "dsp/filters/recursive_filter_lanes.inc"
 #undef WIDEN
 #undef LANES

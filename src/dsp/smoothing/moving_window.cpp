@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "core/simd.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/huge_block.hpp"
 
@@ -31,7 +32,6 @@ SIMD_END
 SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kVector = 8;
-#include "core/simd.hpp"
 #include "dsp/smoothing/moving_window_kernel.inc"
 }  // namespace avx512
 SIMD_END

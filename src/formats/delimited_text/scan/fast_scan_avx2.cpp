@@ -1,5 +1,6 @@
 #include <immintrin.h>
 
+#include "core/simd.hpp"
 #include "formats/delimited_text/scan/fast_scan_stages.hpp"
 #include "formats/delimited_text/scan/fast_scan_tables.hpp"
 
@@ -72,7 +73,6 @@ class Finder {
   __m256i table_;
 };
 
-#include "core/simd.hpp"
 #include "formats/delimited_text/scan/fast_scan_index.inc"
 
 // Two numbers side by side, each right-aligned in 16 bytes.

@@ -1,5 +1,6 @@
 #include <immintrin.h>
 
+#include "core/simd.hpp"
 #include "formats/delimited_text/scan/fast_scan_stages.hpp"
 #include "formats/delimited_text/scan/fast_scan_tables.hpp"
 
@@ -58,7 +59,6 @@ class Finder {
   __m512i table_;
 };
 
-#include "core/simd.hpp"
 #include "formats/delimited_text/scan/fast_scan_index.inc"
 
 // Four numbers side by side, each right-aligned in 16 bytes.
