@@ -39,7 +39,7 @@ FileListing ListFiles(const std::string& directory, std::string_view patterns) {
 }
 
 std::string WhyUnreadable(const std::string& path) {
-  std::string head(256, '\0');
+  std::string head(kHeadBytes, '\0');
   try {
     const InputFile file(path);
     if (file.Size() == 0) {
@@ -50,7 +50,7 @@ std::string WhyUnreadable(const std::string& path) {
     return error.what();
   }
   const Format* format = FindFormat(ToUpper(FileExtension(path)), head);
-  if (format == nullptr || format->read != nullptr) {
+  if (format == nullptr || format->read != nullptr || format->open != nullptr) {
     return {};
   }
   return std::string(format->name) + " files cannot be read by this version yet.";

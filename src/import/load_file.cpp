@@ -62,7 +62,6 @@ std::string_view KindOfFile(const Trial& trial) {
 }
 
 void RunReader(Workbench& workbench, ProgressPanel& panel) {
-  constexpr std::size_t kHeadBytes = 4096;
   const std::string_view kind = KindOfFile(workbench.trial);
   std::string head;
   try {

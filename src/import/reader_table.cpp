@@ -45,6 +45,32 @@ bool IsDelsysText(std::string_view head) {
   return head.starts_with("Label:") ||
          (head.starts_with("DEMG") && head.size() > version && head[version] >= ' ');
 }
+bool HasC3dHead(std::string_view head) {
+  head.remove_prefix(std::min(head.find_first_not_of('\0'), head.size()));
+  constexpr std::size_t numbers = 24;  // at the start; no text has zeros among them
+  return head.size() > numbers && head[0] > 0 && head[1] == 'P' &&
+         head.substr(0, numbers).find('\0') != std::string_view::npos;
+}
+bool HasEdfHead(std::string_view head) {
+  return head.starts_with("0       ") || head.starts_with(
+                                             "\xFF"
+                                             "BIOSEMI");
+}
+bool HasWavHead(std::string_view head) {
+  const std::string_view magic = head.substr(0, 4);
+  return (magic == "RIFF" || magic == "RIFX" || magic == "RF64") &&
+         head.substr(std::min<std::size_t>(8, head.size())).starts_with("WAVE");
+}
+bool HasAnbHead(std::string_view head) {
+  return head.starts_with(std::string_view("\0\0\0\0\0\x80\1\0", 8));
+}
+bool HasBsfHead(std::string_view head) {
+  return head.size() > 8 && (head[0] == 'd' || head[0] == 'i') &&
+         head.substr(1).starts_with(std::string_view("\0\0\0\xC8\3\0\0", 7));
+}
+bool HasDelsysHead(std::string_view head) {
+  return head.size() > 6 && head.starts_with("DEMG") && head[4] > 0 && head[4] < 5 && head[5] == 0;
+}
 // The recorder's texts begin with the name of their file and travel under our extensions too.
 bool StartsWithFi(std::string_view head) {
   return head.starts_with("Fi");
@@ -70,7 +96,11 @@ void WithViewFlags(Workbench& workbench, ProgressPanel& panel) {
 constexpr std::array kFormats = {
     Format{9, "ANA", "APAS analog", nullptr, StartsWithTilde},
     Format{40, "ANA", "Motion Analysis compressed ASCII analog", nullptr},
-    Format{.code = 41, .extensions = "ANB", .name = "Motion Analysis binary analog", .open = OpenAnb},
+    Format{.code = 41,
+           .extensions = "ANB",
+           .name = "Motion Analysis binary analog",
+           .open = OpenAnb,
+           .signature = HasAnbHead},
     Format{18, "ASG", "F-Scan ASCII", nullptr},
     Format{15, "FIL", "Hybrid III ASCII", ParseTextFile},
     Format{15, "ASC ANC TAB CSV FSV TSV PRN TXT PDT V3D OUT", "delimited text", DetectTextFormat},
@@ -83,7 +113,7 @@ constexpr std::array kFormats = {
     Format{12, "VMA VME", "Mega ASCII", nullptr, StartsWithFi},
     Format{0, "VMA VME", "Velmora ASCII", WithViewFlags<ReadNativeAscii>},
     Format{13, "CHA CHB CHE CHT CHX", "Kin-Com", nullptr},
-    Format{.code = 19, .extensions = "C3D", .name = "C3D analog", .open = OpenC3d},
+    Format{.code = 19, .extensions = "C3D", .name = "C3D analog", .open = OpenC3d, .signature = HasC3dHead},
     Format{-1, "DAF", "DAFF", TellDaff, nullptr, true},
     Format{.code = 6,
            .extensions = "191 DAT",
@@ -98,12 +128,18 @@ constexpr std::array kFormats = {
     Format{-1, "191 DAT", "Optotrak", TellOptotrak, NamesOptotrak, true},
     Format{-1, "191 DAT", "unknown", AskParseUnknownContents, nullptr, true},
     Format{.code = 6, .extensions = "D20", .name = "BioWare 2", .open = OpenBioWare2},
-    Format{.code = 22, .extensions = "REC EDF HYP BDF", .name = "EDF", .open = OpenEdf},
+    Format{
+        .code = 22, .extensions = "REC EDF HYP BDF", .name = "EDF", .open = OpenEdf, .signature = HasEdfHead},
     Format{-1, "EMT", "Delsys .EMT", TellDelsysEmt, nullptr, true},
     Format{62, "EMG", "Delsys text", DetectTextFormat, IsDelsysText},
-    Format{.code = 60, .extensions = "EMG", .name = "DelSys EMG", .open = OpenDelsysEmg},
+    Format{.code = 60,
+           .extensions = "EMG",
+           .name = "DelSys EMG",
+           .open = OpenDelsysEmg,
+           .signature = HasDelsysHead},
     Format{8, "FTF", "Fourier transform", ReadFourierFile},
-    Format{.code = 301, .extensions = "BSF", .name = "AMTI NetForce", .open = OpenBsf},
+    Format{
+        .code = 301, .extensions = "BSF", .name = "AMTI NetForce", .open = OpenBsf, .signature = HasBsfHead},
     Format{32, "LOG", "DataLink binary goniometer", nullptr},
     Format{12, "MEG", "Mega ASCII", nullptr},
     Format{21, "STM", "Stimo", nullptr},
@@ -111,7 +147,7 @@ constexpr std::array kFormats = {
     Format{5, "RF RF1 RF2", "Reduced Forces ASCII", nullptr},
     Format{255, "STP", "Rodex1 binary analog", nullptr},
     Format{100, "FR AV KM KS RA EN MM FO JP PJ PS", "Tavorin binary", nullptr},
-    Format{.code = 24, .extensions = "WAV", .name = "Audio Wave", .open = OpenWav},
+    Format{.code = 24, .extensions = "WAV", .name = "Audio Wave", .open = OpenWav, .signature = HasWavHead},
     // Found by their first lines, whatever the extension.
     Format{.code = 42, .extensions = "", .name = "Motion Analysis ASCII analog", .open = OpenAnc},
     Format{23, "", "PDT ASCII", nullptr},
@@ -140,6 +176,11 @@ const Format* FindFormat(std::string_view extension, std::string_view head) {
   const auto* it = std::find_if(kFormats.begin(), kFormats.end(), [extension, head](const Format& format) {
     return HasExtension(format, extension) && (format.recognise == nullptr || format.recognise(head));
   });
+  if (it == kFormats.end()) {
+    it = std::find_if(kFormats.begin(), kFormats.end(), [head](const Format& format) {
+      return format.signature != nullptr && format.signature(head);
+    });
+  }
   return it == kFormats.end() ? nullptr : &*it;
 }
 

@@ -9,6 +9,9 @@
 
 namespace velmora {
 
+/// The first bytes of a file, by which formats are told apart.
+inline constexpr std::size_t kHeadBytes = 4096;
+
 /// One row of the table of formats: which files, and who reads them.
 struct Format {
   int code;                     // FileTypeCode after a load
@@ -23,6 +26,9 @@ struct Format {
   bool onlyTells = false;
   /// In place of `read`: opens a file of channels, which ReadRecording makes a trial of.
   OpenRecording open = nullptr;
+  /// Tells a file of this format by its first bytes alone, where its extension is of no format; nullptr:
+  /// nothing does.
+  bool (*signature)(std::string_view head) = nullptr;
 };
 
 /// Whether this version makes a trial of files of this format.
@@ -33,7 +39,8 @@ inline bool Reads(const Format& format) {
 /// All formats, in the order in which they are tried.
 std::span<const Format> Formats();
 
-/// The format that an extension (upper case) and the first bytes of the file select; nullptr: none.
+/// The format that an extension (upper case) and the first kHeadBytes of the file select, the bytes alone
+/// where no format has the extension; nullptr: none.
 const Format* FindFormat(std::string_view extension, std::string_view head);
 
 /// The first row with this code. The code must be in the table.

@@ -91,21 +91,21 @@ TEST_F(FileCommands, ExitAsksOnlyWhileDataAreNotSaved) {
 }
 
 TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
-  for (const char* name : {"b.vmb", "A.VMB", "c.txt", ".hidden.vmb", "z.c3d", "m.dat", "empty.vmb"}) {
+  for (const char* name : {"b.vmb", "A.VMB", "c.txt", ".hidden.vmb", "z.vad", "m.dat", "empty.vmb"}) {
     WriteFile(directory_.Path(name), std::string(name) == "empty.vmb" ? "" : "BioWare 2 data");
   }
   fs::create_directory(directory_.Path("d.vmb"));
   fs::create_symlink(directory_.Path("nowhere"), directory_.Path("dangling.vmb"));
   std::vector<std::string> names;
-  for (const ListedFile& file : ListFiles(directory_.Path(""), "*.vmb;*.c3d").files) {
+  for (const ListedFile& file : ListFiles(directory_.Path(""), "*.vmb;*.vad").files) {
     names.push_back(file.name);
   }
-  EXPECT_EQ(names, (std::vector<std::string>{"A.VMB", "b.vmb", "empty.vmb", "z.c3d"}));
+  EXPECT_EQ(names, (std::vector<std::string>{"A.VMB", "b.vmb", "empty.vmb", "z.vad"}));
   EXPECT_TRUE(ListFiles(directory_.Path("missing"), "*.*").files.empty());
   EXPECT_EQ(WhyUnreadable(directory_.Path("b.vmb")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("c.txt")), "");
-  EXPECT_EQ(WhyUnreadable(directory_.Path("z.c3d")), "C3D analog files cannot be read by this version yet.");
-  EXPECT_EQ(WhyUnreadable(directory_.Path("m.dat")), "BioWare 2 files cannot be read by this version yet.");
+  EXPECT_EQ(WhyUnreadable(directory_.Path("z.vad")), "Vicon analog files cannot be read by this version yet.");
+  EXPECT_EQ(WhyUnreadable(directory_.Path("m.dat")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("empty.vmb")), "The file is empty.");
 }
 

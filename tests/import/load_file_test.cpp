@@ -5,6 +5,11 @@
 #include "core/questions/progress.hpp"
 #include "import/detect_text_format.hpp"
 #include "support/environment_variable.hpp"
+#include "support/instrument_files/c3d_file.hpp"
+#include "support/instrument_files/edf_file.hpp"
+#include "support/instrument_files/motion_analysis_file.hpp"
+#include "support/instrument_files/plate_files.hpp"
+#include "support/instrument_files/wav_file.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
@@ -86,6 +91,26 @@ TEST_F(LoadFileTest, FilesThatNoReaderTakesAreAskedAbout) {
   questions.boxAnswers = {Button::Yes};
   LoadWithDefaults("a.xyz", "// Start Time\nx\n1\t2\n2\t4\n3\t6\n");
   EXPECT_EQ(trial.FileTypeCode, 71);
+}
+
+TEST_F(LoadFileTest, BytesTellTheFormatWhereTheExtensionDoesNot) {
+  for (const auto& [bytes, code] :
+       std::vector<std::pair<std::string, int>>{{C3dFile{}.Bytes(), 19},
+                                                {std::string(64, '\0') + C3dFile{}.Bytes(), 19},
+                                                {EdfFile{}.Bytes(), 22},
+                                                {UsualWavFile().Bytes(), 24},
+                                                {MotionAnalysisFile{}.Binary(), 41},
+                                                {BsfFileBytes{}.Bytes(), 301},
+                                                {DelsysEmgBytes(3), 60}}) {
+    Load("a.xyz", bytes);
+    EXPECT_GT(trial.NData, 0) << code << LastBox();
+    EXPECT_EQ(trial.FileTypeCode, code);
+  }
+  for (const char* text : {"AP and others, of 24 letters\n", "i", "0      1 2\n", "DEMG is text"}) {
+    questions.boxAnswers = {Button::No};
+    Load("a.xyz", text);
+    EXPECT_EQ(questions.boxes.front().title, "Filetype Unrecognized") << text;
+  }
 }
 
 TEST_F(LoadFileTest, FormatsThatAreRefused) {

@@ -76,7 +76,7 @@ TEST_F(FindingFiles, OpensAFileByDialogueByPathAndTheNextByKeys) {
   WriteTrial("run.vmb", 2);
   WriteTrial("squat.vmb", 2);
   WriteFile(Path("notes.docx"), "x");
-  WriteFile(Path("walk.c3d"), "x");
+  WriteFile(Path("walk.vad"), "x");
   WriteFile(Path("walk.csv"), "t,Fz\n0,1\n1,2\n");
   Choose("Refresh");
 
@@ -86,7 +86,7 @@ TEST_F(FindingFiles, OpensAFileByDialogueByPathAndTheNextByKeys) {
   Filter()->setCurrentIndex(Filter()->findText("All files this program reads"));
   Q_EMIT Filter()->activated(Filter()->currentIndex());
   EXPECT_EQ(Listed(), QStringList({"run.vmb", "squat.vmb", "walk.csv", "walk.vmb"}));
-  EXPECT_EQ(hidden->text(), "2 files hidden by the filter: show them");  // the .c3d and the .docx
+  EXPECT_EQ(hidden->text(), "2 files hidden by the filter: show them");  // the .vad and the .docx
   QTest::mouseClick(hidden, Qt::LeftButton);
   EXPECT_EQ(Listed().size(), 6);
   EXPECT_FALSE(hidden->isVisible());

@@ -417,10 +417,10 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   QApplication::sendEvent(window_.get(), &drop);
   EXPECT_TRUE(test::WaitFor([this] { return Shown().NData == 6001; }));
 
-  WriteFile(Path("gait.c3d"), "P");
+  WriteFile(Path("gait.vad"), "P");
   Entry("Refresh")->trigger();
   person_.When("Format Not Read Yet", [](QWidget* box) { Person::Press(box, "OK"); });
-  DoubleClickFile("gait.c3d");
+  DoubleClickFile("gait.vad");
   EXPECT_EQ(Shown().NData, 0);
   EXPECT_TRUE(Find<QPushButton>("openExample")->isVisible());
 
