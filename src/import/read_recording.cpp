@@ -1,7 +1,7 @@
 #include "import/read_recording.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 #include <new>
 #include <vector>
 
@@ -42,6 +42,10 @@ bool Choose(Workbench& workbench, const Recording& recording, Choice& choice) {
   }
   if (choice.samples < 1) {
     throw FileError("the file holds no samples");
+  }
+  if (static_cast<double>(choice.samples) / choice.rate >
+      static_cast<double>(std::numeric_limits<float>::max())) {
+    throw FileError("its sampling rate of " + PlainNumber(choice.rate) + " Hz gives no times");
   }
   if (choice.samples > INT32_MAX) {
     AddNotice(workbench, "The file holds " + FormatCount(choice.samples) +

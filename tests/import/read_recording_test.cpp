@@ -192,6 +192,14 @@ TEST_F(ReadRecordingTest, OneRateIsMadeOfSeveral) {
   EXPECT_EQ(trial.NData, 0);
 }
 
+TEST_F(ReadRecordingTest, ARateThatGivesNoTimesIsRefused) {
+  SetCounts(1, 3);
+  MadeUpFile::header.channels[0].rate = 1e-40;
+  Read();
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_NE(LastBox().find("gives no times"), std::string::npos) << LastBox();
+}
+
 TEST_F(ReadRecordingTest, WhatTheFileTellsIsKept) {
   SetCounts(14, 2);
   Recording& header = MadeUpFile::header;
