@@ -1,60 +1,90 @@
 #include "spectra/decimal_number.hpp"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <optional>
+#include <limits>
+#include <utility>
 
 namespace velmora {
 namespace {
 
-constexpr std::array<double, 23> kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr long kBlock = 64;
+constexpr double kClose = 1e-6;
+constexpr double kRounding = 6755399441055744.0;  // 1.5 * 2^52: adding it rounds to a whole number
 
-/// A decimal of some digits: whole / 10^places, both exact.
-struct Decimal {
-  double whole;
-  int places;
-  bool readsBack;  // as the value it was made of
+using DecimalTaker = void (*)(const double* values, const double* scales, const double* rooms,
+                              double* numbers, double* unsure);
 
-  [[nodiscard]] double Number() const { return whole / kPowers[static_cast<std::size_t>(places)]; }
-};
+namespace sse2 {
+#include "spectra/decimal_lanes.inc"
+}  // namespace sse2
 
-// The decimal of so many places nearest to a value. Nothing when it lies so near to a tie, or to the edge
-// between two values, that only exact arithmetic tells.
-std::optional<Decimal> NearestDecimal(double value, double halfStep, int places) {
-  constexpr double kClose = 1e-6;
-  constexpr double kRounding = 6755399441055744.0;  // 1.5 * 2^52: adding it rounds to a whole number
-  const double scale = kPowers[static_cast<std::size_t>(places)];
-  const double scaled = value * scale;
-  const double whole = (scaled + kRounding) - kRounding;
-  const double away = std::abs(scaled - whole);
-  const double room = halfStep * scale;
-  if (std::abs(away - 0.5) < kClose || std::abs(away - room) < kClose * room) {
-    return std::nullopt;
+#pragma GCC push_options
+#pragma GCC target("avx2")
+namespace avx2 {
+#include "spectra/decimal_lanes.inc"
+}  // namespace avx2
+#pragma GCC pop_options
+
+#pragma GCC push_options
+#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl,prefer-vector-width=512")
+namespace avx512 {
+#include "spectra/decimal_lanes.inc"
+}  // namespace avx512
+#pragma GCC pop_options
+
+DecimalTaker TakerOf(SimdLevel level) {
+  switch (level) {
+    case SimdLevel::Avx512:
+      return avx512::DecimalBlock;
+    case SimdLevel::Avx2:
+      return avx2::DecimalBlock;
+    case SimdLevel::Sse2:
+      break;
   }
-  return Decimal{whole, places, away < room};
+  return sse2::DecimalBlock;
 }
 
-// Six digits always come back from 32 bits, so that the fewest that do are the six, or seven to nine.
-std::optional<double> ShortDecimal(double value, double halfStep, int placesOfSix) {
-  const auto eight = NearestDecimal(value, halfStep, placesOfSix + 2);
-  if (!eight) {
-    return std::nullopt;
+/// What values of one binary exponent share. A power of ten may lie among them.
+struct Octave {
+  double tenth = 0.0;                                       // that power; 0: all of them are above
+  double below = std::numeric_limits<double>::quiet_NaN();  // scale of six digits; no number: out of range
+  double above = std::numeric_limits<double>::quiet_NaN();
+  double room = 0.0;  // half the distance of neighbours
+};
+
+// Values of 1e-9 to 1e5: there every scale is an exact power of ten, and so is every decimal's whole number.
+std::array<Octave, 256> MakeOctaves() {
+  constexpr int kLeast = -9;
+  constexpr int kMost = 5;
+  std::array<Octave, 256> octaves;
+  for (std::size_t exponent = 1; exponent < 255; ++exponent) {
+    const int binary = static_cast<int>(exponent) - 127;
+    const double least = std::ldexp(1.0, binary);
+    Octave& octave = octaves[exponent];
+    octave.room = std::ldexp(1.0, binary - 24);
+    for (int power = kLeast; power <= kMost; ++power) {
+      const double ten = power < 0 ? 1.0 / std::pow(10.0, -power) : std::pow(10.0, power);
+      const double scale =
+          power < kMost ? std::pow(10.0, 5 - power) : std::numeric_limits<double>::quiet_NaN();
+      if (ten <= least) {
+        octave.above = scale;
+      } else if (ten < 2 * least) {
+        octave.tenth = ten;
+        octave.below = std::exchange(octave.above, scale);
+      }
+    }
   }
-  if (!eight->readsBack) {
-    const auto nine = NearestDecimal(value, halfStep, placesOfSix + 3);
-    return nine ? std::optional(nine->Number()) : std::nullopt;
-  }
-  const auto seven = NearestDecimal(value, halfStep, placesOfSix + 1);
-  if (!seven || !seven->readsBack) {
-    return seven ? std::optional(eight->Number()) : std::nullopt;
-  }
-  const auto six = NearestDecimal(value, halfStep, placesOfSix);
-  return six ? std::optional(six->readsBack ? six->Number() : seven->Number()) : std::nullopt;
+  return octaves;
+}
+
+const std::array<Octave, 256>& Octaves() {
+  static const std::array<Octave, 256> octaves = MakeOctaves();
+  return octaves;
 }
 
 }  // namespace
@@ -67,26 +97,38 @@ double DecimalNumberPlainly(float value) {
   return number;
 }
 
-double DecimalNumber(float value) {
-  constexpr float kLeast = 1e-9F;
-  constexpr float kMost = 1e5F;
-  const float size = std::abs(value);
-  const auto bits = std::bit_cast<std::uint32_t>(size);
-  const bool onEdge = (bits & 0x7FFFFFU) == 0;  // a power of two has a nearer neighbour below
-  if (!(size >= kLeast && size < kMost) || onEdge) {
-    return value == 0.0F ? static_cast<double>(value) : DecimalNumberPlainly(value);
+void DecimalNumbers(std::span<const float> values, std::span<double> numbers, SimdLevel level) {
+  constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+  const DecimalTaker take = TakerOf(level);
+  const std::array<Octave, 256>& octaves = Octaves();
+  using Block = std::array<double, kBlock>;
+  Block doubles{};
+  Block scales{};
+  Block rooms{};
+  Block found;
+  Block unsure;
+  for (std::size_t first = 0; first < values.size(); first += kBlock) {
+    const std::size_t count = std::min<std::size_t>(kBlock, values.size() - first);
+    const float* at = values.data() + first;
+    for (std::size_t k = 0; k < count; ++k) {
+      const auto bits = std::bit_cast<std::uint32_t>(at[k]);
+      const Octave& octave = octaves[bits >> 23U & 0xFFU];
+      const double scale = std::fabs(at[k]) >= octave.tenth ? octave.above : octave.below;
+      doubles[k] = at[k];
+      scales[k] = (bits & 0x7FFFFFU) != 0 ? scale : kNone;  // a power of two has a nearer neighbour below
+      rooms[k] = octave.room;
+    }
+    take(doubles.data(), scales.data(), rooms.data(), found.data(), unsure.data());
+    double* to = numbers.data() + first;
+    for (std::size_t k = 0; k < count; ++k) {
+      to[k] = found[k];
+    }
+    for (std::size_t k = 0; k < count; ++k) {
+      if (unsure[k] != 0.0) {
+        to[k] = at[k] == 0.0F ? static_cast<double>(at[k]) : DecimalNumberPlainly(at[k]);
+      }
+    }
   }
-  int digitsInFront = 0;  // of the point; below 1 for what is less than 0.1
-  while (size >= kPowers[static_cast<std::size_t>(digitsInFront)]) {
-    ++digitsInFront;
-  }
-  while (digitsInFront <= 0 && size * kPowers[static_cast<std::size_t>(1 - digitsInFront)] < 1.0) {
-    --digitsInFront;
-  }
-  const double step =
-      std::bit_cast<float>(std::bit_cast<std::uint32_t>(size) + 1) - static_cast<double>(size);
-  const auto found = ShortDecimal(size, step / 2, 6 - digitsInFront);
-  return found ? std::copysign(*found, static_cast<double>(value)) : DecimalNumberPlainly(value);
 }
 
 }  // namespace velmora

@@ -1,5 +1,7 @@
 #include "spectra/fourier_statistics.hpp"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 
@@ -166,13 +168,22 @@ ResultTable TakeStatistics(Workbench& workbench, const SampleRange& range, std::
 }  // namespace
 
 AmplitudeSums SumAmplitudes(const Trial& trial, const Epoch& epoch) {
+  constexpr std::int32_t kAtOnce = 1024;
+  std::array<float, kAtOnce> samples;
+  std::array<double, kAtOnce> numbers;
   AmplitudeSums sums;
   const float* at = trial.matrix.Frame(epoch.first) + epoch.channel;
-  for (std::int32_t i = epoch.first; i <= epoch.last; ++i, at += trial.matrix.Stride()) {
-    const double value = DecimalNumber(*at);
-    sums.sum += value;
-    sums.absolute += std::abs(value);
-    sums.squares += value * value;
+  for (std::int32_t done = 0; done < epoch.Samples(); done += kAtOnce) {
+    const auto count = static_cast<std::size_t>(std::min(kAtOnce, epoch.Samples() - done));
+    for (std::size_t i = 0; i < count; ++i, at += trial.matrix.Stride()) {
+      samples[i] = *at;
+    }
+    DecimalNumbers({samples.data(), count}, numbers);
+    for (std::size_t i = 0; i < count; ++i) {
+      sums.sum += numbers[i];
+      sums.absolute += std::abs(numbers[i]);
+      sums.squares += numbers[i] * numbers[i];
+    }
   }
   return sums;
 }
