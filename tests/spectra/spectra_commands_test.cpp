@@ -320,6 +320,22 @@ TEST_F(SpectraCommands, AFourierFileIsReadByItsColumns) {
   EXPECT_NEAR(trial.Data(2, 1), std::cos(2 * Pi * 100.123 * 0.5), 1e-6);
 }
 
+// The stored trial's length and duration serve: the series comes beside the signal that it was made of.
+TEST_F(SpectraCommands, AFourierFileIsMergedAsOneMoreChannel) {
+  WriteFile(directory.Path("s.ftf"), Ftf("       001\t    1.0000\t    2.0000\t    0.0000\n"));
+  questions.FillForm({}, "Save");
+  Run("file.merge");
+  questions.inputAnswers = {"1", "0.5"};
+  questions.FillForm({}, "Merge");
+  LoadPath(directory.Path("s.ftf"));
+  ASSERT_EQ(trial.NChan, 4);
+  ASSERT_EQ(trial.NData, 200);
+  EXPECT_EQ(Labels(), (Texts{"Sine", "Noise", "", "From FTF"}));
+  EXPECT_NEAR(trial.Data(1, 1), 1.0, 1e-6);
+  EXPECT_NEAR(trial.Data(1, 4), 2.5, 1e-6);
+  EXPECT_TRUE(questions.inputAnswers.empty());
+}
+
 TEST_F(SpectraCommands, BadFourierFilesLeaveNoTrial) {
   const std::string error =
       "File Error|Error reading Fourier Transform File (.FTF).  File may be corrupt or in wrong format.";
