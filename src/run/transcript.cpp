@@ -237,6 +237,9 @@ std::string TranscriptQuestions::AskPick(ChannelPicker& picker) {
   entry["text"] = picker.Prompt();
   entry["prompt"] = picker.Prompt();
   entry["mode"] = picker.Mode();
+  if (!picker.Remark().empty()) {
+    entry["remark"] = picker.Remark();
+  }
   entry["values"] = OfferedValues(picker);
   entry["channels"] = nullptr;
   entry["values_out"] = nullptr;

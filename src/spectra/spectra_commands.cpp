@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "core/questions/patience.hpp"
 #include "core/questions/progress.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -130,6 +131,17 @@ ChannelList PickForFft(Workbench& workbench) {
   return {1};
 }
 
+// A transform of millions of samples takes seconds, and cannot stop on its way.
+void Transform(Workbench& workbench, int channel, const FftLength& length, EpochTransform& transform) {
+  constexpr std::int32_t kLong = 1 << 20;
+  const auto analyse = [&] { AnalyseByFft(workbench, channel, length, transform); };
+  if (length.M >= kLong) {
+    WithPatience(workbench, analyse);
+  } else {
+    analyse();
+  }
+}
+
 void FftCommand(Workbench& workbench) {
   const Trial& trial = workbench.trial;
   if (trial.NData == 0 || trial.NChan < 1) {
@@ -144,7 +156,7 @@ void FftCommand(Workbench& workbench) {
   const FftLength length = FftLengthOf(trial);
   EpochTransform transform;
   for (const int channel : channels) {
-    AnalyseByFft(workbench, channel, length, transform);
+    Transform(workbench, channel, length, transform);
     const int done[] = {channel};
     Did(workbench, WithWindow(workbench, "Power spectrum by FFT of " + std::to_string(length.M) + " samples"),
         done);

@@ -19,6 +19,8 @@ void ChooserState::ClearModes() {
   ChooserIntegerValues = false;
   ValuesOf.clear();
   NoValue = 0.0F;
+  Remark.clear();
+  Preview = nullptr;
 }
 
 ChannelPicker::ChannelPicker(Workbench& workbench)

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
+#include "core/questions/form_graph.hpp"
 #include "core/trial/trial.hpp"
 
 namespace velmora {
@@ -26,6 +28,10 @@ struct ChooserState {
   /// that stands for none.
   std::string ValuesOf;
   float NoValue = 0.0F;
+  /// What the command will do with what is chosen, in words; shown below the list.
+  std::string Remark;
+  /// What it would make of one channel for the value that stands there, drawn beside the list; may be empty.
+  std::function<FormGraph(int channel, float value)> Preview;
 
   ChannelFlags ChanSelected{};
   std::int16_t ChooserCount = 0;
@@ -62,6 +68,11 @@ class ChannelPicker {
   [[nodiscard]] float Value(int channel) const;            // the number behind it, with all digits
   [[nodiscard]] const std::string& ValuesOf() const { return state_.ValuesOf; }
   [[nodiscard]] float NoValue() const { return state_.NoValue; }
+  [[nodiscard]] const std::string& Remark() const { return state_.Remark; }
+  [[nodiscard]] bool HasPreview() const { return static_cast<bool>(state_.Preview); }
+  [[nodiscard]] FormGraph PreviewOf(int channel) const {
+    return state_.Preview ? state_.Preview(channel, Value(channel)) : FormGraph{};
+  }
   [[nodiscard]] bool Selects() const;
   [[nodiscard]] bool SelectsOne() const;
   [[nodiscard]] bool HasValues() const;

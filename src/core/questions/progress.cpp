@@ -50,6 +50,11 @@ void ProgressPanel::SetValue(double value) {
   Changed();
 }
 
+void ProgressPanel::ShowTable(const ResultTable& table) {
+  table_ = &table;
+  Changed();
+}
+
 void ProgressPanel::Finish() {
   finished_ = true;
   Changed();

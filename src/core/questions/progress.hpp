@@ -6,6 +6,7 @@
 
 namespace velmora {
 
+struct ResultTable;
 struct Workbench;
 
 /// A panel that is up while something long runs. `Loading` is the panel of file operations, with a
@@ -25,6 +26,9 @@ class ProgressPanel {
   void SetStatus(std::string_view text);
   void SetLimits(double lowest, double highest);
   void SetValue(double value);
+  /// Shows results as they come, below the bar, and names the Cancel button "&Stop", since what is done
+  /// stays. The table must outlive the panel.
+  void ShowTable(const ResultTable& table);
   /// Cancel gives way to "&Done" and "&Graph".
   void Finish();
 
@@ -43,6 +47,8 @@ class ProgressPanel {
   [[nodiscard]] double Value() const { return value_; }
   [[nodiscard]] bool Finished() const { return finished_; }
   [[nodiscard]] bool OffersGraph() const;
+  /// nullptr: the work shows no results on its way.
+  [[nodiscard]] const ResultTable* Table() const { return table_; }
 
  private:
   void Changed();
@@ -56,6 +62,7 @@ class ProgressPanel {
   double highest_ = 1.0;
   double value_ = 0.0;
   bool finished_ = false;
+  const ResultTable* table_ = nullptr;
 };
 
 }  // namespace velmora

@@ -10,6 +10,7 @@
 #include "formats/fixed_names.hpp"
 #include "ui/desktop.hpp"
 #include "ui/elided_label.hpp"
+#include "ui/graph/form_graph_panel.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
@@ -49,6 +50,7 @@ PickerDialog::PickerDialog(ChannelPicker& picker, const Workbench& workbench, co
   AddCommands(commands);
   middle->addLayout(commands);
   layout->addLayout(middle, 1);
+  AddPreview(layout);
   AddClosing(layout);
   connect(model_, &ChannelTableModel::Edited, this, [this] { Refresh(); });
   connect(table_, &QTableView::clicked, this, [this](const QModelIndex& index) {
@@ -57,7 +59,8 @@ PickerDialog::PickerDialog(ChannelPicker& picker, const Workbench& workbench, co
       Refresh();
     }
   });
-  const int more = std::clamp(picker.Channels(), kFewestRows, kRowsThatFit) - kFewestRows;
+  const int rowsThatFit = picker.HasPreview() ? kFewestRows : kRowsThatFit;
+  const int more = std::clamp(picker.Channels(), kFewestRows, rowsThatFit) - kFewestRows;
   resize(sizeHint() + QSize(0, row * more));
   SetCurrent(FirstSelected());
   table_->setFocus();
@@ -185,6 +188,29 @@ void PickerDialog::AddCommands(QBoxLayout* to) {
   to->addStretch();
 }
 
+// What the command will do with the choice, in words and drawn.
+void PickerDialog::AddPreview(QBoxLayout* to) {
+  if (picker_.HasPreview()) {
+    preview_ = new FormGraphPanel;
+    to->addWidget(preview_, 3);
+    connect(table_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { ShowPreview(); });
+  }
+  if (!picker_.Remark().empty()) {
+    auto* remark = new QLabel(ToQt(picker_.Remark()));
+    remark->setObjectName(QStringLiteral("remark"));
+    remark->setTextFormat(Qt::PlainText);
+    remark->setWordWrap(true);
+    to->addWidget(remark);
+  }
+}
+
+void PickerDialog::ShowPreview() {
+  const int channel = table_->CurrentChannel();
+  if (preview_ != nullptr && channel >= 1 && channel <= picker_.Channels()) {
+    preview_->Show(picker_.PreviewOf(channel));
+  }
+}
+
 void PickerDialog::AddClosing(QBoxLayout* to) {
   auto* row = new QHBoxLayout;
   count_ = new ElidedLabel;
@@ -213,6 +239,7 @@ void PickerDialog::ShowPage() {
 
 void PickerDialog::Refresh() {
   model_->Refresh();
+  ShowPreview();
   if (!picker_.Selects()) {
     count_->setText(left_.Remark());
     return;

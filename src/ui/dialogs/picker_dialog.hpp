@@ -14,6 +14,8 @@ class QLineEdit;
 
 namespace velmora::ui {
 
+class FormGraphPanel;
+
 /// Draws the channel picker: one scrolling list with the trace, the check box and the value of every
 /// channel. Pages are places in the list.
 class PickerDialog : public AskingDialog {
@@ -30,11 +32,13 @@ class PickerDialog : public AskingDialog {
   [[nodiscard]] std::vector<ChannelColumn> Columns();
   void AddHead(QBoxLayout* to);
   void AddCommands(QBoxLayout* to);
+  void AddPreview(QBoxLayout* to);
   void AddClosing(QBoxLayout* to);
   void Command(QBoxLayout* to, const char* caption, const std::function<void(ChannelPicker&)>& procedure);
   void ShowPage();
   [[nodiscard]] int FirstSelected() const;
   void SetCurrent(int channel);
+  void ShowPreview();
 
   ChannelPicker& picker_;
   const Workbench& workbench_;
@@ -42,6 +46,7 @@ class PickerDialog : public AskingDialog {
   ChannelTableModel* model_;
   ChannelTableView* table_;
   QLabel* count_;
+  FormGraphPanel* preview_ = nullptr;
 };
 
 }  // namespace velmora::ui

@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "core/questions/progress.hpp"
+#include "ui/dialogs/result_table_view.hpp"
 #include "ui/elided_label.hpp"
 #include "ui/text.hpp"
 
@@ -106,6 +107,24 @@ void ProgressDialog::ShowState() {
   done_->setVisible(finished);
   graphButton_->setVisible(panel_.OffersGraph());
   ShowBar();
+  if (panel_.Table() != nullptr) {
+    ShowTable(*panel_.Table());
+  }
+}
+
+// Grows row by row, the last one in sight.
+void ProgressDialog::ShowTable(const ResultTable& table) {
+  if (table_ == nullptr) {
+    table_ = new ResultTableView;
+    auto* rows = qobject_cast<QVBoxLayout*>(layout());
+    rows->insertWidget(rows->indexOf(bar_) + 1, table_, 1);
+    cancel_->setText(QStringLiteral("&Stop"));
+  } else if (rowsShown_ == table.rows.size()) {
+    return;
+  }
+  rowsShown_ = table.rows.size();
+  table_->Show(table);
+  table_->scrollToBottom();
 }
 
 void ProgressDialog::ShowBar() {

@@ -10,9 +10,12 @@ class QPushButton;
 
 namespace velmora {
 class ProgressPanel;
-}
+struct ResultTable;
+}  // namespace velmora
 
 namespace velmora::ui {
+
+class ResultTableView;
 
 /// The panel of a long operation. It appears only when the operation takes long enough to be noticed,
 /// and gives the window its turn many times a second, so that Cancel works and nothing freezes.
@@ -35,6 +38,7 @@ class ProgressDialog : public QDialog {
  private:
   void ShowState();
   void ShowBar();
+  void ShowTable(const ResultTable& table);
 
   ProgressPanel& panel_;
   QElapsedTimer age_;
@@ -48,6 +52,8 @@ class ProgressDialog : public QDialog {
   QPushButton* cancel_;
   QPushButton* done_;
   QPushButton* graphButton_;
+  ResultTableView* table_ = nullptr;  // of work that shows results on its way
+  std::size_t rowsShown_ = 0;
 };
 
 }  // namespace velmora::ui
