@@ -14,7 +14,7 @@ enum class Needs { Nothing, Data, TwoCursors, View };
 struct Command {
   std::string_view id;       // "math.absolute"
   std::string_view caption;  // with '&'
-  std::string_view menu;     // path of menus, each with '&', separated by '/'
+  std::string_view menu;     // path of menus, each with '&', separated by '/'; empty: in none of them
   Needs needs = Needs::Nothing;
   void (*run)(Workbench&) = nullptr;
   /// Why the entry is greyed although all it needs is there, as its tooltip says; returns nullptr when it is

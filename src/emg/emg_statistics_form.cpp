@@ -9,70 +9,32 @@
 #include "core/trial/helpers.hpp"
 #include "dsp/channel_picking.hpp"
 #include "emg/emg_statistics.hpp"
-#include "impact/integral_form.hpp"
-#include "results/result_presses.hpp"
 
 namespace velmora {
 namespace {
 
-constexpr double kLarge = 1'000'000;
-constexpr double kLong = 10'000;
-
-// Sums grow with the length of the trial, and then decimals say less and less.
-ResultTable::Format SumFormat(const NumberPatterns& patterns) {
-  return [patterns](double value) {
-    const double size = std::fabs(value);
-    return FormatNumber(value, size >= kLarge  ? std::string_view("#.")
-                               : size >= kLong ? std::string_view(patterns.TimePattern)
-                                               : std::string_view(patterns.ValuePattern));
-  };
+SampleRange StatisticsRange(const Workbench& workbench) {
+  const GraphMemory& graph = workbench.graph;
+  return {graph.StatLo > 0 ? graph.StatLo : 1, graph.StatHi > 0 ? graph.StatHi : workbench.trial.NData};
 }
 
 }  // namespace
 
 EmgStatisticsForm::EmgStatisticsForm(Workbench& workbench)
-    : Form("frmEMGstats", "EMG Statistics for file: " + workbench.trial.FileName),
-      workbench_(workbench),
-      firstSample_(workbench.graph.StatLo > 0 ? workbench.graph.StatLo : 1),
-      lastSample_(workbench.graph.StatHi > 0 ? workbench.graph.StatHi : workbench.trial.NData),
-      count_(lastSample_ - firstSample_ + 1),
-      startTime_(workbench.trial.Data(firstSample_, 0)),
-      endTime_(workbench.trial.Data(lastSample_, 0)),
-      duration_((lastSample_ - firstSample_) * workbench.TimeStep) {
-  const auto shown = [](const char* name, const char* caption, FormField::Target target,
-                        const char* units = "") {
-    return FormField{.name = name, .caption = caption, .target = target, .units = units, .readOnly = true};
+    : StatisticsForm(workbench, Kind::Emg, "frmEMGstats",
+                     "EMG Statistics for file: " + workbench.trial.FileName, StatisticsRange(workbench),
+                     Times::Numbers) {
+  AddRangeFields();
+  const auto open = [this](const char* caption, auto press) {
+    buttons_.push_back({.caption = caption, .press = [press] {
+                          press();
+                          return false;
+                        }});
   };
-  fields_ = {
-      shown("StartTime", "Start time", &startTime_, "s"),
-      shown("EndTime", "End time", &endTime_, "s"),
-      shown("FirstSample", "First sample", &firstSample_),
-      shown("LastSample", "Last sample", &lastSample_),
-      shown("N", "Number of data", &count_),
-      shown("Duration", "Duration", &duration_, "s"),
-  };
-  AddButtons();
+  open("Ca&lculate thresholds", [this] { CalculateThresholds(); });
+  open("&Enter threshold", [this] { EnterThresholds(); });
+  AddCommonButtons("Send results to &Clipboard");
   Compute();
-}
-
-void EmgStatisticsForm::AddButtons() {
-  const auto open = [](const char* caption, auto press) {
-    return FormButton{.caption = caption, .press = [press] {
-                        press();
-                        return false;
-                      }};
-  };
-  buttons_ = {
-      open("Ca&lculate thresholds", [this] { CalculateThresholds(); }),
-      open("&Enter threshold", [this] { EnterThresholds(); }),
-      open("Send results to &Clipboard", [this] { SendToClipboard(workbench_, ClipboardText()); }),
-      open("&Integration stats.",
-           [this] {
-             ShowIntegrationStatistics(workbench_, [this] { return SampleRange{firstSample_, lastSample_}; });
-           }),
-      open("&Print", [this] { PrintResults(workbench_, *this); }),
-      {"E&xit", FormButton::Role::Accept, [] { return true; }},
-  };
 }
 
 void EmgStatisticsForm::Compute() {
@@ -81,7 +43,7 @@ void EmgStatisticsForm::Compute() {
   ProgressPanel panel(workbench_, ProgressPanel::Kind::Processing);
   panel.SetStatus("Computing stats");
   const PerChannel<EmgStatistics> all =
-      TakeEmgStatistics(trial, {firstSample_, lastSample_}, thresholds.ChanThreshold, workbench_.TimeStep);
+      TakeEmgStatistics(trial, Range(), thresholds.ChanThreshold, workbench_.TimeStep);
   ResultTable table{.name = "frmEMGstats",
                     .title = Title(),
                     .columns = {"Channel", "Label", "Mean Abs.Value", "RMS", "Zero-cross", "Peak Count",
@@ -149,11 +111,9 @@ void EmgStatisticsForm::EnterThresholds() {
 }
 
 std::string EmgStatisticsForm::ClipboardText() const {
-  const std::string& time = workbench_.patterns.TimePattern;
   return "EMG statistics for: \t" + workbench_.trial.FileName + "\nTrial:\t" + workbench_.trial.TrialTitle +
-         "\nRange:\t" + std::to_string(firstSample_) + "\t" + std::to_string(lastSample_) + "\nTimes:\t" +
-         FormatNumber(startTime_, time) + "\t" + FormatNumber(endTime_, time) + "\n" +
-         TableText(tables_.front());
+         "\nRange:\t" + std::to_string(Range().lo) + "\t" + std::to_string(Range().hi) + "\nTimes:\t" +
+         StartText() + "\t" + EndText() + "\n" + TableText(tables_.front());
 }
 
 void ShowEmgStatistics(Workbench& workbench) {

@@ -1,30 +1,20 @@
 #pragma once
 
-#include "core/questions/form.hpp"
-#include "core/workbench.hpp"
+#include "results/statistics_form.hpp"
 
 namespace velmora {
 
 /// frmEMGstats: amplitude statistics of all channels over samples StatLo to StatHi. Opening it takes each
 /// channel's mean and deviation, from which thresholds are made.
-class EmgStatisticsForm : public Form {
+class EmgStatisticsForm : public StatisticsForm {
  public:
   explicit EmgStatisticsForm(Workbench& workbench);
 
  private:
   void Compute();
-  void AddButtons();
   void CalculateThresholds();
   void EnterThresholds();
-  [[nodiscard]] std::string ClipboardText() const;
-
-  Workbench& workbench_;
-  std::int32_t firstSample_;
-  std::int32_t lastSample_;
-  std::int32_t count_;
-  double startTime_;
-  double endTime_;
-  double duration_;
+  [[nodiscard]] std::string ClipboardText() const override;
 };
 
 /// Shows the form over samples StatLo to StatHi.

@@ -2,29 +2,20 @@
 
 #include <functional>
 
-#include "core/questions/form.hpp"
 #include "core/trial/helpers.hpp"
-#include "core/workbench.hpp"
 #include "dsp/channel_list.hpp"
+#include "results/statistics_form.hpp"
 
 namespace velmora {
 
 /// Integration statistics of channels over samples StatLo to StatHi, a row a channel.
-class IntegralForm : public Form {
+class IntegralForm : public StatisticsForm {
  public:
   IntegralForm(Workbench& workbench, const ChannelList& channels);
 
  private:
   [[nodiscard]] ResultTable Table(const ChannelList& channels) const;
-  [[nodiscard]] std::string ClipboardText() const;
-
-  Workbench& workbench_;
-  double startTime_;
-  double endTime_;
-  std::int32_t firstSample_;
-  std::int32_t lastSample_;
-  std::int32_t count_;
-  double duration_;
+  [[nodiscard]] std::string ClipboardText() const override;
 };
 
 /// Asks for channels ("Select channel(s).", one alone is taken without a question), then for the range, which

@@ -5,29 +5,16 @@
 #include <cmath>
 #include <string>
 
-#include "core/questions/form.hpp"
 #include "core/questions/progress.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "dsp/channel_list.hpp"
-#include "results/result_presses.hpp"
+#include "results/statistics_form.hpp"
 #include "spectra/decimal_number.hpp"
 
 namespace velmora {
 namespace {
-
-// An integral as the grid shows it: with fewer decimals the larger it is.
-ResultTable::Format IntegralFormat(const NumberPatterns& patterns, const char* large) {
-  constexpr double kLarge = 1e6;
-  constexpr double kMiddle = 1e4;
-  return [patterns, large](double value) {
-    const double size = std::abs(value);
-    return FormatNumber(value, size >= kLarge    ? large
-                               : size >= kMiddle ? patterns.TimePattern
-                                                 : patterns.ValuePattern);
-  };
-}
 
 ResultTable EmptyTable(const Workbench& workbench) {
   const NumberPatterns& patterns = workbench.patterns;
@@ -38,66 +25,31 @@ ResultTable EmptyTable(const Workbench& workbench) {
           .columns = {"Channel", "Label", "Mean Abs.Value", "RMS", "Median freq.", "Mean freq.",
                       "95%tile freq.", "99%tile freq.", "Time integ'l", "Abs. integ'l"},
           .formats = {nullptr, nullptr, value, value, frequency, frequency, frequency, frequency,
-                      IntegralFormat(patterns, "0."), IntegralFormat(patterns, "#.")}};
+                      SumFormat(patterns, {.large = "0."}), SumFormat(patterns)}};
 }
 
 /// frmFourierStats.
-class FourierStatsForm : public Form {
+class FourierStatsForm : public StatisticsForm {
  public:
   FourierStatsForm(Workbench& workbench, const SampleRange& range, std::int32_t harmonics, ResultTable table)
-      : Form("frmFourierStats", table.title),
-        workbench_(workbench),
-        first_(range.lo),
-        last_(range.hi),
-        samples_(range.hi - range.lo + 1),
+      : StatisticsForm(workbench, Kind::Fourier, "frmFourierStats", table.title, range, Times::Texts),
         harmonics_(harmonics) {
-    const Trial& trial = workbench.trial;
-    const std::string& pattern = workbench.patterns.TimePattern;
-    const double start = SampleToTime(trial, first_);
-    const double end = SampleToTime(trial, last_);
-    start_ = FormatNumber(start, pattern) + " s";
-    end_ = FormatNumber(end, pattern) + " s";
-    duration_ = FormatNumber(end - start, pattern);
-    const auto show = [this](const char* name, const char* caption, FormField::Target target) {
-      fields_.push_back({.name = name, .caption = caption, .target = target, .readOnly = true});
-    };
-    show("StartTime", "Start time", &start_);
-    show("EndTime", "End time", &end_);
-    show("FirstSample", "First sample", &first_);
-    show("LastSample", "Last sample", &last_);
-    show("N", "Samples", &samples_);
-    show("Duration", "Duration (s)", &duration_);
-    show("NHarm", "Harmonics", &harmonics_);
+    AddRangeFields();
+    fields_.push_back({.name = "NHarm", .caption = "Harmonics", .target = &harmonics_, .readOnly = true});
     tables_.push_back(std::move(table));
-    buttons_ = {{"E&xit", FormButton::Role::Accept, [] { return true; }},
-                {.caption = "Send results to &Clipboard",
-                 .press =
-                     [this] {
-                       SendToClipboard(workbench_, ClipboardText());
-                       return false;
-                     }},
-                {.caption = "&Print", .press = [this] {
-                   PrintResults(workbench_, *this);
-                   return false;
-                 }}};
+    AddCommonButtons("Send results to &Clipboard");
   }
 
  private:
-  [[nodiscard]] std::string ClipboardText() const {
+  [[nodiscard]] std::string ClipboardText() const override {
     const Trial& trial = workbench_.trial;
     return "Fourier analyses for: \t" + trial.TrialTitle + "\nCode:\t" + trial.TrialName +
-           "\nMax. harmonics\t" + std::to_string(harmonics_) + "\nRange:\t" + std::to_string(first_) + "\t" +
-           std::to_string(last_) + "\nTimes:\t" + start_ + "\t" + end_ + "\n" + TableText(tables_.front());
+           "\nMax. harmonics\t" + std::to_string(harmonics_) + "\nRange:\t" + std::to_string(Range().lo) +
+           "\t" + std::to_string(Range().hi) + "\nTimes:\t" + StartText() + "\t" + EndText() + "\n" +
+           TableText(tables_.front());
   }
 
-  Workbench& workbench_;
-  std::int32_t first_;
-  std::int32_t last_;
-  std::int32_t samples_;
   std::int32_t harmonics_;
-  std::string start_;
-  std::string end_;
-  std::string duration_;
 };
 
 // 0 when the view is not to come up.
@@ -190,10 +142,12 @@ AmplitudeSums SumAmplitudes(const Trial& trial, const Epoch& epoch) {
 
 void ShowFourierStatistics(Workbench& workbench) {
   const Trial& trial = workbench.trial;
-  if (trial.NData < 1 || trial.NChan < 1) {
-    return;
+  if (trial.NData >= 1 && trial.NChan >= 1) {
+    ShowFourierStatistics(workbench, AskCursorRange(workbench));
   }
-  const SampleRange range = AskCursorRange(workbench);
+}
+
+void ShowFourierStatistics(Workbench& workbench, SampleRange range) {
   const std::int32_t harmonics = AskHarmonics(workbench, RoundHalfEven32((range.hi - range.lo) / 2.0));
   if (harmonics == 0 || !ConfirmMany(workbench, harmonics)) {
     return;

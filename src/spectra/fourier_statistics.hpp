@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 #include "spectra/harmonic_regression.hpp"
 
@@ -21,5 +22,7 @@ AmplitudeSums SumAmplitudes(const Trial& trial, const Epoch& epoch);
 /// "Fourier analysis &Statistics": asks for the range and the number of harmonics, takes the statistics of
 /// every channel and shows them.
 void ShowFourierStatistics(Workbench& workbench);
+/// The same over a range that is known.
+void ShowFourierStatistics(Workbench& workbench, SampleRange range);
 
 }  // namespace velmora

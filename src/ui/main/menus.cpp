@@ -80,7 +80,7 @@ Menus::Menus(QMenuBar* bar, Run run) : bar_(bar), run_(std::move(run)) {
   }
   for (const Command& command : AllCommands()) {
     const bool missing = !placed[static_cast<std::size_t>(&command - AllCommands().data())];
-    if (missing && !command.menu.starts_with(kGraphMenus)) {
+    if (missing && !command.menu.empty() && !command.menu.starts_with(kGraphMenus)) {
       place(command, command.menu);
     }
   }
