@@ -10,6 +10,7 @@
 #include "emg/apdf_form.hpp"
 #include "emg/emg_kernels.hpp"
 #include "emg/emg_statistics_form.hpp"
+#include "emg/envelope_preview.hpp"
 #include "emg/fatigue_form.hpp"
 #include "spectra/analysis_start.hpp"
 
@@ -18,7 +19,6 @@ namespace {
 
 constexpr double kTrignoDelay = 0.048;  // seconds, by which the sensor's EMG comes late
 constexpr double kLeastEmgRate = 240;   // Hz, that holds the spectrum of a surface EMG
-constexpr std::int32_t kMeansOfTen = -10;
 
 // What every entry starts with; returns false without a trial.
 bool Begin(Workbench& workbench) {
@@ -57,12 +57,19 @@ void RemoveTrignoDelay(Workbench& workbench) {
   if (!Begin(workbench)) {
     return;
   }
-  const ChannelList channels = PickChannels(
-      workbench, "Choose which channel(s) are Delsys Trigno EMG channels (to remove 48 ms time delays).");
+  const std::int64_t shift = RoundHalfEven(workbench.trial.Rate * kTrignoDelay);
+  BeginPicking(workbench,
+               "Choose which channel(s) are Delsys Trigno EMG channels (to remove 48 ms time delays).");
+  workbench.chooser.ChooserSelectMode = true;
+  workbench.chooser.Remark = "48 ms at " +
+                             FormatNumber(workbench.trial.Rate, workbench.patterns.RatePattern) +
+                             " Hz: they move to " + "the left by " + std::to_string(shift) +
+                             " samples; as many at the end become 0.";
+  ChannelPicker(workbench).Show();
+  const ChannelList channels = SelectedChannels(workbench.trial, workbench.chooser.ChanSelected);
   if (channels.empty()) {
     return;
   }
-  const std::int64_t shift = RoundHalfEven(workbench.trial.Rate * kTrignoDelay);
   ShiftLeft(workbench.trial, channels, shift);
   MarkChanged(workbench, true);
   Did(workbench, "Delsys Trigno delay of 48 ms removed (" + std::to_string(shift) + " samples)", channels);
@@ -123,15 +130,19 @@ void LinearEnvelope(Workbench& workbench) {
                "Select cutoff frequency (6 Hz or less) for Linear Envelope (0.0 means do not process).");
   workbench.chooser.ChanConst = workbench.filters.LastLowPassCutoffs;
   workbench.chooser.ChooserValuesMode = true;
+  workbench.chooser.Preview = [&trial = workbench.trial](int channel, float cutoff) {
+    return PreviewEnvelope(trial, channel, cutoff);
+  };
   if (!ChannelPicker(workbench).Show()) {
     return;
   }
+  const FilterSettings envelope = EnvelopeFilter(0);
   ChannelsFilter filter{.design = FilterDesign::CriticallyDamped,
-                        .Padding = kMeansOfTen,
+                        .Padding = envelope.Padding,
                         .Rectify = true,
                         .Cutoffs = workbench.chooser.ChanConst};
-  filter.Passes.fill(1);
-  filter.ZeroLag.fill(true);
+  filter.Passes.fill(envelope.Passes);
+  filter.ZeroLag.fill(envelope.IsZeroLag);
   FilterAndTell(workbench, filter, ", rectified before");
   MarkChanged(workbench, true);
 }
