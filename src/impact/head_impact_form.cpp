@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/questions/patience.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "dsp/filters/filter_messages.hpp"
@@ -131,13 +132,17 @@ void HeadImpactForm::TakeScaling() {
 }
 
 void HeadImpactForm::Reduce(bool zeroNegatives) {
-  impact_ = ReduceHeadImpact(workbench_.trial, channel_, range_,
-                             {.scaling = static_cast<float>(Val(scalingText_)),
-                              .inSeconds = abscissa_ == 1,
-                              .cutoff = static_cast<float>(cutoff_),
-                              .hicSpan = hicSpan_,
-                              .headformMass = mass_,
-                              .zeroNegatives = zeroNegatives});
+  constexpr std::int32_t kLong = 200'000;  // samples that take a noticeable time where they are filtered
+  const auto reduce = [&] {
+    return ReduceHeadImpact(workbench_.trial, channel_, range_,
+                            {.scaling = static_cast<float>(Val(scalingText_)),
+                             .inSeconds = abscissa_ == 1,
+                             .cutoff = static_cast<float>(cutoff_),
+                             .hicSpan = hicSpan_,
+                             .headformMass = mass_,
+                             .zeroNegatives = zeroNegatives});
+  };
+  impact_ = range_.hi - range_.lo >= kLong ? WithPatience(workbench_, reduce) : reduce();
   gsiFlagged_ = impact_.gsi > kGsiLimit;
   hicFlagged_ = impact_.hic.value >= kHicLimit;
   TellWarnings();

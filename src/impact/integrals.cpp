@@ -21,39 +21,39 @@ struct RangeSums {
   Sums path{};
 };
 
-RangeSums AddRange(const SampleMatrix& matrix, SampleRange range) {
-  const int channels = matrix.Channels();
-  RangeSums sums;
-  double* sum = sums.sum.data();
-  double* absolute = sums.absolute.data();
-  double* path = sums.path.data();
-  const float* before = matrix.Frame(range.lo);
-  for (std::int32_t i = range.lo; i <= range.hi; ++i) {
-    const float* frame = matrix.Frame(i);
-    for (int c = 0; c <= channels; ++c) {
-      const double x = frame[c];
-      sum[c] += x;
-      absolute[c] += std::fabs(x);
-      path[c] += std::fabs(x - before[c]);  // 0 for the first
-    }
-    before = frame;
-  }
-  return sums;
-}
+namespace sse2 {
+#include "impact/integral_lanes.inc"
+}  // namespace sse2
 
-Sums AddSquaredDeviations(const SampleMatrix& matrix, SampleRange range, const Sums& mean) {
-  const int channels = matrix.Channels();
-  Sums squares{};
-  double* total = squares.data();
-  const double* centre = mean.data();
-  for (std::int32_t i = range.lo; i <= range.hi; ++i) {
-    const float* frame = matrix.Frame(i);
-    for (int c = 0; c <= channels; ++c) {
-      const double deviation = frame[c] - centre[c];
-      total[c] += deviation * deviation;
-    }
+#pragma GCC push_options
+#pragma GCC target("avx2")
+namespace avx2 {
+#include "impact/integral_lanes.inc"
+}  // namespace avx2
+#pragma GCC pop_options
+
+#pragma GCC push_options
+#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl,prefer-vector-width=512")
+namespace avx512 {
+#include "impact/integral_lanes.inc"
+}  // namespace avx512
+#pragma GCC pop_options
+
+struct Adders {
+  decltype(&sse2::AddRange) addRange;
+  decltype(&sse2::AddSquaredDeviations) addSquares;
+};
+
+Adders AddersOf(SimdLevel level) {
+  switch (level) {
+    case SimdLevel::Avx512:
+      return {avx512::AddRange, avx512::AddSquaredDeviations};
+    case SimdLevel::Avx2:
+      return {avx2::AddRange, avx2::AddSquaredDeviations};
+    case SimdLevel::Sse2:
+      break;
   }
-  return squares;
+  return {sse2::AddRange, sse2::AddSquaredDeviations};
 }
 
 }  // namespace
@@ -91,14 +91,20 @@ double IntegralStatistics::Variation() const {
 }
 
 std::vector<IntegralStatistics> IntegrateChannels(Trial& trial, const ChannelList& channels,
-                                                  SampleRange range, double timeStep) {
-  const RangeSums sums = AddRange(trial.matrix, range);
-  const double count = static_cast<double>(range.hi) - range.lo + 1;
+                                                  SampleRange range, double timeStep, SimdLevel level) {
+  const Adders adders = AddersOf(level);
+  const float* first = trial.matrix.Frame(range.lo);
+  const long stride = static_cast<long>(trial.matrix.Stride());
+  const long frames = static_cast<long>(range.hi) - range.lo + 1;
+  RangeSums sums;
+  adders.addRange(first, stride, frames, sums.sum.data(), sums.absolute.data(), sums.path.data());
+  const double count = static_cast<double>(frames);
   Sums mean{};
   for (int c = 0; c <= trial.NChan; ++c) {
     mean[c] = sums.sum[c] / count;
   }
-  const Sums squares = AddSquaredDeviations(trial.matrix, range, mean);
+  Sums squares{};
+  adders.addSquares(first, stride, frames, mean.data(), squares.data());
   std::vector<IntegralStatistics> all;
   for (const int c : channels) {
     all.push_back({.mean = mean[c],

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "core/simd.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/trial.hpp"
 #include "dsp/channel_list.hpp"
@@ -33,8 +34,10 @@ struct IntegralStatistics {
   [[nodiscard]] double Variation() const;
 };
 
-/// One entry a channel of the list, over samples lo to hi (from 1, within the trial).
+/// One entry a channel of the list, over samples lo to hi (from 1, within the trial). The same bits at every
+/// level.
 std::vector<IntegralStatistics> IntegrateChannels(Trial& trial, const ChannelList& channels,
-                                                  SampleRange range, double timeStep);
+                                                  SampleRange range, double timeStep,
+                                                  SimdLevel level = MachineSimdLevel());
 
 }  // namespace velmora

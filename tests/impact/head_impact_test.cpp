@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <random>
 #include <vector>
 
 #include "support/trials.hpp"
@@ -42,6 +43,22 @@ TEST(HeadImpact, MeasuresOfAHalfSine) {
   EXPECT_NEAR(impact.hic.value, std::pow(area / 0.036, 2.5) * 0.036, 0.05);
   EXPECT_EQ(impact.hicWindow, 720);
   EXPECT_EQ(trial.Data(1000, 1), HalfSine(100)[999]);  // the trial stays as it is
+}
+
+// At 1 Hz the index is the total itself, of powers that the C library makes one by one.
+TEST(HeadImpact, PowersAreThoseOfTheCLibraryToTheBit) {
+  std::mt19937 random(5);
+  for (const float largest : {1.0F, 90.0F, 1e-20F, 1e-38F, 3e38F}) {
+    std::vector<float> a;
+    float total = 0.0F;
+    for (int i = 0; i < 200'000; ++i) {
+      a.push_back(static_cast<float>(random() >> (random() % 30)) / 0x1p32F * largest);
+      total = static_cast<float>(total + std::pow(static_cast<double>(a.back()), 2.5));
+    }
+    Trial trial;
+    test::SetChannels(trial, {a}, 1);
+    EXPECT_EQ(ReduceHeadImpact(trial, 1, {1, trial.NData}, {.cutoff = 0.0F}).gsi, total) << largest;
+  }
 }
 
 TEST(HeadImpact, TheLevelOfA3IsReachedForThreeMilliseconds) {

@@ -49,5 +49,26 @@ TEST(Integrals, StatisticsOfARange) {
   EXPECT_EQ(IntegrateChannels(trial, {3}, {6, 6}, 0.1)[0].path, 0);
 }
 
+TEST(Integrals, EveryVectorWidthGivesTheSameBits) {
+  for (const int channels : {1, 7, 64}) {
+    Trial trial;
+    test::SetChannels(trial, test::NoiseChannels(channels, 777), 100);
+    ChannelList all;
+    for (int c = 1; c <= channels; ++c) {
+      all.push_back(c);
+    }
+    const auto narrow = IntegrateChannels(trial, all, {3, 777}, 0.01, SimdLevel::Sse2);
+    for (const SimdLevel level : MachineSimdLevels()) {
+      const auto wide = IntegrateChannels(trial, all, {3, 777}, 0.01, level);
+      for (std::size_t k = 0; k < all.size(); ++k) {
+        EXPECT_EQ(wide[k].sum, narrow[k].sum);
+        EXPECT_EQ(wide[k].absoluteSum, narrow[k].absoluteSum);
+        EXPECT_EQ(wide[k].path, narrow[k].path);
+        EXPECT_EQ(wide[k].deviation, narrow[k].deviation);
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace velmora
