@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "core/text/numbers.hpp"
@@ -18,10 +19,23 @@ constexpr std::int16_t kDefaultBins = 100;
 constexpr int kBarsColour = 1;
 constexpr int kCurveColour = 2;
 constexpr int kMarkColour = 3;
+constexpr int kLimitsColour = 14;  // grey
 
 // As fields of a file stand: right-aligned in ten columns, a longer one cut.
 std::string TenWide(double value, std::string_view pattern) {
   return Left(PadLeft(FormatNumber(value, pattern), 10), 10);
+}
+
+// What the loads below which the muscle stays for 10, 50 and 90 % of the time (static, median, peak) should
+// not and must not exceed in an hour of work and more, in percent of a maximal contraction: Jonsson 1982,
+// J. Human Ergol. 11, 73. Two lines in one.
+FormGraph::Plot LoadLimits() {
+  constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
+  return {.name = "Should not, must not exceed (Jonsson)",
+          .colour = kLimitsColour,
+          .x = {2, 10, 50, kGap, 5, 14, 70},
+          .y = {10, 50, 90, kGap, 10, 50, 90},
+          .width = 2.0};
 }
 
 }  // namespace
@@ -45,11 +59,12 @@ void ComputeApdf(Workbench& workbench, int channel) {
       DistributionText(workbench.trial, channel, emg.distribution, workbench.patterns.TimePattern);
 }
 
-ApdfForm::ApdfForm(Workbench& workbench, int channel)
+ApdfForm::ApdfForm(Workbench& workbench, int channel, ChannelList chosen)
     : Form("frmAPDF",
            "Cumulative / Amplitude Probabilty Distribution Functions for file: " + workbench.trial.FileName),
       workbench_(workbench),
       channel_(channel),
+      chosen_(std::move(chosen)),
       bins_(workbench.emg.EpochCount),
       largestBin_(bins_) {
   AddFields();
@@ -65,7 +80,10 @@ void ApdfForm::AddFields() {
        .highest = std::numeric_limits<std::int16_t>::max(),
        .edited = [this] { TakeBins(); }},
       {.name = "txtMax", .caption = "Largest bin shown", .target = &largestBin_, .readOnly = true},
+      {.name = "chkLimits", .caption = "&Limits of load", .target = &limits_, .edited = [this] { Fill(); }},
+      {.name = "chkAll", .caption = "&All chosen channels", .target = &all_, .edited = [this] { Fill(); }},
   };
+  fields_.back().hidden = chosen_.size() < 2;
 }
 
 void ApdfForm::AddButtons() {
@@ -138,6 +156,12 @@ void ApdfForm::DrawGraph() {
   }
   curve.x = bars.x;
   graph.plots = {std::move(bars), std::move(curve)};
+  if (all_) {
+    AddOtherChannels(graph);
+  }
+  if (limits_) {
+    graph.plots.push_back(LoadLimits());
+  }
   if (!of.Apdf.empty()) {
     const auto mark = [&](const char* level, double amplitude) {
       graph.marks.push_back({amplitude, level + FormatNumber(amplitude, " 0.0"), kMarkColour});
@@ -147,6 +171,26 @@ void ApdfForm::DrawGraph() {
     mark("90 %", of.Apdf90);
   }
   graph_ = std::move(graph);
+}
+
+// The running sum alone of each, in its own colour.
+void ApdfForm::AddOtherChannels(FormGraph& graph) const {
+  Trial& trial = workbench_.trial;
+  graph.plots.back().name += " " + ChannelNumber(channel_);
+  for (const int c : chosen_) {
+    const auto of = c == channel_ ? std::nullopt
+                                  : ComputeAmplitudeDistribution(trial, c, static_cast<std::int16_t>(bins_));
+    if (!of) {
+      continue;
+    }
+    FormGraph::Plot curve{.name = ChannelNumber(c) + " " + Trim(trial.ChanLabel[c].Text()),
+                          .colour = trial.ChanColour[c]};
+    for (std::size_t b = 1; b < of->Capdf.size(); ++b) {
+      curve.x.push_back(static_cast<double>(b) * of->ApdfBinPercent);
+      curve.y.push_back(of->Capdf[b]);
+    }
+    graph.plots.push_back(std::move(curve));
+  }
 }
 
 void ApdfForm::AskMaximum() {

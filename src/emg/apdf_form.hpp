@@ -4,6 +4,7 @@
 
 #include "core/questions/form.hpp"
 #include "core/workbench.hpp"
+#include "dsp/channel_list.hpp"
 
 namespace velmora {
 
@@ -14,7 +15,8 @@ void ComputeApdf(Workbench& workbench, int channel);
 /// frmAPDF: the distribution in the workbench as graph and table.
 class ApdfForm : public Form {
  public:
-  ApdfForm(Workbench& workbench, int channel);
+  /// `chosen`: the channels of this analysis, whose running sums can be laid over each other.
+  ApdfForm(Workbench& workbench, int channel, ChannelList chosen);
 
  private:
   void AddFields();
@@ -22,6 +24,7 @@ class ApdfForm : public Form {
   void TakeBins();
   void Fill();
   void DrawGraph();
+  void AddOtherChannels(FormGraph& graph) const;
   void AskMaximum();
   [[nodiscard]] ResultTable Table() const;
   void ShowTable(bool on);
@@ -31,9 +34,12 @@ class ApdfForm : public Form {
 
   Workbench& workbench_;
   int channel_;
+  ChannelList chosen_;
   std::int32_t bins_;
   std::int32_t largestBin_;
   bool tableShown_ = false;
+  bool limits_ = false;
+  bool all_ = false;
 };
 
 }  // namespace velmora

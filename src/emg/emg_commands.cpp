@@ -39,10 +39,11 @@ void AmplitudeDistributions(Workbench& workbench) {
   if (!Begin(workbench)) {
     return;
   }
-  for (const int c : PickForAnalysis(workbench, "Choose channel(s) for C/APDF analysis.")) {
+  const ChannelList channels = PickForAnalysis(workbench, "Choose channel(s) for C/APDF analysis.");
+  for (const int c : channels) {
     Did(workbench, "Amplitude probability distribution", std::array{c});
     ComputeApdf(workbench, c);
-    ApdfForm(workbench, c).Show(workbench);
+    ApdfForm(workbench, c, channels).Show(workbench);
     const Box box{.title = "C/APDF statistics",
                   .text = workbench.results.ResultText + "\n\nPress OK for next channel or Cancel to exit.",
                   .icon = Icon::Information,

@@ -5,6 +5,7 @@
 #include "core/questions/progress.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
+#include "emg/fatigue_table.hpp"
 
 namespace velmora {
 namespace {
@@ -18,7 +19,8 @@ class Runner {
         order_(order),
         intervals_(IntervalsOf(workbench.trial, order.settings)),
         count_(intervals_.Count()),
-        shownEvery_((count_ + kMostShown - 1) / kMostShown) {}
+        shownEvery_((count_ + kMostShown - 1) / kMostShown),
+        table_(EmptyFatigueTable(workbench, order.channel)) {}
 
   FatigueSeries Run() {
     OpenFile();
@@ -32,6 +34,7 @@ class Runner {
     ProgressPanel panel(workbench_);
     panel.SetFormat(order_.title);
     panel.SetLimits(0, static_cast<double>(count_));
+    panel.ShowTable(table_);
     for (std::int64_t k = 0; k < count_; ++k) {
       panel.SetStatus("Interval " + std::to_string(k + 1) + " of " + std::to_string(count_));
       const Epoch epoch = intervals_.At(k, order_.channel);
@@ -67,6 +70,7 @@ class Runner {
   void Keep(std::int64_t k, const FatigueRow& row) {
     const SpectrumMemory& spectrum = workbench_.spectrum;
     series_.rows.push_back(row);
+    AddFatigueRow(table_, row);
     series_.harmonics = spectrum.NHarm;
     series_.lastPower = spectrum.PowerAbs;
     if (k % shownEvery_ == 0) {
@@ -112,6 +116,7 @@ class Runner {
   FatigueIntervals intervals_;
   std::int64_t count_;
   std::int64_t shownEvery_;
+  ResultTable table_;  // grows while it is looked at
   EpochTransform transform_;
   std::optional<SpectraFile> file_;
   FatigueSeries series_;

@@ -6,6 +6,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "emg/fatigue_table.hpp"
 #include "emg/result_file_head.hpp"
 #include "results/result_presses.hpp"
 
@@ -76,19 +77,11 @@ std::string FatigueTableForm::Units() const {
 }
 
 ResultTable FatigueTableForm::Table() const {
-  ResultTable table{.name = Name(),
-                    .title = ChannelName(),
-                    .columns = {"From", "To", "Median freq.", "Mean freq.", "%1st Median", "%1st Mean",
-                                "Abs. Mean", "RMS", "Abs. Integ'l"}};
+  ResultTable table = EmptyFatigueTable(workbench_, order_.channel);
   table.rows.reserve(series_.rows.size());
-  for (const FatigueRow& of : series_.rows) {
-    table.rows.push_back({of.from, of.to, of.median, of.mean, of.percentMedian, of.percentMean,
-                          of.absoluteMean, of.rms, of.absoluteIntegral});
+  for (const FatigueRow& row : series_.rows) {
+    AddFatigueRow(table, row);
   }
-  const ResultTable::Format time = ThroughPattern(workbench_.patterns.TimePattern);
-  const ResultTable::Format frequency = ThroughPattern("0.00");
-  const ResultTable::Format value = ThroughPattern(workbench_.patterns.ValuePattern);
-  table.formats = {time, time, frequency, frequency, frequency, frequency, value, value, value};
   return table;
 }
 
