@@ -26,6 +26,8 @@ constexpr Sample kSamples[] = {
     {"head-impacts", examples::MakeHeadImpacts},
     {"two-plate-step", examples::MakeTwoPlateStep},
     {"quiet-stance", examples::MakeQuietStance},
+    {"hold-first", examples::MakeHoldOfFirst},
+    {"hold-second", examples::MakeHoldOfSecond},
 };
 
 /// Saves as a person would, with the command of the File menu.

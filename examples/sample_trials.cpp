@@ -1,5 +1,6 @@
 #include "sample_trials.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -78,9 +79,11 @@ double Hump(double t, double from, double to) {
 /// Noise through a resonator: most of its power lies around the frequency at which EMG is strongest.
 class MuscleNoise {
  public:
-  MuscleNoise(std::uint64_t seed, double rate) : random_(seed) {
+  MuscleNoise(std::uint64_t seed, double rate) : random_(seed), rate_(rate) { Resonate(90.0); }
+  /// From now on around so many hertz.
+  void Resonate(double frequency) {
     const double radius = 0.85;
-    a1_ = 2 * radius * std::cos(2 * Pi * 90.0 / rate);
+    a1_ = 2 * radius * std::cos(2 * Pi * frequency / rate_);
     a2_ = -radius * radius;
   }
   double Next() {
@@ -92,8 +95,9 @@ class MuscleNoise {
 
  private:
   Random random_;
-  double a1_;
-  double a2_;
+  double rate_;
+  double a1_ = 0;
+  double a2_ = 0;
   double before_ = 0;
   double beforeThat_ = 0;
 };
@@ -262,6 +266,57 @@ void MakeHeadImpacts(Trial& trial) {
     // The resultant of three axes is never below 0, not even at rest.
     trial.Data(i + 1, 1) = static_cast<float>(std::hypot(blows + 0.3 * noise.Normal(), 0.3 * noise.Normal()));
   }
+}
+
+namespace {
+
+/// One person's way to tire.
+struct Person {
+  const char* title;
+  std::uint64_t seed;
+  double fresh;  // Hz, around which the muscle's power lies at first
+  double tired;  // and at the end
+  double force;  // N
+};
+
+void MakeHold(Trial& trial, const Person& person) {
+  Prepare(trial, person.title, 1000.0, 60.0, {{"Biceps br", "mV"}, {"Trigno BR", "mV"}, {"Force", "N"}});
+  constexpr std::int64_t kTrignoDelay = 48;  // samples
+  MuscleNoise biceps(person.seed, trial.Rate);
+  MuscleNoise brachioradialis(person.seed + 1, trial.Rate);
+  Random noise(person.seed + 2);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double part = static_cast<double>(i) / static_cast<double>(trial.NData);
+    const double frequency = person.fresh + (person.tired - person.fresh) * part;
+    biceps.Resonate(frequency);
+    brachioradialis.Resonate(1.1 * frequency);
+    // The helper comes in every five seconds.
+    const double late = TimeOf(trial, std::max<std::int64_t>(i - kTrignoDelay, 0));
+    const double help = 0.05 + 0.4 * std::pow(std::sin(Pi * late / 5.0), 4);
+    const double tremor = 0.02 * std::sin(2 * Pi * 9.0 * TimeOf(trial, i)) * (0.5 + part);
+    trial.Data(i + 1, 1) =
+        static_cast<float>((0.25 + 0.15 * part) * biceps.Next() + 0.011 + 0.002 * noise.Normal());
+    trial.Data(i + 1, 2) = static_cast<float>(help * brachioradialis.Next() + 0.002 * noise.Normal());
+    trial.Data(i + 1, 3) = static_cast<float>(person.force * (1 + tremor) + 0.3 * noise.Normal());
+  }
+}
+
+}  // namespace
+
+void MakeHoldOfFirst(Trial& trial) {
+  MakeHold(trial, {.title = "7 Holding a weight until tired, first person",
+                   .seed = 71,
+                   .fresh = 105,
+                   .tired = 60,
+                   .force = 92});
+}
+
+void MakeHoldOfSecond(Trial& trial) {
+  MakeHold(trial, {.title = "8 Holding a weight until tired, second person",
+                   .seed = 81,
+                   .fresh = 95,
+                   .tired = 75,
+                   .force = 120});
 }
 
 }  // namespace velmora::examples

@@ -19,7 +19,7 @@ constexpr std::int16_t kDefaultBins = 100;
 constexpr int kBarsColour = 1;
 constexpr int kCurveColour = 2;
 constexpr int kMarkColour = 3;
-constexpr int kLimitsColour = 14;  // grey
+constexpr int kLimitsColour = 9;  // the grey one
 
 // As fields of a file stand: right-aligned in ten columns, a longer one cut.
 std::string TenWide(double value, std::string_view pattern) {
@@ -176,14 +176,15 @@ void ApdfForm::DrawGraph() {
 // The running sum alone of each, in its own colour.
 void ApdfForm::AddOtherChannels(FormGraph& graph) const {
   Trial& trial = workbench_.trial;
-  graph.plots.back().name += " " + ChannelNumber(channel_);
+  graph.plots.back().name += " " + ChannelNumber(channel_) + " " + Trim(trial.ChanLabel[channel_].Text());
+  graph.plots.back().colour = trial.ChanColour[channel_];
   for (const int c : chosen_) {
     const auto of = c == channel_ ? std::nullopt
                                   : ComputeAmplitudeDistribution(trial, c, static_cast<std::int16_t>(bins_));
     if (!of) {
       continue;
     }
-    FormGraph::Plot curve{.name = ChannelNumber(c) + " " + Trim(trial.ChanLabel[c].Text()),
+    FormGraph::Plot curve{.name = "CAPDF " + ChannelNumber(c) + " " + Trim(trial.ChanLabel[c].Text()),
                           .colour = trial.ChanColour[c]};
     for (std::size_t b = 1; b < of->Capdf.size(); ++b) {
       curve.x.push_back(static_cast<double>(b) * of->ApdfBinPercent);

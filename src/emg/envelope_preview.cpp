@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t kMeansOfTen = -10;
 constexpr std::int32_t kMostShown = 100'000;
-constexpr int kRawColour = 14;
+constexpr int kRawColour = 9;  // the grey one
 constexpr int kRectifiedColour = 1;
 constexpr int kEnvelopeColour = 2;
 

@@ -13,8 +13,8 @@ ResultTable EmptyFatigueTable(const Workbench& workbench, int channel) {
   const ResultTable::Format value = ThroughPattern(patterns.ValuePattern);
   return {.name = "frmFatigueTable",
           .title = ChannelNumber(channel) + " " + Trim(workbench.trial.ChanLabel[channel].Text()),
-          .columns = {"From", "To", "Median freq.", "Mean freq.", "%1st Median", "%1st Mean", "Abs. Mean", "RMS",
-                      "Abs. Integ'l"},
+          .columns = {"From", "To", "Median freq.", "Mean freq.", "%1st Median", "%1st Mean", "Abs. Mean",
+                      "RMS", "Abs. Integ'l"},
           .formats = {time, time, frequency, frequency, frequency, frequency, value, value, value}};
 }
 
