@@ -2,6 +2,7 @@
 #include <clocale>
 #include <cmath>
 #include <cstdio>
+#include <deque>
 #include <filesystem>
 #include <random>
 
@@ -235,6 +236,128 @@ void ShowSpectra(ui::MainWindow& window, Photographer& photographer) {
   photographer.Dialogue("fourier.generate", "frmGenerateFourier", "generate-fourier", "Exit");
 }
 
+void PickRow(QWidget* dialog, int row) {
+  auto* table = dialog->findChild<QTableView*>();
+  table->setCurrentIndex(table->model()->index(row, 0));
+  QTest::keyClick(table, Qt::Key_Space);
+}
+
+void Type(QWidget* dialog, const char* field, const QString& text) {
+  auto* line = dialog->findChild<QLineEdit*>(QString::fromUtf8(field));
+  line->setFocus();
+  line->selectAll();
+  QTest::keyClicks(line, text);
+  QTest::keyClick(line, Qt::Key_Tab);
+}
+
+void Tick(QWidget* dialog, const char* field) {
+  dialog->findChild<QCheckBox*>(QString::fromUtf8(field))->click();
+}
+
+/// What a person does in one dialogue after the other: works in it, keeps a picture, presses a button.
+struct Step {
+  QString window;
+  const char* press;
+  const char* picture = nullptr;
+  test::Person::Act act{};
+};
+
+// A dialogue may ask anew at once: the next step is taken once the one before is over.
+void Follow(Photographer& photographer, std::deque<Step> steps) {
+  if (steps.empty()) {
+    return;
+  }
+  const Step step = steps.front();
+  steps.pop_front();
+  photographer.Helper().When(step.window, [&photographer, step, steps](QWidget* dialog) {
+    if (step.act) {
+      step.act(dialog);
+    }
+    if (step.picture != nullptr) {
+      photographer.Keep(dialog, step.picture);
+    }
+    Follow(photographer, steps);
+    test::Person::Press(dialog, QString::fromUtf8(step.press));
+  });
+}
+
+void Run(ui::MainWindow& window, Photographer& photographer, const char* id, const std::deque<Step>& steps) {
+  Follow(photographer, steps);
+  window.RunCommand(*FindCommand(id));
+  photographer.Helper().Work();
+}
+
+test::Person::Act Pick(std::vector<int> rows) {
+  return [rows](QWidget* dialog) {
+    for (const int row : rows) {
+      PickRow(dialog, row);
+    }
+  };
+}
+
+test::Person::Act GraphOf(const char* kind) {
+  return [kind](QWidget* dialog) { Choose(dialog, QString::fromUtf8(kind)); };
+}
+
+// Stopped while it is made, where each pause lets the panel show another row, then done to its end.
+void ShowFatigue(ui::MainWindow& window, Photographer& photographer) {
+  const auto prepare = [](QWidget* dialog) {
+    Type(dialog, "txtInterval", QStringLiteral("1"));
+    Choose(dialog, QStringLiteral("50%"));
+    Tick(dialog, "chkPause");
+  };
+  const auto goOn = [](QWidget* dialog) { Tick(dialog, "chkPause"); };
+  std::deque<Step> steps = {{"frmFatigue", "Select Channel", "fatigue", prepare},
+                            {"frmChoose", "Process", nullptr, Pick({0})}};
+  for (int pause = 0; pause < 5; ++pause) {
+    steps.push_back({"QMessageBox", "OK", nullptr, [](QWidget*) { QTest::qWait(100); }});
+  }
+  const std::deque<Step> rest = {
+      {"frmLoading", "Stop", "fatigue-running"},
+      {"frmFatigueTable", "Done"},
+      {"frmFatigue", "Select Channel", nullptr, goOn},
+      {"frmChoose", "Process", nullptr, Pick({0})},
+      {"frmFatigueTable", "Graph", "fatigue-table"},
+      {"frmFatigueTable", "Graph", "fatigue-graph"},
+      {"frmFatigueTable", "Graph", "fatigue-spectra", GraphOf("Spectra by interval")},
+      {"frmFatigueTable", "Done", "fatigue-first-last", GraphOf("First and last spectrum")},
+      {"frmFatigue", "Exit"}};
+  steps.insert(steps.end(), rest.begin(), rest.end());
+  Run(window, photographer, "emg.fatigue", steps);
+}
+
+void ShowEmg(ui::MainWindow& window, Photographer& photographer) {
+  photographer.Dialogue("emg.statistics", "frmEMGstats", "emg-statistics", "Exit");
+  photographer.Dialogue("emg.trigno-delay", "frmChoose", "trigno-delay", "Cancel", Pick({1}));
+  photographer.Dialogue("emg.linear-envelope", "frmChoose", "linear-envelope", "Cancel", [](QWidget* dialog) {
+    auto* table = dialog->findChild<QTableView*>();
+    test::Person::TypeCell(table, 0, table->model()->columnCount() - 1, "6");
+    table->setCurrentIndex(table->model()->index(0, table->model()->columnCount() - 1));
+  });
+  const auto tickBoth = [](QWidget* dialog) {
+    Tick(dialog, "chkAll");
+    Tick(dialog, "chkLimits");
+  };
+  Run(window, photographer, "emg.apdf",
+      {{"frmChoose", "Process", nullptr, Pick({0, 1})},
+       {"frmAPDF", "Table", "apdf", tickBoth},
+       {"frmAPDF", "Exit", "apdf-table"},
+       {"C/APDF statistics", "Cancel"}});
+  ShowFatigue(window, photographer);
+}
+
+void ShowImpacts(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = [](QWidget* dialog) {
+    Type(dialog, "cwnHICtime", QStringLiteral("15"));
+    Type(dialog, "HeadformMass", QStringLiteral("4.5"));
+  };
+  Run(window, photographer, "impact.gsi-hic",
+      {{"frmChoose", "Process"},
+       {"Acceleration Data Present", "OK"},
+       {"frmGSIHIC", "Exit", "head-impact", fill}});
+  photographer.Dialogue("integrate.statistics", "frmIntegral", "integration-statistics", "Exit");
+}
+
 void ShowTextFiles(ui::MainWindow& window, Photographer& photographer) {
   auto* tabs = window.findChild<QTabWidget*>();
   tabs->setCurrentIndex(1);
@@ -268,6 +391,14 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("edit.experiment-information", "frmExperiment", "experiment", "Cancel");
   QTest::qWait(200);
   photographer.Keep(&window, "history");
+  window.State().trial.FileChanged = false;
+  window.OpenFile((data / "hold-first.vmb").string());
+  QTest::qWait(300);
+  ShowEmg(window, photographer);
+  window.State().trial.FileChanged = false;
+  window.OpenFile((data / "head-impacts.vmb").string());
+  QTest::qWait(300);
+  ShowImpacts(window, photographer);
   window.State().trial.FileChanged = false;
   window.OpenFile((data / "many.vmb").string());
   QTest::qWait(400);
@@ -318,6 +449,8 @@ int main(int argc, char** argv) {
     Write(data, "emg-bursts.vmb", examples::MakeEmgBursts);
     Write(data, "force-plate-step.vmb", examples::MakeForcePlateStep);
     Write(data, "reaching.vmb", examples::MakeNoisyDisplacement);
+    Write(data, "hold-first.vmb", examples::MakeHoldOfFirst);
+    Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
     Write(data, "many.vmb", MakeManyChannels);
     WriteText(data / "treadmill.txt");
     fs::current_path(data);

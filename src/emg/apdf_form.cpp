@@ -212,6 +212,7 @@ void ApdfForm::AskMaximum() {
 void ApdfForm::ShowTable(bool on) {
   tableShown_ = on;
   tables_ = {Table()};
+  tables_.front().hidden = !on;
   graph_->hidden = on;
 }
 

@@ -88,6 +88,7 @@ ResultTable FatigueTableForm::Table() const {
 void FatigueTableForm::ShowTable(bool on) {
   tableShown_ = on;
   tables_ = {Table()};
+  tables_.front().hidden = !on;
   graph_->hidden = on;
 }
 

@@ -21,6 +21,8 @@ struct ResultTable {
   std::vector<std::vector<Cell>> rows;
   /// By column; a column without one shows seven digits.
   std::vector<Format> formats{};
+  /// Not shown for now: the view shows its graph instead.
+  bool hidden = false;
 };
 
 /// Numbers through a pattern of FormatNumber ("0.000").

@@ -300,8 +300,10 @@ class NoteEditor : public FieldEditor {
       label_->setText(text);
       return;
     }
-    label_->setText(QString::number(**number, 'g', kDigits) + units);
-    label_->setToolTip(ValueText(field_));
+    const QString shown =
+        field_.pattern.empty() ? QString::number(**number, 'g', kDigits) : ValueText(field_);
+    label_->setText(shown + units);
+    label_->setToolTip(ToQt(PlainNumber(**number)));
   }
 
  private:

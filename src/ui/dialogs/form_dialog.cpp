@@ -283,7 +283,8 @@ void FormDialog::AddTable(QBoxLayout* to) {
 // A form that shows tables may have others after an edit or a button.
 void FormDialog::ShowResults() {
   const std::vector<ResultTable>& tables = form_.Tables();
-  results_->setVisible(!tables.empty());
+  results_->setVisible(
+      std::any_of(tables.begin(), tables.end(), [](const auto& one) { return !one.hidden; }));
   while (tables_.size() > tables.size()) {
     delete tables_.back().title;
     delete tables_.back().view;
@@ -298,6 +299,9 @@ void FormDialog::ShowResults() {
   for (std::size_t k = 0; k < tables.size(); ++k) {
     tables_[k].title->setText(ToQt(tables[k].title));
     tables_[k].view->Show(tables[k]);
+    // Said aloud: else they would count only once the dialogue is on the screen, too late for its size.
+    tables_[k].title->setVisible(!tables[k].hidden);
+    tables_[k].view->setVisible(!tables[k].hidden);
   }
   if (graph_ != nullptr) {
     graph_->setVisible(!form_.Graph()->hidden);
