@@ -5,10 +5,13 @@
 #include <fftw3.h>
 
 #include <array>
+#include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <random>
 
 #include "app/command_table.hpp"
+#include "bench_support.hpp"
 #include "spectra/fft_form.hpp"
 #include "spectra/fourier_statistics.hpp"
 #include "spectra/harmonic_regression.hpp"
@@ -219,6 +222,60 @@ void ManyStatistics(benchmark::State& state) {
 }
 BENCHMARK(ManyKernels)->Unit(benchmark::kMillisecond);
 BENCHMARK(ManyStatistics)->Unit(benchmark::kMillisecond);
+
+// How long Cancel waits: the longest time from one turn of the window to the next, in ms, at sizes that take
+// seconds.
+class Watch : public AcceptAll {
+ public:
+  void ShowProgress(ProgressPanel& /*panel*/) override {
+    const auto now = std::chrono::steady_clock::now();
+    longest = std::max(longest, std::chrono::duration<double, std::milli>(now - last_).count());
+    last_ = now;
+  }
+  std::string AskInput(const InputQuestion& question) override {
+    return question.title == "Number of Harmonics" ? "1000" : question.defaultText;
+  }
+  void Begin() { last_ = std::chrono::steady_clock::now(); }
+  double longest = 0.0;
+
+ private:
+  std::chrono::steady_clock::time_point last_;
+};
+
+void TurnsOf(benchmark::State& state, Trial trial, const char* id, std::string file) {
+  for (auto _ : state) {
+    Watch watch;
+    Workbench workbench(watch);
+    workbench.trial = trial;
+    workbench.trial.FileName = file;
+    watch.Begin();
+    RunCommand(workbench, *FindCommand(id));
+    state.counters["longest"] = std::max(static_cast<double>(state.counters["longest"]), watch.longest);
+  }
+}
+
+void RegressionTurns(benchmark::State& state) {
+  TurnsOf(state, MakeTrial(1, kLong), "fourier.harmonic-regression", "");
+}
+void StatisticsTurns(benchmark::State& state) {
+  TurnsOf(state, MakeTrial(kMany, kSamples), "fourier.statistics", "");
+}
+void ReconstructionTurns(benchmark::State& state) {
+  const std::string path = BenchPath("turns.ftf");
+  std::ofstream file(path);
+  file << "Slope=\t0\tBias=\t1.0\nHarmonic\n";
+  for (int k = 1; k <= 1000; ++k) {
+    char line[80];
+    std::snprintf(line, sizeof line, "       %03d\t%10.4f\t    0.5000\t    0.2500\n", k, k * 0.5);
+    file << line;
+  }
+  file.close();
+  TurnsOf(state, MakeTrial(1, 1'000'000), "file.load", path);
+  std::filesystem::remove(path);
+}
+BENCHMARK(RegressionTurns)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(StatisticsTurns)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(ReconstructionTurns)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 }  // namespace
 }  // namespace velmora

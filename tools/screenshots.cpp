@@ -244,7 +244,11 @@ void PickRow(QWidget* dialog, int row) {
 
 void Type(QWidget* dialog, const char* field, const QString& text) {
   auto* line = dialog->findChild<QLineEdit*>(QString::fromUtf8(field));
+  dialog->activateWindow();
   line->setFocus();
+  if (!test::WaitFor([line] { return line->hasFocus(); })) {
+    throw std::runtime_error(std::string("nothing can be typed into ") + field);
+  }
   line->selectAll();
   QTest::keyClicks(line, text);
   QTest::keyClick(line, Qt::Key_Tab);

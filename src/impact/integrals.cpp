@@ -25,19 +25,17 @@ namespace sse2 {
 #include "impact/integral_lanes.inc"
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 #include "impact/integral_lanes.inc"
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl,prefer-vector-width=512")
+SIMD_BEGIN_AVX512_WHOLE
 namespace avx512 {
 #include "impact/integral_lanes.inc"
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 struct Adders {
   decltype(&sse2::AddRange) addRange;

@@ -58,6 +58,56 @@ TEST_F(EmgCommandsTest, UniformAmplitudesMakeAStraightDistribution) {
   EXPECT_FALSE(trial.FileChanged);
 }
 
+TEST_F(EmgCommandsTest, RunningSumsOfChosenChannelsAndLimitsLieOverEachOther) {
+  SetChannels(trial, {{1, 2, 3, 4}, {4, 4, 4, 4}, {0, 0, 0, 0}}, 1000);
+  trial.ChanLabel[2] = "Deltoid";
+  questions.PickChannels({1, 2, 3});
+  questions.formAnswers.emplace_back([](Form& form) {
+    Type(form, {{"chkAll", "true"}, {"chkLimits", "true"}});
+    const std::vector<FormGraph::Plot>& plots = form.Graph()->plots;
+    EXPECT_EQ(plots.size(), 4U);  // bars, two sums, limits: a channel of zeros has no sum
+    EXPECT_EQ(plots.at(2).name, "CAPDF 01 Deltoid");
+    EXPECT_EQ(plots.at(2).y.at(98), 0);
+    EXPECT_EQ(plots.at(2).y.at(99), 100);
+    EXPECT_EQ(plots.at(3).x.at(2), 50);  // % of the largest, which 90 % of the samples stay below
+    EXPECT_TRUE(form.Tables().front().hidden);
+    return std::string("Exit");
+  });
+  questions.boxAnswers = {Button::Cancel};
+  Run("emg.apdf");
+  questions.formAnswers.emplace_back([](Form& form) {
+    EXPECT_TRUE(form.FindField("chkAll")->hidden);  // there is one
+    return std::string("Exit");
+  });
+  questions.PickChannels({1});
+  questions.boxAnswers = {Button::OK};
+  Run("emg.apdf");
+}
+
+TEST_F(EmgCommandsTest, TablesOfStatisticsLeadToEachOther) {
+  SetChannels(trial, {{9, 1, -1, 2, -2, 1, -1, 9, 9, 9}, Samples(10, 1.0F)}, 10);
+  trial.CursorLo = 2;
+  trial.CursorHi = 7;
+  questions.boxAnswers = {Button::Yes};
+  questions.PickChannels({1});
+  for (const char* press : {"EMG stats.", "Fourier stats."}) {
+    questions.FillForm({}, press);
+  }
+  questions.inputAnswers = {"2"};  // harmonics
+  questions.FillForm({}, "Integration stats.");
+  questions.PickChannels({2});
+  for (int left = 0; left < 4; ++left) {
+    questions.FillForm({});
+  }
+  Run("integrate.statistics");
+  EXPECT_EQ(questions.formNames, (Texts{"frmIntegral", "frmEMGstats", "frmFourierStats", "frmIntegral",
+                                        "frmFourierStats", "frmEMGstats", "frmIntegral"}));
+  EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Abs. Sum"), 8);  // of samples 2 to 7
+  EXPECT_NEAR(Cell(Table("frmFourierStats"), 0, "Mean Abs.Value"), 8.0 / 6, 1e-6);
+  EXPECT_EQ(Cell(Table("frmIntegral"), 0, "Sum"), 6);
+  EXPECT_FALSE(trial.FileChanged);
+}
+
 TEST_F(EmgCommandsTest, BinsOtherThanAHundredKeepTheirWidth) {
   SetUniform();
   questions.FillForm({{"EpochCount", "50"}}, "Stats");
@@ -158,7 +208,14 @@ TEST_F(EmgCommandsTest, RemovesTheDelayOfTheSensorsAlone) {
     x[i] = static_cast<float>(i + 1);
   }
   SetChannels(trial, {x, x, x}, 1925.9);
-  RunPicking("emg.trigno-delay", {1, 3});
+  questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+    EXPECT_EQ(picker.Remark(),
+              "48 ms at 1925.90 Hz: they move to the left by 92 samples; as many at the end become 0.");
+    picker.Select(1, true);
+    picker.Select(3, true);
+    return std::string("Process");
+  });
+  Run("emg.trigno-delay");
   EXPECT_EQ(trial.Data(1, 1), 93.0F);  // round(92.44) samples earlier
   EXPECT_EQ(trial.Data(108, 3), 200.0F);
   EXPECT_EQ(trial.Data(109, 3), 0.0F);
@@ -182,7 +239,20 @@ TEST_F(EmgCommandsTest, RectifiesAndIntegratesAndEnvelops) {
   SetChannels(trial, {hum, hum}, 1000);
   trial.FileChanged = false;
   workbench.filters.LastLowPassCutoffs[1] = 7;
-  RunTyping("emg.linear-envelope", {{1, "6"}});
+  std::vector<double> shown;
+  questions.pickAnswers.emplace_back([&shown](ChannelPicker& picker) {
+    EXPECT_EQ(picker.PreviewOf(2).plots.size(), 2U);  // raw and rectified
+    picker.SetValue(1, "600");
+    EXPECT_EQ(picker.PreviewOf(1).plots.size(), 2U);  // there is no such filter
+    picker.SetValue(1, "6");
+    const FormGraph preview = picker.PreviewOf(1);
+    EXPECT_EQ(preview.plots.at(2).name, "Envelope, 6 Hz");
+    shown = preview.plots.at(2).y;
+    return std::string("Process");
+  });
+  Run("emg.linear-envelope");
+  const Samples filtered = Channel(trial, 1);
+  EXPECT_EQ(shown, std::vector<double>(filtered.begin(), filtered.end()));
   EXPECT_NEAR(trial.Data(2000, 1), 2 / Pi, 1e-3);  // the mean of a rectified sine
   EXPECT_EQ(Channel(trial, 2), hum);
   EXPECT_EQ(workbench.filters.LastLowPassCutoffs[1], 7);

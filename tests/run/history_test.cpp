@@ -90,6 +90,41 @@ class HistoryTest : public testing::Test {
   }
 };
 
+// Analyses that change no sample are steps as well, with the files they leave.
+TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
+  const auto press = [this](const Edits& edits, const std::string& button, const std::string& file = "") {
+    person_.FillForm(edits, button);
+    if (!file.empty()) {
+      person_.fileAnswers.push_back({directory_.Path(file)});
+    }
+  };
+  Load();
+  Do("fourier.window-hamming");
+  person_.PickValues({{2, "40"}});
+  press({{"mnuSeries", "4"}, {"mnuOrdinate", "Log"}}, "Save", "walk.ftf");
+  press({}, "Exit");
+  Do("fourier.harmonic-regression");
+  person_.PickChannels({1});
+  press({}, "Save", "walk.apd");
+  press({{"EpochCount", "50"}}, "Exit");
+  person_.boxAnswers = {Button::OK};
+  Do("emg.apdf");
+  press({{"txtInterval", "0.5"}, {"optInterleave", "50%"}, {"chkSave", "true"}}, "Select Channel");
+  person_.PickChannels({3});
+  person_.fileAnswers.push_back({directory_.Path("walk.tab")});
+  press({}, "Save", "walk.fat");
+  press({}, "Done");
+  press({}, "Exit");
+  Do("fourier.time-series");
+  std::filesystem::create_directories(directory_.Path("again"));
+  Replay("again");
+  for (const char* name : {"walk.ftf", "walk.apd", "walk.tab", "walk.fat"}) {
+    const std::string bytes = ReadFile(directory_.Path(name));
+    EXPECT_GT(bytes.size(), 100U) << name;
+    EXPECT_EQ(ReadFile(directory_.Path(std::string("again/") + name)), bytes) << name;
+  }
+}
+
 TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   // What earlier trials left behind is not there when the recipe runs.
   workbench_.smoothing.WindowWidth = 17;

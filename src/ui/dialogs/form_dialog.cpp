@@ -307,6 +307,10 @@ void FormDialog::ShowResults() {
     graph_->setVisible(!form_.Graph()->hidden);
     graph_->Show(*form_.Graph());
   }
+  // The scrolling area hears of its content's size by events, which come after a first size was chosen.
+  for (QWidget* widget = results_; widget != this && !isVisible(); widget = widget->parentWidget()) {
+    widget->updateGeometry();
+  }
 }
 
 // An edit of one field may hide others, name them anew or take choices from them.
