@@ -242,11 +242,11 @@ class Watch : public AcceptAll {
   std::chrono::steady_clock::time_point last_;
 };
 
-void TurnsOf(benchmark::State& state, Trial trial, const char* id, std::string file) {
+void TurnsOf(benchmark::State& state, Trial trial, const char* id, const std::string& file) {
   for (auto _ : state) {
     Watch watch;
     Workbench workbench(watch);
-    workbench.trial = trial;
+    workbench.trial = std::move(trial);  // there is one iteration
     workbench.trial.FileName = file;
     watch.Begin();
     RunCommand(workbench, *FindCommand(id));

@@ -121,13 +121,13 @@ void FillFilter(QWidget* dialog) {
   TableOf(dialog)->setCurrentIndex(TableOf(dialog)->model()->index(0, 4));
 }
 
-QWidget* GraphWindow(const char* name) {
+QWidget* WindowOf(const char* name) {
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->isVisible() && window->objectName() == QString::fromLatin1(name)) {
       return window;
     }
   }
-  throw std::runtime_error("the graph does not open");
+  throw std::runtime_error(std::string("there is no ") + name);
 }
 
 /// Opens a menu by its letter.
@@ -149,7 +149,7 @@ void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
   // The dialogue asks anew after each of its buttons.
   photographer.Helper().When("frmGraphChoose", [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
   photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose", "OK");
-  QWidget* graph = GraphWindow("frmGraph");
+  QWidget* graph = WindowOf("frmGraph");
   QTest::qWait(kHintGoes);
   QTest::keyClick(graph, Qt::Key_2);
   photographer.Keep(graph, "graph");
@@ -161,7 +161,7 @@ void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
 
 void ShowChannels(ui::MainWindow& window, Photographer& photographer) {
   ShowChannel(window.State(), 1);
-  QWidget* channel = GraphWindow("frmGraph1");
+  QWidget* channel = WindowOf("frmGraph1");
   photographer.Keep(channel, "channel");
   KeepMenu(channel, Qt::Key_Z, photographer, "channel-menu");
   channel->close();
@@ -316,8 +316,11 @@ void ShowFatigue(ui::MainWindow& window, Photographer& photographer) {
   for (int pause = 0; pause < 5; ++pause) {
     steps.push_back({"QMessageBox", "OK", nullptr, [](QWidget*) { QTest::qWait(100); }});
   }
+  const auto keepPanel = [&photographer](QWidget*) {
+    photographer.Keep(WindowOf("frmLoading"), "fatigue-running");
+  };
   const std::deque<Step> rest = {
-      {"frmLoading", "Stop", "fatigue-running"},
+      {"QMessageBox", "Cancel", nullptr, keepPanel},
       {"frmFatigueTable", "Done"},
       {"frmFatigue", "Select Channel", nullptr, goOn},
       {"frmChoose", "Process", nullptr, Pick({0})},

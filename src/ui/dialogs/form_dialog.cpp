@@ -310,6 +310,9 @@ void FormDialog::ShowResults() {
   // The scrolling area hears of its content's size by events, which come after a first size was chosen.
   for (QWidget* widget = results_; widget != this && !isVisible(); widget = widget->parentWidget()) {
     widget->updateGeometry();
+    if (QLayout* layout = widget->layout()) {
+      layout->activate();  // layouts inside it are asked anew as well
+    }
   }
 }
 
