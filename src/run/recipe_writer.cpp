@@ -214,8 +214,10 @@ void KeepTyped(std::vector<Answer>& answers) {
   }
 }
 
-bool Saves(const CommandStep& step) {
-  return step.id.starts_with("save.") || step.id.ends_with(".save");
+// A file that the step writes: of a saving command, or of a press in a result view, whose question says so.
+bool IsSaved(const CommandStep& step, const Answer& answer) {
+  return step.id.starts_with("save.") || step.id.ends_with(".save") ||
+         (answer.title && answer.title->starts_with("Save"));
 }
 
 }  // namespace
@@ -250,7 +252,7 @@ std::vector<Step> ForAnyInput(std::vector<Step> steps) {
     }
     for (Answer& answer : command->answers) {
       auto* file = std::get_if<FileAnswer>(&answer.what);
-      if (file != nullptr && Saves(*command)) {
+      if (file != nullptr && IsSaved(*command, answer)) {
         for (std::string& path : file->paths) {
           path = path.empty() ? path : ForOutput(path, stem);
         }
