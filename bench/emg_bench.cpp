@@ -83,23 +83,26 @@ void OnePassInPlace(benchmark::State& state) {
 
 void Statistics(benchmark::State& state) {
   const PerChannel<double> thresholds{};
+  const Trial& trial = Many();
   for (auto _ : state) {
-    benchmark::DoNotOptimize(TakeEmgStatistics(Many(), {1, kSamples}, thresholds, 0.001));
+    benchmark::DoNotOptimize(TakeEmgStatistics(trial, {1, kSamples}, thresholds, 0.001));
   }
 }
 
 void Delay(benchmark::State& state) {
   const ChannelList all = AllChannels();
+  Trial& trial = Many();
   for (auto _ : state) {
-    ShiftLeft(Many(), all, 48);
+    ShiftLeft(trial, all, 48);
     benchmark::ClobberMemory();
   }
 }
 
 void Integrate(benchmark::State& state) {
   const ChannelList all = AllChannels();
+  Trial& trial = Many();
   for (auto _ : state) {
-    RectifyAndIntegrate(Many(), all, 1e-3);
+    RectifyAndIntegrate(trial, all, 1e-3);
     benchmark::ClobberMemory();
   }
 }
@@ -114,8 +117,9 @@ void Filter(benchmark::State& state, bool envelope) {
   filter.Cutoffs.fill(6.0F);
   filter.Passes.fill(1);
   filter.ZeroLag.fill(true);
+  Trial& trial = Many();
   for (auto _ : state) {
-    FilterChannels(Many(), filter);
+    FilterChannels(trial, filter);
     benchmark::ClobberMemory();
   }
 }
@@ -149,8 +153,9 @@ void CountPlainly(benchmark::State& state) {
 }
 
 void Distribution(benchmark::State& state) {
+  Trial& trial = Long();
   for (auto _ : state) {
-    benchmark::DoNotOptimize(ComputeAmplitudeDistribution(Long(), 1, 100)->Apdf50);
+    benchmark::DoNotOptimize(ComputeAmplitudeDistribution(trial, 1, 100)->Apdf50);
   }
 }
 
