@@ -8,6 +8,22 @@
 
 namespace velmora {
 
+std::string_view KindName(CursorKind kind) {
+  switch (kind) {
+    case CursorKind::Cursor:
+      return "cursor";
+    case CursorKind::Threshold:
+      return "threshold";
+    case CursorKind::Onset:
+      return "onset";
+    case CursorKind::Offset:
+      return "offset";
+    case CursorKind::Value:
+      return "value";
+  }
+  return "";
+}
+
 std::string LabelWithUnits(std::string_view label, std::string_view units) {
   const std::string name = Trim(label);
   const std::string unit = Trim(units);

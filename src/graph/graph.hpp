@@ -22,6 +22,12 @@ enum class PointStyle { None, Dot, Star, SmallX, LargeX, Plus, Cross, Circle, Sq
 enum class TrackMode { None, PanXAndY, PanX, PanY, ZoomArea, DragCursors };
 enum class CrosshairStyle { None, Horizontal, Vertical, Both };
 
+/// What a line of a graph's list of cursors stands for. A person sets cursors; the others are marks that a
+/// command made, and the samples between the cursors do not depend on them.
+enum class CursorKind { Cursor, Threshold, Onset, Offset, Value };
+/// As the info names it: "cursor", "threshold", "onset", "offset", "value".
+std::string_view KindName(CursorKind kind);
+
 /// One channel against row 0.
 struct Plot {
   int Channel = 0;
@@ -58,6 +64,7 @@ struct GraphCursor {
   CrosshairStyle Crosshair = CrosshairStyle::Vertical;
   std::string Name;
   bool NameVisible = false;
+  CursorKind Kind = CursorKind::Cursor;
 };
 
 /// What names an axis or a trace: "Force (N)"; without units the label stands alone.
