@@ -9,9 +9,10 @@ bool OpenView::PressKey(const KeyPress& key) {
   return DoKey(key);
 }
 
-void OpenView::MoveCursor(int cursor, double x) {
-  const ActionScope action(Listener(), CursorMove{cursor, x});
-  DoMove(cursor, x);
+void OpenView::MoveCursor(int cursor, double x, int graph) {
+  const CursorMove move{cursor, x, graph};
+  const ActionScope action(Listener(), move);
+  DoMove(move);
 }
 
 void OpenView::Click(int graph) {

@@ -16,10 +16,12 @@ struct KeyPress {
   bool alt = false;
 };
 
-/// A cursor (from 1) that was dragged to x.
+/// A cursor (from 1) that was dragged to x, in the list of one graph (from 1). 0: of the graph that the view
+/// takes by itself; a cursor that all graphs have in common moves on all of them.
 struct CursorMove {
   int cursor = 1;
   double x = 0.0;
+  int graph = 0;
 };
 
 enum class Clicked { Once, Twice, Right };
@@ -46,9 +48,9 @@ class OpenView {
 
   /// Returns false when the view has no such key.
   bool PressKey(const KeyPress& key);
-  /// A cursor (from 1) was dragged to x. Throws std::out_of_range when there is none of that number,
-  /// std::invalid_argument when x is not finite.
-  void MoveCursor(int cursor, double x);
+  /// A cursor (from 1) was dragged to x, in the list of `graph`. Throws std::out_of_range when there is no such
+  /// cursor or graph, std::invalid_argument when x is not finite.
+  void MoveCursor(int cursor, double x, int graph = 0);
   /// Throw std::out_of_range when there is no such graph.
   void Click(int graph);
   void DoubleClick(int graph);
@@ -72,7 +74,7 @@ class OpenView {
  private:
   [[nodiscard]] virtual ActionListener* Listener() const = 0;
   virtual bool DoKey(const KeyPress& key) = 0;
-  virtual void DoMove(int cursor, double x) = 0;
+  virtual void DoMove(const CursorMove& move) = 0;
   virtual void DoClick(const GraphClick& click) = 0;
 };
 

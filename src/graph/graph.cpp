@@ -45,15 +45,41 @@ void Axis::SetMinMax(double minimum, double maximum) {
   Maximum = maximum;
 }
 
+void Axis::IncludeZero() {
+  if (Minimum > 0) {
+    Minimum = 0;
+  } else if (Maximum < 0) {
+    Maximum = 0;
+  }
+}
+
+void Axis::CentreOnZero() {
+  const double most = std::max(std::abs(Minimum), std::abs(Maximum));
+  SetMinMax(-most, most);
+}
+
 void Graph::PlotXY(const Trial& trial) {
   trial_ = &trial;
-  envelope_.Build(trial.matrix);
-  times_.Take(trial);
-  Plots.resize(static_cast<std::size_t>(trial.NChan));
-  for (int c = 1; c <= trial.NChan; ++c) {
+  if (plotted_.use_count() > 1) {  // others may show it until they are plotted again
+    plotted_ = std::make_shared<PlottedSamples>();
+  }
+  plotted_->envelope.Build(trial.matrix);
+  plotted_->times.Take(trial);
+  TakePlots();
+}
+
+void Graph::PlotAs(const Graph& other) {
+  trial_ = other.trial_;
+  plotted_ = other.plotted_;
+  TakePlots();
+}
+
+void Graph::TakePlots() {
+  Plots.resize(static_cast<std::size_t>(trial_->NChan));
+  for (int c = 1; c <= trial_->NChan; ++c) {
     Plot& plot = Plots[static_cast<std::size_t>(c - 1)];
     plot.Channel = c;
-    plot.Name = trial.ChanLabel[c];
+    plot.Name = trial_->ChanLabel[c];
   }
 }
 
@@ -86,7 +112,7 @@ void Graph::AutoScaleAbscissa() {
   if (trial_ == nullptr || trial_->NData == 0) {
     return;
   }
-  const Extremes times = envelope_.Whole(0);
+  const Extremes times = Envelope().Whole(0);
   if (times.Empty() || !std::isfinite(times.min) || !std::isfinite(times.max)) {
     return;
   }
@@ -104,7 +130,7 @@ void Graph::AutoScaleOrdinate() {
     return;
   }
   Extremes all;
-  const ColumnExtremes whole = envelope_.Columns(1, trial_->NData, 1);
+  const ColumnExtremes whole = Envelope().Columns(1, trial_->NData, 1);
   for (const Plot& plot : Plots) {
     if (plot.Visible) {
       const Extremes own = whole.At(0, plot.Channel);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,6 +55,10 @@ struct Axis {
   Colour GridColor = kGridGrey;
 
   void SetMinMax(double minimum, double maximum);
+  /// A range on one side of zero is drawn out to it.
+  void IncludeZero();
+  /// As far to both sides of zero as the farther end.
+  void CentreOnZero();
 };
 
 /// A line at XPosition (units of the abscissa), its handle at YPosition (units of the ordinate).
@@ -69,6 +74,12 @@ struct GraphCursor {
 
 /// What names an axis or a trace: "Force (N)"; without units the label stands alone.
 std::string LabelWithUnits(std::string_view label, std::string_view units);
+
+/// What the drawing asks of the samples; graphs of one trial have it in common.
+struct PlottedSamples {
+  EnvelopePyramid envelope;
+  SampleTimes times;
+};
 
 class Graph {
  public:
@@ -90,6 +101,8 @@ class Graph {
   /// their looks; axes and cursors stay. The trial must outlive the graph, and its samples must not
   /// change until they are plotted again.
   void PlotXY(const Trial& trial);
+  /// The same of what another graph plots, with which it shares the envelope: 64 graphs cost no more than one.
+  void PlotAs(const Graph& other);
 
   /// The selected channels are visible, all in the colours that the trial has for them.
   void Show(const ChannelFlags& selected);
@@ -116,8 +129,8 @@ class Graph {
   [[nodiscard]] int VisiblePlots() const;
   /// nullptr when none is visible.
   [[nodiscard]] const Plot* FirstVisible() const;
-  [[nodiscard]] const EnvelopePyramid& Envelope() const { return envelope_; }
-  [[nodiscard]] const SampleTimes& Times() const { return times_; }
+  [[nodiscard]] const EnvelopePyramid& Envelope() const { return plotted_->envelope; }
+  [[nodiscard]] const SampleTimes& Times() const { return plotted_->times; }
   /// What is plotted; nullptr before PlotXY.
   [[nodiscard]] const Trial* Plotted() const { return trial_; }
 
@@ -143,9 +156,10 @@ class Graph {
  private:
   std::vector<Plot*> Visible();
 
+  void TakePlots();
+
   const Trial* trial_ = nullptr;
-  EnvelopePyramid envelope_;
-  SampleTimes times_;
+  std::shared_ptr<PlottedSamples> plotted_ = std::make_shared<PlottedSamples>();
 };
 
 }  // namespace velmora

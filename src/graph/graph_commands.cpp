@@ -87,19 +87,28 @@ void OnView(Workbench& workbench) {
   (OpenSingleView(workbench).*procedure)();
 }
 
-template <void (*procedure)(Workbench&, SingleView&)>
+template <void (GraphView::*procedure)()>
+void OnGraphView(Workbench& workbench) {
+  (OpenGraphView(workbench).*procedure)();
+}
+
+template <void (*procedure)(Workbench&, GraphView&)>
 void WithView(Workbench& workbench) {
-  procedure(workbench, OpenSingleView(workbench));
+  procedure(workbench, OpenGraphView(workbench));
+}
+
+void SaveCursorPlaces(Workbench& workbench) {
+  SaveCursors(workbench, OpenSingleView(workbench));
 }
 
 template <Scale scale>
 void SetScale(Workbench& workbench) {
-  OpenSingleView(workbench).SetScale(scale);
+  OpenGraphView(workbench).SetScale(scale);
 }
 
 template <TrackMode mode>
 void SetTrack(Workbench& workbench) {
-  OpenSingleView(workbench).Drawing().Track = mode;
+  OpenGraphView(workbench).SetTrack(mode);
 }
 
 void ResetZoom(Workbench& workbench) {
@@ -109,8 +118,7 @@ void ResetZoom(Workbench& workbench) {
 }
 
 void ShowHelp(Workbench& workbench) {
-  OpenSingleView(workbench);
-  ShowKeyboardHelp(workbench);
+  OpenSingleView(workbench).ShowKeyList();
 }
 
 constexpr std::string_view kView = "&View";
@@ -128,10 +136,10 @@ constexpr std::array kGraphCommands = {
     Command{"view.save", "&Save to .VMB file", kFile, Needs::View, WithView<SaveRange>},
     Command{"style.save", "Save &Graphics Style", kFile, Needs::View, WithView<SaveStyle>},
     Command{"style.recall", "&Recall Graphics Style", kFile, Needs::View, WithView<RecallStyle>},
-    Command{"cursor.none", "None &0", kCursor, Needs::View, OnView<&SingleView::NoCursors>},
-    Command{"cursor.one", "One &1", kCursor, Needs::View, OnView<&SingleView::OneCursor>},
-    Command{"cursor.two", "Two &2", kCursor, Needs::View, OnView<&SingleView::TwoCursors>},
-    Command{"cursor.save-events", "Save cursor e&vents", kCursor, Needs::View, WithView<SaveCursors>},
+    Command{"cursor.none", "None &0", kCursor, Needs::View, OnGraphView<&GraphView::NoCursors>},
+    Command{"cursor.one", "One &1", kCursor, Needs::View, OnGraphView<&GraphView::OneCursor>},
+    Command{"cursor.two", "Two &2", kCursor, Needs::View, OnGraphView<&GraphView::TwoCursors>},
+    Command{"cursor.save-events", "Save cursor e&vents", kCursor, Needs::View, SaveCursorPlaces},
     Command{"cursor.values", "&View values at cursor", kCursor, Needs::View,
             OnView<&SingleView::ToggleValues>},
     Command{"cursor.horizontal", "Toggle &Horizontal cursor", kCursor, Needs::View,
@@ -150,9 +158,9 @@ constexpr std::array kGraphCommands = {
     Command{"help.keyboard", "&Keyboard functions (?)", kHelp, Needs::View, ShowHelp},
     Command{"view.exit", "E&xit", kButtons, Needs::View, CloseView},
     Command{"view.channels", "&Channels", kButtons, Needs::View, SelectChannels},
-    Command{"view.window", "&Window", kButtons, Needs::View, OnView<&SingleView::ToggleWindow>},
+    Command{"view.window", "&Window", kButtons, Needs::View, OnGraphView<&GraphView::ToggleWindow>},
     Command{"view.points", "&Points", kButtons, Needs::View, OnView<&SingleView::TogglePoints>},
-    Command{"view.reset", "&Reset", kButtons, Needs::View, OnView<&SingleView::Reset>},
+    Command{"view.reset", "&Reset", kButtons, Needs::View, OnGraphView<&GraphView::Reset>},
 };
 
 }  // namespace

@@ -58,6 +58,10 @@ class Writer {
     out_ << move.cursor;
     Key("x");
     Text(PlainNumber(move.x));
+    if (move.graph > 0) {
+      Key("graph");
+      out_ << move.graph;
+    }
   }
   void operator()(const GraphClick& click) {
     Key(click.how == Clicked::Once ? "click" : click.how == Clicked::Twice ? "double-click" : "right-click");

@@ -248,7 +248,7 @@ void Recorder::AddMove(const CursorMove& move) {
     if (before == nullptr) {
       break;
     }
-    if (before->cursor == move.cursor) {
+    if (before->cursor == move.cursor && before->graph == move.graph) {
       before->x = move.x;
       NoteWhatIsLeft(step);
       steps_.back().graph = step.graph;

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "emg/emg_statistics_form.hpp"
-#include "graph/single_view.hpp"
+#include "graph/graph_view.hpp"
 #include "impact/integral_form.hpp"
 
 namespace velmora {
@@ -20,7 +20,7 @@ void ShowIntegrals(Workbench& workbench) {
 // Sets StatLo and StatHi, then opens the table.
 template <void (*table)(Workbench&), Range range>
 void Show(Workbench& workbench) {
-  SingleView& view = OpenSingleView(workbench);
+  GraphView& view = OpenGraphView(workbench);
   workbench.TimeStep = 1.0 / workbench.trial.Rate;
   if (range == Range::BetweenCursors) {
     view.SetStatRange();

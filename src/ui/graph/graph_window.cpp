@@ -119,7 +119,7 @@ void GraphWindow::ConnectPlot() {
   });
   connect(plot_, &GraphWidget::rangeChosen, this, [this](const GraphRange& range) {
     if (SingleView* view = View()) {
-      view->ShowRange(range.left, range.right, range.bottom, range.top);
+      view->ShowRange(1, range.left, range.right, range.bottom, range.top);
       plot_->Redraw();
     }
   });
@@ -259,7 +259,7 @@ bool GraphWindow::StepByArrow(const KeyPress& key) {
   const double sign = (key.name == "Left" ? -1 : 1) * (key.shift ? kFar : 1.0);
   if (view.Cursors() == 0) {
     const double step = sign * kPan * width;
-    view.ShowRange(axis.Minimum + step, axis.Maximum + step, ordinate.Minimum, ordinate.Maximum);
+    view.ShowRange(1, axis.Minimum + step, axis.Maximum + step, ordinate.Minimum, ordinate.Maximum);
     plot_->Redraw();
     return true;
   }
