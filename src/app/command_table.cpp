@@ -22,6 +22,8 @@
 #include "graph/crop_commands.hpp"
 #include "graph/graph_commands.hpp"
 #include "graph/look_commands.hpp"
+#include "graph/multi/multi_commands.hpp"
+#include "graph/multi/multi_values.hpp"
 #include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
 #include "spectra/spectra_commands.hpp"
@@ -35,7 +37,7 @@ std::vector<Command> Assemble() {
   for (const std::span<const Command> folder :
        {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
         SmoothCommands(), BiasCommands(), TimeBaseCommands(), SpectraCommands(), EmgCommands(),
-        PlateCommands(), ImpactCommands(), GraphCommands(), LookCommands(), CropCommands(),
+        PlateCommands(), ImpactCommands(), GraphCommands(), MultiCommands(), LookCommands(), ValueCommands(), CropCommands(),
         StatisticsCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/questions/result_table.hpp"
@@ -110,6 +111,17 @@ struct GraphMemory {
   std::int32_t StatLo = 0;  // the samples a statistics form is to use
   std::int32_t StatHi = 0;
   bool ClipResetTime = false;
+  // Of the multi-axis graph.
+  bool MultiAxisMode = true;       // its dialogue was left for it and not for the single-axis graph
+  bool GraphCombinations = false;  // channels stand on graphs by numbers that were typed
+  bool ShowDeviations = false;     // the second channel of a graph is the standard deviation of the first
+  std::int16_t NGraphs = 0;
+  PerChannel<std::int16_t> GraphOfChannel{};  // from 1; 0: not shown
+  std::int32_t Layout = 0;                    // a GraphLayout
+  std::int32_t MultiScaleChoice = 0;          // autoscale, 1 to 4 standard deviations, no change
+  std::vector<std::pair<double, double>> GraphLimits;  // of the ordinates when a view was last left
+  bool PanningTold = false;
+  double SmallestIntegral = 0.0;  // in size; smaller ones are not reported
 };
 
 /// How texts were read.

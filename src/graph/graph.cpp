@@ -197,6 +197,13 @@ void Graph::AlternateLines() {
   }
 }
 
+void Graph::AlternateSolidAndDashed() {
+  int next = 0;
+  for (Plot* plot : Visible()) {
+    plot->Line = next++ % 2 == 0 ? LineStyle::Solid : LineStyle::Dashed;
+  }
+}
+
 void Graph::AlternatePoints() {
   int next = 0;
   for (Plot* plot : Visible()) {

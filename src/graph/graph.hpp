@@ -81,12 +81,29 @@ struct PlottedSamples {
   SampleTimes times;
 };
 
+/// The edges of bands of standard deviations, as a drawing asks for them. Rows count from 0 as in the samples'
+/// own matrix, of which row 0 is the same.
+struct BandEdges {
+  SampleMatrix matrix;
+  EnvelopePyramid envelope;
+};
+
+/// K standard deviations to both sides of a mean.
+struct DeviationBand {
+  int Channel = 0;    // of the mean
+  int SDChannel = 0;  // of the standard deviation
+  double K = 1.0;
+  int Low = 0;  // the row of the lower edge; the upper one is the next
+  std::shared_ptr<const BandEdges> Edges;
+};
+
 class Graph {
  public:
   std::vector<Plot> Plots;  // channel c is plot c - 1
   Axis Abscissa;
   Axis Ordinate;
   std::vector<GraphCursor> Cursors;  // cursor 1 first
+  std::vector<DeviationBand> Deviations;
   // What a result view adds; nobody drags these.
   std::vector<FormGraph::Mark> Marks;
   std::vector<FormGraph::Band> Bands;
@@ -142,6 +159,7 @@ class Graph {
   void HalveLines();
   /// Plot by plot the next style, from solid on and from dots on.
   void AlternateLines();
+  void AlternateSolidAndDashed();
   void AlternatePoints();
   /// What these give the k-th, from 0, of the visible plots.
   [[nodiscard]] static LineStyle HalvedLine(int k, int plots);

@@ -5,31 +5,15 @@
 #include <memory>
 
 #include "graph/graph_choose_form.hpp"
+#include "graph/multi/multi_commands.hpp"
+#include "graph/multi/multi_view.hpp"
+#include "graph/opening.hpp"
 #include "graph/single_view.hpp"
 #include "graph/view_saves.hpp"
 #include "graph/view_window.hpp"
 
 namespace velmora {
 namespace {
-
-bool ConfirmMany(Workbench& workbench) {
-  const ChannelFlags& selected = workbench.chooser.ChanSelected;
-  const auto end = selected.begin() + workbench.trial.NChan + 1;
-  if (std::count(selected.begin() + 1, end, true) <= 16) {
-    return true;
-  }
-  const Box box{.title = ">16 Channels Selected",
-                .text = "Press OK to confirm graphing greater than 16 signals.",
-                .icon = Icon::Question,
-                .buttons = {Button::OK, Button::Cancel}};
-  return workbench.questions.AskBox(box) == Button::OK;
-}
-
-void RestoreRate(Trial& trial) {
-  if (trial.Rate == 0.0) {
-    trial.Rate = trial.PreviousRate;
-  }
-}
 
 void OpenView(Workbench& workbench) {
   CloseView(workbench);
@@ -65,6 +49,10 @@ void OpenAll(Workbench& workbench) {
 }
 
 void ChangeChannels(Workbench& workbench) {
+  if (FindMultiView(workbench) != nullptr) {
+    ChangeMultiChannels(workbench);
+    return;
+  }
   SingleView& view = OpenSingleView(workbench);
   if (GraphChooseForm(workbench).Ask()) {
     view.SetMaximised(workbench.graph.GraphWindowMaximized);
@@ -108,16 +96,28 @@ void SetScale(Workbench& workbench) {
 
 template <TrackMode mode>
 void SetTrack(Workbench& workbench) {
-  OpenGraphView(workbench).SetTrack(mode);
+  if (MayPanOrZoom(workbench)) {
+    OpenGraphView(workbench).SetTrack(mode);
+  }
 }
 
 void ResetZoom(Workbench& workbench) {
+  if (FindMultiView(workbench) != nullptr) {
+    if (MayPanOrZoom(workbench)) {
+      OpenMultiView(workbench).ResetGraph();
+    }
+    return;
+  }
   SingleView& view = OpenSingleView(workbench);
   view.ShowAll();
   view.Drawing().Track = view.Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
 }
 
 void ShowHelp(Workbench& workbench) {
+  if (FindMultiView(workbench) != nullptr) {
+    OpenMultiView(workbench).ShowKeyList();
+    return;
+  }
   OpenSingleView(workbench).ShowKeyList();
 }
 

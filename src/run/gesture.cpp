@@ -4,7 +4,7 @@
 
 #include "core/files/files.hpp"
 #include "core/trial/helpers.hpp"
-#include "graph/single_view.hpp"
+#include "graph/multi/multi_view.hpp"
 #include "run/drawing.hpp"
 
 namespace velmora {
@@ -34,13 +34,15 @@ struct Gesture {
     }
   }
   void operator()(const ImageGesture& image) const {
-    const SingleView& view = OpenSingleView(workbench);
-    const std::string picture = LoadAndDraw({.graph = view.Drawing(),
+    const GraphView& view = OpenGraphView(workbench);
+    const MultiView* multi = FindMultiView(workbench);
+    const std::string picture = LoadAndDraw({.graph = view.Lead(),
                                              .title = view.TitleText(),
                                              .format = *PictureFormatOf(image.file),
                                              .width = image.width,
                                              .height = image.height,
-                                             .paper = image.white ? std::optional(kWhite) : std::nullopt});
+                                             .paper = image.white ? std::optional(kWhite) : std::nullopt,
+                                             .lanes = multi != nullptr ? LanesOf(*multi) : std::vector<Lane>{}});
     try {
       OutputFile file(image.file);
       file.Write(picture);

@@ -8,7 +8,7 @@
 #include "core/questions/picker.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
-#include "graph/single_view.hpp"
+#include "graph/graph_view.hpp"
 #include "run/answer_record.hpp"
 #include "run/graph_words.hpp"
 
@@ -33,7 +33,9 @@ constexpr std::array kNotKept = {"file.open-directory",
                                  "style.",
                                  "zoom.",
                                  "help.",
-                                 "view.points"};
+                                 "view.points",
+                                 "view.print",
+                                 "view.fix-double-keying"};
 
 bool IsKept(std::string_view id) {
   return std::none_of(kNotKept.begin(), kNotKept.end(),
@@ -190,8 +192,8 @@ void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {
   for (const RecordedStep& step : steps_) {
     views_ = std::max(views_, step.view);
   }
-  const auto* view = dynamic_cast<const SingleView*>(workbench_->view.get());
-  cursors_ = view != nullptr ? view->Drawing().Cursors.size() : 0;
+  const auto* view = dynamic_cast<const GraphView*>(workbench_->view.get());
+  cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
   if (onDone) {
     onDone(action_);
   }
@@ -265,11 +267,11 @@ void Recorder::NoteNewCursors() {
   if (workbench_->view != nullptr && !viewOpen_) {
     cursors_ = 0;
   }
-  const auto* view = dynamic_cast<const SingleView*>(workbench_->view.get());
+  const auto* view = dynamic_cast<const GraphView*>(workbench_->view.get());
   const std::size_t before = cursors_;
-  cursors_ = view != nullptr ? view->Drawing().Cursors.size() : 0;
+  cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
   for (std::size_t k = before; k < cursors_; ++k) {
-    AddMove({static_cast<int>(k + 1), view->Drawing().Cursors[k].XPosition});
+    AddMove({static_cast<int>(k + 1), view->Lead().Cursors[k].XPosition});
   }
 }
 
