@@ -63,6 +63,7 @@ void Graph::PlotXY(const Trial& trial) {
   if (plotted_.use_count() > 1) {  // others may show it until they are plotted again
     plotted_ = std::make_shared<PlottedSamples>();
   }
+  plotted_->columns.reset();
   plotted_->envelope.Build(trial.matrix);
   plotted_->times.Take(trial);
   TakePlots();
@@ -72,6 +73,14 @@ void Graph::PlotAs(const Graph& other) {
   trial_ = other.trial_;
   plotted_ = other.plotted_;
   TakePlots();
+}
+
+const ColumnExtremes& Graph::Columns(const std::vector<SampleSpan>& spans) const {
+  if (!plotted_->columns || plotted_->asked != spans) {
+    plotted_->columns = plotted_->envelope.Columns(std::span(spans));
+    plotted_->asked = spans;
+  }
+  return *plotted_->columns;
 }
 
 void Graph::TakePlots() {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,6 +80,9 @@ std::string LabelWithUnits(std::string_view label, std::string_view units);
 struct PlottedSamples {
   EnvelopePyramid envelope;
   SampleTimes times;
+  // The columns asked for last: graphs above each other all ask for the same.
+  std::vector<SampleSpan> asked;
+  std::optional<ColumnExtremes> columns;
 };
 
 /// The edges of bands of standard deviations, as a drawing asks for them. Rows count from 0 as in the samples'
@@ -147,6 +151,8 @@ class Graph {
   /// nullptr when none is visible.
   [[nodiscard]] const Plot* FirstVisible() const;
   [[nodiscard]] const EnvelopePyramid& Envelope() const { return plotted_->envelope; }
+  /// As EnvelopePyramid::Columns; until the next call of any graph of the same samples.
+  [[nodiscard]] const ColumnExtremes& Columns(const std::vector<SampleSpan>& spans) const;
   [[nodiscard]] const SampleTimes& Times() const { return plotted_->times; }
   /// What is plotted; nullptr before PlotXY.
   [[nodiscard]] const Trial* Plotted() const { return trial_; }

@@ -82,7 +82,7 @@ TEST_F(ViewStepsTest, WhatCannotBeDoneFailsItsStep) {
   Run(open + "  - view: {key: \"2\"}\n  - view: {key: Delete}\n");
   EXPECT_NE(Why().find("Delete Cursor?"), std::string::npos);
   Run(open + "  - view: {close: true}\n  - do: cursor.one\n");
-  EXPECT_NE(Why().find("no single-axis graph is open"), std::string::npos);
+  EXPECT_NE(Why().find("no graph is open"), std::string::npos);
   Run(open + "  - do: file.load\n    file: \"${out}/missing.vmb\"\n");
   EXPECT_EQ(run_->State().view, nullptr);  // with the trial goes its graph
 }

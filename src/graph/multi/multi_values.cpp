@@ -132,14 +132,18 @@ void ShowIntegralMarks(Workbench& workbench) {
 
 enum class Shown { Value, Time, Both };
 
+std::string WithUnits(const std::string& number, std::string_view units) {
+  return Trim(units).empty() ? number : number + " " + Trim(units);
+}
+
 std::string TextOf(const Workbench& workbench, std::int32_t sample, int channel, Shown shown) {
   const Trial& trial = workbench.trial;
-  const std::string value = FormatNumber(static_cast<double>(trial.Data(sample, channel)),
-                                         workbench.patterns.ValuePattern) +
-                            " " + Trim(trial.ChanUnits[channel].Text());
+  const std::string value = WithUnits(
+      FormatNumber(static_cast<double>(trial.Data(sample, channel)), workbench.patterns.ValuePattern),
+      trial.ChanUnits[channel].Text());
   const std::string time =
-      AbscissaText(workbench, PlaceOf(trial, sample), workbench.patterns.TimePattern) + " " +
-      AbscissaUnits(workbench);
+      WithUnits(AbscissaText(workbench, PlaceOf(trial, sample), workbench.patterns.TimePattern),
+                AbscissaUnits(workbench));
   return shown == Shown::Value ? value : shown == Shown::Time ? time : value + ", " + time;
 }
 

@@ -11,6 +11,24 @@
 #include "graph/view_window.hpp"
 
 namespace velmora {
+namespace {
+
+/// One channel names its ordinate; of several the units do, if they have them in common.
+std::string OrdinateCaption(const Trial& trial, const std::vector<int>& channels) {
+  if (channels.empty()) {
+    return {};
+  }
+  const std::string units = Trim(trial.ChanUnits[channels.front()].Text());
+  if (channels.size() == 1) {
+    return LabelWithUnits(trial.ChanLabel[channels.front()].Text(), units);
+  }
+  const bool common = std::all_of(channels.begin(), channels.end(), [&](int channel) {
+    return Trim(trial.ChanUnits[channel].Text()) == units;
+  });
+  return common ? units : "";
+}
+
+}  // namespace
 
 MultiView::MultiView(Workbench& workbench) : GraphView(workbench) {
   graphOf_ = workbench.graph.GraphOfChannel;
@@ -110,9 +128,7 @@ void MultiView::CaptionGraphs() {
       names += (names.empty() ? "" : ", ") + Trim(trial.ChanLabel[channel].Text());
     }
     GraphAt(graph).Title = names;
-    const int first = ChannelOf(graph);
-    GraphAt(graph).Ordinate.Caption =
-        first == 0 ? "" : LabelWithUnits(trial.ChanLabel[first].Text(), trial.ChanUnits[first].Text());
+    GraphAt(graph).Ordinate.Caption = OrdinateCaption(trial, ChannelsOf(graph));
   }
   CaptionAbscissa();
 }
