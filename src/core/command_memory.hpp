@@ -59,6 +59,27 @@ struct ThresholdMemory {
   PerChannel<double> ChanThreshold{};
   float SDMultiplier = 2.0F;  // standard deviations that a threshold lies above the mean
   bool ThresholdsValid = false;
+  bool BaselineTaken = false;  // mean and deviation are those of a region chosen for thresholds
+  std::string ThresholdsOf;
+};
+
+/// Where an event begins and ends in a channel, in seconds from the first sample.
+struct EventTimes {
+  static constexpr double kNone = -1.0;
+  double on = kNone;
+  double off = kNone;
+};
+using EventRecord = PerChannel<EventTimes>;  // index 0 is not used
+
+/// The table of events. It outlives the graph in which it is filled and ends with the trial.
+struct EventMemory {
+  std::vector<EventRecord> ChannelEvents;  // record 1 first
+  std::int32_t CurrentEvent = 0;           // the record that new times go to, from 1; 0: there is no table
+  bool EventTracking = false;
+  bool EventAmplitudes = false;  // a save writes amplitudes too
+  bool EventsUnsaved = false;
+
+  [[nodiscard]] std::int32_t NEvents() const { return static_cast<std::int32_t>(ChannelEvents.size()); }
 };
 
 /// The spectrum that was computed last: lists by harmonic, from subscript 0 to NHarm (of the FFT view to
