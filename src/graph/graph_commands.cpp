@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "events/event_files.hpp"
 #include "graph/graph_choose_form.hpp"
 #include "graph/multi/multi_commands.hpp"
 #include "graph/multi/multi_view.hpp"
@@ -113,6 +114,17 @@ void ResetZoom(Workbench& workbench) {
   view.Drawing().Track = view.Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
 }
 
+// A threshold line among the cursors is at no time.
+void SaveEvents(Workbench& workbench) {
+  std::vector<double> times;
+  for (const GraphCursor& cursor : OpenSingleView(workbench).Drawing().Cursors) {
+    if (cursor.Kind == CursorKind::Cursor) {
+      times.push_back(cursor.XPosition);
+    }
+  }
+  SaveCursorEvents(workbench, times);
+}
+
 void ShowHelp(Workbench& workbench) {
   if (FindMultiView(workbench) != nullptr) {
     OpenMultiView(workbench).ShowKeyList();
@@ -134,6 +146,7 @@ constexpr std::array kGraphCommands = {
     Command{"graph.all", "&Graph all Channels on Single-axis Graph", kView, Needs::Data, OpenAll},
     Command{"view.change-channels", "&Change selected channels", kFile, Needs::View, ChangeChannels},
     Command{"view.save", "&Save to .VMB file", kFile, Needs::View, WithView<SaveRange>},
+    Command{"view.save-events", "Save &Events (Cursors)", kFile, Needs::View, SaveEvents},
     Command{"style.save", "Save &Graphics Style", kFile, Needs::View, WithView<SaveStyle>},
     Command{"style.recall", "&Recall Graphics Style", kFile, Needs::View, WithView<RecallStyle>},
     Command{"cursor.none", "None &0", kCursor, Needs::View, OnGraphView<&GraphView::NoCursors>},

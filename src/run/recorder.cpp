@@ -143,6 +143,7 @@ void Recorder::Keep() {
   const bool failed = !workbench_->report.failures.empty();
   const bool did = DidAnything(workbench_->report.deeds);
   const Command* const* command = std::get_if<const Command*>(&action_);
+  begins_ = begins_ && (did || workbench_->trial.NData < 1);  // or it was called off, and the trial stays
   if (begins_) {
     steps_.clear();
     later_.clear();
@@ -284,6 +285,9 @@ void Recorder::NoteClosedView() {
 }
 
 void Recorder::Note(Answer answer, const std::string& title, bool cancels) {
+  if (begins_ && workbench_->events.EventTracking) {
+    return;  // it is about the events of the trial that is left
+  }
   std::vector<Answer>* answers = nullptr;
   if (auto* command = std::get_if<CommandStep>(&current_.steps.front().what)) {
     answers = &command->answers;
