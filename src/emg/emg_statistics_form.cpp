@@ -118,12 +118,11 @@ void EmgStatisticsForm::EnterThresholds() {
   if (!AskThresholds(workbench_, "Enter a threshold for computing zero-crossings, peak counts, or onsets.")) {
     return;
   }
-  ThresholdMemory& thresholds = workbench_.thresholds;
+  PerChannel<double> entered{};
   for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    thresholds.ChanThreshold[c] = std::fabs(workbench_.chooser.ChanConst[c]);
+    entered[c] = std::fabs(workbench_.chooser.ChanConst[c]);
   }
-  thresholds.ThresholdsValid = true;
-  thresholds.ThresholdsOf = workbench_.LoadedFile;
+  velmora::EnterThresholds(workbench_, entered);
   Compute();
 }
 

@@ -1,5 +1,6 @@
 #include "events/thresholds.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -32,6 +33,14 @@ bool ShowPicker(Workbench& workbench, std::string_view prompt) {
 
 std::string SDs(const Workbench& workbench) {
   return PlainNumber(workbench.thresholds.SDMultiplier) + " SD above the mean";
+}
+
+void Changed(Workbench& workbench) {
+  workbench.thresholds.ThresholdsValid = true;
+  workbench.thresholds.ThresholdsOf = workbench.LoadedFile;
+  if (workbench.view != nullptr) {
+    workbench.view->ThresholdsChanged();
+  }
 }
 
 void TellInvalid(Workbench& workbench) {
@@ -67,8 +76,7 @@ void MakeThresholds(Workbench& workbench) {
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
     thresholds.ChanThreshold[c] = thresholds.SDMultiplier * thresholds.ChanSD[c] + thresholds.ChanMean[c];
   }
-  thresholds.ThresholdsValid = true;
-  thresholds.ThresholdsOf = workbench.LoadedFile;
+  Changed(workbench);
   TellInvalid(workbench);
 }
 
@@ -111,24 +119,27 @@ void SetSDLevel(Workbench& workbench) {
   ShowThresholds(workbench);
 }
 
-void EditThresholds(Workbench& workbench) {
+void EnterThresholds(Workbench& workbench, const PerChannel<double>& entered) {
   ThresholdMemory& thresholds = workbench.thresholds;
+  ChannelList changed;
+  for (int c = 1; c <= workbench.trial.NChan; ++c) {
+    if (thresholds.ChanThreshold[c] != entered[c]) {
+      changed.push_back(c);
+    }
+    thresholds.ChanThreshold[c] = entered[c];
+  }
+  Changed(workbench);
+  DidEach(workbench, changed,
+          [&entered](int c) { return "Threshold " + PlainNumber(static_cast<float>(entered[c])); });
+}
+
+void EditThresholds(Workbench& workbench) {
   if (!AskThresholds(workbench, "Enter a threshold for computing EMG zero-crossings or onsets.")) {
     return;
   }
-  ChannelList edited;
-  for (int c = 1; c <= workbench.trial.NChan; ++c) {
-    const double entered = workbench.chooser.ChanConst[c];
-    if (thresholds.ChanThreshold[c] != entered) {
-      edited.push_back(c);
-    }
-    thresholds.ChanThreshold[c] = entered;
-  }
-  thresholds.ThresholdsValid = true;
-  thresholds.ThresholdsOf = workbench.LoadedFile;
-  DidEach(workbench, edited, [&thresholds](int c) {
-    return "Threshold " + PlainNumber(static_cast<float>(thresholds.ChanThreshold[c]));
-  });
+  PerChannel<double> entered{};
+  std::copy(workbench.chooser.ChanConst.begin(), workbench.chooser.ChanConst.end(), entered.begin());
+  EnterThresholds(workbench, entered);
 }
 
 void ReadThresholds(Workbench& workbench) {

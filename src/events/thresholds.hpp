@@ -32,6 +32,9 @@ void CalculateThresholds(Workbench& workbench, SampleRange region);
 /// "Set SD Level": another magnitude on the baseline that was taken last.
 void SetSDLevel(Workbench& workbench);
 
+/// The thresholds of channels 1 to NChan become these. Tells which are others than before.
+void EnterThresholds(Workbench& workbench, const PerChannel<double>& entered);
+
 /// "Edit threshold level(s)".
 void EditThresholds(Workbench& workbench);
 

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "core/trial/abscissa.hpp"
+#include "graph/threshold_lines.hpp"
 
 namespace velmora {
 
@@ -24,6 +25,22 @@ const Graph& GraphView::GraphAt(int graph) const {
 
 void GraphView::Leave() {
   workbench_.graph.GraphWindowMaximized = maximised_;
+}
+
+void GraphView::ThresholdsChanged() {
+  if (ThresholdsShown(*this)) {
+    ShowThresholdLines(*this, workbench_.thresholds);
+  }
+}
+
+std::vector<int> GraphView::ThresholdChannels(int graph) const {
+  std::vector<int> channels;
+  for (const Plot& plot : GraphAt(graph).Plots) {
+    if (plot.Visible) {
+      channels.push_back(plot.Channel);
+    }
+  }
+  return channels;
 }
 
 void GraphView::ClearLooks(Graph& graph) {
@@ -83,8 +100,7 @@ void GraphView::TakeStyles() {
 }
 
 void GraphView::CaptionAbscissa() {
-  const std::string caption =
-      LabelWithUnits(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
+  const std::string caption = LabelWithUnits(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
   for (Graph& graph : graphs_) {
     graph.Abscissa.Clock = workbench_.time.Base == TimeBase::HhMmSs;
     graph.Abscissa.Caption = caption;

@@ -26,7 +26,8 @@ enum class Scale : std::int32_t {
 /// What the single-axis and the multi-axis graph have in common: graphs on one abscissa, the cursors from
 /// which the program learns a selection (CursorLo, CursorHi), the view window, looks. Graphs count from 1.
 ///
-/// In a graph's list the cursors of a person come first; lines and marks that commands made stand behind them.
+/// In a graph's list the cursors of a person come first; lines and marks that commands made stand behind
+/// them.
 class GraphView : public OpenView {
  public:
   explicit GraphView(Workbench& workbench);
@@ -52,6 +53,9 @@ class GraphView : public OpenView {
   [[nodiscard]] virtual std::string StyleName(int graph) const = 0;
 
   void Leave() override;
+  void ThresholdsChanged() override;
+  /// The channels for which a graph has a line at the threshold, while these are shown.
+  [[nodiscard]] virtual std::vector<int> ThresholdChannels(int graph) const;
 
   // Drawing.
   /// Plots the samples anew and shows the view window; looks and cursors stay.
@@ -86,8 +90,8 @@ class GraphView : public OpenView {
 
   // The view window.
   void ToggleWindow();
-  /// As Graph::ShowRange of one graph; the abscissa is that of all. Until all is shown again pans step by what
-  /// the abscissa shows.
+  /// As Graph::ShowRange of one graph; the abscissa is that of all. Until all is shown again pans step by
+  /// what the abscissa shows.
   void ShowRange(int graph, double left, double right, double bottom, double top);
   virtual void PanForward(bool toEnd) = 0;
   virtual void PanBack(bool toStart) = 0;

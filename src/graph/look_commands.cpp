@@ -3,6 +3,7 @@
 #include <array>
 
 #include "graph/graph_view.hpp"
+#include "graph/threshold_lines.hpp"
 
 namespace velmora {
 namespace {
@@ -101,6 +102,15 @@ void OnGraphs(Workbench& workbench) {
   }
 }
 
+void ToggleThresholds(Workbench& workbench) {
+  ToggleThresholdLines(OpenGraphView(workbench), workbench.thresholds);
+}
+
+bool ShowsThresholds(const Workbench& workbench) {
+  const auto* view = dynamic_cast<const GraphView*>(workbench.view.get());
+  return view != nullptr && ThresholdsShown(*view);
+}
+
 constexpr std::string_view kGrid = "&Single-axis graph/&Grid";
 constexpr std::string_view kBack = "&Single-axis graph/&Background";
 constexpr std::string_view kAbscissa = "&Single-axis graph/&Abscissa";
@@ -129,6 +139,8 @@ constexpr std::array kLookCommands = {
             ToggleCaption<&Graph::Abscissa>},
     Command{"grid.ordinate-label", "Add/remove &Ordinate label", kGrid, Needs::View,
             ToggleCaption<&Graph::Ordinate>},
+    Command{"grid.thresholds", "&Include thresholds", kGrid, Needs::View, ToggleThresholds, nullptr,
+            ShowsThresholds},
     Command{"grid.sidebar", "Add/remove &Sidebar", kGrid, Needs::View, Toggle<&Graph::SidebarVisible>},
     Command{"grid.default", "&Default", kGrid, Needs::View, SetDefaults},
     BackgroundCommand<0>(),

@@ -86,6 +86,7 @@ void SingleView::SetDefaultLooks() {
 
 void SingleView::ShowChannels() {
   GraphView::ShowChannels(Lead(), workbench_.chooser.ChanSelected);
+  ThresholdsChanged();
 }
 
 void SingleView::CaptionOrdinate(bool onlyOfOne) {

@@ -19,7 +19,10 @@ struct Gesture {
       throw std::invalid_argument("the graph has no key \"" + key.name + "\"");
     }
   }
-  void operator()(const CursorMove& move) const { workbench.view->MoveCursor(move.cursor, move.x, move.graph); }
+  void operator()(const CursorMove& move) const {
+    workbench.view->MoveCursor(move.cursor, move.x, move.graph);
+  }
+  void operator()(const ThresholdMove& move) const { workbench.view->MoveThreshold(move.graph, move.y); }
   void operator()(const GraphClick& click) const {
     switch (click.how) {
       case Clicked::Once:

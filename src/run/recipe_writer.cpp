@@ -63,6 +63,12 @@ class Writer {
       out_ << move.graph;
     }
   }
+  void operator()(const ThresholdMove& move) {
+    Key("threshold");
+    out_ << move.graph;
+    Key("y");
+    Text(PlainNumber(move.y));
+  }
   void operator()(const GraphClick& click) {
     Key(click.how == Clicked::Once ? "click" : click.how == Clicked::Twice ? "double-click" : "right-click");
     out_ << click.graph;

@@ -168,6 +168,10 @@ void Recorder::Add(bool did) {
     AddMove(*move);
     return;
   }
+  if (const auto* move = std::get_if<ThresholdMove>(&action_)) {
+    AddThreshold(*move);
+    return;
+  }
   if (steps_.empty() && !begins_) {
     return;
   }
@@ -255,6 +259,21 @@ void Recorder::AddMove(const CursorMove& move) {
       before->x = move.x;
       NoteWhatIsLeft(step);
       steps_.back().graph = step.graph;
+      return;
+    }
+  }
+  if (!steps_.empty()) {
+    NoteWhatIsLeft(AddView(move));
+  }
+}
+
+// A line that is dragged on is one move, too.
+void Recorder::AddThreshold(const ThresholdMove& move) {
+  if (steps_.size() > (later_.empty() ? 0 : place_)) {
+    auto* view = std::get_if<ViewStep>(&steps_.back().steps.front().what);
+    auto* before = view != nullptr ? std::get_if<ThresholdMove>(&view->what) : nullptr;
+    if (before != nullptr && before->graph == move.graph) {
+      before->y = move.y;
       return;
     }
   }

@@ -154,6 +154,9 @@ void Apply(Workbench& workbench, const std::vector<Row>& rows) {
   workbench.thresholds.ThresholdsOf = workbench.LoadedFile;
   workbench.filters.LastHighPassOf = workbench.filters.LastLowPassOf = workbench.LoadedFile;
   MarkChanged(workbench, true);
+  if (workbench.view != nullptr) {
+    workbench.view->ThresholdsChanged();
+  }
 }
 
 }  // namespace

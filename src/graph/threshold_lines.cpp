@@ -1,0 +1,54 @@
+#include "graph/threshold_lines.hpp"
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+bool IsLine(const GraphCursor& cursor) {
+  return cursor.Kind == CursorKind::Threshold;
+}
+
+}  // namespace
+
+bool ThresholdsShown(const GraphView& view) {
+  const auto graphs = view.Graphs();
+  return std::any_of(graphs.begin(), graphs.end(), [](const Graph& graph) {
+    return std::any_of(graph.Cursors.begin(), graph.Cursors.end(), IsLine);
+  });
+}
+
+void ShowThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
+  constexpr Colour kOrange = 0x80C0FF;
+  const int cursors = view.Cursors();
+  for (int g = 1; g <= view.NGraphs(); ++g) {
+    std::vector<GraphCursor>& list = view.GraphAt(g).Cursors;
+    std::erase_if(list, IsLine);
+    auto place = list.begin() + std::min(cursors, static_cast<int>(list.size()));
+    for (const int channel : view.ThresholdChannels(g)) {
+      GraphCursor line;
+      line.YPosition = thresholds.ChanThreshold[channel];
+      line.Color = kOrange;
+      line.Crosshair = CrosshairStyle::Horizontal;
+      line.Kind = CursorKind::Threshold;
+      place = list.insert(place, line) + 1;
+    }
+  }
+}
+
+void ToggleThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
+  if (!ThresholdsShown(view)) {
+    ShowThresholdLines(view, thresholds);
+    return;
+  }
+  for (Graph& graph : view.Graphs()) {
+    std::erase_if(graph.Cursors, IsLine);
+  }
+}
+
+GraphCursor* ThresholdLineOf(Graph& graph) {
+  const auto line = std::find_if(graph.Cursors.begin(), graph.Cursors.end(), IsLine);
+  return line == graph.Cursors.end() ? nullptr : &*line;
+}
+
+}  // namespace velmora
