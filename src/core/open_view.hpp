@@ -70,6 +70,10 @@ class OpenView {
   virtual bool TrialChanged() = 0;
   /// Thresholds were made, entered or read.
   virtual void ThresholdsChanged() {}
+  /// The table of events is another.
+  virtual void EventsChanged() {}
+  /// A person wants to leave. Returns false to stay.
+  virtual bool MayLeave() { return true; }
   /// The last call: keeps what outlives the view.
   virtual void Leave() = 0;
 

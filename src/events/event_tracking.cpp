@@ -3,6 +3,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "dsp/channel_list.hpp"
 #include "events/event_files.hpp"
 #include "events/event_table.hpp"
 
@@ -17,6 +18,13 @@ std::string Place(const Workbench& workbench) {
   return std::to_string(workbench.events.CurrentEvent) + " of " + std::to_string(workbench.events.NEvents());
 }
 
+void Changed(Workbench& workbench, const std::string& words, const ChannelList& channels = {}) {
+  Did(workbench, words, channels);
+  if (workbench.view != nullptr) {
+    workbench.view->EventsChanged();
+  }
+}
+
 void Start(Workbench& workbench) {
   const Button answer = workbench.questions.AskBox(
       {.title = "Start Onset/Event Recording",
@@ -27,7 +35,8 @@ void Start(Workbench& workbench) {
     return;
   }
   StartTracking(workbench.events, answer == Button::Yes);
-  Did(workbench, answer == Button::Yes ? "Event tracking, times and amplitudes" : "Event tracking, times");
+  Changed(workbench,
+          answer == Button::Yes ? "Event tracking, times and amplitudes" : "Event tracking, times");
 }
 
 template <typename Move>
@@ -37,7 +46,7 @@ void Step(Workbench& workbench, const Move& move) {
     move(workbench.events);
   }
   if (workbench.events.CurrentEvent != before) {
-    Did(workbench, "Event " + Place(workbench));
+    Changed(workbench, "Event " + Place(workbench));
   }
 }
 
@@ -65,13 +74,13 @@ void ToggleTracking(Workbench& workbench) {
   const std::string lost =
       events.EventsUnsaved ? ", " + CountOf(events.NEvents(), "record") + " discarded unsaved" : "";
   StopTracking(events);
-  Did(workbench, "Event tracking ended" + lost);
+  Changed(workbench, "Event tracking ended" + lost);
 }
 
 void InsertEvent(Workbench& workbench) {
   if (Tracks(workbench)) {
     AddEvent(workbench.events);
-    Did(workbench, "Event " + Place(workbench) + " added");
+    Changed(workbench, "Event " + Place(workbench) + " added");
   }
 }
 
@@ -86,7 +95,7 @@ void AskDeleteEvent(Workbench& workbench) {
                                                     .buttons = {Button::Yes, Button::No}});
   if (answer == Button::Yes) {
     DeleteEvent(workbench.events);
-    Did(workbench, "Event " + number + " deleted");
+    Changed(workbench, "Event " + number + " deleted");
   }
 }
 
@@ -113,6 +122,17 @@ bool MayRecordAll(Workbench& workbench) {
                                      .text = "Do you want to record the results for all windows?",
                                      .icon = Icon::Question,
                                      .buttons = {Button::Yes, Button::No}}) == Button::Yes;
+}
+
+void RecordTimes(Workbench& workbench, const std::vector<ChannelTimes>& recorded) {
+  ChannelList channels;
+  for (const ChannelTimes& one : recorded) {
+    RecordEvent(workbench.events, one.channel, one.times);
+    channels.push_back(one.channel);
+  }
+  if (!channels.empty()) {
+    Changed(workbench, "Event " + Place(workbench) + " recorded", channels);
+  }
 }
 
 std::string EventLine(const Workbench& workbench, int channel) {

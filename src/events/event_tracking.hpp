@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/workbench.hpp"
 
@@ -27,6 +28,14 @@ void ChooseEvent(Workbench& workbench, std::int32_t event);
 
 /// A current record that already has times may be overwritten: asked under "Record All Events".
 bool MayRecordAll(Workbench& workbench);
+
+struct ChannelTimes {
+  int channel = 1;
+  EventTimes times;
+};
+
+/// Puts these into the current record; nothing when there are none. Tracking must be on.
+void RecordTimes(Workbench& workbench, const std::vector<ChannelTimes>& recorded);
 
 /// The line of a channel (from 1) in a sidebar: current record, on and off time with the values there.
 std::string EventLine(const Workbench& workbench, int channel);

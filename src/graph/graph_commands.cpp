@@ -169,7 +169,7 @@ constexpr std::array kGraphCommands = {
     Command{"zoom.reset", "&Reset (default)", kZoom, Needs::View, ResetZoom},
     Command{"zoom.disable", "&Disable mouse", kZoom, Needs::View, SetTrack<TrackMode::None>},
     Command{"help.keyboard", "&Keyboard functions (?)", kHelp, Needs::View, ShowHelp},
-    Command{"view.exit", "E&xit", kButtons, Needs::View, CloseView},
+    Command{"view.exit", "E&xit", kButtons, Needs::View, LeaveView},
     Command{"view.channels", "&Channels", kButtons, Needs::View, SelectChannels},
     Command{"view.window", "&Window", kButtons, Needs::View, OnGraphView<&GraphView::ToggleWindow>},
     Command{"view.points", "&Points", kButtons, Needs::View, OnView<&SingleView::TogglePoints>},

@@ -13,7 +13,7 @@ namespace {
 struct Gesture {
   Workbench& workbench;
 
-  void operator()(const CloseGesture& /*close*/) const { CloseView(workbench); }
+  void operator()(const CloseGesture& /*close*/) const { LeaveView(workbench); }
   void operator()(const KeyPress& key) const {
     if (!workbench.view->PressKey(key)) {
       throw std::invalid_argument("the graph has no key \"" + key.name + "\"");

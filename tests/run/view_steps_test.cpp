@@ -93,6 +93,8 @@ TEST_F(ViewStepsTest, AStepThatIsNoGestureIsRefusedBeforeAnythingRuns) {
                            "{move: 1}",
                            "{key: A, x: 1}",
                            "{move: 0, x: 1}",
+                           "{threshold: 1}",
+                           "{key: A, y: 1}",
                            "{move: 1, x: nan}",
                            "{move: 1, x: 1e999}",
                            "{close: false}",

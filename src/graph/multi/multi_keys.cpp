@@ -2,6 +2,7 @@
 #include <array>
 
 #include "core/text/text.hpp"
+#include "graph/multi/multi_events.hpp"
 #include "graph/multi/multi_view.hpp"
 #include "graph/view_keys.hpp"
 
@@ -24,24 +25,14 @@ constexpr const char* kKeyboardList =
     "    Ctrl-End = backward 1 Event record";
 
 constexpr std::array kKeys = {
-    "LEFT", "RIGHT",  "UP",         "DOWN", "PAGEUP",   "PAGEDOWN", "HOME", "END", "SCROLLLOCK", "DELETE",
-    "INSERT", "0",    "1",          "2",    "C",        "D",        "E",    "F",   "I",          "L",
-    "M",    "O",      "P",          "R",    "T",        "W",        "X",    "Z",   "F1",         "?",
-    "/",    "SLASH",  "QUESTION",   "F2",   "F3",       "F4",       "F5",   "F6",  "F7",         "F9",
-    "F10"};
+    "LEFT", "RIGHT", "UP", "DOWN", "PAGEUP", "PAGEDOWN", "HOME", "END", "SCROLLLOCK", "DELETE", "INSERT",
+    "0",    "1",     "2",  "C",    "D",      "E",        "F",    "I",   "L",          "M",      "O",
+    "P",    "R",     "T",  "W",    "X",      "Z",        "F1",   "?",   "/",          "SLASH",  "QUESTION",
+    "F2",   "F3",    "F4", "F5",   "F6",     "F7",       "F9",   "F10"};
 
 bool IsKey(std::string_view name) {
   return std::find(kKeys.begin(), kKeys.end(), name) != kKeys.end();
 }
-
-/// Keys that are a command of the menus.
-struct CommandKey {
-  std::string_view key;
-  std::string_view id;
-};
-constexpr std::array kCommandKeys = {CommandKey{"O", "cursor.onsets"}, CommandKey{"T", "threshold.change"},
-                                     CommandKey{"F9", "event.open"}, CommandKey{"INSERT", "event.add"},
-                                     CommandKey{"F10", "event.save"}};
 
 }  // namespace
 
@@ -61,23 +52,6 @@ bool MultiView::DoKey(const KeyPress& key) {
     return true;
   }
   return PressEventKey(key, name) || PressOwnKey(key, name) || PressCommonKey(key, name);
-}
-
-bool MultiView::PressEventKey(const KeyPress& key, const std::string& name) {
-  const auto command = std::find_if(kCommandKeys.begin(), kCommandKeys.end(),
-                                    [&name](const CommandKey& entry) { return entry.key == name; });
-  if (command != kCommandKeys.end()) {
-    Run(command->id);
-    return true;
-  }
-  // Records of events go by keys alone.
-  if (name == "DELETE") {
-    return true;
-  }
-  if (key.ctrl && (name == "HOME" || name == "END")) {
-    return true;
-  }
-  return false;
 }
 
 // A command may close the view: nothing of it is asked afterwards.
@@ -122,7 +96,9 @@ void MultiView::Interpolate() {
 void MultiView::DoClick(const GraphClick& click) {
   Select(click.graph);
   if (click.how == Clicked::Right) {
-    Run("event.store");
+    RecordAll(workbench_, *this);
+  } else if (click.how == Clicked::Twice) {
+    RecordGraph(workbench_, *this, click.graph);
   }
 }
 

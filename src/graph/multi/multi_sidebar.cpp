@@ -28,10 +28,6 @@ std::string CountLine(double count) {
 
 }  // namespace
 
-std::vector<std::string> MultiView::SidebarHead() const {
-  return {};
-}
-
 std::vector<std::string> MultiView::SidebarLines() const {
   std::vector<std::string> lines = SidebarHead();
   const Trial& trial = workbench_.trial;

@@ -142,6 +142,8 @@ void MultiView::Load() {
   NoCursors();
   SetTrack(TrackMode::None);
   ShowWindow();
+  ThresholdsChanged();
+  ShowEvents();
   scale_ = MultiScale::Auto;
   ScaleAnew();
   constexpr std::int32_t kNoChange = 5;
@@ -157,6 +159,8 @@ void MultiView::Replot() {
   TakeGraphs();
   PlotGraphs();
   CaptionGraphs();
+  ThresholdsChanged();
+  ShowEvents();
   windowMode_ = false;
   SettleViewWindow(workbench_, LongPan::Window);
   ShowWindow();

@@ -23,8 +23,8 @@ enum class MultiScale : std::int32_t {
   MinMax
 };
 
-/// The multi-axis graph: the chosen channels on a stack of graphs with one abscissa and two cursors in common.
-/// A graph number that no channel has is a gap: it is not drawn, and the others keep their numbers.
+/// The multi-axis graph: the chosen channels on a stack of graphs with one abscissa and two cursors in
+/// common. A graph number that no channel has is a gap: it is not drawn, and the others keep their numbers.
 class MultiView : public GraphView {
  public:
   /// Opens on `workbench.graph.GraphOfChannel` and the settings beside it.
@@ -49,7 +49,11 @@ class MultiView : public GraphView {
   [[nodiscard]] std::vector<std::string> SidebarLines() const;
 
   bool TrialChanged() override;
+  /// Unsaved events are asked about.
+  bool MayLeave() override;
   void Leave() override;
+  void EventsChanged() override { ShowEvents(); }
+  [[nodiscard]] std::vector<int> ThresholdChannels(int graph) const override;
 
   // Drawing.
   /// Plots the trial with the default looks and no cursors.
@@ -84,6 +88,7 @@ class MultiView : public GraphView {
  private:
   bool DoKey(const KeyPress& key) override;
   void DoMove(const CursorMove& move) override;
+  void DoMoveThreshold(const ThresholdMove& move) override;
   void DoClick(const GraphClick& click) override;
   bool PressEventKey(const KeyPress& key, const std::string& name);
   bool PressOwnKey(const KeyPress& key, const std::string& name);
@@ -94,6 +99,7 @@ class MultiView : public GraphView {
   void TakeGraphs();
   void PlotGraphs();
   void CaptionGraphs();
+  void ShowEvents();
   void AutoScale(Graph& graph) const;
   void ScaleAnew();
   [[nodiscard]] double PanStep() const;
