@@ -37,8 +37,9 @@ constexpr std::array kNotKept = {"file.open-directory",
                                  "view.print",
                                  "view.fix-double-keying"};
 
+// A threshold is changed by means of its line, so what shows the lines is more than a look of the graph.
 bool IsKept(std::string_view id) {
-  return std::none_of(kNotKept.begin(), kNotKept.end(),
+  return id == "grid.thresholds" || std::none_of(kNotKept.begin(), kNotKept.end(),
                       [id](const char* prefix) { return id.starts_with(prefix); });
 }
 

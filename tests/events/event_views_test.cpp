@@ -245,6 +245,41 @@ TEST_F(EventViewsTest, WithoutWhatTheyNeedCommandsDoNothing) {
   EXPECT_EQ(Why(), "there is no threshold line in graph 1");
 }
 
+// Its lines are no cursors: what is selected, saved and counted stays.
+TEST_F(EventViewsTest, TheSingleAxisGraphShowsALineForEachChannel) {
+  Run(kOpen + std::string(kRest) + kThresholds + R"(
+  - do: graph.single
+    answers: [form: {channels: [1, 3]}]
+  - do: grid.thresholds
+  - view: {key: "2"}
+  - view: {move: 1, x: 0.5}
+  - info: "${out}/lines.json"
+  - do: window-stats.emg
+    answers:
+      - form: {press: Calculate thresholds}
+      - input: "4"
+      - pick: {}
+      - form: {press: Exit}
+  - info: "${out}/emg.json"
+  - do: view.save-events
+    answers: [file: "${out}/walk.evt"]
+  - do: grid.thresholds
+  - info: "${out}/none.json"
+)");
+  ASSERT_EQ(Why(), "all ran");
+  const json lines = Info("lines.json");
+  ASSERT_EQ(lines["view"]["cursors"].size(), 4U);
+  EXPECT_EQ(lines["view"]["cursors"][2]["y"], lines["channels"][1]["ChanThreshold"]);
+  EXPECT_EQ(lines["view"]["cursors"][3]["y"], lines["channels"][3]["ChanThreshold"]);
+  EXPECT_EQ(lines["CursorLo"], 6);
+  const json emg = Info("emg.json");
+  EXPECT_NE(emg["channels"][1]["ChanThreshold"], lines["channels"][1]["ChanThreshold"]);
+  EXPECT_EQ(emg["view"]["cursors"][2]["y"], emg["channels"][1]["ChanThreshold"]);
+  const std::string events = ReadFile(directory_.Path("walk.evt"));
+  EXPECT_EQ(std::count(events.begin(), events.end(), '\n'), 6);  // two cursors
+  EXPECT_EQ(Info("none.json")["view"]["cursors"].size(), 2U);
+}
+
 // A region of one sample has no deviation, one with NaN neither: that is told, and no onset is found.
 TEST_F(EventViewsTest, ThresholdsThatAreNoNumbersAreTold) {
   Run(kOpen + std::string("  - view: {key: \"1\"}\n  - view: {move: 1, x: 0}\n") + kThresholds +
