@@ -26,6 +26,10 @@ bool Inside(const QRectF& rect, double column) {
   return column >= rect.left() && column <= rect.right() + 1;
 }
 
+QString NameOf(const Graph& graph, const Plot& plot) {
+  return QString::fromStdString(LabelWithUnits(plot.Name, graph.Plotted()->ChanUnits[plot.Channel].Text()));
+}
+
 // A tag that hangs from the top edge and points down along the line.
 QPolygonF Handle(double column, double top) {
   const double shoulder = top + kHandleHeight - kHandleHalf;
@@ -90,6 +94,7 @@ void StackOverlay::draw(QCPPainter* painter) {
   if (stack_->ShownLanes().empty()) {
     return;
   }
+  DrawHeading(*painter);
   DrawTint(*painter);
   for (const StackPlot::Shown& shown : stack_->ShownLanes()) {
     painter->save();
@@ -100,6 +105,24 @@ void StackOverlay::draw(QCPPainter* painter) {
   DrawSelection(*painter);
   DrawCommon(*painter);
   DrawTag(*painter);
+  if (!band_.isEmpty()) {
+    painter->setPen(QPen(Foreground(background_), 1, Qt::DashLine));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(band_);
+  }
+}
+
+void StackOverlay::DrawHeading(QCPPainter& painter) const {
+  constexpr int kMargin = 14;
+  QFont bold = stack_->font();
+  bold.setBold(true);
+  const QFontMetrics metrics(bold);
+  const QRect place(stack_->viewport().left() + kMargin, stack_->viewport().top() + 7,
+                    stack_->viewport().width() - 2 * kMargin, metrics.height());
+  painter.setFont(bold);
+  painter.setPen(Foreground(background_));
+  painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop,
+                   metrics.elidedText(stack_->Heading(), Qt::ElideMiddle, place.width()));
 }
 
 void StackOverlay::DrawTint(QCPPainter& painter) const {
@@ -224,7 +247,7 @@ QRectF StackOverlay::LabelPlace(const StackPlot::Shown& shown) const {
   const QFontMetrics metrics(stack_->font());
   int width = metrics.horizontalAdvance(QString::number(shown.lane.number)) + 16;
   for (const Plot& plot : graph.Plots) {
-    width += plot.Visible ? metrics.horizontalAdvance(QString::fromStdString(plot.Name).trimmed()) + 10 : 0;
+    width += plot.Visible ? metrics.horizontalAdvance(NameOf(graph, plot)) + 10 : 0;
   }
   const QRectF rect(shown.rect->rect());
   return QRectF(rect.left() + 1, rect.top() + 1, width, metrics.height()) & rect;
@@ -249,7 +272,7 @@ void StackOverlay::DrawNames(QCPPainter& painter, const StackPlot::Shown& shown)
   write(QString::number(shown.lane.number), quiet);
   for (const Plot& plot : shown.lane.graph->Plots) {
     if (plot.Visible) {
-      write(QString::fromStdString(plot.Name).trimmed(), TraceColour(plot, background_));
+      write(NameOf(*shown.lane.graph, plot), TraceColour(plot, background_));
     }
   }
 }

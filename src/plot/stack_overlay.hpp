@@ -24,6 +24,8 @@ class StackOverlay : public QCPLayerable {
   [[nodiscard]] Hit At(const QPointF& place) const;
   /// The line that is dragged, with what is shown beside it; nothing when it is no hit.
   void SetDragged(const Hit& dragged, const QString& text);
+  /// The area of a zoom that is being drawn; empty: none.
+  void SetBand(const QRectF& band) { band_ = band; }
   [[nodiscard]] QRectF LabelPlace(const StackPlot::Shown& shown) const;
 
  protected:
@@ -42,11 +44,13 @@ class StackOverlay : public QCPLayerable {
   void DrawNames(QCPPainter& painter, const StackPlot::Shown& shown) const;
   void DrawSelection(QCPPainter& painter) const;
   void DrawTag(QCPPainter& painter) const;
+  void DrawHeading(QCPPainter& painter) const;
   [[nodiscard]] QRectF Extent() const;
   [[nodiscard]] QColor Ground(int alpha) const;
 
   StackPlot* stack_;
   Colour background_ = kBlack;
+  QRectF band_;
   Hit dragged_;
   QString text_;
 };

@@ -17,7 +17,7 @@ constexpr int kGap = 4;           // between lanes
 constexpr int kRight = 14;
 constexpr int kTop = 6;
 constexpr int kBetweenNumerals = 110;
-constexpr int kBetweenRows = 45;
+constexpr int kBetweenRows = 28;
 
 /// Round numbers whose numerals keep clear of the lanes above and below.
 class LaneTicker : public NumberTicker {
@@ -52,11 +52,6 @@ StackPlot::StackPlot(QWidget* parent) : QCustomPlot(parent) {
   plotLayout()->addElement(0, 0, inset_);
   plotLayout()->setMargins({});
   inset_->setMargins({});
-  heading_ = new QCPItemText(this);
-  heading_->setLayer("axes");
-  heading_->setClipToAxisRect(false);
-  heading_->setPositionAlignment(Qt::AlignTop | Qt::AlignHCenter);
-  heading_->position->setType(QCPItemPosition::ptAbsolute);
   overlay_ = new StackOverlay(this);
   Arrange();
 }
@@ -106,7 +101,7 @@ QRect StackPlot::Room() const {
     return all;
   }
   const Graph& first = *lanes_.front().graph;
-  const int top = first.TitleVisible && !title_.isEmpty() ? metrics.height() + 14 : kTop;
+  const int top = !Heading().isEmpty() ? metrics.height() + 14 : kTop;
   const int bottom = 6 + (first.Abscissa.LabelsVisible ? metrics.height() + 8 : 0) +
                      (first.Abscissa.CaptionVisible ? metrics.height() + 4 : 0);
   return all.adjusted(LeftMargin(), top, -kRight, -bottom);
@@ -178,7 +173,6 @@ void StackPlot::Arrange() {
     ArrangeLane(drawn_[at], lane, k + 1 == fits);
   }
   overlay_->Show(Background());
-  ArrangeTitle();
 }
 
 void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
@@ -201,7 +195,7 @@ void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
   }
   if (!graph.Ordinate.Log) {
     const auto ticker = QSharedPointer<LaneTicker>::create(height, metrics.height());
-    ticker->setTickCount(std::max(height / kBetweenRows, 2));
+    ticker->setTickCount(std::clamp(height / kBetweenRows, 2, 8));
     y.setTicker(ticker);
   }
   const bool low = height < kLowLane * metrics.height();
@@ -216,15 +210,8 @@ void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
   }
 }
 
-void StackPlot::ArrangeTitle() {
-  const bool shown = !lanes_.empty() && lanes_.front().graph->TitleVisible && !title_.isEmpty();
-  QFont bold = font();
-  bold.setBold(true);
-  heading_->setVisible(shown);
-  heading_->setFont(bold);
-  heading_->setColor(Foreground(Background()));
-  heading_->setText(QFontMetrics(bold).elidedText(title_, Qt::ElideMiddle, viewport().width() - 2 * kRight));
-  heading_->position->setCoords(viewport().center().x(), viewport().top() + kTop);
+QString StackPlot::Heading() const {
+  return !lanes_.empty() && lanes_.front().graph->TitleVisible ? title_ : QString();
 }
 
 const StackPlot::Shown* StackPlot::LaneAt(const QPointF& place) const {

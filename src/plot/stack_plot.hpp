@@ -60,6 +60,8 @@ class StackPlot : public QCustomPlot {
   /// Whether the place is a lane's label: its names or what stands to its left.
   [[nodiscard]] bool IsLabel(const Shown& shown, const QPointF& place) const;
   [[nodiscard]] int Selected() const { return selected_; }
+  /// What stands above the lanes; empty: nothing.
+  [[nodiscard]] QString Heading() const;
 
  protected:
   [[nodiscard]] StackOverlay& Overlay() const { return *overlay_; }
@@ -79,7 +81,6 @@ class StackPlot : public QCustomPlot {
   void SetCount(std::size_t count);
   void Place(std::size_t k, const QRect& place);
   void ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest);
-  void ArrangeTitle();
 
   std::vector<Lane> lanes_;
   std::vector<Drawn> drawn_;
@@ -92,7 +93,6 @@ class StackPlot : public QCustomPlot {
   bool whole_ = false;
   // The plot library owns these.
   QCPLayoutInset* inset_ = nullptr;
-  QCPItemText* heading_ = nullptr;
   StackOverlay* overlay_ = nullptr;
 };
 

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "core/text/numbers.hpp"
-#include "plot/plot_colours.hpp"
 
 namespace velmora {
 namespace {
@@ -16,14 +15,7 @@ constexpr double kSmallest = 4.0;  // pixels; less is a click
 StackWidget::StackWidget(QWidget* parent) : StackPlot(parent) {
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
-  band_ = new QCPItemRect(this);
-  band_->setVisible(false);
-  band_->setLayer(CursorLayer());
-  band_->setClipToAxisRect(false);
   CursorLayer()->setMode(QCPLayer::lmBuffered);  // drawn without the rest while something is dragged
-  for (QCPItemPosition* corner : {band_->topLeft, band_->bottomRight}) {
-    corner->setType(QCPItemPosition::ptAbsolute);
-  }
 }
 
 void StackWidget::Redraw() {
@@ -44,7 +36,7 @@ void StackWidget::resizeEvent(QResizeEvent* event) {
 bool StackWidget::CancelGesture() {
   const bool busy = gesture_ != Gesture::None;
   gesture_ = Gesture::None;
-  band_->setVisible(false);
+  Overlay().SetBand({});
   Overlay().SetDragged({}, {});
   RedrawCursors();
   return busy;
@@ -103,10 +95,7 @@ void StackWidget::mouseMoveEvent(QMouseEvent* event) {
       ShowPointer(place);
       return;
     case Gesture::Area:
-      band_->topLeft->setPixelPosition(pressed_);
-      band_->bottomRight->setPixelPosition(place);
-      band_->setPen(QPen(Foreground(Background()), 1, Qt::DashLine));
-      band_->setVisible(true);
+      Overlay().SetBand(QRectF(pressed_, place).normalized());
       RedrawCursors();
       break;
     default:

@@ -63,7 +63,6 @@ class StackWidget : public StackPlot {
   int graph_ = 0;  // that was pressed
   QPointF pressed_;
   QPointF last_;
-  QCPItemRect* band_ = nullptr;  // the plot owns it
 };
 
 }  // namespace velmora

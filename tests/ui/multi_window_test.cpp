@@ -123,7 +123,7 @@ TEST_F(MultiWindowTest, ACursorIsDraggedOnTheThirdOfEightGraphsAndMovesOnAll) {
 TEST_F(MultiWindowTest, SixtyFourGraphsScrollAndOneIsShownAlone) {
   questions.boxAnswers = {Button::OK};
   Open(64);
-  auto* bar = window->findChild<QScrollBar*>();
+  auto* bar = window->findChild<QScrollBar*>("lanes");
   ASSERT_TRUE(bar->isVisible());
   const int fits = Plot().FittingLanes();
   EXPECT_LT(fits, 64);

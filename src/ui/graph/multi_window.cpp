@@ -40,6 +40,7 @@ MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
   layout->setSpacing(0);
   layout->addWidget(plot_, 1);
   layout->addWidget(scroll_);
+  scroll_->setObjectName(QStringLiteral("lanes"));
   sidebar_->setObjectName(QStringLiteral("txtInfo"));
   sidebar_->setAccessibleName(tr("Channel information area (sidebar)"));
   sidebar_->setFocusPolicy(Qt::NoFocus);  // the keys belong to the graph
@@ -114,6 +115,7 @@ void MultiWindow::AddBar() {
     button->setCheckable(true);
     modes_.emplace_back(mode.mode, button);
   }
+  strip->Second().addStretch(1);
   auto* tools = new QToolBar(tr("Graph"));
   tools->setObjectName(QStringLiteral("graphBar"));
   tools->setMovable(false);
@@ -204,7 +206,7 @@ void MultiWindow::ShowView() {
   plot_->SetSelected(view.Selected());
   plot_->Redraw();
   const QColor ground = ToQColor(view.Lead().Background);
-  sidebar_->setStyleSheet(QStringLiteral("QListView { background: %1; color: %2; border: none; }")
+  sidebar_->setStyleSheet(QStringLiteral("QListView { background: %1; color: %2; border: none; padding: 6px; }")
                               .arg(ground.name(), Foreground(view.Lead().Background).name()));
   sidebar_->setVisible(view.Lead().SidebarVisible);
   ShowSidebar(view);
