@@ -49,7 +49,12 @@ MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
   sidebar_->setUniformItemSizes(true);
   auto* splitter = new QSplitter;
   splitter->addWidget(stack);
-  splitter->addWidget(sidebar_);
+  auto* beside = new QWidget;
+  beside_ = new QVBoxLayout(beside);
+  beside_->setContentsMargins({});
+  beside_->setSpacing(0);
+  beside_->addWidget(sidebar_, 1);
+  splitter->addWidget(beside);
   splitter->setStretchFactor(0, 1);
   splitter->setStretchFactor(1, 0);
   splitter->setSizes({980, 220});
@@ -126,6 +131,7 @@ void MultiWindow::AddBar() {
 
 void MultiWindow::ConnectPlot() {
   connect(plot_, &StackWidget::cursorDragged, this, &MultiWindow::DragCursor);
+  connect(plot_, &StackWidget::thresholdDragged, this, &MultiWindow::DragThreshold);
   connect(plot_, &StackWidget::dragEnded, this, &MultiWindow::EndDrag);
   connect(plot_, &StackWidget::rangeChosen, this, [this](int graph, const GraphRange& range) {
     if (MultiView* view = View()) {
@@ -177,7 +183,18 @@ void MultiWindow::DragCursor(int graph, int cursor, double x) {
   ShowSidebar(*view);
 }
 
+void MultiWindow::DragThreshold(int graph, double y) {
+  if (View() != nullptr && std::isfinite(y)) {
+    draggedLine_ = {graph, y};
+    View()->MoveThreshold(graph, y);
+  }
+}
+
 void MultiWindow::EndDrag() {
+  const ThresholdMove line = std::exchange(draggedLine_, ThresholdMove{0, 0.0});
+  if (View() != nullptr && line.graph > 0) {
+    Act(line, [&] { View()->MoveThreshold(line.graph, line.y); });
+  }
   const CursorMove move = std::exchange(dragged_, CursorMove{0, 0.0, 0});
   if (View() != nullptr && move.cursor > 0) {
     Act(move, [&] { View()->MoveCursor(move.cursor, move.x, move.graph); });
@@ -208,7 +225,7 @@ void MultiWindow::ShowView() {
   const QColor ground = ToQColor(view.Lead().Background);
   sidebar_->setStyleSheet(QStringLiteral("QListView { background: %1; color: %2; border: none; padding: 6px; }")
                               .arg(ground.name(), Foreground(view.Lead().Background).name()));
-  sidebar_->setVisible(view.Lead().SidebarVisible);
+  sidebar_->parentWidget()->setVisible(view.Lead().SidebarVisible);
   ShowSidebar(view);
   menus_->Update(view, workbench_);
   windowButton_->setText(ToQt(view.WindowCaption()));

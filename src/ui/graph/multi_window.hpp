@@ -9,6 +9,7 @@
 #include "ui/graph/view_window.hpp"
 
 class QListWidget;
+class QVBoxLayout;
 class QPushButton;
 class QScrollBar;
 
@@ -32,6 +33,8 @@ class MultiWindow : public ViewWindow {
   void Rest() override;
   [[nodiscard]] bool Fits() const override { return View() != nullptr; }
   [[nodiscard]] StackWidget& Plot() { return *plot_; }
+  /// What stands beside the stack, from above; the lines of the view are the first.
+  [[nodiscard]] QVBoxLayout* SidebarLayout() const { return beside_; }
 
  protected:
   void ShowView() override;
@@ -45,6 +48,7 @@ class MultiWindow : public ViewWindow {
   void AddButton(QLayout& bar, const char* name, const QString& caption, const char* id);
   void ConnectPlot();
   void DragCursor(int graph, int cursor, double x);
+  void DragThreshold(int graph, double y);
   void EndDrag();
   void ShowScrolled();
   void ShowSidebar(const MultiView& view);
@@ -52,6 +56,7 @@ class MultiWindow : public ViewWindow {
   [[nodiscard]] bool IsDoubled(const QKeyEvent& event);
 
   CursorMove dragged_{0, 0.0, 0};
+  ThresholdMove draggedLine_{0, 0.0};
   int lastKey_ = 0;
   qint64 lastKeyTime_ = 0;
   std::unique_ptr<GraphMenus> menus_;
@@ -59,6 +64,7 @@ class MultiWindow : public ViewWindow {
   StackWidget* plot_ = nullptr;
   QScrollBar* scroll_ = nullptr;
   QListWidget* sidebar_ = nullptr;
+  QVBoxLayout* beside_ = nullptr;
   GraphStatusBar* status_ = nullptr;
   QPushButton* windowButton_ = nullptr;
   std::vector<std::pair<TrackMode, QPushButton*>> modes_;
