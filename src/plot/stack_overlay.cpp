@@ -227,9 +227,9 @@ void StackOverlay::DrawValues(QCPPainter& painter, const StackPlot::Shown& shown
     painter.setPen(QPen(colour, 1));
     painter.setBrush(Ground(255));
     if (!label.room.isEmpty()) {
-      painter.drawLine(QLineF(label.point, QPointF(label.point.x(), label.room.center().y() < label.point.y()
-                                                                        ? label.room.bottom()
-                                                                        : label.room.top())));
+      const double x = std::clamp(label.point.x(), label.room.left(), label.room.right());
+      const double y = std::clamp(label.point.y(), label.room.top(), label.room.bottom());
+      painter.drawLine(QLineF(label.point, QPointF(x, y)));
     }
     painter.drawEllipse(label.point, 2.5, 2.5);
     if (!label.room.isEmpty()) {

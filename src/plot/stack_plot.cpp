@@ -126,6 +126,7 @@ void StackPlot::SetCount(std::size_t count) {
     drawn.rect->setAutoMargins(QCP::msNone);
     drawn.rect->setMargins({});
     drawn.rect->setMinimumMargins({});
+    drawn.rect->setMinimumSize(1, 1);
     QCPAxis* x = drawn.rect->addAxis(QCPAxis::atBottom);
     QCPAxis* y = drawn.rect->addAxis(QCPAxis::atLeft);
     for (QCPAxis* axis : {x, y}) {
@@ -188,6 +189,7 @@ void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
   ArrangeAxis(x, graph.Abscissa, look, viewport().width() / kBetweenNumerals);
   ArrangeAxis(y, graph.Ordinate, look, height / kBetweenRows);
   if (!lowest) {
+    x.setBasePen(QPen(GridColour(graph.Abscissa, look.background), 1));
     x.setTickLabels(false);
     x.setLabel({});
     x.setTicks(height > kLowLane * metrics.height() && graph.Abscissa.LabelsVisible);

@@ -41,34 +41,58 @@ bool ValueLabels::IsFree(const QRectF& room) const {
          std::none_of(taken_.begin(), taken_.end(), [&](const QRectF& other) { return other.intersects(room); });
 }
 
-/// Nothing where there is no free place.
-QRectF ValueLabels::RoomFor(const QPointF& point, QSizeF size) const {
-  const double left = std::clamp(point.x() - size.width() / 2, rect_.left(), rect_.right() - size.width());
+ValueLabels::Reach ValueLabels::ReachOf(double left, double width) const {
   const PixelScale x = PixelScale::Across(Drawable(graph_.Abscissa), static_cast<int>(rect_.width()));
   const PixelScale y = PixelScale::Upward(Drawable(graph_.Ordinate), static_cast<int>(rect_.height()));
   const SampleTimes& times = graph_.Times();
   const std::int64_t from = std::max<std::int64_t>(times.FirstFrom(x.Value(left - rect_.left())) - 1, 1);
-  const std::int64_t to =
-      std::min(times.FirstFrom(x.Value(left + size.width() - rect_.left())), times.Samples());
-  double highest = point.y() - rect_.top();
-  double lowest = highest;
+  const std::int64_t to = std::min(times.FirstFrom(x.Value(left + width - rect_.left())), times.Samples());
+  Reach reach{rect_.bottom(), rect_.top()};
   for (const Plot& plot : graph_.Plots) {
     if (plot.Visible && times.Sorted()) {
       const Extremes all = graph_.Envelope().Columns(plot.Channel, from, to, 1).front();
       if (!all.Empty()) {
-        highest = std::min(highest, y.Pixel(all.max));
-        lowest = std::max(lowest, y.Pixel(all.min));
+        reach.top = std::min(reach.top, rect_.top() + y.Pixel(all.max));
+        reach.bottom = std::max(reach.bottom, rect_.top() + y.Pixel(all.min));
       }
     }
   }
+  return reach;
+}
+
+QRectF ValueLabels::ClearRoom(double left, QSizeF size, double row) const {
+  const Reach reach = ReachOf(left, size.width());
   for (double step = 0; step < rect_.height(); step += size.height()) {
-    const QRectF above(QPointF(left, rect_.top() + highest - kApart - step - size.height()), size);
+    const QRectF above(QPointF(left, std::min(reach.top, row) - kApart - step - size.height()), size);
     if (IsFree(above)) {
       return above;
     }
-    const QRectF below(QPointF(left, rect_.top() + lowest + kApart + step), size);
+    const QRectF below(QPointF(left, std::max(reach.bottom, row) + kApart + step), size);
     if (IsFree(below)) {
       return below;
+    }
+  }
+  return {};
+}
+
+/// The nearest place clear of the traces; else one beside the point, above them. Nothing where there is none.
+QRectF ValueLabels::RoomFor(const QPointF& point, QSizeF size) const {
+  const double centred = point.x() - size.width() / 2;
+  const auto inside = [&](double left) {
+    return std::clamp(left, rect_.left(), std::max(rect_.right() - size.width(), rect_.left()));
+  };
+  for (const double aside : {0.0, 0.5, -0.5, 1.0, -1.0, 1.5, -1.5}) {
+    const QRectF room = ClearRoom(inside(centred + aside * size.width()), size, point.y());
+    if (!room.isEmpty()) {
+      return room;
+    }
+  }
+  const double top =
+      std::clamp(point.y() - size.height() / 2, rect_.top(), rect_.bottom() - size.height());
+  for (const double left : {point.x() + 2 * kApart, point.x() - 2 * kApart - size.width()}) {
+    const QRectF beside(QPointF(left, top), size);
+    if (IsFree(beside)) {
+      return beside;
     }
   }
   return {};

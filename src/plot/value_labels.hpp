@@ -24,6 +24,13 @@ class ValueLabels {
   [[nodiscard]] const std::vector<ValueLabel>& Placed() const { return placed_; }
 
  private:
+  /// What the traces cover between two columns.
+  struct Reach {
+    double top;
+    double bottom;
+  };
+  [[nodiscard]] Reach ReachOf(double left, double width) const;
+  [[nodiscard]] QRectF ClearRoom(double left, QSizeF size, double row) const;
   [[nodiscard]] QRectF RoomFor(const QPointF& point, QSizeF size) const;
   [[nodiscard]] bool IsFree(const QRectF& room) const;
 
