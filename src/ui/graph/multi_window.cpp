@@ -220,6 +220,7 @@ void MultiWindow::ShowView() {
   const MultiView& view = *View();
   plot_->SetLanes(LanesOf(view));
   plot_->SetTitle(ToQt(view.TitleText()));
+  setWindowTitle(ToQt(view.TitleText()) + QStringLiteral("[*]"));
   plot_->SetSelected(view.Selected());
   plot_->Redraw();
   const QColor ground = ToQColor(view.Lead().Background);
