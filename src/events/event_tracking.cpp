@@ -135,6 +135,15 @@ void RecordTimes(Workbench& workbench, const std::vector<ChannelTimes>& recorded
   }
 }
 
+std::string SpanText(const EventTimes& times) {
+  const auto text = [](double time) {
+    return time == EventTimes::kNone ? std::string() : FormatNumber(time, "0.000");
+  };
+  return times.on == EventTimes::kNone && times.off == EventTimes::kNone
+             ? ""
+             : text(times.on) + " \u2013 " + text(times.off);
+}
+
 std::string EventLine(const Workbench& workbench, int channel) {
   const Trial& trial = workbench.trial;
   const EventMemory& events = workbench.events;

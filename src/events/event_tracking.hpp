@@ -37,6 +37,9 @@ struct ChannelTimes {
 /// Puts these into the current record; nothing when there are none. Tracking must be on.
 void RecordTimes(Workbench& workbench, const std::vector<ChannelTimes>& recorded);
 
+/// "0.831 \u2013 1.456"; empty when neither time is set.
+std::string SpanText(const EventTimes& times);
+
 /// The line of a channel (from 1) in a sidebar: current record, on and off time with the values there.
 std::string EventLine(const Workbench& workbench, int channel);
 

@@ -115,10 +115,11 @@ void StackWidget::mouseReleaseEvent(QMouseEvent* event) {
   const bool still = (place - pressed_).manhattanLength() < kSmallest;
   const bool dragged = gesture_ == Gesture::Line && last_ != pressed_;
   const Gesture ended = gesture_;
+  const bool onThreshold = ended == Gesture::Line && hit_.kind == CursorKind::Threshold;
   const bool ended_one = CancelGesture();
   if (event->button() == Qt::LeftButton && still && !dragged) {
     if (LaneOf(graph_) != nullptr) {
-      emit clicked(graph_);
+      onThreshold ? emit thresholdClicked(graph_) : emit clicked(graph_);
     }
   } else if (const Shown* shown = LaneOf(graph_); ended == Gesture::Area && shown != nullptr) {
     const QRectF area = QRectF(pressed_, place).normalized() & QRectF(shown->rect->rect());

@@ -36,6 +36,8 @@ class StackWidget : public StackPlot {
   void rangeChosen(int graph, const velmora::GraphRange& range);
   void pointed(double x, double y);
   void clicked(int graph);
+  /// On the line of its threshold.
+  void thresholdClicked(int graph);
   void doubleClicked(int graph);
   void rightClicked(int graph);
   /// Of how many lanes, which one stands above and how many have room.

@@ -56,22 +56,6 @@ void RecordGraph(Workbench& workbench, const MultiView& view, int graph) {
   }
 }
 
-std::string RecordText(const Workbench& workbench, const MultiView& view, std::int32_t event) {
-  const EventRecord& record = workbench.events.ChannelEvents.at(static_cast<std::size_t>(event - 1));
-  const auto time = [](double t) {
-    return t == EventTimes::kNone ? std::string() : FormatNumber(t, "0.000");
-  };
-  std::string text;
-  for (int c = 1; c <= workbench.trial.NChan; ++c) {
-    const EventTimes& times = record[c];
-    if (view.GraphOf(c) > 0 && (times.on != EventTimes::kNone || times.off != EventTimes::kNone)) {
-      text += (text.empty() ? "" : ", ") + Trim(workbench.trial.ChanLabel[c].Text()) + " " + time(times.on) +
-              "\u2013" + time(times.off);
-    }
-  }
-  return std::to_string(event) + ": " + (text.empty() ? "empty" : text);
-}
-
 // The events that are recorded, on the graphs of their channels: the current record in full, the others
 // faint.
 void MultiView::ShowEvents() {

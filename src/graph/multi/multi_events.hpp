@@ -17,7 +17,4 @@ void RecordAll(Workbench& workbench, const MultiView& view);
 /// A double click: the channel of one graph.
 void RecordGraph(Workbench& workbench, const MultiView& view, int graph);
 
-/// A line of the table as a person reads it: number, then the channels with their times.
-std::string RecordText(const Workbench& workbench, const MultiView& view, std::int32_t event);
-
 }  // namespace velmora

@@ -13,6 +13,7 @@
 #include "core/text/numbers.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/stack_widget.hpp"
+#include "ui/graph/event_table.hpp"
 #include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/key_names.hpp"
@@ -26,6 +27,7 @@ MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
       plot_(new StackWidget),
       scroll_(new QScrollBar(Qt::Vertical)),
       sidebar_(new QListWidget),
+      events_(new EventTable),
       status_(new GraphStatusBar),
       pictures_(workbench, this, [this] { return plot_->Picture(); }) {
   setObjectName(QStringLiteral("frmGraph2"));
@@ -53,13 +55,15 @@ MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
   beside_ = new QVBoxLayout(beside);
   beside_->setContentsMargins({});
   beside_->setSpacing(0);
-  beside_->addWidget(sidebar_, 1);
+  beside_->addWidget(sidebar_, 2);
+  beside_->addWidget(events_, 1);
   splitter->addWidget(beside);
   splitter->setStretchFactor(0, 1);
   splitter->setStretchFactor(1, 0);
   splitter->setSizes({980, 220});
   setCentralWidget(splitter);
   ConnectPlot();
+  ConnectEvents();
   resize(1200, 800);
   plot_->setFocus();
   Refresh();
@@ -143,11 +147,7 @@ void MultiWindow::ConnectPlot() {
     status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.patterns.TimePattern)),
                        ToQt(FormatNumber(y, workbench_.patterns.ValuePattern)));
   });
-  connect(plot_, &StackWidget::clicked, this, [this](int graph) {
-    if (View() != nullptr && View()->Selected() != graph) {  // a click on what is selected says nothing new
-      Act(GraphClick{graph, Clicked::Once}, [this, graph] { View()->Click(graph); });
-    }
-  });
+  connect(plot_, &StackWidget::clicked, this, &MultiWindow::SelectGraph);
   connect(plot_, &StackWidget::doubleClicked, this, [this](int graph) {
     Act(GraphClick{graph, Clicked::Twice}, [this, graph] { View()->DoubleClick(graph); });
   });
@@ -201,6 +201,51 @@ void MultiWindow::EndDrag() {
   }
 }
 
+void MultiWindow::ConnectEvents() {
+  connect(plot_, &StackWidget::thresholdDragged, this, &MultiWindow::DragThreshold);
+  connect(plot_, &StackWidget::thresholdClicked, this, &MultiWindow::TakeThreshold);
+  connect(events_, &EventTable::chosen, this, &MultiWindow::ChooseEvent);
+}
+
+// A click on what is selected says nothing new.
+void MultiWindow::SelectGraph(int graph) {
+  if (View() != nullptr && View()->Selected() != graph) {
+    Act(GraphClick{graph, Clicked::Once}, [this, graph] { View()->Click(graph); });
+  }
+}
+
+// As a cursor: the end of the drag is the act.
+void MultiWindow::DragThreshold(int graph, double y) {
+  if (View() != nullptr && std::isfinite(y)) {
+    draggedLine_ = {graph, y};
+    View()->MoveThreshold(graph, y);
+  }
+}
+
+// A click on the line asks what T asks.
+void MultiWindow::TakeThreshold(int graph) {
+  SelectGraph(graph);
+  if (View() != nullptr) {
+    const KeyPress key{.name = "T"};
+    Act(key, [&] { View()->PressKey(key); });
+  }
+}
+
+// Record by record, with the keys that go there: so it is heard and written down.
+void MultiWindow::ChooseEvent(int event) {
+  if (View() == nullptr) {
+    return;
+  }
+  if (View()->Selected() == 0) {
+    SelectGraph(View()->ShownGraphs().front());
+  }
+  while (View() != nullptr && workbench_.events.CurrentEvent != event && event >= 1 &&
+         event <= workbench_.events.NEvents()) {
+    const KeyPress key{.name = event > workbench_.events.CurrentEvent ? "Home" : "End", .ctrl = true};
+    Act(key, [&] { View()->PressKey(key); });
+  }
+}
+
 void MultiWindow::ShowSidebar(const MultiView& view) {
   const std::vector<std::string> lines = view.SidebarLines();
   while (sidebar_->count() > static_cast<int>(lines.size())) {
@@ -228,6 +273,7 @@ void MultiWindow::ShowView() {
                               .arg(ground.name(), Foreground(view.Lead().Background).name()));
   sidebar_->parentWidget()->setVisible(view.Lead().SidebarVisible);
   ShowSidebar(view);
+  events_->Take(view, workbench_);
   menus_->Update(view, workbench_);
   windowButton_->setText(ToQt(view.WindowCaption()));
   for (const auto& [mode, button] : modes_) {

@@ -19,6 +19,7 @@ class StackWidget;
 
 namespace velmora::ui {
 
+class EventTable;
 class GraphMenus;
 class GraphStatusBar;
 
@@ -47,8 +48,12 @@ class MultiWindow : public ViewWindow {
   void AddBar();
   void AddButton(QLayout& bar, const char* name, const QString& caption, const char* id);
   void ConnectPlot();
+  void ConnectEvents();
   void DragCursor(int graph, int cursor, double x);
   void DragThreshold(int graph, double y);
+  void TakeThreshold(int graph);
+  void ChooseEvent(int event);
+  void SelectGraph(int graph);
   void EndDrag();
   void ShowScrolled();
   void ShowSidebar(const MultiView& view);
@@ -65,6 +70,7 @@ class MultiWindow : public ViewWindow {
   QScrollBar* scroll_ = nullptr;
   QListWidget* sidebar_ = nullptr;
   QVBoxLayout* beside_ = nullptr;
+  EventTable* events_ = nullptr;
   GraphStatusBar* status_ = nullptr;
   QPushButton* windowButton_ = nullptr;
   std::vector<std::pair<TrackMode, QPushButton*>> modes_;
