@@ -51,9 +51,9 @@ void ResultMarks::DrawBands(QCPPainter& painter) const {
     QColor tint = ColourOf(band.colour);
     tint.setAlphaF(static_cast<float>(kTint * band.strength));
     painter.fillRect(part, tint);
-    tint.setAlphaF(static_cast<float>(band.strength));
-    painter.setPen(tint);
-    painter.drawText(part.adjusted(kTextGap, kTextGap, 0, -kTextGap), Qt::AlignLeft | Qt::AlignBottom,
+    painter.setPen(ColourOf(band.colour));
+    const int row = band.above ? Qt::AlignTop : Qt::AlignBottom;
+    painter.drawText(part.adjusted(kTextGap, kTextGap, 0, -kTextGap), Qt::AlignLeft | row,
                      QString::fromStdString(band.text));
   }
 }

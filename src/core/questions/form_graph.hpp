@@ -44,6 +44,7 @@ struct FormGraph {
     std::string text{};
     int colour = 0;
     double strength = 1.0;
+    bool above = false;  // the text stands at the top
   };
   /// A point with a text beside it.
   struct Point {

@@ -84,7 +84,8 @@ void MultiView::ShowEvents() {
                                .to = start + times.off,
                                .text = std::to_string(e),
                                .colour = colour,
-                               .strength = strength});
+                               .strength = strength,
+                               .above = true});
       }
     }
   }
