@@ -84,7 +84,7 @@ TEST_F(EventWindowTest, ThreeEventsAreRecordedAndLeavingIsCalledOff) {
   Click(Place(2, 3.0), Qt::RightButton);
   const EventRecord first = workbench.events.ChannelEvents.at(0);
   EXPECT_NEAR(first[1].off, 2.2, 0.01);
-  EXPECT_NEAR(first[2].on, 1.22, 0.02);
+  EXPECT_NEAR(first[2].on, 1.22, 0.03);
   for (const double from : {2.7, 3.1}) {
     Key(Qt::Key_Insert);
     DragCursors(from, from + 0.3);

@@ -202,7 +202,6 @@ void MultiWindow::EndDrag() {
 }
 
 void MultiWindow::ConnectEvents() {
-  connect(plot_, &StackWidget::thresholdDragged, this, &MultiWindow::DragThreshold);
   connect(plot_, &StackWidget::thresholdClicked, this, &MultiWindow::TakeThreshold);
   connect(events_, &EventTable::chosen, this, &MultiWindow::ChooseEvent);
 }
@@ -211,14 +210,6 @@ void MultiWindow::ConnectEvents() {
 void MultiWindow::SelectGraph(int graph) {
   if (View() != nullptr && View()->Selected() != graph) {
     Act(GraphClick{graph, Clicked::Once}, [this, graph] { View()->Click(graph); });
-  }
-}
-
-// As a cursor: the end of the drag is the act.
-void MultiWindow::DragThreshold(int graph, double y) {
-  if (View() != nullptr && std::isfinite(y)) {
-    draggedLine_ = {graph, y};
-    View()->MoveThreshold(graph, y);
   }
 }
 
