@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/text/text.hpp"
+
 namespace velmora {
 namespace {
 
@@ -24,13 +26,17 @@ void ShowThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
   for (int g = 1; g <= view.NGraphs(); ++g) {
     std::vector<GraphCursor>& list = view.GraphAt(g).Cursors;
     std::erase_if(list, IsLine);
+    const std::vector<int> channels = view.ThresholdChannels(g);
     auto place = list.begin() + std::min(cursors, static_cast<int>(list.size()));
-    for (const int channel : view.ThresholdChannels(g)) {
+    for (const int channel : channels) {
       GraphCursor line;
       line.YPosition = thresholds.ChanThreshold[channel];
       line.Color = kOrange;
       line.Crosshair = CrosshairStyle::Horizontal;
       line.Kind = CursorKind::Threshold;
+      line.NameVisible = channels.size() > 1;  // else there is no doubt whose it is
+      line.Name =
+          line.NameVisible ? Trim(view.GraphAt(g).Plots[static_cast<std::size_t>(channel - 1)].Name) : "";
       place = list.insert(place, line) + 1;
     }
   }

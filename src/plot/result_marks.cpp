@@ -52,7 +52,7 @@ void ResultMarks::DrawBands(QCPPainter& painter) const {
     tint.setAlphaF(static_cast<float>(kTint * band.strength));
     painter.fillRect(part, tint);
     painter.setPen(ColourOf(band.colour));
-    const int row = band.above ? Qt::AlignTop : Qt::AlignBottom;
+    const int row = band.above ? Qt::AlignTop | Qt::TextDontClip : Qt::AlignBottom;
     painter.drawText(part.adjusted(kTextGap, kTextGap, 0, -kTextGap), Qt::AlignLeft | row,
                      QString::fromStdString(band.text));
   }

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "core/text/numbers.hpp"
-#include "core/text/text.hpp"
 #include "dsp/channel_list.hpp"
 #include "events/onset_scan.hpp"
 #include "events/thresholds.hpp"
@@ -65,22 +63,16 @@ void RemoveMarks(MultiView& view) {
 void Tell(Workbench& workbench, const std::vector<ScannedChannel>& scanned, const std::vector<Burst>& bursts,
           SampleRange range) {
   ChannelList found;
+  ChannelList silent;
   for (std::size_t k = 0; k < scanned.size(); ++k) {
-    if (bursts[k].onset > 0) {
-      found.push_back(scanned[k].channel);
-    }
+    (bursts[k].onset > 0 ? found : silent).push_back(scanned[k].channel);
   }
+  const std::string samples = " in samples " + std::to_string(range.lo) + " to " + std::to_string(range.hi);
   if (!found.empty()) {
-    Did(workbench,
-        "Onsets and offsets in samples " + std::to_string(range.lo) + " to " + std::to_string(range.hi),
-        found);
+    Did(workbench, "Onsets and offsets" + samples, found);
   }
-  for (std::size_t k = 0; k < scanned.size(); ++k) {
-    if (bursts[k].onset == 0) {
-      LeftOut(workbench, scanned[k].channel,
-              "no sample beyond " + FormatNumber(scanned[k].threshold, workbench.patterns.ValuePattern) +
-                  " " + Trim(workbench.trial.ChanUnits[scanned[k].channel].Text()));
-    }
+  if (!silent.empty()) {
+    Did(workbench, "No onset" + samples, silent);
   }
 }
 

@@ -239,6 +239,9 @@ void MultiWindow::ChooseEvent(int event) {
 
 void MultiWindow::ShowSidebar(const MultiView& view) {
   const std::vector<std::string> lines = view.SidebarLines();
+  // The lines of events are long, and their end is what changes.
+  sidebar_->setWordWrap(workbench_.events.EventTracking);
+  sidebar_->setUniformItemSizes(!workbench_.events.EventTracking);
   while (sidebar_->count() > static_cast<int>(lines.size())) {
     delete sidebar_->takeItem(sidebar_->count() - 1);
   }
