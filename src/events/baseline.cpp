@@ -6,9 +6,10 @@
 namespace velmora {
 namespace {
 
-constexpr long kWide = 16;    // channels of a group: a cache line of samples
-constexpr long kSmall = 8;    // where there are fewer
-constexpr long kBlock = 256;  // frames that stay in the second-level cache while the groups go over them
+constexpr long kWide = 16;  // channels of a group: a cache line of samples
+constexpr long kSmall = 8;  // where there are fewer
+constexpr long kBaselineFrames =
+    256;  // frames that stay in the second-level cache while the groups go over them
 
 namespace sse2 {
 constexpr long kVector = 2;
@@ -67,8 +68,8 @@ void AddGroups(const Trial& trial, SampleRange region, long width, AddFrames add
   const bool rest = whole != stride - 1;
   double restSum[kWide] = {};
   double restSquares[kWide] = {};
-  for (std::int64_t i = region.lo; i <= region.hi; i += kBlock) {
-    const long count = std::min<std::int64_t>(kBlock, region.hi - i + 1);
+  for (std::int64_t i = region.lo; i <= region.hi; i += kBaselineFrames) {
+    const long count = std::min<std::int64_t>(kBaselineFrames, region.hi - i + 1);
     const float* frame = trial.matrix.Frame(i);
     for (long c = 1; c + width <= stride; c += width) {
       add(frame + c, stride, count, sums.sum.data() + c, sums.squares.data() + c);

@@ -18,7 +18,7 @@ std::string Place(const Workbench& workbench) {
   return std::to_string(workbench.events.CurrentEvent) + " of " + std::to_string(workbench.events.NEvents());
 }
 
-void Changed(Workbench& workbench, const std::string& words, const ChannelList& channels = {}) {
+void TellEvents(Workbench& workbench, const std::string& words, const ChannelList& channels = {}) {
   Did(workbench, words, channels);
   if (workbench.view != nullptr) {
     workbench.view->EventsChanged();
@@ -35,8 +35,8 @@ void Start(Workbench& workbench) {
     return;
   }
   StartTracking(workbench.events, answer == Button::Yes);
-  Changed(workbench,
-          answer == Button::Yes ? "Event tracking, times and amplitudes" : "Event tracking, times");
+  TellEvents(workbench,
+             answer == Button::Yes ? "Event tracking, times and amplitudes" : "Event tracking, times");
 }
 
 template <typename Move>
@@ -46,7 +46,7 @@ void Step(Workbench& workbench, const Move& move) {
     move(workbench.events);
   }
   if (workbench.events.CurrentEvent != before) {
-    Changed(workbench, "Event " + Place(workbench));
+    TellEvents(workbench, "Event " + Place(workbench));
   }
 }
 
@@ -74,13 +74,13 @@ void ToggleTracking(Workbench& workbench) {
   const std::string lost =
       events.EventsUnsaved ? ", " + CountOf(events.NEvents(), "record") + " discarded unsaved" : "";
   StopTracking(events);
-  Changed(workbench, "Event tracking ended" + lost);
+  TellEvents(workbench, "Event tracking ended" + lost);
 }
 
 void InsertEvent(Workbench& workbench) {
   if (Tracks(workbench)) {
     AddEvent(workbench.events);
-    Changed(workbench, "Event " + Place(workbench) + " added");
+    TellEvents(workbench, "Event " + Place(workbench) + " added");
   }
 }
 
@@ -95,7 +95,7 @@ void AskDeleteEvent(Workbench& workbench) {
                                                     .buttons = {Button::Yes, Button::No}});
   if (answer == Button::Yes) {
     DeleteEvent(workbench.events);
-    Changed(workbench, "Event " + number + " deleted");
+    TellEvents(workbench, "Event " + number + " deleted");
   }
 }
 
@@ -131,7 +131,7 @@ void RecordTimes(Workbench& workbench, const std::vector<ChannelTimes>& recorded
     channels.push_back(one.channel);
   }
   if (!channels.empty()) {
-    Changed(workbench, "Event " + Place(workbench) + " recorded", channels);
+    TellEvents(workbench, "Event " + Place(workbench) + " recorded", channels);
   }
 }
 

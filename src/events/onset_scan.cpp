@@ -5,8 +5,8 @@
 namespace velmora {
 namespace {
 
-constexpr std::int32_t kBlock = 256;   // frames that stay in the second-level cache
-constexpr std::int32_t kStretch = 16;  // samples that are tested without a branch
+constexpr std::int32_t kScanFrames = 256;  // frames that stay in the second-level cache
+constexpr std::int32_t kStretch = 16;      // samples that are tested without a branch
 
 /// The first of n strided samples for which the test holds; n when there is none.
 template <typename Test>
@@ -80,8 +80,8 @@ std::vector<Burst> FindBursts(const Trial& trial, std::span<const ScannedChannel
   std::transform(channels.begin(), channels.end(), std::back_inserter(scans),
                  [](const ScannedChannel& of) { return Scan{.of = of, .burst = {}}; });
   bool busy = !scans.empty();
-  for (std::int64_t i = range.lo; i <= range.hi && busy; i += kBlock) {
-    const auto n = static_cast<std::int32_t>(std::min<std::int64_t>(kBlock, range.hi - i + 1));
+  for (std::int64_t i = range.lo; i <= range.hi && busy; i += kScanFrames) {
+    const auto n = static_cast<std::int32_t>(std::min<std::int64_t>(kScanFrames, range.hi - i + 1));
     busy = false;
     for (Scan& scan : scans) {
       if (!scan.Done()) {

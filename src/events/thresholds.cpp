@@ -35,7 +35,7 @@ std::string SDs(const Workbench& workbench) {
   return PlainNumber(workbench.thresholds.SDMultiplier) + " SD above the mean";
 }
 
-void Changed(Workbench& workbench) {
+void TakeOver(Workbench& workbench) {
   workbench.thresholds.ThresholdsValid = true;
   workbench.thresholds.ThresholdsOf = workbench.LoadedFile;
   if (workbench.view != nullptr) {
@@ -76,7 +76,7 @@ void MakeThresholds(Workbench& workbench) {
   for (int c = 1; c <= workbench.trial.NChan; ++c) {
     thresholds.ChanThreshold[c] = thresholds.SDMultiplier * thresholds.ChanSD[c] + thresholds.ChanMean[c];
   }
-  Changed(workbench);
+  TakeOver(workbench);
   TellInvalid(workbench);
 }
 
@@ -128,7 +128,7 @@ void EnterThresholds(Workbench& workbench, const PerChannel<double>& entered) {
     }
     thresholds.ChanThreshold[c] = entered[c];
   }
-  Changed(workbench);
+  TakeOver(workbench);
   DidEach(workbench, changed,
           [&entered](int c) { return "Threshold " + PlainNumber(static_cast<float>(entered[c])); });
 }

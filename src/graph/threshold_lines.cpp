@@ -7,7 +7,7 @@
 namespace velmora {
 namespace {
 
-bool IsLine(const GraphCursor& cursor) {
+bool IsThresholdLine(const GraphCursor& cursor) {
   return cursor.Kind == CursorKind::Threshold;
 }
 
@@ -16,7 +16,7 @@ bool IsLine(const GraphCursor& cursor) {
 bool ThresholdsShown(const GraphView& view) {
   const auto graphs = view.Graphs();
   return std::any_of(graphs.begin(), graphs.end(), [](const Graph& graph) {
-    return std::any_of(graph.Cursors.begin(), graph.Cursors.end(), IsLine);
+    return std::any_of(graph.Cursors.begin(), graph.Cursors.end(), IsThresholdLine);
   });
 }
 
@@ -25,7 +25,7 @@ void ShowThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
   const int cursors = view.Cursors();
   for (int g = 1; g <= view.NGraphs(); ++g) {
     std::vector<GraphCursor>& list = view.GraphAt(g).Cursors;
-    std::erase_if(list, IsLine);
+    std::erase_if(list, IsThresholdLine);
     const std::vector<int> channels = view.ThresholdChannels(g);
     auto place = list.begin() + std::min(cursors, static_cast<int>(list.size()));
     for (const int channel : channels) {
@@ -48,12 +48,12 @@ void ToggleThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
     return;
   }
   for (Graph& graph : view.Graphs()) {
-    std::erase_if(graph.Cursors, IsLine);
+    std::erase_if(graph.Cursors, IsThresholdLine);
   }
 }
 
 GraphCursor* ThresholdLineOf(Graph& graph) {
-  const auto line = std::find_if(graph.Cursors.begin(), graph.Cursors.end(), IsLine);
+  const auto line = std::find_if(graph.Cursors.begin(), graph.Cursors.end(), IsThresholdLine);
   return line == graph.Cursors.end() ? nullptr : &*line;
 }
 

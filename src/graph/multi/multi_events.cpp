@@ -170,24 +170,27 @@ const char* WhyNoEvents(const Workbench& workbench) {
   return workbench.events.EventTracking ? nullptr : "Start with F9 first";
 }
 
-constexpr std::string_view kCursor = "&Multi-axis graph/&Cursor";
-constexpr std::string_view kEvent = "&Multi-axis graph/&Event";
-constexpr std::string_view kHelp = "&Multi-axis graph/&Help";
+constexpr std::string_view kOnsetMenu = "&Multi-axis graph/&Cursor";
+constexpr std::string_view kEventMenu = "&Multi-axis graph/&Event";
+constexpr std::string_view kEventHelpMenu = "&Multi-axis graph/&Help";
 
 constexpr std::array kEventCommands = {
-    Command{"cursor.onsets", "&Onsets", kCursor, Needs::View, OnMultiView<FindOnsets>, WhyNoScan, HasOnsets},
-    Command{"cursor.remove-onsets", "&Remove onsets", kCursor, Needs::View, OnMultiView<RemoveOnsets>},
-    Command{"event.open", "&Open File for results (F9)", kEvent, Needs::View, InMultiView<ToggleTracking>,
+    Command{"cursor.onsets", "&Onsets", kOnsetMenu, Needs::View, OnMultiView<FindOnsets>, WhyNoScan,
+            HasOnsets},
+    Command{"cursor.remove-onsets", "&Remove onsets", kOnsetMenu, Needs::View, OnMultiView<RemoveOnsets>},
+    Command{"event.open", "&Open File for results (F9)", kEventMenu, Needs::View, InMultiView<ToggleTracking>,
             nullptr, IsTracking},
-    Command{"event.find", "&Find onsets/offsets (O)", kEvent, Needs::View, OnMultiView<FindOnsets>,
+    Command{"event.find", "&Find onsets/offsets (O)", kEventMenu, Needs::View, OnMultiView<FindOnsets>,
             WhyNoScan},
-    Command{"event.store", "Store &Events/onsets-offsets in file (right-click)", kEvent, Needs::View,
+    Command{"event.store", "Store &Events/onsets-offsets in file (right-click)", kEventMenu, Needs::View,
             StoreEvents, WhyNoEvents},
-    Command{"event.add", "&Add another set of results (Insert)", kEvent, Needs::View,
+    Command{"event.add", "&Add another set of results (Insert)", kEventMenu, Needs::View,
             InMultiView<InsertEvent>, WhyNoEvents},
-    Command{"event.save", "&Save results to file (F10)", kEvent, Needs::View, InMultiView<SaveChannelEvents>},
-    Command{"help.events", "E&vent tracking", kHelp, Needs::View, InMultiView<ShowEventHelp>},
-    Command{"help.onsets", "EMG &Onset determination", kHelp, Needs::View, InMultiView<ShowOnsetHelp>},
+    Command{"event.save", "&Save results to file (F10)", kEventMenu, Needs::View,
+            InMultiView<SaveChannelEvents>},
+    Command{"help.events", "E&vent tracking", kEventHelpMenu, Needs::View, InMultiView<ShowEventHelp>},
+    Command{"help.onsets", "EMG &Onset determination", kEventHelpMenu, Needs::View,
+            InMultiView<ShowOnsetHelp>},
 };
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace {
 constexpr Colour kGreen = 0x00FF00;
 constexpr Colour kCyan = 0xFFFF00;
 
-GraphCursor Mark(CursorKind kind, Colour colour, double x) {
+GraphCursor OnsetMark(CursorKind kind, Colour colour, double x) {
   GraphCursor mark;
   mark.XPosition = x;
   mark.Color = colour;
@@ -20,7 +20,7 @@ GraphCursor Mark(CursorKind kind, Colour colour, double x) {
   return mark;
 }
 
-const GraphCursor* FindMark(const Graph& graph, CursorKind kind) {
+const GraphCursor* FindOnsetMark(const Graph& graph, CursorKind kind) {
   const auto mark = std::find_if(graph.Cursors.begin(), graph.Cursors.end(),
                                  [kind](const GraphCursor& cursor) { return cursor.Kind == kind; });
   return mark == graph.Cursors.end() ? nullptr : &*mark;
@@ -48,20 +48,20 @@ std::vector<ScannedChannel> ChannelsToScan(const MultiView& view, const Threshol
 }
 
 // Behind the cursors and the threshold's line, before values that stand on the graph.
-void AddMarks(Graph& graph, const Trial& trial, const Burst& burst) {
+void AddOnsetMarks(Graph& graph, const Trial& trial, const Burst& burst) {
   const auto place = std::find_if(graph.Cursors.begin(), graph.Cursors.end(),
                                   [](const GraphCursor& cursor) { return cursor.Kind == CursorKind::Value; });
-  graph.Cursors.insert(place, {Mark(CursorKind::Onset, kGreen, trial.Data(burst.onset, 0)),
-                               Mark(CursorKind::Offset, kCyan, trial.Data(burst.offset, 0))});
+  graph.Cursors.insert(place, {OnsetMark(CursorKind::Onset, kGreen, trial.Data(burst.onset, 0)),
+                               OnsetMark(CursorKind::Offset, kCyan, trial.Data(burst.offset, 0))});
 }
 
-void RemoveMarks(MultiView& view) {
+void RemoveOnsetMarks(MultiView& view) {
   view.RemoveCursors(CursorKind::Onset);
   view.RemoveCursors(CursorKind::Offset);
 }
 
-void Tell(Workbench& workbench, const std::vector<ScannedChannel>& scanned, const std::vector<Burst>& bursts,
-          SampleRange range) {
+void TellOnsets(Workbench& workbench, const std::vector<ScannedChannel>& scanned,
+                const std::vector<Burst>& bursts, SampleRange range) {
   ChannelList found;
   ChannelList silent;
   for (std::size_t k = 0; k < scanned.size(); ++k) {
@@ -85,7 +85,7 @@ void FindOnsets(Workbench& workbench, MultiView& view) {
   if (const std::string notice = ThresholdsOfAnotherTrial(workbench); !notice.empty()) {
     AddNotice(workbench, notice);
   }
-  RemoveMarks(view);
+  RemoveOnsetMarks(view);
   OrderCursors(view);
   const SampleRange range = view.PairRange();
   workbench.graph.StatLo = range.lo;
@@ -94,14 +94,14 @@ void FindOnsets(Workbench& workbench, MultiView& view) {
   const std::vector<Burst> bursts = FindBursts(workbench.trial, scanned, range);
   for (std::size_t k = 0; k < scanned.size(); ++k) {
     if (bursts[k].onset > 0) {
-      AddMarks(view.GraphAt(view.GraphOf(scanned[k].channel)), workbench.trial, bursts[k]);
+      AddOnsetMarks(view.GraphAt(view.GraphOf(scanned[k].channel)), workbench.trial, bursts[k]);
     }
   }
-  Tell(workbench, scanned, bursts, range);
+  TellOnsets(workbench, scanned, bursts, range);
 }
 
 void RemoveOnsets(Workbench& workbench, MultiView& view) {
-  RemoveMarks(view);
+  RemoveOnsetMarks(view);
   workbench.trial.CursorLo = 1;
   workbench.trial.CursorHi = workbench.trial.NData;
 }
@@ -109,12 +109,12 @@ void RemoveOnsets(Workbench& workbench, MultiView& view) {
 bool OnsetsShown(const MultiView& view) {
   const auto graphs = view.Graphs();
   return std::any_of(graphs.begin(), graphs.end(),
-                     [](const Graph& graph) { return FindMark(graph, CursorKind::Onset) != nullptr; });
+                     [](const Graph& graph) { return FindOnsetMark(graph, CursorKind::Onset) != nullptr; });
 }
 
 std::optional<OnsetMarks> OnsetMarksOf(const Graph& graph) {
-  const GraphCursor* onset = FindMark(graph, CursorKind::Onset);
-  const GraphCursor* offset = FindMark(graph, CursorKind::Offset);
+  const GraphCursor* onset = FindOnsetMark(graph, CursorKind::Onset);
+  const GraphCursor* offset = FindOnsetMark(graph, CursorKind::Offset);
   if (onset == nullptr || offset == nullptr) {
     return std::nullopt;
   }

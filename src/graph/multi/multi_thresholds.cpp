@@ -65,7 +65,7 @@ std::optional<double> AskThreshold(Workbench& workbench, int graph, const GraphC
   return answer == Button::Yes ? dragged : candidate;
 }
 
-void Calculate(Workbench& workbench) {
+void CalculateHere(Workbench& workbench) {
   CalculateThresholds(workbench, RegionOf(OpenMultiView(workbench), workbench.trial));
 }
 
@@ -82,7 +82,7 @@ bool Displayed(const Workbench& workbench) {
 }
 
 template <void (*procedure)(Workbench&)>
-void InView(Workbench& workbench) {
+void OnThresholds(Workbench& workbench) {
   OpenMultiView(workbench);
   procedure(workbench);
 }
@@ -101,23 +101,26 @@ const char* NeedsBaseline(const Workbench& workbench) {
   return workbench.thresholds.BaselineTaken ? nullptr : "Calculate thresholds first";
 }
 
-constexpr std::string_view kThreshold = "&Multi-axis graph/&Threshold";
-constexpr std::string_view kHelp = "&Multi-axis graph/&Help";
+constexpr std::string_view kThresholdMenu = "&Multi-axis graph/&Threshold";
+constexpr std::string_view kThresholdHelpMenu = "&Multi-axis graph/&Help";
 
 constexpr std::array kThresholdCommands = {
-    Command{"threshold.calculate", "&Calculate thresholds", kThreshold, Needs::View, Calculate},
-    Command{"threshold.display", "&Display thresholds", kThreshold, Needs::View, Display, NeedsThresholds,
+    Command{"threshold.calculate", "&Calculate thresholds", kThresholdMenu, Needs::View, CalculateHere},
+    Command{"threshold.display", "&Display thresholds", kThresholdMenu, Needs::View, Display, NeedsThresholds,
             Displayed},
-    Command{"threshold.edit", "&Edit threshold level(s)", kThreshold, Needs::View, InView<EditThresholds>},
-    Command{"threshold.help", "&Help on thresholds", kThreshold, Needs::View, InView<ShowThresholdHelp>},
-    Command{"threshold.change", "Chan&ge a threshold", kThreshold, Needs::View, InView<HowToChange>,
+    Command{"threshold.edit", "&Edit threshold level(s)", kThresholdMenu, Needs::View,
+            OnThresholds<EditThresholds>},
+    Command{"threshold.help", "&Help on thresholds", kThresholdMenu, Needs::View,
+            OnThresholds<ShowThresholdHelp>},
+    Command{"threshold.change", "Chan&ge a threshold", kThresholdMenu, Needs::View, OnThresholds<HowToChange>,
             NeedsThresholds},
-    Command{"threshold.sd-level", "Set SD &Level", kThreshold, Needs::View, InView<SetSDLevel>,
+    Command{"threshold.sd-level", "Set SD &Level", kThresholdMenu, Needs::View, OnThresholds<SetSDLevel>,
             NeedsBaseline},
-    Command{"threshold.read", "&Read thresholds", kThreshold, Needs::View, InView<ReadThresholds>},
-    Command{"threshold.save", "&Save thresholds", kThreshold, Needs::View, InView<SaveThresholds>,
+    Command{"threshold.read", "&Read thresholds", kThresholdMenu, Needs::View, OnThresholds<ReadThresholds>},
+    Command{"threshold.save", "&Save thresholds", kThresholdMenu, Needs::View, OnThresholds<SaveThresholds>,
             NeedsThresholds},
-    Command{"help.thresholds", "&Create thresholds", kHelp, Needs::View, InView<ShowThresholdHelp>},
+    Command{"help.thresholds", "&Create thresholds", kThresholdHelpMenu, Needs::View,
+            OnThresholds<ShowThresholdHelp>},
 };
 
 }  // namespace
