@@ -60,7 +60,7 @@ void MultiChooseForm::AddScaleField() {
 
 void MultiChooseForm::AddLayoutFields() {
   const auto add = [this](const char* name, const char* caption, bool& target) {
-    fields_.push_back({.name = name, .caption = caption, .target = &target, .group = "Layout"});
+    fields_.push_back({.name = name, .caption = caption, .target = &target});
   };
   add("chkPaired", "&Paired", paired_);
   add("chkAB", "A/&B", halfToHalf_);
