@@ -137,9 +137,9 @@ struct GraphMemory {
   bool GraphCombinations = false;  // channels stand on graphs by numbers that were typed
   bool ShowDeviations = false;     // the second channel of a graph is the standard deviation of the first
   std::int16_t NGraphs = 0;
-  PerChannel<std::int16_t> GraphOfChannel{};  // from 1; 0: not shown
-  std::int32_t Layout = 0;                    // a GraphLayout
-  std::int32_t MultiScaleChoice = 0;          // autoscale, 1 to 4 standard deviations, no change
+  PerChannel<std::int16_t> GraphOfChannel{};           // from 1; 0: not shown
+  std::int32_t Layout = 0;                             // a GraphLayout
+  std::int32_t MultiScaleChoice = 0;                   // autoscale, 1 to 4 standard deviations, no change
   std::vector<std::pair<double, double>> GraphLimits;  // of the ordinates when a view was last left
   bool PanningTold = false;
   double SmallestIntegral = 0.0;  // in size; smaller ones are not reported

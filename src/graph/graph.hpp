@@ -85,8 +85,8 @@ struct PlottedSamples {
   std::optional<ColumnExtremes> columns;
 };
 
-/// The edges of bands of standard deviations, as a drawing asks for them. Rows count from 0 as in the samples'
-/// own matrix, of which row 0 is the same.
+/// The edges of bands of standard deviations, as a drawing asks for them. Rows count from 0 as in the
+/// samples' own matrix, of which row 0 is the same.
 struct BandEdges {
   SampleMatrix matrix;
   EnvelopePyramid envelope;
@@ -122,7 +122,8 @@ class Graph {
   /// their looks; axes and cursors stay. The trial must outlive the graph, and its samples must not
   /// change until they are plotted again.
   void PlotXY(const Trial& trial);
-  /// The same of what another graph plots, with which it shares the envelope: 64 graphs cost no more than one.
+  /// The same of what another graph plots, with which it shares the envelope: 64 graphs cost no more than
+  /// one.
   void PlotAs(const Graph& other);
 
   /// The selected channels are visible, all in the colours that the trial has for them.

@@ -21,8 +21,7 @@ GraphChannelForm::GraphChannelForm(Workbench& workbench, std::string name, std::
 }
 
 void GraphChannelForm::AddChannelFields() {
-  fields_.push_back(
-      {.name = "channels", .caption = "Channels", .target = &channels_, .isSelection = true});
+  fields_.push_back({.name = "channels", .caption = "Channels", .target = &channels_, .isSelection = true});
   fields_.push_back({.name = "lstColours",
                      .caption = "Select colour",
                      .target = &colours_,
@@ -38,12 +37,8 @@ void GraphChannelForm::AddWindowFields(const char* window, const char* pan, cons
                      .units = "s",
                      .lowest = 0,
                      .pattern = pattern});
-  fields_.push_back({.name = pan,
-                     .caption = "Pan size:",
-                     .target = &pan_,
-                     .units = "s",
-                     .lowest = 0,
-                     .pattern = pattern});
+  fields_.push_back(
+      {.name = pan, .caption = "Pan size:", .target = &pan_, .units = "s", .lowest = 0, .pattern = pattern});
 }
 
 void GraphChannelForm::AddMaximizedField() {

@@ -6,7 +6,7 @@
 namespace velmora {
 namespace {
 
-constexpr const char* kKeyboardList =
+constexpr const char* kSingleKeyList =
     "Page Down = Backward pan\nCtrl-Page Down = View start\nPage Up = Forward pan\n"
     "Ctrl-Page Up = View end\n0 = remove cursor(s)\n1 = show 1 cursor\n2 = show 2 cursors\n"
     "3 = triggering\nDelete = remove a cursor\nHome = set left cursor to start\n"
@@ -19,7 +19,7 @@ constexpr const char* kKeyboardList =
 }  // namespace
 
 void SingleView::ShowKeyList() {
-  ShowKeys(workbench_, kKeyboardList);
+  ShowKeys(workbench_, kSingleKeyList);
 }
 
 bool SingleView::DoKey(const KeyPress& key) {

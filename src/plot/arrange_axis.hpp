@@ -12,8 +12,8 @@ struct AxisLook {
   Colour background = kBlack;
 };
 
-/// Range, ticks, numerals, caption and grid of an axis as the graph has them; about so many numerals, of which
-/// three are the fewest.
+/// Range, ticks, numerals, caption and grid of an axis as the graph has them; about so many numerals, of
+/// which three are the fewest.
 void ArrangeAxis(QCPAxis& axis, const Axis& from, const AxisLook& look, int numerals);
 
 }  // namespace velmora

@@ -10,15 +10,15 @@
 namespace velmora {
 namespace {
 
-constexpr double kHandleHalf = 6.0;
-constexpr double kHandleHeight = 15.0;
-constexpr double kReach = 5.0;
+constexpr double kTagHalf = 6.0;
+constexpr double kTagHeight = 15.0;
+constexpr double kLineReach = 5.0;
 
-double Column(const StackPlot::Shown& shown, double x) {
+double LaneColumn(const StackPlot::Shown& shown, double x) {
   return std::round(shown.rect->axis(QCPAxis::atBottom)->coordToPixel(x));
 }
 
-double Row(const StackPlot::Shown& shown, double y) {
+double LaneRow(const StackPlot::Shown& shown, double y) {
   return std::round(shown.rect->axis(QCPAxis::atLeft)->coordToPixel(y));
 }
 
@@ -26,18 +26,18 @@ bool Inside(const QRectF& rect, double column) {
   return column >= rect.left() && column <= rect.right() + 1;
 }
 
-QString NameOf(const Graph& graph, const Plot& plot) {
+QString LaneName(const Graph& graph, const Plot& plot) {
   return QString::fromStdString(LabelWithUnits(plot.Name, graph.Plotted()->ChanUnits[plot.Channel].Text()));
 }
 
 // A tag that hangs from the top edge and points down along the line.
-QPolygonF Handle(double column, double top) {
-  const double shoulder = top + kHandleHeight - kHandleHalf;
-  return QPolygonF({{column - kHandleHalf, top},
-                    {column + kHandleHalf, top},
-                    {column + kHandleHalf, shoulder},
-                    {column, top + kHandleHeight},
-                    {column - kHandleHalf, shoulder}});
+QPolygonF TagOf(double column, double top) {
+  const double shoulder = top + kTagHeight - kTagHalf;
+  return QPolygonF({{column - kTagHalf, top},
+                    {column + kTagHalf, top},
+                    {column + kTagHalf, shoulder},
+                    {column, top + kTagHeight},
+                    {column - kTagHalf, shoulder}});
 }
 
 }  // namespace
@@ -61,28 +61,28 @@ QRectF StackOverlay::Extent() const {
   return QRectF(lanes.front().rect->rect()).united(QRectF(lanes.back().rect->rect()));
 }
 
-// Cursors may be taken anywhere, on their handles first; other lines in their lanes alone, and before a cursor
-// where both are near, since a cursor has room elsewhere.
+// Cursors may be taken anywhere, on their handles first; other lines in their lanes alone, and before a
+// cursor where both are near, since a cursor has room elsewhere.
 StackOverlay::Hit StackOverlay::At(const QPointF& place) const {
   const StackPlot::Shown* shown = stack_->LaneAt(place);
-  if (shown == nullptr || !Extent().adjusted(-kHandleHalf, 0, kHandleHalf, 0).contains(place)) {
+  if (shown == nullptr || !Extent().adjusted(-kTagHalf, 0, kTagHalf, 0).contains(place)) {
     return {};
   }
   Hit hit;
-  double nearest = kReach + 1;
+  double nearest = kLineReach + 1;
   const std::vector<GraphCursor>& cursors = shown->lane.graph->Cursors;
   for (std::size_t k = 0; k < cursors.size(); ++k) {
     const GraphCursor& cursor = cursors[k];
-    double away = std::abs(place.x() - Column(*shown, cursor.XPosition));
+    double away = std::abs(place.x() - LaneColumn(*shown, cursor.XPosition));
     if (cursor.Kind == CursorKind::Threshold) {
-      away = std::abs(place.y() - Row(*shown, cursor.YPosition));
+      away = std::abs(place.y() - LaneRow(*shown, cursor.YPosition));
     } else if (cursor.Kind == CursorKind::Value) {
       continue;
-    } else if (cursor.Kind == CursorKind::Cursor && away <= kHandleHalf &&
-               place.y() <= Extent().top() + kHandleHeight) {
+    } else if (cursor.Kind == CursorKind::Cursor && away <= kTagHalf &&
+               place.y() <= Extent().top() + kTagHeight) {
       return {shown->lane.number, static_cast<int>(k) + 1, cursor.Kind};
     }
-    if (away <= kReach && away < nearest) {
+    if (away <= kLineReach && away < nearest) {
       nearest = away;
       hit = {shown->lane.number, static_cast<int>(k) + 1, cursor.Kind};
     }
@@ -130,14 +130,15 @@ void StackOverlay::DrawTint(QCPPainter& painter) const {
   std::vector<double> columns;
   for (const GraphCursor& cursor : first.lane.graph->Cursors) {
     if (cursor.Kind == CursorKind::Cursor) {
-      columns.push_back(Column(first, cursor.XPosition));
+      columns.push_back(LaneColumn(first, cursor.XPosition));
     }
   }
   if (columns.size() == 2) {
     const auto [left, right] = std::minmax(columns[0], columns[1]);
     QColor tint = Foreground(background_);
     tint.setAlpha(26);
-    painter.fillRect(QRectF(QPointF(left, Extent().top()), QPointF(right, Extent().bottom())) & Extent(), tint);
+    painter.fillRect(QRectF(QPointF(left, Extent().top()), QPointF(right, Extent().bottom())) & Extent(),
+                     tint);
   }
 }
 
@@ -146,13 +147,13 @@ void StackOverlay::DrawCommon(QCPPainter& painter) const {
   const StackPlot::Shown& first = stack_->ShownLanes().front();
   const std::vector<GraphCursor>& cursors = first.lane.graph->Cursors;
   for (std::size_t k = cursors.size(); k-- > 0;) {
-    const double column = Column(first, cursors[k].XPosition);
+    const double column = LaneColumn(first, cursors[k].XPosition);
     if (cursors[k].Kind == CursorKind::Cursor && Inside(Extent(), column)) {
       const QColor colour = CursorColour(cursors[k], background_);
       painter.setPen(QPen(colour, 1));
       painter.drawLine(QLineF(column, Extent().top(), column, Extent().bottom()));
       painter.setBrush(colour);
-      painter.drawPolygon(Handle(column, Extent().top()));
+      painter.drawPolygon(TagOf(column, Extent().top()));
     }
   }
 }
@@ -180,7 +181,7 @@ void StackOverlay::DrawSpans(QCPPainter& painter, const StackPlot::Shown& shown)
       onset = &cursor;
     } else if (cursor.Kind == CursorKind::Offset && onset != nullptr) {
       const auto [left, right] =
-          std::minmax({Column(shown, onset->XPosition), Column(shown, cursor.XPosition)});
+          std::minmax({LaneColumn(shown, onset->XPosition), LaneColumn(shown, cursor.XPosition)});
       QColor tint = CursorColour(*onset, background_);
       tint.setAlpha(kTint);
       painter.fillRect(QRectF(QPointF(left, rect.top()), QPointF(right, rect.bottom())) & rect, tint);
@@ -192,22 +193,22 @@ void StackOverlay::DrawSpans(QCPPainter& painter, const StackPlot::Shown& shown)
 void StackOverlay::DrawThreshold(QCPPainter& painter, const StackPlot::Shown& shown,
                                  const GraphCursor& cursor) const {
   const QRectF rect(shown.rect->rect());
-  const double row = Row(shown, cursor.YPosition);
+  const double row = LaneRow(shown, cursor.YPosition);
   painter.setPen(QPen(CursorColour(cursor, background_), 1, Qt::DashLine));
   painter.drawLine(QLineF(rect.left(), row, rect.right(), row));
   // Something to grab at the right end.
   painter.setPen(Qt::NoPen);
   painter.setBrush(CursorColour(cursor, background_));
-  painter.drawPolygon(QPolygonF({{rect.right() + 1, row - kHandleHalf},
-                                 {rect.right() - kHandleHalf - 2, row},
-                                 {rect.right() + 1, row + kHandleHalf}}));
+  painter.drawPolygon(QPolygonF({{rect.right() + 1, row - kTagHalf},
+                                 {rect.right() - kTagHalf - 2, row},
+                                 {rect.right() + 1, row + kTagHalf}}));
 }
 
 // A line in its lane alone with a flag that points into the span.
 void StackOverlay::DrawEdge(QCPPainter& painter, const StackPlot::Shown& shown,
                             const GraphCursor& cursor) const {
   const QRectF rect(shown.rect->rect());
-  const double column = Column(shown, cursor.XPosition);
+  const double column = LaneColumn(shown, cursor.XPosition);
   const double into = cursor.Kind == CursorKind::Onset ? 7.0 : -7.0;
   const QColor colour = CursorColour(cursor, background_);
   painter.setPen(QPen(colour, 1));
@@ -247,7 +248,7 @@ QRectF StackOverlay::LabelPlace(const StackPlot::Shown& shown) const {
   const QFontMetrics metrics(stack_->font());
   int width = metrics.horizontalAdvance(QString::number(shown.lane.number)) + 16;
   for (const Plot& plot : graph.Plots) {
-    width += plot.Visible ? metrics.horizontalAdvance(NameOf(graph, plot)) + 10 : 0;
+    width += plot.Visible ? metrics.horizontalAdvance(LaneName(graph, plot)) + 10 : 0;
   }
   const QRectF rect(shown.rect->rect());
   return QRectF(rect.left() + 1, rect.top() + 1, width, metrics.height()) & rect;
@@ -272,7 +273,7 @@ void StackOverlay::DrawNames(QCPPainter& painter, const StackPlot::Shown& shown)
   write(QString::number(shown.lane.number), quiet);
   for (const Plot& plot : shown.lane.graph->Plots) {
     if (plot.Visible) {
-      write(NameOf(*shown.lane.graph, plot), TraceColour(plot, background_));
+      write(LaneName(*shown.lane.graph, plot), TraceColour(plot, background_));
     }
   }
 }
@@ -298,14 +299,14 @@ void StackOverlay::DrawTag(QCPPainter& painter) const {
   const QFontMetrics metrics(stack_->font());
   const bool level = cursor.Kind == CursorKind::Threshold;
   const QRectF rect(shown->rect->rect());
-  const double column = level ? rect.right() - 20 : Column(*shown, cursor.XPosition);
-  const double top = level                                ? Row(*shown, cursor.YPosition) - metrics.height() - 7
+  const double column = level ? rect.right() - 20 : LaneColumn(*shown, cursor.XPosition);
+  const double top = level ? LaneRow(*shown, cursor.YPosition) - metrics.height() - 7
                      : cursor.Kind == CursorKind::Cursor ? Extent().top() + 2
                                                          : rect.top() + 2;
-  QRectF box(column + kHandleHalf + 4, std::max(top, Extent().top()), metrics.horizontalAdvance(text_) + 10,
+  QRectF box(column + kTagHalf + 4, std::max(top, Extent().top()), metrics.horizontalAdvance(text_) + 10,
              metrics.height() + 4);
   if (box.right() > rect.right()) {
-    box.moveRight(column - kHandleHalf - 4);
+    box.moveRight(column - kTagHalf - 4);
   }
   painter.setBrush(Ground(225));
   painter.setPen(QPen(Foreground(background_), 1));

@@ -6,9 +6,10 @@
 
 namespace velmora {
 
-/// What lies above the traces of a stack: the names of channels in their lanes, the cursors through all lanes with
-/// the range between them tinted, and in each lane the lines and marks that commands set: thresholds, onsets and
-/// offsets with the span between them, values with their texts, which keep clear of each other and of the traces.
+/// What lies above the traces of a stack: the names of channels in their lanes, the cursors through all lanes
+/// with the range between them tinted, and in each lane the lines and marks that commands set: thresholds,
+/// onsets and offsets with the span between them, values with their texts, which keep clear of each other and
+/// of the traces.
 class StackOverlay : public QCPLayerable {
  public:
   explicit StackOverlay(StackPlot* plot);

@@ -13,11 +13,11 @@ namespace velmora {
 namespace {
 
 constexpr int kLeastHeight = 38;  // pixels of a lane on the screen
-constexpr int kGap = 4;           // between lanes
+constexpr int kLaneGap = 4;       // between lanes
 constexpr int kRight = 14;
 constexpr int kTop = 6;
-constexpr int kBetweenNumerals = 110;
-constexpr int kBetweenRows = 28;
+constexpr int kLaneNumerals = 110;
+constexpr int kLaneRows = 28;
 
 /// Round numbers whose numerals keep clear of the lanes above and below.
 class LaneTicker : public NumberTicker {
@@ -109,7 +109,8 @@ QRect StackPlot::Room() const {
 
 int StackPlot::FittingLanes() const {
   const int lanes = Lanes();
-  return whole_ ? lanes : std::clamp((Room().height() + kGap) / (kLeastHeight + kGap), 1, std::max(lanes, 1));
+  return whole_ ? lanes
+                : std::clamp((Room().height() + kLaneGap) / (kLeastHeight + kLaneGap), 1, std::max(lanes, 1));
 }
 
 void StackPlot::SetCount(std::size_t count) {
@@ -145,11 +146,10 @@ void StackPlot::SetCount(std::size_t count) {
 void StackPlot::Place(std::size_t k, const QRect& place) {
   constexpr double kInside = 0.25;
   const QRectF all = viewport();
-  inset_->setInsetRect(static_cast<int>(k),
-                       QRectF((place.left() - all.left() + kInside) / all.width(),
-                              (place.top() - all.top() + kInside) / all.height(),
-                              (place.width() + kInside) / all.width(),
-                              (place.height() + kInside) / all.height()));
+  inset_->setInsetRect(static_cast<int>(k), QRectF((place.left() - all.left() + kInside) / all.width(),
+                                                   (place.top() - all.top() + kInside) / all.height(),
+                                                   (place.width() + kInside) / all.width(),
+                                                   (place.height() + kInside) / all.height()));
   drawn_[k].rect->setOuterRect(place);
 }
 
@@ -161,7 +161,7 @@ void StackPlot::Arrange() {
   SetCount(static_cast<std::size_t>(fits));
   shown_.clear();
   const QRect room = Room();
-  const int gap = room.height() > fits * 3 * kGap ? kGap : 0;
+  const int gap = room.height() > fits * 3 * kLaneGap ? kLaneGap : 0;
   for (int k = 0; k < fits; ++k) {
     const auto edge = [&](int n) {
       return room.top() + static_cast<int>(std::lround(1.0 * n * (room.height() + gap) / fits));
@@ -186,8 +186,8 @@ void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
   drawn.marks->Show(&graph, look.background);
   QCPAxis& x = *drawn.rect->axis(QCPAxis::atBottom);
   QCPAxis& y = *drawn.rect->axis(QCPAxis::atLeft);
-  ArrangeAxis(x, graph.Abscissa, look, viewport().width() / kBetweenNumerals);
-  ArrangeAxis(y, graph.Ordinate, look, height / kBetweenRows);
+  ArrangeAxis(x, graph.Abscissa, look, viewport().width() / kLaneNumerals);
+  ArrangeAxis(y, graph.Ordinate, look, height / kLaneRows);
   if (!lowest) {
     x.setBasePen(QPen(GridColour(graph.Abscissa, look.background), 1));
     x.setTickLabels(false);
@@ -197,7 +197,7 @@ void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
   }
   if (!graph.Ordinate.Log) {
     const auto ticker = QSharedPointer<LaneTicker>::create(height, metrics.height());
-    ticker->setTickCount(std::clamp(height / kBetweenRows, 2, 8));
+    ticker->setTickCount(std::clamp(height / kLaneRows, 2, 8));
     y.setTicker(ticker);
   }
   const bool low = height < kLowLane * metrics.height();
@@ -207,7 +207,7 @@ void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
     y.setSubTicks(false);
     y.grid()->setVisible(false);
   }
-  if (metrics.horizontalAdvance(y.label()) + 2 * kGap > height) {
+  if (metrics.horizontalAdvance(y.label()) + 2 * kLaneGap > height) {
     y.setLabel({});
   }
 }
@@ -219,7 +219,7 @@ QString StackPlot::Heading() const {
 const StackPlot::Shown* StackPlot::LaneAt(const QPointF& place) const {
   for (const Shown& shown : shown_) {
     const QRect rect = shown.rect->rect();
-    if (place.y() >= rect.top() - kGap / 2 && place.y() <= rect.bottom() + kGap / 2 &&
+    if (place.y() >= rect.top() - kLaneGap / 2 && place.y() <= rect.bottom() + kLaneGap / 2 &&
         place.x() <= rect.right() + kRight) {
       return &shown;
     }

@@ -13,9 +13,9 @@ namespace velmora {
 class ResultMarks;
 class StackOverlay;
 
-/// A stack of graphs drawn as one picture: lanes of equal height with the abscissa once at the bottom, each with
-/// its ordinate and the names of its channels, cursors through all of them. It shows what the graphs hold at the
-/// last Arrange; they must outlive it or be replaced.
+/// A stack of graphs drawn as one picture: lanes of equal height with the abscissa once at the bottom, each
+/// with its ordinate and the names of its channels, cursors through all of them. It shows what the graphs
+/// hold at the last Arrange; they must outlive it or be replaced.
 ///
 /// On the screen lanes have a least height: what does not fit is scrolled to. A picture holds all.
 class StackPlot : public QCustomPlot {

@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-constexpr double kSmallest = 4.0;  // pixels; less is a click
+constexpr double kClickReach = 4.0;  // pixels; less is a click
 
 }  // namespace
 
@@ -88,7 +88,7 @@ void StackWidget::mouseMoveEvent(QMouseEvent* event) {
     case Gesture::None:
       break;
     case Gesture::Line:
-      if (last_ != pressed_ || (place - pressed_).manhattanLength() >= kSmallest) {
+      if (last_ != pressed_ || (place - pressed_).manhattanLength() >= kClickReach) {
         DragLine(place);
         last_ = place;
       }
@@ -112,7 +112,7 @@ void StackWidget::mouseMoveEvent(QMouseEvent* event) {
 
 void StackWidget::mouseReleaseEvent(QMouseEvent* event) {
   const QPointF place = event->position();
-  const bool still = (place - pressed_).manhattanLength() < kSmallest;
+  const bool still = (place - pressed_).manhattanLength() < kClickReach;
   const bool dragged = gesture_ == Gesture::Line && last_ != pressed_;
   const Gesture ended = gesture_;
   const bool onThreshold = ended == Gesture::Line && hit_.kind == CursorKind::Threshold;
@@ -123,7 +123,7 @@ void StackWidget::mouseReleaseEvent(QMouseEvent* event) {
     }
   } else if (const Shown* shown = LaneOf(graph_); ended == Gesture::Area && shown != nullptr) {
     const QRectF area = QRectF(pressed_, place).normalized() & QRectF(shown->rect->rect());
-    if (area.width() >= kSmallest && area.height() >= kSmallest) {
+    if (area.width() >= kClickReach && area.height() >= kClickReach) {
       emit rangeChosen(graph_, MovesOf(*shown).Zoomed(area));
     }
   }

@@ -37,8 +37,8 @@ ValueLabels::ValueLabels(const Graph& graph, const QRectF& rect, const QRectF& t
 }
 
 bool ValueLabels::IsFree(const QRectF& room) const {
-  return rect_.contains(room) &&
-         std::none_of(taken_.begin(), taken_.end(), [&](const QRectF& other) { return other.intersects(room); });
+  return rect_.contains(room) && std::none_of(taken_.begin(), taken_.end(),
+                                              [&](const QRectF& other) { return other.intersects(room); });
 }
 
 ValueLabels::Reach ValueLabels::ReachOf(double left, double width) const {
@@ -87,8 +87,7 @@ QRectF ValueLabels::RoomFor(const QPointF& point, QSizeF size) const {
       return room;
     }
   }
-  const double top =
-      std::clamp(point.y() - size.height() / 2, rect_.top(), rect_.bottom() - size.height());
+  const double top = std::clamp(point.y() - size.height() / 2, rect_.top(), rect_.bottom() - size.height());
   for (const double left : {point.x() + 2 * kApart, point.x() - 2 * kApart - size.width()}) {
     const QRectF beside(QPointF(left, top), size);
     if (IsFree(beside)) {

@@ -15,8 +15,8 @@ struct ValueLabel {
   QRectF room;
 };
 
-/// Finds places for the texts of a graph's value marks: above the traces or below them, next to what was placed
-/// before, and never on the names of the channels (`taken`).
+/// Finds places for the texts of a graph's value marks: above the traces or below them, next to what was
+/// placed before, and never on the names of the channels (`taken`).
 class ValueLabels {
  public:
   ValueLabels(const Graph& graph, const QRectF& rect, const QRectF& taken, const QFontMetrics& metrics);

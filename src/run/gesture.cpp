@@ -39,13 +39,14 @@ struct Gesture {
   void operator()(const ImageGesture& image) const {
     const GraphView& view = OpenGraphView(workbench);
     const MultiView* multi = FindMultiView(workbench);
-    const std::string picture = LoadAndDraw({.graph = view.Lead(),
-                                             .title = view.TitleText(),
-                                             .format = *PictureFormatOf(image.file),
-                                             .width = image.width,
-                                             .height = image.height,
-                                             .paper = image.white ? std::optional(kWhite) : std::nullopt,
-                                             .lanes = multi != nullptr ? LanesOf(*multi) : std::vector<Lane>{}});
+    const std::string picture =
+        LoadAndDraw({.graph = view.Lead(),
+                     .title = view.TitleText(),
+                     .format = *PictureFormatOf(image.file),
+                     .width = image.width,
+                     .height = image.height,
+                     .paper = image.white ? std::optional(kWhite) : std::nullopt,
+                     .lanes = multi != nullptr ? LanesOf(*multi) : std::vector<Lane>{}});
     try {
       OutputFile file(image.file);
       file.Write(picture);

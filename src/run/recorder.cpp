@@ -40,7 +40,7 @@ constexpr std::array kNotKept = {"file.open-directory",
 // A threshold is changed by means of its line, so what shows the lines is more than a look of the graph.
 bool IsKept(std::string_view id) {
   return id == "grid.thresholds" || std::none_of(kNotKept.begin(), kNotKept.end(),
-                      [id](const char* prefix) { return id.starts_with(prefix); });
+                                                 [id](const char* prefix) { return id.starts_with(prefix); });
 }
 
 struct StepOf {

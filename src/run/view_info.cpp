@@ -60,8 +60,9 @@ Json LaneInfo(const MultiView& view, int number) {
   for (const DeviationBand& band : graph.Deviations) {
     bands.push_back({{"channel", band.Channel}, {"sd", band.SDChannel}, {"k", JsonNumber(band.K)}});
   }
-  return {{"number", number},       {"x", AxisInfo(graph.Abscissa)}, {"y", AxisInfo(graph.Ordinate)},
-          {"plots", plots},         {"bands", bands},                {"cursors", CursorsInfo(graph)}};
+  return {
+      {"number", number}, {"x", AxisInfo(graph.Abscissa)}, {"y", AxisInfo(graph.Ordinate)}, {"plots", plots},
+      {"bands", bands},   {"cursors", CursorsInfo(graph)}};
 }
 
 Json MultiInfo(const MultiView& view) {
@@ -69,13 +70,10 @@ Json MultiInfo(const MultiView& view) {
   for (const int number : view.ShownGraphs()) {
     graphs.push_back(LaneInfo(view, number));
   }
-  return {{"kind", "multi"},
-          {"title", view.TitleText()},
-          {"WindowMode", view.WindowMode() ? -1 : 0},
-          {"NGraphs", view.NGraphs()},
-          {"selected", view.Selected()},
-          {"sidebar", view.SidebarLines()},
-          {"graphs", graphs}};
+  return {
+      {"kind", "multi"},           {"title", view.TitleText()},   {"WindowMode", view.WindowMode() ? -1 : 0},
+      {"NGraphs", view.NGraphs()}, {"selected", view.Selected()}, {"sidebar", view.SidebarLines()},
+      {"graphs", graphs}};
 }
 
 }  // namespace

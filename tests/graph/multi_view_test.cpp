@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "core/text/numbers.hpp"
-
 #include "graph/multi/graph_layout.hpp"
 #include "graph/multi/multi_values.hpp"
 #include "graph/single_view.hpp"
@@ -111,7 +110,10 @@ TEST_F(MultiViewTest, OpensWhatTheDialogueSaysAndKeepsItWithTheTrial) {
   EXPECT_FALSE(trial.FileChanged);
   EXPECT_EQ(View().TitleText(), "Multiaxis Graph of Jump");
   const std::size_t told = questions.boxes.size();
-  Open({{"chkCombinations", "true"}, {"txtChannels 1", "3"}, {"txtChannels 2", "1"}, {"txtChannels 3", "3"},
+  Open({{"chkCombinations", "true"},
+        {"txtChannels 1", "3"},
+        {"txtChannels 2", "1"},
+        {"txtChannels 3", "3"},
         {"channels 4", "false"}},
        false);
   EXPECT_EQ(questions.boxes.size(), told);  // the keys are told once a run
@@ -138,13 +140,14 @@ TEST_F(MultiViewTest, KeysWantAGraphAndArrowsStepByWhatIsHeld) {
     int lo;
     int hi;
   };
-  const Step steps[] = {{{.name = "Right"}, 27, 76},
-                        {{.name = "Left", .shift = true}, 22, 76},
-                        {{.name = "Up", .ctrl = true}, 22, 86},
-                        {{.name = "Down", .alt = true}, 22, 36},
-                        {{.name = "Right", .shift = true, .ctrl = true}, 36, 101},  // the left one, to the end
-                        {{.name = "Left", .shift = true, .ctrl = true, .alt = true}, 36, 100},
-                        {{.name = "Down", .ctrl = true, .alt = true}, 1, 100}};
+  const Step steps[] = {
+      {{.name = "Right"}, 27, 76},
+      {{.name = "Left", .shift = true}, 22, 76},
+      {{.name = "Up", .ctrl = true}, 22, 86},
+      {{.name = "Down", .alt = true}, 22, 36},
+      {{.name = "Right", .shift = true, .ctrl = true}, 36, 101},  // the left one, to the end
+      {{.name = "Left", .shift = true, .ctrl = true, .alt = true}, 36, 100},
+      {{.name = "Down", .ctrl = true, .alt = true}, 1, 100}};
   for (const Step& step : steps) {
     Key(step.key);
     EXPECT_EQ(trial.CursorLo, step.lo);
@@ -264,8 +267,8 @@ TEST_F(MultiViewTest, TheSidebarTellsTimesAndValues) {
   View().MoveCursor(1, 0.25);
   trial.ChanLabel[1] = "Knee";
   trial.ChanLabel[3] = "Hip";
-  EXPECT_EQ(View().SidebarLines(), (Texts{"Trial: Jump", "Cursor time:  0.250", "      n =  26", "Ch.#00:Knee",
-                                          " 26.0000 V", "Ch.#02:Hip", " 2.0000"}));
+  EXPECT_EQ(View().SidebarLines(), (Texts{"Trial: Jump", "Cursor time:  0.250", "      n =  26",
+                                          "Ch.#00:Knee", " 26.0000 V", "Ch.#02:Hip", " 2.0000"}));
   Run("cursor.two");
   View().MoveCursor(2, 0.125);
   EXPECT_EQ(View().SidebarLines(),

@@ -54,7 +54,8 @@ TEST_F(ViewStepsTest, APieceIsSelectedAndCropped) {
   EXPECT_EQ(view["plots"][0]["colour"], 4);
   EXPECT_EQ(view["plots"][0]["visible"], -1);
   EXPECT_EQ(view["plots"][1]["visible"], 0);
-  EXPECT_EQ(view["cursors"][0], json({{"x", 0.75}, {"y", 0.0}, {"colour", 0xFFFF}, {"name", "1"}, {"kind", "cursor"}}));
+  EXPECT_EQ(view["cursors"][0],
+            json({{"x", 0.75}, {"y", 0.0}, {"colour", 0xFFFF}, {"name", "1"}, {"kind", "cursor"}}));
   EXPECT_EQ(view["cursors"][1]["x"], 0.25);
   EXPECT_NE(ReadFile(directory_.Path("jump.vmc")).find("1\t76\t0.7500\t0.0000\n2\t26\t0.2500\t-0.5000\n"),
             std::string::npos);

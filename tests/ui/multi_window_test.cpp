@@ -1,5 +1,5 @@
-// The window of the multi-axis graph as a person uses it. With VELMORA_SCREENSHOTS set to a directory it leaves
-// pictures of what it saw there.
+// The window of the multi-axis graph as a person uses it. With VELMORA_SCREENSHOTS set to a directory it
+// leaves pictures of what it saw there.
 #include <QScrollBar>
 
 #include "ui/multi_window_person.hpp"

@@ -80,12 +80,12 @@ void MultiChooseForm::AddLayoutFields() {
 }
 
 GraphLayout MultiChooseForm::Layout() const {
-  return combinations_      ? GraphLayout::Combinations
-         : paired_ || sds_  ? GraphLayout::Pairs
-         : halfToHalf_      ? GraphLayout::HalfToHalf
-         : halves_          ? GraphLayout::Halves
-         : triplets_        ? GraphLayout::Triplets
-                            : GraphLayout::OneByOne;
+  return combinations_     ? GraphLayout::Combinations
+         : paired_ || sds_ ? GraphLayout::Pairs
+         : halfToHalf_     ? GraphLayout::HalfToHalf
+         : halves_         ? GraphLayout::Halves
+         : triplets_       ? GraphLayout::Triplets
+                           : GraphLayout::OneByOne;
 }
 
 PerChannel<std::int16_t> MultiChooseForm::Assigned() const {

@@ -8,8 +8,8 @@
 
 namespace velmora {
 
-/// Which channels the multi-axis graph shows and on which graphs, at which scale and through how long a window.
-/// What was chosen goes to the picker's state, the trial's colours, graph numbers and pairing, and
+/// Which channels the multi-axis graph shows and on which graphs, at which scale and through how long a
+/// window. What was chosen goes to the picker's state, the trial's colours, graph numbers and pairing, and
 /// `workbench.graph`; nothing does when the form is cancelled.
 class MultiChooseForm : public GraphChannelForm {
  public:

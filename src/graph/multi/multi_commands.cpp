@@ -37,7 +37,7 @@ void OpenMulti(Workbench& workbench) {
 }
 
 template <TrackMode mode>
-void SetTrack(Workbench& workbench) {
+void TrackWithSelected(Workbench& workbench) {
   MultiView& view = OpenMultiView(workbench);
   if (MayPanOrZoom(workbench)) {
     view.SetTrack(mode);
@@ -77,13 +77,12 @@ void ChooseNumberFormat(Workbench& workbench) {
   }
 }
 
-void Print(Workbench& workbench) {
+void PrintStack(Workbench& workbench) {
   MultiView& view = OpenMultiView(workbench);
-  const Button answer =
-      workbench.questions.AskBox({.title = "Print Graph",
-                                  .text = "Press OK to print the graph or press Cancel.",
-                                  .icon = Icon::Question,
-                                  .buttons = {Button::OK, Button::Cancel}});
+  const Button answer = workbench.questions.AskBox({.title = "Print Graph",
+                                                    .text = "Press OK to print the graph or press Cancel.",
+                                                    .icon = Icon::Question,
+                                                    .buttons = {Button::OK, Button::Cancel}});
   if (answer == Button::OK && workbench.desktop.printPicture) {
     const std::vector<Lane> lanes = LanesOf(view);
     workbench.desktop.printPicture(
@@ -101,33 +100,34 @@ bool FixesDouble(const Workbench& workbench) {
 }
 
 template <MultiScale scale>
-bool HasScale(const Workbench& workbench) {
+bool HasMultiScale(const Workbench& workbench) {
   const MultiView* view = FindMultiView(workbench);
   return view != nullptr && view->ShownScale() == scale;
 }
 
-constexpr std::string_view kView = "&View";
-constexpr std::string_view kFile = "&Multi-axis graph/&File";
-constexpr std::string_view kScale = "&Multi-axis graph/&Scale";
-constexpr std::string_view kZoom = "&Multi-axis graph/&Zoom";
-constexpr std::string_view kLine = "&Multi-axis graph/&Line";
-constexpr std::string_view kFormat = "&Multi-axis graph/&Format";
-constexpr std::string_view kFixDouble = "&Multi-axis graph/&Fix double-keying";
+constexpr std::string_view kMultiView = "&View";
+constexpr std::string_view kMultiFile = "&Multi-axis graph/&File";
+constexpr std::string_view kMultiScale = "&Multi-axis graph/&Scale";
+constexpr std::string_view kMultiZoom = "&Multi-axis graph/&Zoom";
+constexpr std::string_view kMultiLine = "&Multi-axis graph/&Line";
+constexpr std::string_view kMultiFormat = "&Multi-axis graph/&Format";
+constexpr std::string_view kMultiFixDouble = "&Multi-axis graph/&Fix double-keying";
 
 constexpr std::array kMultiCommands = {
-    Command{"graph.multi", "Select Channels for &Multiaxis Graph", kView, Needs::Data, OpenMulti},
-    Command{"view.print", "&Print", kFile, Needs::View, Print},
-    Command{"scale.same", "&Same scaling", kScale, Needs::View, SetSameScale, nullptr,
-            HasScale<MultiScale::Same>},
-    Command{"scale.min-max", "&Min./max", kScale, Needs::View, CheckMinMax, nullptr,
-            HasScale<MultiScale::MinMax>},
-    Command{"line.solid-dashed", "Alternate Solid and Dashed", kLine, Needs::View, AlternateSolidAndDashed},
-    Command{"format.number", "&Number format", kFormat, Needs::View, ChooseNumberFormat},
-    Command{"zoom.pan-x", "Pan &X-only", kZoom, Needs::View, SetTrack<TrackMode::PanX>},
-    Command{"zoom.pan-y", "Pan &Y-only", kZoom, Needs::View, SetTrack<TrackMode::PanY>},
-    Command{"zoom.reset-all", "Reset &All graphs", kZoom, Needs::View, ResetAll},
-    Command{"view.fix-double-keying", "&Fix double-keying", kFixDouble, Needs::View, ToggleFixDouble, nullptr,
-            FixesDouble},
+    Command{"graph.multi", "Select Channels for &Multiaxis Graph", kMultiView, Needs::Data, OpenMulti},
+    Command{"view.print", "&Print", kMultiFile, Needs::View, PrintStack},
+    Command{"scale.same", "&Same scaling", kMultiScale, Needs::View, SetSameScale, nullptr,
+            HasMultiScale<MultiScale::Same>},
+    Command{"scale.min-max", "&Min./max", kMultiScale, Needs::View, CheckMinMax, nullptr,
+            HasMultiScale<MultiScale::MinMax>},
+    Command{"line.solid-dashed", "Alternate Solid and Dashed", kMultiLine, Needs::View,
+            AlternateSolidAndDashed},
+    Command{"format.number", "&Number format", kMultiFormat, Needs::View, ChooseNumberFormat},
+    Command{"zoom.pan-x", "Pan &X-only", kMultiZoom, Needs::View, TrackWithSelected<TrackMode::PanX>},
+    Command{"zoom.pan-y", "Pan &Y-only", kMultiZoom, Needs::View, TrackWithSelected<TrackMode::PanY>},
+    Command{"zoom.reset-all", "Reset &All graphs", kMultiZoom, Needs::View, ResetAll},
+    Command{"view.fix-double-keying", "&Fix double-keying", kMultiFixDouble, Needs::View, ToggleFixDouble,
+            nullptr, FixesDouble},
 };
 
 }  // namespace

@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-constexpr const char* kKeyboardList =
+constexpr const char* kMultiKeyList =
     "<-- = move left cursor backward\n--> = moved left cursor forward\ndown = move right cursor backward\n"
     "up = move right cursor forward\nPage Down = Backward pan\nCtrl-Page Down = Pan to start\n"
     "Page Up = Forward pan\nCtrl-Page Up = Pan to end\nR = Reset cursors\n0 = no cursors\n1 = one cursor\n"
@@ -24,20 +24,20 @@ constexpr const char* kKeyboardList =
     "    Delete = delete an Event record\n    Ctrl-Home = forward 1 Event record\n"
     "    Ctrl-End = backward 1 Event record";
 
-constexpr std::array kKeys = {
+constexpr std::array kMultiKeys = {
     "LEFT", "RIGHT", "UP", "DOWN", "PAGEUP", "PAGEDOWN", "HOME", "END", "SCROLLLOCK", "DELETE", "INSERT",
     "0",    "1",     "2",  "C",    "D",      "E",        "F",    "I",   "L",          "M",      "O",
     "P",    "R",     "T",  "W",    "X",      "Z",        "F1",   "?",   "/",          "SLASH",  "QUESTION",
     "F2",   "F3",    "F4", "F5",   "F6",     "F7",       "F9",   "F10"};
 
 bool IsKey(std::string_view name) {
-  return std::find(kKeys.begin(), kKeys.end(), name) != kKeys.end();
+  return std::find(kMultiKeys.begin(), kMultiKeys.end(), name) != kMultiKeys.end();
 }
 
 }  // namespace
 
 void MultiView::ShowKeyList() {
-  ShowKeys(workbench_, kKeyboardList);
+  ShowKeys(workbench_, kMultiKeyList);
 }
 
 bool MultiView::DoKey(const KeyPress& key) {

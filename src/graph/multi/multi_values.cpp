@@ -101,11 +101,11 @@ void ForEachChannel(Workbench& workbench, const Work& work) {
 }
 
 bool AskSmallest(Workbench& workbench) {
-  const std::string typed = workbench.questions.AskInput(
-      {.title = "Smallest Integral",
-       .prompt = "Enter smallest reportable integral or zero to report all.",
-       .defaultText = FormatNumber(workbench.graph.SmallestIntegral, "0.000"),
-       .isNumber = true});
+  const std::string typed =
+      workbench.questions.AskInput({.title = "Smallest Integral",
+                                    .prompt = "Enter smallest reportable integral or zero to report all.",
+                                    .defaultText = FormatNumber(workbench.graph.SmallestIntegral, "0.000"),
+                                    .isNumber = true});
   if (typed.empty()) {
     return false;
   }
@@ -130,13 +130,13 @@ void ShowIntegralMarks(Workbench& workbench) {
   });
 }
 
-enum class Shown { Value, Time, Both };
+enum class MarkText { Value, Time, Both };
 
 std::string WithUnits(const std::string& number, std::string_view units) {
   return Trim(units).empty() ? number : number + " " + Trim(units);
 }
 
-std::string TextOf(const Workbench& workbench, std::int32_t sample, int channel, Shown shown) {
+std::string TextOf(const Workbench& workbench, std::int32_t sample, int channel, MarkText shown) {
   const Trial& trial = workbench.trial;
   const std::string value = WithUnits(
       FormatNumber(static_cast<double>(trial.Data(sample, channel)), workbench.patterns.ValuePattern),
@@ -144,10 +144,10 @@ std::string TextOf(const Workbench& workbench, std::int32_t sample, int channel,
   const std::string time =
       WithUnits(AbscissaText(workbench, PlaceOf(trial, sample), workbench.patterns.TimePattern),
                 AbscissaUnits(workbench));
-  return shown == Shown::Value ? value : shown == Shown::Time ? time : value + ", " + time;
+  return shown == MarkText::Value ? value : shown == MarkText::Time ? time : value + ", " + time;
 }
 
-template <Shown shown, bool maximum, bool minimum>
+template <MarkText shown, bool maximum, bool minimum>
 void ShowExtremes(Workbench& workbench) {
   OpenMultiView(workbench);
   const Trial& trial = workbench.trial;
@@ -172,22 +172,23 @@ void DoNothing(Workbench& workbench) {
   OpenMultiView(workbench);
 }
 
-constexpr std::string_view kValue = "&Multi-axis graph/&Value";
-constexpr std::string_view kValues = "&Multi-axis graph/&Values";
+constexpr std::string_view kValueMenu = "&Multi-axis graph/&Value";
+constexpr std::string_view kValuesMenu = "&Multi-axis graph/&Values";
 
 constexpr std::array kValueCommands = {
-    Command{"value.decimal-format", "&Decimal format", kValue, Needs::View, DoNothing},
-    Command{"value.integrals", "&Integrals", kValue, Needs::View, ShowIntegralMarks},
-    Command{"value.extremes", "&Maxs. and Mins.", kValue, Needs::View,
-            ShowExtremes<Shown::Value, true, true>},
-    Command{"value.extreme-times", "Max. and min. &Times", kValue, Needs::View,
-            ShowExtremes<Shown::Time, true, true>},
-    Command{"value.maximums", "Ma&ximums and times", kValue, Needs::View,
-            ShowExtremes<Shown::Both, true, false>},
-    Command{"value.minimums", "Mi&nimums and times", kValue, Needs::View,
-            ShowExtremes<Shown::Both, false, true>},
-    Command{"value.remove", "&Remove values", kValue, Needs::View, RemoveMarks},
-    Command{"values.maximums", "&Maximums", kValues, Needs::View, ShowExtremes<Shown::Value, true, false>},
+    Command{"value.decimal-format", "&Decimal format", kValueMenu, Needs::View, DoNothing},
+    Command{"value.integrals", "&Integrals", kValueMenu, Needs::View, ShowIntegralMarks},
+    Command{"value.extremes", "&Maxs. and Mins.", kValueMenu, Needs::View,
+            ShowExtremes<MarkText::Value, true, true>},
+    Command{"value.extreme-times", "Max. and min. &Times", kValueMenu, Needs::View,
+            ShowExtremes<MarkText::Time, true, true>},
+    Command{"value.maximums", "Ma&ximums and times", kValueMenu, Needs::View,
+            ShowExtremes<MarkText::Both, true, false>},
+    Command{"value.minimums", "Mi&nimums and times", kValueMenu, Needs::View,
+            ShowExtremes<MarkText::Both, false, true>},
+    Command{"value.remove", "&Remove values", kValueMenu, Needs::View, RemoveMarks},
+    Command{"values.maximums", "&Maximums", kValuesMenu, Needs::View,
+            ShowExtremes<MarkText::Value, true, false>},
 };
 
 }  // namespace

@@ -15,8 +15,8 @@ struct SignedPart {
   double integral = 0.0;  // in the channel's units times seconds
 };
 
-/// The integrals of a channel over samples range.lo to range.hi, part by part. A part goes on while the sum so
-/// far times the next sample is not negative; the sample that ends it begins the next one. It stands at
+/// The integrals of a channel over samples range.lo to range.hi, part by part. A part goes on while the sum
+/// so far times the next sample is not negative; the sample that ends it begins the next one. It stands at
 /// (first + closing)/2 * dt, samples counted from 1. NaN adds nothing.
 std::vector<SignedPart> IntegralsOf(const Trial& trial, int channel, SampleRange range);
 

@@ -13,10 +13,10 @@ namespace velmora::ui {
 namespace {
 
 // As the graph begins: on black.
-constexpr QRgb kGround = 0xFF000000;
-constexpr QRgb kFrame = 0xFF707070;
+constexpr QRgb kLaneGround = 0xFF000000;
+constexpr QRgb kLaneFrame = 0xFF707070;
 
-QColor ColourOf(double index) {
+QColor LaneColour(double index) {
   const auto k = static_cast<std::size_t>(std::clamp(std::lround(index), 1L, static_cast<long>(kColours)));
   const Colour colour = ColourTable[k];
   return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
@@ -36,11 +36,11 @@ void LayoutPicture::Show(int /*channel*/) {
 void LayoutPicture::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.fillRect(rect(), QColor(kGround));
+  painter.fillRect(rect(), QColor(kLaneGround));
   std::set<int> shown(graphs_.begin() + 1, graphs_.end());
   shown.erase(0);
   if (shown.empty()) {
-    painter.setPen(QColor(kFrame));
+    painter.setPen(QColor(kLaneFrame));
     painter.drawText(rect(), Qt::AlignCenter, tr("No channel is selected"));
     return;
   }
@@ -53,7 +53,7 @@ void LayoutPicture::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void LayoutPicture::PaintLane(QPainter& painter, const QRectF& lane, int graph) const {
-  painter.setPen(QPen(QColor(kFrame), 1));
+  painter.setPen(QPen(QColor(kLaneFrame), 1));
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(lane);
   const QFontMetrics metrics(font());
@@ -64,13 +64,14 @@ void LayoutPicture::PaintLane(QPainter& painter, const QRectF& lane, int graph) 
   const auto write = [&](const QString& text, const QColor& colour) {
     painter.setPen(colour);
     const QRectF room(x, lane.top(), lane.right() - x - 2, lane.height());
-    painter.drawText(room, Qt::AlignVCenter, metrics.elidedText(text, Qt::ElideRight, static_cast<int>(room.width())));
+    painter.drawText(room, Qt::AlignVCenter,
+                     metrics.elidedText(text, Qt::ElideRight, static_cast<int>(room.width())));
     x += metrics.horizontalAdvance(text) + 9;
   };
-  write(QString::number(graph), QColor(kFrame));
+  write(QString::number(graph), QColor(kLaneFrame));
   for (int c = 1; c <= trial_.NChan && x < lane.right(); ++c) {
     if (graphs_[c] == graph) {
-      write(ToQt(Trim(trial_.ChanLabel[c].Text())), ColourOf(form_.Colours()[c]));
+      write(ToQt(Trim(trial_.ChanLabel[c].Text())), LaneColour(form_.Colours()[c]));
     }
   }
 }

@@ -6,8 +6,8 @@
 
 namespace velmora::ui {
 
-/// The stack that the dialogue of the multi-axis graph would open: a lane a graph with its number and the labels of
-/// its channels in their colours.
+/// The stack that the dialogue of the multi-axis graph would open: a lane a graph with its number and the
+/// labels of its channels in their colours.
 class LayoutPicture : public FormPicture {
  public:
   LayoutPicture(const MultiChooseForm& form, const Trial& trial);

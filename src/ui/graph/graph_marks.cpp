@@ -49,7 +49,8 @@ bool HasNumerals(const GraphView& view, const Workbench& /*workbench*/) {
   return graph.Abscissa.LabelsVisible == x && graph.Ordinate.LabelsVisible == y;
 }
 
-/// Whether every visible plot, told with its number from 0 in its graph, fits, and there are at least so many.
+/// Whether every visible plot, told with its number from 0 in its graph, fits, and there are at least so
+/// many.
 template <typename Fits>
 bool Every(const GraphView& view, int least, const Fits& fits) {
   int count = 0;

@@ -25,7 +25,7 @@ void GraphMenus::Add(QMenu* menu, std::string_view id, std::string_view caption)
 void GraphMenus::Update(const GraphView& view, const Workbench& workbench) {
   for (const auto& [command, action] : entries_) {
     const auto mark = GraphMarks().find(command->id);
-    action->setChecked(command->checked != nullptr ? command->checked(workbench)
+    action->setChecked(command->checked != nullptr  ? command->checked(workbench)
                        : mark != GraphMarks().end() ? mark->second(view, workbench)
                                                     : false);
     const char* why = command->whyNot != nullptr ? command->whyNot(workbench) : nullptr;

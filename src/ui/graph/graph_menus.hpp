@@ -15,8 +15,8 @@ class QMenuBar;
 
 namespace velmora::ui {
 
-/// The menus of an open graph: entries run commands by their ids, and show by check marks and greys how the graph
-/// stands. Entries whose commands do not exist yet are there and grey.
+/// The menus of an open graph: entries run commands by their ids, and show by check marks and greys how the
+/// graph stands. Entries whose commands do not exist yet are there and grey.
 class GraphMenus {
  public:
   using Run = std::function<void(const Command&)>;

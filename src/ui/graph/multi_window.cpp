@@ -119,8 +119,7 @@ void MultiWindow::AddBar() {
                         {TrackMode::PanXAndY, "&Pan", "zoom.pan"}};
   for (const Mode& mode : modes) {
     AddButton(strip->Second(), "mode", QString::fromLatin1(mode.caption), mode.id);
-    auto* button =
-        qobject_cast<QPushButton*>(strip->Second().itemAt(strip->Second().count() - 1)->widget());
+    auto* button = qobject_cast<QPushButton*>(strip->Second().itemAt(strip->Second().count() - 1)->widget());
     button->setCheckable(true);
     modes_.emplace_back(mode.mode, button);
   }
@@ -263,8 +262,9 @@ void MultiWindow::ShowView() {
   plot_->SetSelected(view.Selected());
   plot_->Redraw();
   const QColor ground = ToQColor(view.Lead().Background);
-  sidebar_->setStyleSheet(QStringLiteral("QListView { background: %1; color: %2; border: none; padding: 6px; }")
-                              .arg(ground.name(), Foreground(view.Lead().Background).name()));
+  sidebar_->setStyleSheet(
+      QStringLiteral("QListView { background: %1; color: %2; border: none; padding: 6px; }")
+          .arg(ground.name(), Foreground(view.Lead().Background).name()));
   sidebar_->parentWidget()->setVisible(view.Lead().SidebarVisible);
   ShowSidebar(view);
   events_->Take(view, workbench_);
@@ -280,8 +280,7 @@ void MultiWindow::ShowView() {
 bool MultiWindow::IsDoubled(const QKeyEvent& event) {
   constexpr qint64 kMilliseconds = 50;
   const qint64 now = QDateTime::currentMSecsSinceEpoch();
-  const bool doubled =
-      !event.isAutoRepeat() && event.key() == lastKey_ && now - lastKeyTime_ < kMilliseconds;
+  const bool doubled = !event.isAutoRepeat() && event.key() == lastKey_ && now - lastKeyTime_ < kMilliseconds;
   lastKey_ = event.key();
   lastKeyTime_ = now;
   return doubled && View() != nullptr && View()->FixesDouble();

@@ -45,9 +45,8 @@ constexpr std::array kStatistics = {
 
 /// Whether a command of the menu has a place of its own among its entries.
 bool HasPlace(const Command& command, std::string_view menu) {
-  return std::any_of(kExtras.begin(), kExtras.end(), [&](const Extra& extra) {
-    return extra.menu == menu && extra.command == command.id;
-  });
+  return std::any_of(kExtras.begin(), kExtras.end(),
+                     [&](const Extra& extra) { return extra.menu == menu && extra.command == command.id; });
 }
 
 void Fill(GraphMenus& menus, QMenu* menu, std::string_view name) {

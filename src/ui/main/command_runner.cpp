@@ -51,7 +51,8 @@ void CommandRunner::OpenGraph() {
   Run(multi ? "graph.multi" : "graph.single");
 }
 
-// The view that a command opened gets its window here; it goes when the view goes, or one of another kind comes.
+// The view that a command opened gets its window here; it goes when the view goes, or one of another kind
+// comes.
 void CommandRunner::ShowView() {
   if (graph_ != nullptr && workbench_.view != nullptr && !graph_->Fits()) {
     graph_->Rest();
