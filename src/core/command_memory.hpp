@@ -68,6 +68,8 @@ struct EventTimes {
   static constexpr double kNone = -1.0;
   double on = kNone;
   double off = kNone;
+
+  friend bool operator==(const EventTimes&, const EventTimes&) = default;
 };
 using EventRecord = PerChannel<EventTimes>;  // index 0 is not used
 

@@ -280,6 +280,44 @@ TEST_F(EventViewsTest, TheSingleAxisGraphShowsALineForEachChannel) {
   EXPECT_EQ(Info("none.json")["view"]["cursors"].size(), 2U);
 }
 
+TEST_F(EventViewsTest, SavedThresholdsComeBackToTheLastDigit) {
+  RunAll(R"(
+  - do: threshold.save
+    answers: [file: "${out}/walk.vmu"]
+  - info: "${out}/saved.json"
+  - do: threshold.edit
+    answers: [pick: {values: {1: 99, 2: 99, 3: 99}}]
+  - do: grid.thresholds
+  - do: threshold.read
+    answers: [file: "${out}/walk.vmu"]
+  - info: "${out}/read.json"
+)");
+  const json saved = Info("saved.json");
+  const json read = Info("read.json");
+  for (const std::size_t c : {1U, 2U, 3U}) {
+    EXPECT_EQ(read["channels"][c]["ChanThreshold"], saved["channels"][c]["ChanThreshold"]);
+    EXPECT_EQ(read["view"]["graphs"][c - 1]["cursors"][2]["y"], saved["channels"][c]["ChanThreshold"]);
+  }
+}
+
+struct OtherTrialTest : CommandTest {};
+
+TEST_F(OtherTrialTest, ThresholdsOfAnotherTrialAreTold) {
+  SetChannels(trial, {{0, 0, 5, 0}}, 10);
+  workbench.LoadedFile = "/data/b.vmb";
+  workbench.thresholds.ChanThreshold[1] = 1;
+  workbench.thresholds.ThresholdsValid = true;
+  workbench.thresholds.ThresholdsOf = "/data/a.vmb";
+  questions.FillForm({{"channels 1", "true"}});
+  Run("graph.multi");
+  Run("cursor.two");
+  workbench.view->MoveCursor(1, 0);
+  workbench.view->MoveCursor(2, 0.3);
+  Run("cursor.onsets");
+  ASSERT_EQ(trial.Notices.size(), 1U);
+  EXPECT_EQ(trial.Notices[0], "The thresholds are those of a.vmb.");
+}
+
 // A region of one sample has no deviation, one with NaN neither: that is told, and no onset is found.
 TEST_F(EventViewsTest, ThresholdsThatAreNoNumbersAreTold) {
   Run(kOpen + std::string("  - view: {key: \"1\"}\n  - view: {move: 1, x: 0}\n") + kThresholds +

@@ -52,6 +52,9 @@ TEST_F(EventWindowTest, AThresholdLineIsDraggedAndTaken) {
   EXPECT_FALSE(Greyed("threshold.sd-level"));
   EXPECT_TRUE(window->findChild<QAction*>("grid.thresholds")->isChecked());
   const double before = workbench.thresholds.ChanThreshold[2];
+  Click(Line(2));  // selects, and asks nothing as long as the line stands at the threshold
+  EXPECT_EQ(View().Selected(), 2);
+  Click(Place(1, 2.0));
   const QPoint line = Line(2);
   Drag(line, line - QPoint(0, 25));
   const double dragged = ThresholdLineOf(View().GraphAt(2))->YPosition;

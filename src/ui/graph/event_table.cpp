@@ -26,6 +26,10 @@ EventTable::EventTable(QWidget* parent) : QTreeWidget(parent) {
 
 // As the graphs beside it; the current record is what a selection shows.
 void EventTable::TakeColours(Colour background) {
+  if (background == background_) {
+    return;
+  }
+  background_ = background;
   const QColor ground = ToQColor(background);
   const QColor head = IsLight(background) ? ground.darker(106) : QColor(0x2A, 0x2A, 0x2A);
   setStyleSheet(
@@ -36,7 +40,7 @@ void EventTable::TakeColours(Colour background) {
           .arg(ground.name(), Foreground(background).name(), head.name()));
 }
 
-void EventTable::TakeColumns(const MultiView& view, const Trial& trial) {
+bool EventTable::TakeColumns(const MultiView& view, const Trial& trial) {
   QStringList heads = {tr("Event")};
   channels_.clear();
   for (int c = 1; c <= trial.NChan; ++c) {
@@ -45,28 +49,43 @@ void EventTable::TakeColumns(const MultiView& view, const Trial& trial) {
       heads << ToQt(Trim(trial.ChanLabel[c].Text()));
     }
   }
+  if (heads == heads_) {
+    return false;
+  }
+  heads_ = heads;
   setColumnCount(static_cast<int>(heads.size()));
   setHeaderLabels(heads);
+  return true;
 }
 
-void EventTable::Take(const MultiView& view, const Workbench& workbench) {
-  const EventMemory& events = workbench.events;
-  setVisible(events.EventTracking && view.Lead().SidebarVisible);
-  TakeColours(view.Lead().Background);
-  TakeColumns(view, workbench.trial);
-  while (topLevelItemCount() > events.NEvents()) {
+void EventTable::FillRows() {
+  const auto count = static_cast<int>(records_.size());
+  while (topLevelItemCount() > count) {
     delete takeTopLevelItem(topLevelItemCount() - 1);
   }
-  while (topLevelItemCount() < events.NEvents()) {
+  while (topLevelItemCount() < count) {
     addTopLevelItem(new QTreeWidgetItem({QString::number(topLevelItemCount() + 1)}));
   }
-  for (int k = 0; k < topLevelItemCount(); ++k) {
-    const EventRecord& record = events.ChannelEvents[static_cast<std::size_t>(k)];
+  for (int k = 0; k < count; ++k) {
+    const EventRecord& record = records_[static_cast<std::size_t>(k)];
     for (std::size_t column = 0; column < channels_.size(); ++column) {
       topLevelItem(k)->setText(static_cast<int>(column) + 1, ToQt(SpanText(record[channels_[column]])));
     }
   }
-  if (QTreeWidgetItem* current = topLevelItem(events.CurrentEvent - 1)) {
+}
+
+// It is taken after everything that is done, and mostly nothing of it has changed.
+void EventTable::Take(const MultiView& view, const Workbench& workbench) {
+  const EventMemory& events = workbench.events;
+  setVisible(events.EventTracking);
+  TakeColours(view.Lead().Background);
+  const bool others = TakeColumns(view, workbench.trial);
+  if (others || records_ != events.ChannelEvents) {
+    records_ = events.ChannelEvents;
+    FillRows();
+  }
+  QTreeWidgetItem* current = topLevelItem(events.CurrentEvent - 1);
+  if (current != nullptr && current != currentItem()) {
     setCurrentItem(current);
     scrollToItem(current);
   }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QTreeWidget>
+#include <optional>
+#include <vector>
 
 #include "graph/multi/multi_view.hpp"
 
@@ -23,9 +25,14 @@ class EventTable : public QTreeWidget {
 
  private:
   void TakeColours(Colour background);
-  void TakeColumns(const MultiView& view, const Trial& trial);
+  /// Returns whether they are others than before.
+  bool TakeColumns(const MultiView& view, const Trial& trial);
+  void FillRows();
 
-  std::vector<int> channels_;  // of the columns behind the first
+  std::vector<int> channels_;         // of the columns behind the first
+  std::vector<EventRecord> records_;  // that are shown
+  QStringList heads_;
+  std::optional<Colour> background_;  // that the table is coloured for
 };
 
 }  // namespace velmora::ui

@@ -11,6 +11,7 @@
 #include <QToolBar>
 
 #include "core/text/numbers.hpp"
+#include "graph/threshold_lines.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/stack_widget.hpp"
 #include "ui/graph/event_table.hpp"
@@ -212,10 +213,13 @@ void MultiWindow::SelectGraph(int graph) {
   }
 }
 
-// A click on the line asks what T asks.
+// A click on a line that was dragged asks what T asks. Any other only selects: in a low lane the line is
+// everywhere.
 void MultiWindow::TakeThreshold(int graph) {
   SelectGraph(graph);
-  if (View() != nullptr) {
+  MultiView* view = View();
+  const GraphCursor* line = view != nullptr ? ThresholdLineOf(view->GraphAt(graph)) : nullptr;
+  if (line != nullptr && line->YPosition != workbench_.thresholds.ChanThreshold[view->ChannelOf(graph)]) {
     const KeyPress key{.name = "T"};
     Act(key, [&] { View()->PressKey(key); });
   }
