@@ -280,6 +280,46 @@ TEST_F(EventViewsTest, TheSingleAxisGraphShowsALineForEachChannel) {
   EXPECT_EQ(Info("none.json")["view"]["cursors"].size(), 2U);
 }
 
+// Channel 2 is not shown, and graphs 2 and 3 have no channel.
+TEST_F(EventViewsTest, GapsAmongTheGraphsAndChannelsLeftOutStayEmpty) {
+  Run(R"(
+  - do: graph.multi
+    answers: [form: {channels: [1, 3], chkCombinations: true, txtChannels: {1: 1, 3: 4}}]
+  - view: {click: 4}
+)" + std::string(kRest) +
+      kThresholds + R"(
+  - do: grid.thresholds
+  - view: {threshold: 4, y: 1}
+  - view: {key: F9}
+    answers: [box: "Yes"]
+  - view: {move: 2, x: 2}
+  - view: {key: O}
+  - view: {right-click: 4}
+  - view: {key: T}
+    answers: [box: "Yes"]
+  - do: crop.select
+    answers: [form: {CursorLo: 1, CursorHi: 2, press: Crop}]
+  - info: "${out}/gaps.json"
+  - view: {key: F10}
+    answers: [file: "${out}/walk.vmv"]
+)");
+  ASSERT_EQ(Why(), "all ran");
+  const json gaps = Info("gaps.json");
+  EXPECT_EQ(gaps["NData"], 2);
+  EXPECT_EQ(gaps["channels"][3]["ChanThreshold"], 1.0);
+  EXPECT_EQ(gaps["ChannelEvents"][0][0], json({0.7, 1.2}));
+  EXPECT_EQ(gaps["ChannelEvents"][0][1], json({-1.0, -1.0}));
+  EXPECT_EQ(gaps["ChannelEvents"][0][2], json({0.0, 2.0}));
+  // What was recorded lies behind the end of the trial now: times without amplitudes.
+  EXPECT_NE(gaps["view"]["sidebar"][0].get<std::string>().find("1= 0.700 s,  . V"), std::string::npos)
+      << gaps["view"]["sidebar"][0];
+  EXPECT_NE(ReadFile(directory_.Path("walk.vmv")).find(" 1\t    amp.\t.\t.\t-1.0000\r\n"), std::string::npos);
+  Run("  - view: {click: 1}\n");
+  EXPECT_NE(Why().find("no graph is open"), std::string::npos) << Why();
+  Run(kOpen + std::string("  - view: {threshold: 9, y: 1}\n"));
+  EXPECT_EQ(Why(), "there is no graph 9, but 3");
+}
+
 TEST_F(EventViewsTest, SavedThresholdsComeBackToTheLastDigit) {
   RunAll(R"(
   - do: threshold.save
