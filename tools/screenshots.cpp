@@ -164,7 +164,8 @@ void SelectAll(QWidget* dialog) {
 
 // The stack with its dialogue, two cursors, the largest values; then on white, with thresholds.
 void ShowStack(ui::MainWindow& window, Photographer& photographer) {
-  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose", "OK", SelectAll);
+  photographer.Helper().When("frmGraph2Choose", SelectAll);  // the dialogue asks anew after each button
+  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose", "OK");
   QWidget* graph = GraphWindow("frmGraph2");
   window.State().view->Click(2);
   QTest::keyClick(graph, Qt::Key_2);
@@ -176,11 +177,14 @@ void ShowStack(ui::MainWindow& window, Photographer& photographer) {
 }
 
 void ShowManyLanes(ui::MainWindow& window, Photographer& photographer) {
-  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose-64", "OK", [](QWidget* dialog) {
-    for (int page = 0; page < 4; ++page) {
-      test::Person::Press(dialog, "Next channels");
-      SelectAll(dialog);
-    }
+  for (int page = 0; page < 4; ++page) {
+    photographer.Helper().When("frmGraph2Choose", SelectAll);
+    photographer.Helper().When("frmGraph2Choose",
+                               [](QWidget* dialog) { test::Person::Press(dialog, "Next channels"); });
+  }
+  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose-64", "OK", [&photographer](QWidget*) {
+    photographer.Helper().WhenA<QMessageBox>(
+        [](QWidget* box) { test::Person::Press(box, "OK"); });  // panning keys
   });
   QWidget* graph = GraphWindow("frmGraph2");
   window.State().view->Click(3);

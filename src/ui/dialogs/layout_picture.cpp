@@ -44,11 +44,19 @@ void LayoutPicture::paintEvent(QPaintEvent* /*event*/) {
     painter.drawText(rect(), Qt::AlignCenter, tr("No channel is selected"));
     return;
   }
-  const double height = 1.0 * (this->height() - 4) / static_cast<double>(shown.size());
+  const int graphs = static_cast<int>(shown.size());
+  const int fits = std::max((this->height() - 4) / (fontMetrics().height() + 6), 1);
+  const int lanes = std::min(graphs, fits);
+  const double height = 1.0 * (this->height() - 4) / lanes;
   int k = 0;
   for (const int graph : shown) {
-    PaintLane(painter, QRectF(4, 4 + height * k, width() - 8, std::max(height - 4, 1.0)), graph);
-    ++k;
+    const QRectF lane(4, 4 + height * k, width() - 8, height - 4);
+    if (++k == lanes && graphs > lanes) {
+      painter.setPen(QColor(kLaneFrame));
+      painter.drawText(lane, Qt::AlignCenter, tr("and %1 more").arg(graphs - lanes + 1));
+      return;
+    }
+    PaintLane(painter, lane, graph);
   }
 }
 
@@ -57,9 +65,6 @@ void LayoutPicture::PaintLane(QPainter& painter, const QRectF& lane, int graph) 
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(lane);
   const QFontMetrics metrics(font());
-  if (lane.height() < metrics.height()) {
-    return;
-  }
   double x = lane.left() + 5;
   const auto write = [&](const QString& text, const QColor& colour) {
     painter.setPen(colour);
