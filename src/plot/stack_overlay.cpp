@@ -173,7 +173,7 @@ void StackOverlay::DrawMarks(QCPPainter& painter, const StackPlot::Shown& shown)
 
 // From an onset to the offset behind it in the list.
 void StackOverlay::DrawSpans(QCPPainter& painter, const StackPlot::Shown& shown) const {
-  constexpr int kTint = 45;
+  constexpr int kTint = 28;
   const QRectF rect(shown.rect->rect());
   const GraphCursor* onset = nullptr;
   for (const GraphCursor& cursor : shown.lane.graph->Cursors) {

@@ -81,11 +81,18 @@ QRectF ValueLabels::RoomFor(const QPointF& point, QSizeF size) const {
   const auto inside = [&](double left) {
     return std::clamp(left, rect_.left(), std::max(rect_.right() - size.width(), rect_.left()));
   };
+  const auto away = [&](const QRectF& room) {
+    return std::hypot(room.center().x() - point.x(), room.center().y() - point.y());
+  };
+  QRectF nearest;
   for (const double aside : {0.0, 0.5, -0.5, 1.0, -1.0, 1.5, -1.5}) {
     const QRectF room = ClearRoom(inside(centred + aside * size.width()), size, point.y());
-    if (!room.isEmpty()) {
-      return room;
+    if (!room.isEmpty() && (nearest.isEmpty() || away(room) < away(nearest))) {
+      nearest = room;
     }
+  }
+  if (!nearest.isEmpty()) {
+    return nearest;
   }
   const double top = std::clamp(point.y() - size.height() / 2, rect_.top(), rect_.bottom() - size.height());
   for (const double left : {point.x() + 2 * kApart, point.x() - 2 * kApart - size.width()}) {
