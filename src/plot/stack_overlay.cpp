@@ -261,7 +261,7 @@ void StackOverlay::DrawNames(QCPPainter& painter, const StackPlot::Shown& shown)
     return;
   }
   const QFontMetrics metrics(stack_->font());
-  painter.fillRect(place, Ground(180));
+  painter.fillRect(place, Ground(215));
   painter.setFont(stack_->font());
   const auto write = [&](const QString& text, const QColor& colour) {
     painter.setPen(colour);
