@@ -6,10 +6,9 @@
 namespace velmora {
 namespace {
 
-constexpr long kWide = 16;  // channels of a group: a cache line of samples
-constexpr long kSmall = 8;  // where there are fewer
-constexpr long kBaselineFrames =
-    256;  // frames that stay in the second-level cache while the groups go over them
+constexpr long kWide = 16;             // channels of a group: a cache line of samples
+constexpr long kSmall = 8;             // where there are fewer
+constexpr long kBaselineFrames = 256;  // stay in the second-level cache while the groups go over them
 
 namespace sse2 {
 constexpr long kVector = 2;
