@@ -159,6 +159,41 @@ void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
   graph->close();
 }
 
+void SelectAll(QWidget* dialog) {
+  test::Person::Press(dialog, "All");
+}
+
+// The stack with its dialogue, two cursors, the largest values; then on white, with thresholds.
+void ShowStack(ui::MainWindow& window, Photographer& photographer) {
+  photographer.Helper().When("frmGraph2Choose", SelectAll);  // the dialogue asks anew after each button
+  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose", "OK");
+  QWidget* graph = GraphWindow("frmGraph2");
+  window.State().view->Click(2);
+  QTest::keyClick(graph, Qt::Key_2);
+  window.RunCommand(*FindCommand("value.maximums"));
+  photographer.Keep(graph, "multi");
+  window.RunCommand(*FindCommand("background.white"));
+  photographer.Keep(graph, "multi-on-white");
+  graph->close();
+}
+
+void ShowManyLanes(ui::MainWindow& window, Photographer& photographer) {
+  for (int page = 0; page < 4; ++page) {
+    photographer.Helper().When("frmGraph2Choose", SelectAll);
+    photographer.Helper().When("frmGraph2Choose",
+                               [](QWidget* dialog) { test::Person::Press(dialog, "Next channels"); });
+  }
+  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose-64", "OK", [&photographer](QWidget*) {
+    photographer.Helper().WhenA<QMessageBox>(
+        [](QWidget* box) { test::Person::Press(box, "OK"); });  // panning keys
+  });
+  QWidget* graph = GraphWindow("frmGraph2");
+  window.State().view->Click(3);
+  QTest::keyClick(graph, Qt::Key_2);
+  photographer.Keep(graph, "multi-64");
+  graph->close();
+}
+
 void ShowChannels(ui::MainWindow& window, Photographer& photographer) {
   ShowChannel(window.State(), 1);
   QWidget* channel = WindowOf("frmGraph1");
@@ -394,6 +429,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("smooth.moving-average", "frmSetEpochDuration", "window-width", "Cancel");
   photographer.Dialogue("smooth.testing", "frmFiltering", "filter-testing", "Cancel");
   ShowGraph(window, photographer);
+  ShowStack(window, photographer);
   ShowChannels(window, photographer);
   photographer.Dialogue("edit.experiment-information", "frmExperiment", "experiment", "Cancel");
   QTest::qWait(200);
@@ -412,6 +448,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Keep(&window, "64-channels");
   photographer.Dialogue("math.absolute", "frmChoose", "picker-64", "Cancel");
   photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose-64", "Cancel");
+  ShowManyLanes(window, photographer);
 }
 
 void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {

@@ -22,6 +22,10 @@
 #include "graph/crop_commands.hpp"
 #include "graph/graph_commands.hpp"
 #include "graph/look_commands.hpp"
+#include "graph/multi/multi_commands.hpp"
+#include "graph/multi/multi_events.hpp"
+#include "graph/multi/multi_thresholds.hpp"
+#include "graph/multi/multi_values.hpp"
 #include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
 #include "spectra/spectra_commands.hpp"
@@ -33,9 +37,10 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(), FileCommands(), ExportCommands(), EditCommands(), MathCommands(), FilterCommands(),
-        SmoothCommands(), BiasCommands(), TimeBaseCommands(), SpectraCommands(), EmgCommands(),
-        PlateCommands(), ImpactCommands(), GraphCommands(), LookCommands(), CropCommands(),
+       {ImportCommands(),    FileCommands(),   ExportCommands(), EditCommands(),      MathCommands(),
+        FilterCommands(),    SmoothCommands(), BiasCommands(),   TimeBaseCommands(),  SpectraCommands(),
+        EmgCommands(),       PlateCommands(),  ImpactCommands(), GraphCommands(),     MultiCommands(),
+        LookCommands(),      ValueCommands(),  EventCommands(),  ThresholdCommands(), CropCommands(),
         StatisticsCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }

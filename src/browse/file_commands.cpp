@@ -7,6 +7,7 @@
 #include "core/files/paths.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "events/event_tracking.hpp"
 
 namespace velmora {
 namespace {
@@ -113,7 +114,8 @@ void DeleteFile(Workbench& workbench) {
 
 void Exit(Workbench& workbench) {
   if (ConfirmDiscard(workbench,
-                     "Data were modified but not saved.  Press Cancel to save data before exiting.")) {
+                     "Data were modified but not saved.  Press Cancel to save data before exiting.") &&
+      MayLeaveEvents(workbench)) {
     Request(workbench, ShellRequest::Exit);
   }
 }

@@ -8,7 +8,7 @@
 namespace velmora {
 
 /// Something that was done to the trial or in the view that is open.
-using Action = std::variant<const Command*, KeyPress, CursorMove, GraphClick>;
+using Action = std::variant<const Command*, KeyPress, CursorMove, ThresholdMove, GraphClick>;
 
 /// Hears what is done, from its beginning to its end with everything that it asks meanwhile. An action
 /// may lie inside another.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/questions/result_table.hpp"
@@ -58,6 +59,29 @@ struct ThresholdMemory {
   PerChannel<double> ChanThreshold{};
   float SDMultiplier = 2.0F;  // standard deviations that a threshold lies above the mean
   bool ThresholdsValid = false;
+  bool BaselineTaken = false;  // mean and deviation are those of a region chosen for thresholds
+  std::string ThresholdsOf;
+};
+
+/// Where an event begins and ends in a channel, in seconds from the first sample.
+struct EventTimes {
+  static constexpr double kNone = -1.0;
+  double on = kNone;
+  double off = kNone;
+
+  friend bool operator==(const EventTimes&, const EventTimes&) = default;
+};
+using EventRecord = PerChannel<EventTimes>;  // index 0 is not used
+
+/// The table of events. It outlives the graph in which it is filled and ends with the trial.
+struct EventMemory {
+  std::vector<EventRecord> ChannelEvents;  // record 1 first
+  std::int32_t CurrentEvent = 0;           // the record that new times go to, from 1; 0: there is no table
+  bool EventTracking = false;
+  bool EventAmplitudes = false;  // a save writes amplitudes too
+  bool EventsUnsaved = false;
+
+  [[nodiscard]] std::int32_t NEvents() const { return static_cast<std::int32_t>(ChannelEvents.size()); }
 };
 
 /// The spectrum that was computed last: lists by harmonic, from subscript 0 to NHarm (of the FFT view to
@@ -110,6 +134,17 @@ struct GraphMemory {
   std::int32_t StatLo = 0;  // the samples a statistics form is to use
   std::int32_t StatHi = 0;
   bool ClipResetTime = false;
+  // Of the multi-axis graph.
+  bool MultiAxisMode = true;       // its dialogue was left for it and not for the single-axis graph
+  bool GraphCombinations = false;  // channels stand on graphs by numbers that were typed
+  bool ShowDeviations = false;     // the second channel of a graph is the standard deviation of the first
+  std::int16_t NGraphs = 0;
+  PerChannel<std::int16_t> GraphOfChannel{};           // from 1; 0: not shown
+  std::int32_t Layout = 0;                             // a GraphLayout
+  std::int32_t MultiScaleChoice = 0;                   // autoscale, 1 to 4 standard deviations, no change
+  std::vector<std::pair<double, double>> GraphLimits;  // of the ordinates when a view was last left
+  bool PanningTold = false;
+  double SmallestIntegral = 0.0;  // in size; smaller ones are not reported
 };
 
 /// How texts were read.

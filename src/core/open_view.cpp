@@ -1,5 +1,7 @@
 #include "core/open_view.hpp"
 
+#include <stdexcept>
+
 #include "core/action_listener.hpp"
 
 namespace velmora {
@@ -9,9 +11,20 @@ bool OpenView::PressKey(const KeyPress& key) {
   return DoKey(key);
 }
 
-void OpenView::MoveCursor(int cursor, double x) {
-  const ActionScope action(Listener(), CursorMove{cursor, x});
-  DoMove(cursor, x);
+void OpenView::MoveCursor(int cursor, double x, int graph) {
+  const CursorMove move{cursor, x, graph};
+  const ActionScope action(Listener(), move);
+  DoMove(move);
+}
+
+void OpenView::MoveThreshold(int graph, double y) {
+  const ThresholdMove move{graph, y};
+  const ActionScope action(Listener(), move);
+  DoMoveThreshold(move);
+}
+
+void OpenView::DoMoveThreshold(const ThresholdMove& move) {
+  throw std::out_of_range("there is no threshold line in graph " + std::to_string(move.graph));
 }
 
 void OpenView::Click(int graph) {

@@ -16,10 +16,18 @@ struct KeyPress {
   bool alt = false;
 };
 
-/// A cursor (from 1) that was dragged to x.
+/// A cursor (from 1) that was dragged to x, in the list of one graph (from 1). 0: of the graph that the view
+/// takes by itself; a cursor that all graphs have in common moves on all of them.
 struct CursorMove {
   int cursor = 1;
   double x = 0.0;
+  int graph = 0;
+};
+
+/// The line of a threshold that was dragged to y, in one graph (from 1).
+struct ThresholdMove {
+  int graph = 1;
+  double y = 0.0;
 };
 
 enum class Clicked { Once, Twice, Right };
@@ -46,9 +54,12 @@ class OpenView {
 
   /// Returns false when the view has no such key.
   bool PressKey(const KeyPress& key);
-  /// A cursor (from 1) was dragged to x. Throws std::out_of_range when there is none of that number,
-  /// std::invalid_argument when x is not finite.
-  void MoveCursor(int cursor, double x);
+  /// A cursor (from 1) was dragged to x, in the list of `graph`. Throws std::out_of_range when there is no
+  /// such cursor or graph, std::invalid_argument when x is not finite.
+  void MoveCursor(int cursor, double x, int graph = 0);
+  /// The threshold line of a graph was dragged to y; the threshold itself stays until it is taken over.
+  /// Throws as MoveCursor.
+  void MoveThreshold(int graph, double y);
   /// Throw std::out_of_range when there is no such graph.
   void Click(int graph);
   void DoubleClick(int graph);
@@ -57,6 +68,12 @@ class OpenView {
   /// A command outside the view may have changed the trial. Returns false when the view has nothing
   /// left to show and is to be closed.
   virtual bool TrialChanged() = 0;
+  /// Thresholds were made, entered or read.
+  virtual void ThresholdsChanged() {}
+  /// The table of events is another.
+  virtual void EventsChanged() {}
+  /// A person wants to leave. Returns false to stay.
+  virtual bool MayLeave() { return true; }
   /// The last call: keeps what outlives the view.
   virtual void Leave() = 0;
 
@@ -72,7 +89,8 @@ class OpenView {
  private:
   [[nodiscard]] virtual ActionListener* Listener() const = 0;
   virtual bool DoKey(const KeyPress& key) = 0;
-  virtual void DoMove(int cursor, double x) = 0;
+  virtual void DoMove(const CursorMove& move) = 0;
+  virtual void DoMoveThreshold(const ThresholdMove& move);
   virtual void DoClick(const GraphClick& click) = 0;
 };
 

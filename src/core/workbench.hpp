@@ -84,6 +84,7 @@ struct Workbench {
   BiasLevels bias;
   TimeMemory time;
   ThresholdMemory thresholds;
+  EventMemory events;
   EmgMemory emg;
   ImpactMemory impact;
   GraphMemory graph;

@@ -7,8 +7,8 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
-#include "dsp/channel_picking.hpp"
 #include "emg/emg_statistics.hpp"
+#include "events/thresholds.hpp"
 
 namespace velmora {
 namespace {
@@ -64,49 +64,27 @@ void EmgStatisticsForm::Compute() {
   tables_ = {std::move(table)};
 }
 
+// A multiplier below 0 or of 0 makes no sense where thresholds bound magnitudes.
 void EmgStatisticsForm::CalculateThresholds() {
-  ThresholdMemory& thresholds = workbench_.thresholds;
-  const std::string answer = workbench_.questions.AskInput(
-      {.title = "Threshold Magnitude",
-       .prompt = "Enter magnitude of standard deviations to use as thresholds, usually 2.",
-       .defaultText = PlainNumber(thresholds.SDMultiplier),
-       .isNumber = true});
-  if (answer.empty()) {
+  const std::optional<float> magnitude = AskSDMultiplier(workbench_);
+  if (!magnitude) {
     return;
   }
-  const auto multiplier = static_cast<float>(std::fabs(Val(answer)));
-  thresholds.SDMultiplier = multiplier == 0.0F ? 1.0F : multiplier;
-  const bool changed = workbench_.trial.FileChanged;
-  BeginPicking(workbench_, "These are the calculated thresholds.");
-  for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    thresholds.ChanThreshold[c] = thresholds.SDMultiplier * thresholds.ChanSD[c] + thresholds.ChanMean[c];
-    workbench_.chooser.ChanConst[c] = static_cast<float>(thresholds.ChanThreshold[c]);
-  }
-  workbench_.chooser.ChooserValuesMode = true;
-  ChannelPicker(workbench_).Show();  // to look at
-  MarkChanged(workbench_, changed);
-  thresholds.ThresholdsValid = true;
+  workbench_.thresholds.SDMultiplier = *magnitude == 0.0F ? 1.0F : std::fabs(*magnitude);
+  MakeThresholds(workbench_);
+  ShowThresholds(workbench_);
   Compute();
 }
 
 void EmgStatisticsForm::EnterThresholds() {
-  ThresholdMemory& thresholds = workbench_.thresholds;
-  const bool changed = workbench_.trial.FileChanged;
-  BeginPicking(workbench_, "Enter a threshold for computing zero-crossings, peak counts, or onsets.");
-  PerChannel<float>& values = workbench_.chooser.ChanConst;
-  for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    values[c] = static_cast<float>(thresholds.ChanThreshold[c]);
-  }
-  workbench_.chooser.ChooserValuesMode = true;
-  const bool accepted = ChannelPicker(workbench_).Show();
-  MarkChanged(workbench_, changed);
-  if (!accepted) {
+  if (!AskThresholds(workbench_, "Enter a threshold for computing zero-crossings, peak counts, or onsets.")) {
     return;
   }
+  PerChannel<double> entered{};
   for (int c = 1; c <= workbench_.trial.NChan; ++c) {
-    thresholds.ChanThreshold[c] = std::fabs(values[c]);
+    entered[c] = std::fabs(workbench_.chooser.ChanConst[c]);
   }
-  thresholds.ThresholdsValid = true;
+  velmora::EnterThresholds(workbench_, entered);
   Compute();
 }
 

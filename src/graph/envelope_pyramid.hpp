@@ -25,6 +25,7 @@ struct Extremes {
 struct SampleSpan {
   std::int64_t begin = 1;
   std::int64_t end = 1;
+  friend bool operator==(const SampleSpan&, const SampleSpan&) = default;
 };
 
 /// The extremes of every channel in some columns. Row 0 of the matrix is channel 0.

@@ -8,6 +8,22 @@
 
 namespace velmora {
 
+std::string_view KindName(CursorKind kind) {
+  switch (kind) {
+    case CursorKind::Cursor:
+      return "cursor";
+    case CursorKind::Threshold:
+      return "threshold";
+    case CursorKind::Onset:
+      return "onset";
+    case CursorKind::Offset:
+      return "offset";
+    case CursorKind::Value:
+      return "value";
+  }
+  return "";
+}
+
 std::string LabelWithUnits(std::string_view label, std::string_view units) {
   const std::string name = Trim(label);
   const std::string unit = Trim(units);
@@ -29,15 +45,50 @@ void Axis::SetMinMax(double minimum, double maximum) {
   Maximum = maximum;
 }
 
+void Axis::IncludeZero() {
+  if (Minimum > 0) {
+    Minimum = 0;
+  } else if (Maximum < 0) {
+    Maximum = 0;
+  }
+}
+
+void Axis::CentreOnZero() {
+  const double most = std::max(std::abs(Minimum), std::abs(Maximum));
+  SetMinMax(-most, most);
+}
+
 void Graph::PlotXY(const Trial& trial) {
   trial_ = &trial;
-  envelope_.Build(trial.matrix);
-  times_.Take(trial);
-  Plots.resize(static_cast<std::size_t>(trial.NChan));
-  for (int c = 1; c <= trial.NChan; ++c) {
+  if (plotted_.use_count() > 1) {  // others may show it until they are plotted again
+    plotted_ = std::make_shared<PlottedSamples>();
+  }
+  plotted_->columns.reset();
+  plotted_->envelope.Build(trial.matrix);
+  plotted_->times.Take(trial);
+  TakePlots();
+}
+
+void Graph::PlotAs(const Graph& other) {
+  trial_ = other.trial_;
+  plotted_ = other.plotted_;
+  TakePlots();
+}
+
+const ColumnExtremes& Graph::Columns(const std::vector<SampleSpan>& spans) const {
+  if (!plotted_->columns || plotted_->asked != spans) {
+    plotted_->columns = plotted_->envelope.Columns(std::span(spans));
+    plotted_->asked = spans;
+  }
+  return *plotted_->columns;
+}
+
+void Graph::TakePlots() {
+  Plots.resize(static_cast<std::size_t>(trial_->NChan));
+  for (int c = 1; c <= trial_->NChan; ++c) {
     Plot& plot = Plots[static_cast<std::size_t>(c - 1)];
     plot.Channel = c;
-    plot.Name = trial.ChanLabel[c];
+    plot.Name = trial_->ChanLabel[c];
   }
 }
 
@@ -70,7 +121,7 @@ void Graph::AutoScaleAbscissa() {
   if (trial_ == nullptr || trial_->NData == 0) {
     return;
   }
-  const Extremes times = envelope_.Whole(0);
+  const Extremes times = Envelope().Whole(0);
   if (times.Empty() || !std::isfinite(times.min) || !std::isfinite(times.max)) {
     return;
   }
@@ -88,7 +139,7 @@ void Graph::AutoScaleOrdinate() {
     return;
   }
   Extremes all;
-  const ColumnExtremes whole = envelope_.Columns(1, trial_->NData, 1);
+  const ColumnExtremes whole = Envelope().Columns(1, trial_->NData, 1);
   for (const Plot& plot : Plots) {
     if (plot.Visible) {
       const Extremes own = whole.At(0, plot.Channel);
@@ -152,6 +203,13 @@ void Graph::AlternateLines() {
   int next = 0;
   for (Plot* plot : Visible()) {
     plot->Line = AlternateLine(next++);
+  }
+}
+
+void Graph::AlternateSolidAndDashed() {
+  int next = 0;
+  for (Plot* plot : Visible()) {
+    plot->Line = next++ % 2 == 0 ? LineStyle::Solid : LineStyle::Dashed;
   }
 }
 

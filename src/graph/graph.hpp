@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +23,12 @@ enum class LineStyle { None, Solid, Dotted, Dashed, DashDot, DashDotDot };
 enum class PointStyle { None, Dot, Star, SmallX, LargeX, Plus, Cross, Circle, Square, Diamond };
 enum class TrackMode { None, PanXAndY, PanX, PanY, ZoomArea, DragCursors };
 enum class CrosshairStyle { None, Horizontal, Vertical, Both };
+
+/// What a line of a graph's list of cursors stands for. A person sets cursors; the others are marks that a
+/// command made, and the samples between the cursors do not depend on them.
+enum class CursorKind { Cursor, Threshold, Onset, Offset, Value };
+/// As the info names it: "cursor", "threshold", "onset", "offset", "value".
+std::string_view KindName(CursorKind kind);
 
 /// One channel against row 0.
 struct Plot {
@@ -48,6 +56,10 @@ struct Axis {
   Colour GridColor = kGridGrey;
 
   void SetMinMax(double minimum, double maximum);
+  /// A range on one side of zero is drawn out to it.
+  void IncludeZero();
+  /// As far to both sides of zero as the farther end.
+  void CentreOnZero();
 };
 
 /// A line at XPosition (units of the abscissa), its handle at YPosition (units of the ordinate).
@@ -58,10 +70,36 @@ struct GraphCursor {
   CrosshairStyle Crosshair = CrosshairStyle::Vertical;
   std::string Name;
   bool NameVisible = false;
+  CursorKind Kind = CursorKind::Cursor;
 };
 
 /// What names an axis or a trace: "Force (N)"; without units the label stands alone.
 std::string LabelWithUnits(std::string_view label, std::string_view units);
+
+/// What the drawing asks of the samples; graphs of one trial have it in common.
+struct PlottedSamples {
+  EnvelopePyramid envelope;
+  SampleTimes times;
+  // The columns asked for last: graphs above each other all ask for the same.
+  std::vector<SampleSpan> asked;
+  std::optional<ColumnExtremes> columns;
+};
+
+/// The edges of bands of standard deviations, as a drawing asks for them. Rows count from 0 as in the
+/// samples' own matrix, of which row 0 is the same.
+struct BandEdges {
+  SampleMatrix matrix;
+  EnvelopePyramid envelope;
+};
+
+/// K standard deviations to both sides of a mean.
+struct DeviationBand {
+  int Channel = 0;    // of the mean
+  int SDChannel = 0;  // of the standard deviation
+  double K = 1.0;
+  int Low = 0;  // the row of the lower edge; the upper one is the next
+  std::shared_ptr<const BandEdges> Edges;
+};
 
 class Graph {
  public:
@@ -69,6 +107,7 @@ class Graph {
   Axis Abscissa;
   Axis Ordinate;
   std::vector<GraphCursor> Cursors;  // cursor 1 first
+  std::vector<DeviationBand> Deviations;
   // What a result view adds; nobody drags these.
   std::vector<FormGraph::Mark> Marks;
   std::vector<FormGraph::Band> Bands;
@@ -83,6 +122,9 @@ class Graph {
   /// their looks; axes and cursors stay. The trial must outlive the graph, and its samples must not
   /// change until they are plotted again.
   void PlotXY(const Trial& trial);
+  /// The same of what another graph plots, with which it shares the envelope: 64 graphs cost no more than
+  /// one.
+  void PlotAs(const Graph& other);
 
   /// The selected channels are visible, all in the colours that the trial has for them.
   void Show(const ChannelFlags& selected);
@@ -109,8 +151,10 @@ class Graph {
   [[nodiscard]] int VisiblePlots() const;
   /// nullptr when none is visible.
   [[nodiscard]] const Plot* FirstVisible() const;
-  [[nodiscard]] const EnvelopePyramid& Envelope() const { return envelope_; }
-  [[nodiscard]] const SampleTimes& Times() const { return times_; }
+  [[nodiscard]] const EnvelopePyramid& Envelope() const { return plotted_->envelope; }
+  /// As EnvelopePyramid::Columns; until the next call of any graph of the same samples.
+  [[nodiscard]] const ColumnExtremes& Columns(const std::vector<SampleSpan>& spans) const;
+  [[nodiscard]] const SampleTimes& Times() const { return plotted_->times; }
   /// What is plotted; nullptr before PlotXY.
   [[nodiscard]] const Trial* Plotted() const { return trial_; }
 
@@ -122,6 +166,7 @@ class Graph {
   void HalveLines();
   /// Plot by plot the next style, from solid on and from dots on.
   void AlternateLines();
+  void AlternateSolidAndDashed();
   void AlternatePoints();
   /// What these give the k-th, from 0, of the visible plots.
   [[nodiscard]] static LineStyle HalvedLine(int k, int plots);
@@ -136,9 +181,10 @@ class Graph {
  private:
   std::vector<Plot*> Visible();
 
+  void TakePlots();
+
   const Trial* trial_ = nullptr;
-  EnvelopePyramid envelope_;
-  SampleTimes times_;
+  std::shared_ptr<PlottedSamples> plotted_ = std::make_shared<PlottedSamples>();
 };
 
 }  // namespace velmora

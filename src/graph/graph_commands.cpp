@@ -4,32 +4,17 @@
 #include <array>
 #include <memory>
 
+#include "events/event_files.hpp"
 #include "graph/graph_choose_form.hpp"
+#include "graph/multi/multi_commands.hpp"
+#include "graph/multi/multi_view.hpp"
+#include "graph/opening.hpp"
 #include "graph/single_view.hpp"
 #include "graph/view_saves.hpp"
 #include "graph/view_window.hpp"
 
 namespace velmora {
 namespace {
-
-bool ConfirmMany(Workbench& workbench) {
-  const ChannelFlags& selected = workbench.chooser.ChanSelected;
-  const auto end = selected.begin() + workbench.trial.NChan + 1;
-  if (std::count(selected.begin() + 1, end, true) <= 16) {
-    return true;
-  }
-  const Box box{.title = ">16 Channels Selected",
-                .text = "Press OK to confirm graphing greater than 16 signals.",
-                .icon = Icon::Question,
-                .buttons = {Button::OK, Button::Cancel}};
-  return workbench.questions.AskBox(box) == Button::OK;
-}
-
-void RestoreRate(Trial& trial) {
-  if (trial.Rate == 0.0) {
-    trial.Rate = trial.PreviousRate;
-  }
-}
 
 void OpenView(Workbench& workbench) {
   CloseView(workbench);
@@ -65,6 +50,10 @@ void OpenAll(Workbench& workbench) {
 }
 
 void ChangeChannels(Workbench& workbench) {
+  if (FindMultiView(workbench) != nullptr) {
+    ChangeMultiChannels(workbench);
+    return;
+  }
   SingleView& view = OpenSingleView(workbench);
   if (GraphChooseForm(workbench).Ask()) {
     view.SetMaximised(workbench.graph.GraphWindowMaximized);
@@ -87,30 +76,61 @@ void OnView(Workbench& workbench) {
   (OpenSingleView(workbench).*procedure)();
 }
 
-template <void (*procedure)(Workbench&, SingleView&)>
+template <void (GraphView::*procedure)()>
+void OnGraphView(Workbench& workbench) {
+  (OpenGraphView(workbench).*procedure)();
+}
+
+template <void (*procedure)(Workbench&, GraphView&)>
 void WithView(Workbench& workbench) {
-  procedure(workbench, OpenSingleView(workbench));
+  procedure(workbench, OpenGraphView(workbench));
+}
+
+void SaveCursorPlaces(Workbench& workbench) {
+  SaveCursors(workbench, OpenSingleView(workbench));
 }
 
 template <Scale scale>
 void SetScale(Workbench& workbench) {
-  OpenSingleView(workbench).SetScale(scale);
+  OpenGraphView(workbench).SetScale(scale);
 }
 
 template <TrackMode mode>
 void SetTrack(Workbench& workbench) {
-  OpenSingleView(workbench).Drawing().Track = mode;
+  if (MayPanOrZoom(workbench)) {
+    OpenGraphView(workbench).SetTrack(mode);
+  }
 }
 
 void ResetZoom(Workbench& workbench) {
+  if (FindMultiView(workbench) != nullptr) {
+    if (MayPanOrZoom(workbench)) {
+      OpenMultiView(workbench).ResetGraph();
+    }
+    return;
+  }
   SingleView& view = OpenSingleView(workbench);
   view.ShowAll();
   view.Drawing().Track = view.Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
 }
 
+// A threshold line among the cursors is at no time.
+void SaveEvents(Workbench& workbench) {
+  std::vector<double> times;
+  for (const GraphCursor& cursor : OpenSingleView(workbench).Drawing().Cursors) {
+    if (cursor.Kind == CursorKind::Cursor) {
+      times.push_back(cursor.XPosition);
+    }
+  }
+  SaveCursorEvents(workbench, times);
+}
+
 void ShowHelp(Workbench& workbench) {
-  OpenSingleView(workbench);
-  ShowKeyboardHelp(workbench);
+  if (FindMultiView(workbench) != nullptr) {
+    OpenMultiView(workbench).ShowKeyList();
+    return;
+  }
+  OpenSingleView(workbench).ShowKeyList();
 }
 
 constexpr std::string_view kView = "&View";
@@ -126,12 +146,13 @@ constexpr std::array kGraphCommands = {
     Command{"graph.all", "&Graph all Channels on Single-axis Graph", kView, Needs::Data, OpenAll},
     Command{"view.change-channels", "&Change selected channels", kFile, Needs::View, ChangeChannels},
     Command{"view.save", "&Save to .VMB file", kFile, Needs::View, WithView<SaveRange>},
+    Command{"view.save-events", "Save &Events (Cursors)", kFile, Needs::View, SaveEvents},
     Command{"style.save", "Save &Graphics Style", kFile, Needs::View, WithView<SaveStyle>},
     Command{"style.recall", "&Recall Graphics Style", kFile, Needs::View, WithView<RecallStyle>},
-    Command{"cursor.none", "None &0", kCursor, Needs::View, OnView<&SingleView::NoCursors>},
-    Command{"cursor.one", "One &1", kCursor, Needs::View, OnView<&SingleView::OneCursor>},
-    Command{"cursor.two", "Two &2", kCursor, Needs::View, OnView<&SingleView::TwoCursors>},
-    Command{"cursor.save-events", "Save cursor e&vents", kCursor, Needs::View, WithView<SaveCursors>},
+    Command{"cursor.none", "None &0", kCursor, Needs::View, OnGraphView<&GraphView::NoCursors>},
+    Command{"cursor.one", "One &1", kCursor, Needs::View, OnGraphView<&GraphView::OneCursor>},
+    Command{"cursor.two", "Two &2", kCursor, Needs::View, OnGraphView<&GraphView::TwoCursors>},
+    Command{"cursor.save-events", "Save cursor e&vents", kCursor, Needs::View, SaveCursorPlaces},
     Command{"cursor.values", "&View values at cursor", kCursor, Needs::View,
             OnView<&SingleView::ToggleValues>},
     Command{"cursor.horizontal", "Toggle &Horizontal cursor", kCursor, Needs::View,
@@ -148,11 +169,11 @@ constexpr std::array kGraphCommands = {
     Command{"zoom.reset", "&Reset (default)", kZoom, Needs::View, ResetZoom},
     Command{"zoom.disable", "&Disable mouse", kZoom, Needs::View, SetTrack<TrackMode::None>},
     Command{"help.keyboard", "&Keyboard functions (?)", kHelp, Needs::View, ShowHelp},
-    Command{"view.exit", "E&xit", kButtons, Needs::View, CloseView},
+    Command{"view.exit", "E&xit", kButtons, Needs::View, LeaveView},
     Command{"view.channels", "&Channels", kButtons, Needs::View, SelectChannels},
-    Command{"view.window", "&Window", kButtons, Needs::View, OnView<&SingleView::ToggleWindow>},
+    Command{"view.window", "&Window", kButtons, Needs::View, OnGraphView<&GraphView::ToggleWindow>},
     Command{"view.points", "&Points", kButtons, Needs::View, OnView<&SingleView::TogglePoints>},
-    Command{"view.reset", "&Reset", kButtons, Needs::View, OnView<&SingleView::Reset>},
+    Command{"view.reset", "&Reset", kButtons, Needs::View, OnGraphView<&GraphView::Reset>},
 };
 
 }  // namespace

@@ -2,33 +2,39 @@
 
 #include <array>
 
-#include "graph/single_view.hpp"
+#include "graph/graph_view.hpp"
+#include "graph/threshold_lines.hpp"
 
 namespace velmora {
 namespace {
 
-Graph& DrawingOf(Workbench& workbench) {
-  return OpenSingleView(workbench).Drawing();
+// What is set is set in all graphs; what is toggled follows the first.
+std::span<Graph> GraphsOf(Workbench& workbench) {
+  return OpenGraphView(workbench).Graphs();
 }
 
 template <bool x, bool y>
 void SetGrid(Workbench& workbench) {
-  Graph& graph = DrawingOf(workbench);
-  graph.Abscissa.MajorGrid = x;
-  graph.Ordinate.MajorGrid = y;
-  graph.Ordinate.ZeroLine = false;
+  for (Graph& graph : GraphsOf(workbench)) {
+    graph.Abscissa.MajorGrid = x;
+    graph.Ordinate.MajorGrid = y;
+    graph.Ordinate.ZeroLine = false;
+  }
 }
 
 template <bool x, bool y>
 void SetLabels(Workbench& workbench) {
-  Graph& graph = DrawingOf(workbench);
-  graph.Abscissa.LabelsVisible = x;
-  graph.Ordinate.LabelsVisible = y;
+  for (Graph& graph : GraphsOf(workbench)) {
+    graph.Abscissa.LabelsVisible = x;
+    graph.Ordinate.LabelsVisible = y;
+  }
 }
 
 void ZeroLineOnly(Workbench& workbench) {
   SetGrid<false, false>(workbench);
-  DrawingOf(workbench).Ordinate.ZeroLine = true;
+  for (Graph& graph : GraphsOf(workbench)) {
+    graph.Ordinate.ZeroLine = true;
+  }
 }
 
 void ZeroLineWithoutLabels(Workbench& workbench) {
@@ -38,48 +44,71 @@ void ZeroLineWithoutLabels(Workbench& workbench) {
 
 template <bool Graph::*shown>
 void Toggle(Workbench& workbench) {
-  Graph& graph = DrawingOf(workbench);
-  graph.*shown = !(graph.*shown);
+  const bool now = !(OpenGraphView(workbench).Lead().*shown);
+  for (Graph& graph : GraphsOf(workbench)) {
+    graph.*shown = now;
+  }
 }
 
 template <Axis Graph::*axis>
 void ToggleCaption(Workbench& workbench) {
-  Axis& toggled = DrawingOf(workbench).*axis;
-  toggled.CaptionVisible = !toggled.CaptionVisible;
+  const bool now = !(OpenGraphView(workbench).Lead().*axis).CaptionVisible;
+  for (Graph& graph : GraphsOf(workbench)) {
+    (graph.*axis).CaptionVisible = now;
+  }
 }
 
 template <Axis Graph::*axis, bool log>
 void SetLog(Workbench& workbench) {
-  (DrawingOf(workbench).*axis).Log = log;
+  for (Graph& graph : GraphsOf(workbench)) {
+    (graph.*axis).Log = log;
+  }
 }
 
 void SetDefaults(Workbench& workbench) {
-  OpenSingleView(workbench).SetDefaultLooks();
+  OpenGraphView(workbench).SetDefaultLooks();
 }
 
 template <std::size_t k>
 void SetBackground(Workbench& workbench) {
-  OpenSingleView(workbench).SetBackground(kBackgrounds[k].colour);
+  OpenGraphView(workbench).SetBackground(kBackgrounds[k].colour);
 }
 
 template <LineStyle style>
 void SetLine(Workbench& workbench) {
-  DrawingOf(workbench).SetLine(style);
+  for (Graph& graph : GraphsOf(workbench)) {
+    graph.SetLine(style);
+  }
 }
 
 template <int pixels>
 void SetWidth(Workbench& workbench) {
-  DrawingOf(workbench).SetLineWidth(pixels);
+  for (Graph& graph : GraphsOf(workbench)) {
+    graph.SetLineWidth(pixels);
+  }
 }
 
 template <PointStyle style>
 void SetPoint(Workbench& workbench) {
-  DrawingOf(workbench).SetPoint(style);
+  for (Graph& graph : GraphsOf(workbench)) {
+    graph.SetPoint(style);
+  }
 }
 
 template <void (Graph::*procedure)()>
-void OnGraph(Workbench& workbench) {
-  (DrawingOf(workbench).*procedure)();
+void OnGraphs(Workbench& workbench) {
+  for (Graph& graph : GraphsOf(workbench)) {
+    (graph.*procedure)();
+  }
+}
+
+void ToggleThresholds(Workbench& workbench) {
+  ToggleThresholdLines(OpenGraphView(workbench), workbench.thresholds);
+}
+
+bool ShowsThresholds(const Workbench& workbench) {
+  const auto* view = dynamic_cast<const GraphView*>(workbench.view.get());
+  return view != nullptr && ThresholdsShown(*view);
 }
 
 constexpr std::string_view kGrid = "&Single-axis graph/&Grid";
@@ -110,6 +139,8 @@ constexpr std::array kLookCommands = {
             ToggleCaption<&Graph::Abscissa>},
     Command{"grid.ordinate-label", "Add/remove &Ordinate label", kGrid, Needs::View,
             ToggleCaption<&Graph::Ordinate>},
+    Command{"grid.thresholds", "&Include thresholds", kGrid, Needs::View, ToggleThresholds, nullptr,
+            ShowsThresholds},
     Command{"grid.sidebar", "Add/remove &Sidebar", kGrid, Needs::View, Toggle<&Graph::SidebarVisible>},
     Command{"grid.default", "&Default", kGrid, Needs::View, SetDefaults},
     BackgroundCommand<0>(),
@@ -127,8 +158,8 @@ constexpr std::array kLookCommands = {
     Command{"line.dashed", "Das&hed", kLine, Needs::View, SetLine<LineStyle::Dashed>},
     Command{"line.dash-1-dot", "Dash &1 Dot", kLine, Needs::View, SetLine<LineStyle::DashDot>},
     Command{"line.dash-2-dots", "Dash &2 Dots", kLine, Needs::View, SetLine<LineStyle::DashDotDot>},
-    Command{"line.half", "&Half solid && dashed", kLine, Needs::View, OnGraph<&Graph::HalveLines>},
-    Command{"line.alternate", "&Alternate styles", kLine, Needs::View, OnGraph<&Graph::AlternateLines>},
+    Command{"line.half", "&Half solid && dashed", kLine, Needs::View, OnGraphs<&Graph::HalveLines>},
+    Command{"line.alternate", "&Alternate styles", kLine, Needs::View, OnGraphs<&Graph::AlternateLines>},
     Command{"line.thick", "&Thick", kLine, Needs::View, SetWidth<3>},
     Command{"line.thin", "T&hin", kLine, Needs::View, SetWidth<1>},
     Command{"point.none", "&None", kPoint, Needs::View, SetPoint<PointStyle::None>},
@@ -141,7 +172,7 @@ constexpr std::array kLookCommands = {
     Command{"point.circle", "Circle &O", kPoint, Needs::View, SetPoint<PointStyle::Circle>},
     Command{"point.square", "S&quare", kPoint, Needs::View, SetPoint<PointStyle::Square>},
     Command{"point.diamond", "&Diamond", kPoint, Needs::View, SetPoint<PointStyle::Diamond>},
-    Command{"point.alternate", "&Alternate styles", kPoint, Needs::View, OnGraph<&Graph::AlternatePoints>},
+    Command{"point.alternate", "&Alternate styles", kPoint, Needs::View, OnGraphs<&Graph::AlternatePoints>},
 };
 
 }  // namespace

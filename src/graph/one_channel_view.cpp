@@ -95,8 +95,8 @@ bool OneChannelView::DoKey(const KeyPress& key) {
   return true;
 }
 
-void OneChannelView::DoMove(int cursor, double /*x*/) {
-  throw std::out_of_range("there is no cursor " + std::to_string(cursor));
+void OneChannelView::DoMove(const CursorMove& move) {
+  throw std::out_of_range("there is no cursor " + std::to_string(move.cursor));
 }
 
 void OneChannelView::DoClick(const GraphClick& click) {

@@ -36,7 +36,7 @@ class OneChannelView : public OpenView {
  private:
   [[nodiscard]] ActionListener* Listener() const override { return nullptr; }
   bool DoKey(const KeyPress& key) override;
-  void DoMove(int cursor, double x) override;
+  void DoMove(const CursorMove& move) override;
   void DoClick(const GraphClick& click) override;
   void Take();
 

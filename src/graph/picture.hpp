@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "graph/graph.hpp"
 
@@ -13,7 +14,13 @@ enum class PictureFormat { Png, Svg, Pdf };
 /// By the extension of a file's name. Nothing when it is none of png, svg and pdf.
 std::optional<PictureFormat> PictureFormatOf(std::string_view path);
 
-/// A picture of a graph as it stands.
+/// One graph of a stack.
+struct Lane {
+  int number = 1;
+  const Graph* graph = nullptr;
+};
+
+/// A picture of a graph as it stands, or of a stack of graphs with one abscissa.
 struct PictureOrder {
   static constexpr int kSmallest = 100;  // pixels a side
   static constexpr int kLargest = 16384;
@@ -24,6 +31,7 @@ struct PictureOrder {
   int width = 1600;  // pixels; of a PDF 96 an inch
   int height = 900;
   std::optional<Colour> paper{};  // in place of the graph's background
+  std::vector<Lane> lanes{};      // from above; empty: of `graph` alone
 };
 
 /// The one procedure of the drawing module, which is a shared library so that a program may do without

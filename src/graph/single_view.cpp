@@ -6,11 +6,12 @@
 
 #include "core/questions/progress.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/abscissa.hpp"
 #include "graph/view_window.hpp"
 
 namespace velmora {
-SingleView::SingleView(Workbench& workbench) : workbench_(workbench) {
-  maximised_ = workbench.graph.GraphWindowMaximized;
+
+SingleView::SingleView(Workbench& workbench) : GraphView(workbench) {
   Load();
 }
 
@@ -21,10 +22,11 @@ void SingleView::Load() {
     panel.emplace(workbench_);
     panel->SetStatus("Plotting data");
   }
-  const Axis before = graph_.Ordinate;
-  const bool first = graph_.Plots.empty();
-  graph_.Plots.clear();
-  graph_.PlotXY(workbench_.trial);
+  Graph& graph = Lead();
+  const Axis before = graph.Ordinate;
+  const bool first = graph.Plots.empty();
+  graph.Plots.clear();
+  graph.PlotXY(workbench_.trial);
   SetDefaultLooks();
   windowMode_ = false;
   NoCursors();
@@ -33,20 +35,20 @@ void SingleView::Load() {
   ShowWindow();
   const auto scale = static_cast<Scale>(workbench_.graph.GraphScaleChoice);
   if (scale == Scale::NoChange && !first) {
-    graph_.Ordinate.SetMinMax(before.Minimum, before.Maximum);
+    graph.Ordinate.SetMinMax(before.Minimum, before.Maximum);
     return;
   }
-  graph_.AutoScaleOrdinate();
+  graph.AutoScaleOrdinate();
   SetScale(scale);
 }
 
 void SingleView::Replot() {
-  graph_.PlotXY(workbench_.trial);
+  Lead().PlotXY(workbench_.trial);
   windowMode_ = false;
   SettleViewWindow(workbench_);
   ShowChannels();
   ShowWindow();
-  graph_.AutoScaleOrdinate();
+  Lead().AutoScaleOrdinate();
   SetScale(static_cast<Scale>(workbench_.graph.GraphScaleChoice));
 }
 
@@ -68,83 +70,50 @@ bool SingleView::TrialChanged() {
   return true;
 }
 
-void SingleView::Leave() {
-  workbench_.graph.GraphWindowMaximized = maximised_;
-}
-
 std::string SingleView::TitleText() const {
   if (!numbersShown_) {
-    return graph_.Title;
+    return Lead().Title;
   }
-  return graph_.Title + "\nCursor Numbers (press N to remove cursor numbers or Delete to delete a cursor)";
+  return Lead().Title + "\nCursor Numbers (press N to remove cursor numbers or Delete to delete a cursor)";
 }
 
 void SingleView::SetDefaultLooks() {
-  const Trial& trial = workbench_.trial;
-  const Axis looks;
-  for (Axis* axis : {&graph_.Abscissa, &graph_.Ordinate}) {
-    const Axis range = *axis;
-    *axis = looks;
-    axis->SetMinMax(range.Minimum, range.Maximum);
-    axis->Caption = range.Caption;
-  }
+  ClearLooks(Lead());
   CaptionAbscissa();
-  graph_.Title = "Single-axis Graph of " + trial.TrialTitle;
-  graph_.TitleVisible = true;
-  graph_.SidebarVisible = true;
-  graph_.Track = TrackMode::None;
-  for (Plot& plot : graph_.Plots) {
-    plot.Line = LineStyle::Solid;
-    plot.LineWidth = 1.0;
-    plot.Point = PointStyle::None;
-  }
+  Lead().Title = "Single-axis Graph of " + workbench_.trial.TrialTitle;
   SetBackground(kBlack);
 }
 
 void SingleView::ShowChannels() {
-  graph_.Show(workbench_.chooser.ChanSelected);
-  KeepColours();
-}
-
-void SingleView::CaptionAbscissa() {
-  graph_.Abscissa.Clock = workbench_.time.Base == TimeBase::HhMmSs;
-  graph_.Abscissa.Caption = LabelWithUnits(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
+  GraphView::ShowChannels(Lead(), workbench_.chooser.ChanSelected);
+  ThresholdsChanged();
 }
 
 void SingleView::CaptionOrdinate(bool onlyOfOne) {
-  const Plot* first = graph_.FirstVisible();
-  if (first == nullptr || (onlyOfOne && graph_.VisiblePlots() > 1)) {
-    graph_.Ordinate.Caption.clear();
+  const Plot* first = Lead().FirstVisible();
+  if (first == nullptr || (onlyOfOne && Lead().VisiblePlots() > 1)) {
+    Lead().Ordinate.Caption.clear();
     return;
   }
   const Trial& trial = workbench_.trial;
-  graph_.Ordinate.Caption =
+  Lead().Ordinate.Caption =
       LabelWithUnits(trial.ChanLabel[first->Channel].Text(), trial.ChanUnits[first->Channel].Text());
-}
-
-void SingleView::ShowWindow() {
-  zoomed_ = false;
-  graph_.AutoScaleAbscissa();
-  const double window = workbench_.graph.ViewDuration;
-  if (window > 0 && window < workbench_.trial.Duration) {
-    graph_.Abscissa.SetMinMax(graph_.Abscissa.Minimum, graph_.Abscissa.Minimum + window);
-  }
 }
 
 void SingleView::ShowAll() {
   zoomed_ = false;
   windowMode_ = false;
-  graph_.AutoScaleAbscissa();
-  graph_.AutoScaleOrdinate();
+  ShowWholeAbscissa();
+  Lead().AutoScaleOrdinate();
   SetScale(static_cast<Scale>(workbench_.graph.GraphScaleChoice));
 }
 
 void SingleView::SetScale(Scale scale) {
   workbench_.graph.GraphScaleChoice = static_cast<std::int32_t>(scale);
-  Axis& axis = graph_.Ordinate;
+  Axis& axis = Lead().Ordinate;
   switch (scale) {
     case Scale::Auto:
-      graph_.AutoScaleOrdinate();
+      Lead().AutoScaleOrdinate();
       return;
     case Scale::TenVolts:
       axis.SetMinMax(-10, 10);
@@ -156,43 +125,22 @@ void SingleView::SetScale(Scale scale) {
       axis.SetMinMax(-100, 100);
       return;
     case Scale::IncludeZero:
-      if (axis.Minimum > 0) {
-        axis.SetMinMax(0, axis.Maximum);
-      } else if (axis.Maximum < 0) {
-        axis.SetMinMax(axis.Minimum, 0);
-      }
+      axis.IncludeZero();
       return;
-    case Scale::PlusMinusMaximum: {
-      graph_.AutoScaleOrdinate();
-      const double most = std::max(std::abs(axis.Minimum), std::abs(axis.Maximum));
-      axis.SetMinMax(-most, most);
+    case Scale::PlusMinusMaximum:
+      Lead().AutoScaleOrdinate();
+      axis.CentreOnZero();
       return;
-    }
     case Scale::NoChange:
       return;
   }
 }
 
-void SingleView::SetBackground(Colour colour) {
-  graph_.SetBackground(colour);
-  KeepColours();
-}
-
-// A channel that turned white is that everywhere.
-void SingleView::KeepColours() {
-  for (const Plot& plot : graph_.Plots) {
-    std::int16_t& colour = workbench_.trial.ChanColour[plot.Channel];
-    if (plot.Visible && plot.ColourIndex == kColours) {
-      colour = kColours;
-    }
-  }
-}
-
 void SingleView::TogglePoints() {
   if (offersLines_) {
-    graph_.SetPoint(PointStyle::Dot);
+    Lead().SetPoint(PointStyle::Dot);
   } else {
-    graph_.SetLine(LineStyle::Solid);
+    Lead().SetLine(LineStyle::Solid);
   }
   offersLines_ = !offersLines_;
 }
@@ -203,6 +151,35 @@ void SingleView::DoClick(const GraphClick& click) {
   }
   if (click.how == Clicked::Twice) {
     ShowAll();
+  }
+}
+
+double SingleView::PanWindow() const {
+  return zoomed_ ? Lead().Abscissa.Maximum - Lead().Abscissa.Minimum : workbench_.graph.ViewDuration;
+}
+
+// The step is the whole window; at an end the last full window stays on the screen.
+void SingleView::PanForward(bool toEnd) {
+  const double end = AbscissaEnd(workbench_.trial);
+  const double window = PanWindow();
+  Axis& axis = Lead().Abscissa;
+  if (toEnd || axis.Maximum >= end) {
+    Request(WindowRequest::Beep);
+    axis.SetMinMax(end - window, end);
+  } else {
+    axis.SetMinMax(axis.Maximum, axis.Maximum + window);
+  }
+}
+
+void SingleView::PanBack(bool toStart) {
+  const double start = AbscissaStart(workbench_.trial);
+  const double window = PanWindow();
+  Axis& axis = Lead().Abscissa;
+  if (toStart || axis.Minimum <= start) {
+    Request(WindowRequest::Beep);
+    axis.SetMinMax(start, start + window);
+  } else {
+    axis.SetMinMax(axis.Minimum - window, axis.Minimum);
   }
 }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr Colour kSavedPair = 0x00FF00;  // green: this interval went to a file
 
 // The pair that the user names by its first cursor; false when there is none.
-bool AskPair(Workbench& workbench, SingleView& view) {
+bool AskPair(Workbench& workbench, GraphView& view) {
   const int count = view.Cursors();
   const std::string typed = workbench.questions.AskInput(
       {.title = "Select First Cursor of Pair",
@@ -34,11 +34,11 @@ bool AskPair(Workbench& workbench, SingleView& view) {
   const auto [lo, hi] = std::minmax({view.SampleOf(first), view.SampleOf(first + 1)});
   workbench.trial.CursorLo = lo;
   workbench.trial.CursorHi = hi;
-  view.Drawing().Cursors[static_cast<std::size_t>(first - 1)].Color = kSavedPair;
+  view.Lead().Cursors[static_cast<std::size_t>(first - 1)].Color = kSavedPair;
   return true;
 }
 
-bool ChooseRange(Workbench& workbench, SingleView& view) {
+bool ChooseRange(Workbench& workbench, GraphView& view) {
   Trial& trial = workbench.trial;
   trial.CursorLo = 1;
   trial.CursorHi = trial.NData;
@@ -57,8 +57,16 @@ bool ChooseRange(Workbench& workbench, SingleView& view) {
   return true;
 }
 
-std::string StylePath(const Workbench& workbench) {
-  return (std::filesystem::path(workbench.StartDir) / "Graph.cwx").string();
+std::string StylePath(const Workbench& workbench, const GraphView& view, int graph) {
+  return (std::filesystem::path(workbench.StartDir) / view.StyleName(graph)).string();
+}
+
+std::string StyleText(const std::string& path) {
+  constexpr std::int64_t kLongestStyle = 1 << 20;
+  const InputFile file(path);
+  std::string text(static_cast<std::size_t>(std::min(file.Size(), kLongestStyle)), '\0');
+  text.resize(file.ReadAt(0, text.data(), text.size()));
+  return text;
 }
 
 void ShowStyleFault(Workbench& workbench, const char* reason) {
@@ -67,7 +75,7 @@ void ShowStyleFault(Workbench& workbench, const char* reason) {
 
 }  // namespace
 
-void SaveRange(Workbench& workbench, SingleView& view) {
+void SaveRange(Workbench& workbench, GraphView& view) {
   if (!ChooseRange(workbench, view)) {
     return;
   }
@@ -125,27 +133,27 @@ void SaveCursors(Workbench& workbench, SingleView& view) {
   }
 }
 
-void SaveStyle(Workbench& workbench, SingleView& view) {
+void SaveStyle(Workbench& workbench, GraphView& view) {
   try {
-    OutputFile file(StylePath(workbench));
-    file.Write(view.Drawing().StyleText());
-    CommitSave(workbench, file);
+    for (int graph = 1; graph <= view.NGraphs(); ++graph) {
+      OutputFile file(StylePath(workbench, view, graph));
+      file.Write(view.GraphAt(graph).StyleText());
+      CommitSave(workbench, file);
+    }
   } catch (const FileError& error) {
     ShowStyleFault(workbench, error.what());
   }
 }
 
-void RecallStyle(Workbench& workbench, SingleView& view) {
-  constexpr std::int64_t kLongestStyle = 1 << 20;
+void RecallStyle(Workbench& workbench, GraphView& view) {
   try {
-    const InputFile file(StylePath(workbench));
-    std::string text(static_cast<std::size_t>(std::min(file.Size(), kLongestStyle)), '\0');
-    text.resize(file.ReadAt(0, text.data(), text.size()));
-    view.Drawing().ReadStyle(text);
-    view.SetBackground(view.Drawing().Background);
+    for (int graph = 1; graph <= view.NGraphs(); ++graph) {
+      view.GraphAt(graph).ReadStyle(StyleText(StylePath(workbench, view, graph)));
+    }
   } catch (const std::exception& error) {
     ShowStyleFault(workbench, error.what());
   }
+  view.TakeStyles();
 }
 
 }  // namespace velmora

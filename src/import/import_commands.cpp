@@ -2,7 +2,10 @@
 
 #include <array>
 
+#include "core/files/paths.hpp"
+#include "core/text/text.hpp"
 #include "core/workbench.hpp"
+#include "events/event_tracking.hpp"
 #include "formats/units_file/units_file_reader.hpp"
 #include "import/load_file.hpp"
 #include "import/merge_form.hpp"
@@ -12,10 +15,30 @@ namespace {
 
 constexpr std::int16_t kNotIdentified = -1;
 
+// Events of the trial at hand are saved under its own name, while the path of the next one stands in the
+// trial already. Staying, the trial has its own name again.
+bool MayLeaveTrial(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  const std::string next = trial.FileName;
+  if (workbench.events.EventsUnsaved && !workbench.LoadedFile.empty()) {
+    trial.FileName = workbench.LoadedFile;
+    trial.TrialName = BaseName(trial.FileName);
+    trial.FileExt = ToUpper(FileExtension(trial.FileName));
+  }
+  if (!MayLeaveEvents(workbench)) {
+    return false;
+  }
+  trial.FileName = next;
+  return true;
+}
+
 // The path is set before the command runs: by the browser, by the command line, or by a recipe.
 // A trial opened by hand gets a rate and a duration that fit each other, whatever its file says.
 void LoadCommand(Workbench& workbench) {
   Trial& trial = workbench.trial;
+  if (!MayLeaveTrial(workbench)) {
+    return;
+  }
   trial.FileTypeCode = kNotIdentified;
   LoadFile(workbench);
   if (trial.NData > 0) {

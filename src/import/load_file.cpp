@@ -43,6 +43,7 @@ void ResetTrial(Workbench& workbench) {
   workbench.time.SecondsRate = 0.0;
   workbench.time.SecondsDuration = 0.0;
   workbench.time.TimeReversed = false;
+  workbench.events = {};
   trial.HeaderLines.fill("");
   trial.HeaderLineCount = 0;
   if (trial.NData > 0) {

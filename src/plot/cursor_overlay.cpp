@@ -68,6 +68,9 @@ CursorOverlay::Hit CursorOverlay::At(const QPointF& place) const {
   double nearest = kReach;
   for (std::size_t k = 0; graph_ != nullptr && k < graph_->Cursors.size(); ++k) {
     const GraphCursor& cursor = graph_->Cursors[k];
+    if (cursor.Kind != CursorKind::Cursor) {
+      continue;  // to look at
+    }
     const double across = std::abs(place.x() - Column(cursor));
     const double along = std::abs(place.y() - Row(cursor));
     const bool onHandle = across <= kHandleHalf && place.y() <= area_->top() + kHandleHeight;
@@ -87,9 +90,12 @@ void CursorOverlay::draw(QCPPainter* painter) {
     return;
   }
   DrawTint(*painter);
+  DrawThresholds(*painter);
   // The first ones last: where handles meet, cursor 1 stays on top.
   for (int number = static_cast<int>(graph_->Cursors.size()); number >= 1; --number) {
-    DrawCursor(*painter, number);
+    if (graph_->Cursors[static_cast<std::size_t>(number - 1)].Kind == CursorKind::Cursor) {
+      DrawCursor(*painter, number);
+    }
   }
   if (dragged_ >= 1 && dragged_ <= static_cast<int>(graph_->Cursors.size())) {
     DrawTag(*painter, Column(graph_->Cursors[static_cast<std::size_t>(dragged_ - 1)]));
@@ -97,7 +103,10 @@ void CursorOverlay::draw(QCPPainter* painter) {
 }
 
 void CursorOverlay::DrawTint(QCPPainter& painter) const {
-  if (graph_->Cursors.size() != 2) {
+  const auto cursors =
+      std::count_if(graph_->Cursors.begin(), graph_->Cursors.end(),
+                    [](const GraphCursor& cursor) { return cursor.Kind == CursorKind::Cursor; });
+  if (cursors != 2) {
     return;
   }
   const auto [left, right] = std::minmax({Column(graph_->Cursors[0]), Column(graph_->Cursors[1])});
@@ -105,6 +114,35 @@ void CursorOverlay::DrawTint(QCPPainter& painter) const {
   tint.setAlpha(26);
   const QRectF range(QPointF(left, area_->top()), QPointF(right, area_->top() + area_->height()));
   painter.fillRect(range & QRectF(area_->rect()), tint);
+}
+
+// Names stand at the right end, beside each other where lines are close; one that finds no room is left out.
+void CursorOverlay::DrawThresholds(QCPPainter& painter) const {
+  constexpr double kGap = 6.0;
+  const QFontMetrics metrics(mParentPlot->font());
+  const QRectF area(area_->rect());
+  std::vector<QRectF> taken;
+  painter.setFont(mParentPlot->font());
+  for (const GraphCursor& line : graph_->Cursors) {
+    const double row = std::round(Row(line));
+    if (line.Kind != CursorKind::Threshold || !(row >= area.top() && row <= area.bottom())) {
+      continue;
+    }
+    painter.setPen(QPen(CursorColour(line, background_), 1, Qt::DashLine));
+    painter.drawLine(QLineF(area.left(), row, area.right(), row));
+    const QString name = line.NameVisible ? QString::fromStdString(line.Name) : QString();
+    const double width = metrics.horizontalAdvance(name) + kGap;
+    QRectF room(area.right() - width, row - metrics.height(), width, metrics.height());
+    const auto meets = [&room](const QRectF& other) { return other.intersects(room); };
+    for (auto other = taken.begin();
+         (other = std::find_if(taken.begin(), taken.end(), meets)) != taken.end();) {
+      room.moveRight(other->left());
+    }
+    if (!name.isEmpty() && room.left() > area.left()) {
+      painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter, name);
+      taken.push_back(room);
+    }
+  }
 }
 
 void CursorOverlay::DrawCursor(QCPPainter& painter, int number) const {

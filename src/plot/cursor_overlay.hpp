@@ -35,6 +35,7 @@ class CursorOverlay : public QCPLayerable {
   [[nodiscard]] QPolygonF Handle(double column) const;
   void DrawTint(QCPPainter& painter) const;
   void DrawCursor(QCPPainter& painter, int number) const;
+  void DrawThresholds(QCPPainter& painter) const;
   void DrawTag(QCPPainter& painter, double column) const;
 
   QCPAxisRect* area_;

@@ -8,19 +8,14 @@
 #include <stdexcept>
 
 #include "plot/graph_plot.hpp"
+#include "plot/stack_plot.hpp"
 
 namespace velmora {
 namespace {
 
 constexpr int kDotsAnInch = 96;
 
-void PaintOn(QPaintDevice& device, const PictureOrder& order, const QSize& size, bool shapes) {
-  GraphPlot plot;
-  plot.SetGraph(&order.graph);
-  plot.SetTitle(QString::fromStdString(order.title));
-  plot.SetPaper(order.paper);
-  plot.setViewport(QRect(QPoint(0, 0), size));
-  plot.Arrange();
+void PaintPlot(QCustomPlot& plot, QPaintDevice& device, const QSize& size, bool shapes) {
   QCPPainter painter;
   if (!painter.begin(&device)) {
     throw std::runtime_error("the picture cannot be painted");
@@ -28,6 +23,29 @@ void PaintOn(QPaintDevice& device, const PictureOrder& order, const QSize& size,
   painter.setMode(QCPPainter::pmVectorized, shapes);
   plot.toPainter(&painter, size.width(), size.height());
   painter.end();
+}
+
+template <typename Drawing>
+void Prepare(Drawing& plot, const PictureOrder& order, const QSize& size) {
+  plot.SetTitle(QString::fromStdString(order.title));
+  plot.SetPaper(order.paper);
+  plot.setViewport(QRect(QPoint(0, 0), size));
+  plot.Arrange();
+}
+
+void PaintOn(QPaintDevice& device, const PictureOrder& order, const QSize& size, bool shapes) {
+  if (order.lanes.empty()) {
+    GraphPlot plot;
+    plot.SetGraph(&order.graph);
+    Prepare(plot, order, size);
+    PaintPlot(plot, device, size, shapes);
+    return;
+  }
+  StackPlot plot;
+  plot.SetLanes(order.lanes);
+  plot.SetWhole(true);
+  Prepare(plot, order, size);
+  PaintPlot(plot, device, size, shapes);
 }
 
 void PaintPng(QBuffer& buffer, const PictureOrder& order, const QSize& size) {

@@ -1,9 +1,8 @@
 #include "plot/graph_plot.hpp"
 
+#include "plot/arrange_axis.hpp"
 #include "plot/channel_legend.hpp"
 #include "plot/cursor_overlay.hpp"
-#include "plot/number_ticker.hpp"
-#include "plot/pixel_scale.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/result_marks.hpp"
 #include "plot/trace_plottable.hpp"
@@ -11,8 +10,9 @@
 namespace velmora {
 namespace {
 
-// Powers of ten alone are too few where the axis spans less than this.
-constexpr double kDecadesFrom = 50.0;
+// Pixels from one numeral to the next, about.
+constexpr int kBetweenNumerals = 110;
+constexpr int kBetweenRows = 55;
 
 }  // namespace
 
@@ -63,8 +63,9 @@ void GraphPlot::Arrange() {
   channels_->Show(graph_ != nullptr && legendOn_ && graph_->SidebarVisible ? graph_ : nullptr, background);
   ArrangeTitle();
   if (graph_ != nullptr) {
-    ArrangeAxis(*xAxis, graph_->Abscissa);
-    ArrangeAxis(*yAxis, graph_->Ordinate);
+    const AxisLook look{.font = font(), .background = Background()};
+    ArrangeAxis(*xAxis, graph_->Abscissa, look, viewport().width() / kBetweenNumerals);
+    ArrangeAxis(*yAxis, graph_->Ordinate, look, viewport().height() / kBetweenRows);
   }
 }
 
@@ -78,39 +79,6 @@ void GraphPlot::ArrangeTitle() {
   const QString fits = QFontMetrics(bold).elidedText(title_, Qt::ElideMiddle, viewport().width() - kMargins);
   heading_->setText(shown ? fits : QString());
   heading_->setMargins(shown ? QMargins(4, 8, 4, 2) : QMargins(0, 4, 0, 0));
-}
-
-void GraphPlot::ArrangeAxis(QCPAxis& axis, const Axis& from) const {
-  constexpr int kBetweenNumerals = 110;
-  constexpr int kBetweenRows = 55;
-  const Axis drawn = Drawable(from);
-  const QColor foreground = Foreground(Background());
-  axis.setScaleType(drawn.Log ? QCPAxis::stLogarithmic : QCPAxis::stLinear);
-  axis.setRange(drawn.Minimum, drawn.Maximum);
-  if (drawn.Log && drawn.Maximum / drawn.Minimum >= kDecadesFrom) {
-    axis.setTicker(QSharedPointer<DecadeTicker>::create());
-  } else {
-    const auto ticker = QSharedPointer<NumberTicker>::create(drawn.Clock);
-    const bool across = axis.orientation() == Qt::Horizontal;
-    ticker->setTickCount(
-        std::max(3, across ? viewport().width() / kBetweenNumerals : viewport().height() / kBetweenRows));
-    axis.setTicker(ticker);
-  }
-  axis.setTicks(drawn.LabelsVisible);
-  axis.setSubTicks(drawn.LabelsVisible);
-  axis.setTickLabels(drawn.LabelsVisible);
-  axis.setLabel(drawn.CaptionVisible ? QString::fromStdString(drawn.Caption) : QString());
-  axis.setLabelFont(font());
-  axis.setTickLabelFont(font());
-  for (const auto pen : {&QCPAxis::setBasePen, &QCPAxis::setTickPen, &QCPAxis::setSubTickPen}) {
-    (axis.*pen)(QPen(foreground, 1));
-  }
-  axis.setLabelColor(foreground);
-  axis.setTickLabelColor(foreground);
-  axis.grid()->setVisible(drawn.MajorGrid);
-  const QPen grid(GridColour(drawn, Background()), 1);
-  axis.grid()->setPen(grid);
-  axis.grid()->setZeroLinePen(grid);
 }
 
 }  // namespace velmora

@@ -45,7 +45,6 @@ class GraphPlot : public QCustomPlot {
 
  private:
   void ArrangeTitle();
-  void ArrangeAxis(QCPAxis& axis, const Axis& from) const;
 
   const Graph* graph_ = nullptr;
   QString title_;

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "core/text/numbers.hpp"
-#include "plot/axis_moves.hpp"
 #include "plot/cursor_overlay.hpp"
 #include "plot/plot_colours.hpp"
 
@@ -43,10 +42,6 @@ bool GraphWidget::CancelGesture() {
   Overlay().SetDragged(0, {});
   RedrawCursors();
   return busy;
-}
-
-GraphRange GraphWidget::Range() const {
-  return {xAxis->range().lower, xAxis->range().upper, yAxis->range().lower, yAxis->range().upper};
 }
 
 GraphWidget::Gesture GraphWidget::LeftGesture() const {
@@ -164,18 +159,10 @@ void GraphWidget::DragCursor(const QPointF& place) {
 }
 
 void GraphWidget::PanTo(const QPointF& place) {
-  const auto step = [](const QCPAxis& axis, double from, double to) {
-    return AxisMove{axis.scaleType() == QCPAxis::stLogarithmic, axis.pixelToCoord(from),
-                    axis.pixelToCoord(to)};
-  };
-  GraphRange range = Range();
-  if (gesture_ != Gesture::PanY) {
-    step(*xAxis, last_.x(), place.x()).Pan(range.left, range.right);
-  }
-  if (gesture_ != Gesture::PanX) {
-    step(*yAxis, last_.y(), place.y()).Pan(range.bottom, range.top);
-  }
-  emit rangeChosen(range);
+  emit rangeChosen(Moves().Panned(last_, place,
+                                  gesture_ == Gesture::PanX   ? RangeMoves::Along::X
+                                  : gesture_ == Gesture::PanY ? RangeMoves::Along::Y
+                                                              : RangeMoves::Along::Both));
 }
 
 void GraphWidget::ZoomToArea(const QRectF& area) {
@@ -184,37 +171,14 @@ void GraphWidget::ZoomToArea(const QRectF& area) {
   if (inside.width() < kSmallest || inside.height() < kSmallest) {
     return;
   }
-  emit rangeChosen({xAxis->pixelToCoord(inside.left()), xAxis->pixelToCoord(inside.right()),
-                    yAxis->pixelToCoord(inside.bottom()), yAxis->pixelToCoord(inside.top())});
+  emit rangeChosen(Moves().Zoomed(inside));
 }
 
-// Touch pads and Alt move sideways; a wheel with shift held does so on some desktops.
 void GraphWidget::wheelEvent(QWheelEvent* event) {
-  constexpr double kNotch = 120.0;
-  constexpr double kZoom = 1.25;
-  constexpr double kPan = 0.1;
   event->accept();
-  if (Shown() == nullptr) {
-    return;
+  if (Shown() != nullptr) {
+    emit rangeChosen(Moves().Wheeled(*event));
   }
-  const QPoint delta = event->angleDelta();
-  const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
-  const bool sideways = delta.y() == 0 && !shift;
-  const double notches = (delta.y() != 0 ? delta.y() : delta.x()) / kNotch;
-  GraphRange range = Range();
-  QCPAxis& axis = shift ? *yAxis : *xAxis;
-  double& low = shift ? range.bottom : range.left;
-  double& high = shift ? range.top : range.right;
-  const bool log = axis.scaleType() == QCPAxis::stLogarithmic;
-  if (event->modifiers().testFlag(Qt::ControlModifier) || sideways) {
-    const double width = axisRect()->width();
-    const double from = axisRect()->left();
-    AxisMove{log, axis.pixelToCoord(from), axis.pixelToCoord(from + notches * kPan * width)}.Pan(low, high);
-  } else {
-    const double at = shift ? event->position().y() : event->position().x();
-    AxisMove{log, axis.pixelToCoord(at), 0}.Zoom(std::pow(kZoom, -notches), low, high);
-  }
-  emit rangeChosen(range);
 }
 
 void GraphWidget::ShowPointer(const QPointF& place) {

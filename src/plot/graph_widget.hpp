@@ -1,16 +1,9 @@
 #pragma once
 
 #include "plot/graph_plot.hpp"
+#include "plot/range_moves.hpp"
 
 namespace velmora {
-
-/// The ranges of both axes, as a person set them with the mouse.
-struct GraphRange {
-  double left = 0.0;
-  double right = 1.0;
-  double bottom = 0.0;
-  double top = 1.0;
-};
 
 /// A graph under the mouse. It changes nothing by itself: it tells what a person did, and shows the
 /// graph again when Redraw is called.
@@ -60,7 +53,7 @@ class GraphWidget : public GraphPlot {
   enum class Gesture { None, Cursor, Crosshair, Pan, PanX, PanY, Area };
 
   [[nodiscard]] Gesture LeftGesture() const;
-  [[nodiscard]] GraphRange Range() const;
+  [[nodiscard]] RangeMoves Moves() const { return {*xAxis, *yAxis}; }
   void DragCursor(const QPointF& place);
   void PanTo(const QPointF& place);
   void ZoomToArea(const QRectF& area);

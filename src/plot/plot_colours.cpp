@@ -61,6 +61,9 @@ QColor TraceColour(const Plot& plot, Colour background) {
 }
 
 QColor CursorColour(const GraphCursor& cursor, Colour background) {
+  if (cursor.Kind != CursorKind::Cursor) {
+    return Legible(ToQColor(cursor.Color), background);
+  }
   const bool lost = cursor.Color == kYellow && IsLight(background);
   return ToQColor(lost ? kBlue : cursor.Color);
 }

@@ -40,7 +40,7 @@ void ResultMarks::draw(QCPPainter* painter) {
 }
 
 void ResultMarks::DrawBands(QCPPainter& painter) const {
-  constexpr int kTint = 40;  // of 255: the trace below it stays clear
+  constexpr double kTint = 0.16;  // the trace below it stays clear
   for (const FormGraph::Band& band : graph_->Bands) {
     const auto [left, right] = std::minmax({Column(band.from), Column(band.to)});
     const QRectF part = QRectF(QPointF(left, area_->top()), QPointF(right, area_->top() + area_->height())) &
@@ -49,10 +49,11 @@ void ResultMarks::DrawBands(QCPPainter& painter) const {
       continue;
     }
     QColor tint = ColourOf(band.colour);
-    tint.setAlpha(kTint);
+    tint.setAlphaF(static_cast<float>(kTint * band.strength));
     painter.fillRect(part, tint);
     painter.setPen(ColourOf(band.colour));
-    painter.drawText(part.adjusted(kTextGap, kTextGap, 0, -kTextGap), Qt::AlignLeft | Qt::AlignBottom,
+    const int row = band.above ? Qt::AlignTop | Qt::TextDontClip : Qt::AlignBottom;
+    painter.drawText(part.adjusted(kTextGap, kTextGap, 0, -kTextGap), Qt::AlignLeft | row,
                      QString::fromStdString(band.text));
   }
 }
@@ -72,7 +73,8 @@ void ResultMarks::DrawLines(QCPPainter& painter) const {
     if (!(column >= area_->left() && column <= area_->right() + 1)) {
       continue;
     }
-    const QColor colour = ColourOf(mark->colour);
+    QColor colour = ColourOf(mark->colour);
+    colour.setAlphaF(static_cast<float>(mark->strength));
     painter.setPen(QPen(colour, 1, Qt::DashLine));
     painter.drawLine(QLineF(column, area_->top(), column, area_->top() + area_->height()));
     const QString text = QString::fromStdString(mark->text);

@@ -34,7 +34,7 @@ void TraceColumns::FoldSamples(const Graph& graph, const PixelScale& y) {
     const bool joins = HasSamples(k) && HasSamples(k - 1);
     samples[column] = {starts_[column] - (joins ? 1 : 0), starts_[column + 1]};
   }
-  const ColumnExtremes extremes = graph.Envelope().Columns(samples);
+  const ColumnExtremes& extremes = graph.Columns(samples);
   for (int k = 0; k < columns_; ++k) {
     for (std::size_t p = 0; p < plots_.size(); ++p) {
       const Extremes own = extremes.At(k, plots_[p]->Channel);

@@ -1,5 +1,6 @@
 #include "plot/trace_plottable.hpp"
 
+#include "plot/deviation_painter.hpp"
 #include "plot/pixel_scale.hpp"
 #include "plot/plot_colours.hpp"
 
@@ -50,6 +51,9 @@ void TracePlottable::draw(QCPPainter* painter) {
   painter->setAntialiasing(false);  // with it goes a shift by half a pixel
   const QRect rect = clipRect();
   DrawZeroLine(*painter, rect);
+  if (!graph_->Deviations.empty()) {
+    PaintDeviations(*painter, *graph_, rect, background_);
+  }
   const bool shapes = painter->modes().testFlag(QCPPainter::pmVectorized);
   traces_.Paint(*painter, *graph_, rect, background_,
                 shapes ? TracePainter::Kind::Shapes : TracePainter::Kind::Pixels);

@@ -4,7 +4,7 @@
 
 #include "core/files/files.hpp"
 #include "core/trial/helpers.hpp"
-#include "graph/single_view.hpp"
+#include "graph/multi/multi_view.hpp"
 #include "run/drawing.hpp"
 
 namespace velmora {
@@ -13,13 +13,16 @@ namespace {
 struct Gesture {
   Workbench& workbench;
 
-  void operator()(const CloseGesture& /*close*/) const { CloseView(workbench); }
+  void operator()(const CloseGesture& /*close*/) const { LeaveView(workbench); }
   void operator()(const KeyPress& key) const {
     if (!workbench.view->PressKey(key)) {
       throw std::invalid_argument("the graph has no key \"" + key.name + "\"");
     }
   }
-  void operator()(const CursorMove& move) const { workbench.view->MoveCursor(move.cursor, move.x); }
+  void operator()(const CursorMove& move) const {
+    workbench.view->MoveCursor(move.cursor, move.x, move.graph);
+  }
+  void operator()(const ThresholdMove& move) const { workbench.view->MoveThreshold(move.graph, move.y); }
   void operator()(const GraphClick& click) const {
     switch (click.how) {
       case Clicked::Once:
@@ -34,13 +37,16 @@ struct Gesture {
     }
   }
   void operator()(const ImageGesture& image) const {
-    const SingleView& view = OpenSingleView(workbench);
-    const std::string picture = LoadAndDraw({.graph = view.Drawing(),
-                                             .title = view.TitleText(),
-                                             .format = *PictureFormatOf(image.file),
-                                             .width = image.width,
-                                             .height = image.height,
-                                             .paper = image.white ? std::optional(kWhite) : std::nullopt});
+    const GraphView& view = OpenGraphView(workbench);
+    const MultiView* multi = FindMultiView(workbench);
+    const std::string picture =
+        LoadAndDraw({.graph = view.Lead(),
+                     .title = view.TitleText(),
+                     .format = *PictureFormatOf(image.file),
+                     .width = image.width,
+                     .height = image.height,
+                     .paper = image.white ? std::optional(kWhite) : std::nullopt,
+                     .lanes = multi != nullptr ? LanesOf(*multi) : std::vector<Lane>{}});
     try {
       OutputFile file(image.file);
       file.Write(picture);

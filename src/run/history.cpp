@@ -132,6 +132,7 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
   if (first == 0) {
     CloseView(*workbench_);
     workbench_->merge = {};
+    workbench_->events = {};
   }
   ProgressPanel panel(*workbench_, ProgressPanel::Kind::Processing);
   RepeatedAnswers answers(recorder_.Answerer(), panel);

@@ -31,6 +31,18 @@ Json ChannelInfo(const Workbench& workbench, std::size_t c) {
   };
 }
 
+Json EventsInfo(const EventMemory& events) {
+  Json records = Json::array();
+  for (const EventRecord& record : events.ChannelEvents) {
+    Json pairs = Json::array();
+    for (std::size_t c = 1; c <= kMaxChannels; ++c) {
+      pairs.push_back({JsonNumber(record[c].on), JsonNumber(record[c].off)});
+    }
+    records.push_back(std::move(pairs));
+  }
+  return records;
+}
+
 Json UsedHeaderLines(const Trial& trial) {
   Json lines = Json::array();
   for (int i = 1; i <= std::min(trial.HeaderLineCount, kMaxHeaderLines); ++i) {
@@ -150,6 +162,17 @@ std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
       {"LastChanShown", workbench.LastChanShown},
       {"SDMultiplier", JsonNumber(workbench.thresholds.SDMultiplier)},
       {"ThresholdsValid", Flag(workbench.thresholds.ThresholdsValid)},
+      {"ViewDuration", JsonNumber(workbench.graph.ViewDuration)},
+      {"PanSize", JsonNumber(workbench.graph.PanSize)},
+      {"StatLo", workbench.graph.StatLo},
+      {"StatHi", workbench.graph.StatHi},
+      {"ValuePattern", workbench.patterns.ValuePattern},
+      {"EventTracking", Flag(workbench.events.EventTracking)},
+      {"EventAmplitudes", Flag(workbench.events.EventAmplitudes)},
+      {"EventsUnsaved", Flag(workbench.events.EventsUnsaved)},
+      {"NEvents", workbench.events.NEvents()},
+      {"CurrentEvent", workbench.events.CurrentEvent},
+      {"ChannelEvents", EventsInfo(workbench.events)},
       {"EpochCount", workbench.emg.EpochCount},
       {"channels", AllChannels(workbench)},
   };

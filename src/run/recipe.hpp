@@ -82,7 +82,7 @@ struct ImageGesture {
 
 /// Something a person does in the view that is open.
 struct ViewStep {
-  std::variant<CloseGesture, KeyPress, CursorMove, GraphClick, ImageGesture> what;
+  std::variant<CloseGesture, KeyPress, CursorMove, ThresholdMove, GraphClick, ImageGesture> what;
   std::vector<Answer> answers;
 };
 

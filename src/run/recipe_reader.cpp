@@ -329,22 +329,33 @@ ImageGesture Reader::Image(const YAML::Node& node) const {
 ViewStep Reader::ReadView(const YAML::Node& step) const {
   const YAML::Node node = step["view"];
   CheckKeys(node, "view",
-            {"key", "move", "x", "click", "double-click", "right-click", "image", "size", "white", "close"});
+            {"key", "move", "x", "graph", "threshold", "y", "click", "double-click", "right-click", "image",
+             "size", "white", "close"});
   const auto given = [&node](const char* key) { return static_cast<bool>(node[key]); };
-  if (given("key") + given("move") + given("click") + given("double-click") + given("right-click") +
-          given("image") + given("close") !=
+  if (given("key") + given("move") + given("threshold") + given("click") + given("double-click") +
+          given("right-click") + given("image") + given("close") !=
       1) {
-    Fail(node, "view has exactly one of key, move, click, double-click, right-click, image and close");
+    Fail(node,
+         "view has exactly one of key, move, threshold, click, double-click, right-click, image and close");
   }
   if (given("x") != given("move") || ((given("size") || given("white")) && !given("image"))) {
     Fail(node, "move needs x, and only move has one; size and white belong to image");
+  }
+  if (given("y") != given("threshold")) {
+    Fail(node, "threshold needs y, and only threshold has one");
+  }
+  if (given("graph") && !given("move")) {
+    Fail(node, "only move has a graph");
   }
   ViewStep view;
   view.answers = Answers(step);
   if (given("key")) {
     view.what = Key(node["key"]);
   } else if (given("move")) {
-    view.what = CursorMove{Count(node["move"], "cursor"), Number(node["x"], "x")};
+    view.what = CursorMove{Count(node["move"], "cursor"), Number(node["x"], "x"),
+                           given("graph") ? Count(node["graph"], "graph") : 0};
+  } else if (given("threshold")) {
+    view.what = ThresholdMove{Count(node["threshold"], "graph"), Number(node["y"], "y")};
   } else if (given("click")) {
     view.what = GraphClick{Count(node["click"], "graph"), Clicked::Once};
   } else if (given("double-click")) {

@@ -58,6 +58,16 @@ class Writer {
     out_ << move.cursor;
     Key("x");
     Text(PlainNumber(move.x));
+    if (move.graph > 0) {
+      Key("graph");
+      out_ << move.graph;
+    }
+  }
+  void operator()(const ThresholdMove& move) {
+    Key("threshold");
+    out_ << move.graph;
+    Key("y");
+    Text(PlainNumber(move.y));
   }
   void operator()(const GraphClick& click) {
     Key(click.how == Clicked::Once ? "click" : click.how == Clicked::Twice ? "double-click" : "right-click");

@@ -8,7 +8,7 @@
 #include "core/questions/picker.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
-#include "graph/single_view.hpp"
+#include "graph/graph_view.hpp"
 #include "run/answer_record.hpp"
 #include "run/graph_words.hpp"
 
@@ -33,11 +33,14 @@ constexpr std::array kNotKept = {"file.open-directory",
                                  "style.",
                                  "zoom.",
                                  "help.",
-                                 "view.points"};
+                                 "view.points",
+                                 "view.print",
+                                 "view.fix-double-keying"};
 
+// A threshold is changed by means of its line, so what shows the lines is more than a look of the graph.
 bool IsKept(std::string_view id) {
-  return std::none_of(kNotKept.begin(), kNotKept.end(),
-                      [id](const char* prefix) { return id.starts_with(prefix); });
+  return id == "grid.thresholds" || std::none_of(kNotKept.begin(), kNotKept.end(),
+                                                 [id](const char* prefix) { return id.starts_with(prefix); });
 }
 
 struct StepOf {
@@ -141,6 +144,7 @@ void Recorder::Keep() {
   const bool failed = !workbench_->report.failures.empty();
   const bool did = DidAnything(workbench_->report.deeds);
   const Command* const* command = std::get_if<const Command*>(&action_);
+  begins_ = begins_ && (did || workbench_->trial.NData < 1);  // or it was called off, and the trial stays
   if (begins_) {
     steps_.clear();
     later_.clear();
@@ -163,6 +167,10 @@ void Recorder::Keep() {
 void Recorder::Add(bool did) {
   if (const auto* move = std::get_if<CursorMove>(&action_)) {
     AddMove(*move);
+    return;
+  }
+  if (const auto* move = std::get_if<ThresholdMove>(&action_)) {
+    AddThreshold(*move);
     return;
   }
   if (steps_.empty() && !begins_) {
@@ -190,8 +198,8 @@ void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {
   for (const RecordedStep& step : steps_) {
     views_ = std::max(views_, step.view);
   }
-  const auto* view = dynamic_cast<const SingleView*>(workbench_->view.get());
-  cursors_ = view != nullptr ? view->Drawing().Cursors.size() : 0;
+  const auto* view = dynamic_cast<const GraphView*>(workbench_->view.get());
+  cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
   if (onDone) {
     onDone(action_);
   }
@@ -248,10 +256,25 @@ void Recorder::AddMove(const CursorMove& move) {
     if (before == nullptr) {
       break;
     }
-    if (before->cursor == move.cursor) {
+    if (before->cursor == move.cursor && before->graph == move.graph) {
       before->x = move.x;
       NoteWhatIsLeft(step);
       steps_.back().graph = step.graph;
+      return;
+    }
+  }
+  if (!steps_.empty()) {
+    NoteWhatIsLeft(AddView(move));
+  }
+}
+
+// A line that is dragged on is one move, too.
+void Recorder::AddThreshold(const ThresholdMove& move) {
+  if (steps_.size() > (later_.empty() ? 0 : place_)) {
+    auto* view = std::get_if<ViewStep>(&steps_.back().steps.front().what);
+    auto* before = view != nullptr ? std::get_if<ThresholdMove>(&view->what) : nullptr;
+    if (before != nullptr && before->graph == move.graph) {
+      before->y = move.y;
       return;
     }
   }
@@ -265,11 +288,11 @@ void Recorder::NoteNewCursors() {
   if (workbench_->view != nullptr && !viewOpen_) {
     cursors_ = 0;
   }
-  const auto* view = dynamic_cast<const SingleView*>(workbench_->view.get());
+  const auto* view = dynamic_cast<const GraphView*>(workbench_->view.get());
   const std::size_t before = cursors_;
-  cursors_ = view != nullptr ? view->Drawing().Cursors.size() : 0;
+  cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
   for (std::size_t k = before; k < cursors_; ++k) {
-    AddMove({static_cast<int>(k + 1), view->Drawing().Cursors[k].XPosition});
+    AddMove({static_cast<int>(k + 1), view->Lead().Cursors[k].XPosition});
   }
 }
 
@@ -282,6 +305,9 @@ void Recorder::NoteClosedView() {
 }
 
 void Recorder::Note(Answer answer, const std::string& title, bool cancels) {
+  if (begins_ && workbench_->events.EventTracking) {
+    return;  // it is about the events of the trial that is left
+  }
   std::vector<Answer>* answers = nullptr;
   if (auto* command = std::get_if<CommandStep>(&current_.steps.front().what)) {
     answers = &command->answers;

@@ -83,6 +83,7 @@ class Recorder : public Questions, public ActionListener {
   void NoteWayThroughAll(Form& form);
   void NoteNewCursors();
   void AddMove(const CursorMove& move);
+  void AddThreshold(const ThresholdMove& move);
   template <typename Gesture>
   RecordedStep& AddView(const Gesture& gesture);
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "emg/emg_statistics_form.hpp"
-#include "graph/single_view.hpp"
+#include "graph/graph_view.hpp"
 #include "impact/integral_form.hpp"
 #include "spectra/fourier_statistics.hpp"
 
@@ -40,7 +40,7 @@ void ShowOther(Workbench& workbench) {
 // Sets StatLo and StatHi, then opens the table.
 template <void (*table)(Workbench&), Range range>
 void Show(Workbench& workbench) {
-  SingleView& view = OpenSingleView(workbench);
+  GraphView& view = OpenGraphView(workbench);
   workbench.TimeStep = 1.0 / workbench.trial.Rate;
   if (range == Range::BetweenCursors) {
     view.SetStatRange();

@@ -435,22 +435,22 @@ TEST_F(SingleViewTest, LooksAreKeptInAFile) {
 
 TEST_F(SingleViewTest, WhatTheMouseChoosesStaysOnTheTrialAndSetsTheStepOfPans) {
   Open();
-  View().ShowRange(0.2, 0.4, -5, 5);
+  View().ShowRange(1, 0.2, 0.4, -5, 5);
   ExpectWindow(0.2, 0.4);
   EXPECT_EQ(View().Drawing().Ordinate.Maximum, 5);
   Key("PageUp");
   ExpectWindow(0.4, 0.6);
-  View().ShowRange(-0.3, -0.1, -5, 5);  // before the trial: its beginning, as wide
+  View().ShowRange(1, -0.3, -0.1, -5, 5);  // before the trial: its beginning, as wide
   ExpectWindow(0.0, 0.2);
-  View().ShowRange(-3, 4, -5, 5);
+  View().ShowRange(1, -3, 4, -5, 5);
   ExpectWindow(0.0, 1.0);
-  View().ShowRange(0.5, 0.5, 3, 3);  // nothing to see there
-  View().ShowRange(0.6, 0.5, NAN, 3);
-  View().ShowRange(0.5, INFINITY, 4, 4 + 1e-7);
+  View().ShowRange(1, 0.5, 0.5, 3, 3);  // nothing to see there
+  View().ShowRange(1, 0.6, 0.5, NAN, 3);
+  View().ShowRange(1, 0.5, INFINITY, 4, 4 + 1e-7);
   ExpectWindow(0.0, 1.0);
   EXPECT_EQ(View().Drawing().Ordinate.Minimum, -5);
 
-  View().ShowRange(0.2, 0.4, -5, 5);
+  View().ShowRange(1, 0.2, 0.4, -5, 5);
   View().DoubleClick(1);
   ExpectWindow(0.0, 1.0);
   Key("PageUp");  // by the view window again, which is the whole trial

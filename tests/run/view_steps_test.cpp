@@ -54,7 +54,8 @@ TEST_F(ViewStepsTest, APieceIsSelectedAndCropped) {
   EXPECT_EQ(view["plots"][0]["colour"], 4);
   EXPECT_EQ(view["plots"][0]["visible"], -1);
   EXPECT_EQ(view["plots"][1]["visible"], 0);
-  EXPECT_EQ(view["cursors"][0], json({{"x", 0.75}, {"y", 0.0}, {"colour", 0xFFFF}, {"name", "1"}}));
+  EXPECT_EQ(view["cursors"][0],
+            json({{"x", 0.75}, {"y", 0.0}, {"colour", 0xFFFF}, {"name", "1"}, {"kind", "cursor"}}));
   EXPECT_EQ(view["cursors"][1]["x"], 0.25);
   EXPECT_NE(ReadFile(directory_.Path("jump.vmc")).find("1\t76\t0.7500\t0.0000\n2\t26\t0.2500\t-0.5000\n"),
             std::string::npos);
@@ -82,7 +83,7 @@ TEST_F(ViewStepsTest, WhatCannotBeDoneFailsItsStep) {
   Run(open + "  - view: {key: \"2\"}\n  - view: {key: Delete}\n");
   EXPECT_NE(Why().find("Delete Cursor?"), std::string::npos);
   Run(open + "  - view: {close: true}\n  - do: cursor.one\n");
-  EXPECT_NE(Why().find("no single-axis graph is open"), std::string::npos);
+  EXPECT_NE(Why().find("no graph is open"), std::string::npos);
   Run(open + "  - do: file.load\n    file: \"${out}/missing.vmb\"\n");
   EXPECT_EQ(run_->State().view, nullptr);  // with the trial goes its graph
 }
@@ -93,6 +94,8 @@ TEST_F(ViewStepsTest, AStepThatIsNoGestureIsRefusedBeforeAnythingRuns) {
                            "{move: 1}",
                            "{key: A, x: 1}",
                            "{move: 0, x: 1}",
+                           "{threshold: 1}",
+                           "{key: A, y: 1}",
                            "{move: 1, x: nan}",
                            "{move: 1, x: 1e999}",
                            "{close: false}",

@@ -35,6 +35,7 @@ struct FormGraph {
     double x = 0.0;
     std::string text;
     int colour = 0;
+    double strength = 1.0;  // down to 0: how much of its colour it shows
   };
   /// A shaded part of the abscissa.
   struct Band {
@@ -42,6 +43,8 @@ struct FormGraph {
     double to = 0.0;
     std::string text{};
     int colour = 0;
+    double strength = 1.0;
+    bool above = false;  // the text stands at the top
   };
   /// A point with a text beside it.
   struct Point {

@@ -88,6 +88,12 @@ void CloseView(Workbench& workbench) {
   }
 }
 
+void LeaveView(Workbench& workbench) {
+  if (workbench.view != nullptr && workbench.view->MayLeave()) {
+    CloseView(workbench);
+  }
+}
+
 void NextChannelPage(Workbench& workbench) {
   const int channels = workbench.trial.NChan;
   if (channels <= kPageChannels) {

@@ -151,8 +151,12 @@ void Apply(Workbench& workbench, const std::vector<Row>& rows) {
     workbench.thresholds.ThresholdsValid |= rows[c].threshold != 0.0;
   }
   workbench.scaling.ScaleMemoryOf = workbench.LoadedFile;
+  workbench.thresholds.ThresholdsOf = workbench.LoadedFile;
   workbench.filters.LastHighPassOf = workbench.filters.LastLowPassOf = workbench.LoadedFile;
   MarkChanged(workbench, true);
+  if (workbench.view != nullptr) {
+    workbench.view->ThresholdsChanged();
+  }
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "forceplate/plate_form.hpp"
 #include "ui/dialogs/filter_test_picture.hpp"
 #include "ui/dialogs/found_mark.hpp"
+#include "ui/dialogs/layout_picture.hpp"
 #include "ui/dialogs/plate_picture.hpp"
 #include "ui/dialogs/response_picture.hpp"
 #include "ui/dialogs/result_table_view.hpp"
@@ -425,6 +426,8 @@ std::unique_ptr<AskingDialog> MakeFormDialog(Form& form, Workbench& workbench, Q
   } else if (const auto* plates = dynamic_cast<const PlateForm*>(&form);
              plates != nullptr && form.FindField("a") != nullptr) {
     picture = new PlatePicture(*plates, workbench.trial);
+  } else if (const auto* graphs = dynamic_cast<const MultiChooseForm*>(&form)) {
+    picture = new LayoutPicture(*graphs, workbench.trial);
   }
   return std::make_unique<FormDialog>(form, workbench, picture, parent);
 }

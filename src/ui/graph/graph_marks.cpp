@@ -1,92 +1,105 @@
 #include "ui/graph/graph_marks.hpp"
 
+#include "graph/multi/multi_view.hpp"
+#include "graph/single_view.hpp"
+
 namespace velmora::ui {
 namespace {
 
 template <Colour colour>
-bool HasBackground(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Drawing().Background == colour;
+bool HasBackground(const GraphView& view, const Workbench& /*workbench*/) {
+  return view.Lead().Background == colour;
 }
 template <Scale scale>
-bool HasScale(const SingleView& /*view*/, const Workbench& workbench) {
+bool HasScale(const GraphView& view, const Workbench& workbench) {
+  if (const auto* multi = dynamic_cast<const MultiView*>(&view)) {
+    return static_cast<std::int32_t>(multi->ShownScale()) == static_cast<std::int32_t>(scale);
+  }
   return workbench.graph.GraphScaleChoice == static_cast<std::int32_t>(scale);
 }
 template <TrackMode mode>
-bool HasTrack(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Drawing().Track == mode;
+bool HasTrack(const GraphView& view, const Workbench& /*workbench*/) {
+  return view.Lead().Track == mode;
 }
 template <Axis Graph::*axis, bool log>
-bool HasLog(const SingleView& view, const Workbench& /*workbench*/) {
-  return (view.Drawing().*axis).Log == log;
+bool HasLog(const GraphView& view, const Workbench& /*workbench*/) {
+  return (view.Lead().*axis).Log == log;
 }
 template <int count>
-bool HasCursors(const SingleView& view, const Workbench& /*workbench*/) {
+bool HasCursors(const GraphView& view, const Workbench& /*workbench*/) {
   return view.Cursors() == count;
 }
 template <bool Graph::*shown>
-bool Shows(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Drawing().*shown;
+bool Shows(const GraphView& view, const Workbench& /*workbench*/) {
+  return view.Lead().*shown;
 }
 template <Axis Graph::*axis>
-bool ShowsCaption(const SingleView& view, const Workbench& /*workbench*/) {
-  return (view.Drawing().*axis).CaptionVisible;
+bool ShowsCaption(const GraphView& view, const Workbench& /*workbench*/) {
+  return (view.Lead().*axis).CaptionVisible;
 }
 
 template <bool x, bool y, bool zero>
-bool HasGrid(const SingleView& view, const Workbench& /*workbench*/) {
-  const Graph& graph = view.Drawing();
+bool HasGrid(const GraphView& view, const Workbench& /*workbench*/) {
+  const Graph& graph = view.Lead();
   return graph.Abscissa.MajorGrid == x && graph.Ordinate.MajorGrid == y && graph.Ordinate.ZeroLine == zero;
 }
 template <bool x, bool y>
-bool HasNumerals(const SingleView& view, const Workbench& /*workbench*/) {
-  const Graph& graph = view.Drawing();
+bool HasNumerals(const GraphView& view, const Workbench& /*workbench*/) {
+  const Graph& graph = view.Lead();
   return graph.Abscissa.LabelsVisible == x && graph.Ordinate.LabelsVisible == y;
 }
 
-/// Whether every visible plot, told with its number from 0, fits, and there are at least so many.
+/// Whether every visible plot, told with its number from 0 in its graph, fits, and there are at least so
+/// many.
 template <typename Fits>
-bool Every(const SingleView& view, int least, const Fits& fits) {
-  int k = 0;
-  for (const Plot& plot : view.Drawing().Plots) {
-    if (plot.Visible && !fits(plot, k++)) {
-      return false;
+bool Every(const GraphView& view, int least, const Fits& fits) {
+  int count = 0;
+  for (const Graph& graph : view.Graphs()) {
+    int k = 0;
+    for (const Plot& plot : graph.Plots) {
+      if (plot.Visible && !fits(plot, k++)) {
+        return false;
+      }
     }
+    count += k;
   }
-  return k >= least;
+  return count >= least;
 }
 template <LineStyle style>
-bool HasLine(const SingleView& view, const Workbench& /*workbench*/) {
+bool HasLine(const GraphView& view, const Workbench& /*workbench*/) {
   return Every(view, 1, [](const Plot& plot, int /*k*/) { return plot.Line == style; });
 }
 template <PointStyle style>
-bool HasPoint(const SingleView& view, const Workbench& /*workbench*/) {
+bool HasPoint(const GraphView& view, const Workbench& /*workbench*/) {
   return Every(view, 1, [](const Plot& plot, int /*k*/) { return plot.Point == style; });
 }
 template <int pixels>
-bool HasWidth(const SingleView& view, const Workbench& /*workbench*/) {
+bool HasWidth(const GraphView& view, const Workbench& /*workbench*/) {
   return Every(view, 1, [](const Plot& plot, int /*k*/) { return plot.LineWidth == pixels; });
 }
 
 // What a single plot has is no pattern but a style.
-bool HasHalvedLines(const SingleView& view, const Workbench& /*workbench*/) {
-  const int plots = view.Drawing().VisiblePlots();
+bool HasHalvedLines(const GraphView& view, const Workbench& /*workbench*/) {
+  const int plots = view.Lead().VisiblePlots();
   return Every(view, 2,
                [plots](const Plot& plot, int k) { return plot.Line == Graph::HalvedLine(k, plots); });
 }
-bool HasAlternateLines(const SingleView& view, const Workbench& /*workbench*/) {
+bool HasAlternateLines(const GraphView& view, const Workbench& /*workbench*/) {
   return Every(view, 2, [](const Plot& plot, int k) { return plot.Line == Graph::AlternateLine(k); });
 }
-bool HasAlternatePoints(const SingleView& view, const Workbench& /*workbench*/) {
+bool HasAlternatePoints(const GraphView& view, const Workbench& /*workbench*/) {
   return Every(view, 2, [](const Plot& plot, int k) { return plot.Point == Graph::AlternatePoint(k); });
 }
-bool HasZeroWithoutNumerals(const SingleView& view, const Workbench& workbench) {
+bool HasZeroWithoutNumerals(const GraphView& view, const Workbench& workbench) {
   return HasGrid<false, false, true>(view, workbench) && HasNumerals<false, false>(view, workbench);
 }
-bool ShowsValues(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.Values().has_value();
+bool ShowsValues(const GraphView& view, const Workbench& /*workbench*/) {
+  const auto* single = dynamic_cast<const SingleView*>(&view);
+  return single != nullptr && single->Values().has_value();
 }
-bool ShowsHorizontal(const SingleView& view, const Workbench& /*workbench*/) {
-  return view.HorizontalShown();
+bool ShowsHorizontal(const GraphView& view, const Workbench& /*workbench*/) {
+  const auto* single = dynamic_cast<const SingleView*>(&view);
+  return single != nullptr && single->HorizontalShown();
 }
 
 struct NamedMark {
@@ -106,6 +119,8 @@ constexpr NamedMark kMarks[] = {{"background.black", HasBackground<kBlack>},
                                 {"scale.include-zero", HasScale<Scale::IncludeZero>},
                                 {"scale.maximum", HasScale<Scale::PlusMinusMaximum>},
                                 {"zoom.pan", HasTrack<TrackMode::PanXAndY>},
+                                {"zoom.pan-x", HasTrack<TrackMode::PanX>},
+                                {"zoom.pan-y", HasTrack<TrackMode::PanY>},
                                 {"zoom.area", HasTrack<TrackMode::ZoomArea>},
                                 {"zoom.cursor", HasTrack<TrackMode::DragCursors>},
                                 {"zoom.disable", HasTrack<TrackMode::None>},

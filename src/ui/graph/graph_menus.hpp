@@ -8,33 +8,41 @@
 #include <vector>
 
 #include "core/command.hpp"
-#include "graph/single_view.hpp"
+#include "graph/graph_view.hpp"
 
 class QMenu;
 class QMenuBar;
 
 namespace velmora::ui {
 
-/// The menus of the single-axis graph, from the command table. Entries whose commands do not exist yet
-/// are there and grey.
+/// The menus of an open graph: entries run commands by their ids, and show by check marks and greys how the
+/// graph stands. Entries whose commands do not exist yet are there and grey.
 class GraphMenus {
  public:
   using Run = std::function<void(const Command&)>;
 
-  GraphMenus(QMenuBar* bar, Run run);
+  explicit GraphMenus(Run run) : run_(std::move(run)) {}
 
+  /// `caption` is shown in place of the command's own, unless it is empty.
+  void Add(QMenu* menu, std::string_view id, std::string_view caption = {});
+  void SetFileMenu(QMenu* menu) { file_ = menu; }
   [[nodiscard]] QMenu* FileMenu() const { return file_; }
-  /// Sets the check marks as the view stands.
-  void Update(const SingleView& view, const Workbench& workbench);
+  /// Sets check marks and greys as the view stands.
+  void Update(const GraphView& view, const Workbench& workbench);
 
  private:
-  void Fill(QMenu* menu, std::string_view path);
-  void Add(QMenu* menu, const Command& command);
-  void AddStatistics(QMenuBar* bar);
-
   Run run_;
   QMenu* file_ = nullptr;
-  std::vector<std::pair<std::string_view, QAction*>> marked_;
+  struct Entry {
+    const Command* command;
+    QAction* action;
+  };
+  std::vector<Entry> entries_;
 };
+
+/// Fills the menu bar of the single-axis graph.
+void AddSingleMenus(GraphMenus& menus, QMenuBar* bar);
+/// Fills the menu bar of the multi-axis graph.
+void AddMultiMenus(GraphMenus& menus, QMenuBar* bar);
 
 }  // namespace velmora::ui

@@ -10,13 +10,12 @@
 #include "core/trial/helpers.hpp"
 #include "graph/save_picture.hpp"
 #include "plot/draw_picture.hpp"
-#include "plot/graph_plot.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
 
-GraphPictures::GraphPictures(Workbench& workbench, QWidget* window, const GraphPlot& plot)
-    : workbench_(workbench), window_(window), plot_(plot) {}
+GraphPictures::GraphPictures(Workbench& workbench, QWidget* window, Shown shown)
+    : workbench_(workbench), window_(window), shown_(std::move(shown)) {}
 
 GraphPictures::~GraphPictures() = default;
 
@@ -37,7 +36,7 @@ void GraphPictures::AddEntries(QMenu* menu) {
 }
 
 std::optional<PictureOrder> GraphPictures::Order() const {
-  std::optional<PictureOrder> order = plot_.Picture();
+  std::optional<PictureOrder> order = shown_();
   if (order && whitePaper_) {
     order->paper = kWhite;
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -10,17 +11,15 @@ class QMenu;
 class QPrinter;
 class QWidget;
 
-namespace velmora {
-class GraphPlot;
-}  // namespace velmora
-
 namespace velmora::ui {
 
 /// Pictures of the graph in a window: as a file, for the clipboard, on paper.
 class GraphPictures {
  public:
-  /// Of what `plot`, which is a part of `window`, shows.
-  GraphPictures(Workbench& workbench, QWidget* window, const GraphPlot& plot);
+  /// Nothing while there is nothing to show.
+  using Shown = std::function<std::optional<PictureOrder>()>;
+  /// Of what `window` shows in its plot.
+  GraphPictures(Workbench& workbench, QWidget* window, Shown shown);
   ~GraphPictures();
 
   void AddEntries(QMenu* menu);
@@ -35,7 +34,7 @@ class GraphPictures {
 
   Workbench& workbench_;
   QWidget* window_;
-  const GraphPlot& plot_;
+  Shown shown_;
   bool whitePaper_ = true;
   std::unique_ptr<QPrinter> printer_;  // made when first wanted: asking for printers takes time
 };

@@ -1,9 +1,9 @@
 #include "ui/graph/graph_window.hpp"
 
-#include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSplitter>
 
 #include "app/command_table.hpp"
@@ -15,24 +15,20 @@
 #include "ui/graph/graph_sidebar.hpp"
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/key_names.hpp"
-#include "ui/graph/window_requests.hpp"
-#include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
 GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
-    : QMainWindow(parent, Qt::Window),
-      workbench_(workbench),
-      run_(std::move(run)),
+    : ViewWindow(workbench, std::move(run), parent),
       plot_(new GraphWidget),
       status_(new GraphStatusBar),
       sidebar_(new GraphSidebar),
       values_(new CursorValuesPanel(this)),
-      pictures_(workbench, this, *plot_) {
+      pictures_(workbench, this, [this] { return plot_->Picture(); }) {
   setObjectName(QStringLiteral("frmGraph"));
-  setAttribute(Qt::WA_DeleteOnClose);
-  menus_ = std::make_unique<GraphMenus>(menuBar(), [this](const Command& command) { RunCommand(command); });
-  AddFileEntries();
+  menus_ = std::make_unique<GraphMenus>([this](const Command& command) { RunCommand(command); });
+  AddSingleMenus(*menus_, menuBar());
+  AddFileEntries(menus_->FileMenu(), pictures_);
   AddBar();
   setStatusBar(status_);
   plot_->SetLegend(false);  // the sidebar is one
@@ -45,7 +41,6 @@ GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
   connect(splitter, &QSplitter::splitterMoved, this, [this] { sidebarMoved_ = true; });
   setCentralWidget(splitter);
   ConnectPlot();
-  ConnectParent();
   resize(1200, 760);
   plot_->setFocus();
   Refresh();
@@ -53,60 +48,21 @@ GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
 
 GraphWindow::~GraphWindow() = default;
 
+QString GraphWindow::Hint() const {
+  return tr("1 or 2 for cursors, wheel to zoom, ? for all keys");
+}
+
+QWidget& GraphWindow::HintPlace() const {
+  return *plot_;
+}
+
 SingleView* GraphWindow::View() const {
   return dynamic_cast<SingleView*>(workbench_.view.get());
-}
-
-void GraphWindow::ShowGraph() {
-  const SingleView* view = View();
-  PlaceOver(*this, parentWidget() != nullptr ? *parentWidget() : *this);
-  view != nullptr && view->Maximised() ? showMaximized() : show();
-  activateWindow();
-  ShowHint();
-}
-
-// One key goes to the graph and back.
-void GraphWindow::ConnectParent() {
-  if (parentWidget() == nullptr) {
-    return;
-  }
-  auto* here = new QShortcut(kTurnKey, parentWidget(), this, [this] { ComeForward(*this); });
-  connect(this, &QObject::destroyed, here, &QObject::deleteLater);
 }
 
 void GraphWindow::Rest() {
   plot_->SetGraph(nullptr);
   plot_->Arrange();
-}
-
-void GraphWindow::RunCommand(const Command& command) {
-  Rest();
-  run_(command);
-  Refresh();
-}
-
-void GraphWindow::RunById(const char* id) {
-  RunCommand(*FindCommand(id));
-}
-
-/// What a person does in the view without a command: heard by whoever writes down what was done, and
-/// never the end of the program.
-template <typename Work>
-void GraphWindow::Act(const Action& action, const Work& work) {
-  std::string fault;
-  try {
-    const ActionScope scope(workbench_.listener, action);
-    work();
-  } catch (const std::bad_alloc&) {
-    fault = "There is not enough memory.";
-  } catch (const std::exception& error) {
-    fault = error.what();
-  }
-  if (!fault.empty()) {
-    ShowFailure(workbench_, {.title = "Graph", .text = fault, .icon = Icon::Stop});
-  }
-  Refresh();
-  Q_EMIT Changed();
 }
 
 void GraphWindow::ConnectPlot() {
@@ -119,7 +75,7 @@ void GraphWindow::ConnectPlot() {
   });
   connect(plot_, &GraphWidget::rangeChosen, this, [this](const GraphRange& range) {
     if (SingleView* view = View()) {
-      view->ShowRange(range.left, range.right, range.bottom, range.top);
+      view->ShowRange(1, range.left, range.right, range.bottom, range.top);
       plot_->Redraw();
     }
   });
@@ -179,18 +135,8 @@ void GraphWindow::ShowCursors() {
   }
 }
 
-void GraphWindow::Refresh() {
-  SingleView* view = View();
-  if (view == nullptr) {
-    Rest();
-    bound_ = nullptr;
-    close();
-    return;
-  }
-  if (bound_ != view) {
-    bound_ = view;
-    view->onRequest = [this](WindowRequest request) { Obey(request, *this, workbench_); };
-  }
+void GraphWindow::ShowView() {
+  const SingleView* view = View();
   plot_->SetGraph(&view->Drawing());
   plot_->SetTitle(ToQt(view->TitleText()));
   plot_->Redraw();
@@ -203,12 +149,9 @@ void GraphWindow::Refresh() {
 }
 
 void GraphWindow::ShowState(const SingleView& view) {
-  const Trial& trial = workbench_.trial;
-  setWindowTitle(tr("Graph of %1[*]").arg(ToQt(trial.TrialName.empty() ? trial.FileName : trial.TrialName)));
-  setWindowModified(trial.FileChanged);
   Caption(*windowButton_, ToQt(view.WindowCaption()));
   Caption(*pointsButton_, ToQt(view.PointsCaption()));
-  trial_->setText(ToQt(trial.TrialName));
+  trial_->setText(ToQt(workbench_.trial.TrialName));
   countCaption_->setText(view.Cursors() == 1 ? tr("Datum:") : tr("# data:"));
   intervalCaption_->setText(view.Cursors() == 1 ? tr("Time:") : tr("Interval:"));
   count_->setText(ToQt(view.CountText()));
@@ -259,7 +202,7 @@ bool GraphWindow::StepByArrow(const KeyPress& key) {
   const double sign = (key.name == "Left" ? -1 : 1) * (key.shift ? kFar : 1.0);
   if (view.Cursors() == 0) {
     const double step = sign * kPan * width;
-    view.ShowRange(axis.Minimum + step, axis.Maximum + step, ordinate.Minimum, ordinate.Maximum);
+    view.ShowRange(1, axis.Minimum + step, axis.Maximum + step, ordinate.Minimum, ordinate.Maximum);
     plot_->Redraw();
     return true;
   }
@@ -270,30 +213,6 @@ bool GraphWindow::StepByArrow(const KeyPress& key) {
                                      sign * std::max(pixel, sample)};
   Act(move, [&] { view.MoveCursor(move.cursor, move.x); });
   return true;
-}
-
-void GraphWindow::changeEvent(QEvent* event) {
-  QMainWindow::changeEvent(event);
-  SingleView* view = View();
-  if (event->type() == QEvent::WindowStateChange && view != nullptr) {
-    view->SetMaximised(isMaximized());
-  }
-}
-
-void GraphWindow::closeEvent(QCloseEvent* event) {
-  if (closing_) {
-    event->accept();
-    return;
-  }
-  closing_ = true;
-  if (SingleView* view = View()) {
-    view->onRequest = nullptr;
-    Rest();
-    run_(*FindCommand("view.exit"));
-    CloseView(workbench_);  // whatever became of the command
-  }
-  event->accept();
-  Q_EMIT Changed();
 }
 
 }  // namespace velmora::ui

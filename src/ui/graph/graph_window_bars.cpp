@@ -4,7 +4,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolBar>
 
 #include "plot/graph_widget.hpp"
@@ -13,7 +12,6 @@
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/graph_window.hpp"
 #include "ui/graph/two_part_bar.hpp"
-#include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -155,50 +153,6 @@ void GraphWindow::AddReadOuts(QHBoxLayout& bar) {
       bar.addSpacing(8);
     }
   }
-}
-
-void GraphWindow::AddFileEntries() {
-  QMenu* file = menus_->FileMenu();
-  file->addSeparator();
-  pictures_.AddEntries(file);
-  file->addSeparator();
-  if (parentWidget() != nullptr) {
-    connect(file->addAction(tr("&Main window"), kTurnKey), &QAction::triggered, this,
-            [this] { ComeForward(*parentWidget()); });
-  }
-  QAction* exit = file->addAction(tr("E&xit"), QKeySequence::Close);
-  connect(exit, &QAction::triggered, this, [this] { RunById("view.exit"); });
-}
-
-// Where the keys are, for a few seconds at the first graph of a session.
-void GraphWindow::ShowHint() {
-  constexpr int kMilliseconds = 7000;
-  static bool shown = false;
-  if (shown) {
-    return;
-  }
-  shown = true;
-  hint_ = new QLabel(tr("1 or 2 for cursors, wheel to zoom, ? for all keys"), plot_);
-  hint_->setObjectName(QStringLiteral("hint"));
-  hint_->setStyleSheet(QStringLiteral(
-      "background: rgba(40, 40, 40, 210); color: white; border-radius: 5px; padding: 6px 12px;"));
-  hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
-  hint_->adjustSize();
-  hint_->show();
-  QTimer::singleShot(kMilliseconds, hint_, &QObject::deleteLater);
-  PlaceHint();
-}
-
-void GraphWindow::PlaceHint() {
-  constexpr int kAboveTheAxis = 90;
-  if (hint_ != nullptr) {
-    hint_->move((plot_->width() - hint_->width()) / 2, plot_->height() - kAboveTheAxis);
-  }
-}
-
-void GraphWindow::resizeEvent(QResizeEvent* event) {
-  QMainWindow::resizeEvent(event);
-  PlaceHint();
 }
 
 }  // namespace velmora::ui

@@ -26,14 +26,17 @@ std::string NameOf(const QKeyEvent& event) {
 
 }  // namespace
 
-std::optional<KeyPress> GraphKey(const QKeyEvent& event) {
+std::optional<KeyPress> GraphKey(const QKeyEvent& event, KeysHeld heldToo) {
   const Qt::KeyboardModifiers held = event.modifiers();
   KeyPress key{.name = NameOf(event),
                .shift = held.testFlag(Qt::ShiftModifier),
                .ctrl = held.testFlag(Qt::ControlModifier),
                .alt = held.testFlag(Qt::AltModifier)};
-  const bool pages = key.name == "PageUp" || key.name == "PageDown";
-  if (key.name.empty() || key.alt || (key.ctrl && !pages)) {
+  const bool all = heldToo == KeysHeld::All;
+  const bool arrow = key.name == "Left" || key.name == "Right" || key.name == "Up" || key.name == "Down";
+  const bool pages = key.name == "PageUp" || key.name == "PageDown" ||
+                     (all && (arrow || key.name == "Home" || key.name == "End"));
+  if (key.name.empty() || (key.alt && !(all && arrow)) || (key.ctrl && !pages)) {
     return std::nullopt;
   }
   return key;

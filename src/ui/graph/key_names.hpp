@@ -7,8 +7,10 @@
 
 namespace velmora::ui {
 
-/// A key as graphs know it. Nothing for keys that are not theirs: with Ctrl or Alt held only the keys
-/// that page belong to a graph.
-std::optional<KeyPress> GraphKey(const QKeyEvent& event);
+/// Which keys belong to a graph with Ctrl or Alt held: those that page, or also arrows, Home and End.
+enum class KeysHeld { Paging, All };
+
+/// A key as graphs know it. Nothing for keys that are not theirs.
+std::optional<KeyPress> GraphKey(const QKeyEvent& event, KeysHeld heldToo = KeysHeld::Paging);
 
 }  // namespace velmora::ui

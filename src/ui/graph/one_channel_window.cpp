@@ -18,7 +18,7 @@ OneChannelWindow::OneChannelWindow(Workbench& workbench, int channel, QWidget* p
       workbench_(workbench),
       view_(workbench, channel),
       plot_(new GraphWidget),
-      pictures_(workbench, this, *plot_),
+      pictures_(workbench, this, [this] { return plot_->Picture(); }),
       status_(new GraphStatusBar) {
   constexpr QSize kFirstSize{820, 460};
   setObjectName(QStringLiteral("frmGraph1"));

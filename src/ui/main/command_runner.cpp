@@ -2,7 +2,7 @@
 
 #include "app/command_table.hpp"
 #include "core/trial/helpers.hpp"
-#include "ui/graph/graph_window.hpp"
+#include "ui/graph/view_window.hpp"
 
 namespace velmora::ui {
 
@@ -51,15 +51,22 @@ void CommandRunner::OpenGraph() {
   Run(multi ? "graph.multi" : "graph.single");
 }
 
-// The view that a command opened gets its window here; it goes when the view goes.
+// The view that a command opened gets its window here; it goes when the view goes, or one of another kind
+// comes.
 void CommandRunner::ShowView() {
+  if (graph_ != nullptr && workbench_.view != nullptr && !graph_->Fits()) {
+    graph_->Rest();
+    graph_->hide();
+    graph_->deleteLater();
+    graph_.clear();
+  }
   if (graph_ != nullptr) {
     graph_->Refresh();
     if (workbench_.view == nullptr) {
       graph_.clear();  // it has closed and goes by itself
     }
   } else if (workbench_.view != nullptr) {
-    graph_ = new GraphWindow(
+    graph_ = MakeViewWindow(
         workbench_, [this](const Command& command) { Run(command); }, window_);
     graph_->ShowGraph();
   }

@@ -12,7 +12,7 @@ class QWidget;
 
 namespace velmora::ui {
 
-class GraphWindow;
+class ViewWindow;
 
 /// Runs commands, one at a time, and gives the views that they open their windows.
 class CommandRunner {
@@ -48,7 +48,7 @@ class CommandRunner {
   QtQuestions& person_;
   QWidget* window_;
   ChannelWindows channelWindows_;
-  QPointer<GraphWindow> graph_;  // while a view is open; deletes itself when it is closed
+  QPointer<ViewWindow> graph_;  // while a view is open; deletes itself when it is closed
   int running_ = 0;
 };
 

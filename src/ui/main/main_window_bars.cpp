@@ -56,6 +56,7 @@ void MainWindow::AddToolBar() {
   add("save.vmb", Glyph::Save, tr("Save"));
   bar->addSeparator();
   add("graph.single", Glyph::Graph, tr("Graph"));
+  add("graph.multi", Glyph::Graph, QStringLiteral("Multi- Axis"));
   bar->addSeparator();
   add("smooth.butterworth", Glyph::Filter, tr("Filter"));
   add("analysis.scaling", Glyph::Scale, tr("Scaling"));

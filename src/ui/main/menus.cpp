@@ -12,7 +12,9 @@
 namespace velmora::ui {
 namespace {
 
-constexpr std::string_view kGraphMenus = "&Single-axis graph";
+bool IsOfGraph(const Command& command) {
+  return command.menu.starts_with("&Single-axis graph") || command.menu.starts_with("&Multi-axis graph");
+}
 
 QKeySequence ShortcutOf(std::string_view id) {
   static const std::map<std::string_view, QKeySequence> keys = {
@@ -80,7 +82,7 @@ Menus::Menus(QMenuBar* bar, Run run) : bar_(bar), run_(std::move(run)) {
   }
   for (const Command& command : AllCommands()) {
     const bool missing = !placed[static_cast<std::size_t>(&command - AllCommands().data())];
-    if (missing && !command.menu.empty() && !command.menu.starts_with(kGraphMenus)) {
+    if (missing && !command.menu.empty() && !IsOfGraph(command)) {
       place(command, command.menu);
     }
   }

@@ -1,0 +1,219 @@
+#include "plot/stack_widget.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/text/numbers.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr double kClickReach = 4.0;  // pixels; less is a click
+
+}  // namespace
+
+StackWidget::StackWidget(QWidget* parent) : StackPlot(parent) {
+  setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  CursorLayer()->setMode(QCPLayer::lmBuffered);  // drawn without the rest while something is dragged
+}
+
+void StackWidget::Redraw() {
+  Arrange();
+  replot(QCustomPlot::rpQueuedReplot);
+  emit scrolled();
+}
+
+void StackWidget::RedrawCursors() {
+  CursorLayer()->replot();
+}
+
+void StackWidget::resizeEvent(QResizeEvent* event) {
+  QCustomPlot::resizeEvent(event);
+  Redraw();
+}
+
+bool StackWidget::CancelGesture() {
+  const bool busy = gesture_ != Gesture::None;
+  gesture_ = Gesture::None;
+  Overlay().SetBand({});
+  Overlay().SetDragged({}, {});
+  RedrawCursors();
+  return busy;
+}
+
+RangeMoves StackWidget::MovesOf(const Shown& shown) {
+  return {*shown.rect->axis(QCPAxis::atBottom), *shown.rect->axis(QCPAxis::atLeft)};
+}
+
+StackWidget::Gesture StackWidget::LeftGesture(const Graph& graph) const {
+  switch (graph.Track) {
+    case TrackMode::PanXAndY:
+      return Gesture::Pan;
+    case TrackMode::PanX:
+    case TrackMode::DragCursors:
+      return Gesture::PanX;
+    case TrackMode::PanY:
+      return Gesture::PanY;
+    case TrackMode::ZoomArea:
+      return Gesture::Area;
+    case TrackMode::None:
+      break;
+  }
+  return Gesture::None;
+}
+
+void StackWidget::mousePressEvent(QMouseEvent* event) {
+  event->accept();
+  const Shown* shown = LaneAt(event->position());
+  if (shown == nullptr || gesture_ != Gesture::None) {
+    return;
+  }
+  pressed_ = last_ = event->position();
+  graph_ = shown->lane.number;
+  if (event->button() == Qt::RightButton) {
+    emit rightClicked(graph_);
+  } else if (event->button() == Qt::MiddleButton) {
+    gesture_ = Gesture::Pan;
+  } else if (event->button() == Qt::LeftButton) {
+    hit_ = Overlay().At(pressed_);
+    gesture_ = hit_.graph > 0 ? Gesture::Line : LeftGesture(*shown->lane.graph);
+  }
+  ShowPointer(pressed_);
+}
+
+void StackWidget::mouseMoveEvent(QMouseEvent* event) {
+  const QPointF place = event->position();
+  switch (gesture_) {
+    case Gesture::None:
+      break;
+    case Gesture::Line:
+      if (last_ != pressed_ || (place - pressed_).manhattanLength() >= kClickReach) {
+        DragLine(place);
+        last_ = place;
+      }
+      ShowPointer(place);
+      return;
+    case Gesture::Area:
+      Overlay().SetBand(QRectF(pressed_, place).normalized());
+      RedrawCursors();
+      break;
+    default:
+      PanTo(place);
+  }
+  last_ = place;
+  ShowPointer(place);
+  if (const Shown* shown = LaneAt(place)) {
+    const QCPAxis& x = *shown->rect->axis(QCPAxis::atBottom);
+    const QCPAxis& y = *shown->rect->axis(QCPAxis::atLeft);
+    emit pointed(x.pixelToCoord(place.x()), y.pixelToCoord(place.y()));
+  }
+}
+
+void StackWidget::mouseReleaseEvent(QMouseEvent* event) {
+  const QPointF place = event->position();
+  const bool still = (place - pressed_).manhattanLength() < kClickReach;
+  const bool dragged = gesture_ == Gesture::Line && last_ != pressed_;
+  const Gesture ended = gesture_;
+  const bool onThreshold = ended == Gesture::Line && hit_.kind == CursorKind::Threshold;
+  const bool ended_one = CancelGesture();
+  if (event->button() == Qt::LeftButton && still && !dragged) {
+    if (LaneOf(graph_) != nullptr) {
+      onThreshold ? emit thresholdClicked(graph_) : emit clicked(graph_);
+    }
+  } else if (const Shown* shown = LaneOf(graph_); ended == Gesture::Area && shown != nullptr) {
+    const QRectF area = QRectF(pressed_, place).normalized() & QRectF(shown->rect->rect());
+    if (area.width() >= kClickReach && area.height() >= kClickReach) {
+      emit rangeChosen(graph_, MovesOf(*shown).Zoomed(area));
+    }
+  }
+  ShowPointer(place);
+  if (ended_one) {
+    emit dragEnded();
+  }
+}
+
+void StackWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+  CancelGesture();
+  const Shown* shown = LaneAt(event->position());
+  if (shown == nullptr || event->button() != Qt::LeftButton) {
+    return;
+  }
+  if (IsLabel(*shown, event->position())) {
+    ShowAlone(Alone() > 0 ? 0 : shown->lane.number);
+    Redraw();
+  } else {
+    emit doubleClicked(shown->lane.number);
+  }
+}
+
+void StackWidget::DragLine(const QPointF& place) {
+  const Shown* shown = LaneOf(hit_.graph);
+  if (shown == nullptr) {
+    CancelGesture();
+    return;
+  }
+  const bool level = hit_.kind == CursorKind::Threshold;
+  if (level) {
+    emit thresholdDragged(hit_.graph, shown->rect->axis(QCPAxis::atLeft)->pixelToCoord(place.y()));
+  } else {
+    emit cursorDragged(hit_.graph, hit_.cursor,
+                       shown->rect->axis(QCPAxis::atBottom)->pixelToCoord(place.x()));
+  }
+  const Shown* still = LaneOf(hit_.graph);
+  if (still == nullptr || hit_.cursor > static_cast<int>(still->lane.graph->Cursors.size())) {
+    CancelGesture();
+    return;
+  }
+  const GraphCursor& now = still->lane.graph->Cursors[static_cast<std::size_t>(hit_.cursor - 1)];
+  const std::string text =
+      level ? FormatNumber(now.YPosition, "0.0000") : FormatNumber(now.XPosition, "0.000");
+  Overlay().SetDragged(hit_, QString::fromStdString(text));
+  RedrawCursors();
+}
+
+void StackWidget::PanTo(const QPointF& place) {
+  if (const Shown* shown = LaneOf(graph_)) {
+    emit rangeChosen(graph_, MovesOf(*shown).Panned(last_, place,
+                                                    gesture_ == Gesture::PanX   ? RangeMoves::Along::X
+                                                    : gesture_ == Gesture::PanY ? RangeMoves::Along::Y
+                                                                                : RangeMoves::Along::Both));
+  }
+}
+
+void StackWidget::wheelEvent(QWheelEvent* event) {
+  event->accept();
+  const Shown* shown = LaneAt(event->position());
+  if (shown == nullptr) {
+    return;
+  }
+  if (event->position().x() < shown->rect->left() && FittingLanes() < Lanes()) {
+    ScrollTo(First() - (event->angleDelta().y() > 0 ? 1 : -1));
+    Redraw();
+    return;
+  }
+  emit rangeChosen(shown->lane.number, MovesOf(*shown).Wheeled(*event));
+}
+
+void StackWidget::ShowPointer(const QPointF& place) {
+  Qt::CursorShape shape = Qt::ArrowCursor;
+  const Shown* shown = LaneAt(place);
+  const bool inside = shown != nullptr && shown->rect->rect().contains(place.toPoint());
+  const StackOverlay::Hit hit = gesture_ == Gesture::Line ? hit_ : Overlay().At(place);
+  if (gesture_ == Gesture::Pan || gesture_ == Gesture::PanX || gesture_ == Gesture::PanY) {
+    shape = Qt::ClosedHandCursor;
+  } else if (hit.graph > 0) {
+    shape = hit.kind == CursorKind::Threshold ? Qt::SplitVCursor : Qt::SplitHCursor;
+  } else if (inside && shown->lane.graph->Track == TrackMode::ZoomArea) {
+    shape = Qt::CrossCursor;
+  } else if (inside && shown->lane.graph->Track != TrackMode::None &&
+             shown->lane.graph->Track != TrackMode::DragCursors) {
+    shape = Qt::OpenHandCursor;
+  }
+  if (cursor().shape() != shape) {
+    setCursor(shape);
+  }
+}
+
+}  // namespace velmora

@@ -1,0 +1,127 @@
+// Thresholds, onsets and events in the window of the multi-axis graph. With VELMORA_SCREENSHOTS set to a
+// directory it leaves pictures of what it saw there.
+#include "events/event_files.hpp"
+#include "graph/threshold_lines.hpp"
+#include "ui/graph/event_table.hpp"
+#include "ui/multi_window_person.hpp"
+
+namespace velmora::ui {
+namespace {
+
+struct EventWindowTest : MultiWindowTest {
+  void Choose(const char* id) {
+    auto* action = window->findChild<QAction*>(QString::fromLatin1(id));
+    ASSERT_NE(action, nullptr) << id;
+    ASSERT_TRUE(action->isEnabled()) << id;
+    action->trigger();
+    QApplication::processEvents();
+  }
+  [[nodiscard]] bool Greyed(const char* id) const {
+    return !window->findChild<QAction*>(QString::fromLatin1(id))->isEnabled();
+  }
+  void DragCursors(double from, double to) {
+    Drag(Place(1, View().CommonCursors()[0], 0.7), Place(1, from, 0.7));
+    Drag(Place(1, View().CommonCursors()[1], 0.7), Place(1, to, 0.7));
+  }
+  /// A stretch at rest, thresholds of it, and their lines.
+  void MakeThresholds() {
+    Click(Place(1, 2.0));
+    Key(Qt::Key_2);
+    DragCursors(0.05, 1.0);
+    questions.inputAnswers = {"3"};
+    questions.PickCancel();
+    Choose("threshold.calculate");
+    Choose("threshold.display");
+  }
+  /// The pixel of a graph's threshold line, away from cursors.
+  [[nodiscard]] QPoint Line(int graph) {
+    const StackPlot::Shown* shown = Plot().LaneOf(graph);
+    const double y = ThresholdLineOf(View().GraphAt(graph))->YPosition;
+    return {Place(graph, 3.2).x(),
+            static_cast<int>(std::lround(shown->rect->axis(QCPAxis::atLeft)->coordToPixel(y)))};
+  }
+  [[nodiscard]] EventTable& Table() const { return *window->findChild<EventTable*>(); }
+};
+
+TEST_F(EventWindowTest, AThresholdLineIsDraggedAndTaken) {
+  Open(4);
+  EXPECT_TRUE(Greyed("threshold.display"));
+  EXPECT_TRUE(Greyed("threshold.sd-level"));
+  EXPECT_TRUE(Greyed("threshold.save"));
+  MakeThresholds();
+  EXPECT_FALSE(Greyed("threshold.sd-level"));
+  EXPECT_TRUE(window->findChild<QAction*>("grid.thresholds")->isChecked());
+  const double before = workbench.thresholds.ChanThreshold[2];
+  Click(Line(2));  // selects, and asks nothing as long as the line stands at the threshold
+  EXPECT_EQ(View().Selected(), 2);
+  Click(Place(1, 2.0));
+  const QPoint line = Line(2);
+  Drag(line, line - QPoint(0, 25));
+  const double dragged = ThresholdLineOf(View().GraphAt(2))->YPosition;
+  EXPECT_GT(dragged, before);
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[2], before);
+  questions.boxAnswers = {Button::Yes};
+  Click(Line(2));
+  EXPECT_EQ(View().Selected(), 2);
+  EXPECT_EQ(questions.boxes.back().title, "Change Threshold.");
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[2], dragged);
+  questions.boxAnswers = {Button::Cancel};
+  Key(Qt::Key_T);
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[2], dragged);
+  test::Shot(*window, "thresholds");
+}
+
+TEST_F(EventWindowTest, ThreeEventsAreRecordedAndLeavingIsCalledOff) {
+  Open(3);
+  MakeThresholds();
+  questions.boxAnswers = {Button::No};
+  Key(Qt::Key_F9);
+  ASSERT_TRUE(workbench.events.EventTracking);
+  EXPECT_TRUE(Table().isVisible());
+  DragCursors(1.05, 2.6);
+  Key(Qt::Key_O);
+  // The offset of graph 1, the fifth of its list, is put where it belongs.
+  const GraphCursor offset = View().GraphAt(1).Cursors.at(4);
+  ASSERT_EQ(offset.Kind, CursorKind::Offset);
+  Drag(Place(1, offset.XPosition, 0.3), Place(1, 2.2, 0.3));
+  Click(Place(2, 3.0), Qt::RightButton);
+  const EventRecord first = workbench.events.ChannelEvents.at(0);
+  EXPECT_NEAR(first[1].off, 2.2, 0.01);
+  EXPECT_NEAR(first[2].on, 1.22, 0.03);
+  for (const double from : {2.7, 3.1}) {
+    Key(Qt::Key_Insert);
+    DragCursors(from, from + 0.3);
+    Choose("cursor.remove-onsets");
+    Click(Place(3, 3.5), Qt::RightButton);
+  }
+  ASSERT_EQ(workbench.events.NEvents(), 3);
+  EXPECT_EQ(Table().topLevelItemCount(), 3);
+  EXPECT_NEAR(workbench.events.ChannelEvents.at(2)[3].on, 3.1, 0.01);
+  EXPECT_TRUE(Sidebar().at(0).contains("Event:3 of3."));
+
+  QTest::mouseClick(Table().viewport(), Qt::LeftButton, {},
+                    Table().visualItemRect(Table().topLevelItem(0)).center());
+  QApplication::processEvents();
+  EXPECT_EQ(workbench.events.CurrentEvent, 1);
+  EXPECT_EQ(Table().currentItem(), Table().topLevelItem(0));
+  Key(Qt::Key_Home, Qt::ControlModifier);
+  EXPECT_EQ(workbench.events.CurrentEvent, 2);
+  test::Shot(*window, "events");
+
+  questions.boxAnswers = {Button::Cancel};
+  window->close();
+  QApplication::processEvents();
+  ASSERT_TRUE(window != nullptr && window->isVisible());
+  EXPECT_EQ(questions.boxes.back().title, "Events Not Saved");
+  EXPECT_EQ(workbench.events.NEvents(), 3);
+  questions.boxAnswers = {Button::Yes};
+  questions.fileAnswers.push_back({directory.Path("squat.vmv")});
+  const std::string table = ChannelEventsText(workbench);
+  window->close();
+  EXPECT_TRUE(test::WaitFor([this] { return window == nullptr; }));
+  EXPECT_EQ(test::ReadFile(directory.Path("squat.vmv")), table);
+  EXPECT_EQ(workbench.view, nullptr);
+}
+
+}  // namespace
+}  // namespace velmora::ui
