@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/simd.hpp"
+
 namespace velmora {
 namespace {
 
@@ -15,21 +17,19 @@ constexpr long kVector = 2;
 #include "events/baseline_kernel.inc"
 }  // namespace sse2
 
-#pragma GCC push_options
-#pragma GCC target("avx2")
+SIMD_BEGIN_AVX2
 namespace avx2 {
 constexpr long kVector = 4;
 #include "events/baseline_kernel.inc"
 }  // namespace avx2
-#pragma GCC pop_options
+SIMD_END
 
-#pragma GCC push_options
-#pragma GCC target("avx512f,avx512bw,avx512dq,avx512vl")
+SIMD_BEGIN_AVX512
 namespace avx512 {
 constexpr long kVector = 8;
 #include "events/baseline_kernel.inc"
 }  // namespace avx512
-#pragma GCC pop_options
+SIMD_END
 
 using AddFrames = void (*)(const float* frame, long stride, long count, double* sums, double* squares);
 
