@@ -123,7 +123,7 @@ class BioWareArchive : public RecordingFile {
     } else if (reader.Take<std::uint16_t>() != 0x8001) {
       RefuseArchive();
     }
-    reader.Skip(3 * 4);
+    reader.Skip(12);
     if (TakeArchiveShape(reader) != shape_) {
       RefuseArchive();
     }

@@ -11,7 +11,7 @@ namespace {
 std::int64_t FindC3dHeader(const InputFile& file) {
   const std::string head = ReadBytes(file, 0, c3d::kMostLeadingZeros + 2);
   const std::size_t at = head.find_first_not_of('\0');
-  if (at == std::string::npos || at > c3d::kMostLeadingZeros || at + 1 >= head.size() ||
+  if (at > c3d::kMostLeadingZeros || at + 1 >= head.size() ||
       static_cast<unsigned char>(head[at + 1]) != c3d::kMagic || static_cast<unsigned char>(head[at]) > 127) {
     throw FileError("this is no C3D file");
   }

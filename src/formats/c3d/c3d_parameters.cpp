@@ -47,7 +47,7 @@ bool C3dParameters::TakeEntry(ByteReader& reader) {
   if (length == 0) {
     return false;
   }
-  const int id = reader.Take<std::int8_t>();
+  const auto id = reader.Take<std::int8_t>();
   const std::string name = ToUpper(reader.TakeText(static_cast<std::size_t>(length)));
   const std::size_t linkAt = reader.Position();
   const std::size_t offset = reader.Take<std::uint16_t>();

@@ -304,6 +304,7 @@ void FormDialog::ShowResults() {
     tables_[k].title->setVisible(!tables[k].hidden);
     tables_[k].view->setVisible(!tables[k].hidden);
   }
+  results_->updateGeometry();  // the dialogue is about to ask how large it is
   if (graph_ != nullptr) {
     graph_->setVisible(!form_.Graph()->hidden);
     graph_->Show(*form_.Graph());
