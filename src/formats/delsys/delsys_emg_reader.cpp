@@ -45,14 +45,14 @@ class DelsysEmgFile : public InterleavedFile {
     const std::string program = reader.TakeText(11);
     reader.Skip(11);
     const std::string card = reader.TakeText(255);
-    reader.Skip(2 * 4);
+    reader.Skip(8);
     const std::int64_t channels = reader.Take<std::int32_t>();
     const std::int64_t samples = reader.Take<std::int32_t>();
     reader.Skip(4);
     const auto rate = reader.Take<double>();
     reader.Skip(8);
     const std::int64_t dataAt = reader.Take<std::uint32_t>();
-    reader.Skip(4 * 4);
+    reader.Skip(16);
     const bool camera = reader.Take<std::uint32_t>() == 1;
     const std::string video = FixedFieldText(TakeLongText(reader));
     if (channels < 1 || samples < 1) {
@@ -81,7 +81,7 @@ class DelsysEmgFile : public InterleavedFile {
     reader.Skip(8);
     const auto resolution = reader.Take<double>();
     const auto offset = reader.Take<double>();
-    reader.Skip(2 * 8);
+    reader.Skip(16);
     if (version == 4) {
       const auto own = reader.Take<double>();
       reader.Skip(4);

@@ -123,10 +123,10 @@ void WavHeader::TakeTexts(const std::string& bytes) {
     return;
   }
   while (reader.Rest() >= kChunkHead) {
-    const std::string name(reader.TakeBytes(4));
+    std::string name(reader.TakeBytes(4));
     const std::size_t size = std::min<std::size_t>(reader.Take<std::uint32_t>(), reader.Rest());
     if (const std::string text = reader.TakeText(size); !text.empty()) {
-      comments.push_back(name + ": " + text);
+      comments.push_back(name.append(": ").append(text));
     }
     reader.Skip(std::min<std::size_t>(size % 2, reader.Rest()));
   }

@@ -70,6 +70,7 @@ class FormDialog : public AskingDialog {
   };
   std::vector<TitledTable> tables_;
   QWidget* results_ = nullptr;
+  QWidget* content_ = nullptr;  // all above the buttons
   FormGraphPanel* graph_ = nullptr;
   ChannelTableModel* model_ = nullptr;
   ChannelTableView* table_ = nullptr;
