@@ -74,8 +74,8 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   setWindowTitle(ToQt(form.Title()));
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(14);
-  content_ = new QWidget;
-  auto* sides = new QHBoxLayout(content_);
+  auto* content = new QWidget;
+  auto* sides = new QHBoxLayout(content);
   sides->setContentsMargins(0, 0, 0, 0);
   sides->setSpacing(18);
   if (QWidget* fields = MakeFields()) {
@@ -97,7 +97,7 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   (new QVBoxLayout(results_))->setContentsMargins(0, 0, 0, 0);
   wide->addWidget(results_, 1);
   sides->addLayout(wide, shows ? 1 : 0);
-  layout->addWidget(new ContentArea(content_), 1);
+  layout->addWidget(new ContentArea(content), 1);
   AddButtons(layout);
 }
 
@@ -304,9 +304,6 @@ void FormDialog::ShowResults() {
     tables_[k].title->setVisible(!tables[k].hidden);
     tables_[k].view->setVisible(!tables[k].hidden);
   }
-  // The dialogue asks how large it is before the layouts inside each other have told it.
-  results_->updateGeometry();
-  content_->layout()->activate();
   if (graph_ != nullptr) {
     graph_->setVisible(!form_.Graph()->hidden);
     graph_->Show(*form_.Graph());

@@ -70,7 +70,6 @@ class FormDialog : public AskingDialog {
   };
   std::vector<TitledTable> tables_;
   QWidget* results_ = nullptr;
-  QWidget* content_ = nullptr;  // all above the buttons
   FormGraphPanel* graph_ = nullptr;
   ChannelTableModel* model_ = nullptr;
   ChannelTableView* table_ = nullptr;
