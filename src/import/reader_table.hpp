@@ -29,6 +29,10 @@ struct Format {
   /// Tells a file of this format by its first bytes alone, where its extension is of no format; nullptr:
   /// nothing does.
   bool (*signature)(std::string_view head) = nullptr;
+  /// Of a format that nobody reads because its layout is not public: what to do instead, a whole sentence.
+  std::string_view wayRound = {};
+  /// Why it is not read, where it is not that its layout is not published.
+  std::string_view whyNot = {};
 };
 
 /// Whether this version makes a trial of files of this format.
