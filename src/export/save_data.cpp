@@ -8,6 +8,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "export/save_list.hpp"
+#include "formats/unpublished_format.hpp"
 
 namespace velmora {
 namespace {
@@ -45,6 +46,15 @@ void Write(Workbench& workbench, ProgressPanel& panel, SaveFormat format) {
   }
   const SaveEntry& entry = kSaveList[row];
   if (entry.refuses != nullptr && entry.refuses(workbench)) {
+    return;
+  }
+  if (entry.notPublic) {
+    ShowFailure(workbench,
+                {.title = "File Format Not Supported",
+                 .text = UnpublishedFormatText("\"" + NameOf(entry) + "\" files", "written", {},
+                                               "Save the trial as Velmora2 Binary (.VMB), tab-delimited text "
+                                               "(.TAB) or C3D (.C3D) instead."),
+                 .icon = Icon::Exclamation});
     return;
   }
   if (entry.write == nullptr) {

@@ -9,10 +9,13 @@
 #include "dsp/bias/bias_file.hpp"
 #include "export/save_data.hpp"
 #include "export/save_refusals.hpp"
+#include "formats/c3d/c3d_writer.hpp"
 #include "formats/delimited_text/delimited_text_writer.hpp"
+#include "formats/fsv/fsv_writer.hpp"
 #include "formats/native_ascii/native_ascii_writer.hpp"
 #include "formats/native_binary/native_binary_writer.hpp"
 #include "formats/units_file/units_file_writer.hpp"
+#include "formats/worksheet/worksheet_writer.hpp"
 
 namespace velmora {
 
@@ -28,6 +31,8 @@ struct SaveEntry {
   Needs needs = Needs::Data;
   /// Why it is greyed; may be missing.
   const char* (*whyNot)(const Workbench&) = nullptr;
+  /// Nobody has published the format's layout: a file of it cannot be written by anybody but its program.
+  bool notPublic = false;
 };
 
 /// The save list, in menu order: the row of a format is its number.
@@ -37,22 +42,24 @@ inline constexpr std::array kSaveList = {
               Needs::Data, WhyNotOfForces},
     SaveEntry{SaveFormat::CommaSeparated, "save.csv", "&Comma Separated Variable (.CSV)",
               WriteCommaSeparated},
-    SaveEntry{SaveFormat::LotusWorksheet, "save.wks", "&Lotus Worksheet (.WK1/.WKS)"},
+    SaveEntry{SaveFormat::LotusWorksheet, "save.wks", "&Lotus Worksheet (.WK1/.WKS)", WriteWorksheet,
+              WorksheetRefuses},
     SaveEntry{SaveFormat::Velmora1Binary, "save.bin", "Vel&mora1 Binary (.BIN)", nullptr,
-              Velmora1BinaryRefuses},
+              Velmora1BinaryRefuses, Needs::Data, nullptr, true},
     SaveEntry{SaveFormat::ReducedForces, "save.rf", "&Reduced Forces Format (.RF)", nullptr,
-              ReducedForcesRefuses},
+              ReducedForcesRefuses, Needs::Data, nullptr, true},
     SaveEntry{SaveFormat::SpaceDelimited, "save.prn", "&Space Delimited ASCII File (.PRN)",
               WriteSpaceDelimited},
     SaveEntry{SaveFormat::TabDelimited, "save.tab", "&Tab Delimited ASCII File (.TAB)", WriteTabDelimited},
     SaveEntry{SaveFormat::BiasValues, "save.bsv", "Sa&ve Bias Values (.BSV)",
               [](Workbench& workbench, ProgressPanel& /*panel*/) { WriteBiasFile(workbench); }},
     SaveEntry{SaveFormat::NativeBinary, "save.vmb", "Velmora&2 Binary (.VMB) (default)", WriteNativeBinary},
-    SaveEntry{SaveFormat::C3d, "save.c3d", "C&3D format (.C3D)"},
+    SaveEntry{SaveFormat::C3d, "save.c3d", "C&3D format (.C3D)", WriteC3d},
     SaveEntry{SaveFormat::UnitsFile, "save.vmu", "&Units, labels && factors (.VMU)", WriteUnitsFile,
               UnitsFileRefuses, Needs::Data, WhyNotOfForces},
-    SaveEntry{SaveFormat::Visual3d, "save.fsv", "Visual&3D FSV format (.FSV/.TSV)"},
-    SaveEntry{SaveFormat::ViconAnalog, "save.vad", "Save &Vicon AD file (.VAD)"},
+    SaveEntry{SaveFormat::Visual3d, "save.fsv", "Visual&3D FSV format (.FSV/.TSV)", WriteFsv},
+    SaveEntry{SaveFormat::ViconAnalog, "save.vad", "Save &Vicon AD file (.VAD)", nullptr, nullptr,
+              Needs::Data, nullptr, true},
 };
 
 }  // namespace velmora

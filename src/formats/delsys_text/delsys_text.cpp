@@ -11,21 +11,21 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kMostHeadLines = 2000;
+constexpr std::size_t kDelsysHeadLines = 2000;
 
-bool NamesTimes(const std::string& cell) {
+bool NamesDelsysTimes(const std::string& cell) {
   return cell == "X[s]" || cell == "X [s]" || cell == "Time [s]" || cell == "Time[s]";
 }
 
-std::vector<std::string> CellsOf(const std::string& line) {
+std::vector<std::string> DelsysCells(const std::string& line) {
   return SplitFields(line, line.find('\t') != std::string::npos ? "\t" : ",");
 }
 
 // The line that names a time column in front of every channel, from 1; 0: there is none.
 std::size_t FindNamesLine(const std::vector<std::string>& lines) {
   for (std::size_t k = 0; k < lines.size(); ++k) {
-    const std::vector<std::string> cells = CellsOf(lines[k]);
-    if (std::count_if(cells.begin(), cells.end(), NamesTimes) > 1) {
+    const std::vector<std::string> cells = DelsysCells(lines[k]);
+    if (std::count_if(cells.begin(), cells.end(), NamesDelsysTimes) > 1) {
       return k + 1;
     }
   }
@@ -33,7 +33,7 @@ std::size_t FindNamesLine(const std::vector<std::string>& lines) {
 }
 
 // What stands between two keys of a line: "Unit: V Domain Unit: s" has V behind "Unit:" and before " Domain".
-std::string Between(const std::string& line, std::string_view key, std::string_view next) {
+std::string TextBetween(const std::string& line, std::string_view key, std::string_view next) {
   const std::size_t at = line.find(key);
   if (at == std::string::npos) {
     return {};
@@ -43,21 +43,21 @@ std::string Between(const std::string& line, std::string_view key, std::string_v
 }
 
 /// A line "Label: ... Sampling frequency: ..." for each channel, in the order of the columns.
-struct Described {
+struct DelsysChannel {
   std::string label;
   std::string units;
   double rate = 0.0;
   double points = 0.0;
 };
 
-std::vector<Described> ReadDescriptions(const std::vector<std::string>& lines, std::size_t namesLine) {
-  std::vector<Described> described;
+std::vector<DelsysChannel> ReadDescriptions(const std::vector<std::string>& lines, std::size_t namesLine) {
+  std::vector<DelsysChannel> described;
   for (std::size_t k = 0; k + 1 < namesLine; ++k) {
     if (lines[k].starts_with("Label:")) {
-      described.push_back({.label = Between(lines[k], "Label:", " Sampling frequency:"),
-                           .units = Between(lines[k], " Unit:", " Domain Unit:"),
-                           .rate = Val(Between(lines[k], "Sampling frequency:", " Number of points:")),
-                           .points = Val(Between(lines[k], "Number of points:", " start:"))});
+      described.push_back({.label = TextBetween(lines[k], "Label:", " Sampling frequency:"),
+                           .units = TextBetween(lines[k], " Unit:", " Domain Unit:"),
+                           .rate = Val(TextBetween(lines[k], "Sampling frequency:", " Number of points:")),
+                           .points = Val(TextBetween(lines[k], "Number of points:", " start:"))});
     }
   }
   return described;
@@ -68,26 +68,26 @@ double RateOfColumn(const std::vector<std::string>& lines, std::size_t namesLine
   if (namesLine + 1 >= lines.size()) {
     return 0.0;
   }
-  const std::vector<std::string> first = CellsOf(lines[namesLine]);
-  const std::vector<std::string> second = CellsOf(lines[namesLine + 1]);
+  const std::vector<std::string> first = DelsysCells(lines[namesLine]);
+  const std::vector<std::string> second = DelsysCells(lines[namesLine + 1]);
   const double step =
       column < first.size() && column < second.size() ? Val(second[column]) - Val(first[column]) : 0.0;
   return step > 0 ? RateFromTimes(1 / step) : 0.0;
 }
 
-TextTable TableOf(const std::vector<std::string>& lines, std::size_t namesLine) {
+TextTable DelsysTable(const std::vector<std::string>& lines, std::size_t namesLine) {
   TextTable table;
   table.layout.firstLine = static_cast<std::int64_t>(namesLine) + 1;
-  const std::vector<Described> described = ReadDescriptions(lines, namesLine);
-  const std::vector<std::string> names = CellsOf(lines[namesLine - 1]);
+  const std::vector<DelsysChannel> described = ReadDescriptions(lines, namesLine);
+  const std::vector<std::string> names = DelsysCells(lines[namesLine - 1]);
   double fastest = 0.0;
   double promised = 0.0;
   for (std::size_t k = 0; k + 1 < names.size(); ++k) {
-    if (!NamesTimes(names[k]) || NamesTimes(names[k + 1])) {
+    if (!NamesDelsysTimes(names[k]) || NamesDelsysTimes(names[k + 1])) {
       continue;
     }
     const std::size_t channel = table.recording.channels.size();
-    const Described what = channel < described.size() ? described[channel] : Described{};
+    const DelsysChannel what = channel < described.size() ? described[channel] : DelsysChannel{};
     RecordedChannel recorded{.label = names[k + 1].empty() ? what.label : names[k + 1],
                              .units = what.units,
                              .rate = what.rate > 0 ? what.rate : RateOfColumn(lines, namesLine, k)};
@@ -107,16 +107,16 @@ TextTable TableOf(const std::vector<std::string>& lines, std::size_t namesLine) 
 }  // namespace
 
 bool HasTimeColumns(const std::string& path) {
-  return FindNamesLine(FirstLines(path, kMostHeadLines)) > 0;
+  return FindNamesLine(FirstLines(path, kDelsysHeadLines)) > 0;
 }
 
 std::unique_ptr<RecordingFile> OpenDelsysText(const std::string& path) {
-  const std::vector<std::string> lines = FirstLines(path, kMostHeadLines);
+  const std::vector<std::string> lines = FirstLines(path, kDelsysHeadLines);
   const std::size_t namesLine = FindNamesLine(lines);
   if (namesLine == 0) {
     throw FileError("it has no line that names a time column for each channel");
   }
-  return OpenTextTable(path, TableOf(lines, namesLine));
+  return OpenTextTable(path, DelsysTable(lines, namesLine));
 }
 
 }  // namespace velmora

@@ -11,20 +11,20 @@
 namespace velmora {
 namespace {
 
-std::string_view SeparatorsIn(const std::string& line) {
+std::string_view FScanSeparators(const std::string& line) {
   return line.find_first_of("\t,;") != std::string::npos ? "\t,;" : " ";
 }
 
-std::vector<std::string> CellsOf(const std::string& line) {
-  std::vector<std::string> cells = SplitFields(line, SeparatorsIn(line));
-  if (SeparatorsIn(line) == " ") {
+std::vector<std::string> FScanCells(const std::string& line) {
+  std::vector<std::string> cells = SplitFields(line, FScanSeparators(line));
+  if (FScanSeparators(line) == " ") {
     std::erase(cells, "");
   }
   return cells;
 }
 
 /// The lines "KEY value" and where the table starts.
-struct Head {
+struct FScanHead {
   std::string type;
   std::string units;
   double secondsPerFrame = 0.0;
@@ -32,9 +32,9 @@ struct Head {
   std::size_t firstRecord = 0;  // line, from 1; 0: there is none
 };
 
-Head ReadHead(const std::string& path) {
+FScanHead ReadFScanHead(const std::string& path) {
   constexpr std::size_t kMost = 500;
-  Head head;
+  FScanHead head;
   for (const std::string& line : FirstLines(path, kMost)) {
     head.lines.push_back(line);
     if (MayBeRecord(line)) {
@@ -55,8 +55,8 @@ Head ReadHead(const std::string& path) {
   return head;
 }
 
-std::unique_ptr<RecordingFile> Open(const std::string& path, int timeColumn) {
-  const Head head = ReadHead(path);
+std::unique_ptr<RecordingFile> OpenFScanTable(const std::string& path, int timeColumn) {
+  const FScanHead head = ReadFScanHead(path);
   if (head.type.starts_with("MOVIE")) {
     throw FileError(
         "it holds a movie of the sensor's cells, which are no channels: export a graph (force over time) "
@@ -65,9 +65,9 @@ std::unique_ptr<RecordingFile> Open(const std::string& path, int timeColumn) {
   if (head.firstRecord == 0) {
     throw FileError("there is no table of numbers behind its header");
   }
-  const std::vector<std::string> record = CellsOf(head.lines[head.firstRecord - 1]);
+  const std::vector<std::string> record = FScanCells(head.lines[head.firstRecord - 1]);
   std::vector<std::string> names =
-      head.firstRecord > 1 ? CellsOf(head.lines[head.firstRecord - 2]) : std::vector<std::string>();
+      head.firstRecord > 1 ? FScanCells(head.lines[head.firstRecord - 2]) : std::vector<std::string>();
   names = names.size() == record.size() ? names : std::vector<std::string>(record.size());
   TextTable table;
   table.layout.firstLine = static_cast<std::int64_t>(head.firstRecord);
@@ -88,11 +88,11 @@ std::unique_ptr<RecordingFile> Open(const std::string& path, int timeColumn) {
 }  // namespace
 
 std::unique_ptr<RecordingFile> OpenFScanText(const std::string& path) {
-  return Open(path, 1);
+  return OpenFScanTable(path, 1);
 }
 
 std::unique_ptr<RecordingFile> OpenFScanGraph(const std::string& path) {
-  return Open(path, 2);
+  return OpenFScanTable(path, 2);
 }
 
 }  // namespace velmora

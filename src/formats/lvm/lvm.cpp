@@ -12,29 +12,29 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kMostHeadLines = 1000;
+constexpr std::size_t kLvmHeadLines = 1000;
 constexpr std::string_view kEndOfHeader = "***End_of_Header***";
 
-using Keys = std::map<std::string, std::vector<std::string>>;
+using LvmKeys = std::map<std::string, std::vector<std::string>>;
 
 /// The keys of the file and of its first segment, with the cells of their lines, and the line behind them.
-struct Head {
-  Keys file;
-  Keys segment;
+struct LvmHead {
+  LvmKeys file;
+  LvmKeys segment;
   std::vector<std::string> names;   // of the columns
   std::vector<std::string> record;  // the first one
   std::int64_t firstRecord = 0;     // line, from 1
   std::string separators = "\t";
 };
 
-std::string Value(const Keys& keys, const std::string& key) {
+std::string LvmValue(const LvmKeys& keys, const std::string& key) {
   const auto it = keys.find(key);
   return it == keys.end() || it->second.size() < 2 ? std::string() : it->second[1];
 }
 
 // Reads keys up to the end mark; returns the line behind it, from 0.
-std::size_t ReadKeys(const std::vector<std::string>& lines, std::size_t from, const std::string& separators,
-                     Keys& keys) {
+std::size_t ReadLvmKeys(const std::vector<std::string>& lines, std::size_t from,
+                        const std::string& separators, LvmKeys& keys) {
   for (std::size_t k = from; k < lines.size(); ++k) {
     if (lines[k].starts_with(kEndOfHeader)) {
       return k + 1;
@@ -45,13 +45,13 @@ std::size_t ReadKeys(const std::vector<std::string>& lines, std::size_t from, co
   throw FileError("its header has no end");
 }
 
-Head ReadHead(const std::vector<std::string>& lines) {
-  Head head;
+LvmHead ReadLvmHead(const std::vector<std::string>& lines) {
+  LvmHead head;
   const bool comma = std::any_of(lines.begin(), lines.end(),
                                  [](const std::string& line) { return line.starts_with("Separator,"); });
   head.separators = comma ? "," : "\t";
-  const std::size_t segment = ReadKeys(lines, 0, head.separators, head.file);
-  const std::size_t names = ReadKeys(lines, segment, head.separators, head.segment);
+  const std::size_t segment = ReadLvmKeys(lines, 0, head.separators, head.file);
+  const std::size_t names = ReadLvmKeys(lines, segment, head.separators, head.segment);
   if (names + 1 >= lines.size()) {
     throw FileError("there are no rows of numbers behind its header");
   }
@@ -61,19 +61,19 @@ Head ReadHead(const std::vector<std::string>& lines) {
   return head;
 }
 
-class Columns {
+class LvmColumns {
  public:
-  explicit Columns(const Head& head) : head_(head) {
-    const std::string x = Value(head.file, "X_Columns");
+  explicit LvmColumns(const LvmHead& head) : head_(head) {
+    const std::string x = LvmValue(head.file, "X_Columns");
     times_ = EqualNoCase(x, "Multi") ? Times::Multi : EqualNoCase(x, "No") ? Times::None : Times::One;
-    decimalComma_ = Value(head.file, "Decimal_Separator") == ",";
+    decimalComma_ = LvmValue(head.file, "Decimal_Separator") == ",";
   }
 
   TextTable Table() {
     TextTable table;
     table.layout.firstLine = head_.firstRecord;
     table.layout.numbers.decimalComma = decimalComma_;
-    const double count = Val(Value(head_.segment, "Channels"));
+    const double count = Val(LvmValue(head_.segment, "Channels"));
     std::string empty;
     double fastest = -1.0;
     for (std::size_t k = 1; k <= static_cast<std::size_t>(std::clamp(count, 0.0, 1024.0)); ++k) {
@@ -123,13 +123,13 @@ class Columns {
   [[nodiscard]] std::int64_t Promised(std::size_t cell) const {
     constexpr double kMost = 1e12;
     const double samples = Number("Samples", cell);
-    const bool counted = EqualNoCase(Value(head_.file, "Multi_Headings"), "Yes");
+    const bool counted = EqualNoCase(LvmValue(head_.file, "Multi_Headings"), "Yes");
     return counted && samples > 0 && samples < kMost ? static_cast<std::int64_t>(samples) : 0;
   }
 
   void AddLines(Recording& recording) const {
     for (const char* key : {"Operator", "Description", "Project", "Date", "Time"}) {
-      if (const std::string value = Value(head_.file, key); !value.empty()) {
+      if (const std::string value = LvmValue(head_.file, key); !value.empty()) {
         recording.lines.push_back(std::string(key) + " " + value);
       }
     }
@@ -138,7 +138,7 @@ class Columns {
     }
   }
 
-  const Head& head_;
+  const LvmHead& head_;
   Times times_;
   bool decimalComma_;
 };
@@ -146,8 +146,8 @@ class Columns {
 }  // namespace
 
 std::unique_ptr<RecordingFile> OpenLvm(const std::string& path) {
-  const Head head = ReadHead(FirstLines(path, kMostHeadLines));
-  return OpenTextTable(path, Columns(head).Table());
+  const LvmHead head = ReadLvmHead(FirstLines(path, kLvmHeadLines));
+  return OpenTextTable(path, LvmColumns(head).Table());
 }
 
 }  // namespace velmora

@@ -12,9 +12,9 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kMostHeadLines = 1000;
+constexpr std::size_t kOpenSimLines = 1000;
 
-struct Head {
+struct OpenSimHead {
   std::string name;
   std::int64_t rows = 0;
   bool degrees = false;
@@ -23,7 +23,7 @@ struct Head {
 };
 
 // "nRows=52" or "datarows 101"; empty: another key.
-std::string ValueOf(const std::string& line, std::string_view key) {
+std::string OpenSimValue(const std::string& line, std::string_view key) {
   if (line.size() <= key.size() || !EqualNoCase(line.substr(0, key.size()), key)) {
     return {};
   }
@@ -31,20 +31,20 @@ std::string ValueOf(const std::string& line, std::string_view key) {
   return at == std::string::npos || at == key.size() ? std::string() : BareText(line.substr(at));
 }
 
-Head ReadHead(const std::vector<std::string>& lines) {
+OpenSimHead ReadOpenSimHead(const std::vector<std::string>& lines) {
   constexpr double kMost = 1e12;
-  Head head{.name = lines.empty() ? "" : BareText(lines[0])};
+  OpenSimHead head{.name = lines.empty() ? "" : BareText(lines[0])};
   for (std::size_t k = 0; k < lines.size() && head.end == 0; ++k) {
     const std::string line = BareText(lines[k]);
     for (const char* key : {"nRows", "datarows"}) {
-      const double rows = Val(ValueOf(line, key));
+      const double rows = Val(OpenSimValue(line, key));
       head.rows = rows > 0 && rows < kMost ? static_cast<std::int64_t>(rows) : head.rows;
     }
-    head.degrees = head.degrees || EqualNoCase(ValueOf(line, "inDegrees"), "yes");
-    if (const std::string type = ValueOf(line, "DataType"); !type.empty()) {
+    head.degrees = head.degrees || EqualNoCase(OpenSimValue(line, "inDegrees"), "yes");
+    if (const std::string type = OpenSimValue(line, "DataType"); !type.empty()) {
       head.dataType = type;
     }
-    if (const std::string name = ValueOf(line, "name"); k == 0 && !name.empty()) {
+    if (const std::string name = OpenSimValue(line, "name"); k == 0 && !name.empty()) {
       head.name = name;
     }
     head.end = EqualNoCase(line, "endheader") ? k + 1 : 0;
@@ -62,8 +62,8 @@ bool NamesForce(const std::string& label) {
 }  // namespace
 
 std::unique_ptr<RecordingFile> OpenOpenSim(const std::string& path) {
-  const std::vector<std::string> lines = FirstLines(path, kMostHeadLines);
-  const Head head = ReadHead(lines);
+  const std::vector<std::string> lines = FirstLines(path, kOpenSimLines);
+  const OpenSimHead head = ReadOpenSimHead(lines);
   if (head.end == 0 || head.end >= lines.size()) {
     throw FileError("it has no line \"endheader\" with labels behind it");
   }

@@ -13,10 +13,10 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{8} << 20;
+constexpr std::size_t kTableBlock = std::size_t{8} << 20;
 constexpr double kSameRate = 1e-3;  // part of it, as in the text parser
 
-double NumberIn(std::string_view line, const NumberLayout& layout, int column) {
+double NumberInColumn(std::string_view line, const NumberLayout& layout, int column) {
   std::string cell(CellOf(line, layout, column));
   if (layout.decimalComma) {
     std::replace(cell.begin(), cell.end(), ',', '.');
@@ -33,7 +33,7 @@ double UnitOfLastDigit(std::string_view cell) {
 }
 
 /// What a pass over the lines finds before anything is allocated.
-struct Extent {
+struct TableExtent {
   std::int64_t rows = 0;
   double firstTime = 0.0;
   double lastTime = 0.0;
@@ -42,15 +42,15 @@ struct Extent {
   bool more = false;                     // something stands behind the records
 };
 
-class Measurer {
+class TableMeasurer {
  public:
-  Measurer(const TableLayout& layout, std::vector<int> slowColumns)
+  TableMeasurer(const TableLayout& layout, std::vector<int> slowColumns)
       : layout_(layout), slow_(std::move(slowColumns)) {
     extent_.lastFilled.resize(slow_.size());
   }
 
-  Extent Measure(TextSource& source) {
-    LineBlocks blocks(source, kBlock);
+  TableExtent Measure(TextSource& source) {
+    LineBlocks blocks(source, kTableBlock);
     blocks.SkipLines(layout_.firstLine - 1);
     bool ended = false;
     for (std::string_view lines = blocks.Lines(); !lines.empty() && !extent_.more; lines = blocks.Lines()) {
@@ -72,7 +72,7 @@ class Measurer {
  private:
   void Take(std::string_view line) {
     if (++extent_.rows == 1 && layout_.timeColumn > 0) {
-      extent_.firstTime = NumberIn(line, layout_.numbers, layout_.timeColumn);
+      extent_.firstTime = NumberInColumn(line, layout_.numbers, layout_.timeColumn);
     }
     constexpr std::int64_t kLooked = 100;
     if (layout_.timeColumn > 0 && extent_.rows <= kLooked) {
@@ -90,7 +90,7 @@ class Measurer {
   // While the line's block is there.
   void NoteLastTime() {
     if (layout_.timeColumn > 0 && !last_.empty()) {
-      extent_.lastTime = NumberIn(last_, layout_.numbers, layout_.timeColumn);
+      extent_.lastTime = NumberInColumn(last_, layout_.numbers, layout_.timeColumn);
     }
     last_ = {};
   }
@@ -98,7 +98,7 @@ class Measurer {
   const TableLayout& layout_;
   std::vector<int> slow_;
   std::string_view last_;
-  Extent extent_;
+  TableExtent extent_;
 };
 
 class TextTableFile : public RecordingFile {
@@ -111,7 +111,7 @@ class TextTableFile : public RecordingFile {
     for (const std::size_t c : slow) {
       slowColumns.push_back(layout_.columns[c]);
     }
-    const Extent extent = Measurer(layout_, slowColumns).Measure(source_);
+    const TableExtent extent = TableMeasurer(layout_, slowColumns).Measure(source_);
     if (extent.rows == 0) {
       throw FileError("there are no rows of numbers behind its header");
     }
@@ -128,7 +128,7 @@ class TextTableFile : public RecordingFile {
     const ScanPlan plan = Plan(target);
     ScanFaults faults;
     source_.Rewind();
-    LineBlocks blocks(source_, kBlock);
+    LineBlocks blocks(source_, kTableBlock);
     std::int64_t line = blocks.SkipLines(layout_.firstLine - 1) + 1;
     const std::int64_t wanted = target.matrix.Samples();
     std::int64_t rows = 0;
@@ -175,7 +175,7 @@ class TextTableFile : public RecordingFile {
     return slow;
   }
 
-  void CountSamples(const Extent& extent, const std::vector<std::size_t>& slow) {
+  void CountSamples(const TableExtent& extent, const std::vector<std::size_t>& slow) {
     for (RecordedChannel& channel : found_.channels) {
       channel.samples = extent.rows;
     }
@@ -184,7 +184,7 @@ class TextTableFile : public RecordingFile {
     }
   }
 
-  void SettleRate(const Extent& extent) {
+  void SettleRate(const TableExtent& extent) {
     const double elapsed = extent.lastTime - extent.firstTime;
     if (layout_.timeColumn == 0 || !(elapsed > 0)) {
       if (layout_.timeColumn > 0 && extent.rows > 1) {

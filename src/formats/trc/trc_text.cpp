@@ -12,9 +12,9 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kMostHeadLines = 50;
+constexpr std::size_t kTrcHeadLines = 50;
 
-std::string ValueNamed(const std::vector<std::string>& lines, std::string_view name) {
+std::string TrcValue(const std::vector<std::string>& lines, std::string_view name) {
   const std::vector<std::string> names = SplitFields(lines[1], "\t");
   const std::vector<std::string> values = SplitFields(lines[2], "\t");
   const auto at = std::find(names.begin(), names.end(), name);
@@ -25,7 +25,7 @@ std::string ValueNamed(const std::vector<std::string>& lines, std::string_view n
 }  // namespace
 
 std::unique_ptr<RecordingFile> OpenTrc(const std::string& path) {
-  const std::vector<std::string> lines = FirstLines(path, kMostHeadLines);
+  const std::vector<std::string> lines = FirstLines(path, kTrcHeadLines);
   constexpr std::size_t kMarkers = 3;  // the line of names, from 0
   std::size_t record = kMarkers + 1;
   while (record < lines.size() && !MayBeRecord(lines[record])) {
@@ -36,8 +36,8 @@ std::unique_ptr<RecordingFile> OpenTrc(const std::string& path) {
   }
   const std::vector<std::string> markers = SplitFields(lines[kMarkers], "\t");
   const std::size_t columns = SplitFields(lines[record], "\t").size();
-  const double rate = Val(ValueNamed(lines, "DataRate"));
-  const std::string units = ValueNamed(lines, "Units");
+  const double rate = Val(TrcValue(lines, "DataRate"));
+  const std::string units = TrcValue(lines, "Units");
   TextTable table;
   table.layout.firstLine = static_cast<std::int64_t>(record) + 1;
   std::string marker;
@@ -57,7 +57,7 @@ std::unique_ptr<RecordingFile> OpenTrc(const std::string& path) {
   constexpr std::size_t kNameCell = 3;
   const std::vector<std::string> first = SplitFields(lines[0], "\t");
   table.recording.title = first.size() > kNameCell ? first[kNameCell] : "";
-  const double frames = Val(ValueNamed(lines, "NumFrames"));
+  const double frames = Val(TrcValue(lines, "NumFrames"));
   table.recording.promised = frames > 0 && frames < 1e12 ? static_cast<std::int64_t>(frames) : 0;
   table.recording.lines.push_back(table.recording.title);
   if (const std::string time(CellOf(lines[record], {}, 2)); Val(time) != 0.0) {

@@ -12,8 +12,8 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kMostHeadLines = 200;
-constexpr std::size_t kHeadLines = 6;
+constexpr std::size_t kViLoggerLines = 200;
+constexpr std::size_t kViLoggerHeadLines = 6;
 
 // Seconds of the day of a clock time ("10:15:32.25 PM") anywhere in the text; -1: there is none.
 double ClockSeconds(const std::string& text) {
@@ -39,19 +39,19 @@ double ClockSeconds(const std::string& text) {
          (second == std::string::npos ? 0.0 : Val(text.substr(second + 1)));
 }
 
-std::string_view SeparatorsIn(const std::string& line) {
+std::string_view ClockLineSeparators(const std::string& line) {
   return line.find('\t') != std::string::npos ? "\t" : ",";
 }
 
 // A record starts with a clock time or a number, and has a value behind it.
-bool IsRecord(const std::string& line) {
-  const std::vector<std::string> cells = SplitFields(line, SeparatorsIn(line));
+bool IsClockRecord(const std::string& line) {
+  const std::vector<std::string> cells = SplitFields(line, ClockLineSeparators(line));
   float value = 0.0F;
   return MayBeRecord(line) && cells.size() > 1 && ReadNumber(cells[1], false, value);
 }
 
 // Blanks part columns as well, so that a clock time may take several.
-int ColumnsOf(const std::string& cell) {
+int ColumnsOfClock(const std::string& cell) {
   const std::string text = Trim(cell);
   return 1 + static_cast<int>(std::count(text.begin(), text.end(), ' '));
 }
@@ -71,11 +71,11 @@ double RateInHeader(const std::vector<std::string>& lines, std::size_t records) 
 // From the clock of all records that were looked at.
 double RateOfClock(const std::vector<std::string>& lines, std::size_t records) {
   std::size_t last = records;
-  while (last + 1 < lines.size() && IsRecord(lines[last + 1])) {
+  while (last + 1 < lines.size() && IsClockRecord(lines[last + 1])) {
     ++last;
   }
   const auto clock = [&lines](std::size_t k) {
-    return ClockSeconds(SplitFields(lines[k], SeparatorsIn(lines[k]))[0]);
+    return ClockSeconds(SplitFields(lines[k], ClockLineSeparators(lines[k]))[0]);
   };
   const double elapsed = clock(last) - clock(records);
   return clock(records) >= 0 && elapsed > 0 ? RateFromTimes(static_cast<double>(last - records) / elapsed)
@@ -85,22 +85,22 @@ double RateOfClock(const std::vector<std::string>& lines, std::size_t records) {
 }  // namespace
 
 std::unique_ptr<RecordingFile> OpenViLogger(const std::string& path) {
-  const std::vector<std::string> lines = FirstLines(path, kMostHeadLines);
-  std::size_t first = kHeadLines;
-  while (first < lines.size() && !IsRecord(lines[first])) {
+  const std::vector<std::string> lines = FirstLines(path, kViLoggerLines);
+  std::size_t first = kViLoggerHeadLines;
+  while (first < lines.size() && !IsClockRecord(lines[first])) {
     ++first;
   }
   if (first >= lines.size()) {
     throw FileError("there are no lines of a time and values behind its header");
   }
-  const std::vector<std::string> record = SplitFields(lines[first], SeparatorsIn(lines[first]));
-  std::vector<std::string> names = SplitFields(lines[first - 1], SeparatorsIn(lines[first]));
+  const std::vector<std::string> record = SplitFields(lines[first], ClockLineSeparators(lines[first]));
+  std::vector<std::string> names = SplitFields(lines[first - 1], ClockLineSeparators(lines[first]));
   names.resize(names.size() == record.size() || names.size() + 1 == record.size() ? record.size() : 0);
   const double stated = RateInHeader(lines, first);
   const double rate = stated > 0 ? stated : RateOfClock(lines, first);
   TextTable table;
   table.layout.firstLine = static_cast<std::int64_t>(first) + 1;
-  const int clock = ColumnsOf(record[0]);
+  const int clock = ColumnsOfClock(record[0]);
   for (std::size_t k = 1; k < record.size() && !record[k].empty(); ++k) {
     const LabelAndUnit name = names.empty() ? LabelAndUnit{} : SplitLabel(names[k]);
     table.layout.columns.push_back(clock + static_cast<int>(k));

@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 3> kCapitalSections = {"FORCE PLATES", "A
 // In this order of liking.
 constexpr std::array<std::string_view, 3> kReadSections = {"Devices", "ANALOG", "FORCE PLATES"};
 
-struct Section {
+struct ViconSection {
   std::string_view name;
   std::int64_t line = 0;          // of its heading, from 1
   std::vector<std::string> head;  // the lines behind it, up to the first record behind the rate
@@ -50,12 +50,12 @@ std::string_view HeadingOf(const std::string& line) {
 }
 
 // All sections of the file with the lines between their headings and their records.
-std::vector<Section> FindSections(const std::string& path) {
+std::vector<ViconSection> FindSections(const std::string& path) {
   constexpr std::size_t kMostSections = 1000;
-  constexpr std::size_t kMostHeadLines = 12;
+  constexpr std::size_t kLongestHead = 12;
   TextSource source(path);
   LineBlocks blocks(source);
-  std::vector<Section> sections;
+  std::vector<ViconSection> sections;
   std::int64_t number = 0;
   bool inHead = false;
   for (std::string line; blocks.ReadTextLine(line) && sections.size() < kMostSections;) {
@@ -68,15 +68,15 @@ std::vector<Section> FindSections(const std::string& path) {
       std::vector<std::string>& head = sections.back().head;
       head.push_back(text);
       // The first line is the rate and may look like a record.
-      inHead = (head.size() == 1 || !MayBeRecord(text)) && head.size() < kMostHeadLines;
+      inHead = (head.size() == 1 || !MayBeRecord(text)) && head.size() < kLongestHead;
     }
   }
   return sections;
 }
 
 // A header without headings: all lines above the first record.
-std::optional<Section> SectionOfWholeFile(const std::string& path) {
-  Section section{.name = "ANALOG", .line = 0};
+std::optional<ViconSection> SectionOfWholeFile(const std::string& path) {
+  ViconSection section{.name = "ANALOG", .line = 0};
   for (const std::string& line : FirstLines(path, 200)) {
     section.head.push_back(line);
     if (MayBeRecord(line)) {
@@ -86,13 +86,13 @@ std::optional<Section> SectionOfWholeFile(const std::string& path) {
   return std::nullopt;
 }
 
-std::string_view SeparatorsIn(const std::string& line) {
+std::string_view ViconSeparators(const std::string& line) {
   return line.find_first_of("\t,;") != std::string::npos ? "\t,;" : " ";
 }
 
 // "Sample # EMG1 EMG2" is three names.
-std::vector<std::string> CellsOf(std::string line) {
-  const std::string_view separators = SeparatorsIn(line);
+std::vector<std::string> ViconCells(std::string line) {
+  const std::string_view separators = ViconSeparators(line);
   if (separators != " ") {
     return SplitFields(line, separators);
   }
@@ -118,18 +118,18 @@ bool HoldsNoNumber(const std::vector<std::string>& cells) {
 }
 
 /// The lines of names between the rate and the first record; empty where there is none.
-struct Names {
+struct ViconNames {
   std::vector<std::string> devices;
   std::vector<std::string> labels;
   std::vector<std::string> units;
 };
 
-Names FindNames(const std::vector<std::string>& head, std::size_t first) {
-  Names names;
+ViconNames FindViconNames(const std::vector<std::string>& head, std::size_t first) {
+  ViconNames names;
   std::vector<std::vector<std::string>> lines;
   for (std::size_t k = first; k + 1 < head.size(); ++k) {
     if (!BareText(head[k]).empty()) {
-      lines.push_back(CellsOf(head[k]));
+      lines.push_back(ViconCells(head[k]));
     }
   }
   if (lines.empty()) {
@@ -153,7 +153,7 @@ Names FindNames(const std::vector<std::string>& head, std::size_t first) {
   return names;
 }
 
-std::string Cell(const std::vector<std::string>& cells, std::size_t k) {
+std::string ViconCell(const std::vector<std::string>& cells, std::size_t k) {
   return k < cells.size() ? cells[k] : std::string();
 }
 
@@ -166,8 +166,8 @@ std::string ShortDevice(const std::string& device) {
 }
 
 // The device goes before labels that others have too ("1" of two amplifiers), where both fit.
-std::string LabelOf(const Names& names, const std::string& device, std::size_t column) {
-  const std::string label = Cell(names.labels, column);
+std::string ViconLabel(const ViconNames& names, const std::string& device, std::size_t column) {
+  const std::string label = ViconCell(names.labels, column);
   const auto same = std::count(names.labels.begin(), names.labels.end(), label);
   const bool digits = label.find_first_not_of("0123456789") == std::string::npos;
   if (device.empty() || (same < 2 && !digits)) {
@@ -179,7 +179,7 @@ std::string LabelOf(const Names& names, const std::string& device, std::size_t c
   return Trim(name.substr(name.size() > room ? name.size() - room : 0)) + " " + label;
 }
 
-double RateIn(const std::vector<std::string>& head, bool besideHeading) {
+double ViconRate(const std::vector<std::string>& head, bool besideHeading) {
   if (besideHeading) {
     return head.empty() ? 0.0 : Val(OnlyCell(head[0]));
   }
@@ -193,41 +193,42 @@ double RateIn(const std::vector<std::string>& head, bool besideHeading) {
   return 0.0;
 }
 
-TextTable TableOf(const Section& section) {
+TextTable ViconTable(const ViconSection& section) {
   TextTable table;
   const std::vector<std::string>& head = section.head;
   if (head.empty() || !MayBeRecord(head.back()) || (section.line > 0 && head.size() < 2)) {
     throw FileError("the section " + std::string(section.name) + " holds no rows of numbers");
   }
-  const double rate = RateIn(head, section.line > 0);
-  const Names names = FindNames(head, section.line > 0 ? 1 : 0);
-  const std::size_t columns = std::max(CellsOf(head.back()).size(), names.labels.size());
+  const double rate = ViconRate(head, section.line > 0);
+  const ViconNames names = FindViconNames(head, section.line > 0 ? 1 : 0);
+  const std::size_t columns = std::max(ViconCells(head.back()).size(), names.labels.size());
   // Names without one for the number in front of every record.
-  const bool unnamedCounter = names.labels.size() + 1 == CellsOf(head.back()).size();
+  const bool unnamedCounter = names.labels.size() + 1 == ViconCells(head.back()).size();
   table.layout.firstLine = section.line + static_cast<std::int64_t>(head.size());
   table.layout.numbers.semicolons = head.back().find(';') != std::string::npos;
   std::string device;
   for (std::size_t k = 0; k < columns; ++k) {
-    device = Cell(names.devices, k).empty() ? device : Cell(names.devices, k);
-    if ((unnamedCounter && k == 0) || NamesCounter(Cell(names.labels, k))) {
+    device = ViconCell(names.devices, k).empty() ? device : ViconCell(names.devices, k);
+    if ((unnamedCounter && k == 0) || NamesCounter(ViconCell(names.labels, k))) {
       continue;
     }
     const std::size_t named = unnamedCounter ? k - 1 : k;
-    if (Cell(names.labels, named).empty() && !names.labels.empty()) {
+    if (ViconCell(names.labels, named).empty() && !names.labels.empty()) {
       continue;  // the padding of a line
     }
     table.layout.columns.push_back(static_cast<int>(k) + 1);
-    table.recording.channels.push_back(
-        {.label = LabelOf(names, device, named), .units = UnitOf(Cell(names.units, named)), .rate = rate});
+    table.recording.channels.push_back({.label = ViconLabel(names, device, named),
+                                        .units = UnitOf(ViconCell(names.units, named)),
+                                        .rate = rate});
   }
   table.recording.lines.push_back("Vicon " + std::string(section.name) +
                                   (rate > 0 ? ", " + PlainNumber(rate) + " Hz" : ""));
   return table;
 }
 
-const Section* Choose(const std::vector<Section>& sections) {
+const ViconSection* ChooseSection(const std::vector<ViconSection>& sections) {
   for (const std::string_view name : kReadSections) {
-    for (const Section& section : sections) {
+    for (const ViconSection& section : sections) {
       if (section.name == name) {
         return &section;
       }
@@ -239,11 +240,11 @@ const Section* Choose(const std::vector<Section>& sections) {
 }  // namespace
 
 std::unique_ptr<RecordingFile> OpenViconText(const std::string& path) {
-  const std::vector<Section> sections = FindSections(path);
-  if (const Section* chosen = Choose(sections)) {
-    TextTable table = TableOf(*chosen);
+  const std::vector<ViconSection> sections = FindSections(path);
+  if (const ViconSection* chosen = ChooseSection(sections)) {
+    TextTable table = ViconTable(*chosen);
     std::string others;
-    for (const Section& section : sections) {
+    for (const ViconSection& section : sections) {
       if (&section != chosen) {
         others += (others.empty() ? "" : ", ") + std::string(section.name);
       }
@@ -254,11 +255,11 @@ std::unique_ptr<RecordingFile> OpenViconText(const std::string& path) {
     }
     return OpenTextTable(path, std::move(table));
   }
-  const std::optional<Section> whole = sections.empty() ? SectionOfWholeFile(path) : std::nullopt;
+  const std::optional<ViconSection> whole = sections.empty() ? SectionOfWholeFile(path) : std::nullopt;
   if (!whole) {
     throw FileError("it has no section of analog signals (Devices, ANALOG, FORCE PLATES)");
   }
-  return OpenTextTable(path, TableOf(*whole));
+  return OpenTextTable(path, ViconTable(*whole));
 }
 
 }  // namespace velmora
