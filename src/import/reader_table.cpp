@@ -13,12 +13,15 @@
 #include "formats/delsys/delsys_emg_reader.hpp"
 #include "formats/edf/edf_reader.hpp"
 #include "formats/fourier/fourier_file_reader.hpp"
+#include "formats/hdf5/hdf5_reader.hpp"
 #include "formats/lvm/lvm.hpp"
+#include "formats/matlab/mat_reader.hpp"
 #include "formats/motion_analysis/anb_reader.hpp"
 #include "formats/motion_analysis/anc_reader.hpp"
 #include "formats/native_ascii/native_ascii_reader.hpp"
 #include "formats/native_binary/native_binary_reader.hpp"
 #include "formats/opensim/opensim_text.hpp"
+#include "formats/tdms/tdms_reader.hpp"
 #include "formats/trc/trc_text.hpp"
 #include "formats/vi_logger/vi_logger.hpp"
 #include "formats/vicon_text/vicon_text.hpp"
@@ -41,6 +44,9 @@ bool NamesLabView(std::string_view head) {
 }
 bool StartsWithPathFileType(std::string_view head) {
   return WithoutMark(head).starts_with("PathFileType");
+}
+bool StartsWithTdsm(std::string_view head) {
+  return head.starts_with("TDSm");
 }
 bool HoldsEndHeader(std::string_view head) {
   return head.find("endheader") != std::string_view::npos;
@@ -217,6 +223,13 @@ constexpr std::array kFormats = {
            .name = "Motion Analysis markers",
            .recognise = StartsWithPathFileType,
            .open = OpenTrc},
+    Format{.code = 313,
+           .extensions = "TDMS",
+           .name = "LabVIEW TDMS",
+           .recognise = StartsWithTdsm,
+           .open = OpenTdms},
+    Format{.code = 314, .extensions = "MAT", .name = "MATLAB", .open = OpenMat},
+    Format{.code = 315, .extensions = "H5 HDF5", .name = "HDF5", .open = OpenHdf5},
 };
 
 bool HasExtension(const Format& format, std::string_view extension) {
