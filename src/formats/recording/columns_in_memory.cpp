@@ -9,11 +9,13 @@
 #include "core/files/files.hpp"
 #include "core/text/text.hpp"
 #include "formats/recording/interleaved.hpp"
+#include "formats/recording/usable_rate.hpp"
 #include "formats/text_table/text_table.hpp"
 
 namespace velmora {
 
 void ColumnsInMemory::AddColumn(RecordedChannel channel, std::vector<float> samples) {
+  channel.rate = UsableRate(channel.rate);
   channel.samples = static_cast<std::int64_t>(samples.size());
   found_.channels.push_back(std::move(channel));
   columns_.push_back(std::move(samples));

@@ -11,6 +11,7 @@
 #include "core/text/numbers.hpp"
 #include "formats/bytes/byte_reader.hpp"
 #include "formats/recording/interleaved.hpp"
+#include "formats/recording/usable_rate.hpp"
 #include "formats/tdms/tdms_metadata.hpp"
 
 namespace velmora {
@@ -210,7 +211,7 @@ class TdmsRecording : public RecordingFile {
       const TdmsScale scale = ScaleOf(channel);
       RecordedChannel recorded{.label = FixedFieldText(channel.name),
                                .units = FixedUnitsText(TextOf(channel, "unit_string")),
-                               .rate = step > 0 && std::isfinite(step) ? RateOfStep(step) : 0.0,
+                               .rate = RateOfStep(step),
                                .samples = channel.samples};
       if (scale.polynomials.size() == 1 && scale.polynomials[0].size() == 2 && scale.polynomials[0][1] != 0) {
         recorded.gain = scale.polynomials[0][1];
@@ -229,9 +230,12 @@ class TdmsRecording : public RecordingFile {
   // A step is the nearest 64-bit number to 1/rate: twelve digits of the rate are meant.
   static double RateOfStep(double step) {
     constexpr int kDigits = 12;
-    const double rate = 1 / step;
+    const double rate = step > 0 ? UsableRate(1 / step) : 0.0;
+    if (rate == 0) {
+      return 0.0;
+    }
     const double unit = std::pow(10.0, std::floor(std::log10(rate)) + 1 - kDigits);
-    return unit > 0 && std::isfinite(rate) ? std::round(rate / unit) * unit : 0.0;
+    return std::round(rate / unit) * unit;
   }
 
   // Returns the samples that are there, at most `wanted`; 0 when it was stopped.

@@ -9,6 +9,7 @@
 #include "formats/delimited_text/scan/core_scan.hpp"
 #include "formats/line_blocks.hpp"
 #include "formats/recording/interleaved.hpp"
+#include "formats/recording/usable_rate.hpp"
 
 namespace velmora {
 namespace {
@@ -105,6 +106,9 @@ class TextTableFile : public RecordingFile {
  public:
   TextTableFile(const std::string& path, TextTable table) : source_(path), layout_(std::move(table.layout)) {
     found_ = std::move(table.recording);
+    for (RecordedChannel& channel : found_.channels) {
+      channel.rate = UsableRate(channel.rate);
+    }
     CheckColumns();
     const std::vector<std::size_t> slow = SlowChannels();
     std::vector<int> slowColumns;
@@ -186,14 +190,14 @@ class TextTableFile : public RecordingFile {
 
   void SettleRate(const TableExtent& extent) {
     const double elapsed = extent.lastTime - extent.firstTime;
-    if (layout_.timeColumn == 0 || !(elapsed > 0)) {
+    const double measured = elapsed > 0 ? RateFromTimes(static_cast<double>(extent.rows - 1) / elapsed) : 0.0;
+    if (layout_.timeColumn == 0 || measured == 0) {
       if (layout_.timeColumn > 0 && extent.rows > 1) {
         found_.remarks.emplace_back("The times of the file do not rise: they were made from the rate.");
       }
       layout_.timeColumn = 0;
       return;
     }
-    const double measured = RateFromTimes(static_cast<double>(extent.rows - 1) / elapsed);
     double stated = 0.0;
     for (const RecordedChannel& channel : found_.channels) {
       stated = std::max(stated, channel.rate);
@@ -307,6 +311,7 @@ bool MayBeRecord(std::string_view line) {
 
 double RateFromTimes(double rate) {
   constexpr double kWhole = 1e-5;
+  rate = UsableRate(rate);
   if (std::abs(rate - std::round(rate)) <= kWhole * rate) {
     return std::round(rate);
   }
