@@ -48,19 +48,13 @@ void Write(Workbench& workbench, ProgressPanel& panel, SaveFormat format) {
   if (entry.refuses != nullptr && entry.refuses(workbench)) {
     return;
   }
-  if (entry.notPublic) {
+  if (entry.write == nullptr) {
     ShowFailure(workbench,
                 {.title = "File Format Not Supported",
                  .text = UnpublishedFormatText("\"" + NameOf(entry) + "\" files", "written", {},
                                                "Save the trial as Velmora2 Binary (.VMB), tab-delimited text "
                                                "(.TAB) or C3D (.C3D) instead."),
                  .icon = Icon::Exclamation});
-    return;
-  }
-  if (entry.write == nullptr) {
-    ShowFailure(workbench, {.title = "File Format Not Supported",
-                            .text = "This version cannot write the format \"" + NameOf(entry) + "\" yet.",
-                            .icon = Icon::Exclamation});
     return;
   }
   entry.write(workbench, panel);

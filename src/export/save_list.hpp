@@ -9,6 +9,7 @@
 #include "dsp/bias/bias_file.hpp"
 #include "export/save_data.hpp"
 #include "export/save_refusals.hpp"
+#include "formats/bioware/bioware2_writer.hpp"
 #include "formats/c3d/c3d_writer.hpp"
 #include "formats/delimited_text/delimited_text_writer.hpp"
 #include "formats/fsv/fsv_writer.hpp"
@@ -24,30 +25,28 @@ struct SaveEntry {
   SaveFormat format;
   std::string_view id;  // of its command
   std::string_view caption;
-  /// Empty in a format that this version cannot write.
+  /// Empty in a format that nobody can write.
   void (*write)(Workbench&, ProgressPanel&) = nullptr;
   /// Whether the format cannot take this trial; has said so then.
   bool (*refuses)(Workbench&) = nullptr;
   Needs needs = Needs::Data;
   /// Why it is greyed; may be missing.
   const char* (*whyNot)(const Workbench&) = nullptr;
-  /// Nobody has published the format's layout: a file of it cannot be written by anybody but its program.
-  bool notPublic = false;
 };
 
 /// The save list, in menu order: the row of a format is its number.
 inline constexpr std::array kSaveList = {
     SaveEntry{SaveFormat::NativeAscii, "save.vma", "&Velmora ASCII (.VMA)", WriteNativeAscii},
-    SaveEntry{SaveFormat::BioWare, "save.dat", "Bio&Ware 2 Format (.DAT)", nullptr, BioWareRefuses,
+    SaveEntry{SaveFormat::BioWare, "save.dat", "Bio&Ware 2 Format (.DAT)", WriteBioWare2, BioWareRefuses,
               Needs::Data, WhyNotOfForces},
     SaveEntry{SaveFormat::CommaSeparated, "save.csv", "&Comma Separated Variable (.CSV)",
               WriteCommaSeparated},
     SaveEntry{SaveFormat::LotusWorksheet, "save.wks", "&Lotus Worksheet (.WK1/.WKS)", WriteWorksheet,
               WorksheetRefuses},
     SaveEntry{SaveFormat::Velmora1Binary, "save.bin", "Vel&mora1 Binary (.BIN)", nullptr,
-              Velmora1BinaryRefuses, Needs::Data, nullptr, true},
+              Velmora1BinaryRefuses},
     SaveEntry{SaveFormat::ReducedForces, "save.rf", "&Reduced Forces Format (.RF)", nullptr,
-              ReducedForcesRefuses, Needs::Data, nullptr, true},
+              ReducedForcesRefuses},
     SaveEntry{SaveFormat::SpaceDelimited, "save.prn", "&Space Delimited ASCII File (.PRN)",
               WriteSpaceDelimited},
     SaveEntry{SaveFormat::TabDelimited, "save.tab", "&Tab Delimited ASCII File (.TAB)", WriteTabDelimited},
@@ -58,8 +57,7 @@ inline constexpr std::array kSaveList = {
     SaveEntry{SaveFormat::UnitsFile, "save.vmu", "&Units, labels && factors (.VMU)", WriteUnitsFile,
               UnitsFileRefuses, Needs::Data, WhyNotOfForces},
     SaveEntry{SaveFormat::Visual3d, "save.fsv", "Visual&3D FSV format (.FSV/.TSV)", WriteFsv},
-    SaveEntry{SaveFormat::ViconAnalog, "save.vad", "Save &Vicon AD file (.VAD)", nullptr, nullptr,
-              Needs::Data, nullptr, true},
+    SaveEntry{SaveFormat::ViconAnalog, "save.vad", "Save &Vicon AD file (.VAD)"},
 };
 
 }  // namespace velmora

@@ -194,6 +194,58 @@ TEST_F(OtherPrograms, WorksheetsHoldTheTrialOrSayWhatFits) {
   EXPECT_NE(LastBox().find("takes 8,189 samples"), std::string::npos) << LastBox();
 }
 
+TEST_F(OtherPrograms, BioWareFilesAreWrittenBack) {
+  for (const std::size_t dataAt : {std::size_t{806}, std::size_t{805}}) {
+    std::string source(dataAt, '\0');
+    source.replace(0, 16, "BioWare 2 header");
+    const auto put = [&source](std::size_t at, auto value) {
+      std::memcpy(source.data() + at, &value, sizeof value);
+    };
+    const std::size_t missing = 806 - dataAt;
+    put(272, 100.0F);
+    put(280, std::int16_t{10});
+    put(282, std::int16_t{1});
+    put(368 - missing, std::uint8_t{1});  // the third and the fourth device
+    put(369 - missing, std::uint8_t{1});
+    put(382 - missing, 2.0F);
+    put(386 - missing, -4.0F);
+    source += std::string(60, '\1');
+    WriteFile(directory.Path("source.dat"), source);
+    SetTrial(10, 4, 250.0);
+    trial.FileTypeCode = 6;
+    workbench.LoadedFile = directory.Path("source.dat");
+    for (int c = 1; c <= 10; ++c) {
+      trial.Data(1, c) = static_cast<float>(c * 10.0 / 2048);
+      trial.Data(2, c) = 100.0F;
+      trial.Data(3, c) = static_cast<float>(-2.5 * 10.0 / 2048);  // half-way, to the even count
+    }
+    const std::string bytes = Saved("save.dat", "a.dat");
+    ASSERT_EQ(bytes.size(), dataAt + 4 * 10 * 2U) << LastBox();
+    EXPECT_EQ(bytes.substr(0, 272), source.substr(0, 272));
+    EXPECT_EQ(bytes.substr(280, dataAt - 280), source.substr(280, dataAt - 280));
+    EXPECT_EQ(NumberAt<float>(bytes, 272), 250.0F);
+    EXPECT_EQ(NumberAt<float>(bytes, 276), 0.016F);
+    const auto count = [&](std::size_t i, std::size_t c) {
+      return NumberAt<std::int16_t>(bytes, dataAt + 2 * (10 * (i - 1) + c - 1));
+    };
+    EXPECT_EQ(count(1, 1), 1);
+    EXPECT_EQ(count(1, 8), 8);
+    EXPECT_EQ(count(1, 9), 4) << "9/2 counts, to the even one";
+    EXPECT_EQ(count(1, 10), -2) << "10/-4 counts";
+    EXPECT_EQ(count(2, 1), 2047);
+    EXPECT_EQ(count(2, 10), -2048);
+    EXPECT_EQ(count(3, 1), -2);
+    EXPECT_EQ(trial.Notices.back(),
+              "10 values lay outside the 12 bits of a BioWare 2 file and were clipped in it.");
+  }
+  trial.CutChannels(9);
+  Run("save.dat");
+  EXPECT_NE(LastBox().find("That has 10 channels, the trial 9."), std::string::npos) << LastBox();
+  std::filesystem::remove(directory.Path("source.dat"));
+  Run("save.dat");
+  EXPECT_NE(LastBox().find("No such file or directory"), std::string::npos) << LastBox();
+}
+
 TEST_F(OtherPrograms, AnotherProgramReadsTheWorksheet) {
   if (std::system("ssconvert --version >/dev/null 2>&1") != 0) {  // NOLINT: asks for the program
     GTEST_SKIP() << "needs ssconvert";

@@ -1,4 +1,3 @@
-#include "support/recordings.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
