@@ -1,9 +1,10 @@
-#include <array>
+#include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <map>
 
+#include "import/reader_table.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
@@ -120,6 +121,32 @@ TEST_F(OtherPrograms, C3dCountsMoreFramesThanAWordHolds) {
   ASSERT_EQ(trial.Notices.size(), 2U);
   EXPECT_EQ(trial.Notices[0], "The times of the C3D file start at 0 s, those of the trial at 0.5 s.");
   EXPECT_TRUE(trial.Notices[1].starts_with("The rate in the C3D file is 1259.2590")) << trial.Notices[1];
+}
+
+TEST_F(OtherPrograms, C3dIsReadBackByOurOwnReader) {
+  if (FormatOfCode(19).open == nullptr) {
+    GTEST_SKIP() << "needs the reader of C3D files";
+  }
+  for (const int samples : {1, 1000, 65537, 70000}) {
+    SetTrial(5, samples, 1500.0);
+    trial.Data(1, 2) = -0.0F;
+    trial.ChanLabel[5] = "µ-meter of thirty bytes, nearly";
+    trial.HeaderLines[1] = "Event 0.250 s RIC Right";
+    trial.HeaderLineCount = 1;
+    const Frames rows = Rows();
+    const Texts labels = Labels();
+    Saved("save.c3d", "a.c3d");
+    LoadPath(directory.Path("a.c3d"));
+    ASSERT_EQ(trial.NData, samples);
+    EXPECT_TRUE(std::memcmp(&rows[0][1], trial.matrix.Frame(1) + 2, sizeof(float)) == 0)
+        << "a zero with a sign";
+    EXPECT_TRUE(Rows() == rows) << samples;
+    EXPECT_EQ(Labels(), labels);
+    EXPECT_EQ(trial.Rate, 1500.0);
+    const auto* line =
+        std::find(trial.HeaderLines.begin(), trial.HeaderLines.end(), "Event 0.250 s RIC Right");
+    EXPECT_NE(line, trial.HeaderLines.end());
+  }
 }
 
 TEST_F(OtherPrograms, FsvIsReadBackToTheBit) {

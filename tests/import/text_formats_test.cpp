@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <cstdlib>
+
+#include "import/reader_table.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
@@ -36,6 +40,29 @@ TEST_F(TextFormatsTest, ViconDevicesOfNexus) {
        std::string(kNexus + 3) + "\r\nTrajectories\r\n100\r\n,,M1\r\nFrame,Sub Frame,X\r\n,,mm\r\n1,0,5\r\n");
   EXPECT_EQ(trial.NData, 3);
   EXPECT_NE(Told().find("Of the file's sections Devices was read, not: Trajectories."), std::string::npos);
+}
+
+TEST_F(TextFormatsTest, ViconTextAgreesWithTheC3dOfTheTrial) {
+  const char* folder = std::getenv("VELMORA_RECORDINGS");
+  if (folder == nullptr || FormatOfCode(19).open == nullptr) {
+    GTEST_SKIP() << "needs VELMORA_RECORDINGS and the reader of C3D files";
+  }
+  LoadPath(std::string(folder) + "/vendor/vicon_nexus_analogs.csv");
+  const Texts labels = Labels();
+  const Frames rows = Rows();
+  LoadPath(std::string(folder) + "/c3d/pyomeca_markers_analogs.c3d");
+  ASSERT_EQ(trial.NData, 11600);
+  int matched = 0;
+  for (int c = 1; c <= trial.NChan; ++c) {
+    const std::string label = trial.ChanLabel[c].Text();
+    const auto it = std::find(labels.begin(), labels.end(), label.substr(label.find('.') + 1));
+    for (std::size_t i = 0; it != labels.end() && i < rows.size(); ++i) {
+      const auto k = static_cast<std::size_t>(it - labels.begin());
+      ASSERT_NEAR(rows[i][k], trial.Data(static_cast<std::int64_t>(i) + 1, c), 5.1e-7F);
+    }
+    matched += it != labels.end() ? 1 : 0;
+  }
+  EXPECT_EQ(matched, 22);
 }
 
 TEST_F(TextFormatsTest, ViconTextOfWorkstation) {

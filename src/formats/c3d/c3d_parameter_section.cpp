@@ -53,12 +53,12 @@ void C3dParameterSection::Add(std::string_view name, float value) {
 }
 
 void C3dParameterSection::Add(std::string_view name, std::span<const std::int16_t> values,
-                              std::vector<int> dimensions) {
+                              const std::vector<int>& dimensions) {
   AddParameter(name, Type::Integer, dimensions, BytesOfNumbers(values));
 }
 
 void C3dParameterSection::Add(std::string_view name, std::span<const float> values,
-                              std::vector<int> dimensions) {
+                              const std::vector<int>& dimensions) {
   AddParameter(name, Type::Real, dimensions, BytesOfNumbers(values));
 }
 

@@ -18,8 +18,8 @@ class C3dParameterSection {
   void Add(std::string_view name, std::int16_t value);
   void Add(std::string_view name, float value);
   /// Arrays with their dimensions, the first one fastest; each at most 255.
-  void Add(std::string_view name, std::span<const std::int16_t> values, std::vector<int> dimensions);
-  void Add(std::string_view name, std::span<const float> values, std::vector<int> dimensions);
+  void Add(std::string_view name, std::span<const std::int16_t> values, const std::vector<int>& dimensions);
+  void Add(std::string_view name, std::span<const float> values, const std::vector<int>& dimensions);
   /// Texts of one width, that of the longest: at most 255 bytes of each, at most 255 texts.
   void Add(std::string_view name, std::span<const std::string> texts);
 

@@ -112,6 +112,7 @@ class TextTableFile : public RecordingFile {
     CheckColumns();
     const std::vector<std::size_t> slow = SlowChannels();
     std::vector<int> slowColumns;
+    slowColumns.reserve(slow.size());
     for (const std::size_t c : slow) {
       slowColumns.push_back(layout_.columns[c]);
     }

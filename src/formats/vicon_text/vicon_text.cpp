@@ -167,7 +167,7 @@ std::string ShortDevice(const std::string& device) {
 
 // The device goes before labels that others have too ("1" of two amplifiers), where both fit.
 std::string ViconLabel(const ViconNames& names, const std::string& device, std::size_t column) {
-  const std::string label = ViconCell(names.labels, column);
+  std::string label = ViconCell(names.labels, column);
   const auto same = std::count(names.labels.begin(), names.labels.end(), label);
   const bool digits = label.find_first_not_of("0123456789") == std::string::npos;
   if (device.empty() || (same < 2 && !digits)) {
