@@ -131,7 +131,7 @@ constexpr std::string_view kPdtWay = "Export the data with their rate, or as pla
 constexpr std::string_view kMegaWay =
     "Export the data as plain columns of text (.TXT) from the program that recorded them.";
 
-// A new reader is a function here in place of nullptr, or `.open` for a file of channels.
+// A reader is a function here, or `.open` for a file of channels.
 constexpr std::array kFormats = {
     Format{.code = 9,
            .extensions = "ANA",
@@ -280,18 +280,7 @@ void ReadFormat(Workbench& workbench, ProgressPanel& panel, const Format& format
     format.read(workbench, panel);
     return;
   }
-  if (!format.wayRound.empty()) {
-    AskParseUnpublished(workbench, panel, format);
-    return;
-  }
-  workbench.trial.DiscardData();
-  ShowFailure(workbench,
-              {.title = "Format Not Read Yet",
-               .text = std::string(format.name) + " files cannot be read by this version yet.\n" +
-                       "Save or export the data as text (.TXT, .CSV) with the program that made them.\n"
-                       "Filename was: '" +
-                       workbench.trial.FileName + "'.",
-               .icon = Icon::Exclamation});
+  AskParseUnpublished(workbench, panel, format);
 }
 
 }  // namespace velmora

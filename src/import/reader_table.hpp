@@ -18,7 +18,7 @@ struct Format {
   std::string_view extensions;  // upper case, separated by blanks; empty: found by contents alone
   std::string_view name;        // for people
   /// Takes its path from trial.FileName, fills the trial, drives the panel and leaves NData 0 on
-  /// failure. nullptr, with `open` too: this version cannot read the format yet.
+  /// failure. nullptr, with `open` too: nobody can read the format but by guessing.
   void (*read)(Workbench&, ProgressPanel&) = nullptr;
   /// Tells whether the file is of this format where several share an extension; nullptr: it is.
   bool (*recognise)(std::string_view head) = nullptr;
@@ -50,7 +50,7 @@ const Format* FindFormat(std::string_view extension, std::string_view head);
 /// The first row with this code. The code must be in the table.
 const Format& FormatOfCode(int code);
 
-/// Runs the format's reader, or tells that this version cannot read it yet.
+/// Runs the format's reader, or tells what to do instead.
 void ReadFormat(Workbench& workbench, ProgressPanel& panel, const Format& format);
 
 }  // namespace velmora

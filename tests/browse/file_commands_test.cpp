@@ -91,7 +91,7 @@ TEST_F(FileCommands, ExitAsksOnlyWhileDataAreNotSaved) {
 }
 
 TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
-  for (const char* name : {"b.vmb", "A.VMB", "c.txt", ".hidden.vmb", "z.c3d", "m.stm", "empty.vmb"}) {
+  for (const char* name : {"b.vmb", "A.VMB", "c.txt", ".hidden.vmb", "z.vad", "m.dat", "empty.vmb"}) {
     WriteFile(directory_.Path(name), std::string(name) == "empty.vmb" ? "" : "BioWare 2 data");
   }
   fs::create_directory(directory_.Path("d.vmb"));
@@ -104,10 +104,11 @@ TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
   EXPECT_TRUE(ListFiles(directory_.Path("missing"), "*.*").files.empty());
   EXPECT_EQ(WhyUnreadable(directory_.Path("b.vmb")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("c.txt")), "");
-  EXPECT_EQ(WhyUnreadable(directory_.Path("z.c3d")), "C3D analog files cannot be read by this version yet.");
   EXPECT_EQ(
-      WhyUnreadable(directory_.Path("m.stm")),
-      "Stimo files cannot be read. Export the data as text (.TXT) from the program that recorded them.");
+      WhyUnreadable(directory_.Path("z.vad")),
+      "Vicon analog files cannot be read. Open the trial in the program that made it and export C3D or text "
+      "(.CSV).");
+  EXPECT_EQ(WhyUnreadable(directory_.Path("m.dat")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("empty.vmb")), "The file is empty.");
 }
 

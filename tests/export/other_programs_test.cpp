@@ -130,6 +130,9 @@ TEST_F(OtherPrograms, C3dIsReadBackByOurOwnReader) {
   for (const int samples : {1, 1000, 65537, 70000}) {
     SetTrial(5, samples, 1500.0);
     trial.Data(1, 2) = -0.0F;
+    for (int c = 1; c <= 4; ++c) {
+      trial.ChanLabel[c] = "EMG " + std::to_string(c);
+    }
     trial.ChanLabel[5] = "µ-meter of thirty bytes, nearly";
     trial.HeaderLines[1] = "Event 0.250 s RIC Right";
     trial.HeaderLineCount = 1;
