@@ -45,6 +45,12 @@ bool NamesLabView(std::string_view head) {
 bool StartsWithPathFileType(std::string_view head) {
   return WithoutMark(head).starts_with("PathFileType");
 }
+bool StartsWithMatlab5(std::string_view head) {
+  return head.starts_with("MATLAB 5.0 MAT-file");
+}
+bool StartsWithHdf5(std::string_view head) {
+  return head.starts_with("\x89HDF\r\n\x1a\n");
+}
 bool StartsWithTdsm(std::string_view head) {
   return head.starts_with("TDSm");
 }
@@ -217,19 +223,24 @@ constexpr std::array kFormats = {
            .extensions = "LVM",
            .name = "LabVIEW measurement",
            .recognise = NamesLabView,
-           .open = OpenLvm},
+           .open = OpenLvm,
+           .signature = NamesLabView},
     Format{.code = 312,
            .extensions = "TRC",
            .name = "Motion Analysis markers",
            .recognise = StartsWithPathFileType,
-           .open = OpenTrc},
+           .open = OpenTrc,
+           .signature = StartsWithPathFileType},
     Format{.code = 313,
            .extensions = "TDMS",
            .name = "LabVIEW TDMS",
            .recognise = StartsWithTdsm,
-           .open = OpenTdms},
-    Format{.code = 314, .extensions = "MAT", .name = "MATLAB", .open = OpenMat},
-    Format{.code = 315, .extensions = "H5 HDF5", .name = "HDF5", .open = OpenHdf5},
+           .open = OpenTdms,
+           .signature = StartsWithTdsm},
+    Format{
+        .code = 314, .extensions = "MAT", .name = "MATLAB", .open = OpenMat, .signature = StartsWithMatlab5},
+    Format{
+        .code = 315, .extensions = "H5 HDF5", .name = "HDF5", .open = OpenHdf5, .signature = StartsWithHdf5},
 };
 
 bool HasExtension(const Format& format, std::string_view extension) {

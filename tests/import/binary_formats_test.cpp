@@ -51,6 +51,8 @@ TEST_F(BinaryFormatsTest, TdmsSegmentsOfCountsAndScales) {
     EXPECT_EQ(trial.HeaderLines[1], "TDMS group It's");
     EXPECT_EQ(Told(), "1 channel of other groups, lengths or kinds not read: other/c.\n");
   }
+  Load("renamed.xyz", SmallTdms());
+  EXPECT_EQ(trial.FileTypeCode, 313) << "told by its first bytes";
   // Interleaved, polynomial, no rate, and cut in the last segment.
   TdmsBuilder file;
   const std::string polynomial = file.Property("NI_Scaling_Status", "unscaled") +

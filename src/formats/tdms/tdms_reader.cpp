@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <map>
+#include <ranges>
 
 #include "core/files/files.hpp"
 #include "core/text/numbers.hpp"
@@ -35,8 +36,8 @@ struct TdmsScale {
   [[nodiscard]] double Of(double value) const {
     for (const std::vector<double>& coefficients : polynomials) {
       double sum = 0.0;
-      for (auto it = coefficients.rbegin(); it != coefficients.rend(); ++it) {
-        sum = sum * value + *it;
+      for (const double coefficient : std::views::reverse(coefficients)) {
+        sum = sum * value + coefficient;
       }
       value = sum;
     }
