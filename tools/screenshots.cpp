@@ -167,7 +167,7 @@ void SelectAll(QWidget* dialog) {
 void ShowStack(ui::MainWindow& window, Photographer& photographer) {
   photographer.Helper().When("frmGraph2Choose", SelectAll);  // the dialogue asks anew after each button
   photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose", "OK");
-  QWidget* graph = GraphWindow("frmGraph2");
+  QWidget* graph = WindowOf("frmGraph2");
   window.State().view->Click(2);
   QTest::keyClick(graph, Qt::Key_2);
   window.RunCommand(*FindCommand("value.maximums"));
@@ -187,7 +187,7 @@ void ShowManyLanes(ui::MainWindow& window, Photographer& photographer) {
     photographer.Helper().WhenA<QMessageBox>(
         [](QWidget* box) { test::Person::Press(box, "OK"); });  // panning keys
   });
-  QWidget* graph = GraphWindow("frmGraph2");
+  QWidget* graph = WindowOf("frmGraph2");
   window.State().view->Click(3);
   QTest::keyClick(graph, Qt::Key_2);
   photographer.Keep(graph, "multi-64");

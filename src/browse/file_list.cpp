@@ -53,7 +53,7 @@ std::string WhyUnreadable(const std::string& path) {
   if (format == nullptr || format->read != nullptr || format->open != nullptr) {
     return {};
   }
-  return std::string(format->name) + " files cannot be read by this version yet.";
+  return std::string(format->name) + " files cannot be read. " + std::string(format->wayRound);
 }
 
 }  // namespace velmora

@@ -8,6 +8,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "export/save_list.hpp"
+#include "formats/unpublished_format.hpp"
 
 namespace velmora {
 namespace {
@@ -48,9 +49,12 @@ void Write(Workbench& workbench, ProgressPanel& panel, SaveFormat format) {
     return;
   }
   if (entry.write == nullptr) {
-    ShowFailure(workbench, {.title = "File Format Not Supported",
-                            .text = "This version cannot write the format \"" + NameOf(entry) + "\" yet.",
-                            .icon = Icon::Exclamation});
+    ShowFailure(workbench,
+                {.title = "File Format Not Supported",
+                 .text = UnpublishedFormatText("\"" + NameOf(entry) + "\" files", "written", {},
+                                               "Save the trial as Velmora2 Binary (.VMB), tab-delimited text "
+                                               "(.TAB) or C3D (.C3D) instead."),
+                 .icon = Icon::Exclamation});
     return;
   }
   entry.write(workbench, panel);

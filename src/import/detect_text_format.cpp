@@ -31,8 +31,8 @@ constexpr std::array kFirstLines = {
     FirstLine{"File_Type:", 42, Goes::ToReader},
     FirstLine{"Formula1", 26, Goes::ToParser},
     FirstLine{"# bioPlux", 25, Goes::ToParser},
-    FirstLine{"DEMG", 62, Goes::ToParser},
-    FirstLine{"Label:", 63, Goes::ToParser},
+    FirstLine{"DEMG", 62, Goes::ToReader},
+    FirstLine{"Label:", 63, Goes::ToReader},
     FirstLine{"Headers", 30, Goes::ToParser},
     FirstLine{"Test Date", 31, Goes::ToParser},
     FirstLine{"V3D", 91, Goes::ToParser, 1, true},
@@ -53,6 +53,7 @@ constexpr std::array kFirstLines = {
 
 constexpr FirstLine kVisual3D{"ITEM", 91, Goes::ToParser};
 constexpr FirstLine kViconText{"Date:,", 51, Goes::ToReader};
+constexpr FirstLine kViconDevices{"Devices", 51, Goes::ToReader};
 constexpr FirstLine kFileFrame{"File", 93, Goes::ToParser};
 
 bool HoldsAt(std::string_view line, std::size_t column, std::string_view text, bool anyCase = false) {
@@ -80,6 +81,18 @@ Lines ReadHead(TextSource& source) {
   return lines;
 }
 
+// "Devices" alone, its rate alone, a line of devices, and the names led by the frame's.
+bool IsViconExport(const Lines& lines) {
+  constexpr std::string_view kPadding = "\t,;\" \xEF\xBB\xBF";
+  const auto bare = [kPadding](std::string_view line) {
+    const std::size_t first = std::min(line.find_first_not_of(kPadding), line.size());
+    return line.substr(first, line.find_last_not_of(kPadding) + 1 - first);
+  };
+  return bare(lines[0]) == "Devices" &&
+         bare(lines[1]).find_first_not_of("0123456789.") == std::string_view::npos &&
+         bare(lines[3]).starts_with("Frame");
+}
+
 // nullptr: nothing is recognised.
 const FirstLine* Recognise(const Lines& lines, std::string_view extension) {
   for (const FirstLine& row : kFirstLines) {
@@ -101,7 +114,7 @@ const FirstLine* Recognise(const Lines& lines, std::string_view extension) {
       return &kVisual3D;
     }
   }
-  return nullptr;
+  return IsViconExport(lines) ? &kViconDevices : nullptr;
 }
 
 // Returns whether the file can be read on.

@@ -1,6 +1,7 @@
 #include "import/load_questions.hpp"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -11,11 +12,14 @@
 #include "formats/delimited_text/text_parser.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
 #include "formats/read_error.hpp"
+#include "formats/unpublished_format.hpp"
 #include "import/detect_text_format.hpp"
+#include "import/reader_table.hpp"
 
 namespace velmora {
 namespace {
 
+constexpr const char* kNotRead = "Format Not Read";
 constexpr const char* kTryParsing =
     "\n\nIf the file is a text or ASCII file do you want to try parsing the file?";
 
@@ -32,11 +36,25 @@ Button Tell(Workbench& workbench, const Box& box) {
   return ShowFailure(workbench, box);
 }
 
+std::string FirstBytes(const std::string& path, std::size_t count) {
+  std::string bytes(count, '\0');
+  bytes.resize(InputFile(path).ReadAt(0, bytes.data(), count));
+  return bytes;
+}
+
 std::string FirstRecord(const std::string& path) {
   constexpr std::size_t kRecordBytes = 256;
-  std::string record(kRecordBytes, '\0');
-  record.resize(InputFile(path).ReadAt(0, record.data(), record.size()));
-  return record;
+  return FirstBytes(path, kRecordBytes);
+}
+
+// Text has no control characters but those that part columns and lines.
+bool HoldsText(const std::string& path) {
+  constexpr std::size_t kLooked = 4096;
+  const std::string bytes = FirstBytes(path, kLooked);
+  return !bytes.empty() && std::none_of(bytes.begin(), bytes.end(), [](char c) {
+    return static_cast<unsigned char>(c) < ' ' &&
+           std::string_view("\t\r\n\f\v\x1a").find(c) == std::string_view::npos;
+  });
 }
 
 // Readable parts of a binary record; shorter ones are numbers that look like text.
@@ -69,6 +87,28 @@ void TakeTexts(Workbench& workbench, std::string_view record) {
   }
 }
 
+// Text or not, as far as the file's start tells; nothing when it cannot be read, which has been told.
+std::optional<bool> LooksLikeText(Workbench& workbench) {
+  try {
+    return HoldsText(workbench.trial.FileName);
+  } catch (const FileError& error) {
+    ReportReadError(workbench, error.what());
+    return std::nullopt;
+  }
+}
+
+// The parser guesses nothing of the format: what it reads is plain text.
+void OfferParser(Workbench& workbench, ProgressPanel& panel, const std::string& words) {
+  const std::optional<bool> text = LooksLikeText(workbench);
+  if (text == false) {
+    Tell(workbench, {.title = kNotRead, .text = words, .icon = Icon::Exclamation});
+  } else if (text == true && SaysYes(workbench, kNotRead, words)) {
+    constexpr std::int16_t kDelimitedText = 15;
+    workbench.trial.FileTypeCode = kDelimitedText;
+    ParseTextFile(workbench, panel);
+  }
+}
+
 }  // namespace
 
 void AskParseBioBench(Workbench& workbench, ProgressPanel& panel) {
@@ -78,6 +118,22 @@ void AskParseBioBench(Workbench& workbench, ProgressPanel& panel) {
               "convert the file to text format (use extension .BBT).")) {
     ParseTextFile(workbench, panel);
   }
+}
+
+void AskParseUnpublished(Workbench& workbench, ProgressPanel& panel, const Format& format) {
+  workbench.trial.FileTypeCode = static_cast<std::int16_t>(format.code);
+  OfferParser(
+      workbench, panel,
+      UnpublishedFormatText(std::string(format.name) + " files", "read", format.whyNot, format.wayRound) +
+          "\nFilename was: '" + workbench.trial.FileName + "'.");
+}
+
+void AskParseNotUnderstood(Workbench& workbench, ProgressPanel& panel, const Format& format,
+                           const std::string& why) {
+  workbench.trial.FileTypeCode = static_cast<std::int16_t>(format.code);
+  OfferParser(workbench, panel,
+              std::string(format.name) + " file not understood: " + why + ".\nFilename was: '" +
+                  workbench.trial.FileName + "'.");
 }
 
 void AskParseUnknownContents(Workbench& workbench, ProgressPanel& panel) {

@@ -201,13 +201,28 @@ void ReadOpened(Workbench& workbench, ProgressPanel& panel, RecordingFile& file)
 void ReadRecording(Workbench& workbench, ProgressPanel& panel, std::string_view name, OpenRecording open) {
   workbench.trial.DiscardData();
   panel.SetFormat(name);
+  std::unique_ptr<RecordingFile> file;
   try {
     if (InputFile(workbench.trial.FileName).Size() == 0) {
       ShowFailure(workbench, {.text = "File is empty.", .icon = Icon::Exclamation});
       return;
     }
-    const std::unique_ptr<RecordingFile> file = open(workbench.trial.FileName);
-    ReadOpened(workbench, panel, *file);
+    file = open(workbench.trial.FileName);
+  } catch (const FileError& error) {
+    ReportReadError(workbench, error.what());
+    return;
+  } catch (const std::bad_alloc&) {
+    ReportReadError(workbench, "there is not enough memory for it");
+    return;
+  }
+  ReadRecording(workbench, panel, name, *file);
+}
+
+void ReadRecording(Workbench& workbench, ProgressPanel& panel, std::string_view name, RecordingFile& file) {
+  workbench.trial.DiscardData();
+  panel.SetFormat(name);
+  try {
+    ReadOpened(workbench, panel, file);
   } catch (const FileError& error) {
     ReportReadError(workbench, error.what());
   } catch (const std::bad_alloc&) {

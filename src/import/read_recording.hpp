@@ -13,4 +13,7 @@ namespace velmora {
 /// people.
 void ReadRecording(Workbench& workbench, ProgressPanel& panel, std::string_view name, OpenRecording open);
 
+/// The same of a file that is open.
+void ReadRecording(Workbench& workbench, ProgressPanel& panel, std::string_view name, RecordingFile& file);
+
 }  // namespace velmora

@@ -18,7 +18,7 @@ struct Format {
   std::string_view extensions;  // upper case, separated by blanks; empty: found by contents alone
   std::string_view name;        // for people
   /// Takes its path from trial.FileName, fills the trial, drives the panel and leaves NData 0 on
-  /// failure. nullptr, with `open` too: this version cannot read the format yet.
+  /// failure. nullptr, with `open` too: nobody can read the format but by guessing.
   void (*read)(Workbench&, ProgressPanel&) = nullptr;
   /// Tells whether the file is of this format where several share an extension; nullptr: it is.
   bool (*recognise)(std::string_view head) = nullptr;
@@ -29,6 +29,10 @@ struct Format {
   /// Tells a file of this format by its first bytes alone, where its extension is of no format; nullptr:
   /// nothing does.
   bool (*signature)(std::string_view head) = nullptr;
+  /// Of a format that nobody reads because its layout is not public: what to do instead, a whole sentence.
+  std::string_view wayRound = {};
+  /// Why it is not read, where it is not that its layout is not published.
+  std::string_view whyNot = {};
 };
 
 /// Whether this version makes a trial of files of this format.
@@ -46,7 +50,7 @@ const Format* FindFormat(std::string_view extension, std::string_view head);
 /// The first row with this code. The code must be in the table.
 const Format& FormatOfCode(int code);
 
-/// Runs the format's reader, or tells that this version cannot read it yet.
+/// Runs the format's reader, or tells what to do instead.
 void ReadFormat(Workbench& workbench, ProgressPanel& panel, const Format& format);
 
 }  // namespace velmora

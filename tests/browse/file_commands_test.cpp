@@ -104,7 +104,10 @@ TEST_F(FileCommands, ListsWhatFitsAndTellsWhatCannotBeRead) {
   EXPECT_TRUE(ListFiles(directory_.Path("missing"), "*.*").files.empty());
   EXPECT_EQ(WhyUnreadable(directory_.Path("b.vmb")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("c.txt")), "");
-  EXPECT_EQ(WhyUnreadable(directory_.Path("z.vad")), "Vicon analog files cannot be read by this version yet.");
+  EXPECT_EQ(
+      WhyUnreadable(directory_.Path("z.vad")),
+      "Vicon analog files cannot be read. Open the trial in the program that made it and export C3D or text "
+      "(.CSV).");
   EXPECT_EQ(WhyUnreadable(directory_.Path("m.dat")), "");
   EXPECT_EQ(WhyUnreadable(directory_.Path("empty.vmb")), "The file is empty.");
 }

@@ -21,7 +21,7 @@ struct SaveList : FileTest {
   }
 };
 
-TEST_F(SaveList, RefusalsComeBeforeFormatsThatAreNotThereYet) {
+TEST_F(SaveList, RefusalsComeBeforeFormatsThatNobodyPublished) {
   EXPECT_EQ(BoxOf("save.dat"), "Input file is NOT a BioWare .DAT file.");
   trial.FileTypeCode = 6;
   trial.ForcesReduced = true;
@@ -34,9 +34,17 @@ TEST_F(SaveList, RefusalsComeBeforeFormatsThatAreNotThereYet) {
   EXPECT_TRUE(workbench.report.failures.empty());
 
   trial.ForcesReduced = true;
-  EXPECT_EQ(BoxOf("save.rf"), "This version cannot write the format \"Reduced Forces Format (.RF)\" yet.");
-  EXPECT_EQ(BoxOf("save.wks"), "This version cannot write the format \"Lotus Worksheet (.WK1/.WKS)\" yet.");
-  EXPECT_EQ(workbench.report.failures.size(), 2U);
+  for (const auto& [id, name] : {std::pair("save.rf", "Reduced Forces Format (.RF)"),
+                                 std::pair("save.vad", "Save Vicon AD file (.VAD)"),
+                                 std::pair("save.bin", "Velmora1 Binary (.BIN)")}) {
+    EXPECT_EQ(BoxOf(id),
+              "\"" + std::string(name) +
+                  "\" files cannot be written.\nTheir layout is not published by its maker: what came of "
+                  "it would be guessed.\nSave the trial as Velmora2 Binary (.VMB), tab-delimited text "
+                  "(.TAB) or C3D (.C3D) instead.");
+  }
+  EXPECT_EQ(workbench.report.failures.size(), 3U);
+  EXPECT_TRUE(questions.files.empty());
 
   SetChannels(trial, std::vector<std::vector<float>>(17, {1, 2}));
   questions.boxAnswers = {Button::Cancel};

@@ -27,38 +27,48 @@ TEST_F(LoadFileTest, AReadErrorIsToldInTheWordsOfTheSystem) {
   EXPECT_EQ(LastBox(), "|Error reading file: " + trial.FileName + "\n\"Invalid argument\"");
 }
 
-TEST_F(LoadFileTest, FormatsWithoutAReaderAreNamed) {
+TEST_F(LoadFileTest, FormatsThatNobodyPublishedSayWhatToDoInstead) {
   struct Case {
     const char* name;
-    const char* bytes;
+    std::string bytes;
     const char* format;
+    const char* wayRound;
   };
+  const std::string binary("\x01\0\x02\0", 4);
   for (const Case& c : {
-           Case{"a.ana", "~x", "APAS analog"},
-           Case{"a.ANA", "x", "Motion Analysis compressed ASCII analog"},
-           Case{"a.asg", "DATA_TYPE", "F-Scan ASCII"},
-           Case{"a.bin", "Velmora", "Velmora1 binary analog"},
-           Case{"a.bin", "velmora", "Rodex1 binary analog"},
-           Case{"a.chx", "x", "Kin-Com"},
-           Case{"a.rf2", "x", "Reduced Forces ASCII"},
-           Case{"a.stp", "x", "Rodex1 binary analog"},
-           Case{"setup", "x", "Rodex1 binary analog"},
-           Case{"a.txt", "BIOBENCH\n", "BioBench ASCII"},
-           Case{"a.txt", "First data point\n", "Mega ASCII"},
-           Case{"a.csv", "DATA_TYPE\n", "F-Scan ASCII"},
-           Case{"a.txt", "  \nfrom a KIN-COM\n", "Kin-Com"},
-           Case{"a.prn", "NI VI Logger\n", "NI VI Logger ASCII"},
-           Case{"a.pdt", "Scan Rate: 5\n", "PDT ASCII"},
-           Case{"a.csv", "ANALOG\n", "Vicon comma-separated variables"},
-           Case{"a.csv", "FORCE PLATES\n", "Vicon comma-separated variables"},
-           Case{"a.csv", "x\nDate:,1\nTime:,2\n", "Vicon comma-separated variables"},
+           Case{"a.ana", "~" + binary, "APAS analog", "Export the trial as ASCII from APAS"},
+           Case{"a.ANA", kNumbers, "Motion Analysis compressed ASCII analog", ".ANC or C3D"},
+           Case{"a.bin", "Velmora" + binary, "Velmora1 binary analog", "(.VMA)"},
+           Case{"a.bin", "velmora" + binary, "Rodex1 binary analog", "(.VMA)"},
+           Case{"a.chx", kNumbers, "Kin-Com", "from the Kin-Com program"},
+           Case{"a.rf2", kNumbers, "Reduced Forces ASCII", "reduce its forces here"},
+           Case{"a.stp", binary, "Rodex1 binary analog", "(.VMA)"},
+           Case{"setup", binary, "Rodex1 binary analog", "(.VMA)"},
+           Case{"a.mm", binary, "Tavorin binary", "(.VMA)"},
+           Case{"a.log", binary, "DataLink binary goniometer", "DataLink program"},
+           Case{"a.stm", binary, "Stimo", "(.TXT)"},
+           Case{"a.vad", binary, "Vicon analog", "export C3D"},
+           Case{"a.txt", std::string("BIOBENCH\n") + kNumbers, "BioBench ASCII", "from BioBench"},
+           Case{"a.txt", std::string("First data point\n") + kNumbers, "Mega ASCII", "(.TXT)"},
+           Case{"a.txt", std::string("  \nfrom a KIN-COM\n") + kNumbers, "Kin-Com", "Kin-Com program"},
+           Case{"a.pdt", std::string("Scan Rate: unknown\n") + kNumbers, "PDT ASCII", "with their rate"},
        }) {
+    questions.boxAnswers = {Button::No};
     Load(c.name, c.bytes);
-    EXPECT_TRUE(LastBox().starts_with(std::string("Format Not Read Yet|") + c.format +
-                                      " files cannot be read by this version yet."))
-        << c.name << ": " << LastBox();
+    const std::string box = LastBox();
+    EXPECT_TRUE(box.starts_with(std::string("Format Not Read|") + c.format + " files cannot be read.\n"))
+        << c.name << ": " << box;
+    EXPECT_NE(box.find(c.wayRound), std::string::npos) << box;
     EXPECT_EQ(trial.NData, 0);
-    EXPECT_GE(workbench.report.failures.size(), 1U) << c.name;
+    const bool text = c.bytes.find('\0') == std::string::npos;
+    EXPECT_EQ(box.find("do you want to try parsing the file?") != std::string::npos, text) << box;
+    EXPECT_EQ(workbench.report.failures.size(), text ? 1U : 2U) << c.name;
+    if (text) {
+      questions.boxAnswers = {Button::Yes};
+      LoadWithDefaults(c.name, c.bytes);
+      EXPECT_EQ(trial.NData, 3) << c.name;
+      EXPECT_EQ(trial.FileTypeCode, 15) << "nothing is claimed of a format that was guessed";
+    }
   }
 }
 

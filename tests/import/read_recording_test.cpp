@@ -12,7 +12,7 @@ namespace {
 
 /// A file in a format of the test's own: its header is what the test says, its samples are interleaved.
 struct MadeUpFile : RecordingFile {
-  static inline Recording header;
+  static inline velmora::Recording header;
   static inline InterleavedLayout layout;
   static inline std::vector<Scaling> scalings;
   static inline std::function<void()> beforeReading;
@@ -202,7 +202,7 @@ TEST_F(ReadRecordingTest, ARateThatGivesNoTimesIsRefused) {
 
 TEST_F(ReadRecordingTest, WhatTheFileTellsIsKept) {
   SetCounts(14, 2);
-  Recording& header = MadeUpFile::header;
+  velmora::Recording& header = MadeUpFile::header;
   header.title = "12 steps";
   header.lines = {"Date 1", "Device\t2"};
   header.channels[0] = {.rate = 100.0, .samples = 2, .gain = 0.5, .offset = -3, .number = 7};

@@ -361,5 +361,30 @@ TEST_F(Program, AnInterruptEndsASingleRunToo) {
   EXPECT_EQ(FilesIn("out"), Texts{"t.vmb"});
 }
 
+TEST_F(Program, OneBlockOfAnswersConvertsAFolderOfManyFormats) {
+  std::filesystem::create_directory(Path("in"));
+  WriteFile(Path("in/emg.csv"),
+            "Label: E Sampling frequency: 4 Number of points: 3 start: 0 Unit: V Domain Unit: s\n"
+            "Label: A Sampling frequency: 2 Number of points: 2 start: 0 Unit: g Domain Unit: s\n\n"
+            "X[s],\"E\",X[s],\"A\"\n0,1,0,10\n0.25,2,0.5,20\n0.5,3,,\n");
+  WriteFile(Path("in/walk.mot"), "walk\nnRows=2\nendheader\ntime\thip\n0\t1\n0.5\t2\n");
+  WriteFile(Path("in/jump.frc"), "1 2\n3 4\n5 6\n");
+  WriteFile(Path("in/old.stm"), std::string("\x01\0\x02", 3));
+  Trial("in/own.vmb", {{1, 2, 3}});
+  std::vector<std::string> arguments = {std::string(EXAMPLES) + "/convert-folder.yaml", "--out", Path("out")};
+  for (const std::string& name : FilesIn("in")) {
+    arguments.push_back(Path("in/" + name));
+  }
+  const Ended run = Run(arguments);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(FilesIn("out"), (Texts{"emg.csv", "emg.vmb", "jump.csv", "jump.vmb", "own.csv", "own.vmb",
+                                   "walk.csv", "walk.vmb"}));
+  EXPECT_HAS(run.err, "Interpolated to 4 Hz: A (2 Hz).");
+  EXPECT_HAS(run.err, "Stimo files cannot be read.");
+  EXPECT_HAS(run.err, "4 done, 1 failed");
+  EXPECT_HAS(ReadFile(Path("out/emg.csv")), "0.25, 2, 15\n");
+  EXPECT_HAS(ReadFile(Path("out/jump.csv")), "0.001, 3, 4\n");
+}
+
 }  // namespace
 }  // namespace velmora::test

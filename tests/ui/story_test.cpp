@@ -417,10 +417,10 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   QApplication::sendEvent(window_.get(), &drop);
   EXPECT_TRUE(test::WaitFor([this] { return Shown().NData == 6001; }));
 
-  WriteFile(Path("gait.vad"), "P");
+  WriteFile(Path("gait.stm"), std::string("P\0", 2));
   Entry("Refresh")->trigger();
-  person_.When("Format Not Read Yet", [](QWidget* box) { Person::Press(box, "OK"); });
-  DoubleClickFile("gait.vad");
+  person_.When("Format Not Read", [](QWidget* box) { Person::Press(box, "OK"); });
+  DoubleClickFile("gait.stm");
   EXPECT_EQ(Shown().NData, 0);
   EXPECT_TRUE(Find<QPushButton>("openExample")->isVisible());
 

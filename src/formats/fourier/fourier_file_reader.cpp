@@ -59,11 +59,11 @@ std::optional<Header> ReadHeader(TextReader& reader) {
 }
 
 std::int32_t CountLines(Workbench& workbench, ProgressPanel& panel, TextReader& reader) {
-  constexpr std::int32_t kLinesPerTurn = 10'000;
+  constexpr std::int32_t kLinesInATurn = 10'000;
   std::string line;
   std::int32_t lines = 0;
   while (ReadTextLine(reader, line)) {
-    if (++lines % kLinesPerTurn == 0 && panel.GiveTurn()) {
+    if (++lines % kLinesInATurn == 0 && panel.GiveTurn()) {
       break;
     }
   }

@@ -26,11 +26,12 @@ struct FoundLayoutTest : TextLoadTest {
   [[nodiscard]] bool AskedForRate() const { return questions.inputAnswers.empty(); }
 };
 
-TEST_F(FoundLayoutTest, AnExportOfDevicesReadsWithOnePress) {
+TEST_F(FoundLayoutTest, AnExportOfDevicesWithFurtherLinesReadsWithOnePress) {
   const char* text =
-      "Devices,,,\n2000,,,\n,,Plate 1,\nFrame,Sub Frame,Fx,EMG 1\n,,N,V\n1,0,5,6\n1,1,7,8\n2,0,9,1\n";
+      "Devices,,,\n2000,,,\n,,Plate 1,\n,,left,\nFrame,Sub Frame,Fx,EMG "
+      "1\n,,N,V\n1,0,5,6\n1,1,7,8\n2,0,9,1\n";
   LoadFound("a.csv", text);
-  EXPECT_EQ(taken, (Texts{"Rate=2000", "ParseLeaveOut=1, 2", "ParseLabelsLine=4", "ParseUnitsLine=5"}));
+  EXPECT_EQ(taken, (Texts{"Rate=2000", "ParseLeaveOut=1, 2", "ParseLabelsLine=5", "ParseUnitsLine=6"}));
   EXPECT_EQ(Labels(), (Texts{"Fx", "EMG 1"}));
   EXPECT_EQ(UnitsOfChannels(), (Texts{"N", "V"}));
   EXPECT_EQ(Rows(), (Frames{{5, 6}, {7, 8}, {9, 1}}));

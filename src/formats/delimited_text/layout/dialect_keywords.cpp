@@ -106,8 +106,9 @@ template <std::size_t length>
 void RecordsBehind(const KeywordLine& line) {
   line.header.announcedRecords = Number(line.From(line.found + length + 1));
 }
-void StatedRateFrom16(const KeywordLine& line) {
-  line.header.statedRate = Number(line.From(16));
+template <std::size_t column>
+void StatedRateFrom(const KeywordLine& line) {
+  line.header.statedRate = Number(line.From(column));
 }
 void RateBehindTab(const KeywordLine& line) {
   if (const std::size_t tab = line.text.find('\t'); tab != std::string_view::npos) {
@@ -167,6 +168,7 @@ void LastLine(const KeywordLine& line) {
 // from behind the line's first tab.
 constexpr std::array kKeywords = {
     Keyword{Dialects::AllBut, 33, 0, Place::Start, "FREQUENCY", RateFrom<10>},
+    Keyword{Dialects::Only, 33, 0, Place::Start, "FREQUENCY", StatedRateFrom<10>},
     Keyword{Dialects::Only, 33, 0, Place::Start, "CHANNEL_NAMES", Labels},
     Keyword{Dialects::Only, 33, 0, Place::Start, "CHANNEL_UNITS", UnitsLine},
     Keyword{Dialects::Only, 33, 0, Place::Start, "MARKER_NAMES", MarkerLabels},
@@ -181,7 +183,7 @@ constexpr std::array kKeywords = {
     Keyword{Dialects::Only, 63, 1, Place::Anywhere, "Number of points:", RecordsBehind<17>},
     Keyword{Dialects::Only, 63, 3, Place::Anywhere, "", RateFrom<20>},
     Keyword{Dialects::AllBut, 82, 0, Place::Start, "// Sample rate:", RateFrom<16>},
-    Keyword{Dialects::Only, 71, 0, Place::Start, "// Update Rate:", StatedRateFrom16},
+    Keyword{Dialects::Only, 71, 0, Place::Start, "// Update Rate:", StatedRateFrom<16>},
     Keyword{Dialects::AllBut, 82, 0, Place::Start, "Counter", Time},
     Keyword{Dialects::AllBut, 82, 0, Place::StartAnyCase, "RATE", RateBehindTab},
     Keyword{Dialects::AllBut, 82, 0, Place::StartAnyCase, "SAMPLE RATE", RateBehindTab},

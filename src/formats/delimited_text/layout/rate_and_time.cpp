@@ -47,8 +47,8 @@ double Truncated(double rate) {
 }
 
 bool IsKnown(const Trial& trial) {
-  constexpr std::int16_t kVisual3D = 91;
-  return trial.Rate > 0 && !(trial.FileTypeCode == kVisual3D && trial.Rate == 1.0);
+  constexpr std::int16_t kVisual3DText = 91;
+  return trial.Rate > 0 && !(trial.FileTypeCode == kVisual3DText && trial.Rate == 1.0);
 }
 
 }  // namespace

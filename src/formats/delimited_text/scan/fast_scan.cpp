@@ -163,6 +163,9 @@ const ScanStages& ScanStagesOf(SimdLevel level) {
 
 ScanProgress FastScanRows(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
                           ScanFaults& faults, SimdLevel level) {
+  if (plan.columns > static_cast<int>(kMostCells)) {
+    return ScanRows(text, plan, room, firstLine, faults);
+  }
   return Scanner(text, plan, room, firstLine, faults, level).Run();
 }
 

@@ -104,6 +104,14 @@ bool ReadNumber(std::string_view token, bool decimalComma, float& value) {
   return ReadWithPoint(pointed, value);
 }
 
+std::string_view CellOf(std::string_view line, const NumberLayout& layout, int column) {
+  Columns columns(line, layout);
+  for (int k = 1; k < column && columns.More(); ++k) {
+    columns.Next();
+  }
+  return columns.More() ? columns.Next() : std::string_view();
+}
+
 bool IsBlankLine(std::string_view line) {
   return line.find_first_not_of(" \t") == std::string_view::npos;
 }

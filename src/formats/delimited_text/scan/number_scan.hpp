@@ -10,12 +10,15 @@
 
 namespace velmora {
 
+/// The most columns of a line that can be told apart. A trial takes 64 of them at most.
+inline constexpr int kMostColumns = 1024;
+
 /// What to read from each line and where to put it.
 struct ScanPlan {
   static constexpr std::uint8_t kNoSlot = 255;  // of a column that is left out
 
-  int columns = 0;                                // read from each line, 1..64
-  std::array<std::uint8_t, kMaxChannels> slot{};  // place in the frame of column k, from 0
+  int columns = 0;                                // read from each line, 1..kMostColumns
+  std::array<std::uint8_t, kMostColumns> slot{};  // place in the frame of column k, from 0
   std::ptrdiff_t stride = 0;                      // floats from one frame to the next
   NumberLayout layout;
   bool dropRest = false;  // more columns in the line are meant to be left
@@ -48,7 +51,7 @@ struct ScanFaults {
   ScanFault emptyFields;                             // read as 0
   ScanFault shortLines;                              // the columns that are missing are 0
   ScanFault longLines;                               // more columns than are read
-  std::array<std::int64_t, kMaxChannels> emptyIn{};  // empty fields of column k, from 0
+  std::array<std::int64_t, kMostColumns> emptyIn{};  // empty fields of column k, from 0
 
   /// Adds what was noted further on in the text.
   void Add(const ScanFaults& further);
@@ -64,6 +67,9 @@ struct ScanProgress {
 /// The number that `token` is from its first to its last character, correctly rounded to 32 bits:
 /// sign, digits, decimal sign, exponent. False when it is none or lies outside the range.
 bool ReadNumber(std::string_view token, bool decimalComma, float& value);
+
+/// The text of a column (from 1) of a line; empty when there is none.
+std::string_view CellOf(std::string_view line, const NumberLayout& layout, int column);
 
 /// A line of nothing but blanks and tabs.
 bool IsBlankLine(std::string_view line);

@@ -1,0 +1,301 @@
+#include <algorithm>
+#include <bit>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include "import/reader_table.hpp"
+#include "support/text_load.hpp"
+
+namespace velmora::test {
+namespace {
+
+/// Files for other programs, written through the save list.
+struct OtherPrograms : TextLoadTest {
+  void SetTrial(int channels, int samples, double rate) {
+    std::vector<std::vector<float>> values;
+    for (int c = 0; c < channels; ++c) {
+      values.emplace_back();
+      for (int i = 0; i < samples; ++i) {
+        values.back().push_back(static_cast<float>((c + 1) * 0.1 - i * 1e-3));
+      }
+    }
+    SetChannels(trial, values, rate);
+    trial.TrialName = "walk";
+    trial.TrialTitle = "9 steps";
+  }
+  std::string Saved(const char* id, const std::string& name) { return ReadFile(SaveAs(name, id)); }
+};
+
+template <typename T>
+T NumberAt(const std::string& bytes, std::size_t at) {
+  T value{};
+  if (at + sizeof value <= bytes.size()) {
+    std::memcpy(&value, bytes.data() + at, sizeof value);
+  }
+  return value;
+}
+
+/// A parse of the parameters that shares no line with the program: where the data of GROUP:NAME start.
+std::size_t ParameterAt(const std::string& bytes, const std::string& group, const std::string& name) {
+  int id = 0;
+  for (std::size_t at = 512 + 4; at + 2 < bytes.size() && bytes[at] != 0;) {
+    const int length = std::abs(static_cast<signed char>(bytes[at]));
+    const int owner = static_cast<signed char>(bytes[at + 1]);
+    const std::string entry = bytes.substr(at + 2, static_cast<std::size_t>(length));
+    const std::size_t link = at + 2 + static_cast<std::size_t>(length);
+    if (owner < 0 && entry == group) {
+      id = -owner;
+    }
+    if (owner > 0 && owner == id && entry == name) {
+      return link + 2 + 2 + static_cast<unsigned char>(bytes[link + 3]);
+    }
+    at = link + NumberAt<std::uint16_t>(bytes, link);
+  }
+  return 0;
+}
+
+TEST_F(OtherPrograms, C3dHoldsEverySampleToTheBit) {
+  SetTrial(3, 500, 1000.0);
+  trial.ChanLabel[2] = "µ-meter";
+  trial.ChanUnits[2] = "µV";
+  trial.Data(7, 3) = -0.0F;
+  trial.Data(8, 3) = std::bit_cast<float>(1);  // the smallest there is
+  trial.HeaderLines[1] = "Event 72.250 s RIC Right";
+  trial.HeaderLines[2] = "Event of the year s";
+  trial.HeaderLineCount = 2;
+  const std::string bytes = Saved("save.c3d", "a.c3d");
+  EXPECT_EQ(bytes.size() % 512, 0U);
+  EXPECT_EQ(bytes[0], 2);
+  EXPECT_EQ(bytes[1], 0x50);
+  EXPECT_EQ(bytes[512 + 3], 84);
+  EXPECT_EQ(NumberAt<std::uint16_t>(bytes, 2), 0);
+  EXPECT_EQ(NumberAt<std::uint16_t>(bytes, 4), 3);
+  EXPECT_EQ(NumberAt<std::uint16_t>(bytes, 8), 500);
+  EXPECT_LT(NumberAt<float>(bytes, 12), 0.0F);
+  EXPECT_EQ(NumberAt<std::uint16_t>(bytes, 18), 1);
+  EXPECT_EQ(NumberAt<float>(bytes, 20), 1000.0F);
+  const auto start = NumberAt<std::uint16_t>(bytes, 16);
+  EXPECT_EQ(start, NumberAt<std::uint16_t>(bytes, ParameterAt(bytes, "POINT", "DATA_START")));
+  EXPECT_EQ(start, 2 + bytes[512 + 2]);
+  EXPECT_EQ(NumberAt<std::uint16_t>(bytes, ParameterAt(bytes, "ANALOG", "USED")), 3);
+  EXPECT_EQ(NumberAt<float>(bytes, ParameterAt(bytes, "ANALOG", "RATE")), 1000.0F);
+  EXPECT_EQ(NumberAt<float>(bytes, ParameterAt(bytes, "ANALOG", "SCALE") + 8), 1.0F);
+  const std::size_t labels = ParameterAt(bytes, "ANALOG", "LABELS");
+  const auto width = static_cast<std::size_t>(bytes[labels - 2]);
+  EXPECT_EQ(bytes.substr(labels + width, 8), "µ-meter");
+  EXPECT_EQ(NumberAt<std::uint16_t>(bytes, ParameterAt(bytes, "EVENT", "USED")), 1);
+  EXPECT_EQ(NumberAt<float>(bytes, ParameterAt(bytes, "EVENT", "TIMES")), 1.0F);
+  EXPECT_EQ(NumberAt<float>(bytes, ParameterAt(bytes, "EVENT", "TIMES") + 4), 12.25F);
+  for (int i = 1; i <= 500; ++i) {
+    for (int c = 1; c <= 3; ++c) {
+      const std::size_t at = (start - 1U) * 512 + static_cast<std::size_t>(4 * (3 * (i - 1) + c - 1));
+      ASSERT_EQ(NumberAt<std::uint32_t>(bytes, at), std::bit_cast<std::uint32_t>(trial.Data(i, c)));
+    }
+  }
+  EXPECT_FALSE(trial.FileChanged);
+  EXPECT_TRUE(trial.Notices.empty());
+}
+
+TEST_F(OtherPrograms, C3dCountsMoreFramesThanAWordHolds) {
+  struct Case {
+    int samples;
+    int perFrame;  // the fewest that divide, by hand
+    int inHeader;
+  };
+  for (const Case& c :
+       {Case{65535, 1, 65535}, Case{65536, 2, 32768}, Case{65537, 1, 65535}, Case{196611, 3, 65537 - 2}}) {
+    SetTrial(1, c.samples, 100.0);
+    const std::string bytes = Saved("save.c3d", "a.c3d");
+    const bool divides = c.samples % c.perFrame == 0 && c.samples / c.perFrame <= 65535;
+    EXPECT_EQ(NumberAt<std::uint16_t>(bytes, 8), divides ? c.samples / c.perFrame : 65535) << c.samples;
+    EXPECT_EQ(NumberAt<std::uint16_t>(bytes, 4), NumberAt<std::uint16_t>(bytes, 18));
+    const std::uint32_t end = NumberAt<std::uint32_t>(bytes, ParameterAt(bytes, "TRIAL", "ACTUAL_END_FIELD"));
+    EXPECT_EQ(end * NumberAt<std::uint16_t>(bytes, 18), static_cast<std::uint32_t>(c.samples));
+    EXPECT_EQ(NumberAt<float>(bytes, 20) * NumberAt<std::uint16_t>(bytes, 18), 100.0F);
+  }
+  SetTrial(1, 65537, 1259.259);  // a prime, and a rate that 32 bits do not hold
+  trial.Data(1, 0) = 0.5F;
+  const std::string bytes = Saved("save.c3d", "a.c3d");
+  EXPECT_EQ(NumberAt<float>(bytes, ParameterAt(bytes, "POINT", "LONG_FRAMES")), 65537.0F);
+  ASSERT_EQ(trial.Notices.size(), 2U);
+  EXPECT_EQ(trial.Notices[0], "The times of the C3D file start at 0 s, those of the trial at 0.5 s.");
+  EXPECT_TRUE(trial.Notices[1].starts_with("The rate in the C3D file is 1259.2590")) << trial.Notices[1];
+}
+
+TEST_F(OtherPrograms, C3dIsReadBackByOurOwnReader) {
+  if (FormatOfCode(19).open == nullptr) {
+    GTEST_SKIP() << "needs the reader of C3D files";
+  }
+  for (const int samples : {1, 1000, 65537, 70000}) {
+    SetTrial(5, samples, 1500.0);
+    trial.Data(1, 2) = -0.0F;
+    for (int c = 1; c <= 4; ++c) {
+      trial.ChanLabel[c] = "EMG " + std::to_string(c);
+    }
+    trial.ChanLabel[5] = "µ-meter of thirty bytes, nearly";
+    trial.HeaderLines[1] = "Event 0.250 s RIC Right";
+    trial.HeaderLineCount = 1;
+    const Frames rows = Rows();
+    const Texts labels = Labels();
+    Saved("save.c3d", "a.c3d");
+    LoadPath(directory.Path("a.c3d"));
+    ASSERT_EQ(trial.NData, samples);
+    EXPECT_TRUE(std::memcmp(&rows[0][1], trial.matrix.Frame(1) + 2, sizeof(float)) == 0)
+        << "a zero with a sign";
+    EXPECT_TRUE(Rows() == rows) << samples;
+    EXPECT_EQ(Labels(), labels);
+    EXPECT_EQ(trial.Rate, 1500.0);
+    const auto* line =
+        std::find(trial.HeaderLines.begin(), trial.HeaderLines.end(), "Event 0.250 s RIC Right");
+    EXPECT_NE(line, trial.HeaderLines.end());
+  }
+}
+
+TEST_F(OtherPrograms, FsvIsReadBackToTheBit) {
+  for (const int channels : {1, 3}) {
+    SetTrial(channels, 4, 250.5);
+    trial.ChanLabel[1] = "left EMG";
+    trial.ChanUnits[1] = "mV";
+    trial.Data(1, 1) = 5;
+    trial.Data(2, channels) = 1e-30F;
+    const Frames rows = Rows();
+    const std::string text = Saved("save.fsv", "a.fsv");
+    EXPECT_TRUE(text.starts_with("DESCRIPTION\t9 steps\r\nNO_OF_SAMPLES\t4\r\nTOT_NO_OF_CHAN\t" +
+                                 std::to_string(channels) + "\r\nFREQUENCY\t250.5\r\nTIME_STAMP\t"))
+        << text;
+    questions.formAnswers.clear();
+    questions.inputAnswers = {};
+    questions.formAnswers.emplace_back([](Form& form) {
+      form.TakeFound();
+      return std::string("OK");
+    });
+    LoadPath(directory.Path("a.fsv"));
+    EXPECT_EQ(trial.Rate, 250.5) << "offered, and taken";
+    EXPECT_EQ(Rows(), rows);
+    EXPECT_EQ(Labels()[0], "left EMG");
+    EXPECT_EQ(UnitsOfChannels()[0], "mV");
+  }
+}
+
+TEST_F(OtherPrograms, WorksheetsHoldTheTrialOrSayWhatFits) {
+  SetTrial(2, 3, 10.0);
+  trial.ChanLabel[1] = "Grüße";
+  trial.ChanUnits[2] = "N";
+  for (const auto& [name, version] : {std::pair("a.wk1", 0x0406), std::pair("a.WKS", 0x0404)}) {
+    const std::string bytes = Saved("save.wks", name);
+    EXPECT_EQ(NumberAt<std::uint16_t>(bytes, 4), version);
+    std::map<std::pair<int, int>, std::string> labels;  // by row and column
+    std::map<std::pair<int, int>, double> numbers;
+    int type = 0;
+    for (std::size_t at = 0; at + 4 <= bytes.size();) {
+      type = NumberAt<std::uint16_t>(bytes, at);
+      const std::size_t body = at + 4;
+      const std::pair cell(NumberAt<std::uint16_t>(bytes, body + 3),
+                           NumberAt<std::uint16_t>(bytes, body + 1));
+      if (type == 14) {
+        numbers[cell] = NumberAt<double>(bytes, body + 5);
+      } else if (type == 15) {
+        labels[cell] = bytes.c_str() + body + 5;
+      }
+      at = body + NumberAt<std::uint16_t>(bytes, at + 2);
+    }
+    EXPECT_EQ(type, 1) << "the last record ends the file";
+    EXPECT_EQ((labels[{0, 0}]), "'9 steps");
+    EXPECT_EQ((labels[{1, 1}]), "'Gr??e");
+    EXPECT_EQ((labels[{2, 2}]), "'N");
+    EXPECT_EQ((labels[{2, 0}]), "'s");
+    EXPECT_EQ(numbers.size(), 9U);
+    for (int i = 1; i <= 3; ++i) {
+      for (int c = 0; c <= 2; ++c) {
+        EXPECT_EQ((numbers[{i + 2, c}]), static_cast<double>(trial.Data(i, c)));
+      }
+    }
+  }
+  SetTrial(1, 2046, 10.0);
+  questions.boxes.clear();
+  SaveAs("b.wks", "save.wks");
+  EXPECT_NE(LastBox().find("takes 2,045 samples; the trial has 2,046."), std::string::npos) << LastBox();
+  EXPECT_FALSE(std::filesystem::exists(directory.Path("b.wks")));
+  SetTrial(1, 8190, 10.0);
+  const std::size_t asked = questions.files.size();
+  Run("save.wks");
+  EXPECT_EQ(questions.files.size(), asked) << "refused before a name is asked for";
+  EXPECT_NE(LastBox().find("takes 8,189 samples"), std::string::npos) << LastBox();
+}
+
+TEST_F(OtherPrograms, BioWareFilesAreWrittenBack) {
+  for (const std::size_t dataAt : {std::size_t{806}, std::size_t{805}}) {
+    std::string source(dataAt, '\0');
+    source.replace(0, 16, "BioWare 2 header");
+    const auto put = [&source](std::size_t at, auto value) {
+      std::memcpy(source.data() + at, &value, sizeof value);
+    };
+    const std::size_t missing = 806 - dataAt;
+    put(272, 100.0F);
+    put(280, std::int16_t{10});
+    put(282, std::int16_t{1});
+    put(368 - missing, std::uint8_t{1});  // the third and the fourth device
+    put(369 - missing, std::uint8_t{1});
+    put(382 - missing, 2.0F);
+    put(386 - missing, -4.0F);
+    source += std::string(60, '\1');
+    WriteFile(directory.Path("source.dat"), source);
+    SetTrial(10, 4, 250.0);
+    trial.FileTypeCode = 6;
+    workbench.LoadedFile = directory.Path("source.dat");
+    for (int c = 1; c <= 10; ++c) {
+      trial.Data(1, c) = static_cast<float>(c * 10.0 / 2048);
+      trial.Data(2, c) = 100.0F;
+      trial.Data(3, c) = static_cast<float>(-2.5 * 10.0 / 2048);  // half-way, to the even count
+    }
+    const std::string bytes = Saved("save.dat", "a.dat");
+    ASSERT_EQ(bytes.size(), dataAt + 4 * 10 * 2U) << LastBox();
+    EXPECT_EQ(bytes.substr(0, 272), source.substr(0, 272));
+    EXPECT_EQ(bytes.substr(280, dataAt - 280), source.substr(280, dataAt - 280));
+    EXPECT_EQ(NumberAt<float>(bytes, 272), 250.0F);
+    EXPECT_EQ(NumberAt<float>(bytes, 276), 0.016F);
+    const auto count = [&](std::size_t i, std::size_t c) {
+      return NumberAt<std::int16_t>(bytes, dataAt + 2 * (10 * (i - 1) + c - 1));
+    };
+    EXPECT_EQ(count(1, 1), 1);
+    EXPECT_EQ(count(1, 8), 8);
+    EXPECT_EQ(count(1, 9), 4) << "9/2 counts, to the even one";
+    EXPECT_EQ(count(1, 10), -2) << "10/-4 counts";
+    EXPECT_EQ(count(2, 1), 2047);
+    EXPECT_EQ(count(2, 10), -2048);
+    EXPECT_EQ(count(3, 1), -2);
+    EXPECT_EQ(trial.Notices.back(),
+              "10 values lay outside the 12 bits of a BioWare 2 file and were clipped in it.");
+  }
+  trial.CutChannels(9);
+  Run("save.dat");
+  EXPECT_NE(LastBox().find("That has 10 channels, the trial 9."), std::string::npos) << LastBox();
+  std::filesystem::remove(directory.Path("source.dat"));
+  Run("save.dat");
+  EXPECT_NE(LastBox().find("No such file or directory"), std::string::npos) << LastBox();
+}
+
+TEST_F(OtherPrograms, AnotherProgramReadsTheWorksheet) {
+  if (std::system("ssconvert --version >/dev/null 2>&1") != 0) {  // NOLINT: asks for the program
+    GTEST_SKIP() << "needs ssconvert";
+  }
+  SetTrial(2, 5, 10.0);
+  Saved("save.wks", "a.wk1");
+  const std::string command =
+      "ssconvert '" + directory.Path("a.wk1") + "' '" + directory.Path("a.csv") + "' >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);  // NOLINT
+  const std::string text = ReadFile(directory.Path("a.csv"));
+  EXPECT_TRUE(text.starts_with("\"9 steps\"") || text.starts_with("9 steps")) << text;
+  std::vector<float> last;
+  const std::string row = text.substr(text.rfind('\n', text.size() - 2) + 1);
+  for (const char* at = row.c_str(); *at != '\0' && *at != '\n';) {
+    char* end = nullptr;
+    last.push_back(std::strtof(at, &end));
+    at = *end == ',' ? end + 1 : end;
+  }
+  EXPECT_EQ(last, (std::vector<float>{trial.Data(5, 0), trial.Data(5, 1), trial.Data(5, 2)}));
+}
+
+}  // namespace
+}  // namespace velmora::test
