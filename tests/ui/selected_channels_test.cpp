@@ -112,7 +112,7 @@ TEST_F(SelectedChannels, AreLetGoByEscAndFormatsThatCannotBeWrittenAreGrey) {
   });
   Choose("Absolute value (|X|)");
   EXPECT_TRUE(Entry("Comma Separated Variable (.CSV)")->isEnabled());
-  EXPECT_FALSE(Entry("Lotus Worksheet (.WK1/.WKS)")->isEnabled());
+  EXPECT_FALSE(Entry("Save Vicon AD file (.VAD)")->isEnabled());
 }
 
 }  // namespace

@@ -346,13 +346,34 @@ void FormDialog::ShowColumns() {
   model_->Refresh();
 }
 
-void FormDialog::AddButtons(QBoxLayout* to) {
+// On a screen with little room they stand in several rows.
+QHBoxLayout* FormDialog::AddInRows(const std::vector<QPushButton*>& buttons, QBoxLayout* to) const {
+  constexpr int kBesides = 60;  // margins
+  const int room = RoomOn(*this).width() - kBesides;
   auto* row = new QHBoxLayout;
+  to->addLayout(row);
+  int used = 0;
+  for (QPushButton* push : buttons) {
+    const int width = push->sizeHint().width() + std::max(row->spacing(), 0);
+    if (used > 0 && used + width > room) {
+      row->addStretch();
+      row = new QHBoxLayout;
+      to->addLayout(row);
+      used = 0;
+    }
+    row->addWidget(push);
+    used += width;
+  }
+  return row;
+}
+
+void FormDialog::AddButtons(QBoxLayout* to) {
   refusal_ = new QLabel;
   refusal_->setTextFormat(Qt::PlainText);
   refusal_->setWordWrap(true);  // a long one must not widen the dialogue
   SetTone(refusal_, Tone::Warning);
   to->addWidget(refusal_);
+  std::vector<QPushButton*> left;
   std::vector<QPushButton*> right;
   for (const FormButton& button : form_.Buttons()) {
     auto* push = new QPushButton(ToQt(button.caption));
@@ -360,7 +381,7 @@ void FormDialog::AddButtons(QBoxLayout* to) {
     push->setDefault(button.role == FormButton::Role::Accept);
     connect(push, &QPushButton::clicked, this, [this, &button] { PressButton(button); });
     if (button.role == FormButton::Role::Other) {
-      row->addWidget(push);
+      left.push_back(push);
     } else {
       right.push_back(push);
     }
@@ -368,11 +389,10 @@ void FormDialog::AddButtons(QBoxLayout* to) {
       SetCancelCaption(WithoutMnemonic(button.caption));
     }
   }
-  row->addStretch();
-  for (QPushButton* push : right) {
-    row->addWidget(push);
-  }
-  to->addLayout(row);
+  std::vector<QPushButton*> all = left;
+  all.insert(all.end(), right.begin(), right.end());
+  QHBoxLayout* last = AddInRows(all, to);
+  last->insertStretch(last->count() - std::min<int>(last->count(), static_cast<int>(right.size())));
   const bool cancels =
       std::any_of(form_.Buttons().begin(), form_.Buttons().end(),
                   [](const FormButton& button) { return button.role == FormButton::Role::Cancel; });

@@ -13,7 +13,9 @@
 
 class QBoxLayout;
 class QFormLayout;
+class QHBoxLayout;
 class QLabel;
+class QPushButton;
 
 namespace velmora::ui {
 
@@ -43,6 +45,8 @@ class FormDialog : public AskingDialog {
   void ShowFields();
   void ShowColumns();
   void AddButtons(QBoxLayout* to);
+  /// Returns the last row.
+  QHBoxLayout* AddInRows(const std::vector<QPushButton*>& buttons, QBoxLayout* to) const;
   void PressButton(const FormButton& button);
   void FieldsChanged();
   [[nodiscard]] ChannelColumn ColumnOf(const FormField& field);

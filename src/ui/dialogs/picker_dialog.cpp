@@ -12,6 +12,7 @@
 #include "ui/elided_label.hpp"
 #include "ui/graph/form_graph_panel.hpp"
 #include "ui/main/theme.hpp"
+#include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -191,7 +192,9 @@ void PickerDialog::AddCommands(QBoxLayout* to) {
 // What the command will do with the choice, in words and drawn.
 void PickerDialog::AddPreview(QBoxLayout* to) {
   if (picker_.HasPreview()) {
+    constexpr int kBesides = 300;  // the rows and buttons around it
     preview_ = new FormGraphPanel;
+    preview_->SetLeastHeight(std::clamp(RoomOn(*this).height() - kBesides, 120, 360));
     to->addWidget(preview_, 3);
     connect(table_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { ShowPreview(); });
   }

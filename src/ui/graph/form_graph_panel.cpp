@@ -32,6 +32,10 @@ FormGraphPanel::FormGraphPanel(QWidget* parent)
   place_->setText(tr("Wheel: zoom, with Shift of the ordinate; drag: move; double click: all of it"));
 }
 
+void FormGraphPanel::SetLeastHeight(int height) {
+  plot_->setMinimumHeight(height);
+}
+
 // The plot lets go of the old drawing before it is deleted.
 void FormGraphPanel::Show(const FormGraph& graph) {
   auto next = std::make_unique<DrawnFormGraph>(graph);

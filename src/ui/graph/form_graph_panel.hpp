@@ -23,6 +23,8 @@ class FormGraphPanel : public QWidget {
   explicit FormGraphPanel(QWidget* parent = nullptr);
 
   void Show(const FormGraph& graph);
+  /// Of the plot, in pixels; 360 unless told.
+  void SetLeastHeight(int height);
 
  private:
   void ShowRange(const GraphRange& range);
