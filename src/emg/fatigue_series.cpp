@@ -10,7 +10,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::int64_t kMostShown = 24;
+constexpr std::int64_t kMostSpectraShown = 24;
 
 class Runner {
  public:
@@ -19,7 +19,7 @@ class Runner {
         order_(order),
         intervals_(IntervalsOf(workbench.trial, order.settings)),
         count_(intervals_.Count()),
-        shownEvery_((count_ + kMostShown - 1) / kMostShown),
+        shownEvery_((count_ + kMostSpectraShown - 1) / kMostSpectraShown),
         table_(EmptyFatigueTable(workbench, order.channel)) {}
 
   FatigueSeries Run() {
