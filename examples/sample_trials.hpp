@@ -31,9 +31,9 @@ void MakeNoisyDisplacement(Trial& trial);
 /// 30 ms.
 void MakeHeadImpacts(Trial& trial);
 
-/// Surface EMG in mV of an arm that holds a weight for 60 s at 1000 Hz, of two people: the biceps by wires with
-/// an amplifier's offset, the brachioradialis by a Trigno sensor that comes 48 ms late, and the force in N.
-/// The spectrum sinks as the muscles tire, and the amplitude grows.
+/// Surface EMG in mV of an arm that holds a weight for 60 s at 1000 Hz, of two people: the biceps by wires
+/// with an amplifier's offset, the brachioradialis by a Trigno sensor that comes 48 ms late, and the force in
+/// N. The spectrum sinks as the muscles tire, and the amplitude grows.
 void MakeHoldOfFirst(Trial& trial);
 void MakeHoldOfSecond(Trial& trial);
 

@@ -227,7 +227,8 @@ bool FindJob(Workbench& workbench, Job& job) {
   for (int plate = 0; plate < job.plates; ++plate) {
     const bool header = workbench.trial.FileTypeCode == kBioWareFile;
     job.bases.at(static_cast<std::size_t>(plate)) =
-        header ? std::int64_t{plate} * job.Channels() : BaseChannelOf(workbench.trial, workbench.plates, plate);
+        header ? std::int64_t{plate} * job.Channels()
+               : BaseChannelOf(workbench.trial, workbench.plates, plate);
   }
   return true;
 }
