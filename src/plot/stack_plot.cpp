@@ -169,7 +169,7 @@ void StackPlot::Arrange() {
     const QRect place(room.left(), edge(k), room.width(), std::max(edge(k + 1) - gap - edge(k), 1));
     const auto at = static_cast<std::size_t>(k);
     Place(at, place);
-    const Lane& lane = stacked[static_cast<std::size_t>(first_ + k)];
+    const Lane& lane = stacked[static_cast<std::size_t>(first_) + at];
     shown_.push_back({lane, drawn_[at].rect});
     ArrangeLane(drawn_[at], lane, k + 1 == fits);
   }
@@ -219,7 +219,7 @@ QString StackPlot::Heading() const {
 const StackPlot::Shown* StackPlot::LaneAt(const QPointF& place) const {
   for (const Shown& shown : shown_) {
     const QRect rect = shown.rect->rect();
-    if (place.y() >= rect.top() - kLaneGap / 2 && place.y() <= rect.bottom() + kLaneGap / 2 &&
+    if (place.y() >= rect.top() - kLaneGap / 2.0 && place.y() <= rect.bottom() + kLaneGap / 2.0 &&
         place.x() <= rect.right() + kRight) {
       return &shown;
     }

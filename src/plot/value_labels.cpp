@@ -62,7 +62,9 @@ ValueLabels::Reach ValueLabels::ReachOf(double left, double width) const {
 
 QRectF ValueLabels::ClearRoom(double left, QSizeF size, double row) const {
   const Reach reach = ReachOf(left, size.width());
-  for (double step = 0; step < rect_.height(); step += size.height()) {
+  const int rows = static_cast<int>(std::ceil(rect_.height() / size.height()));
+  for (int k = 0; k < rows; ++k) {
+    const double step = k * size.height();
     const QRectF above(QPointF(left, std::min(reach.top, row) - kApart - step - size.height()), size);
     if (IsFree(above)) {
       return above;

@@ -130,11 +130,9 @@ Json PlateTableInfo(const PlateMemory& plates, int numPlates) {
   };
 }
 
-}  // namespace
-
-std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
+Json StateInfo(const Workbench& workbench) {
   const Trial& trial = workbench.trial;
-  Json info = {
+  return {
       {"NChan", trial.NChan},
       {"NData", trial.NData},
       {"Rate", JsonNumber(trial.Rate)},
@@ -176,6 +174,13 @@ std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
       {"EpochCount", workbench.emg.EpochCount},
       {"channels", AllChannels(workbench)},
   };
+}
+
+}  // namespace
+
+std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
+  const Trial& trial = workbench.trial;
+  Json info = StateInfo(workbench);
   for (const Deed& deed : done) {
     info["Done"].push_back(DeedJson(deed));
   }

@@ -6,6 +6,15 @@
 
 namespace velmora::ui {
 
+namespace {
+
+QPoint Inside(const QRect& room, const QRect& place) {
+  return {std::clamp(place.x(), room.left(), std::max(room.left(), room.right() - place.width())),
+          std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - place.height()))};
+}
+
+}  // namespace
+
 QRect RoomOn(const QWidget& over) {
   constexpr QMargins kFrame{4, 30, 4, 6};  // of the window manager, which tells only later
   return over.window()->screen()->availableGeometry().marginsRemoved(kFrame);
@@ -18,8 +27,11 @@ void PlaceOver(QWidget& window, const QWidget& over) {
   window.resize(wanted.boundedTo(room.size()));
   QRect place(QPoint(), window.size());
   place.moveCenter(over.window()->geometry().center());
-  window.move(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() - place.width())),
-              std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - place.height())));
+  window.move(Inside(room, place));
+}
+
+void KeepOnScreen(QWidget& window) {
+  window.move(Inside(RoomOn(window), window.geometry()));
 }
 
 void ComeForward(QWidget& window) {

@@ -14,6 +14,9 @@ QRect RoomOn(const QWidget& over);
 /// not yet placed, and on whichever screen the pointer is.
 void PlaceOver(QWidget& window, const QWidget& over);
 
+/// Moves a window that has grown back onto its screen.
+void KeepOnScreen(QWidget& window);
+
 /// Shows a window that may be minimised or behind others, and gives it the keys.
 void ComeForward(QWidget& window);
 

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstring>
 #include <map>
-#include <ranges>
 
 #include "core/files/files.hpp"
 #include "core/text/numbers.hpp"
@@ -36,8 +35,8 @@ struct TdmsScale {
   [[nodiscard]] double Of(double value) const {
     for (const std::vector<double>& coefficients : polynomials) {
       double sum = 0.0;
-      for (const double coefficient : std::views::reverse(coefficients)) {
-        sum = sum * value + coefficient;
+      for (std::size_t k = coefficients.size(); k-- > 0;) {
+        sum = sum * value + coefficients[k];
       }
       value = sum;
     }

@@ -49,8 +49,9 @@ void ShowDeviations(std::span<Graph> graphs, double k) {
       for (const DeviationBand& band : graph.Deviations) {
         const double mean = sample[band.Channel];
         const double reach = band.K * std::abs(static_cast<double>(sample[band.SDChannel]));
-        edge[2 * band.Low - 1] = static_cast<float>(mean - reach);
-        edge[2 * band.Low] = static_cast<float>(mean + reach);
+        const std::ptrdiff_t high = 2 * std::ptrdiff_t{band.Low};
+        edge[high - 1] = static_cast<float>(mean - reach);
+        edge[high] = static_cast<float>(mean + reach);
       }
     }
   }

@@ -21,6 +21,7 @@ std::string AskingDialog::Ask() {
   if (!isVisible()) {
     PlaceOver(*this, parentWidget() != nullptr ? *parentWidget() : *this);
     show();
+    Shown();
   }
   activateWindow();
   loop_.exec();

@@ -24,6 +24,8 @@ class AskingDialog : public QDialog {
   void Press(const std::string& caption);
   /// Called each time before the dialogue waits: shows what changed meanwhile.
   virtual void Refresh() = 0;
+  /// It has come up on the screen.
+  virtual void Shown() {}
 
   void reject() override;
   void closeEvent(QCloseEvent* event) override;

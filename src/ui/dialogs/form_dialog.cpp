@@ -1,6 +1,8 @@
 #include "ui/dialogs/form_dialog.hpp"
 
+#include <QApplication>
 #include <QBoxLayout>
+#include <QEvent>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHeaderView>
@@ -97,7 +99,8 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   (new QVBoxLayout(results_))->setContentsMargins(0, 0, 0, 0);
   wide->addWidget(results_, 1);
   sides->addLayout(wide, shows ? 1 : 0);
-  layout->addWidget(new ContentArea(content), 1);
+  content_ = new ContentArea(content);
+  layout->addWidget(content_, 1);
   AddButtons(layout);
 }
 
@@ -308,12 +311,39 @@ void FormDialog::ShowResults() {
     graph_->setVisible(!form_.Graph()->hidden);
     graph_->Show(*form_.Graph());
   }
-  // The scrolling area hears of its content's size by events, which come after a first size was chosen.
-  for (QWidget* widget = results_; widget != this && !isVisible(); widget = widget->parentWidget()) {
+  TakeRoom();
+}
+
+// What comes into view has its room, as far as the screen has; a size that a person chose stays otherwise.
+void FormDialog::TakeRoom() {
+  std::vector<bool> parts = {graph_ != nullptr && !form_.Graph()->hidden};
+  for (const ResultTable& table : form_.Tables()) {
+    parts.push_back(!table.hidden);
+  }
+  if (std::exchange(parts_, parts) == parts) {
+    return;
+  }
+  // The scrolling area hears of its content's size by events, which come after a size was chosen.
+  for (QWidget* widget = results_; widget != this; widget = widget->parentWidget()) {
     widget->updateGeometry();
     if (QLayout* layout = widget->layout()) {
       layout->activate();  // layouts inside it are asked anew as well
     }
+  }
+  if (isVisible()) {
+    resize(sizeHint().expandedTo(size()).boundedTo(RoomOn(*this).size()));
+    KeepOnScreen(*this);
+  }
+}
+
+// Some parts know what they need only once the style has reached them, on the screen: without this a few
+// pixels would bring up both scroll bars.
+void FormDialog::Shown() {
+  QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  const QSize lacks = content_->widget()->minimumSizeHint() - content_->maximumViewportSize();
+  if (lacks.width() > 0 || lacks.height() > 0) {
+    resize((size() + lacks.expandedTo({0, 0})).boundedTo(RoomOn(*this).size()));
+    KeepOnScreen(*this);
   }
 }
 

@@ -16,6 +16,7 @@ class QFormLayout;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 
 namespace velmora::ui {
 
@@ -42,6 +43,8 @@ class FormDialog : public AskingDialog {
   void AddField(const FormField& field, QFormLayout* rows);
   void AddTable(QBoxLayout* to);
   void ShowResults();
+  void TakeRoom();
+  void Shown() override;
   void ShowFields();
   void ShowColumns();
   void AddButtons(QBoxLayout* to);
@@ -73,7 +76,9 @@ class FormDialog : public AskingDialog {
     ResultTableView* view;
   };
   std::vector<TitledTable> tables_;
+  std::vector<bool> parts_;  // of the results: which are in sight
   QWidget* results_ = nullptr;
+  QScrollArea* content_ = nullptr;
   FormGraphPanel* graph_ = nullptr;
   ChannelTableModel* model_ = nullptr;
   ChannelTableView* table_ = nullptr;
