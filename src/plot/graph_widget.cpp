@@ -44,23 +44,6 @@ bool GraphWidget::CancelGesture() {
   return busy;
 }
 
-GraphWidget::Gesture GraphWidget::LeftGesture() const {
-  switch (Shown()->Track) {
-    case TrackMode::PanXAndY:
-      return Gesture::Pan;
-    case TrackMode::PanX:
-    case TrackMode::DragCursors:
-      return Gesture::PanX;
-    case TrackMode::PanY:
-      return Gesture::PanY;
-    case TrackMode::ZoomArea:
-      return Gesture::Area;
-    case TrackMode::None:
-      break;
-  }
-  return Gesture::None;
-}
-
 void GraphWidget::mousePressEvent(QMouseEvent* event) {
   event->accept();
   if (Shown() == nullptr || gesture_ != Gesture::None) {
@@ -79,10 +62,10 @@ void GraphWidget::mousePressEvent(QMouseEvent* event) {
   } else if (event->button() == Qt::LeftButton) {
     const CursorOverlay::Hit hit = Overlay().At(pressed_);
     cursor_ = hit.cursor;
-    gesture_ = hit.part == CursorOverlay::Part::Line        ? Gesture::Cursor
+    gesture_ = hit.part == CursorOverlay::Part::Line        ? Gesture::Line
                : hit.part == CursorOverlay::Part::Crosshair ? Gesture::Crosshair
-                                                            : LeftGesture();
-    if (gesture_ == Gesture::Cursor) {
+                                                            : LeftGesture(Shown()->Track);
+    if (gesture_ == Gesture::Line) {
       DragCursor(pressed_);
     }
   }
@@ -94,7 +77,7 @@ void GraphWidget::mouseMoveEvent(QMouseEvent* event) {
   switch (gesture_) {
     case Gesture::None:
       break;
-    case Gesture::Cursor:
+    case Gesture::Line:
       DragCursor(place);
       break;
     case Gesture::Crosshair:
@@ -129,7 +112,7 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
     }
     return;
   }
-  if (still && event->button() == Qt::LeftButton && ended != Gesture::Cursor) {
+  if (still && event->button() == Qt::LeftButton && ended != Gesture::Line) {
     emit clicked();
   } else if (ended == Gesture::Area) {
     ZoomToArea(QRectF(pressed_, place).normalized());
@@ -186,8 +169,7 @@ void GraphWidget::ShowPointer(const QPointF& place) {
   const bool inside = Shown() != nullptr && axisRect()->rect().contains(place.toPoint());
   if (gesture_ == Gesture::Pan || gesture_ == Gesture::PanX || gesture_ == Gesture::PanY) {
     shape = Qt::ClosedHandCursor;
-  } else if (inside &&
-             (gesture_ == Gesture::Cursor || Overlay().At(place).part == CursorOverlay::Part::Line)) {
+  } else if (inside && (gesture_ == Gesture::Line || Overlay().At(place).part == CursorOverlay::Part::Line)) {
     shape = Qt::SplitHCursor;
   } else if (inside &&
              (gesture_ == Gesture::Crosshair || Overlay().At(place).part != CursorOverlay::Part::None)) {

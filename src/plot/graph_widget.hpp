@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plot/gesture.hpp"
 #include "plot/graph_plot.hpp"
 #include "plot/range_moves.hpp"
 
@@ -50,9 +51,6 @@ class GraphWidget : public GraphPlot {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  enum class Gesture { None, Cursor, Crosshair, Pan, PanX, PanY, Area };
-
-  [[nodiscard]] Gesture LeftGesture() const;
   [[nodiscard]] RangeMoves Moves() const { return {*xAxis, *yAxis}; }
   void DragCursor(const QPointF& place);
   void PanTo(const QPointF& place);

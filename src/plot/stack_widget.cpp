@@ -46,23 +46,6 @@ RangeMoves StackWidget::MovesOf(const Shown& shown) {
   return {*shown.rect->axis(QCPAxis::atBottom), *shown.rect->axis(QCPAxis::atLeft)};
 }
 
-StackWidget::Gesture StackWidget::LeftGesture(const Graph& graph) const {
-  switch (graph.Track) {
-    case TrackMode::PanXAndY:
-      return Gesture::Pan;
-    case TrackMode::PanX:
-    case TrackMode::DragCursors:
-      return Gesture::PanX;
-    case TrackMode::PanY:
-      return Gesture::PanY;
-    case TrackMode::ZoomArea:
-      return Gesture::Area;
-    case TrackMode::None:
-      break;
-  }
-  return Gesture::None;
-}
-
 void StackWidget::mousePressEvent(QMouseEvent* event) {
   event->accept();
   const Shown* shown = LaneAt(event->position());
@@ -77,7 +60,7 @@ void StackWidget::mousePressEvent(QMouseEvent* event) {
     gesture_ = Gesture::Pan;
   } else if (event->button() == Qt::LeftButton) {
     hit_ = Overlay().At(pressed_);
-    gesture_ = hit_.graph > 0 ? Gesture::Line : LeftGesture(*shown->lane.graph);
+    gesture_ = hit_.graph > 0 ? Gesture::Line : LeftGesture(shown->lane.graph->Track);
   }
   ShowPointer(pressed_);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plot/gesture.hpp"
 #include "plot/range_moves.hpp"
 #include "plot/stack_overlay.hpp"
 #include "plot/stack_plot.hpp"
@@ -53,9 +54,6 @@ class StackWidget : public StackPlot {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  enum class Gesture { None, Line, Pan, PanX, PanY, Area };
-
-  [[nodiscard]] Gesture LeftGesture(const Graph& graph) const;
   [[nodiscard]] static RangeMoves MovesOf(const Shown& shown);
   void DragLine(const QPointF& place);
   void PanTo(const QPointF& place);
