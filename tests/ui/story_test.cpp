@@ -409,14 +409,50 @@ TEST_F(Story, FillsInWhatATextTells) {
 
 TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   window_->State().UserLevel = UserLevelKind::Expert;
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(Path("walk.vmb")))});
-  QDragEnterEvent enter(QPoint(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window_.get(), &enter);
-  ASSERT_TRUE(enter.isAccepted());
-  QDropEvent drop(QPointF(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window_.get(), &drop);
+  const auto dropped = [this](const char* name) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(Path(name)))});
+    QDragEnterEvent enter(QPoint(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window_.get(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window_.get(), &drop);
+  };
+  dropped("walk.vmb");
   EXPECT_TRUE(test::WaitFor([this] { return Shown().NData == 6001; }));
+
+  // A saved spectrum is a trial of one channel, dropped or double-clicked.
+  Variables variables = {{"out", Path("")}};
+  SetInputVariables(variables, Path("walk.vmb"));
+  RecipeRun run({.input = Path("walk.vmb"), .strict = true});
+  const Outcome outcome =
+      run.Run(ReadRecipe("velmora2: 1\nsteps:\n  - do: file.load\n    file: \"${input}\"\n"
+                         "  - do: fourier.harmonic-regression\n    answers: [{pick: {values: {1: \"40\"}}}, "
+                         "{form: {press: Save}}, {file: \"${out}/walk.ftf\"}, {form: {press: Exit}}]\n",
+                         "spectrum.yaml", variables));
+  ASSERT_FALSE(outcome.failure) << outcome.failure->why;
+  const auto agree = [this] {
+    for (const char* question : {"Number of Harmonics", "Bias Level"}) {
+      person_.When(question, [](QWidget* box) { Person::Press(box, "OK"); });
+    }
+  };
+  agree();
+  dropped("walk.ftf");
+  person_.Work();
+  EXPECT_TRUE(test::WaitFor([this] { return Shown().NChan == 1 && Shown().FileTypeCode == 8; }));
+  DoubleClickFile("walk.vmb");
+  ASSERT_EQ(Shown().FileTypeCode, 253);
+  auto* filter = qobject_cast<QComboBox*>(
+      Find<ui::FileListView>("dataFiles")->parentWidget()->layout()->itemAt(0)->widget());
+  const int usual = filter->currentIndex();
+  filter->setCurrentIndex(filter->findText("All files this program reads"));
+  Q_EMIT filter->activated(filter->currentIndex());
+  agree();
+  DoubleClickFile("walk.ftf");
+  EXPECT_EQ(Shown().FileTypeCode, 8);
+  EXPECT_EQ(Shown().NChan, 1);
+  filter->setCurrentIndex(usual);
+  Q_EMIT filter->activated(usual);
 
   WriteFile(Path("gait.stm"), std::string("P\0", 2));
   Entry("Refresh")->trigger();
