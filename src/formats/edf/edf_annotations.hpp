@@ -13,8 +13,9 @@ struct EdfAnnotations {
   std::vector<RecordedEvent> events;
 };
 
-/// The time-stamped annotation lists of an annotations signal in one record (EDF+ specification, 2.2): an
-/// onset, perhaps 15h and a duration, 14h, texts ended by 14h each, a NUL. What is damaged ends the list.
+/// The time-stamped annotation lists of an annotations signal in one record (Kemp and
+/// Olivan 2003): an onset, perhaps 15h and a duration, 14h, texts ended by 14h each, a NUL. What is damaged
+/// ends the list.
 EdfAnnotations ReadAnnotations(std::string_view bytes);
 
 }  // namespace velmora
