@@ -22,7 +22,7 @@ QString NumberTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar
 
 QString DecadeTicker::getTickLabel(double tick, const QLocale& /*locale*/, QChar /*formatChar*/,
                                    int /*precision*/) {
-  return QString::fromStdString(TickText(tick, 0.0, tick));
+  return QString::fromStdString(DecadeText(tick));
 }
 
 }  // namespace velmora

@@ -37,7 +37,7 @@ Prefix PrefixFor(double largest) {
   return found;
 }
 
-// As many as the step needs; those of a number itself when it stands alone.
+// As many as the step needs.
 int Decimals(double step) {
   constexpr int kMost = 9;
   for (int decimals = 0; decimals < kMost; ++decimals) {
@@ -52,17 +52,30 @@ int Decimals(double step) {
 }  // namespace
 
 std::string TickText(double tick, double step, double largest) {
-  if (tick == 0 || (step > 0 && std::abs(tick) < step * kRounding)) {
+  if (std::abs(tick) < step * kRounding) {
     return "0";
   }
-  const Prefix prefix = PrefixFor(step > 0 ? largest : std::abs(tick));
+  const Prefix prefix = PrefixFor(largest);
   const double unit = std::pow(10.0, prefix.power);
-  const int decimals = Decimals((step > 0 ? step : tick) / unit);
+  const int decimals = Decimals(step / unit);
   std::string pattern = "0";
   if (decimals > 0) {
     pattern += "." + std::string(static_cast<std::size_t>(decimals), '0');
   }
   return FormatNumber(tick / unit, pattern) + prefix.text;
+}
+
+std::string DecadeText(double tick) {
+  const auto power = static_cast<int>(std::lround(std::log10(tick)));
+  if (power >= -2 && power <= 4) {
+    return PlainNumber(tick);
+  }
+  constexpr std::array kRaised = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
+  std::string text = power < 0 ? "10⁻" : "10";
+  for (const char digit : std::to_string(std::abs(power))) {
+    text += kRaised[static_cast<std::size_t>(digit - '0')];
+  }
+  return text;
 }
 
 std::string ClockTickText(double tick, double step) {

@@ -16,10 +16,11 @@ TEST(TickText, NumeralsArePlainOrHaveAPrefix) {
   EXPECT_EQ(TickText(2e-3, 1e-3, 9e-3), "2 m");
   EXPECT_EQ(TickText(3e-17, 0.1, 1.0), "0");  // what rounding leaves of zero
   // Decades.
-  EXPECT_EQ(TickText(0.1, 0, 0.1), "0.1");
-  EXPECT_EQ(TickText(1000, 0, 1000), "1000");
-  EXPECT_EQ(TickText(1e6, 0, 1e6), "1 M");
-  EXPECT_EQ(TickText(1e-4, 0, 1e-4), "100 µ");
+  EXPECT_EQ(DecadeText(0.01), "0.01");
+  EXPECT_EQ(DecadeText(0.1), "0.1");
+  EXPECT_EQ(DecadeText(10000), "10000");
+  EXPECT_EQ(DecadeText(1e6), "10⁶");
+  EXPECT_EQ(DecadeText(1e-12), "10⁻¹²");
   // A clock: 3725 s are an hour, two minutes and five seconds.
   EXPECT_EQ(ClockTickText(3725, 5), "01:02:05");
   EXPECT_EQ(ClockTickText(0.5, 0.25), "00:00:00.50");
