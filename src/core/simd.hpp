@@ -13,6 +13,20 @@ SimdLevel MachineSimdLevel();
 /// Every level this machine has, narrowest first: tests run each against the plain loop.
 std::vector<SimdLevel> MachineSimdLevels();
 
+/// What a kernel is at a level, of the three that core/simd_widths.inc makes of it.
+template <typename Kernel>
+Kernel AtLevel(SimdLevel level, Kernel sse2, Kernel avx2, Kernel avx512) {
+  switch (level) {
+    case SimdLevel::Avx512:
+      return avx512;
+    case SimdLevel::Avx2:
+      return avx2;
+    case SimdLevel::Sse2:
+      break;
+  }
+  return sse2;
+}
+
 }  // namespace velmora
 
 // What stands between SIMD_BEGIN_... and SIMD_END is compiled for that width, whatever the machine that
@@ -24,14 +38,11 @@ std::vector<SimdLevel> MachineSimdLevels();
 #define SIMD_BEGIN_AVX512                                                                                \
   SIMD_PRAGMA(clang attribute push(__attribute__((target("avx512f,avx512bw,avx512dq,avx512vl,popcnt"))), \
                                    apply_to = function))
-#define SIMD_BEGIN_AVX512_WHOLE SIMD_BEGIN_AVX512
 #define SIMD_END SIMD_PRAGMA(clang attribute pop)
 #else
 #define SIMD_BEGIN_AVX2 SIMD_PRAGMA(GCC push_options) SIMD_PRAGMA(GCC target("avx2"))
-#define SIMD_BEGIN_AVX512 \
-  SIMD_PRAGMA(GCC push_options) SIMD_PRAGMA(GCC target("avx512f,avx512bw,avx512dq,avx512vl"))
-// For loops that the compiler turns into vectors by itself: it prefers half of them otherwise.
-#define SIMD_BEGIN_AVX512_WHOLE \
+// GCC prefers vectors of half the width in loops that it turns into vectors by itself.
+#define SIMD_BEGIN_AVX512       \
   SIMD_PRAGMA(GCC push_options) \
   SIMD_PRAGMA(GCC target("avx512f,avx512bw,avx512dq,avx512vl,prefer-vector-width=512"))
 #define SIMD_END SIMD_PRAGMA(GCC pop_options)

@@ -12,38 +12,14 @@ constexpr long kWide = 16;             // channels of a group: a cache line of s
 constexpr long kSmall = 8;             // where there are fewer
 constexpr long kBaselineFrames = 256;  // stay in the second-level cache while the groups go over them
 
-namespace sse2 {
-constexpr long kVector = 2;
-#include "events/baseline_kernel.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-constexpr long kVector = 4;
-#include "events/baseline_kernel.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512
-namespace avx512 {
-constexpr long kVector = 8;
-#include "events/baseline_kernel.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "events/baseline_kernel.inc"
+#include "core/simd_widths.inc"
 
 using AddFrames = void (*)(const float* frame, long stride, long count, double* sums, double* squares);
 
 template <long kGroup>
 AddFrames AdderOf(SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      return avx512::AddGroup<kGroup>;
-    case SimdLevel::Avx2:
-      return avx2::AddGroup<kGroup>;
-    case SimdLevel::Sse2:
-      break;
-  }
-  return sse2::AddGroup<kGroup>;
+  return AtLevel<AddFrames>(level, sse2::AddGroup<kGroup>, avx2::AddGroup<kGroup>, avx512::AddGroup<kGroup>);
 }
 
 struct Sums {

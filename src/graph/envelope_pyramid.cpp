@@ -14,24 +14,8 @@ namespace {
 constexpr std::int64_t kLowestBlock = 32;
 constexpr std::int64_t kFactor = 16;
 
-namespace sse2 {
-constexpr long kLanes = 4;
-#include "graph/envelope_kernel.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-constexpr long kLanes = 8;
-#include "graph/envelope_kernel.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512
-namespace avx512 {
-constexpr long kLanes = 16;
-#include "graph/envelope_kernel.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "graph/envelope_kernel.inc"
+#include "core/simd_widths.inc"
 
 using FoldFrames = void (*)(const float* mins, const float* maxs, long stride, long count, float* min,
                             float* max);
@@ -47,13 +31,13 @@ void FoldPlainly(const float* mins, const float* maxs, long stride, long count, 
 
 // The widest fold whose vectors a frame fills.
 FoldFrames FoldFor(SimdLevel level, std::ptrdiff_t stride) {
-  if (level == SimdLevel::Avx512 && stride >= avx512::kLanes) {
+  if (level == SimdLevel::Avx512 && stride >= avx512::kFloats) {
     return avx512::Fold;
   }
-  if (level != SimdLevel::Sse2 && stride >= avx2::kLanes) {
+  if (level != SimdLevel::Sse2 && stride >= avx2::kFloats) {
     return avx2::Fold;
   }
-  return stride >= sse2::kLanes ? sse2::Fold : FoldPlainly;
+  return stride >= sse2::kFloats ? sse2::Fold : FoldPlainly;
 }
 
 std::int64_t BlocksPer(std::size_t height) {

@@ -15,44 +15,11 @@ constexpr int kBlock = 64;  // windows that are added side by side
 
 using WindowAdder = void (*)(const float* a, std::int64_t window, float* totals);
 
-namespace sse2 {
-#define LANES 4
-#define VECTORS 8
-#include "impact/hic_lanes.inc"
-#undef VECTORS
-#undef LANES
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-#define LANES 8
-#define VECTORS 8
-#include "impact/hic_lanes.inc"
-#undef VECTORS
-#undef LANES
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512_WHOLE
-namespace avx512 {
-#define LANES 16
-#define VECTORS 4
-#include "impact/hic_lanes.inc"
-#undef VECTORS
-#undef LANES
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "impact/hic_lanes.inc"
+#include "core/simd_widths.inc"
 
 WindowAdder AdderOf(SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      return avx512::AddWindows;
-    case SimdLevel::Avx2:
-      return avx2::AddWindows;
-    case SimdLevel::Sse2:
-      break;
-  }
-  return sse2::AddWindows;
+  return AtLevel<WindowAdder>(level, sse2::AddWindows, avx2::AddWindows, avx512::AddWindows);
 }
 
 /// The best window of those seen so far, told in ascending order.

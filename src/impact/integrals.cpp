@@ -21,21 +21,8 @@ struct RangeSums {
   Sums path{};
 };
 
-namespace sse2 {
-#include "impact/integral_lanes.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-#include "impact/integral_lanes.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512_WHOLE
-namespace avx512 {
-#include "impact/integral_lanes.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "impact/integral_lanes.inc"
+#include "core/simd_widths.inc"
 
 struct Adders {
   decltype(&sse2::AddRange) addRange;
@@ -43,15 +30,9 @@ struct Adders {
 };
 
 Adders AddersOf(SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      return {avx512::AddRange, avx512::AddSquaredDeviations};
-    case SimdLevel::Avx2:
-      return {avx2::AddRange, avx2::AddSquaredDeviations};
-    case SimdLevel::Sse2:
-      break;
-  }
-  return {sse2::AddRange, sse2::AddSquaredDeviations};
+  return AtLevel<Adders>(level, {sse2::AddRange, sse2::AddSquaredDeviations},
+                         {avx2::AddRange, avx2::AddSquaredDeviations},
+                         {avx512::AddRange, avx512::AddSquaredDeviations});
 }
 
 }  // namespace

@@ -19,32 +19,11 @@ constexpr double kRounding = 6755399441055744.0;  // 1.5 * 2^52: adding it round
 using DecimalTaker = void (*)(const double* values, const double* scales, const double* rooms,
                               double* numbers, double* unsure);
 
-namespace sse2 {
-#include "spectra/decimal_lanes.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-#include "spectra/decimal_lanes.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512_WHOLE
-namespace avx512 {
-#include "spectra/decimal_lanes.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "spectra/decimal_lanes.inc"
+#include "core/simd_widths.inc"
 
 DecimalTaker TakerOf(SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      return avx512::DecimalBlock;
-    case SimdLevel::Avx2:
-      return avx2::DecimalBlock;
-    case SimdLevel::Sse2:
-      break;
-  }
-  return sse2::DecimalBlock;
+  return AtLevel<DecimalTaker>(level, sse2::DecimalBlock, avx2::DecimalBlock, avx512::DecimalBlock);
 }
 
 /// What values of one binary exponent share. A power of ten may lie among them.

@@ -11,27 +11,8 @@
 namespace velmora {
 namespace {
 
-namespace sse2 {
-constexpr long kLanes = 2;
-constexpr long kVectors = 4;
-#include "spectra/fourier_lanes.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-constexpr long kLanes = 4;
-constexpr long kVectors = 4;
-#include "spectra/fourier_lanes.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512
-namespace avx512 {
-constexpr long kLanes = 8;
-constexpr long kVectors = 8;
-#include "spectra/fourier_lanes.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "spectra/fourier_lanes.inc"
+#include "core/simd_widths.inc"
 
 void RunPlainly(const double* x, long n, const double* twice, double* near, double* far) {
   double u1 = 0.0;
@@ -52,15 +33,8 @@ struct Runner {
 };
 
 Runner RunnerOf(SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      return {avx512::kGroup, avx512::RunGroup};
-    case SimdLevel::Avx2:
-      return {avx2::kGroup, avx2::RunGroup};
-    case SimdLevel::Sse2:
-      break;
-  }
-  return {sse2::kGroup, sse2::RunGroup};
+  return AtLevel<Runner>(level, {sse2::kGroup, sse2::RunGroup}, {avx2::kGroup, avx2::RunGroup},
+                         {avx512::kGroup, avx512::RunGroup});
 }
 
 constexpr std::size_t kWidest = 64;

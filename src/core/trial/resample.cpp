@@ -33,24 +33,8 @@ __attribute__((always_inline)) inline Position PositionOf(const Resampling& job,
   return {below, x - static_cast<double>(below)};
 }
 
-namespace sse2 {
-constexpr long kVector = 2;
-#include "core/trial/resample_kernel.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-constexpr long kVector = 4;
-#include "core/trial/resample_kernel.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512
-namespace avx512 {
-constexpr long kVector = 8;
-#include "core/trial/resample_kernel.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "core/trial/resample_kernel.inc"
+#include "core/simd_widths.inc"
 
 void InterpolatePlainly(const Resampling& job) {
   for (long k = 2; k <= job.n; ++k) {
@@ -67,11 +51,11 @@ void InterpolatePlainly(const Resampling& job) {
 
 // A frame narrower than the level's vector takes a narrower one.
 void Interpolate(const Resampling& job, SimdLevel level) {
-  if (level >= SimdLevel::Avx512 && job.width >= avx512::kVector) {
+  if (level >= SimdLevel::Avx512 && job.width >= avx512::kDoubles) {
     avx512::Interpolate(job);
-  } else if (level >= SimdLevel::Avx2 && job.width >= avx2::kVector) {
+  } else if (level >= SimdLevel::Avx2 && job.width >= avx2::kDoubles) {
     avx2::Interpolate(job);
-  } else if (job.width >= sse2::kVector) {
+  } else if (job.width >= sse2::kDoubles) {
     sse2::Interpolate(job);
   } else {
     InterpolatePlainly(job);

@@ -63,7 +63,7 @@ namespace avx2 {
 }  // namespace avx2
 SIMD_END
 
-SIMD_BEGIN_AVX512_WHOLE
+SIMD_BEGIN_AVX512
 namespace avx512 {
 #define LANES 8
 #define WIDEN(floats) _mm512_maskz_cvtps_pd(0xFF, floats)

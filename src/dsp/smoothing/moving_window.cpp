@@ -17,24 +17,8 @@ constexpr long kLanes = 8;     // channels of a group, side by side as doubles
 constexpr long kTogether = 8;  // windows summed at once
 
 // The sums at each vector width. What differs is the instructions, never the order of additions.
-namespace sse2 {
-constexpr long kVector = 2;
-#include "dsp/smoothing/moving_window_kernel.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-constexpr long kVector = 4;
-#include "dsp/smoothing/moving_window_kernel.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512
-namespace avx512 {
-constexpr long kVector = 8;
-#include "dsp/smoothing/moving_window_kernel.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "dsp/smoothing/moving_window_kernel.inc"
+#include "core/simd_widths.inc"
 
 struct Kernels {
   void (*means)(const double* rows, long width, long windows, bool root, double* means);
@@ -42,15 +26,8 @@ struct Kernels {
 };
 
 Kernels KernelsOf(SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      return {avx512::Means, avx512::RunningMeans};
-    case SimdLevel::Avx2:
-      return {avx2::Means, avx2::RunningMeans};
-    case SimdLevel::Sse2:
-      break;
-  }
-  return {sse2::Means, sse2::RunningMeans};
+  return AtLevel<Kernels>(level, {sse2::Means, sse2::RunningMeans}, {avx2::Means, avx2::RunningMeans},
+                          {avx512::Means, avx512::RunningMeans});
 }
 
 bool HasWindows(const Trial& trial, std::int32_t width) {
