@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
+#include "core/simd.hpp"
 #include "core/trial/helpers.hpp"
 
 namespace velmora {
@@ -27,6 +27,10 @@ struct EmgStatistics {
 /// between them passed over; a sample of exactly 0 that counts hides the next one. Peaks are samples of at
 /// least the threshold whose two neighbours lie on the same side of them.
 PerChannel<EmgStatistics> TakeEmgStatistics(const Trial& trial, SampleRange range,
-                                            const PerChannel<double>& thresholds, double timeStep);
+                                            const PerChannel<double>& thresholds, double timeStep,
+                                            SimdLevel level = MachineSimdLevel());
+/// The same bits by plain loops, channel by channel.
+PerChannel<EmgStatistics> TakeEmgStatisticsPlain(const Trial& trial, SampleRange range,
+                                                 const PerChannel<double>& thresholds, double timeStep);
 
 }  // namespace velmora
