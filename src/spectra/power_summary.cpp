@@ -38,19 +38,12 @@ double Percentile(const std::vector<double>& cumulated, std::int32_t k, double l
   return k == 1 ? fraction : (k - 1) * step + fraction;
 }
 
-double MeanInSingles(const SpectrumMemory& spectrum, std::int32_t last, double weighted) {
-  float sum = 0.0F;
-  for (std::int32_t k = 1; k <= last; ++k) {
-    sum = static_cast<float>(sum + spectrum.PowerNorm[Subscript(k)]);
-  }
-  return sum != 0.0F ? weighted / sum : 0.0;
-}
-
-// Returns the mean frequency.
+// Returns the mean frequency. Both sums run in one loop: neither waits for the other's additions.
 double Scale(SpectrumMemory& spectrum, std::int32_t last, double step, double most, PowerSum kept) {
   const double perMost = 100.0 / most;
   const double perTotal = 100.0 / spectrum.PowerCum[Subscript(last)];
   double sum = 0.0;
+  float inSingles = 0.0F;
   double weighted = 0.0;
   for (std::int32_t k = 1; k <= last; ++k) {
     const std::size_t at = Subscript(k);
@@ -59,15 +52,14 @@ double Scale(SpectrumMemory& spectrum, std::int32_t last, double step, double mo
     spectrum.PowerNorm[at] = power * perMost;
     spectrum.PowerCum[at] *= perTotal;
     sum += spectrum.PowerNorm[at];
+    inSingles = static_cast<float>(inSingles + spectrum.PowerNorm[at]);
     weighted += step * (k * spectrum.PowerNorm[at]);
     spectrum.PowerAbs[at] = spectrum.PowerNorm[at] / perMost;
     spectrum.PowerAbsCum[at] =
         k == 1 ? spectrum.PowerAbs[at] : spectrum.PowerAbs[at] + spectrum.PowerAbsCum[at - 1];
   }
-  if (kept == PowerSum::Single) {
-    return MeanInSingles(spectrum, last, weighted);
-  }
-  return sum != 0.0 ? weighted / sum : 0.0;
+  const double divisor = kept == PowerSum::Single ? double{inSingles} : sum;
+  return divisor != 0.0 ? weighted / divisor : 0.0;
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/simd.hpp"
+#include "dsp/channel_list.hpp"
 #include "dsp/filters/filter_padding.hpp"
 #include "dsp/filters/recursive_filter.hpp"
 
@@ -238,7 +239,27 @@ float* RowOf(const Signal& signal, std::int64_t i) {
   return nullptr;
 }
 
-void Sweep(const Signal& signal, std::vector<Strip> strips, Tile& tile, const Turn& turn) {
+void Rectify(const Rows& rows, const std::vector<ChannelRun>& runs) {
+  constexpr int kAtOnce = 8;  // a loop of known length, which becomes vectors
+  for (std::int64_t i = 0; i < rows.count; ++i) {
+    float* row = rows.Row(i);
+    for (const ChannelRun& run : runs) {
+      int c = run.first;
+      for (; c + kAtOnce <= run.last + 1; c += kAtOnce) {
+        for (int k = 0; k < kAtOnce; ++k) {
+          row[c + k] = std::abs(row[c + k]);
+        }
+      }
+      for (; c <= run.last; ++c) {
+        row[c] = std::abs(row[c]);
+      }
+    }
+  }
+}
+
+// `rectified` channels of the data are made absolute on the way, just before they are filtered.
+void Sweep(const Signal& signal, std::vector<Strip> strips, const std::vector<ChannelRun>& rectified,
+           Tile& tile, const Turn& turn) {
   constexpr std::int64_t tilesATurn = 1024;
   for (Strip& strip : strips) {
     strip.Start(RowOf(signal, 0), RowOf(signal, 1));
@@ -249,6 +270,9 @@ void Sweep(const Signal& signal, std::vector<Strip> strips, Tile& tile, const Tu
     skipped -= start;
     for (std::int64_t i = start; i < part.count; i += kTileRows) {
       const Rows rows{part.Row(i), part.stride, std::min(kTileRows, part.count - i)};
+      if (&part == &signal[1]) {
+        Rectify(rows, rectified);
+      }
       for (Strip& strip : strips) {
         strip.Run(rows, tile);
       }
@@ -259,23 +283,15 @@ void Sweep(const Signal& signal, std::vector<Strip> strips, Tile& tile, const Tu
   }
 }
 
-void RectifyChannels(Trial& trial, const std::vector<int>& channels) {
-  for (std::int64_t i = 1; i <= trial.NData; ++i) {
-    float* x = trial.matrix.Frame(i);
-    for (const int c : channels) {
-      x[c] = std::abs(x[c]);
-    }
-  }
-}
-
 // Everything that one call needs once the sections are known.
 class LanesRun {
  public:
   LanesRun(Trial& trial, const ChannelsFilter& filter, const PerChannel<FilterSection>& sections,
-           std::vector<int> channels, SimdLevel level, const Turn& turn)
+           std::vector<int> channels, const ChannelList& rectified, SimdLevel level, const Turn& turn)
       : filter_(filter),
         sections_(sections),
         channels_(std::move(channels)),
+        rectified_(RunsOf(rectified)),
         kernels_(KernelsOf(level)),
         turn_(turn) {
     const FilterPadding padding =
@@ -286,18 +302,20 @@ class LanesRun {
     padding_.resize(static_cast<std::size_t>((2 * count + 1) * stride));
     float* head = padding_.data();
     float* tail = head + count * stride;
+    const Rows data{trial.matrix.Frame(1), stride, trial.NData};
+    RectifyEnds(data, count);
     for (const int c : channels_) {
       FillPadding(trial.Channel(c), {1, trial.NData}, padding, {head + c, stride, count},
                   {tail + c, stride, count});
     }
-    signal_ = {Rows{head, stride, count}, Rows{trial.matrix.Frame(1), stride, trial.NData},
-               Rows{tail, stride, count}};
+    signal_ = {Rows{head, stride, count}, data, Rows{tail, stride, count}};
     size_ = trial.NData + 2 * count;
   }
 
   // Each pass takes the channels that still have one to go.
   void Run() {
-    if (size_ < 3) {
+    if (size_ < 3 || channels_.empty()) {
+      Rectify(signal_[1], rectified_);
       return;
     }
     for (int pass = 1;; ++pass) {
@@ -314,15 +332,24 @@ class LanesRun {
       if (forward.empty()) {
         return;
       }
-      Sweep(signal_, MakeStrips(kernels_, filter_.type, forward, sections_), tile_, turn_);
-      Sweep(Reversed(signal_), MakeStrips(kernels_, filter_.type, backward, sections_), tile_, turn_);
+      Sweep(signal_, MakeStrips(kernels_, filter_.type, forward, sections_),
+            pass == 1 ? rectified_ : std::vector<ChannelRun>(), tile_, turn_);
+      Sweep(Reversed(signal_), MakeStrips(kernels_, filter_.type, backward, sections_), {}, tile_, turn_);
     }
   }
 
  private:
+  // What the padding reads, and the first two samples, which no sweep changes.
+  void RectifyEnds(const Rows& data, std::int64_t padding) const {
+    const std::int64_t ends = std::min(padding + 2, data.count);
+    Rectify({data.first, data.stride, ends}, rectified_);
+    Rectify({data.Row(data.count - ends), data.stride, ends}, rectified_);
+  }
+
   const ChannelsFilter& filter_;
   const PerChannel<FilterSection>& sections_;
   std::vector<int> channels_;
+  std::vector<ChannelRun> rectified_;
   std::span<const StripKernel> kernels_;
   const Turn& turn_;
   std::vector<float> padding_;
@@ -337,13 +364,17 @@ PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& fil
                                          const Turn& turn) {
   PerChannel<FilterVerdict> verdicts{};
   PerChannel<FilterSection> sections{};
-  std::vector<int> asked;
+  const bool rectify =
+      filter.Rectify && filter.type == PassType::Low && filter.design != FilterDesign::Bessel;
+  ChannelList rectified;
   std::vector<int> accepted;
   for (int c = 1; c <= trial.NChan; ++c) {
     if (!(filter.Cutoffs[c] > 0)) {
       continue;
     }
-    asked.push_back(c);
+    if (rectify) {
+      rectified.push_back(c);
+    }
     const DesignedSection designed = DesignSection(filter.type, filter.design, filter.Cutoffs[c], trial.Rate,
                                                    filter.Passes[c], filter.ZeroLag[c]);
     verdicts[c] = designed.verdict;
@@ -355,10 +386,7 @@ PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& fil
   if (trial.NData < 1) {
     return verdicts;
   }
-  if (filter.Rectify && filter.type == PassType::Low && filter.design != FilterDesign::Bessel) {
-    RectifyChannels(trial, asked);
-  }
-  LanesRun(trial, filter, sections, std::move(accepted), level, turn).Run();
+  LanesRun(trial, filter, sections, std::move(accepted), rectified, level, turn).Run();
   return verdicts;
 }
 
