@@ -14,42 +14,71 @@
 namespace velmora {
 namespace {
 
-// NaN when a sample is not finite. Magnitudes are ordered as their bits are, those not finite last.
-float LargestAmplitude(ChannelView samples) {
-  constexpr std::uint32_t kMagnitude = 0x7FFFFFFFU;
-  constexpr std::uint32_t kInfinity = 0x7F800000U;
-  std::uint32_t largest = 0;
+constexpr long kBlock = 1024;
+using Block = std::array<float, kBlock>;
+
+#define SIMD_KERNEL "emg/amplitude_lanes.inc"
+#include "core/simd_widths.inc"
+
+struct Lanes {
+  void (*raiseLargest)(const float* block, std::int32_t* largest);
+  void (*placeAmplitudes)(const float* block, float width, float last, std::int32_t* places);
+};
+
+Lanes LanesOf(SimdLevel level) {
+  return AtLevel<Lanes>(level, {sse2::RaiseLargest, sse2::PlaceAmplitudes},
+                        {avx2::RaiseLargest, avx2::PlaceAmplitudes},
+                        {avx512::RaiseLargest, avx512::PlaceAmplitudes});
+}
+
+// Calls take(block, count) for the samples in turn, side by side; behind the last ones the block holds zeros.
+template <typename Take>
+void ForBlocks(const ChannelView& samples, const Take& take) {
+  Block block{};
   const float* at = samples.data();
-  for (std::int64_t i = 0; i < samples.size(); ++i, at += samples.stride()) {
-    largest = std::max(largest, std::bit_cast<std::uint32_t>(*at) & kMagnitude);
+  for (std::int64_t first = 0; first < samples.size(); first += kBlock) {
+    const auto count = static_cast<std::size_t>(std::min<std::int64_t>(kBlock, samples.size() - first));
+    for (std::size_t k = 0; k < count; ++k, at += samples.stride()) {
+      block[k] = *at;
+    }
+    std::fill(block.begin() + static_cast<std::ptrdiff_t>(count), block.end(), 0.0F);
+    take(block, count);
   }
-  return largest < kInfinity ? std::bit_cast<float>(largest) : std::numeric_limits<float>::quiet_NaN();
+}
+
+// NaN when a sample is not finite. Magnitudes are ordered as their bits are, those not finite last.
+float LargestAmplitude(const ChannelView& samples, const Lanes& lanes) {
+  constexpr std::int32_t kInfinity = 0x7F800000;
+  std::array<std::int32_t, kBlock> largest{};
+  ForBlocks(samples, [&](const Block& block, std::size_t /*count*/) {
+    lanes.raiseLargest(block.data(), largest.data());
+  });
+  const std::int32_t most = *std::max_element(largest.begin(), largest.end());
+  return most < kInfinity ? std::bit_cast<float>(most) : std::numeric_limits<float>::quiet_NaN();
 }
 
 // Neighbours mostly fall into neighbouring bins: in four tables by turns none waits for the one before.
-std::vector<double> CountAmplitudes(ChannelView samples, float width, std::int16_t bins) {
-  constexpr std::int64_t kAtOnce = 1024;
+std::vector<double> CountAmplitudes(const ChannelView& samples, float width, std::int16_t bins,
+                                    const Lanes& lanes) {
   constexpr std::size_t kTables = 4;
+  const auto size = static_cast<std::size_t>(bins);
+  std::vector<std::int32_t> tables(kTables * size);
   const auto last = static_cast<float>(bins - 1);
-  std::array<std::vector<std::int64_t>, kTables> tables;
-  for (std::vector<std::int64_t>& table : tables) {
-    table.resize(static_cast<std::size_t>(bins));
-  }
-  std::array<std::int32_t, kAtOnce> places{};
-  const float* at = samples.data();
-  for (std::int64_t first = 0; first < samples.size(); first += kAtOnce) {
-    const auto count = static_cast<std::size_t>(std::min(kAtOnce, samples.size() - first));
-    for (std::size_t k = 0; k < count; ++k, at += samples.stride()) {
-      places[k] = static_cast<std::int32_t>(std::min(std::fabs(*at) / width, last));
+  std::array<std::int32_t, kBlock> places{};
+  ForBlocks(samples, [&](const Block& block, std::size_t count) {
+    lanes.placeAmplitudes(block.data(), width, last, places.data());
+    std::fill(places.begin() + static_cast<std::ptrdiff_t>(count), places.end(), -1);
+    std::int32_t* table = tables.data();
+    for (std::size_t k = 0; k < count; k += kTables) {
+      for (std::size_t t = 0; t < kTables && places[k + t] >= 0; ++t) {
+        ++table[t * size + static_cast<std::size_t>(places[k + t])];
+      }
     }
-    for (std::size_t k = 0; k < count; ++k) {
-      ++tables[k % kTables][static_cast<std::size_t>(places[k])];
-    }
-  }
-  std::vector<double> counts(static_cast<std::size_t>(bins) + 1);
-  for (std::size_t b = 1; b < counts.size(); ++b) {
-    for (const std::vector<std::int64_t>& table : tables) {
-      counts[b] += static_cast<double>(table[b - 1]);
+  });
+  std::vector<double> counts(size + 1);
+  for (std::size_t b = 1; b <= size; ++b) {
+    for (std::size_t t = 0; t < kTables; ++t) {
+      counts[b] += tables[t * size + b - 1];
     }
   }
   return counts;
@@ -74,15 +103,16 @@ double PlaceOfLevel(const std::vector<float>& capdf, double level, const Reached
 }  // namespace
 
 std::optional<AmplitudeDistribution> ComputeAmplitudeDistribution(Trial& trial, int channel,
-                                                                  std::int16_t bins) {
+                                                                  std::int16_t bins, SimdLevel level) {
   const ChannelView samples = trial.Channel(channel);
+  const Lanes lanes = LanesOf(level);
   AmplitudeDistribution made;
   made.ApdfBinPercent = 100.0 / bins;
-  const auto width = static_cast<float>(LargestAmplitude(samples) / (made.ApdfBinPercent * 100));
+  const auto width = static_cast<float>(LargestAmplitude(samples, lanes) / (made.ApdfBinPercent * 100));
   if (!(width > 0)) {
     return std::nullopt;
   }
-  made.ApdfCounts = CountAmplitudes(samples, width, bins);
+  made.ApdfCounts = CountAmplitudes(samples, width, bins, lanes);
   made.Apdf.assign(made.ApdfCounts.size(), 0.0F);
   made.Capdf = made.Apdf;
   for (std::size_t b = 1; b < made.Apdf.size(); ++b) {

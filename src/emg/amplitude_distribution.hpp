@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/command_memory.hpp"
+#include "core/simd.hpp"
 #include "core/trial/trial.hpp"
 
 namespace velmora {
@@ -19,7 +20,8 @@ namespace velmora {
 ///
 /// Returns nothing for a channel of zeros, or with a sample that is not finite.
 std::optional<AmplitudeDistribution> ComputeAmplitudeDistribution(Trial& trial, int channel,
-                                                                  std::int16_t bins);
+                                                                  std::int16_t bins,
+                                                                  SimdLevel level = MachineSimdLevel());
 
 /// The report: one line for the channel, one for each of the three amplitudes through `pattern`.
 std::string DistributionText(const Trial& trial, int channel, const AmplitudeDistribution& distribution,

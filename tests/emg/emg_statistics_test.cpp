@@ -1,4 +1,4 @@
-// EMG statistics of channels side by side, against plain loops over one channel after another.
+// EMG statistics and amplitude distributions in lanes, against plain loops.
 #include "emg/emg_statistics.hpp"
 
 #include <gtest/gtest.h>
@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 
+#include "emg/amplitude_distribution.hpp"
 #include "support/trials.hpp"
 
 namespace velmora::test {
@@ -56,6 +57,29 @@ TEST(EmgStatistics, ChannelsSideBySideGiveTheBitsOfPlainLoops) {
           EXPECT_TRUE(Same(fast[c], plain[c])) << "channel " << c << " of " << channels << ", " << range.lo
                                                << " to " << range.hi << ", level " << static_cast<int>(level);
         }
+      }
+    }
+  }
+}
+
+TEST(AmplitudeDistribution, EveryWidthCountsAsAPlainLoop) {
+  for (const int samples : {3, 1024, 3071}) {
+    Trial trial;
+    SetChannels(trial, NoiseChannels(3, samples));
+    const Samples x = NoiseChannels(3, samples)[1];
+    for (const std::int16_t bins : {std::int16_t{1}, std::int16_t{7}, std::int16_t{100}, std::int16_t{200}}) {
+      float largest = 0.0F;
+      for (const float sample : x) {
+        largest = std::max(largest, std::abs(sample));
+      }
+      const auto width = static_cast<float>(largest / (100.0 / bins * 100));
+      std::vector<double> counts(static_cast<std::size_t>(bins) + 1);
+      for (const float sample : x) {
+        const int bin = static_cast<int>(std::abs(sample) / width) + 1;
+        counts[static_cast<std::size_t>(std::min<int>(bin, bins))] += 1;
+      }
+      for (const SimdLevel level : MachineSimdLevels()) {
+        EXPECT_EQ(ComputeAmplitudeDistribution(trial, 2, bins, level)->ApdfCounts, counts) << samples;
       }
     }
   }
