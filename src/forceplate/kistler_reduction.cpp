@@ -81,11 +81,18 @@ using Bits = std::int64_t __attribute__((vector_size(32)));
 using Floats = float __attribute__((vector_size(16)));
 using LooseFloats = float __attribute__((vector_size(16), aligned(4), may_alias));
 
+// GCC 12 takes conversions of whole vectors through memory; the instructions are said by name.
 namespace sse2 {
 __attribute__((always_inline)) inline Vector SquareRoots(Vector x) {
   const __m128d low = _mm_sqrt_pd(__m128d{x[0], x[1]});
   const __m128d high = _mm_sqrt_pd(__m128d{x[2], x[3]});
   return Vector{low[0], low[1], high[0], high[1]};
+}
+__attribute__((always_inline)) inline Vector Widened(Floats x) {
+  return __builtin_convertvector(x, Vector);
+}
+__attribute__((always_inline)) inline Floats Narrowed(Vector x) {
+  return __builtin_convertvector(x, Floats);
 }
 #include "forceplate/kistler_kernel.inc"
 }  // namespace sse2
@@ -94,6 +101,12 @@ SIMD_BEGIN_AVX2
 namespace avx2 {
 __attribute__((always_inline)) inline Vector SquareRoots(Vector x) {
   return _mm256_sqrt_pd(x);
+}
+__attribute__((always_inline)) inline Vector Widened(Floats x) {
+  return _mm256_cvtps_pd(x);
+}
+__attribute__((always_inline)) inline Floats Narrowed(Vector x) {
+  return _mm256_cvtpd_ps(x);
 }
 #include "forceplate/kistler_kernel.inc"
 }  // namespace avx2
