@@ -400,6 +400,39 @@ void ShowImpacts(ui::MainWindow& window, Photographer& photographer) {
   photographer.Dialogue("integrate.statistics", "frmIntegral", "integration-statistics", "Exit");
 }
 
+// Two plates of eight channels, defined, drawn and reduced, and the path of the centre of pressure over them.
+void ShowPlates(ui::MainWindow& window, Photographer& photographer) {
+  const auto define = [](QWidget* dialog) {
+    Choose(dialog, QStringLiteral("Kistler 9281B"));
+    Choose(dialog, QStringLiteral("Millimetres"));
+    for (const auto& [field, value] :
+         std::initializer_list<std::pair<const char*, int>>{{"a", 120},
+                                                            {"b", 200},
+                                                            {"az0", 54},
+                                                            {"Width", 400},
+                                                            {"Length", 600},
+                                                            {"XYRange", 1},
+                                                            {"ZRange", 1},
+                                                            {"XSens", -1},
+                                                            {"YSens", -1},
+                                                            {"ZSens", -1},
+                                                            {"PlateOffsetY", 600}}) {
+      Type(dialog, field, QString::number(value));
+    }
+  };
+  const auto two = [define](QWidget* dialog) {
+    Type(dialog, "NumPlates", QStringLiteral("2"));
+    define(dialog);
+  };
+  Run(window, photographer, "plates.reduce",
+      {{"frmDefinePlate", "Plate 2", nullptr, two},
+       {"frmDefinePlate", "OK", "define-plate", define},
+       {"Minimum Force Threshold", "OK"},
+       {"Autozeroing", "Yes"},
+       {"Autozeroing", "Yes"}});
+  Run(window, photographer, "plates.pressure", {{"frmPressurePath", "Exit", "pressure-path"}});
+}
+
 void ShowTextFiles(ui::MainWindow& window, Photographer& photographer) {
   auto* tabs = window.findChild<QTabWidget*>();
   tabs->setCurrentIndex(1);
@@ -442,6 +475,10 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   window.OpenFile((data / "head-impacts.vmb").string());
   QTest::qWait(300);
   ShowImpacts(window, photographer);
+  window.State().trial.FileChanged = false;
+  window.OpenFile((data / "two-plate-step.vmb").string());
+  QTest::qWait(300);
+  ShowPlates(window, photographer);
   window.State().trial.FileChanged = false;
   window.OpenFile((data / "many.vmb").string());
   QTest::qWait(400);
@@ -495,6 +532,7 @@ int main(int argc, char** argv) {
     Write(data, "reaching.vmb", examples::MakeNoisyDisplacement);
     Write(data, "hold-first.vmb", examples::MakeHoldOfFirst);
     Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
+    Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
     Write(data, "many.vmb", MakeManyChannels);
     WriteText(data / "treadmill.txt");
     fs::current_path(data);

@@ -1,5 +1,6 @@
 #include "export/save_data.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -60,6 +61,19 @@ void Write(Workbench& workbench, ProgressPanel& panel, SaveFormat format) {
   entry.write(workbench, panel);
 }
 
+// The matrix of a calibrated plate stays behind, and without it nobody can reduce its channels.
+void TellLostMatrices(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  const bool calibrated = std::any_of(
+      trial.FilePlates.begin(), trial.FilePlates.end(),
+      [](const FilePlate& plate) { return plate.record.has_value() && !plate.record->matrix.empty(); });
+  if (calibrated && !trial.ForcesReduced) {
+    AddNotice(workbench,
+              "The saved file lacks the calibration matrices of the force plates: reduce them first, or keep "
+              "the original or a C3D file.");
+  }
+}
+
 }  // namespace
 
 void SaveData(Workbench& workbench, SaveFormat format) {
@@ -72,7 +86,11 @@ void SaveData(Workbench& workbench, SaveFormat format) {
   panel.SetStatus("Saving data (n= " + std::to_string(trial.NData) + ")");
   panel.SetLimits(0, trial.NData);
   try {
+    const std::size_t deeds = workbench.report.deeds.size();
     Write(workbench, panel, format);
+    if (workbench.report.deeds.size() > deeds && format != SaveFormat::C3d) {
+      TellLostMatrices(workbench);
+    }
   } catch (const FileError& error) {
     ShowSaveFailure(workbench, error.what());
   }

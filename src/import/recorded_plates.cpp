@@ -41,7 +41,10 @@ void TakePlates(Workbench& workbench, const Recording& recording, std::span<cons
     const int base = plate.reducible ? BaseOf(channels, plate) : -1;
     if (base >= 0 && taken.size() < plates.PlateTable.size()) {
       plates.PlateTable.at(taken.size()) = plate.definition;
-      taken.push_back({.base = base, .loads = plate.loads});
+      taken.push_back({.base = base,
+                       .channels = static_cast<std::int32_t>(plate.channels.size()),
+                       .loads = plate.loads,
+                       .record = plate.record});
     } else {
       left += (left.empty() ? "" : ", ") + std::to_string(k + 1);
     }

@@ -41,10 +41,21 @@ using ChannelFlags = PerChannel<bool>;
 /// surface, by its six channels: load i is the sum of [6 i + j] times channel j.
 using PlateMatrix = std::array<double, 36>;
 
+/// A plate in the words of a C3D file, so that it can be written into another one.
+struct C3dPlateRecord {
+  std::int16_t type = 0;
+  std::string units;                // of the lengths
+  std::array<float, 12> corners{};  // of its surface, in the laboratory
+  std::array<float, 3> origin{};
+  std::vector<float> matrix;  // 36, column by column; empty: none
+};
+
 /// A force plate that the trial's file describes, in the order of the plate table.
 struct FilePlate {
   std::int32_t base = 0;  // the channel before its first
+  std::int32_t channels = 0;
   std::optional<PlateMatrix> loads;
+  std::optional<C3dPlateRecord> record;
 };
 
 /// The one current trial: its samples, and what is known of it. Samples and channels count from 1;

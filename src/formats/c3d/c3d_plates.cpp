@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <span>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -11,6 +12,7 @@ namespace {
 
 constexpr const char* kPlateGroup = "FORCE_PLATFORM";
 constexpr std::size_t kSixLoads = 6;
+constexpr int kMatrixType = 4;
 constexpr std::int16_t kC3dAmtiType = 5;  // in the program's list of types
 constexpr double kMillimetre = 0.001;     // m
 
@@ -134,8 +136,7 @@ ForcePlate PlateAt(const PlateParameters& all, std::size_t plate) {
 
 void DescribeAmti(RecordedPlate& plate, const PlateParameters& all, std::size_t number, int type,
                   const std::vector<std::string>& units) {
-  constexpr int matrixType = 4;
-  const bool calibrated = type == matrixType;
+  const bool calibrated = type == kMatrixType;
   if (plate.channels.size() < kSixLoads ||
       (calibrated && all.matrices.size() < (number + 1) * kSixLoads * kSixLoads)) {
     return;
@@ -166,6 +167,24 @@ void DescribeKistler(RecordedPlate& plate, const PlateParameters& all, std::size
   plate.reducible = true;
 }
 
+// Numbers from `first` on, as many as `to` holds; zeros for those that the file has not got.
+void CopyNumbers(const std::vector<double>& from, std::size_t first, std::span<float> to) {
+  for (std::size_t k = 0; k < to.size() && first + k < from.size(); ++k) {
+    to[k] = static_cast<float>(from[first + k]);
+  }
+}
+
+C3dPlateRecord RecordAt(const PlateParameters& all, std::size_t plate, int type) {
+  C3dPlateRecord record{.type = static_cast<std::int16_t>(type), .units = all.pointUnits};
+  CopyNumbers(all.corners, 12 * plate, record.corners);
+  CopyNumbers(all.origins, 3 * plate, record.origin);
+  if (type == kMatrixType) {
+    record.matrix.resize(kSixLoads * kSixLoads);
+    CopyNumbers(all.matrices, record.matrix.size() * plate, record.matrix);
+  }
+  return record;
+}
+
 std::string WordsOf(const RecordedPlate& plate, std::size_t number, int type) {
   std::string words = "Force plate " + std::to_string(number + 1) + ": type " + std::to_string(type) + ", " +
                       FormatNumber(plate.definition.Width, "0") + " x " +
@@ -191,11 +210,12 @@ std::vector<RecordedPlate> C3dPlates(const C3dHead& head) {
     if (std::any_of(plate.channels.begin(), plate.channels.end(),
                     [&head](int c) { return c >= head.channels; })) {
       plate.words += ", which the file has not got";
-    } else if (type == 2 || type == 4) {
+    } else if (type == 2 || type == kMatrixType) {
       DescribeAmti(plate, all, p, type, units);
     } else if (type == 3) {
       DescribeKistler(plate, all, p);
     }
+    plate.record = RecordAt(all, p, type);
     plates.push_back(std::move(plate));
   }
   return plates;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -100,9 +101,54 @@ void AddWrittenEvents(C3dParameterSection& section, const std::vector<WrittenEve
   section.Add("TIMES", times, {2, static_cast<int>(events.size())});
 }
 
+// Plates that came with the file and whose channels are what they were.
+std::vector<FilePlate> WrittenPlatesOf(const Trial& trial) {
+  std::vector<FilePlate> plates;
+  if (!trial.ForcesReduced) {
+    std::copy_if(trial.FilePlates.begin(), trial.FilePlates.end(), std::back_inserter(plates),
+                 [](const FilePlate& plate) { return plate.record.has_value(); });
+  }
+  return plates;
+}
+
+void AddWrittenPlates(C3dParameterSection& section, const std::vector<FilePlate>& plates) {
+  constexpr std::size_t kMatrix = 36;
+  const auto count = static_cast<int>(plates.size());
+  section.StartGroup("FORCE_PLATFORM");
+  section.Add("USED", static_cast<std::int16_t>(count));
+  if (plates.empty()) {
+    return;
+  }
+  const int most = std::max_element(plates.begin(), plates.end(), [](const auto& a, const auto& b) {
+                     return a.channels < b.channels;
+                   })->channels;
+  std::vector<std::int16_t> types;
+  std::vector<std::int16_t> channels;
+  std::vector<float> corners;
+  std::vector<float> origins;
+  std::vector<float> matrices;
+  for (const FilePlate& plate : plates) {
+    types.push_back(plate.record->type);
+    for (int k = 1; k <= most; ++k) {
+      channels.push_back(static_cast<std::int16_t>(k <= plate.channels ? plate.base + k : 0));
+    }
+    corners.insert(corners.end(), plate.record->corners.begin(), plate.record->corners.end());
+    origins.insert(origins.end(), plate.record->origin.begin(), plate.record->origin.end());
+    matrices.insert(matrices.end(), plate.record->matrix.begin(), plate.record->matrix.end());
+    matrices.resize(types.size() * kMatrix);
+  }
+  section.Add("TYPE", types, {count});
+  section.Add("CHANNEL", channels, {most, count});
+  section.Add("CORNERS", corners, {3, 4, count});
+  section.Add("ORIGIN", origins, {3, count});
+  section.Add("CAL_MATRIX", matrices, {6, 6, count});
+  section.Add("ZERO", std::vector<std::int16_t>{0, 0}, {2});
+}
+
 std::string C3dParameterBytes(const Trial& trial, const C3dFrames& frames, std::int16_t dataBlock) {
   const std::vector<std::string> labels = C3dTextsOf(trial, trial.ChanLabel);
   const std::vector<int> channels = {trial.NChan};
+  const std::vector<FilePlate> plates = WrittenPlatesOf(trial);
   C3dParameterSection section;
   section.StartGroup("POINT");
   section.Add("USED", std::int16_t{0});
@@ -114,7 +160,7 @@ std::string C3dParameterBytes(const Trial& trial, const C3dFrames& frames, std::
     section.Add("LONG_FRAMES", static_cast<float>(frames.count));
   }
   section.Add("LABELS", std::span<const std::string>());
-  section.Add("UNITS", std::vector<std::string>{"mm"});
+  section.Add("UNITS", std::vector<std::string>{plates.empty() ? "mm" : plates.front().record->units});
   section.StartGroup("ANALOG");
   section.Add("USED", trial.NChan);
   section.Add("LABELS", labels);
@@ -124,8 +170,7 @@ std::string C3dParameterBytes(const Trial& trial, const C3dFrames& frames, std::
   section.Add("SCALE", std::vector<float>(labels.size(), 1.0F), channels);
   section.Add("UNITS", C3dTextsOf(trial, trial.ChanUnits));
   section.Add("RATE", static_cast<float>(trial.Rate));
-  section.StartGroup("FORCE_PLATFORM");
-  section.Add("USED", std::int16_t{0});
+  AddWrittenPlates(section, plates);
   section.StartGroup("TRIAL");
   section.Add("ACTUAL_START_FIELD", C3dWordsOf(1), {2});
   section.Add("ACTUAL_END_FIELD", C3dWordsOf(frames.count), {2});

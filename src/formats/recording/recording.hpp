@@ -36,6 +36,7 @@ struct RecordedPlate {
   ForcePlate definition{};
   std::optional<PlateMatrix>
       loads{};  // what its channels are; none: loads, or volts of a plate of eight channels
+  std::optional<C3dPlateRecord> record{};
   /// The program can reduce plates of this kind, and `definition` says how.
   bool reducible = false;
 };

@@ -200,6 +200,22 @@ TEST_F(C3dTest, PlatesAreTakenOrListed) {
   EXPECT_EQ(trial.FilePlates.at(1).loads->at(6 * 5 + 3), 23.0);
   EXPECT_NE(trial.HeaderLines[5].find("which the file has not got"), std::string::npos)
       << trial.HeaderLines[5];
+
+  // A C3D file takes the plates along; another tells what it lacks.
+  const std::vector<FilePlate> before = trial.FilePlates;
+  SaveAs("again.c3d", "save.c3d");
+  EXPECT_FALSE(Notices("calibration matrices"));
+  SaveAs("again.vmb");
+  EXPECT_TRUE(Notices("The saved file lacks the calibration matrices"));
+  LoadPath(directory.Path("again.c3d"));
+  ASSERT_EQ(trial.FilePlates.size(), 2U);
+  for (const std::size_t k : {0U, 1U}) {
+    EXPECT_EQ(trial.FilePlates[k].base, before[k].base);
+    EXPECT_EQ(trial.FilePlates[k].channels, before[k].channels);
+    EXPECT_EQ(trial.FilePlates[k].loads, before[k].loads);
+    EXPECT_EQ(trial.FilePlates[k].record->corners, before[k].record->corners);
+    EXPECT_EQ(trial.FilePlates[k].record->origin, before[k].record->origin);
+  }
 }
 
 TEST_F(C3dTest, WhatIsDamagedIsReadAsFarAsItGoesOrRefused) {
