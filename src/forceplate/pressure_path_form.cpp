@@ -125,7 +125,8 @@ class PressurePathForm : public Form {
       if (!follows) {
         Append(plot, {kGap, kGap});
       } else if (stretch != stretchBefore) {
-        Append(plot, last.at);  // the colours meet
+        Append(plot, {kGap, kGap});  // the plate before may have been here at this time, too
+        Append(plot, last.at);       // the colours meet
       }
       if (!follows || !(std::abs(point.at.x - drawn.x) < cell && std::abs(point.at.y - drawn.y) < cell)) {
         Append(plot, point.at);

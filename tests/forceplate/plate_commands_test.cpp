@@ -66,6 +66,37 @@ TEST_F(PlateCommandsTest, ADefinedKistlerPlateIsReducedAndTheTrialSaysSo) {
   }
 }
 
+// Walking from the first plate to the second, 60 cm ahead, with both loaded for a while.
+TEST_F(PlateCommandsTest, ThePathOfThePressureJumpsFromNoPlateToTheOther) {
+  std::vector<Samples> all(16, Samples(100, 0.0F));
+  for (std::size_t i = 0; i < 100; ++i) {
+    for (const std::size_t base : {std::size_t{0}, std::size_t{8}}) {
+      if (base == 0 ? i < 60 : i >= 40) {
+        all[base + 2][i] = 500.0F;
+        all[base + 4][i] = static_cast<float>(i) / 10.0F - 5.0F;
+      }
+    }
+  }
+  SetChannels(trial, all);
+  trial.ForcesReduced = true;
+  trial.NPlates = 2;
+  workbench.plates.PlateOffsetY = 600;
+  std::vector<FormGraph::Plot> plots;
+  questions.formAnswers.emplace_back([&plots](Form& form) {
+    plots = form.Graph()->plots;
+    return std::string("Exit");
+  });
+  Run("plates.pressure");
+  std::size_t drawn = 0;
+  for (const FormGraph::Plot& plot : plots) {
+    for (std::size_t k = 1; k < plot.y.size() && plot.name.find("Plate") == std::string::npos; ++k) {
+      EXPECT_FALSE(std::abs(plot.y[k] - plot.y[k - 1]) > 1) << plot.name << ": " << plot.y[k];
+      ++drawn;
+    }
+  }
+  EXPECT_GT(drawn, 60U);
+}
+
 TEST_F(PlateCommandsTest, AutozeroTakesTheFirstSampleOfEachPlateInItsTurn) {
   SetRamp(16);
   for (int c = 1; c <= 16; ++c) {

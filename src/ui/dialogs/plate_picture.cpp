@@ -97,17 +97,21 @@ void PlatePicture::PaintPlate(QPainter& painter, const QTransform& onScreen, con
   painter.drawPolygon(onScreen.map(PolygonOf(*sensors)));
   painter.setPen(QPen(ink, 1.0));
   const std::int64_t base = BaseChannelOf(trial_, plates, plate);
-  for (int k = 0; k < 4; ++k) {
-    const PlatePoint& at = (*sensors)[static_cast<std::size_t>(k)];
+  for (std::size_t k = 0; k < 4; ++k) {
+    const PlatePoint& at = (*sensors)[k];
     const QPointF place = onScreen.map(QPointF(at.x, at.y));
     painter.setBrush(palette().color(QPalette::Highlight));
     painter.drawEllipse(place, 5, 5);
-    const std::string number =
-        ChannelNumber(static_cast<int>(std::min<std::int64_t>(base, 1000)) + kFirstVertical + k);
-    const QString text = ToQt(kKistlerNames.at(4 + static_cast<std::size_t>(k)) + (" " + number));
+    const std::string number = ChannelNumber(static_cast<int>(std::min<std::int64_t>(base, 1000)) +
+                                             kFirstVertical + static_cast<int>(k));
+    const QString text = ToQt(kKistlerNames.at(4 + k) + (" " + number));
+    // Towards the middle of the plate, and apart where two sensors stand close together.
+    const QPointF opposite = onScreen.map(QPointF((*sensors)[(k + 2U) % 4].x, (*sensors)[(k + 2U) % 4].y));
     const double across = fontMetrics().horizontalAdvance(text);
-    const bool left = at.x > (*sensors)[0].x + (*sensors)[2].x - at.x;
-    painter.drawText(place + QPointF(left ? -across - 9 : 9, 5), text);
+    const double apart = std::max(0.0, across + 6 - std::abs(opposite.x() - place.x())) / 2;
+    const double outwards = place.x() < opposite.x() ? -apart : apart;
+    const double inwards = place.y() < opposite.y() ? 8.0 + fontMetrics().ascent() : -10.0;
+    painter.drawText(place + QPointF(outwards - across / 2, inwards), text);
   }
 }
 
