@@ -25,8 +25,7 @@ constexpr Table kTables[] = {
 
 StatisticsForm::StatisticsForm(Workbench& workbench, Kind kind, std::string name, std::string title,
                                SampleRange range, Times times)
-    : Form(std::move(name), std::move(title)),
-      workbench_(workbench),
+    : ResultForm(workbench, std::move(name), std::move(title)),
       kind_(kind),
       times_(times),
       firstSample_(range.lo),
@@ -71,20 +70,14 @@ void StatisticsForm::AddRangeFields() {
 }
 
 void StatisticsForm::AddCommonButtons(const char* clipboardCaption) {
-  const auto open = [this](const char* caption, auto press) {
-    buttons_.push_back({.caption = caption, .press = [press] {
-                          press();
-                          return false;
-                        }});
-  };
-  open(clipboardCaption, [this] { SendToClipboard(workbench_, ClipboardText()); });
+  buttons_.push_back(ClipboardButton(clipboardCaption));
   for (const Table& table : kTables) {
     if (table.kind != kind_) {
-      open(table.caption, [this, id = table.id] { ShowOther(id); });
+      buttons_.push_back(StayButton(table.caption, [this, id = table.id] { ShowOther(id); }));
     }
   }
-  open("&Print", [this] { PrintResults(workbench_, *this); });
-  buttons_.push_back({"E&xit", FormButton::Role::Accept, [] { return true; }});
+  buttons_.push_back(StayButton("&Print", [this] { PrintResults(workbench_, *this); }));
+  buttons_.push_back(ExitButton("E&xit"));
 }
 
 void StatisticsForm::ShowOther(std::string_view id) {
