@@ -27,7 +27,7 @@ EmgStatisticsForm::EmgStatisticsForm(Workbench& workbench)
   AddRangeFields();
   buttons_ = {StayButton("Ca&lculate thresholds", [this] { CalculateThresholds(); }),
               StayButton("&Enter threshold", [this] { EnterThresholds(); })};
-  AddCommonButtons("Send results to &Clipboard");
+  AddCommonButtons("Sa&ve", "Send results to &Clipboard");
   Compute();
 }
 

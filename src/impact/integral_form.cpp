@@ -14,7 +14,7 @@ IntegralForm::IntegralForm(Workbench& workbench, const ChannelList& channels)
                      {workbench.graph.StatLo, workbench.graph.StatHi}, Times::Numbers) {
   AddRangeFields();
   SetTables({Table(channels)});
-  AddCommonButtons("&Send results to Clipboard");
+  AddCommonButtons("Sa&ve", "&Send results to Clipboard");
 }
 
 ResultTable IntegralForm::Table(const ChannelList& channels) const {

@@ -16,6 +16,8 @@ struct Table {
 };
 
 constexpr Table kTables[] = {
+    {StatisticsForm::Kind::Descriptive, "&Mean, min. && max.", "table-stats.mean"},
+    {StatisticsForm::Kind::Median, "Me&dian stats.", "table-stats.median"},
     {StatisticsForm::Kind::Emg, "&EMG stats.", "table-stats.emg"},
     {StatisticsForm::Kind::Integration, "&Integration stats.", "table-stats.integral"},
     {StatisticsForm::Kind::Fourier, "&Fourier stats.", "table-stats.fourier"},
@@ -69,7 +71,9 @@ void StatisticsForm::AddRangeFields() {
   }
 }
 
-void StatisticsForm::AddCommonButtons(const char* clipboardCaption) {
+void StatisticsForm::AddCommonButtons(const char* saveCaption, const char* clipboardCaption) {
+  buttons_.push_back(
+      SaveButton(saveCaption, {.what = "statistics", .extension = ".tab"}, {.range = Range()}));
   buttons_.push_back(ClipboardButton(clipboardCaption));
   for (const Table& table : kTables) {
     if (table.kind != kind_) {

@@ -14,7 +14,7 @@ namespace velmora {
 class StatisticsForm : public ResultForm {
  public:
   /// As their captions call them.
-  enum class Kind { Fourier, Emg, Integration };
+  enum class Kind { Descriptive, Median, Fourier, Emg, Integration };
 
  protected:
   /// How start and end are told: as numbers of the abscissa, or as texts of seconds ("1.500 s").
@@ -25,8 +25,8 @@ class StatisticsForm : public ResultForm {
 
   /// The fields "StartTime" "EndTime" "FirstSample" "LastSample" "N" "Duration".
   void AddRangeFields();
-  /// What every table has: clipboard, the other tables, Print, and Exit, which accepts.
-  void AddCommonButtons(const char* clipboardCaption);
+  /// What every table has: saving, clipboard, the other tables, Print, and Exit, which accepts.
+  void AddCommonButtons(const char* saveCaption, const char* clipboardCaption);
 
   [[nodiscard]] SampleRange Range() const { return {firstSample_, lastSample_}; }
   /// Start and end through the pattern of times.

@@ -37,7 +37,7 @@ class FourierStatsForm : public StatisticsForm {
     AddRangeFields();
     fields_.push_back({.name = "NHarm", .caption = "Harmonics", .target = &harmonics_, .readOnly = true});
     SetTables({std::move(table)});
-    AddCommonButtons("Send results to &Clipboard");
+    AddCommonButtons("Sa&ve", "Send results to &Clipboard");
   }
 
  private:

@@ -8,13 +8,16 @@
 namespace velmora {
 
 ResultForm::ResultForm(Workbench& workbench, Results results)
-    : Form(results.name, results.title), workbench_(workbench), results_(std::move(results)) {
-  if (!results_.words.empty()) {
-    fields_ = {{.name = "txtResult", .caption = "", .target = &results_.words, .readOnly = true}};
+    : Form(std::move(results.name), std::move(results.title)),
+      workbench_(workbench),
+      words_(std::move(results.words)) {
+  if (!words_.empty()) {
+    fields_ = {{.name = "txtResult", .caption = "", .target = &words_, .readOnly = true}};
   }
-  SetTables(std::move(results_.tables));
-  graph_ = std::move(results_.graph);
-  buttons_ = {StayButton("&Save", [this] { Save(); }), ClipboardButton("Send results to &Clipboard")};
+  SetTables(std::move(results.tables));
+  graph_ = std::move(results.graph);
+  buttons_ = {SaveButton("&Save", std::move(results.file), std::move(results.head)),
+              ClipboardButton("Send results to &Clipboard")};
   if (graph_) {
     buttons_.push_back(StayButton("&Graph", [this] { ToggleGraph(); }));
   }
@@ -49,8 +52,10 @@ void ResultForm::ToggleGraph() {
   }
 }
 
-void ResultForm::Save() {
-  SaveResultFile(workbench_, results_.file, results_.head, tables_);
+FormButton ResultForm::SaveButton(const char* caption, ResultFileKind kind, ResultHead head) {
+  return StayButton(caption, [this, kind = std::move(kind), head = std::move(head)] {
+    SaveResultFile(workbench_, kind, head, tables_);
+  });
 }
 
 FormButton ResultForm::ClipboardButton(const char* caption) {

@@ -36,6 +36,8 @@ class ResultForm : public Form {
   void ShowTables(bool on);
   [[nodiscard]] bool TablesShown() const { return tablesShown_; }
 
+  /// "&Save" under whatever caption: a file of the tables with this head.
+  FormButton SaveButton(const char* caption, ResultFileKind kind, ResultHead head);
   /// "Send results to &Clipboard" under whatever caption.
   FormButton ClipboardButton(const char* caption);
   /// "E&xit" under whatever caption.
@@ -47,10 +49,9 @@ class ResultForm : public Form {
   Workbench& workbench_;
 
  private:
-  void Save();
   void ToggleGraph();
 
-  Results results_;
+  std::string words_;
   bool tablesShown_ = true;
 };
 
