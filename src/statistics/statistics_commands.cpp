@@ -9,6 +9,7 @@
 #include "impact/integral_form.hpp"
 #include "spectra/fourier_statistics.hpp"
 #include "statistics/level_forms.hpp"
+#include "statistics/window_form.hpp"
 
 namespace velmora {
 namespace {
@@ -61,6 +62,25 @@ void Integration(Workbench& workbench) {
   workbench.RunById(workbench, "integrate.statistics");
 }
 
+void Windows(Workbench& workbench) {
+  if (HasData(workbench)) {
+    ShowWindowStatistics(workbench, AskCursorRange(workbench), WindowForm::Split::OfWidth);
+  }
+}
+
+void Cursors(Workbench& workbench) {
+  OpenGraphView(workbench);
+  const Box box{.title = "Compute Stats between Cursors?",
+                .text =
+                    "This option will record various statistics between a series of cursors.\n"
+                    "Do you want to continue (Yes/No)?",
+                .icon = Icon::Question,
+                .buttons = {Button::Yes, Button::No}};
+  if (workbench.questions.AskBox(box) == Button::Yes) {
+    ShowWindowStatistics(workbench, {1, workbench.trial.NData}, WindowForm::Split::BetweenCursors);
+  }
+}
+
 // From one table to another, over the samples of the first.
 template <void (*table)(Workbench&)>
 void ShowOther(Workbench& workbench) {
@@ -92,6 +112,7 @@ void ShowBetween(Workbench& workbench) {
 constexpr std::string_view kMenu = "&Statistics";
 constexpr std::string_view kAll = "&Single-axis graph/S&tatistics/&All data";
 constexpr std::string_view kBetween = "&Single-axis graph/S&tatistics/&Between cursors";
+constexpr std::string_view kGraph = "&Single-axis graph/S&tatistics";
 constexpr std::string_view kNoMenu;  // buttons of the tables lead there, or it is another name of an entry
 constexpr std::string_view kMean = "&Mean, min. && max.";
 constexpr std::string_view kMedian = "Me&dian stats.";
@@ -103,6 +124,7 @@ constexpr std::array kCommands = {
     Command{"statistics.median", kMedian, kMenu, Needs::Data, Ask<MediansOf>},
     Command{"statistics.emg", kEmg, kMenu, Needs::Data, Ask<ShowEmgStatistics>},
     Command{"statistics.integration", "&Integration statistics", kMenu, Needs::Data, Integration},
+    Command{"statistics.windows", "&Window statistics", kMenu, Needs::Data, Windows},
 
     Command{"statistics.all-descriptive", kMean, kAll, Needs::View, ShowAll<MeansOf>},
     Command{"statistics.all-median", kMedian, kAll, Needs::View, ShowAll<MediansOf>},
@@ -112,6 +134,7 @@ constexpr std::array kCommands = {
     Command{"statistics.between-median", kMedian, kBetween, Needs::View, ShowBetween<MediansOf>},
     Command{"statistics.between-emg", kEmg, kBetween, Needs::View, ShowBetween<ShowEmgStatistics>},
     Command{"statistics.between-integration", kIntegral, kBetween, Needs::View, ShowBetween<IntegralsOf>},
+    Command{"statistics.cursors", "Statistics between &Cursors", kGraph, Needs::View, Cursors},
 
     Command{"all-stats.mean", kMean, kNoMenu, Needs::View, ShowAll<MeansOf>},
     Command{"all-stats.median", kMedian, kNoMenu, Needs::View, ShowAll<MediansOf>},

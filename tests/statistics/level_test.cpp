@@ -3,7 +3,7 @@
 
 #include "statistics/descriptive.hpp"
 #include "statistics/order_statistics.hpp"
-#include "support/command_test.hpp"
+#include "statistics/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -11,28 +11,7 @@ namespace {
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
-/// A cell of a table by its row and head; NaN where it is empty.
-double Cell(const ResultTable& table, std::size_t row, std::string_view head) {
-  for (std::size_t k = 0; k < table.columns.size(); ++k) {
-    if (table.columns[k] == head) {
-      const double* number = k < table.rows[row].size() ? std::get_if<double>(&table.rows[row][k]) : nullptr;
-      return number != nullptr ? *number : NAN;
-    }
-  }
-  ADD_FAILURE() << "no column " << head;
-  return NAN;
-}
-
-struct LevelTest : CommandTest {
-  const ResultTable& Table(std::string_view name) {
-    for (const ResultTable& table : workbench.results.ResultTables) {
-      if (table.name == name) {
-        return table;
-      }
-    }
-    throw std::runtime_error("no table " + std::string(name));
-  }
-};
+struct LevelTest : TableTest {};
 
 TEST_F(LevelTest, MeansByHand) {
   SetChannels(trial, {{2, -1, 5, 5}, {1, 1, 1, 1}, {kNan, 3, kInfinity, 4}, {kNan, kNan, kNan, kNan}}, 10);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string_view>
@@ -9,7 +10,7 @@
 
 namespace velmora {
 
-/// What a kernel calls every few milliseconds with the part it has done, 0 to 1; false: it is to end with
+/// What a kernel calls every few milliseconds, or more often, with the part it has done, 0 to 1; false: it is to end with
 /// whatever it has, which nobody will look at. May be empty.
 using GoesOn = std::function<bool(double part)>;
 
@@ -32,7 +33,10 @@ class LongWork {
 
   [[nodiscard]] GoesOn Turns() {
     return [this](double part) {
-      if (panel_) {
+      constexpr std::chrono::milliseconds kBetweenTurns{20};
+      const auto now = std::chrono::steady_clock::now();
+      if (panel_ && now - lastTurn_ >= kBetweenTurns) {
+        lastTurn_ = now;
         panel_->SetValue(part);
         panel_->GiveTurn();
       }
@@ -44,6 +48,7 @@ class LongWork {
  private:
   Workbench& workbench_;
   std::optional<ProgressPanel> panel_;
+  std::chrono::steady_clock::time_point lastTurn_{};
 };
 
 }  // namespace velmora

@@ -118,6 +118,7 @@ constexpr std::array kPlaces = {
     MenuPlace{"statistics.median", kStatistics},
     MenuPlace{"statistics.emg", kStatistics},
     MenuPlace{"statistics.integration", kStatistics},
+    MenuPlace{"statistics.windows", kStatistics},
     MenuPlace{"graph.single", kView},
     MenuPlace{"graph.multi", kView, "Select Channels for &Multi-Axis Graph"},
     MenuPlace{"graph.all", kView},
