@@ -1,13 +1,15 @@
 // Statistics of 64 x 1,000,000: level and spread against reading the matrix twice, medians and quartiles
-// against sorting every channel.
+// against sorting every channel. Products of all pairs of 64 x 100,000 against loops pair by pair.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
 #include <random>
 #include <vector>
 
+#include "statistics/correlation.hpp"
 #include "statistics/descriptive.hpp"
 #include "statistics/order_statistics.hpp"
+#include "statistics/product_sums.hpp"
 
 namespace velmora {
 namespace {
@@ -90,6 +92,51 @@ void Select(benchmark::State& state) {
   }
 }
 
+constexpr std::int32_t kShorter = 100'000;
+
+// As one would write it: pair after pair, sample after sample.
+void ProductsPairByPair(benchmark::State& state) {
+  for (auto _ : state) {
+    std::vector<double> mean;
+    for (const int c : All()) {
+      double sum = 0;
+      for (std::int64_t i = 1; i <= kShorter; ++i) {
+        sum += Many().matrix.Frame(i)[c];
+      }
+      mean.push_back(sum / kShorter);
+    }
+    for (std::size_t x = 0; x < mean.size(); ++x) {
+      for (std::size_t y = x; y < mean.size(); ++y) {
+        double sum = 0;
+        for (std::int64_t i = 1; i <= kShorter; ++i) {
+          const float* frame = Many().matrix.Frame(i);
+          sum += (frame[x + 1] - mean[x]) * (frame[y + 1] - mean[y]);
+        }
+        benchmark::DoNotOptimize(sum);
+      }
+    }
+  }
+}
+
+void Products(benchmark::State& state) {
+  const auto fill = [](std::int64_t i, std::span<double> to) {
+    const float* frame = Many().matrix.Frame(i + 1);
+    for (std::size_t c = 0; c < to.size(); ++c) {
+      to[c] = frame[c + 1] - 0.5;
+    }
+  };
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(
+        ProductSums(kShorter, kChannels, fill, {}, static_cast<SimdLevel>(state.range(0))));
+  }
+}
+
+void Correlate(benchmark::State& state) {
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(CorrelatePairs(Many(), All(), {1, kShorter}));
+  }
+}
+
 void EveryLevel(benchmark::internal::Benchmark* benchmark) {
   for (const SimdLevel level : MachineSimdLevels()) {
     benchmark->Arg(static_cast<std::int64_t>(level));
@@ -98,6 +145,9 @@ void EveryLevel(benchmark::internal::Benchmark* benchmark) {
 
 BENCHMARK(ReadTwice)->Unit(benchmark::kMillisecond);
 BENCHMARK(Describe)->Apply(EveryLevel)->Unit(benchmark::kMillisecond);
+BENCHMARK(ProductsPairByPair)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(Products)->Apply(EveryLevel)->Unit(benchmark::kMillisecond);
+BENCHMARK(Correlate)->Unit(benchmark::kMillisecond);
 BENCHMARK(SortEveryChannel)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(Select)->Unit(benchmark::kMillisecond)->Iterations(3);
 

@@ -8,6 +8,7 @@
 #include "graph/graph_view.hpp"
 #include "impact/integral_form.hpp"
 #include "spectra/fourier_statistics.hpp"
+#include "statistics/correlation_table.hpp"
 #include "statistics/level_forms.hpp"
 #include "statistics/window_form.hpp"
 
@@ -60,6 +61,13 @@ void Ask(Workbench& workbench) {
 // By the given entry of another menu, which asks by itself.
 void Integration(Workbench& workbench) {
   workbench.RunById(workbench, "integrate.statistics");
+}
+
+template <void (*show)(Workbench&, SampleRange)>
+void AskRange(Workbench& workbench) {
+  if (HasData(workbench)) {
+    show(workbench, AskCursorRange(workbench));
+  }
 }
 
 void Windows(Workbench& workbench) {
@@ -125,6 +133,7 @@ constexpr std::array kCommands = {
     Command{"statistics.emg", kEmg, kMenu, Needs::Data, Ask<ShowEmgStatistics>},
     Command{"statistics.integration", "&Integration statistics", kMenu, Needs::Data, Integration},
     Command{"statistics.windows", "&Window statistics", kMenu, Needs::Data, Windows},
+    Command{"statistics.correlation", "&Correlation", kMenu, Needs::Data, AskRange<ShowCorrelations>},
 
     Command{"statistics.all-descriptive", kMean, kAll, Needs::View, ShowAll<MeansOf>},
     Command{"statistics.all-median", kMedian, kAll, Needs::View, ShowAll<MediansOf>},
