@@ -10,6 +10,7 @@
 #include "spectra/fourier_statistics.hpp"
 #include "statistics/correlation_table.hpp"
 #include "statistics/level_forms.hpp"
+#include "statistics/regression_form.hpp"
 #include "statistics/window_form.hpp"
 
 namespace velmora {
@@ -134,6 +135,7 @@ constexpr std::array kCommands = {
     Command{"statistics.integration", "&Integration statistics", kMenu, Needs::Data, Integration},
     Command{"statistics.windows", "&Window statistics", kMenu, Needs::Data, Windows},
     Command{"statistics.correlation", "&Correlation", kMenu, Needs::Data, AskRange<ShowCorrelations>},
+    Command{"statistics.regression", "Linear &regression", kMenu, Needs::Data, AskRange<ShowRegression>},
 
     Command{"statistics.all-descriptive", kMean, kAll, Needs::View, ShowAll<MeansOf>},
     Command{"statistics.all-median", kMedian, kAll, Needs::View, ShowAll<MediansOf>},
