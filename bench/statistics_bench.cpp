@@ -1,5 +1,6 @@
 // Statistics of 64 x 1,000,000: level and spread against reading the matrix twice, medians and quartiles
-// against sorting every channel. Products of all pairs of 64 x 100,000 against loops pair by pair.
+// against sorting every channel. Products of all pairs of 64 x 100,000 against loops pair by pair. Lags up
+// to 25,000 of 100,000 samples by the fast transform against the plain sums.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "statistics/correlation.hpp"
+#include "statistics/cross_correlation.hpp"
 #include "statistics/descriptive.hpp"
 #include "statistics/order_statistics.hpp"
 #include "statistics/product_sums.hpp"
@@ -137,6 +139,25 @@ void Correlate(benchmark::State& state) {
   }
 }
 
+std::vector<double> Noise(unsigned seed) {
+  std::mt19937 random(seed);
+  std::vector<double> noise;
+  for (std::int32_t i = 0; i < kShorter; ++i) {
+    noise.push_back(static_cast<double>(random()) / 0x1p31 - 1);
+  }
+  return noise;
+}
+
+template <std::vector<double> (*sums)(std::span<const double>, std::span<const double>, std::int32_t)>
+void Lags(benchmark::State& state) {
+  constexpr std::int32_t kLags = 25'000;
+  const std::vector<double> x = Noise(1);
+  const std::vector<double> y = Noise(2);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(sums(x, y, kLags));
+  }
+}
+
 void EveryLevel(benchmark::internal::Benchmark* benchmark) {
   for (const SimdLevel level : MachineSimdLevels()) {
     benchmark->Arg(static_cast<std::int64_t>(level));
@@ -148,6 +169,8 @@ BENCHMARK(Describe)->Apply(EveryLevel)->Unit(benchmark::kMillisecond);
 BENCHMARK(ProductsPairByPair)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(Products)->Apply(EveryLevel)->Unit(benchmark::kMillisecond);
 BENCHMARK(Correlate)->Unit(benchmark::kMillisecond);
+BENCHMARK(Lags<LagSumsPlain>)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(Lags<LagSumsByTransform>)->Unit(benchmark::kMillisecond);
 BENCHMARK(SortEveryChannel)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(Select)->Unit(benchmark::kMillisecond)->Iterations(3);
 

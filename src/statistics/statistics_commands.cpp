@@ -9,6 +9,7 @@
 #include "impact/integral_form.hpp"
 #include "spectra/fourier_statistics.hpp"
 #include "statistics/correlation_table.hpp"
+#include "statistics/cross_correlation_form.hpp"
 #include "statistics/level_forms.hpp"
 #include "statistics/regression_form.hpp"
 #include "statistics/window_form.hpp"
@@ -136,6 +137,8 @@ constexpr std::array kCommands = {
     Command{"statistics.windows", "&Window statistics", kMenu, Needs::Data, Windows},
     Command{"statistics.correlation", "&Correlation", kMenu, Needs::Data, AskRange<ShowCorrelations>},
     Command{"statistics.regression", "Linear &regression", kMenu, Needs::Data, AskRange<ShowRegression>},
+    Command{"statistics.cross-correlation", "Cross-c&orrelation", kMenu, Needs::Data,
+            AskRange<ShowCrossCorrelation>},
 
     Command{"statistics.all-descriptive", kMean, kAll, Needs::View, ShowAll<MeansOf>},
     Command{"statistics.all-median", kMedian, kAll, Needs::View, ShowAll<MediansOf>},

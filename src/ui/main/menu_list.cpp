@@ -121,6 +121,7 @@ constexpr std::array kPlaces = {
     MenuPlace{"statistics.windows", kStatistics},
     MenuPlace{"statistics.correlation", kStatistics},
     MenuPlace{"statistics.regression", kStatistics},
+    MenuPlace{"statistics.cross-correlation", kStatistics},
     MenuPlace{"graph.single", kView},
     MenuPlace{"graph.multi", kView, "Select Channels for &Multi-Axis Graph"},
     MenuPlace{"graph.all", kView},
