@@ -5,11 +5,11 @@
 #include <optional>
 #include <utility>
 
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "emg/amplitude_distribution.hpp"
-#include "emg/result_file_head.hpp"
 #include "results/result_presses.hpp"
 
 namespace velmora {
@@ -60,15 +60,16 @@ void ComputeApdf(Workbench& workbench, int channel) {
 }
 
 ApdfForm::ApdfForm(Workbench& workbench, int channel, ChannelList chosen)
-    : Form("frmAPDF",
-           "Cumulative / Amplitude Probabilty Distribution Functions for file: " + workbench.trial.FileName),
-      workbench_(workbench),
+    : ResultForm(
+          workbench, "frmAPDF",
+          "Cumulative / Amplitude Probabilty Distribution Functions for file: " + workbench.trial.FileName),
       channel_(channel),
       chosen_(std::move(chosen)),
       bins_(workbench.emg.EpochCount),
       largestBin_(bins_) {
   AddFields();
   AddButtons();
+  ShowTables(false);
   Fill();
 }
 
@@ -87,30 +88,24 @@ void ApdfForm::AddFields() {
 }
 
 void ApdfForm::AddButtons() {
-  const auto open = [](const char* caption, auto press) {
-    return FormButton{.caption = caption, .press = [press] {
-                        press();
-                        return false;
-                      }};
-  };
   buttons_ = {
-      open("&Max.", [this] { AskMaximum(); }),
-      open("&Table", [this] { ShowTable(true); }),
-      open("&Graph", [this] { ShowTable(false); }),
-      open("&Stats",
-           [this] {
-             workbench_.questions.AskBox({.title = "C/APDF statistics",
-                                          .text = workbench_.results.ResultText,
-                                          .icon = Icon::Information});
-           }),
-      open("Sa&ve", [this] { Save(); }),
-      open("Table to &Clipboard", [this] { SendToClipboard(workbench_, ClipboardText()); }),
+      StayButton("&Max.", [this] { AskMaximum(); }),
+      StayButton("&Table", [this] { ShowTables(true); }),
+      StayButton("&Graph", [this] { ShowTables(false); }),
+      StayButton("&Stats",
+                 [this] {
+                   workbench_.questions.AskBox({.title = "C/APDF statistics",
+                                                .text = workbench_.results.ResultText,
+                                                .icon = Icon::Information});
+                 }),
+      StayButton("Sa&ve", [this] { Save(); }),
+      ClipboardButton("Table to &Clipboard"),
   };
   for (auto& more :
        {ProgramButtons(workbench_, [this] { return Save(); }), PictureButtons(workbench_, *this)}) {
     buttons_.insert(buttons_.end(), more.begin(), more.end());
   }
-  buttons_.push_back({"E&xit", FormButton::Role::Accept, [] { return true; }});
+  buttons_.push_back(ExitButton("E&xit"));
 }
 
 void ApdfForm::TakeBins() {
@@ -121,9 +116,9 @@ void ApdfForm::TakeBins() {
 }
 
 void ApdfForm::Fill() {
-  KeepTable(workbench_.results.ResultTables, Table());
+  SetTables({Table()});
   DrawGraph();
-  ShowTable(tableShown_);
+  ShowTables(TablesShown());
 }
 
 ResultTable ApdfForm::Table() const {
@@ -205,15 +200,8 @@ void ApdfForm::AskMaximum() {
   if (typed >= 1 && typed <= bins_) {
     largestBin_ = RoundHalfEven32(typed);
     DrawGraph();
-    ShowTable(tableShown_);
+    ShowTables(TablesShown());
   }
-}
-
-void ApdfForm::ShowTable(bool on) {
-  tableShown_ = on;
-  tables_ = {Table()};
-  tables_.front().hidden = !on;
-  graph_->hidden = on;
 }
 
 std::string ApdfForm::ClipboardText() const {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/questions/form.hpp"
+#include "core/results/result_form.hpp"
 #include "core/workbench.hpp"
 #include "dsp/channel_list.hpp"
 
@@ -13,7 +13,7 @@ namespace velmora {
 void ComputeApdf(Workbench& workbench, int channel);
 
 /// frmAPDF: the distribution in the workbench as graph and table.
-class ApdfForm : public Form {
+class ApdfForm : public ResultForm {
  public:
   /// `chosen`: the channels of this analysis, whose running sums can be laid over each other.
   ApdfForm(Workbench& workbench, int channel, ChannelList chosen);
@@ -27,17 +27,14 @@ class ApdfForm : public Form {
   void AddOtherChannels(FormGraph& graph) const;
   void AskMaximum();
   [[nodiscard]] ResultTable Table() const;
-  void ShowTable(bool on);
   [[nodiscard]] std::string FileText() const;
-  [[nodiscard]] std::string ClipboardText() const;
+  [[nodiscard]] std::string ClipboardText() const override;
   std::string Save();
 
-  Workbench& workbench_;
   int channel_;
   ChannelList chosen_;
   std::int32_t bins_;
   std::int32_t largestBin_;
-  bool tableShown_ = false;
   bool limits_ = false;
   bool all_ = false;
 };

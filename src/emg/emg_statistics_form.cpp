@@ -25,15 +25,9 @@ EmgStatisticsForm::EmgStatisticsForm(Workbench& workbench)
                      "EMG Statistics for file: " + workbench.trial.FileName, StatisticsRange(workbench),
                      Times::Numbers) {
   AddRangeFields();
-  const auto open = [this](const char* caption, auto press) {
-    buttons_.push_back({.caption = caption, .press = [press] {
-                          press();
-                          return false;
-                        }});
-  };
-  open("Ca&lculate thresholds", [this] { CalculateThresholds(); });
-  open("&Enter threshold", [this] { EnterThresholds(); });
-  AddCommonButtons("Send results to &Clipboard");
+  buttons_ = {StayButton("Ca&lculate thresholds", [this] { CalculateThresholds(); }),
+              StayButton("&Enter threshold", [this] { EnterThresholds(); })};
+  AddCommonButtons("Sa&ve", "Send results to &Clipboard");
   Compute();
 }
 
@@ -60,8 +54,7 @@ void EmgStatisticsForm::Compute() {
   const ResultTable::Format count = ThroughPattern("0");
   const ResultTable::Format sum = SumFormat(workbench_.patterns);
   table.formats = {nullptr, nullptr, value, value, count, count, sum, value, sum, sum};
-  KeepTable(workbench_.results.ResultTables, table);
-  tables_ = {std::move(table)};
+  SetTables({std::move(table)});
 }
 
 // A multiplier below 0 or of 0 makes no sense where thresholds bound magnitudes.

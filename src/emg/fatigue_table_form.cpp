@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "emg/fatigue_table.hpp"
-#include "emg/result_file_head.hpp"
 #include "results/result_presses.hpp"
 
 namespace velmora {
@@ -30,8 +30,7 @@ double Largest(const std::vector<FormGraph::Plot>& plots) {
 
 FatigueTableForm::FatigueTableForm(Workbench& workbench, const FatigueOrder& order,
                                    const FatigueSeries& series)
-    : Form("frmFatigueTable", order.title + " for file: " + workbench.trial.FileName),
-      workbench_(workbench),
+    : ResultForm(workbench, "frmFatigueTable", order.title + " for file: " + workbench.trial.FileName),
       order_(order),
       series_(series) {
   fields_ = {{.name = "optGraph",
@@ -41,31 +40,25 @@ FatigueTableForm::FatigueTableForm(Workbench& workbench, const FatigueOrder& ord
                           "First and last spectrum"},
               .edited = [this] {
                 DrawGraph();
-                ShowTable(false);
+                ShowTables(false);
               }}};
   AddButtons();
-  KeepTable(workbench_.results.ResultTables, Table());
+  SetTables({Table()});
   DrawGraph();
-  ShowTable(true);
+  ShowTables(true);
 }
 
 void FatigueTableForm::AddButtons() {
-  const auto open = [](const char* caption, auto press) {
-    return FormButton{.caption = caption, .press = [press] {
-                        press();
-                        return false;
-                      }};
-  };
   buttons_ = {
-      open("&Graph", [this] { ShowTable(false); }),
-      open("&Table", [this] { ShowTable(true); }),
-      open("Sa&ve", [this] { Save(); }),
+      StayButton("&Graph", [this] { ShowTables(false); }),
+      StayButton("&Table", [this] { ShowTables(true); }),
+      StayButton("Sa&ve", [this] { Save(); }),
   };
   for (auto& more :
        {ProgramButtons(workbench_, [this] { return SavedFile(); }), PictureButtons(workbench_, *this)}) {
     buttons_.insert(buttons_.end(), more.begin(), more.end());
   }
-  buttons_.push_back({"&Done", FormButton::Role::Accept, [] { return true; }});
+  buttons_.push_back(ExitButton("&Done"));
 }
 
 std::string FatigueTableForm::ChannelName() const {
@@ -85,13 +78,6 @@ ResultTable FatigueTableForm::Table() const {
   return table;
 }
 
-void FatigueTableForm::ShowTable(bool on) {
-  tableShown_ = on;
-  tables_ = {Table()};
-  tables_.front().hidden = !on;
-  graph_->hidden = on;
-}
-
 // --- Graphs
 
 void FatigueTableForm::DrawGraph() {
@@ -104,7 +90,7 @@ void FatigueTableForm::DrawGraph() {
   } else {
     DrawOverTime(graph);
   }
-  graph.hidden = tableShown_;
+  graph.hidden = TablesShown();
   graph_ = std::move(graph);
 }
 

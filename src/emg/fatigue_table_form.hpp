@@ -2,14 +2,14 @@
 
 #include <string>
 
-#include "core/questions/form.hpp"
+#include "core/results/result_form.hpp"
 #include "core/workbench.hpp"
 #include "emg/fatigue_series.hpp"
 
 namespace velmora {
 
 /// frmFatigueTable: the intervals of a channel as table and graph.
-class FatigueTableForm : public Form {
+class FatigueTableForm : public ResultForm {
  public:
   /// `order` and `series` must outlive the form.
   FatigueTableForm(Workbench& workbench, const FatigueOrder& order, const FatigueSeries& series);
@@ -21,7 +21,6 @@ class FatigueTableForm : public Form {
   [[nodiscard]] std::string ChannelName() const;
   [[nodiscard]] std::string Units() const;
   [[nodiscard]] ResultTable Table() const;
-  void ShowTable(bool on);
   void DrawGraph();
   void DrawOverTime(FormGraph& graph) const;
   void DrawSpectra(FormGraph& graph) const;
@@ -30,11 +29,9 @@ class FatigueTableForm : public Form {
   void Save();
   std::string SavedFile();
 
-  Workbench& workbench_;
   const FatigueOrder& order_;
   const FatigueSeries& series_;
   std::int32_t drawn_ = Frequency;
-  bool tableShown_ = true;
   std::string savedFile_;
 };
 

@@ -1,7 +1,7 @@
 #include "emg/spectra_file.hpp"
 
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
-#include "emg/result_file_head.hpp"
 
 namespace velmora {
 namespace {

@@ -69,11 +69,10 @@ void GraphChannelForm::AddButtons(const char* accept, const Deselecting& deselec
 }
 
 void GraphChannelForm::AddSelectionButton(std::string caption, std::function<void()> select) {
-  buttons_.push_back({.caption = std::move(caption), .press = [this, select = std::move(select)] {
-                        select();
-                        SelectionChanged();
-                        return false;
-                      }});
+  buttons_.push_back(StayButton(std::move(caption), [this, select = std::move(select)] {
+    select();
+    SelectionChanged();
+  }));
 }
 
 void GraphChannelForm::SelectPage(bool on) {

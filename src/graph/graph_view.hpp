@@ -129,7 +129,6 @@ class GraphView : public OpenView {
   void LeftCursorToStart();
   void RightCursorToEnd();
   void CursorsToEnds();
-  void RefuseStatistics();
 };
 
 /// The view that is open. Throws std::runtime_error when none is.

@@ -6,6 +6,19 @@
 
 namespace velmora {
 
+namespace {
+
+// The command of statistics between the cursors that a key runs.
+const char* StatisticsOf(const std::string& key) {
+  return key == "D"   ? "statistics.between-descriptive"
+         : key == "M" ? "statistics.between-median"
+         : key == "E" ? "statistics.between-emg"
+         : key == "I" ? "statistics.between-integration"
+                      : nullptr;
+}
+
+}  // namespace
+
 void ShowKeys(Workbench& workbench, const char* list) {
   workbench.questions.AskBox({.title = "Keyboard Functions", .text = list, .icon = Icon::Information});
 }
@@ -86,23 +99,14 @@ bool GraphView::PressLookKey(const std::string& name) {
     for (Graph& graph : graphs_) {
       graph.SetPoint(shown ? PointStyle::None : PointStyle::Dot);
     }
-  } else if (name == "E" || name == "I") {
-    workbench_.RunById(workbench_, name == "E" ? "window-stats.emg" : "window-stats.integral");
-  } else if (name == "D" || name == "M") {
-    RefuseStatistics();
+  } else if (const char* statistics = StatisticsOf(name)) {
+    workbench_.RunById(workbench_, statistics);
   } else if (name == "F5") {
     SaveRange(workbench_, *this);
   } else {
     return false;
   }
   return true;
-}
-
-void GraphView::RefuseStatistics() {
-  SetStatRange();
-  ShowFailure(workbench_, {.title = "Statistics",
-                           .text = "This version has no descriptive and median statistics yet.",
-                           .icon = Icon::Exclamation});
 }
 
 }  // namespace velmora

@@ -13,8 +13,8 @@ IntegralForm::IntegralForm(Workbench& workbench, const ChannelList& channels)
     : StatisticsForm(workbench, Kind::Integration, "frmIntegral", "Integration Statistics",
                      {workbench.graph.StatLo, workbench.graph.StatHi}, Times::Numbers) {
   AddRangeFields();
-  tables_ = {Table(channels)};
-  AddCommonButtons("&Send results to Clipboard");
+  SetTables({Table(channels)});
+  AddCommonButtons("Sa&ve", "&Send results to Clipboard");
 }
 
 ResultTable IntegralForm::Table(const ChannelList& channels) const {
@@ -32,8 +32,7 @@ ResultTable IntegralForm::Table(const ChannelList& channels) const {
   }
   const ResultTable::Format value = ThroughPattern(workbench_.patterns.ValuePattern);
   const ResultTable::Format sum = SumFormat(workbench_.patterns, {.shortensMiddle = false});
-  const ResultTable::Format percent = [](double x) { return FormatNumber(x * 100, "0.0") + "%"; };
-  table.formats = {nullptr, nullptr, value, value, sum, sum, sum, percent, sum, sum};
+  table.formats = {nullptr, nullptr, value, value, sum, sum, sum, AsPercentage(), sum, sum};
   return table;
 }
 
@@ -56,7 +55,6 @@ void ShowIntegrationStatistics(Workbench& workbench, const std::function<SampleR
   workbench.graph.StatHi = range.hi;
   workbench.TimeStep = 1.0 / trial.Rate;
   IntegralForm form(workbench, channels);
-  KeepTable(workbench.results.ResultTables, form.Tables().front());
   Did(workbench,
       "Integration statistics over samples " + std::to_string(workbench.graph.StatLo) + " to " +
           std::to_string(workbench.graph.StatHi),

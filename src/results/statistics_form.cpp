@@ -16,6 +16,8 @@ struct Table {
 };
 
 constexpr Table kTables[] = {
+    {StatisticsForm::Kind::Descriptive, "&Mean, min. && max.", "table-stats.mean"},
+    {StatisticsForm::Kind::Median, "Me&dian stats.", "table-stats.median"},
     {StatisticsForm::Kind::Emg, "&EMG stats.", "table-stats.emg"},
     {StatisticsForm::Kind::Integration, "&Integration stats.", "table-stats.integral"},
     {StatisticsForm::Kind::Fourier, "&Fourier stats.", "table-stats.fourier"},
@@ -25,8 +27,7 @@ constexpr Table kTables[] = {
 
 StatisticsForm::StatisticsForm(Workbench& workbench, Kind kind, std::string name, std::string title,
                                SampleRange range, Times times)
-    : Form(std::move(name), std::move(title)),
-      workbench_(workbench),
+    : ResultForm(workbench, std::move(name), std::move(title)),
       kind_(kind),
       times_(times),
       firstSample_(range.lo),
@@ -70,21 +71,17 @@ void StatisticsForm::AddRangeFields() {
   }
 }
 
-void StatisticsForm::AddCommonButtons(const char* clipboardCaption) {
-  const auto open = [this](const char* caption, auto press) {
-    buttons_.push_back({.caption = caption, .press = [press] {
-                          press();
-                          return false;
-                        }});
-  };
-  open(clipboardCaption, [this] { SendToClipboard(workbench_, ClipboardText()); });
+void StatisticsForm::AddCommonButtons(const char* saveCaption, const char* clipboardCaption) {
+  buttons_.push_back(
+      SaveButton(saveCaption, {.what = "statistics", .extension = ".tab"}, {.range = Range()}));
+  buttons_.push_back(ClipboardButton(clipboardCaption));
   for (const Table& table : kTables) {
     if (table.kind != kind_) {
-      open(table.caption, [this, id = table.id] { ShowOther(id); });
+      buttons_.push_back(StayButton(table.caption, [this, id = table.id] { ShowOther(id); }));
     }
   }
-  open("&Print", [this] { PrintResults(workbench_, *this); });
-  buttons_.push_back({"E&xit", FormButton::Role::Accept, [] { return true; }});
+  buttons_.push_back(StayButton("&Print", [this] { PrintResults(workbench_, *this); }));
+  buttons_.push_back(ExitButton("E&xit"));
 }
 
 void StatisticsForm::ShowOther(std::string_view id) {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/questions/form.hpp"
+#include "core/results/result_form.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 
@@ -11,10 +11,10 @@ namespace velmora {
 
 /// A table of statistics over a range of samples: the fields that tell the range, sending and printing, and
 /// the way to the other tables of statistics over the same range.
-class StatisticsForm : public Form {
+class StatisticsForm : public ResultForm {
  public:
   /// As their captions call them.
-  enum class Kind { Fourier, Emg, Integration };
+  enum class Kind { Descriptive, Median, Fourier, Emg, Integration };
 
  protected:
   /// How start and end are told: as numbers of the abscissa, or as texts of seconds ("1.500 s").
@@ -25,17 +25,13 @@ class StatisticsForm : public Form {
 
   /// The fields "StartTime" "EndTime" "FirstSample" "LastSample" "N" "Duration".
   void AddRangeFields();
-  /// What every table has: clipboard, the other tables, Print, and Exit, which accepts.
-  void AddCommonButtons(const char* clipboardCaption);
-
-  [[nodiscard]] virtual std::string ClipboardText() const = 0;
+  /// What every table has: saving, clipboard, the other tables, Print, and Exit, which accepts.
+  void AddCommonButtons(const char* saveCaption, const char* clipboardCaption);
 
   [[nodiscard]] SampleRange Range() const { return {firstSample_, lastSample_}; }
   /// Start and end through the pattern of times.
   [[nodiscard]] const std::string& StartText() const { return start_; }
   [[nodiscard]] const std::string& EndText() const { return end_; }
-
-  Workbench& workbench_;
 
  private:
   void ShowOther(std::string_view id);

@@ -27,8 +27,10 @@ inline Json JsonTable(const ResultTable& table) {
     Json row = Json::array();
     Json texts = Json::array();
     for (std::size_t k = 0; k < table.rows[i].size(); ++k) {
-      const auto* number = std::get_if<double>(&table.rows[i][k]);
-      row.push_back(number != nullptr ? JsonNumber(*number) : Json(std::get<std::string>(table.rows[i][k])));
+      const ResultTable::Cell& cell = table.rows[i][k];
+      const auto* number = std::get_if<double>(&cell);
+      const auto* text = std::get_if<std::string>(&cell);
+      row.push_back(number != nullptr ? JsonNumber(*number) : text != nullptr ? Json(*text) : Json(nullptr));
       texts.push_back(ShownCell(table, i, k));
     }
     rows.push_back(std::move(row));

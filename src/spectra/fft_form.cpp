@@ -70,21 +70,16 @@ void FftForm::AddFields() {
 }
 
 void FftForm::AddButtons() {
-  const auto stays = [](auto press) {
-    return [press] {
-      press();
-      return false;
-    };
-  };
   buttons_ = {
       {"E&xit", FormButton::Role::Accept, [] { return true; }},
       {.caption = "&Maximum", .press = [this] { return AskMaximum(); }},
-      {.caption = "S&tats", .press = stays([this] {
-                              workbench_.questions.AskBox({.title = "FFT Results",
-                                                           .text = workbench_.results.ResultText,
-                                                           .icon = Icon::Information});
-                            })},
-      {.caption = "&Reset", .press = stays([this] { ShowWhole(); })},
+      StayButton("S&tats",
+                 [this] {
+                   workbench_.questions.AskBox({.title = "FFT Results",
+                                                .text = workbench_.results.ResultText,
+                                                .icon = Icon::Information});
+                 }),
+      StayButton("&Reset", [this] { ShowWhole(); }),
   };
   for (FormButton& button : PictureButtons(workbench_, *this)) {
     buttons_.push_back(std::move(button));

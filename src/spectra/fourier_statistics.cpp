@@ -36,8 +36,8 @@ class FourierStatsForm : public StatisticsForm {
         harmonics_(harmonics) {
     AddRangeFields();
     fields_.push_back({.name = "NHarm", .caption = "Harmonics", .target = &harmonics_, .readOnly = true});
-    tables_.push_back(std::move(table));
-    AddCommonButtons("Send results to &Clipboard");
+    SetTables({std::move(table)});
+    AddCommonButtons("Sa&ve", "Send results to &Clipboard");
   }
 
  private:
@@ -153,7 +153,6 @@ void ShowFourierStatistics(Workbench& workbench, SampleRange range) {
     return;
   }
   ResultTable table = TakeStatistics(workbench, range, harmonics);
-  KeepTable(workbench.results.ResultTables, table);
   ChannelList all;
   for (int c = 1; c <= static_cast<int>(table.rows.size()); ++c) {
     all.push_back(c);

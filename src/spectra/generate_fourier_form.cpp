@@ -6,6 +6,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
+#include "core/trial/new_channels.hpp"
 #include "spectra/sine_pattern.hpp"
 
 namespace velmora {
@@ -30,12 +31,7 @@ GenerateFourierForm::GenerateFourierForm(Workbench& workbench)
   }
   AddFields();
   buttons_ = {
-      {.caption = "&Add",
-       .press =
-           [this] {
-             Add();
-             return false;
-           }},
+      StayButton("&Add", [this] { Add(); }),
       {"&Done", FormButton::Role::Accept, [this] { return Land(); }},
       {"E&xit", FormButton::Role::Cancel, [this] { return Leave(); }},
   };
@@ -172,22 +168,12 @@ bool GenerateFourierForm::Land() {
     return false;
   }
   Trial& trial = workbench_.trial;
-  trial.AddChannels(1);
-  const int c = trial.NChan;
-  trial.ChanRate[c] = trial.Rate;
-  trial.ChanGain[c] = 1.0;
-  trial.ChanOffset[c] = 0.0;
-  trial.ChanNumber[c] = static_cast<std::int16_t>(c);
-  trial.ChanColour[c] = static_cast<std::int16_t>(c % kColours + 1);
-  trial.ChanLabel[c] = "Fourier";
-  trial.ChanUnits[c] = "?";
-  trial.ChanAutozero[c] = 0;
+  const NewChannel made[] = {{.label = "Fourier", .units = "?"}};
+  const int c = AppendChannels(workbench_, made);
   const ChannelView channel = trial.Channel(c);
   for (std::int64_t i = 0; i < channel.size(); ++i) {
     channel[i] = sum_[static_cast<std::size_t>(i)];
   }
-  ShowFirstChannelPage(workbench_);
-  MarkChanged(workbench_, true);
   const int landed[] = {c};
   Did(workbench_, "Sum of " + std::to_string(sines_) + (sines_ == 1 ? " sine" : " sines"), landed);
   return true;

@@ -53,10 +53,7 @@ HarmonicSeriesForm::HarmonicSeriesForm(Workbench& workbench, int channel)
 
 void HarmonicSeriesForm::AddButtons() {
   const auto add = [this](const char* caption, std::function<void()> press) {
-    buttons_.push_back({.caption = caption, .press = [press = std::move(press)] {
-                          press();
-                          return false;
-                        }});
+    buttons_.push_back(StayButton(caption, std::move(press)));
   };
   buttons_.push_back({"E&xit", FormButton::Role::Accept, [] { return true; }});
   add("&Max.", [this] { AskMaximum(); });

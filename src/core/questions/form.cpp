@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 #include "core/questions/questions.hpp"
 #include "core/text/numbers.hpp"
@@ -96,6 +97,13 @@ struct ShowValue {
 };
 
 }  // namespace
+
+FormButton StayButton(std::string caption, std::function<void()> press) {
+  return {.caption = std::move(caption), .press = [press = std::move(press)] {
+            press();
+            return false;
+          }};
+}
 
 const FormField* Form::FindField(std::string_view name) const {
   const auto it = std::find_if(fields_.begin(), fields_.end(),

@@ -75,6 +75,9 @@ struct FormButton {
   std::function<bool()> press;
 };
 
+/// A button that leaves the form open.
+FormButton StayButton(std::string caption, std::function<void()> press);
+
 /// A parameter dialogue as data: fields bound to plain members of a derived class, one procedure per
 /// button. The window draws it and a recipe fills it by the fields' names.
 class Form {

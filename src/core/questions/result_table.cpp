@@ -19,32 +19,19 @@ std::string SevenDigits(double value) {
   return {text.data(), end};
 }
 
+std::string TextOf(const ResultTable::Cell& cell) {
+  const std::string* text = std::get_if<std::string>(&cell);
+  return text != nullptr ? *text : std::string();
+}
+
 void AppendCell(std::string& text, std::string cell) {
   std::replace_if(
       cell.begin(), cell.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
   text += cell;
 }
 
-}  // namespace
-
-ResultTable::Format ThroughPattern(std::string pattern) {
-  return [pattern = std::move(pattern)](double value) { return FormatNumber(value, pattern); };
-}
-
-std::string ShownCell(const ResultTable& table, std::size_t row, std::size_t column) {
-  const std::vector<ResultTable::Cell>& cells = table.rows[row];
-  if (column >= cells.size()) {
-    return {};
-  }
-  const double* number = std::get_if<double>(&cells[column]);
-  if (number == nullptr) {
-    return std::get<std::string>(cells[column]);
-  }
-  const bool formatted = column < table.formats.size() && table.formats[column] != nullptr;
-  return formatted ? table.formats[column](*number) : SevenDigits(*number);
-}
-
-std::string TableText(const ResultTable& table) {
+template <typename CellText>
+std::string Lines(const ResultTable& table, const CellText& cellText) {
   std::string text;
   for (std::size_t k = 0; k < table.columns.size(); ++k) {
     text += k == 0 ? "" : "\t";
@@ -54,11 +41,59 @@ std::string TableText(const ResultTable& table) {
   for (std::size_t row = 0; row < table.rows.size(); ++row) {
     for (std::size_t k = 0; k < table.columns.size(); ++k) {
       text += k == 0 ? "" : "\t";
-      AppendCell(text, ShownCell(table, row, k));
+      AppendCell(text, cellText(row, k));
     }
     text += '\n';
   }
   return text;
+}
+
+}  // namespace
+
+ResultTable::Format ThroughPattern(std::string pattern) {
+  return [pattern = std::move(pattern)](double value) { return FormatNumber(value, pattern); };
+}
+
+ResultTable::Format AsPercentage() {
+  return [](double value) { return FormatNumber(value * 100, "0.0") + "%"; };
+}
+
+ResultTable::Format AsProbability() {
+  constexpr double kLeastShown = 0.0001;
+  return [](double value) { return value < kLeastShown ? "<0.0001" : FormatNumber(value, "0.0000"); };
+}
+
+ResultTable::Cell CellOf(double value) {
+  return std::isfinite(value) ? ResultTable::Cell(value) : ResultTable::Cell(std::monostate());
+}
+
+ResultTable::Cell CellOf(const std::optional<double>& value) {
+  return value ? CellOf(*value) : ResultTable::Cell(std::monostate());
+}
+
+std::string ShownCell(const ResultTable& table, std::size_t row, std::size_t column) {
+  const std::vector<ResultTable::Cell>& cells = table.rows[row];
+  if (column >= cells.size()) {
+    return {};
+  }
+  const double* number = std::get_if<double>(&cells[column]);
+  if (number == nullptr) {
+    return TextOf(cells[column]);
+  }
+  const bool formatted = column < table.formats.size() && table.formats[column] != nullptr;
+  return formatted ? table.formats[column](*number) : SevenDigits(*number);
+}
+
+std::string TableText(const ResultTable& table) {
+  return Lines(table, [&](std::size_t row, std::size_t column) { return ShownCell(table, row, column); });
+}
+
+std::string TableTextInFull(const ResultTable& table) {
+  return Lines(table, [&](std::size_t row, std::size_t column) {
+    const double* number =
+        column < table.rows[row].size() ? std::get_if<double>(&table.rows[row][column]) : nullptr;
+    return number != nullptr ? PlainNumber(*number) : ShownCell(table, row, column);
+  });
 }
 
 void KeepTable(std::vector<ResultTable>& tables, ResultTable table) {

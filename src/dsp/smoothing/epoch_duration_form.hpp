@@ -2,7 +2,7 @@
 
 #include "core/questions/form.hpp"
 #include "core/workbench.hpp"
-#include "dsp/channel_list.hpp"
+#include "dsp/smoothing/window_width.hpp"
 
 namespace velmora {
 
@@ -16,13 +16,10 @@ class EpochDurationForm : public Form {
   bool Ask();
 
  private:
-  void UnitEdited();
   bool Accept();
 
   Workbench& workbench_;
-  double width_ = 0.0;
-  bool typed_ = false;
-  bool inSeconds_ = false;
+  WindowWidthEntry entry_;
   ChannelFlags channels_{};
   bool accepted_ = false;
 };

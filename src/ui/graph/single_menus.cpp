@@ -40,8 +40,8 @@ struct StatisticsEntry {
 };
 
 constexpr std::array kStatistics = {
-    StatisticsEntry{".mean", "&Mean, min. && max."}, StatisticsEntry{".median", "Me&dian stats."},
-    StatisticsEntry{".emg", "&EMG stats."}, StatisticsEntry{".integral", "&Integration stats."}};
+    StatisticsEntry{"descriptive", "&Mean, min. && max."}, StatisticsEntry{"median", "Me&dian stats."},
+    StatisticsEntry{"emg", "&EMG stats."}, StatisticsEntry{"integration", "&Integration stats."}};
 
 /// Whether a command of the menu has a place of its own among its entries.
 bool HasPlace(const Command& command, std::string_view menu) {
@@ -66,8 +66,8 @@ void Fill(GraphMenus& menus, QMenu* menu, std::string_view name) {
 
 void AddStatistics(GraphMenus& menus, QMenuBar* bar) {
   QMenu* menu = bar->addMenu(QStringLiteral("S&tatistics"));
-  const std::pair<const char*, const char*> ranges[] = {{"&All data", "all-stats"},
-                                                        {"&Between cursors", "window-stats"}};
+  const std::pair<const char*, const char*> ranges[] = {{"&All data", "statistics.all-"},
+                                                        {"&Between cursors", "statistics.between-"}};
   for (const auto& [caption, id] : ranges) {
     QMenu* sub = menu->addMenu(QString::fromLatin1(caption));
     sub->setToolTipsVisible(true);
@@ -75,7 +75,7 @@ void AddStatistics(GraphMenus& menus, QMenuBar* bar) {
       menus.Add(sub, std::string(id).append(entry.id), entry.caption);
     }
   }
-  menus.Add(menu, "", "Statistics between &Cursors");
+  menus.Add(menu, "statistics.cursors", "Statistics between &Cursors");
 }
 
 }  // namespace

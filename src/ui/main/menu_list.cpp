@@ -20,6 +20,7 @@ constexpr std::string_view kEmg = "&Analysis/&EMG";
 constexpr std::string_view kPlates = "&Analysis/&Analyze Force Plate Data";
 constexpr std::string_view kImpacts = "&Analysis/Impacts";
 constexpr std::string_view kIntegrals = "&Analysis/&Integration statistics";
+constexpr std::string_view kStatistics = "&Statistics";
 constexpr std::string_view kView = "&View";
 
 constexpr std::array kPlaces = {
@@ -113,6 +114,14 @@ constexpr std::array kPlaces = {
     MenuPlace{"integrate.work", kIntegrals, "&Work or Angular impulse analysis"},
     MenuPlace{"integrate.moment-power", kIntegrals, "&Moment power analysis"},
     MenuPlace{"ensemble.average", kAnalysis, "&Ensemble averaging"},
+    MenuPlace{"statistics.descriptive", kStatistics},
+    MenuPlace{"statistics.median", kStatistics},
+    MenuPlace{"statistics.emg", kStatistics},
+    MenuPlace{"statistics.integration", kStatistics},
+    MenuPlace{"statistics.windows", kStatistics},
+    MenuPlace{"statistics.correlation", kStatistics},
+    MenuPlace{"statistics.regression", kStatistics},
+    MenuPlace{"statistics.cross-correlation", kStatistics},
     MenuPlace{"graph.single", kView},
     MenuPlace{"graph.multi", kView, "Select Channels for &Multi-Axis Graph"},
     MenuPlace{"graph.all", kView},

@@ -1,4 +1,4 @@
-#include "emg/result_file_head.hpp"
+#include "core/results/trial_lines.hpp"
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"

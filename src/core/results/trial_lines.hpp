@@ -4,7 +4,7 @@
 
 #include "core/workbench.hpp"
 
-// How the text files of EMG results begin. Each line is ended by a line break.
+// How the text files of results begin. Each line is ended by a line break.
 namespace velmora {
 
 /// "Filename:", "Trial code:" with "Trial:", "Duration (s):" and "Sampling rate (Hz):".

@@ -1,0 +1,35 @@
+#include "core/trial/refusals.hpp"
+
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
+
+namespace velmora {
+
+void RefuseTooFewChannels(Workbench& workbench, int least) {
+  ShowRefusal(workbench, {.title = "Too Few Channels Selected",
+                          .text = "You must choose at least " + CountOf(least, "channel") + ".",
+                          .icon = Icon::Exclamation});
+}
+
+void RefuseTooFewData(Workbench& workbench, const char* text) {
+  ShowRefusal(workbench, {.title = "Too Few Data", .text = text, .icon = Icon::Exclamation});
+}
+
+void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest) {
+  ShowRefusal(workbench,
+              {.title = "Invalid Entry",
+               .text = field + " must be from " + PlainNumber(lowest) + " to " + PlainNumber(highest) + ".",
+               .icon = Icon::Exclamation});
+}
+
+bool HasTimeBase(Workbench& workbench) {
+  if (workbench.trial.Rate > 0 && IsTimeBased(workbench)) {
+    return true;
+  }
+  ShowRefusal(workbench, {.title = "Invalid Sampling Rate or Timebase",
+                          .text = "Data not time based.  Processing cannot continue.",
+                          .icon = Icon::Exclamation});
+  return false;
+}
+
+}  // namespace velmora

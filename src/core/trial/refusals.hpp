@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/workbench.hpp"
+
+// What analyses refuse alike. Each shows its box with the exclamation icon, which a recipe hears as a
+// warning.
+namespace velmora {
+
+/// "You must choose at least 2 channels."
+void RefuseTooFewChannels(Workbench& workbench, int least);
+
+/// "Too few data points."
+void RefuseTooFewData(Workbench& workbench, const char* text = "Too few data points.");
+
+/// A number outside its limits: the name of its field, and what it may be.
+void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest);
+
+/// Where an analysis needs seconds: whether samples have a rate and the abscissa counts seconds. Refuses
+/// otherwise.
+bool HasTimeBase(Workbench& workbench);
+
+}  // namespace velmora

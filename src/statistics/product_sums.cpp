@@ -1,0 +1,85 @@
+#include "statistics/product_sums.hpp"
+
+#include <algorithm>
+
+namespace velmora {
+namespace {
+
+namespace sse2 {
+constexpr long kWidth = 2;
+#include "statistics/product_lanes.inc"
+}  // namespace sse2
+
+SIMD_BEGIN_AVX2
+namespace avx2 {
+constexpr long kWidth = 4;
+#include "statistics/product_lanes.inc"
+}  // namespace avx2
+SIMD_END
+
+SIMD_BEGIN_AVX512_WHOLE
+namespace avx512 {
+constexpr long kWidth = 8;
+#include "statistics/product_lanes.inc"
+}  // namespace avx512
+SIMD_END
+
+using AddProducts = decltype(&sse2::AddProducts);
+
+void AddPlain(const double* frames, long count, long stride, double* sums) {
+  for (long x = 0; x < stride; ++x) {
+    for (long y = x; y < stride; ++y) {
+      double sum = sums[x * stride + y];
+      for (long i = 0; i < count; ++i) {
+        sum += frames[i * stride + x] * frames[i * stride + y];
+      }
+      sums[x * stride + y] = sum;
+    }
+  }
+}
+
+AddProducts AdderOf(std::optional<SimdLevel> level) {
+  if (!level) {
+    return AddPlain;
+  }
+  switch (*level) {
+    case SimdLevel::Avx512:
+      return avx512::AddProducts;
+    case SimdLevel::Avx2:
+      return avx2::AddProducts;
+    case SimdLevel::Sse2:
+      break;
+  }
+  return sse2::AddProducts;
+}
+
+}  // namespace
+
+std::vector<double> ProductSums(std::int64_t n, std::size_t m,
+                                const std::function<void(std::int64_t i, std::span<double> values)>& fill,
+                                const GoesOn& goesOn, std::optional<SimdLevel> level) {
+  constexpr std::int64_t kAtOnce = 64;  // frames: they and the sums stay in the nearest caches
+  constexpr std::size_t kWidest = 8;    // series are filled up with zeros to whole vectors
+  const std::size_t stride = (m + kWidest - 1) / kWidest * kWidest;
+  std::vector<double> frames(static_cast<std::size_t>(kAtOnce) * stride);
+  std::vector<double> sums(stride * stride);
+  const AddProducts add = AdderOf(level);
+  for (std::int64_t first = 0; first < n; first += kAtOnce) {
+    const std::int64_t count = std::min(kAtOnce, n - first);
+    for (std::int64_t i = 0; i < count; ++i) {
+      fill(first + i, std::span(frames).subspan(static_cast<std::size_t>(i) * stride, m));
+    }
+    add(frames.data(), static_cast<long>(count), static_cast<long>(stride), sums.data());
+    if (!Goes(goesOn, static_cast<double>(first) / static_cast<double>(n))) {
+      return {};
+    }
+  }
+  std::vector<double> result(m * m);
+  for (std::size_t x = 0; x < m; ++x) {
+    std::copy_n(sums.begin() + static_cast<std::ptrdiff_t>(x * stride), m,
+                result.begin() + static_cast<std::ptrdiff_t>(x * m));
+  }
+  return result;
+}
+
+}  // namespace velmora
