@@ -100,24 +100,8 @@ void AddHigherPowers(const float* frame, const Shape& shape, long from, const La
 
 }  // namespace plain
 
-namespace sse2 {
-constexpr long kWidth = 2;
-#include "statistics/descriptive_lanes.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-constexpr long kWidth = 4;
-#include "statistics/descriptive_lanes.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512_WHOLE
-namespace avx512 {
-constexpr long kWidth = 8;
-#include "statistics/descriptive_lanes.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "statistics/descriptive_lanes.inc"
+#include "core/simd_widths.inc"
 
 /// The fast ways of a vector width, for channels up to a multiple of it; the plain ones do the rest.
 struct Adders {
@@ -128,15 +112,9 @@ struct Adders {
 };
 
 Adders AddersOf(SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      return {avx512::AddSums, avx512::AddDeviations, avx512::AddHigherPowers, avx512::kWidth};
-    case SimdLevel::Avx2:
-      return {avx2::AddSums, avx2::AddDeviations, avx2::AddHigherPowers, avx2::kWidth};
-    case SimdLevel::Sse2:
-      break;
-  }
-  return {sse2::AddSums, sse2::AddDeviations, sse2::AddHigherPowers, sse2::kWidth};
+  return AtLevel<Adders>(level, {sse2::AddSums, sse2::AddDeviations, sse2::AddHigherPowers, sse2::kDoubles},
+                         {avx2::AddSums, avx2::AddDeviations, avx2::AddHigherPowers, avx2::kDoubles},
+                         {avx512::AddSums, avx512::AddDeviations, avx512::AddHigherPowers, avx512::kDoubles});
 }
 
 bool AllNumbers(const Lane& lane, long channels) {

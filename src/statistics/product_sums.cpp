@@ -5,24 +5,8 @@
 namespace velmora {
 namespace {
 
-namespace sse2 {
-constexpr long kWidth = 2;
-#include "statistics/product_lanes.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-constexpr long kWidth = 4;
-#include "statistics/product_lanes.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512_WHOLE
-namespace avx512 {
-constexpr long kWidth = 8;
-#include "statistics/product_lanes.inc"
-}  // namespace avx512
-SIMD_END
+#define SIMD_KERNEL "statistics/product_lanes.inc"
+#include "core/simd_widths.inc"
 
 using AddProducts = decltype(&sse2::AddProducts);
 
@@ -39,18 +23,8 @@ void AddPlain(const double* frames, long count, long stride, double* sums) {
 }
 
 AddProducts AdderOf(std::optional<SimdLevel> level) {
-  if (!level) {
-    return AddPlain;
-  }
-  switch (*level) {
-    case SimdLevel::Avx512:
-      return avx512::AddProducts;
-    case SimdLevel::Avx2:
-      return avx2::AddProducts;
-    case SimdLevel::Sse2:
-      break;
-  }
-  return sse2::AddProducts;
+  return level ? AtLevel<AddProducts>(*level, sse2::AddProducts, avx2::AddProducts, avx512::AddProducts)
+               : AddPlain;
 }
 
 }  // namespace
