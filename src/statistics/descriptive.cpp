@@ -100,6 +100,23 @@ void AddHigherPowers(const float* frame, const Shape& shape, long from, const La
 
 }  // namespace plain
 
+// The same, as vectors write them.
+struct SumLanes {
+  double* sum;
+  double* squares;
+  double* low;
+  double* lowAt;
+  double* high;
+  double* highAt;
+};
+
+struct PowerLanes {
+  double* first;
+  double* second;
+  double* third;
+  double* fourth;
+};
+
 #define SIMD_KERNEL "statistics/descriptive_lanes.inc"
 #include "core/simd_widths.inc"
 
@@ -139,7 +156,9 @@ class Passes {
                 [this](const float* frame, const Shape& shape, double sample) {
                   if (fast_ > 0) {
                     Sums tried = sums;
-                    adders_.sums(frame, {shape.stride, fast_, shape.frames}, sample, tried);
+                    adders_.sums(frame, {shape.stride, fast_, shape.frames}, sample,
+                                 {tried.sum.data(), tried.squares.data(), tried.low.data(),
+                                  tried.lowAt.data(), tried.high.data(), tried.highAt.data()});
                     if (AllNumbers(tried.sum, fast_)) {
                       sums = tried;
                       plain::AddSums(frame, shape, fast_, sample, sums);
@@ -183,7 +202,8 @@ class Passes {
   void AddPowers(const float* frame, const Shape& shape, Fast fast, Plain plain, Lane PowerSums::*witness) {
     if (fast_ > 0) {
       PowerSums tried = powers;
-      fast(frame, {shape.stride, fast_, shape.frames}, mean, tried);
+      fast(frame, {shape.stride, fast_, shape.frames}, mean.data(),
+           {tried.first.data(), tried.second.data(), tried.third.data(), tried.fourth.data()});
       if (AllNumbers(tried.*witness, fast_)) {
         powers = tried;
         plain(frame, shape, fast_, mean, powers);

@@ -8,7 +8,7 @@ namespace {
 #define SIMD_KERNEL "statistics/product_lanes.inc"
 #include "core/simd_widths.inc"
 
-using AddProducts = decltype(&sse2::AddProducts);
+using Adder = decltype(&sse2::AddProducts);
 
 void AddPlain(const double* frames, long count, long stride, double* sums) {
   for (long x = 0; x < stride; ++x) {
@@ -22,9 +22,8 @@ void AddPlain(const double* frames, long count, long stride, double* sums) {
   }
 }
 
-AddProducts AdderOf(std::optional<SimdLevel> level) {
-  return level ? AtLevel<AddProducts>(*level, sse2::AddProducts, avx2::AddProducts, avx512::AddProducts)
-               : AddPlain;
+Adder AdderOf(std::optional<SimdLevel> level) {
+  return level ? AtLevel<Adder>(*level, sse2::AddProducts, avx2::AddProducts, avx512::AddProducts) : AddPlain;
 }
 
 }  // namespace
@@ -37,7 +36,7 @@ std::vector<double> ProductSums(std::int64_t n, std::size_t m,
   const std::size_t stride = (m + kWidest - 1) / kWidest * kWidest;
   std::vector<double> frames(static_cast<std::size_t>(kAtOnce) * stride);
   std::vector<double> sums(stride * stride);
-  const AddProducts add = AdderOf(level);
+  const Adder add = AdderOf(level);
   for (std::int64_t first = 0; first < n; first += kAtOnce) {
     const std::int64_t count = std::min(kAtOnce, n - first);
     for (std::int64_t i = 0; i < count; ++i) {
