@@ -1,4 +1,5 @@
 // velmora2-screenshots DIR [light|dark]: walks through the program and keeps a picture of every window.
+#include <QComboBox>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
@@ -388,6 +389,60 @@ void ShowEmg(ui::MainWindow& window, Photographer& photographer) {
   ShowFatigue(window, photographer);
 }
 
+// Chooses an entry of a list as a person does, by the keyboard.
+void ChooseEntry(QWidget* dialog, const char* field, int entry) {
+  auto* list = dialog->findChild<QComboBox*>(QString::fromUtf8(field));
+  list->setFocus();
+  for (int k = 0; k < entry; ++k) {
+    QTest::keyClick(list, Qt::Key_Down);
+  }
+}
+
+// Presses one button, which leads to the view of results.
+void KeepBoth(ui::MainWindow& window, Photographer& photographer, const char* id, const QString& form,
+              const char* dialogue, const char* results, const test::Person::Act& fill) {
+  Run(window, photographer, id, {{form, "Compute", dialogue, fill}, {form, "Exit", results}});
+}
+
+void ShowStatistics(ui::MainWindow& window, Photographer& photographer) {
+  Run(window, photographer, "statistics.descriptive",
+      {{"frmChoose", "Process", nullptr, Pick({0, 1, 2})}, {"frmMeans", "Exit", "means"}});
+  Run(window, photographer, "statistics.median",
+      {{"frmChoose", "Process", nullptr, Pick({0, 1, 2})}, {"frmMedians", "Exit", "medians"}});
+  Run(window, photographer, "statistics.correlation",
+      {{"frmChoose", "Process", nullptr, Pick({0, 1, 2})}, {"frmCorrelation", "Exit", "correlation"}});
+  KeepBoth(window, photographer, "statistics.windows", "frmWindowStats", "windows", "windows-table",
+           [](QWidget* dialog) {
+             Choose(dialog, "Equal windows");
+             PickRow(dialog, 0);
+           });
+  KeepBoth(window, photographer, "statistics.regression", "frmRegression", "regression", "regression-tables",
+           [](QWidget* dialog) {
+             ChooseEntry(dialog, "comY", 2);
+             PickRow(dialog, 0);
+           });
+  KeepBoth(window, photographer, "statistics.cross-correlation", "frmCrossCorrelation", "cross-correlation",
+           "cross-correlation-curve", [](QWidget* dialog) {
+             ChooseEntry(dialog, "comX", 1);
+             ChooseEntry(dialog, "comY", 2);
+             Type(dialog, "txtMaxLag", QStringLiteral("0.2"));
+           });
+  KeepMenu(&window, Qt::Key_S, photographer, "statistics-menu");
+}
+
+void ShowChannelMenu(ui::MainWindow& window, Photographer& photographer) {
+  KeepMenu(&window, Qt::Key_C, photographer, "channel-menu");
+  photographer.Dialogue("channel.move", "frmChoose", "move-channels", "Cancel");
+  photographer.Dialogue("channel.combine", "frmCombine", "combine", "Cancel", [](QWidget* dialog) {
+    Choose(dialog, "Weighted sum");
+    PickRow(dialog, 0);
+    PickRow(dialog, 1);
+  });
+  Run(window, photographer, "channel.generate",
+      {{"frmWaveform", "Add", nullptr, [](QWidget* dialog) { Choose(dialog, "Chirp"); }},
+       {"frmWaveform", "Cancel", "waveform"}});
+}
+
 void ShowImpacts(ui::MainWindow& window, Photographer& photographer) {
   const auto fill = [](QWidget* dialog) {
     Type(dialog, "cwnHICtime", QStringLiteral("15"));
@@ -454,6 +509,8 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   QTest::qWait(300);
   photographer.Keep(&window, "trial");
   ShowSpectra(window, photographer);
+  ShowStatistics(window, photographer);
+  ShowChannelMenu(window, photographer);
   photographer.Dialogue("math.absolute", "frmChoose", "picker", "Process",
                         [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
   photographer.Dialogue("math.multiply", "frmChoose", "picker-values", "Cancel");

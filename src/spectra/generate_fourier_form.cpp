@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "core/text/numbers.hpp"
+#include "core/trial/generated_trial.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/new_channels.hpp"
 #include "spectra/sine_pattern.hpp"
@@ -118,29 +118,9 @@ bool GenerateFourierForm::HasRoom() {
 }
 
 bool GenerateFourierForm::StartTrial() {
-  const double samples = rate_ * time_ + 1;
-  if (!(rate_ > 0) || !(time_ > 0) || !(samples < std::numeric_limits<std::int32_t>::max())) {
-    ShowRefusal(workbench_,
-                {.title = "Generate Fourier Series",
-                 .text = "Sampling rate and time must be above zero, with fewer than 2147483647 samples.",
-                 .icon = Icon::Exclamation});
+  if (!StartGeneratedTrial(workbench_, rate_, time_, Title())) {
     return false;
   }
-  Trial& trial = workbench_.trial;
-  const std::int64_t count = RoundHalfEven(samples);
-  sum_.assign(static_cast<std::size_t>(count), 0.0F);
-  trial.AllocateData(0, count);
-  trial.Rate = rate_;
-  trial.Duration = time_;
-  trial.OriginalDuration = time_;
-  trial.SetChannelDefaults(0);
-  trial.ChanLabel[0] = "Time";
-  trial.ChanUnits[0] = "s";
-  trial.RebuildTimeColumn();
-  trial.TrialTitle = "Fourier series";
-  trial.TrialName = "Fourier";
-  trial.CursorLo = 1;
-  trial.CursorHi = trial.NData;
   LockTimes();
   return true;
 }

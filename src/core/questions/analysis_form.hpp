@@ -48,6 +48,8 @@ class AnalysisForm : public Form {
   virtual bool Compute() = 0;
   /// The bounds of a number are others now.
   void SetLimits(std::string_view field, Limits limits);
+  /// Refuses the first number outside its limits; fields that do not show are not asked.
+  bool WithinLimits();
 
   Workbench& workbench_;
 
@@ -56,8 +58,6 @@ class AnalysisForm : public Form {
     std::size_t field;
     Limits limits;
   };
-  bool WithinLimits();
-
   std::vector<Limited> limited_;
   bool computed_ = false;
 };

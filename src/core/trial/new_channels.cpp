@@ -1,5 +1,6 @@
 #include "core/trial/new_channels.hpp"
 
+#include "core/trial/arrange_channels.hpp"
 #include "core/trial/helpers.hpp"
 
 namespace velmora {
@@ -28,6 +29,7 @@ int AppendChannels(Workbench& workbench, std::span<const NewChannel> channels) {
     trial.ChanNumber[c] = static_cast<std::int16_t>(c);
     trial.ChanColour[c] = static_cast<std::int16_t>(c % kColours + 1);
     trial.ChanAutozero[c] = 0;
+    ForgetChannel(workbench, c);
     ++c;
   }
   ShowFirstChannelPage(workbench);

@@ -1,26 +1,9 @@
 #include "core/trial/trial.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace velmora {
-namespace {
-
-// Everything that is kept per channel of a trial, so that erasing moves it all.
-void MoveChannel(Trial& trial, int from, int to) {
-  const auto f = static_cast<std::size_t>(from);
-  const auto t = static_cast<std::size_t>(to);
-  trial.ChanLabel[t] = trial.ChanLabel[f];
-  trial.ChanUnits[t] = trial.ChanUnits[f];
-  trial.ChanRate[t] = trial.ChanRate[f];
-  trial.ChanGain[t] = trial.ChanGain[f];
-  trial.ChanOffset[t] = trial.ChanOffset[f];
-  trial.ChanNumber[t] = trial.ChanNumber[f];
-  trial.ChanAutozero[t] = trial.ChanAutozero[f];
-  trial.ChanColour[t] = trial.ChanColour[f];
-  trial.ChanGraphSlot[t] = trial.ChanGraphSlot[f];
-}
-
-}  // namespace
 
 std::int16_t DefaultColour(int channel) {
   return channel < 1 ? std::int16_t{0} : static_cast<std::int16_t>((channel - 1) % kColours + 1);
@@ -74,21 +57,40 @@ void Trial::AddChannels(int count) {
 
 void Trial::EraseChannels(const ChannelFlags& erase) {
   FilePlates.clear();  // their channels are somewhere else now
-  int kept = 0;
-  PerChannel<int> source{};
+  std::vector<int> kept;
   for (int c = 1; c <= NChan; ++c) {
     if (!erase[c]) {
-      source[++kept] = c;
-      MoveChannel(*this, c, kept);
+      kept.push_back(c);
     }
   }
+  ArrangeChannels(kept);
+}
+
+void Trial::ArrangeChannels(std::span<const int> order) {
+  const auto arrange = [&order](auto& row) {
+    const auto before = row;
+    for (std::size_t k = 0; k < order.size(); ++k) {
+      row[k + 1] = before[order[k]];
+    }
+  };
+  arrange(ChanLabel);
+  arrange(ChanUnits);
+  arrange(ChanRate);
+  arrange(ChanGain);
+  arrange(ChanOffset);
+  arrange(ChanNumber);
+  arrange(ChanAutozero);
+  arrange(ChanColour);
+  arrange(ChanGraphSlot);
+  PerChannel<float> before{};
   for (std::int64_t i = 1; i <= matrix.Samples(); ++i) {
     float* frame = matrix.Frame(i);
-    for (int k = 1; k <= kept; ++k) {
-      frame[k] = frame[source[k]];
+    std::copy_n(frame, NChan + 1, before.data());
+    for (std::size_t k = 0; k < order.size(); ++k) {
+      frame[k + 1] = before[order[k]];
     }
   }
-  CutChannels(kept);
+  CutChannels(static_cast<int>(order.size()));
 }
 
 void Trial::RebuildTimeColumn() {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -134,6 +135,10 @@ struct Trial {
   /// Removes each channel 1..NChan whose flag is set, and everything kept per channel with it;
   /// the channels behind move down. The time column stays.
   void EraseChannels(const ChannelFlags& erase);
+
+  /// Channel k becomes what channel order[k-1] was, with its samples and everything that the trial keeps of
+  /// it; channels that are not listed go, none is listed twice. The time column stays.
+  void ArrangeChannels(std::span<const int> order);
 
   /// Row 0 becomes (i-1)/Rate; zeros when Rate is not positive.
   void RebuildTimeColumn();

@@ -8,6 +8,7 @@ namespace {
 constexpr std::string_view kFile = "&File";
 constexpr std::string_view kSave = "&File/&Save";
 constexpr std::string_view kEdit = "&Edit";
+constexpr std::string_view kChannel = "&Channel";
 constexpr std::string_view kAnalysis = "&Analysis";
 constexpr std::string_view kMath = "&Analysis/&Mathematical functions";
 constexpr std::string_view kSmooth = "&Analysis/Sm&oothing";
@@ -56,6 +57,13 @@ constexpr std::array kPlaces = {
     MenuPlace{"edit.title", kEdit},
     MenuPlace{"edit.experiment-information", kEdit},
     MenuPlace{"analysis.scaling", kEdit, "", true},
+    MenuPlace{"channel.erase", kChannel},
+    MenuPlace{"channel.copy", kChannel},
+    MenuPlace{"channel.move", kChannel},
+    MenuPlace{"channel.combine", kChannel},
+    MenuPlace{"channel.teager-kaiser", kChannel},
+    MenuPlace{"channel.interpolate", kChannel},
+    MenuPlace{"channel.generate", kChannel},
     MenuPlace{"math.absolute", kMath},
     MenuPlace{"analysis.scaling", kAnalysis},
     MenuPlace{"analysis.high-pass", kAnalysis},
