@@ -431,7 +431,6 @@ void ShowStatistics(ui::MainWindow& window, Photographer& photographer) {
 }
 
 void ShowChannelMenu(ui::MainWindow& window, Photographer& photographer) {
-  KeepMenu(&window, Qt::Key_C, photographer, "channel-menu");
   photographer.Dialogue("channel.move", "frmChoose", "move-channels", "Cancel");
   photographer.Dialogue("channel.combine", "frmCombine", "combine", "Cancel", [](QWidget* dialog) {
     Choose(dialog, "Weighted sum");
@@ -441,6 +440,7 @@ void ShowChannelMenu(ui::MainWindow& window, Photographer& photographer) {
   Run(window, photographer, "channel.generate",
       {{"frmWaveform", "Add", nullptr, [](QWidget* dialog) { Choose(dialog, "Chirp"); }},
        {"frmWaveform", "Cancel", "waveform"}});
+  KeepMenu(&window, Qt::Key_C, photographer, "channel-menu");
 }
 
 void ShowImpacts(ui::MainWindow& window, Photographer& photographer) {

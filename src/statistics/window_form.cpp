@@ -72,6 +72,7 @@ WindowForm::WindowForm(Workbench& workbench, SampleRange range, Split split)
   FormField& choice = AddChoice(
       "optSplit", "", split_,
       {"&Windows of a width", "&Equal windows", "Between a series of &cursors", "&Onset-offset events"});
+  choice.edited = [this] { FollowSplit(); };
   if (cursors_.size() < 2) {
     choice.disabledChoices.push_back(static_cast<std::int32_t>(Split::BetweenCursors));
   }
@@ -90,6 +91,17 @@ WindowForm::WindowForm(Workbench& workbench, SampleRange range, Split split)
   AddCount("txtCount", "&Number of windows", count_, {1, static_cast<double>(samples)});
   AddChannels("channels", "&Channels", channels_);
   AddButtons();
+  FollowSplit();
+}
+
+// What says nothing about the windows chosen is out of the way.
+void WindowForm::FollowSplit() {
+  const auto split = static_cast<Split>(split_);
+  for (FormField& field : fields_) {
+    field.hidden = field.name == "txtCount"                               ? split != Split::Equal
+                   : field.name == "optSplit" || field.name == "channels" ? false
+                                                                          : split != Split::OfWidth;
+  }
 }
 
 void WindowForm::Refuse(const char* title, const std::string& text) {

@@ -25,6 +25,7 @@ class WindowForm : public AnalysisForm {
   using Windows = std::map<int, std::vector<SampleRange>>;  // by channel
 
   bool Compute() override;
+  void FollowSplit();
   bool MakeWindows(const ChannelList& channels, Windows& windows);
   [[nodiscard]] std::vector<SampleRange> EventsOf(int channel) const;
   bool CanShow(const Windows& windows);

@@ -13,7 +13,8 @@ struct CrossCorrelationTest : TableTest {
     std::string words;
     AnswerForm(edits, "Compute");
     questions.formAnswers.emplace_back([&words](Form& form) {
-      words = *std::get<std::string*>(form.FindField("txtResult")->target);
+      words = form.Tables().front().title;
+      words = words.substr(0, words.find('\n'));
       graph_ = *form.Graph();
       return std::string("Exit");
     });

@@ -8,11 +8,10 @@
 namespace velmora {
 
 ResultForm::ResultForm(Workbench& workbench, Results results)
-    : Form(std::move(results.name), std::move(results.title)),
-      workbench_(workbench),
-      words_(std::move(results.words)) {
-  if (!words_.empty()) {
-    fields_ = {{.name = "txtResult", .caption = "", .target = &words_, .readOnly = true}};
+    : Form(std::move(results.name), std::move(results.title)), workbench_(workbench) {
+  if (!results.words.empty() && !results.tables.empty()) {
+    std::string& title = results.tables.front().title;
+    title = results.words + (title.empty() ? "" : "\n" + title);
   }
   SetTables(std::move(results.tables));
   graph_ = std::move(results.graph);

@@ -18,7 +18,7 @@ struct Results {
   ResultHead head;
   std::vector<ResultTable> tables{};
   std::optional<FormGraph> graph{};
-  std::string words{};  // the result in a sentence, shown above the tables
+  std::string words{};  // the result in a sentence, shown above the first table
 };
 
 /// A view of results: tables, and a picture where there is one, which is shown with them or alone.
@@ -51,7 +51,6 @@ class ResultForm : public Form {
  private:
   void ToggleGraph();
 
-  std::string words_;
   bool tablesShown_ = true;
 };
 

@@ -70,9 +70,15 @@ ResultTableView::ResultTableView(QWidget* parent) : QTableView(parent), model_(n
 void ResultTableView::Show(const ResultTable& table) {
   const bool sameColumns = model_->Table().columns == table.columns;
   model_->Show(table);
+  // A short table leaves its room to what stands beside it.
+  constexpr int kLowest = 220;
+  const int rows = model_->rowCount({});
+  const int content = horizontalHeader()->sizeHint().height() + 2 * frameWidth() + 20 +
+                      std::min(rows, 10) * verticalHeader()->defaultSectionSize();
+  setMinimumHeight(std::min(kLowest, content));
   if (!sameColumns) {
     resizeColumnsToContents();
-    constexpr int kWidest = 1000;
+    constexpr int kWidest = 1200;
     constexpr int kNarrowest = 360;
     int width = 2 * frameWidth() + 24;
     for (int column = 0; column < model_->columnCount({}); ++column) {

@@ -83,7 +83,7 @@ void HistoryPanel::AddButtons() {
   auto* walking = new QHBoxLayout;
   walking->addWidget(ButtonFor(undo_, "undo"));
   walking->addWidget(ButtonFor(redo_, "redo"));
-  auto* copy = new QPushButton(IconOf(Glyph::Copy), tr("&Copy"));
+  auto* copy = new QPushButton(IconOf(Glyph::Copy), tr("Cop&y"));
   copy->setObjectName(QStringLiteral("copyHistory"));
   copy->setToolTip(
       tr("Copies what was done as text, with the version of the program, for a methods section"));
