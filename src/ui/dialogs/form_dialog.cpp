@@ -9,12 +9,11 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "forceplate/plate_form.hpp"
+#include "ui/dialogs/content_area.hpp"
 #include "ui/dialogs/filter_test_picture.hpp"
 #include "ui/dialogs/found_mark.hpp"
 #include "ui/dialogs/layout_picture.hpp"
@@ -32,24 +31,6 @@ namespace {
 
 constexpr std::size_t kFieldsThatFit = 20;  // in a column
 constexpr int kNarrow = 360;                // pixels, of what stands beside a graph
-
-/// Opens as large as what is in it, and scrolls on a screen that has less room.
-class ContentArea : public QScrollArea {
- public:
-  explicit ContentArea(QWidget* content) {
-    setWidget(content);
-    setWidgetResizable(true);
-    setFrameShape(NoFrame);
-    setFocusPolicy(Qt::NoFocus);
-  }
-  [[nodiscard]] QSize sizeHint() const override {
-    constexpr int kBesides = 110;  // the buttons below, and the margins
-    const QSize whole = widget()->sizeHint();
-    const bool scrolls = whole.height() > RoomOn(*this).height() - kBesides;
-    return whole + QSize(scrolls ? verticalScrollBar()->sizeHint().width() : 0, 0);
-  }
-  [[nodiscard]] QSize minimumSizeHint() const override { return {240, 120}; }
-};
 
 bool IsPerChannel(const FormField& field) {
   return std::holds_alternative<ChannelNumbers*>(field.target) ||
