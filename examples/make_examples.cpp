@@ -25,6 +25,7 @@ constexpr Sample kSamples[] = {
     {"noisy-displacement", examples::MakeNoisyDisplacement},
     {"head-impacts", examples::MakeHeadImpacts},
     {"two-plate-step", examples::MakeTwoPlateStep},
+    {"treadmill-walk", examples::MakeTreadmillWalk},
     {"quiet-stance", examples::MakeQuietStance},
     {"hold-first", examples::MakeHoldOfFirst},
     {"hold-second", examples::MakeHoldOfSecond},

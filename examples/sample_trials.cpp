@@ -246,6 +246,32 @@ void MakeQuietStance(Trial& trial) {
   }
 }
 
+void MakeTreadmillWalk(Trial& trial) {
+  Prepare(trial, "9 A minute on the treadmill", 100.0, 60.0, {{"Fz left", "N"}, {"Knee left", "deg"}});
+  constexpr double weight = 700.0;
+  Random noise(61);
+  double begin = 0.4;  // of the stride at hand, when the heel strikes
+  double length = 1.17;
+  double size = 1.0;
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    if (t >= begin + length) {
+      begin += length;
+      length = 1.17 + 0.02 * noise.Normal();
+      size = 1.0 + 0.02 * noise.Normal();
+    }
+    const double stance = (t - begin) / (0.62 * length);  // 0 to 1 on the ground
+    const double stride = (t - begin) / length;
+    const bool loaded = stance >= 0 && stance < 1;
+    const double humps = std::sin(Pi * stance) + 0.35 * std::sin(3 * Pi * stance);
+    const double bounce = stance < 0.05 ? 200 * std::sin(2 * Pi * stance / 0.05) : 0.0;  // of the heel
+    const double force = loaded ? size * weight * humps * 1.15 + bounce : 0.0;
+    const double knee = 8 + 12 * Hump(stride, 0.02, 0.3) + 55 * Hump(stride, 0.5, 0.98);
+    trial.Data(i + 1, 1) = static_cast<float>(force + 3.0 * noise.Normal());
+    trial.Data(i + 1, 2) = static_cast<float>(size * knee + 0.4 * noise.Normal());
+  }
+}
+
 void MakeNoisyDisplacement(Trial& trial) {
   Prepare(trial, "3 Reaching with the wrist, four times", 100.0, 8.0, {{"Wrist X", "m"}, {"Wrist Z", "m"}});
   Random noise(31);

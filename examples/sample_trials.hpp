@@ -23,6 +23,11 @@ void MakeTwoPlateStep(Trial& trial);
 /// 41.3 mm below the top, of a person of 640 N.
 void MakeQuietStance(Trial& trial);
 
+/// A minute of walking on a treadmill at 100 Hz: the vertical force below the left foot in N, of a person of
+/// 700 N, and the left knee's flexion in degrees. 51 heel strikes some 1.17 s apart, no two alike; the heel
+/// bounces at most of them.
+void MakeTreadmillWalk(Trial& trial);
+
 /// A wrist that reaches out and back four times, in m at 100 Hz, 8 s, with the noise of a camera
 /// system: 1 mm on two coordinates.
 void MakeNoisyDisplacement(Trial& trial);

@@ -74,6 +74,25 @@ class Photographer {
     std::printf("%s\n", path.toUtf8().constData());
   }
 
+  /// Two windows as they stand on the screen, `front` above.
+  void KeepScreen(QWidget& front, QWidget& behind, const char* name) {
+    QTest::qWait(120);
+    const QRect all = front.geometry() | behind.geometry();
+    QImage image(all.size(), QImage::Format_RGB32);
+    image.fill(front.palette().color(QPalette::Mid));
+    QPainter painter(&image);
+    for (QWidget* window : {&behind, &front}) {
+      painter.drawPixmap(window->geometry().topLeft() - all.topLeft(), window->grab());
+    }
+    painter.end();
+    const QString path = QString::fromStdString((to_ / name).string()) + QStringLiteral("-") + suffix_ +
+                         QStringLiteral(".png");
+    if (!image.save(path)) {
+      throw std::runtime_error("cannot write " + path.toStdString());
+    }
+    std::printf("%s\n", path.toUtf8().constData());
+  }
+
   /// Runs a command and keeps its dialogue, which `fill` may work on first and `leave` leaves.
   void Dialogue(const char* id, const QString& window, const char* name, const QString& leave,
                 const test::Person::Act& fill = {}) {
@@ -158,6 +177,33 @@ void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
   window.RunCommand(*FindCommand("background.white"));
   photographer.Keep(graph, "graph-on-white");
   graph->close();
+}
+
+// A level in the graph beside the dialogue, then what the scan found. The two stand side by side.
+void ShowTriggering(ui::MainWindow& window, Photographer& photographer) {
+  examples::MakeTreadmillWalk(window.State().trial);
+  window.State().trial.TrialName = "treadmill-walk";
+  window.State().chooser.ChanSelected.fill(false);
+  window.State().chooser.ChanSelected[1] = true;
+  photographer.Helper().When("frmGraphChoose", [](QWidget* dialog) { test::Person::Press(dialog, "OK"); });
+  window.RunCommand(*FindCommand("graph.single"));
+  photographer.Helper().Work();
+  window.State().preferences.TriggerType = 0;
+  window.State().preferences.TriggerHigh = 300;
+  const auto keep = [&photographer](QWidget* dialog, const char* name) {
+    photographer.KeepScreen(*dialog, *WindowOf("frmGraph"), name);
+  };
+  photographer.Helper().When("frmTrigger", [&](QWidget* dialog) {
+    keep(dialog, "trigger");
+    photographer.Helper().When("frmTrigger", [&](QWidget* again) {
+      keep(again, "trigger-scanned");
+      test::Person::Press(again, "Exit");
+    });
+    test::Person::Press(dialog, "Scan");
+  });
+  window.RunCommand(*FindCommand("trigger.open"));
+  photographer.Helper().Work();
+  WindowOf("frmGraph")->close();
 }
 
 void SelectAll(QWidget* dialog) {
@@ -607,6 +653,7 @@ int main(int argc, char** argv) {
     QTest::qWait(400);
     Photographer photographer(window, to, dark ? "dark" : "light");
     Walk(window, photographer, data);
+    ShowTriggering(window, photographer);
     ParseText(window, photographer, data);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "velmora2-screenshots: %s\n", error.what());

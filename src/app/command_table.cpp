@@ -31,6 +31,7 @@
 #include "import/import_commands.hpp"
 #include "spectra/spectra_commands.hpp"
 #include "statistics/statistics_commands.hpp"
+#include "trigger/trigger_commands.hpp"
 
 namespace velmora {
 namespace {
@@ -38,11 +39,11 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(),  FileCommands(),      ExportCommands(), EditCommands(),   ChannelCommands(),
-        MathCommands(),    FilterCommands(),    SmoothCommands(), BiasCommands(),   TimeBaseCommands(),
-        SpectraCommands(), EmgCommands(),       PlateCommands(),  ImpactCommands(), GraphCommands(),
-        MultiCommands(),   LookCommands(),      ValueCommands(),  EventCommands(),  ThresholdCommands(),
-        CropCommands(),    StatisticsCommands()}) {
+       {ImportCommands(),  FileCommands(),    ExportCommands(),    EditCommands(),   ChannelCommands(),
+        MathCommands(),    FilterCommands(),  SmoothCommands(),    BiasCommands(),   TimeBaseCommands(),
+        SpectraCommands(), EmgCommands(),     PlateCommands(),     ImpactCommands(), GraphCommands(),
+        MultiCommands(),   LookCommands(),    ValueCommands(),     EventCommands(),  ThresholdCommands(),
+        CropCommands(),    TriggerCommands(), StatisticsCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/files/files.hpp"
-#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/abscissa.hpp"
@@ -13,11 +12,6 @@ namespace velmora {
 namespace {
 
 constexpr const char* kNoValue = ".";
-
-std::string TrialFile(const Workbench& workbench) {
-  const std::string& name = workbench.trial.FileName;
-  return OneLine(FileNamePart(name) == name ? workbench.DataDir + name : name);
-}
 
 std::string LabelOf(const Trial& trial, int channel) {
   return OneLine(Trim(trial.ChanLabel[channel].Text()));

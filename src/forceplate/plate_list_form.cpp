@@ -75,15 +75,6 @@ void TellWrongFormat(Workbench& workbench) {
                           .icon = Icon::Stop});
 }
 
-// A '&' of a name is no mnemonic.
-std::string AsChoice(const std::string& name) {
-  std::string choice;
-  for (const char c : name) {
-    choice += c == '&' ? "&&" : std::string(1, c);
-  }
-  return choice;
-}
-
 class PlateListForm : public Form {
  public:
   PlateListForm(Workbench& workbench, std::string path, PlateDatabase database)
@@ -109,7 +100,7 @@ class PlateListForm : public Form {
     FormField& list = fields_.front();
     list.choices.clear();
     for (const std::string& name : database_.Names()) {
-      list.choices.push_back(AsChoice(name));
+      list.choices.push_back(AsCaption(name));
     }
   }
 

@@ -101,6 +101,19 @@ struct DeviationBand {
   std::shared_ptr<const BandEdges> Edges;
 };
 
+/// What a dialogue beside the graph would do, drawn while it is open.
+struct GraphPreview {
+  /// A line across the graph that a person may drag.
+  struct Level {
+    double y = 0.0;
+    std::string text;
+  };
+  std::vector<Level> Levels;
+  std::vector<double> Hits;  // where cursors would come to stand
+
+  [[nodiscard]] bool Empty() const { return Levels.empty() && Hits.empty(); }
+};
+
 class Graph {
  public:
   std::vector<Plot> Plots;  // channel c is plot c - 1
@@ -112,6 +125,7 @@ class Graph {
   std::vector<FormGraph::Mark> Marks;
   std::vector<FormGraph::Band> Bands;
   std::vector<FormGraph::Point> Points;
+  std::optional<GraphPreview> Preview;  // set: a dialogue works on the graph, and the cursors rest
   std::string Title;
   bool TitleVisible = true;
   bool SidebarVisible = true;

@@ -9,6 +9,7 @@
 #include "graph/multi/multi_commands.hpp"
 #include "graph/multi/multi_view.hpp"
 #include "graph/opening.hpp"
+#include "graph/save_intervals.hpp"
 #include "graph/single_view.hpp"
 #include "graph/view_saves.hpp"
 #include "graph/view_window.hpp"
@@ -146,6 +147,8 @@ constexpr std::array kGraphCommands = {
     Command{"graph.all", "&Graph all Channels on Single-axis Graph", kView, Needs::Data, OpenAll},
     Command{"view.change-channels", "&Change selected channels", kFile, Needs::View, ChangeChannels},
     Command{"view.save", "&Save to .VMB file", kFile, Needs::View, WithView<SaveRange>},
+    Command{"view.save-intervals", "Save each &Interval between cursors", kFile, Needs::View,
+            WithView<SaveIntervals>},
     Command{"view.save-events", "Save &Events (Cursors)", kFile, Needs::View, SaveEvents},
     Command{"style.save", "Save &Graphics Style", kFile, Needs::View, WithView<SaveStyle>},
     Command{"style.recall", "&Recall Graphics Style", kFile, Needs::View, WithView<RecallStyle>},

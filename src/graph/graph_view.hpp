@@ -101,6 +101,7 @@ class GraphView : public OpenView {
   /// A key that both graphs have, its name in upper case. Returns whether it is one.
   bool PressCommonKey(const KeyPress& key, const std::string& name);
   void SetCursors(const std::vector<double>& positions);
+  [[nodiscard]] Colour FirstCursorColour() const;
   /// Moves cursor k (from 1) of all graphs to x, but not past the trial. Throws as OpenView::MoveCursor.
   void MoveCommon(int cursor, double x);
   /// The list of cursors is another: their names and looks are to be as the view has them.

@@ -7,12 +7,49 @@
 
 namespace velmora {
 
-void SingleView::AddCursor(double x, Colour colour) {
-  GraphCursor cursor;
-  cursor.XPosition = x;
-  cursor.Color = colour;
-  Lead().Cursors.insert(Lead().Cursors.begin() + Cursors(), cursor);
+void SingleView::AddCursors(const std::vector<double>& places, std::optional<Colour> colour) {
+  auto place = Lead().Cursors.begin() + Cursors();
+  for (const double x : places) {
+    const bool first = place == Lead().Cursors.begin();
+    GraphCursor cursor;
+    cursor.XPosition = x;
+    cursor.Color = colour.value_or(first ? FirstCursorColour() : kRed);
+    place = Lead().Cursors.insert(place, cursor) + 1;
+  }
+  if (Cursors() > 0) {
+    Lead().Track = TrackMode::DragCursors;
+  }
   CursorsChanged();
+  TakeRange();
+}
+
+void SingleView::KeepFirstTwo() {
+  if (Cursors() > 2) {
+    Lead().Cursors.erase(Lead().Cursors.begin() + 2, Lead().Cursors.begin() + Cursors());
+    CursorsChanged();
+    TakeRange();
+  }
+}
+
+void SingleView::KeepFirstAndLast() {
+  if (Cursors() > 2) {
+    Lead().Cursors.erase(Lead().Cursors.begin() + 1, Lead().Cursors.begin() + Cursors() - 1);
+    CursorsChanged();
+    TakeRange();
+  }
+}
+
+void SingleView::ShowPreview(std::optional<GraphPreview> preview) {
+  Lead().Preview = std::move(preview);
+  if (onRedraw) {
+    onRedraw(Redraw::Preview);
+  }
+}
+
+void SingleView::RedrawAll() const {
+  if (onRedraw) {
+    onRedraw(Redraw::All);
+  }
 }
 
 void SingleView::DoMove(const CursorMove& move) {
@@ -63,11 +100,9 @@ void SingleView::DeleteCursor() {
   TakeRange();
 }
 
-void SingleView::ToggleNumbers() {
-  if (Cursors() > 1) {
-    numbersShown_ = !numbersShown_;
-    CursorsChanged();
-  }
+void SingleView::ShowNumbers(bool on) {
+  numbersShown_ = on;
+  CursorsChanged();
 }
 
 void SingleView::CursorsChanged() {

@@ -30,6 +30,9 @@ bool SingleView::DoKey(const KeyPress& key) {
     Reset();
   } else if (name == "F10") {
     SaveCursors(workbench_, *this);
+  } else if (name == "3") {
+    TriggeringOffered = true;
+    workbench_.RunById(workbench_, "trigger.open");
   } else if (name == "DELETE") {
     DeleteCursor();
   } else if (name == "5") {

@@ -29,6 +29,7 @@ void SingleView::Load() {
   graph.PlotXY(workbench_.trial);
   SetDefaultLooks();
   windowMode_ = false;
+  TriggeringOffered = true;
   NoCursors();
   ShowChannels();
   CaptionOrdinate(false);

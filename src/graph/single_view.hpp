@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,13 +56,33 @@ class SingleView : public GraphView {
   void TogglePoints();
 
   // Cursors.
-  /// One more cursor behind the others.
-  void AddCursor(double x, Colour colour);
+  /// More cursors behind the others. Without a colour they take those of the keys 1 and 2.
+  void AddCursors(const std::vector<double>& places, std::optional<Colour> colour = std::nullopt);
+  /// Removes the cursors behind the first two.
+  void KeepFirstTwo();
+  /// Removes the cursors between the first and the last.
+  void KeepFirstAndLast();
   void DeleteCursor();
   void ToggleValues();
   void ToggleHorizontal();
-  void ToggleNumbers();
+  void ToggleNumbers() { ShowNumbers(!numbersShown_); }
+  /// Numbers of the cursors in the list, when there are two at least.
+  void ShowNumbers(bool on);
   [[nodiscard]] bool HorizontalShown() const { return horizontal_; }
+  [[nodiscard]] bool NumbersShown() const { return numbersShown_; }
+
+  // A dialogue beside the graph.
+  /// The window draws what changed in the view while the dialogue is open. Nothing without a window.
+  enum class Redraw { Preview, All };
+  std::function<void(Redraw)> onRedraw;
+  /// A level of the preview (from 1) is dragged to y. Set by the dialogue that has levels.
+  std::function<void(int level, double y)> onLevel;
+  /// No preview takes the last one away.
+  void ShowPreview(std::optional<GraphPreview> preview);
+  void RedrawAll() const;
+
+  /// The menu offers triggering: not after a scan without a trigger. The key works always.
+  bool TriggeringOffered = true;
 
   /// The horizontal line of a cursor (from 1) was dragged to y. Nothing when there is no such cursor.
   void MoveCrosshair(int cursor, double y);

@@ -58,12 +58,16 @@ void GraphView::SetCursors(const std::vector<double>& positions) {
       place = graph.Cursors.insert(place, cursor) + 1;
     }
     if (!positions.empty()) {
-      graph.Cursors.front().Color = graph.Background == kWhite ? kBlue : kYellow;
+      graph.Cursors.front().Color = FirstCursorColour();
       graph.Track = TrackMode::DragCursors;
     }
   }
   CursorsChanged();
   TakeRange();
+}
+
+Colour GraphView::FirstCursorColour() const {
+  return Lead().Background == kWhite ? kBlue : kYellow;
 }
 
 void GraphView::OneCursor() {

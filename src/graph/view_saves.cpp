@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "core/files/files.hpp"
-#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
 #include "export/save_data.hpp"
 
 namespace velmora {
@@ -86,8 +86,7 @@ void SaveRange(Workbench& workbench, GraphView& view) {
 
 std::string CursorFileText(const Workbench& workbench, const SingleView& view) {
   const Trial& trial = workbench.trial;
-  const bool hasDirectory = FileNamePart(trial.FileName) != trial.FileName;
-  std::string text = "Filename:\t" + (hasDirectory ? "" : workbench.DataDir) + trial.FileName + "\n";
+  std::string text = "Filename:\t" + TrialFile(workbench) + "\n";
   text += "Trial code:\t" + trial.TrialName + "\tTrial:\t" + std::to_string(trial.TrialIndex) + "\n";
   text += "Duration (s):\t" + FormatNumber(trial.Duration, workbench.patterns.TimePattern) + "\n";
   text += "Sampling rate (Hz):\t" + FormatNumber(trial.Rate, workbench.patterns.RatePattern) + "\n";

@@ -4,8 +4,9 @@
 
 namespace velmora {
 
-/// What a pressed mouse does over a graph. Line: a cursor, a threshold or a mark is dragged.
-enum class Gesture { None, Line, Crosshair, Pan, PanX, PanY, Area };
+/// What a pressed mouse does over a graph. Line: a cursor, a threshold or a mark is dragged. Level: one of a
+/// preview.
+enum class Gesture { None, Line, Crosshair, Level, Pan, PanX, PanY, Area };
 
 /// Of the left button where it has hit no line. Beside the cursors a drag pans.
 inline Gesture LeftGesture(TrackMode track) {

@@ -4,6 +4,7 @@
 #include "plot/channel_legend.hpp"
 #include "plot/cursor_overlay.hpp"
 #include "plot/plot_colours.hpp"
+#include "plot/preview_overlay.hpp"
 #include "plot/result_marks.hpp"
 #include "plot/trace_plottable.hpp"
 
@@ -32,6 +33,7 @@ GraphPlot::GraphPlot(QWidget* parent) : QCustomPlot(parent) {
   axisRect()->setMinimumMargins({12, 8, 18, 8});
   traces_ = new TracePlottable(xAxis, yAxis);
   marks_ = new ResultMarks(this, axisRect());
+  preview_ = new PreviewOverlay(this, axisRect());
   cursors_ = new CursorOverlay(this, axisRect());
   Arrange();
 }
@@ -59,6 +61,7 @@ void GraphPlot::Arrange() {
   setBackground(QBrush(ToQColor(background)));
   traces_->Show(graph_, background);
   marks_->Show(graph_, background);
+  preview_->Show(graph_, background);
   cursors_->Show(graph_, background);
   channels_->Show(graph_ != nullptr && legendOn_ && graph_->SidebarVisible ? graph_ : nullptr, background);
   ArrangeTitle();

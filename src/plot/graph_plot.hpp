@@ -11,6 +11,7 @@ namespace velmora {
 
 class ChannelLegend;
 class CursorOverlay;
+class PreviewOverlay;
 class ResultMarks;
 class TracePlottable;
 
@@ -23,6 +24,7 @@ class GraphPlot : public QCustomPlot {
 
   /// nullptr shows an empty plot.
   void SetGraph(const Graph* graph);
+  [[nodiscard]] bool Shows(const Graph& graph) const { return graph_ == &graph; }
   /// The title with what a view adds to it.
   void SetTitle(const QString& title) { title_ = title; }
   /// Another background than the graph's own.
@@ -40,6 +42,7 @@ class GraphPlot : public QCustomPlot {
  protected:
   [[nodiscard]] const Graph* Shown() const { return graph_; }
   [[nodiscard]] CursorOverlay& Overlay() const { return *cursors_; }
+  [[nodiscard]] PreviewOverlay& PreviewLines() const { return *preview_; }
   /// The plot library's topmost layer, which can be drawn without the rest.
   [[nodiscard]] QCPLayer* CursorLayer() const { return layer("overlay"); }
 
@@ -55,6 +58,7 @@ class GraphPlot : public QCustomPlot {
   ChannelLegend* channels_ = nullptr;
   TracePlottable* traces_ = nullptr;
   ResultMarks* marks_ = nullptr;
+  PreviewOverlay* preview_ = nullptr;
   CursorOverlay* cursors_ = nullptr;
 };
 

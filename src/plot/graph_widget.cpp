@@ -6,6 +6,7 @@
 #include "core/text/numbers.hpp"
 #include "plot/cursor_overlay.hpp"
 #include "plot/plot_colours.hpp"
+#include "plot/preview_overlay.hpp"
 
 namespace velmora {
 
@@ -51,6 +52,9 @@ void GraphWidget::mousePressEvent(QMouseEvent* event) {
   }
   pressed_ = last_ = event->position();
   if (event->button() == Qt::RightButton) {
+    if (Previews()) {
+      return;
+    }
     emit rightClicked(event->globalPosition().toPoint());
     return;
   }
@@ -60,16 +64,25 @@ void GraphWidget::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::MiddleButton) {
     gesture_ = Gesture::Pan;
   } else if (event->button() == Qt::LeftButton) {
-    const CursorOverlay::Hit hit = Overlay().At(pressed_);
-    cursor_ = hit.cursor;
-    gesture_ = hit.part == CursorOverlay::Part::Line        ? Gesture::Line
-               : hit.part == CursorOverlay::Part::Crosshair ? Gesture::Crosshair
-                                                            : LeftGesture(Shown()->Track);
-    if (gesture_ == Gesture::Line) {
-      DragCursor(pressed_);
-    }
+    PressLeft();
   }
   ShowPointer(pressed_);
+}
+
+void GraphWidget::PressLeft() {
+  if (Previews()) {
+    cursor_ = PreviewLines().LevelAt(pressed_);
+    gesture_ = cursor_ > 0 ? Gesture::Level : LeftGesture(Shown()->Track);
+    return;
+  }
+  const CursorOverlay::Hit hit = Overlay().At(pressed_);
+  cursor_ = hit.cursor;
+  gesture_ = hit.part == CursorOverlay::Part::Line        ? Gesture::Line
+             : hit.part == CursorOverlay::Part::Crosshair ? Gesture::Crosshair
+                                                          : LeftGesture(Shown()->Track);
+  if (gesture_ == Gesture::Line) {
+    DragCursor(pressed_);
+  }
 }
 
 void GraphWidget::mouseMoveEvent(QMouseEvent* event) {
@@ -83,6 +96,9 @@ void GraphWidget::mouseMoveEvent(QMouseEvent* event) {
     case Gesture::Crosshair:
       emit crosshairDragged(cursor_, yAxis->pixelToCoord(place.y()));
       RedrawCursors();
+      break;
+    case Gesture::Level:
+      emit levelDragged(cursor_, yAxis->pixelToCoord(place.y()));
       break;
     case Gesture::Area:
       band_->topLeft->setPixelPosition(pressed_);
@@ -107,12 +123,12 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
   const bool still = (place - pressed_).manhattanLength() < kSmallest;
   const Gesture ended = gesture_;
   if (!CancelGesture()) {
-    if (event->button() == Qt::LeftButton && still) {
+    if (event->button() == Qt::LeftButton && still && !Previews()) {
       emit clicked();
     }
     return;
   }
-  if (still && event->button() == Qt::LeftButton && ended != Gesture::Line) {
+  if (still && event->button() == Qt::LeftButton && ended != Gesture::Line && !Previews()) {
     emit clicked();
   } else if (ended == Gesture::Area) {
     ZoomToArea(QRectF(pressed_, place).normalized());
@@ -124,7 +140,7 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
 void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   event->accept();
   CancelGesture();
-  if (Shown() != nullptr && event->button() == Qt::LeftButton) {
+  if (Shown() != nullptr && event->button() == Qt::LeftButton && !Previews()) {
     emit doubleClicked();
   }
 }
@@ -164,21 +180,30 @@ void GraphWidget::wheelEvent(QWheelEvent* event) {
   }
 }
 
-void GraphWidget::ShowPointer(const QPointF& place) {
+Qt::CursorShape GraphWidget::PointerAt(const QPointF& place) const {
   Qt::CursorShape shape = Qt::ArrowCursor;
   const bool inside = Shown() != nullptr && axisRect()->rect().contains(place.toPoint());
+  if (gesture_ == Gesture::Level || (inside && Previews() && PreviewLines().LevelAt(place) > 0)) {
+    return Qt::SplitVCursor;
+  }
+  const CursorOverlay::Part part =
+      inside && !Previews() ? Overlay().At(place).part : CursorOverlay::Part::None;
   if (gesture_ == Gesture::Pan || gesture_ == Gesture::PanX || gesture_ == Gesture::PanY) {
     shape = Qt::ClosedHandCursor;
-  } else if (inside && (gesture_ == Gesture::Line || Overlay().At(place).part == CursorOverlay::Part::Line)) {
+  } else if (inside && (gesture_ == Gesture::Line || part == CursorOverlay::Part::Line)) {
     shape = Qt::SplitHCursor;
-  } else if (inside &&
-             (gesture_ == Gesture::Crosshair || Overlay().At(place).part != CursorOverlay::Part::None)) {
+  } else if (inside && (gesture_ == Gesture::Crosshair || part != CursorOverlay::Part::None)) {
     shape = Qt::SplitVCursor;
   } else if (inside && Shown()->Track == TrackMode::ZoomArea) {
     shape = Qt::CrossCursor;
   } else if (inside && Shown()->Track != TrackMode::None && Shown()->Track != TrackMode::DragCursors) {
     shape = Qt::OpenHandCursor;
   }
+  return shape;
+}
+
+void GraphWidget::ShowPointer(const QPointF& place) {
+  const Qt::CursorShape shape = PointerAt(place);
   if (cursor().shape() != shape) {
     setCursor(shape);
   }

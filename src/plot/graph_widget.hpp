@@ -12,6 +12,8 @@ namespace velmora {
 ///   middle button       pan, whatever the mode
 ///   left button         drags a cursor; else what the graph's track mode says
 ///   double click        back to all
+/// While a dialogue beside the graph previews what it would do, its levels are dragged in place of cursors,
+/// and clicks mean nothing.
 class GraphWidget : public GraphPlot {
   Q_OBJECT
 
@@ -34,6 +36,8 @@ class GraphWidget : public GraphPlot {
   void cursorDragged(int cursor, double x);
   /// Its horizontal line was dragged to `y`.
   void crosshairDragged(int cursor, double y);
+  /// Level `level` (from 1) of the preview was dragged to `y`.
+  void levelDragged(int level, double y);
   void dragEnded();
   void rangeChosen(const velmora::GraphRange& range);
   /// The pointer is at this place of the axes.
@@ -52,13 +56,16 @@ class GraphWidget : public GraphPlot {
 
  private:
   [[nodiscard]] RangeMoves Moves() const { return {*xAxis, *yAxis}; }
+  void PressLeft();
   void DragCursor(const QPointF& place);
+  [[nodiscard]] bool Previews() const { return Shown() != nullptr && Shown()->Preview; }
+  [[nodiscard]] Qt::CursorShape PointerAt(const QPointF& place) const;
   void PanTo(const QPointF& place);
   void ZoomToArea(const QRectF& area);
   void ShowPointer(const QPointF& place);
 
   Gesture gesture_ = Gesture::None;
-  int cursor_ = 0;  // that is dragged
+  int cursor_ = 0;  // or level that is dragged
   QPointF pressed_;
   QPointF last_;
   QCPItemRect* band_ = nullptr;  // the plot owns it

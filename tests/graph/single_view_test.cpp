@@ -151,7 +151,7 @@ TEST_F(SingleViewTest, SeveralCursorsAreNumberedDeletedAndPaired) {
   Open();
   Key("2");
   for (const double x : {0.3, 0.9, 0.6}) {
-    View().AddCursor(x, kRed);
+    View().AddCursors({x}, kRed);
   }
   Key("N");
   EXPECT_EQ(View().Drawing().Cursors[4].Name, "5");

@@ -160,6 +160,12 @@ class Person {
     expected_.clear();
     if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
       dialog->reject();
+      return;
+    }
+    for (QWidget* window : QApplication::topLevelWidgets()) {  // one that waits without being modal
+      if (auto* dialog = qobject_cast<QDialog*>(window); dialog != nullptr && dialog->isVisible()) {
+        dialog->reject();
+      }
     }
   }
 

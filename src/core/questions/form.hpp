@@ -58,6 +58,12 @@ struct FormField {
   bool emptyKeeps = false;
   /// A double click asks for the value in an input box with the field's title and prompt.
   bool asksByInput = false;
+  /// How that box offers a number; empty: as it is shown.
+  std::string inputPattern{};
+  /// What the pointer tells of the field, in place of title and prompt.
+  std::string tip{};
+  /// `edited` may run while a number is being typed: a picture follows it.
+  bool followsTyping = false;
   /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.
   bool hidden = false;
   /// The file that values per channel were entered for, when they outlive the form; nullptr for others.
@@ -73,6 +79,10 @@ struct FormButton {
   Role role = Role::Other;
   /// What the button does. The form closes when it returns true.
   std::function<bool()> press;
+  /// Buttons with one such caption are the entries of a menu of that name.
+  std::string menu{};
+  /// Of an entry: whether it has a check mark now; empty: it never has one.
+  std::function<bool()> checked{};
 };
 
 /// A button that leaves the form open.
@@ -134,6 +144,12 @@ class Form {
 
   /// The last press made the fields those of another thing: who keeps a record keeps them all again.
   [[nodiscard]] bool ShowsAnother() const { return showsAnother_; }
+  /// The form shows in the open graph what it would do: the graph stays in sight beside it, and under the
+  /// mouse.
+  [[nodiscard]] virtual bool StandsBesideGraph() const { return false; }
+  /// Its fields changed without whoever shows it: they are to be shown anew. Empty when nobody does.
+  std::function<void()> onChanged;
+
   /// Presses that lead past everything the form remembers but does not show, and back to where it is.
   [[nodiscard]] virtual std::vector<std::string> WayThroughAll() const { return {}; }
 

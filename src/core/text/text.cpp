@@ -146,6 +146,14 @@ std::string WithoutMnemonic(std::string_view caption) {
   return out;
 }
 
+std::string AsCaption(std::string_view text) {
+  std::string caption;
+  for (const char c : text) {
+    caption += c == '&' ? "&&" : std::string(1, c);
+  }
+  return caption;
+}
+
 std::string FromWindows1252(std::string_view bytes) {
   std::string out;
   out.reserve(bytes.size());

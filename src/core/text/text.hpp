@@ -35,6 +35,8 @@ bool EqualNoCase(std::string_view a, std::string_view b);
 
 /// A caption as a person reads it: "&Process" is "Process", "A && B" is "A & B".
 std::string WithoutMnemonic(std::string_view caption);
+/// The caption that a person reads as this text.
+std::string AsCaption(std::string_view text);
 
 /// Fixed fields of files hold Windows-1252, one byte a character. The five bytes that this code page
 /// leaves undefined stand for the control characters of the same number, so every byte string

@@ -120,6 +120,11 @@ void NormaliseCursors(Trial& trial) {
   }
 }
 
+std::string TrialFile(const Workbench& workbench) {
+  const std::string& name = workbench.trial.FileName;
+  return OneLine(FileNamePart(name) == name ? workbench.DataDir + name : name);
+}
+
 bool AskSaveName(Workbench& workbench, FileQuestion question) {
   question.mode = FileQuestion::Mode::Save;
   question.directory = workbench.DataDir;

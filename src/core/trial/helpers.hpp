@@ -63,6 +63,9 @@ void ShowFirstChannelPage(Workbench& workbench);
 /// sample), CursorHi at most NData, and NData when it does not lie above CursorLo.
 void NormaliseCursors(Trial& trial);
 
+/// The trial's file as side files name it: DataDir before a name without a directory of its own; on one line.
+std::string TrialFile(const Workbench& workbench);
+
 /// Asks where to save, starting in DataDir; a name typed without an extension gets the question's. The
 /// answer goes to OutputFileName. Returns false when the answer was empty.
 bool AskSaveName(Workbench& workbench, FileQuestion question);

@@ -133,6 +133,13 @@ void TellLostNames(Workbench& workbench) {
 
 }  // namespace
 
+void WriteNativeRange(Workbench& workbench, ProgressPanel& panel, const std::string& path,
+                      SampleRange range) {
+  CheckRange(workbench.trial, range);
+  OutputFile file(path);
+  WriteFile(workbench, panel, file, range);
+}
+
 void WriteNativeBinary(Workbench& workbench, ProgressPanel& panel) {
   if (!AskSaveName(workbench, {.title = "Save data in Velmora2/3 binary (.VMB) file",
                                .defaultName = workbench.trial.TrialName + ".vmb",

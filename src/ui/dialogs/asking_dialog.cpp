@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QLineEdit>
 
+#include "ui/dialogs/beside_graph.hpp"
 #include "ui/screen_room.hpp"
 
 namespace velmora::ui {
@@ -12,6 +13,12 @@ AskingDialog::AskingDialog(QWidget* parent) : QDialog(parent) {
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 }
 
+void AskingDialog::StandBeside(QWidget* graph) {
+  graph_ = graph->window();
+  setWindowModality(Qt::NonModal);
+  new BesideGraph(this);
+}
+
 std::string AskingDialog::Ask() {
   Refresh();
   if (focusWidget() == nullptr) {
@@ -19,7 +26,11 @@ std::string AskingDialog::Ask() {
   }
   pressed_ = cancelCaption_;
   if (!isVisible()) {
-    PlaceOver(*this, parentWidget() != nullptr ? *parentWidget() : *this);
+    if (graph_ != nullptr) {
+      PlaceBeside(*this, *graph_);
+    } else {
+      PlaceOver(*this, parentWidget() != nullptr ? *parentWidget() : *this);
+    }
     show();
     Shown();
   }

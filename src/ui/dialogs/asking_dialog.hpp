@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QEventLoop>
+#include <QPointer>
 #include <string>
 
 namespace velmora::ui {
@@ -13,6 +14,10 @@ class AskingDialog : public QDialog {
 
  public:
   explicit AskingDialog(QWidget* parent);
+
+  /// From now on it is not modal but stands beside this window, that of a graph, whose plot can be worked on.
+  void StandBeside(QWidget* graph);
+  [[nodiscard]] bool StandsBeside() const { return graph_ != nullptr; }
 
   /// Shows the dialogue and waits for a button. Returns its caption without '&'.
   std::string Ask();
@@ -33,6 +38,7 @@ class AskingDialog : public QDialog {
  private:
   void FocusFirst();
 
+  QPointer<QWidget> graph_;
   QEventLoop loop_;
   std::string pressed_;
   std::string cancelCaption_ = "Cancel";

@@ -157,7 +157,7 @@ class LineEditor : public FieldEditor {
     layout->setContentsMargins(0, 0, 0, 0);
     line_ = new QLineEdit;
     line_->setObjectName(ToQt(field.name));
-    line_->setToolTip(ToQt(field.title.empty() ? field.prompt : field.title + "\n" + field.prompt));
+    line_->setToolTip(ToQt(Tip()));
     if (!text_) {
       line_->setFixedWidth(line_->fontMetrics().horizontalAdvance('0') * 14);
     } else {
@@ -205,7 +205,8 @@ class LineEditor : public FieldEditor {
     }
     line_->setEnabled(!field_.notApplicable);
     if (!field_.pattern.empty()) {  // the value behind what is shown of it
-      line_->setToolTip(ToQt(field_.prompt + "\n" + PlainNumber(*std::get<double*>(field_.target))));
+      line_->setToolTip(ToQt((field_.tip.empty() ? field_.prompt : field_.tip) + "\n" +
+                             PlainNumber(*std::get<double*>(field_.target))));
     }
     remark_->clear();
   }
@@ -224,11 +225,28 @@ class LineEditor : public FieldEditor {
   }
 
  private:
+  [[nodiscard]] std::string Tip() const {
+    if (!field_.tip.empty()) {
+      return field_.tip;
+    }
+    return field_.title.empty() ? field_.prompt : field_.title + "\n" + field_.prompt;
+  }
+
+  // The pattern, unless it hides digits.
+  [[nodiscard]] QString OfferedText() const {
+    const double* const* number = std::get_if<double*>(&field_.target);
+    if (number == nullptr || field_.inputPattern.empty()) {
+      return line_->text();
+    }
+    const std::string text = FormatNumber(**number, field_.inputPattern);
+    return Val(text) == **number ? ToQt(text) : line_->text();
+  }
+
   void AskInBox() {
     const std::string title = field_.title.empty() ? WithoutMnemonic(field_.caption) : field_.title;
     bool accepted = false;
     const QString typed = QInputDialog::getText(this, ToQt(title), ToQt(field_.prompt), QLineEdit::Normal,
-                                                line_->text(), &accepted);
+                                                OfferedText(), &accepted);
     if (accepted && !typed.isEmpty()) {
       line_->setText(typed);
       Commit();
@@ -237,7 +255,7 @@ class LineEditor : public FieldEditor {
 
   // A number that nothing follows from is taken as it is typed, so that pictures follow it.
   void Typed() {
-    if (Judge() && !text_ && !field_.edited) {
+    if (Judge() && !text_ && (!field_.edited || field_.followsTyping)) {
       Commit();
     }
   }

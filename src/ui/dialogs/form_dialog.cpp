@@ -7,13 +7,13 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "forceplate/plate_form.hpp"
+#include "ui/dialogs/content_area.hpp"
 #include "ui/dialogs/filter_test_picture.hpp"
 #include "ui/dialogs/found_mark.hpp"
 #include "ui/dialogs/layout_picture.hpp"
@@ -30,24 +30,7 @@ namespace velmora::ui {
 namespace {
 
 constexpr std::size_t kFieldsThatFit = 20;  // in a column
-
-/// Opens as large as what is in it, and scrolls on a screen that has less room.
-class ContentArea : public QScrollArea {
- public:
-  explicit ContentArea(QWidget* content) {
-    setWidget(content);
-    setWidgetResizable(true);
-    setFrameShape(NoFrame);
-    setFocusPolicy(Qt::NoFocus);
-  }
-  [[nodiscard]] QSize sizeHint() const override {
-    constexpr int kBesides = 110;  // the buttons below, and the margins
-    const QSize whole = widget()->sizeHint();
-    const bool scrolls = whole.height() > RoomOn(*this).height() - kBesides;
-    return whole + QSize(scrolls ? verticalScrollBar()->sizeHint().width() : 0, 0);
-  }
-  [[nodiscard]] QSize minimumSizeHint() const override { return {240, 120}; }
-};
+constexpr int kNarrow = 360;                // pixels, of what stands beside a graph
 
 bool IsPerChannel(const FormField& field) {
   return std::holds_alternative<ChannelNumbers*>(field.target) ||
@@ -77,7 +60,9 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(14);
   auto* content = new QWidget;
-  auto* sides = new QHBoxLayout(content);
+  // Beside a graph a narrow dialogue is out of the way.
+  auto* sides =
+      new QBoxLayout(form_.StandsBesideGraph() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, content);
   sides->setContentsMargins(0, 0, 0, 0);
   sides->setSpacing(18);
   if (QWidget* fields = MakeFields()) {
@@ -102,6 +87,7 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   content_ = new ContentArea(content);
   layout->addWidget(content_, 1);
   AddButtons(layout);
+  form_.onChanged = [this] { FieldsChanged(); };
 }
 
 QFormLayout* FormDialog::MakeRows(QWidget* on) {
@@ -303,6 +289,9 @@ void FormDialog::ShowResults() {
   for (std::size_t k = 0; k < tables.size(); ++k) {
     tables_[k].title->setText(ToQt(tables[k].title));
     tables_[k].view->Show(tables[k]);
+    if (form_.StandsBesideGraph()) {
+      tables_[k].view->setMinimumWidth(kNarrow);
+    }
     // Said aloud: else they would count only once the dialogue is on the screen, too late for its size.
     tables_[k].title->setVisible(!tables[k].hidden);
     tables_[k].view->setVisible(!tables[k].hidden);
@@ -379,7 +368,7 @@ void FormDialog::ShowColumns() {
 // On a screen with little room they stand in several rows.
 QHBoxLayout* FormDialog::AddInRows(const std::vector<QPushButton*>& buttons, QBoxLayout* to) const {
   constexpr int kBesides = 60;  // margins
-  const int room = RoomOn(*this).width() - kBesides;
+  const int room = form_.StandsBesideGraph() ? kNarrow : RoomOn(*this).width() - kBesides;
   auto* row = new QHBoxLayout;
   to->addLayout(row);
   int used = 0;
@@ -406,6 +395,12 @@ void FormDialog::AddButtons(QBoxLayout* to) {
   std::vector<QPushButton*> left;
   std::vector<QPushButton*> right;
   for (const FormButton& button : form_.Buttons()) {
+    if (!button.menu.empty()) {
+      if (QPushButton* opens = AddToMenu(button)) {
+        left.push_back(opens);
+      }
+      continue;
+    }
     auto* push = new QPushButton(ToQt(button.caption));
     push->setAutoDefault(false);
     push->setDefault(button.role == FormButton::Role::Accept);
@@ -429,6 +424,21 @@ void FormDialog::AddButtons(QBoxLayout* to) {
   if (!cancels) {
     SetCancelCaption("OK");
   }
+}
+
+QPushButton* FormDialog::AddToMenu(const FormButton& button) {
+  QMenu*& menu = menus_[button.menu];
+  QPushButton* opens = nullptr;
+  if (menu == nullptr) {
+    opens = new QPushButton(ToQt(button.menu));
+    opens->setAutoDefault(false);
+    menu = new QMenu(opens);
+    opens->setMenu(menu);
+  }
+  QAction* action = menu->addAction(ToQt(button.caption), this, [this, &button] { PressButton(button); });
+  action->setCheckable(static_cast<bool>(button.checked));
+  entries_.push_back({&button, action});
+  return opens;
 }
 
 void FormDialog::PressButton(const FormButton& button) {
@@ -455,6 +465,11 @@ void FormDialog::FieldsChanged() {
   ShowFields();
   for (FoundMark* mark : marks_) {
     mark->Refresh();
+  }
+  for (const MenuEntry& entry : entries_) {
+    if (entry.button->checked) {
+      entry.action->setChecked(entry.button->checked());
+    }
   }
   if (model_ != nullptr) {
     ShowColumns();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -15,6 +16,7 @@ class QBoxLayout;
 class QFormLayout;
 class QHBoxLayout;
 class QLabel;
+class QMenu;
 class QPushButton;
 class QScrollArea;
 
@@ -31,6 +33,7 @@ class FormDialog : public AskingDialog {
 
  public:
   FormDialog(Form& form, const Workbench& workbench, FormPicture* picture, QWidget* parent);
+  ~FormDialog() override { form_.onChanged = nullptr; }
 
  protected:
   void Refresh() override;
@@ -48,6 +51,8 @@ class FormDialog : public AskingDialog {
   void ShowFields();
   void ShowColumns();
   void AddButtons(QBoxLayout* to);
+  /// The button that opens the menu of this entry, nullptr when there is one already.
+  QPushButton* AddToMenu(const FormButton& button);
   /// Returns the last row.
   QHBoxLayout* AddInRows(const std::vector<QPushButton*>& buttons, QBoxLayout* to) const;
   void PressButton(const FormButton& button);
@@ -76,6 +81,12 @@ class FormDialog : public AskingDialog {
     ResultTableView* view;
   };
   std::vector<TitledTable> tables_;
+  struct MenuEntry {
+    const FormButton* button;
+    QAction* action;
+  };
+  std::vector<MenuEntry> entries_;
+  std::map<std::string, QMenu*> menus_;
   std::vector<bool> parts_;  // of the results: which are in sight
   QWidget* results_ = nullptr;
   QScrollArea* content_ = nullptr;

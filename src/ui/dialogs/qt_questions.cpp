@@ -142,6 +142,9 @@ QWidget* QtQuestions::Parent() const {
   if (modal != nullptr && modal->isVisible() && modal != progress_.get()) {
     return modal;
   }
+  if (beside_ != nullptr && beside_->isVisible()) {
+    return beside_;
+  }
   return workedIn_ != nullptr && workedIn_->isVisible() ? workedIn_.data() : window_;
 }
 
@@ -317,9 +320,21 @@ std::string QtQuestions::AskForm(Form& form) {
                     Offer(form);
                     auto dialog = MakeFormDialog(form, *workbench_, Parent());
                     ShowOffer(*dialog);
+                    StandBeside(form, *dialog);
                     return dialog;
                   })
       .Ask();
+}
+
+void QtQuestions::StandBeside(const Form& form, AskingDialog& dialog) {
+  QWidget* graph = nullptr;
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    graph = top->isVisible() && top->objectName() == QStringLiteral("frmGraph") ? top : graph;
+  }
+  if (form.StandsBesideGraph() && graph != nullptr) {
+    dialog.StandBeside(graph);
+    beside_ = &dialog;
+  }
 }
 
 void QtQuestions::EndForm(Form& form) {

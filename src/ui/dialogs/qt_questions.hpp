@@ -53,11 +53,13 @@ class QtQuestions : public Questions {
   [[nodiscard]] QWidget* Parent() const;
   void Offer(ChannelPicker& picker);
   void Offer(Form& form);
+  void StandBeside(const Form& form, AskingDialog& dialog);
   void ShowOffer(const AskingDialog& dialog) const;
   void NoteWindow(QWindow* window);
   [[nodiscard]] QString FileSpokenOf(const Box& box) const;
 
   QWidget* window_;
+  QPointer<QWidget> beside_;    // the dialogue that stands beside a graph
   QPointer<QWidget> workedIn_;  // the last window that had the focus and was no dialogue
   QObject context_;
   Workbench* workbench_ = nullptr;

@@ -73,6 +73,11 @@ void GraphWindow::ConnectPlot() {
       view->MoveCrosshair(cursor, y);
     }
   });
+  connect(plot_, &GraphWidget::levelDragged, this, [this](int level, double y) {
+    if (const SingleView* view = View(); view != nullptr && view->onLevel) {
+      view->onLevel(level, y);
+    }
+  });
   connect(plot_, &GraphWidget::rangeChosen, this, [this](const GraphRange& range) {
     if (SingleView* view = View()) {
       view->ShowRange(1, range.left, range.right, range.bottom, range.top);
@@ -135,8 +140,24 @@ void GraphWindow::ShowCursors() {
   }
 }
 
-void GraphWindow::ShowView() {
+// A dialogue works on the view while a command runs, for which the window has let go of it.
+void GraphWindow::DrawBeside(SingleView::Redraw what) {
   const SingleView* view = View();
+  if (view == nullptr) {
+    return;
+  }
+  if (what == SingleView::Redraw::All) {
+    ShowView();
+    return;
+  }
+  const bool held = plot_->Shows(view->Drawing());
+  plot_->SetGraph(&view->Drawing());
+  held ? plot_->RedrawCursors() : plot_->Redraw();
+}
+
+void GraphWindow::ShowView() {
+  SingleView* view = View();
+  view->onRedraw = [this](SingleView::Redraw what) { DrawBeside(what); };
   plot_->SetGraph(&view->Drawing());
   plot_->SetTitle(ToQt(view->TitleText()));
   plot_->Redraw();

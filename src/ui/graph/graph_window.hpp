@@ -49,6 +49,7 @@ class GraphWindow : public ViewWindow {
   void LeaveMode();
   bool StepByArrow(const KeyPress& key);
   void ShowState(const SingleView& view);
+  void DrawBeside(SingleView::Redraw what);
   void ShowCursors();
   void FitSidebar();
 

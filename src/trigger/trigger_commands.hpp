@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "core/command.hpp"
+
+namespace velmora {
+
+/// Triggering in the single-axis graph.
+std::span<const Command> TriggerCommands();
+
+}  // namespace velmora
