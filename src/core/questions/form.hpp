@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/questions/form_graph.hpp"
+#include "core/questions/questions.hpp"
 #include "core/questions/result_table.hpp"
 #include "core/trial/trial.hpp"
 
@@ -58,6 +59,8 @@ struct FormField {
   bool emptyKeeps = false;
   /// A double click asks for the value in an input box with the field's title and prompt.
   bool asksByInput = false;
+  /// The text is a file's path, which a person may choose in this dialogue.
+  std::optional<FileQuestion> asksByFile{};
   /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.
   bool hidden = false;
   /// The file that values per channel were entered for, when they outlive the form; nullptr for others.
@@ -73,6 +76,10 @@ struct FormButton {
   Role role = Role::Other;
   /// What the button does. The form closes when it returns true.
   std::function<bool()> press;
+  /// Why it cannot be pressed for now; empty: it can. A press from elsewhere does nothing but warn.
+  std::string whyNot{};
+  /// The button asks for files: those dropped on the form are its answer.
+  bool takesFiles = false;
 };
 
 /// A button that leaves the form open.
@@ -141,6 +148,7 @@ class Form {
   void Show(Workbench& workbench);
 
  protected:
+  [[nodiscard]] FormButton& ButtonAt(std::size_t row) { return buttons_.at(row); }
   /// What was found was taken, or taken back.
   virtual void FoundTaken() {}
   /// The channel that `edited` of a per-channel field runs for.

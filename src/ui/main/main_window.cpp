@@ -153,6 +153,9 @@ void MainWindow::Obey(ShellRequest request) {
         Tell(person_, "Explore", "No program for directories was found on this computer.");
       }
       break;
+    case ShellRequest::HideGraph:
+      runner_.HideGraph();
+      break;
     case ShellRequest::Exit:
       leaving_ = true;
       QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
