@@ -61,7 +61,7 @@ void EnsembleForm::AddFields() {
        .edited = [this] { workbench_.ensemble.FilenameMask = txtMask_; },
        .asksByInput = true},
       {.name = "txtNumber",
-       .caption = "3. Nor&malized size (intervals):",
+       .caption = "3. Nor&malized size:",
        .target = &txtNumber_,
        .prompt = "Enter number of intervals for averaged data (usually 100).",
        .title = "Normalized Size",
@@ -107,6 +107,15 @@ void EnsembleForm::AddButtons() {
   };
   buttons_[kChoose].takesFiles = true;
   buttons_[kOpen].takesFiles = true;
+  int row = 0;
+  for (const auto& [first, last] : {std::pair{kChoose, kBegin}, std::pair{kOpen, kDelete},
+                                    std::pair{kDone, kDone}, std::pair{kSaveBinary, kExport}}) {
+    ++row;
+    for (std::size_t k = first; k <= last; ++k) {
+      buttons_[k].row = row;
+    }
+  }
+  buttons_[kGraph].row = buttons_[kDone].row;
 }
 
 // A step that fails leaves the form and all that was averaged.
@@ -188,28 +197,40 @@ void EnsembleForm::ShowSteps() {
   buttons_[kGraph].caption = finished ? "&Graph Results" : "&Graph Last File";
   buttons_[kGraph].whyNot = unless(HasTrial(), "There is no file to show.");
   buttons_[kRead].whyNot = underway;
+  ShowNext();
+}
+
+// In words, and as the button that Enter presses.
+void EnsembleForm::ShowNext() {
+  const std::string file = FileNamePart(workbench_.trial.FileName);
+  Row next = kExit;
   switch (stage_) {
     case Stage::Choosing:
-      lblNext_ = HasTrial() ? "5: choose channels of " + FileNamePart(workbench_.trial.FileName) +
-                                  ", or 4: another first file"
-                            : "4: choose the first file";
+      next = HasTrial() ? kSelect : kChoose;
+      lblNext_ = HasTrial() ? "5: channels of " + file + ", or 4: another first file" : "4: the first file";
       break;
     case Stage::Chosen:
-      lblNext_ = "6: begin with " + FileNamePart(workbench_.trial.FileName);
+      next = kBegin;
+      lblNext_ = "6: begin with " + file;
       if (!waiting_.empty()) {
         lblNext_ += " and " + CountOf(static_cast<std::int64_t>(waiting_.size()), "more file");
       }
       break;
     case Stage::Averaging:
-      lblNext_ = pending_ ? "8: add " + FileNamePart(workbench_.trial.FileName) + ", or 7: another file"
-                          : std::string(average_.EnsembleFiles() < 2 ? "7: open the next files"
-                                                                     : "7: open more files, or 9: calculate");
+      next = pending_ ? kNext : kOpen;
+      lblNext_ = pending_ ? "8: add " + file + ", or 7: another file"
+                          : std::string(average_.EnsembleFiles() < 2 ? "7: the next files"
+                                                                     : "7: more files, or 9: calculate");
       break;
     case Stage::Finished:
+      next = workbench_.trial.FileChanged ? kSaveBinary : kExit;
       lblNext_ = workbench_.trial.FileChanged ? "10: save the results" : "The results are saved.";
       break;
   }
   lblNext_ += note_.empty() ? "" : "\n" + note_;
+  for (std::size_t row = 0; row < buttons_.size(); ++row) {
+    buttons_[row].next = row == next;
+  }
 }
 
 void EnsembleForm::ShowFiles() {

@@ -10,6 +10,7 @@
 #include "core/workbench.hpp"
 #include "ensemble/ensemble_average.hpp"
 #include "ensemble/ensemble_log.hpp"
+#include "graph/graph.hpp"
 
 namespace velmora {
 
@@ -61,6 +62,7 @@ class EnsembleForm : public Form, public std::enable_shared_from_this<EnsembleFo
   bool Guarded(bool (EnsembleForm::*press)());
   void Refresh();
   void ShowSteps();
+  void ShowNext();
   void ShowFiles();
   void ShowVariation();
   void LockFields();
@@ -98,12 +100,14 @@ class EnsembleForm : public Form, public std::enable_shared_from_this<EnsembleFo
   bool ViewText();
   bool ShowGraph();
   void OpenGraph(const ChannelFlags& channels);
+  void ShowMeanBehind(velmora::Graph& graph) const;
   void ReturnFromGraph();
   bool ReadEnsemble();
   bool ShowHelp();
   bool Cancel();
   bool Exit();
   bool MayDropResults();
+  void TellOpened();
 
   [[nodiscard]] bool HasTrial() const { return workbench_.trial.NData > 0; }
   [[nodiscard]] std::string Value(double value) const;
@@ -115,6 +119,7 @@ class EnsembleForm : public Form, public std::enable_shared_from_this<EnsembleFo
   std::vector<std::string> waiting_;  // come with the first file
   bool pending_ = false;              // the trial is a file of the list that is not in the average
   bool lastAtHand_ = false;           // the trial is what was added last
+  bool loaded_ = false;               // the trial was read here
   bool previews_ = false;             // the graph that is open shows a file before it is added
   bool logTrouble_ = false;           // has been told
   std::string textFile_;              // the results as text

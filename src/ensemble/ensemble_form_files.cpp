@@ -134,6 +134,7 @@ std::string EnsembleForm::LoadTrial(const std::string& path) {
   std::vector<std::string>& failures = workbench_.report.failures;
   const std::size_t before = failures.size();
   std::string why;
+  loaded_ = true;
   try {
     const NoMerge noMerge(workbench_.merge);
     trial.FileName = path;

@@ -107,8 +107,28 @@ void EnsembleForm::OpenGraph(const ChannelFlags& channels) {
   SettleViewWindow(workbench_);
   ShowFirstChannelPage(workbench_);
   auto view = std::make_unique<SingleView>(workbench_);
+  if (previews_ && average_.EnsembleFiles() > 0) {
+    ShowMeanBehind(view->Drawing());
+    view->SetScale(static_cast<Scale>(workbench_.graph.GraphScaleChoice));
+  }
   workbench_.view = std::move(view);
+  Did(workbench_, "Ensemble averaging, " + CountOf(average_.EnsembleFiles(), "file") + " and a graph");
   workbench_.AfterView = [form = shared_from_this()] { form->ReturnFromGraph(); };
+}
+
+// The mean so far, as the file will be stretched to it.
+void EnsembleForm::ShowMeanBehind(velmora::Graph& graph) const {
+  constexpr std::int64_t kMost = 1000;  // intervals that a line is drawn of
+  const EnsembleSums& sums = average_.Sums();
+  const std::int64_t intervals = std::min<std::int64_t>(sums.Intervals(), kMost);
+  for (int j = 0; j < sums.Width(); ++j) {
+    Backdrop mean{.Channel = average_.Channels()[static_cast<std::size_t>(j)]};
+    for (std::int64_t k = 0; k <= intervals; ++k) {
+      mean.Values.push_back(sums.Mean(1 + k * sums.Intervals() / intervals, j, average_.EnsembleFiles()));
+    }
+    graph.Backdrops.push_back(std::move(mean));
+  }
+  graph.Title += "\nWide and faint: the mean of " + CountOf(average_.EnsembleFiles(), "file");
 }
 
 // In the graph, and in the window beside it, anything may have become of the trial.
@@ -176,7 +196,18 @@ bool EnsembleForm::Cancel() {
                 .text = "Press Yes to exit or No to continue with processing.",
                 .icon = Icon::Question,
                 .buttons = {Button::Yes, Button::No}};
-  return workbench_.questions.AskBox(box) == Button::Yes;
+  if (workbench_.questions.AskBox(box) != Button::Yes) {
+    return false;
+  }
+  TellOpened();
+  return true;
+}
+
+// Without an average the trial is another one all the same.
+void EnsembleForm::TellOpened() {
+  if (stage_ != Stage::Finished && loaded_ && HasTrial()) {
+    Did(workbench_, "Opened " + FileNamePart(workbench_.trial.FileName) + " to be averaged");
+  }
 }
 
 bool EnsembleForm::Exit() {
@@ -184,7 +215,11 @@ bool EnsembleForm::Exit() {
     workbench_.report.warnings.push_back("An average of " + CountOf(average_.EnsembleFiles(), "file") +
                                          " was left before its means were calculated.");
   }
-  return MayDropResults();
+  if (!MayDropResults()) {
+    return false;
+  }
+  TellOpened();
+  return true;
 }
 
 // Returns whether the results are saved or not wanted.

@@ -71,6 +71,7 @@ bool EnsembleForm::BeginAverage() {
     ShowSaveFailure(workbench_, error.what());
     return false;
   }
+  Request(workbench_, ShellRequest::ShowFiles);
   logTrouble_ = false;
   lstFiles_.clear();
   variation_.clear();
@@ -153,7 +154,7 @@ bool EnsembleForm::Calculate() {
   Did(workbench_, "Ensemble average of " + CountOf(files, "file") + ", " +
                       CountOf(average_.Sums().Width(), "channel") + " over " +
                       CountOf(average_.Sums().Intervals(), "interval") +
-                      (seconds ? " of the mean time" : " of 100 %"));
+                      (seconds ? ", mean time" : ", percentage time base"));
   stage_ = Stage::Finished;
   return false;
 }

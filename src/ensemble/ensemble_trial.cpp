@@ -66,6 +66,7 @@ void MakeAveragedTrial(Workbench& workbench, const EnsembleAverage& average, boo
   trial.OriginalDuration = trial.Duration;
   trial.CursorLo = 1;
   trial.CursorHi = trial.NData;
+  workbench.graph.ViewDuration = trial.Duration;  // a stretch in seconds means nothing here
   ShowFirstChannelPage(workbench);
   MarkChanged(workbench, true);
 }

@@ -111,6 +111,7 @@ void ResetTrial(Workbench& workbench) {
   workbench.time.SecondsDuration = 0.0;
   workbench.time.TimeReversed = false;
   workbench.events = {};
+  workbench.ensemble.Files.clear();  // cut out of the trial that goes
   trial.HeaderLines.fill("");
   trial.HeaderLineCount = 0;
   if (trial.NData > 0) {

@@ -5,6 +5,7 @@
 #include <numbers>
 #include <set>
 
+#include "graph/single_view.hpp"
 #include "support/command_test.hpp"
 #include "support/full_disk.hpp"
 
@@ -419,6 +420,9 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
   Run("ensemble.average");
   ASSERT_NE(workbench.view, nullptr) << "the preview, before the file is added";
   EXPECT_EQ(files, 1);
+  const Graph& graph = OpenSingleView(workbench).Drawing();
+  ASSERT_EQ(graph.Backdrops.size(), 1U) << "the mean so far";
+  EXPECT_EQ(graph.Backdrops[0].Values, std::vector<float>(11, 2.0F));
   Run("cursor.one");
   workbench.view->MoveCursor(1, 1.0);
   questions.FillForm({});

@@ -80,6 +80,10 @@ struct FormButton {
   std::string whyNot{};
   /// The button asks for files: those dropped on the form are its answer.
   bool takesFiles = false;
+  /// Stands with the others of its row (from 1) below the fields; 0: at the foot of the form.
+  int row = 0;
+  /// What Enter presses, of buttons in rows.
+  bool next = false;
 };
 
 /// A button that leaves the form open.

@@ -2,7 +2,9 @@
 
 #include <QDialog>
 #include <QEventLoop>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace velmora::ui {
 
@@ -13,6 +15,9 @@ class AskingDialog : public QDialog {
 
  public:
   explicit AskingDialog(QWidget* parent);
+
+  /// Files were dropped on the dialogue: the answer to the next question for files.
+  std::function<void(std::vector<std::string>)> onFiles;
 
   /// Shows the dialogue and waits for a button. Returns its caption without '&'.
   std::string Ask();

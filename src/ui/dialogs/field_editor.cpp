@@ -8,6 +8,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QStandardItemModel>
 #include <algorithm>
@@ -16,6 +17,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "ui/dialogs/file_dialog.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
@@ -167,6 +169,9 @@ class LineEditor : public FieldEditor {
     if (!field.units.empty()) {
       layout->addWidget(new QLabel(ToQt(field.units)));
     }
+    if (field.asksByFile) {
+      AddFileButton(layout);
+    }
     remark_ = new QLabel;
     remark_->setTextFormat(Qt::PlainText);
     if (!text_) {  // what is said of a number while it is typed has its room
@@ -193,6 +198,9 @@ class LineEditor : public FieldEditor {
 
   void Refresh() override {
     line_->setEnabled(!field_.readOnly);  // a form may lock a field while it is open
+    if (choose_ != nullptr) {
+      choose_->setEnabled(!field_.readOnly);
+    }
     const QString value = ValueText(field_);
     if (line_->hasFocus() && !text_ && Val(ToStd(line_->text())) == Val(ToStd(value))) {
       shown_ = line_->text();
@@ -224,6 +232,22 @@ class LineEditor : public FieldEditor {
   }
 
  private:
+  void AddFileButton(QBoxLayout* layout) {
+    choose_ = new QPushButton;
+    choose_->setText(tr("Browse\u2026"));
+    choose_->setAutoDefault(false);
+    choose_->setToolTip(ToQt(field_.asksByFile->title));
+    layout->addWidget(choose_);
+    connect(choose_, &QPushButton::clicked, this, [this] {
+      FileQuestion question = *field_.asksByFile;
+      question.defaultName = ToStd(line_->text());
+      if (const std::vector<std::string> path = ChooseFiles(question, *window()); !path.empty()) {
+        line_->setText(ToQt(path.front()));
+        Commit();
+      }
+    });
+  }
+
   void AskInBox() {
     const std::string title = field_.title.empty() ? WithoutMnemonic(field_.caption) : field_.title;
     bool accepted = false;
@@ -273,6 +297,7 @@ class LineEditor : public FieldEditor {
   Form& form_;
   bool text_;
   QLineEdit* line_;
+  QPushButton* choose_ = nullptr;  // of a file
   QLabel* remark_;
   QString shown_;
 };

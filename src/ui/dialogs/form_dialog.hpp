@@ -34,6 +34,8 @@ class FormDialog : public AskingDialog {
 
  protected:
   void Refresh() override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   QWidget* MakeFields();
@@ -45,9 +47,13 @@ class FormDialog : public AskingDialog {
   void ShowResults();
   void TakeRoom();
   void Shown() override;
+  [[nodiscard]] const FormButton* FileButton() const;
   void ShowFields();
   void ShowColumns();
   void AddButtons(QBoxLayout* to);
+  QPushButton* MakeButton(const FormButton& button);
+  QWidget* MakeButtonRows();
+  void ShowButtons();
   /// Returns the last row.
   QHBoxLayout* AddInRows(const std::vector<QPushButton*>& buttons, QBoxLayout* to) const;
   void PressButton(const FormButton& button);
@@ -65,6 +71,7 @@ class FormDialog : public AskingDialog {
   };
   std::vector<FieldRow> rows_;
   std::vector<FoundMark*> marks_;
+  std::vector<QPushButton*> pushes_;  // as the form has its buttons
   struct FieldColumn {
     const FormField* field;
     int column;
