@@ -197,7 +197,6 @@ class LineEditor : public FieldEditor {
   }
 
   void Refresh() override {
-    line_->setEnabled(!field_.readOnly);  // a form may lock a field while it is open
     if (choose_ != nullptr) {
       choose_->setEnabled(!field_.readOnly);
     }
@@ -211,7 +210,7 @@ class LineEditor : public FieldEditor {
       line_->setText(value);
       line_->setCursorPosition(0);
     }
-    line_->setEnabled(!field_.notApplicable);
+    line_->setEnabled(!field_.readOnly && !field_.notApplicable);
     if (!field_.pattern.empty()) {  // the value behind what is shown of it
       line_->setToolTip(ToQt(field_.prompt + "\n" + PlainNumber(*std::get<double*>(field_.target))));
     }
