@@ -89,7 +89,7 @@ std::string EnsembleAverage::Oddities(const Trial& trial, const AveragedFile& fi
 
 std::string EnsembleAverage::Add(Trial& trial, AveragedFile file) {
   const float time = LastTime(trial) - FirstTime(trial);
-  ResampleAll(trial, sums_.Intervals());
+  ResampleAll(trial, sums_.Intervals(), MachineSimdLevel(), &spare_);
   if (!sums_.Fits(trial)) {
     return "it has samples that are missing or too large to be squared";
   }
