@@ -29,6 +29,12 @@ constexpr Sample kSamples[] = {
     {"quiet-stance", examples::MakeQuietStance},
     {"hold-first", examples::MakeHoldOfFirst},
     {"hold-second", examples::MakeHoldOfSecond},
+    {"stride-1", examples::MakeStride<1>},
+    {"stride-2", examples::MakeStride<2>},
+    {"stride-3", examples::MakeStride<3>},
+    {"stride-4", examples::MakeStride<4>},
+    {"stride-5", examples::MakeStride<5>},
+    {"stride-6", examples::MakeStride<6>},
 };
 
 /// Saves as a person would, with the command of the File menu.

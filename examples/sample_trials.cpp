@@ -345,4 +345,37 @@ void MakeHoldOfSecond(Trial& trial) {
                    .force = 120});
 }
 
+namespace {
+
+/// A bell of height 1 at `centre`; a third of it is left one `width` away.
+double Bell(double x, double centre, double width) {
+  const double away = (x - centre) / width;
+  return std::exp(-away * away);
+}
+
+}  // namespace
+
+// Two peaks of the force on either side of midstance, then the swing; the knee bends a little under the load
+// and a lot in the swing. A whole stride is 1 long.
+void MakeStride(Trial& trial, int stride) {
+  Random random(static_cast<std::uint64_t>(100 + stride));
+  constexpr double kRate = 200.0;
+  const double seconds = std::round((1.05 + 0.05 * random.Normal()) * kRate) / kRate;
+  Prepare(trial, "Stride", kRate, seconds, {{"Fz", "N"}, {"Knee", "deg"}});
+  const double weight = 700.0 * (1 + 0.02 * random.Normal());
+  const double first = 0.14 + 0.01 * random.Normal();
+  const double second = 0.46 + 0.01 * random.Normal();
+  const double load = 14 + 2 * random.Normal();
+  const double swing = 58 + 3 * random.Normal();
+  constexpr double kToeOff = 0.62;
+  for (std::int64_t i = 1; i <= trial.NData; ++i) {
+    const double x = static_cast<double>(i - 1) / static_cast<double>(trial.NData - 1);
+    const double stance = std::clamp(std::min(x / 0.03, (kToeOff - x) / 0.04), 0.0, 1.0);
+    const double force = 0.72 * Bell(x, 0.3, 0.2) + 0.85 * Bell(x, first, 0.09) + 0.9 * Bell(x, second, 0.09);
+    trial.Data(i, 1) = static_cast<float>(stance * force * weight + 2 * random.Normal());
+    trial.Data(i, 2) = static_cast<float>(4 + load * Bell(x, 0.15, 0.09) + swing * Bell(x, 0.73, 0.13) +
+                                          0.3 * random.Normal());
+  }
+}
+
 }  // namespace velmora::examples

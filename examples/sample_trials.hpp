@@ -42,4 +42,13 @@ void MakeHeadImpacts(Trial& trial);
 void MakeHoldOfFirst(Trial& trial);
 void MakeHoldOfSecond(Trial& trial);
 
+/// One stride of a walk from heel strike to heel strike at 200 Hz: the vertical force under the foot in N, of
+/// a person of 700 N, and the angle of the knee in degrees. No two strides (1, 2, ...) are of the same
+/// length.
+void MakeStride(Trial& trial, int stride);
+template <int stride>
+void MakeStride(Trial& trial) {
+  MakeStride(trial, stride);
+}
+
 }  // namespace velmora::examples

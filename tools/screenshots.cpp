@@ -534,6 +534,42 @@ void ShowPlates(ui::MainWindow& window, Photographer& photographer) {
   Run(window, photographer, "plates.pressure", {{"frmPressurePath", "Exit", "pressure-path"}});
 }
 
+// Six strides: the form on its way, a file before it is added, the results, and their band.
+void ShowEnsemble(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
+  std::vector<std::string>& files = window.State().ensemble.Files;
+  for (int stride = 1; stride <= 5; ++stride) {
+    files.push_back((data / ("stride-" + std::to_string(stride) + ".vmb")).string());
+  }
+  const auto previewing = [](QWidget* dialog) { Tick(dialog, "chkPreview"); };
+  const auto choosing = [data](QWidget* dialog) {
+    auto* line = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    line->setText(QString::fromStdString((data / "stride-6.vmb").string()));
+  };
+  Run(window, photographer, "ensemble.average",
+      {{"frmEnsemble", "5. Channel Selection", "ensemble-start"},
+       {"frmChoose", "Process", nullptr, [](QWidget* dialog) { test::Person::Press(dialog, "All"); }},
+       {"frmEnsemble", "6. Begin Average"},
+       {"frmEnsemble", "7. Open Next File", "ensemble", previewing},
+       {"QFileDialog", "Open", nullptr, choosing}});
+  QWidget* graph = WindowOf("frmGraph");
+  graph->resize(1100, 640);
+  photographer.Keep(graph, "ensemble-preview");
+  Follow(photographer, {{"frmEnsemble", "8. Add Last File"},
+                        {"frmEnsemble", "9. Calculate Means SDs"},
+                        {"frmEnsemble", "Exit", "ensemble-results"},
+                        {"Results Not Saved", "No"}});
+  graph->close();
+  photographer.Helper().Work();
+  const auto bands = [](QWidget* dialog) { Tick(dialog, "chkSDs"); };
+  Run(window, photographer, "graph.multi",
+      {{"frmGraph2Choose", "All"}, {"frmGraph2Choose", "OK", nullptr, bands}});
+  graph = WindowOf("frmGraph2");
+  graph->resize(1100, 760);
+  photographer.Keep(graph, "ensemble-bands");
+  graph->close();
+  window.State().trial.FileChanged = false;
+}
+
 void ShowTextFiles(ui::MainWindow& window, Photographer& photographer) {
   auto* tabs = window.findChild<QTabWidget*>();
   tabs->setCurrentIndex(1);
@@ -589,6 +625,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("math.absolute", "frmChoose", "picker-64", "Cancel");
   photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose-64", "Cancel");
   ShowManyLanes(window, photographer);
+  ShowEnsemble(window, photographer, data);
 }
 
 void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
@@ -619,8 +656,9 @@ void WriteText(const fs::path& path) {
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
-  if (argc != 3) {
-    std::fputs("Usage: velmora2-screenshots DIR light|dark\n", stderr);
+  const bool ensembleOnly = argc == 4 && std::string(argv[3]) == "ensemble";
+  if (argc != 3 && !ensembleOnly) {
+    std::fputs("Usage: velmora2-screenshots DIR light|dark [ensemble]\n", stderr);
     return 2;
   }
   try {
@@ -637,6 +675,12 @@ int main(int argc, char** argv) {
     Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
     Write(data, "many.vmb", MakeManyChannels);
+    Write(data, "stride-1.vmb", examples::MakeStride<1>);
+    Write(data, "stride-2.vmb", examples::MakeStride<2>);
+    Write(data, "stride-3.vmb", examples::MakeStride<3>);
+    Write(data, "stride-4.vmb", examples::MakeStride<4>);
+    Write(data, "stride-5.vmb", examples::MakeStride<5>);
+    Write(data, "stride-6.vmb", examples::MakeStride<6>);
     WriteText(data / "treadmill.txt");
     fs::current_path(data);
     SettingsStore store(home.path().toStdString() + "/settings");
@@ -652,6 +696,10 @@ int main(int argc, char** argv) {
     }
     QTest::qWait(400);
     Photographer photographer(window, to, dark ? "dark" : "light");
+    if (ensembleOnly) {
+      ShowEnsemble(window, photographer, data);
+      return 0;
+    }
     Walk(window, photographer, data);
     ShowTriggering(window, photographer);
     ParseText(window, photographer, data);

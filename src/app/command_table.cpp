@@ -18,6 +18,7 @@
 #include "dsp/time_base/time_base_commands.hpp"
 #include "edit/edit_commands.hpp"
 #include "emg/emg_commands.hpp"
+#include "ensemble/ensemble_commands.hpp"
 #include "export/export_commands.hpp"
 #include "forceplate/plate_commands.hpp"
 #include "graph/crop_commands.hpp"
@@ -39,11 +40,11 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(),  FileCommands(),    ExportCommands(),    EditCommands(),   ChannelCommands(),
-        MathCommands(),    FilterCommands(),  SmoothCommands(),    BiasCommands(),   TimeBaseCommands(),
-        SpectraCommands(), EmgCommands(),     PlateCommands(),     ImpactCommands(), GraphCommands(),
-        MultiCommands(),   LookCommands(),    ValueCommands(),     EventCommands(),  ThresholdCommands(),
-        CropCommands(),    TriggerCommands(), StatisticsCommands()}) {
+       {ImportCommands(),  FileCommands(),    ExportCommands(),     EditCommands(),    ChannelCommands(),
+        MathCommands(),    FilterCommands(),  SmoothCommands(),     BiasCommands(),    TimeBaseCommands(),
+        SpectraCommands(), EmgCommands(),     PlateCommands(),      ImpactCommands(),  GraphCommands(),
+        MultiCommands(),   LookCommands(),    ValueCommands(),      EventCommands(),   ThresholdCommands(),
+        CropCommands(),    TriggerCommands(), StatisticsCommands(), EnsembleCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

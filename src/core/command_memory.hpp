@@ -196,6 +196,14 @@ struct PlateMemory {
   friend bool operator==(const PlateMemory&, const PlateMemory&) = default;
 };
 
+/// How trials were averaged last, and what is to be averaged next.
+struct EnsembleMemory {
+  std::string FilenameMask = "*.vmb";
+  std::int32_t Intervals = 100;
+  bool UseMeanTime = false;        // the average counts seconds, not percent
+  std::vector<std::string> Files;  // written by a command to be averaged; the next average begins with them
+};
+
 /// What the last analysis found.
 struct ResultMemory {
   std::string ResultText;

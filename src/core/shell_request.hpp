@@ -6,6 +6,7 @@ namespace velmora {
 enum class ShellRequest {
   ShowFiles,  // the directory, its files or the selected file are others now
   ExploreDirectory,
+  HideGraph,  // the graph was left, and something else comes before the command that left it is over
   Exit
 };
 

@@ -91,6 +91,7 @@ struct Workbench {
   TextMemory texts;
   PlateMemory plates;
   SpectrumMemory spectrum;
+  EnsembleMemory ensemble;
   ResultMemory results;
   NumberPatterns patterns;
 
@@ -98,6 +99,9 @@ struct Workbench {
   void (*RunById)(Workbench&, std::string_view id) = nullptr;
   /// Id of a command to run as soon as the one that set it has ended.
   std::string_view NextCommand;
+
+  /// What comes back when a person leaves the graph that it opened. It runs once.
+  std::function<void()> AfterView;
 
   /// The graph that is open, if any. Last, since it looks at all the rest.
   std::unique_ptr<OpenView> view;

@@ -147,6 +147,13 @@ void Graph::AutoScaleOrdinate() {
       all.max = std::max(all.max, own.max);
     }
   }
+  for (const Backdrop& backdrop : Backdrops) {
+    if (Plots.at(static_cast<std::size_t>(backdrop.Channel - 1)).Visible && !backdrop.Values.empty()) {
+      const auto [low, high] = std::minmax_element(backdrop.Values.begin(), backdrop.Values.end());
+      all.min = std::min(all.min, *low);
+      all.max = std::max(all.max, *high);
+    }
+  }
   if (all.Empty() || !std::isfinite(all.min) || !std::isfinite(all.max)) {
     return;
   }

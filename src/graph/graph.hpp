@@ -114,6 +114,13 @@ struct GraphPreview {
   [[nodiscard]] bool Empty() const { return Levels.empty() && Hits.empty(); }
 };
 
+/// A wide, faint line behind the trace of a channel that is shown, such as the mean of other trials. Its
+/// values stand evenly over all that is plotted, however long that is or becomes.
+struct Backdrop {
+  int Channel = 0;
+  std::vector<float> Values;
+};
+
 class Graph {
  public:
   std::vector<Plot> Plots;  // channel c is plot c - 1
@@ -121,6 +128,7 @@ class Graph {
   Axis Ordinate;
   std::vector<GraphCursor> Cursors;  // cursor 1 first
   std::vector<DeviationBand> Deviations;
+  std::vector<Backdrop> Backdrops;
   // What a result view adds; nobody drags these.
   std::vector<FormGraph::Mark> Marks;
   std::vector<FormGraph::Band> Bands;
@@ -158,8 +166,8 @@ class Graph {
   /// From the first to the last of row 0. Where row 0 ends with the trial, in AbscissaEnd itself: the
   /// 32 bits of the time column hold it only nearly.
   void AutoScaleAbscissa();
-  /// The extremes of all samples of the visible plots, a unit around them when they are one value.
-  /// Stays as it is when nothing visible is a number.
+  /// The extremes of all samples of the visible plots and of the lines behind them, a unit around them when
+  /// they are one value. Stays as it is when nothing visible is a number.
   void AutoScaleOrdinate();
 
   [[nodiscard]] int VisiblePlots() const;

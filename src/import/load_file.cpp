@@ -27,35 +27,6 @@ void NameTrial(Workbench& workbench) {
   trial.TrialName = BaseName(trial.FileName);
 }
 
-void ResetTrial(Workbench& workbench) {
-  Trial& trial = workbench.trial;
-  trial.PreviousRate = trial.Rate;
-  trial.Rate = 0.0;
-  trial.CursorLo = 0;
-  trial.CursorHi = 0;
-  trial.NPlates = 0;
-  trial.ForcesReduced = false;
-  trial.PlatesCombined = false;
-  trial.FilePlates.clear();
-  trial.PairedGraphs = false;
-  workbench.CancelRequested = false;
-  workbench.time.Base = TimeBase::Seconds;
-  workbench.time.SecondsRate = 0.0;
-  workbench.time.SecondsDuration = 0.0;
-  workbench.time.TimeReversed = false;
-  workbench.events = {};
-  trial.HeaderLines.fill("");
-  trial.HeaderLineCount = 0;
-  if (trial.NData > 0) {
-    std::copy_n(trial.ChanLabel.begin(), trial.NChan + 1, trial.SavedLabels.begin());
-    std::copy_n(trial.ChanUnits.begin(), trial.NChan + 1, trial.SavedUnits.begin());
-  }
-  trial.FormatName.clear();
-  trial.TrialIndex = -1;
-  trial.Notices.clear();
-  workbench.LoadedFile.clear();
-}
-
 // The file that holds the setup of one recorder has a name of its own and no extension.
 std::string_view KindOfFile(const Trial& trial) {
   const bool setup = trial.FileExt.empty() && EqualNoCase(trial.TrialName, "SETUP");
@@ -122,6 +93,36 @@ void TellLoaded(Workbench& workbench) {
 }
 
 }  // namespace
+
+void ResetTrial(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  trial.PreviousRate = trial.Rate;
+  trial.Rate = 0.0;
+  trial.CursorLo = 0;
+  trial.CursorHi = 0;
+  trial.NPlates = 0;
+  trial.ForcesReduced = false;
+  trial.PlatesCombined = false;
+  trial.FilePlates.clear();
+  trial.PairedGraphs = false;
+  workbench.CancelRequested = false;
+  workbench.time.Base = TimeBase::Seconds;
+  workbench.time.SecondsRate = 0.0;
+  workbench.time.SecondsDuration = 0.0;
+  workbench.time.TimeReversed = false;
+  workbench.events = {};
+  workbench.ensemble.Files.clear();  // cut out of the trial that goes
+  trial.HeaderLines.fill("");
+  trial.HeaderLineCount = 0;
+  if (trial.NData > 0) {
+    std::copy_n(trial.ChanLabel.begin(), trial.NChan + 1, trial.SavedLabels.begin());
+    std::copy_n(trial.ChanUnits.begin(), trial.NChan + 1, trial.SavedUnits.begin());
+  }
+  trial.FormatName.clear();
+  trial.TrialIndex = -1;
+  trial.Notices.clear();
+  workbench.LoadedFile.clear();
+}
 
 void LoadFile(Workbench& workbench) {
   NameTrial(workbench);

@@ -1,5 +1,6 @@
 #include "plot/trace_plottable.hpp"
 
+#include "plot/backdrop_painter.hpp"
 #include "plot/deviation_painter.hpp"
 #include "plot/pixel_scale.hpp"
 #include "plot/plot_colours.hpp"
@@ -53,6 +54,9 @@ void TracePlottable::draw(QCPPainter* painter) {
   DrawZeroLine(*painter, rect);
   if (!graph_->Deviations.empty()) {
     PaintDeviations(*painter, *graph_, rect, background_);
+  }
+  if (!graph_->Backdrops.empty()) {
+    PaintBackdrops(*painter, *graph_, rect, background_);
   }
   const bool shapes = painter->modes().testFlag(QCPPainter::pmVectorized);
   traces_.Paint(*painter, *graph_, rect, background_,

@@ -125,7 +125,8 @@ void Recorder::Begin(const Action& action) {
   current_ = {};
   current_.steps.resize(1);
   current_.steps.front().what = std::visit(StepOf{*workbench_}, action);
-  begins_ = IsCommand(action, "file.load") && !workbench_->merge.MergePending;
+  const bool opens = IsCommand(action, "ensemble.average") && workbench_->trial.NData < 1;
+  begins_ = opens || (IsCommand(action, "file.load") && !workbench_->merge.MergePending);
   calledOff_ = false;
   oneQuestion_ = true;
 }

@@ -158,7 +158,10 @@ class Person {
   // After a fault: out of every dialogue, so that the test can end.
   void LeaveAll() {
     expected_.clear();
-    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box != nullptr && box->windowTitle() == QStringLiteral("Confirm Exit")) {
+      box->button(QMessageBox::Yes)->click();
+    } else if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
       dialog->reject();
       return;
     }

@@ -191,6 +191,11 @@ void Form::Show(Workbench& workbench) {
     if (button == nullptr) {
       throw std::invalid_argument("form " + name_ + " has no button \"" + caption + "\"");
     }
+    if (!button->whyNot.empty()) {
+      workbench.report.warnings.push_back(title_ + ": \"" + WithoutMnemonic(button->caption) +
+                                          "\" cannot be pressed now. " + button->whyNot);
+      continue;
+    }
     open = !(button->press && button->press());
   }
 }

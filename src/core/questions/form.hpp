@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/questions/form_graph.hpp"
+#include "core/questions/questions.hpp"
 #include "core/questions/result_table.hpp"
 #include "core/trial/trial.hpp"
 
@@ -64,6 +65,8 @@ struct FormField {
   std::string tip{};
   /// `edited` may run while a number is being typed: a picture follows it.
   bool followsTyping = false;
+  /// The text is a file's path, which a person may choose in this dialogue.
+  std::optional<FileQuestion> asksByFile{};
   /// Not shown for now, since another field leaves it without a meaning. Recipes may set it all the same.
   bool hidden = false;
   /// The file that values per channel were entered for, when they outlive the form; nullptr for others.
@@ -83,6 +86,14 @@ struct FormButton {
   std::string menu{};
   /// Of an entry: whether it has a check mark now; empty: it never has one.
   std::function<bool()> checked{};
+  /// Why it cannot be pressed for now; empty: it can. A press from elsewhere does nothing but warn.
+  std::string whyNot{};
+  /// The button asks for files: those dropped on the form are its answer.
+  bool takesFiles = false;
+  /// Stands with the others of its row (from 1) below the fields; 0: at the foot of the form.
+  int row = 0;
+  /// What Enter presses, of buttons in rows.
+  bool next = false;
 };
 
 /// A button that leaves the form open.
@@ -157,6 +168,7 @@ class Form {
   void Show(Workbench& workbench);
 
  protected:
+  [[nodiscard]] FormButton& ButtonAt(std::size_t row) { return buttons_.at(row); }
   /// What was found was taken, or taken back.
   virtual void FoundTaken() {}
   /// The channel that `edited` of a per-channel field runs for.

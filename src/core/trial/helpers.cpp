@@ -91,6 +91,10 @@ void CloseView(Workbench& workbench) {
 void LeaveView(Workbench& workbench) {
   if (workbench.view != nullptr && workbench.view->MayLeave()) {
     CloseView(workbench);
+    if (const auto comesBack = std::exchange(workbench.AfterView, nullptr)) {
+      Request(workbench, ShellRequest::HideGraph);
+      comesBack();
+    }
   }
 }
 

@@ -50,7 +50,7 @@ void Request(const Workbench& workbench, ShellRequest request);
 /// Closes the graph that is open, if any.
 void CloseView(Workbench& workbench);
 
-/// The same as a person does it: the view may ask, and stay open.
+/// The same as a person does it: the view may ask, and stay open. What opened the view comes back.
 void LeaveView(Workbench& workbench);
 
 /// Moves the page of channels on by 16, again from 1 past the end; nothing below 17 channels.

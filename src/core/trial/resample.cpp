@@ -63,7 +63,7 @@ void Interpolate(const Resampling& job, SimdLevel level) {
 }
 
 template <typename Interpolation>
-void Resample(Trial& trial, std::int64_t n, const Interpolation& interpolate) {
+void Resample(Trial& trial, std::int64_t n, SampleMatrix& fresh, const Interpolation& interpolate) {
   const std::int64_t before = trial.NData;
   if (n < 1 || before < 2) {
     return;
@@ -76,7 +76,6 @@ void Resample(Trial& trial, std::int64_t n, const Interpolation& interpolate) {
   // Without more samples than before, each new one lies at or before the old ones that it is made of:
   // the old memory will do, and fresh memory costs more than the interpolation.
   const bool inPlace = n < before;
-  SampleMatrix fresh;
   if (!inPlace) {
     fresh.Allocate(trial.NChan, n + 1, SampleMatrix::Fill::None);
     std::copy_n(trial.matrix.Frame(1), width, fresh.Frame(1));
@@ -86,7 +85,7 @@ void Resample(Trial& trial, std::int64_t n, const Interpolation& interpolate) {
       Resampling{trial.matrix.Frame(1), before, to.Frame(1), n, width, intervals / static_cast<double>(n)});
   std::copy_n(trial.matrix.Frame(before), width, to.Frame(n + 1));
   if (!inPlace) {
-    trial.matrix = std::move(fresh);
+    std::swap(trial.matrix, fresh);
   }
   trial.ResizeData(n + 1);
   trial.Rate = trial.Rate * (static_cast<double>(n) / intervals);
@@ -95,12 +94,14 @@ void Resample(Trial& trial, std::int64_t n, const Interpolation& interpolate) {
 
 }  // namespace
 
-void ResampleAll(Trial& trial, std::int64_t n, SimdLevel level) {
-  Resample(trial, n, [level](const Resampling& job) { Interpolate(job, level); });
+void ResampleAll(Trial& trial, std::int64_t n, SimdLevel level, SampleMatrix* spare) {
+  SampleMatrix own;
+  Resample(trial, n, spare != nullptr ? *spare : own, [level](const Resampling& job) { Interpolate(job, level); });
 }
 
 void ResampleAllPlainly(Trial& trial, std::int64_t n) {
-  Resample(trial, n, InterpolatePlainly);
+  SampleMatrix own;
+  Resample(trial, n, own, InterpolatePlainly);
 }
 
 }  // namespace velmora

@@ -12,7 +12,11 @@ namespace velmora {
 /// are kept as they are. Nothing happens with n below 1 or NData below 2. Every level gives the same
 /// bits. Throws std::bad_alloc, or std::length_error when n+1 does not fit 32 bits, before anything has
 /// changed.
-void ResampleAll(Trial& trial, std::int64_t n, SimdLevel level = MachineSimdLevel());
+///
+/// More samples than before need another matrix. `spare` lends its memory for it and gets that of the trial,
+/// for whoever re-samples one trial after the other.
+void ResampleAll(Trial& trial, std::int64_t n, SimdLevel level = MachineSimdLevel(),
+                 SampleMatrix* spare = nullptr);
 
 /// The same without vectors: what the levels are held to.
 void ResampleAllPlainly(Trial& trial, std::int64_t n);

@@ -81,10 +81,9 @@ std::string HeadLines(const Workbench& workbench, int channels, std::int32_t las
   return header;
 }
 
-void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, int channels) {
-  // Cursors of a single sample lie outside the trial.
-  const std::int32_t first = std::max(trial.CursorLo, 1);
-  const std::int32_t last = std::min(trial.CursorHi, trial.NData);
+void WriteSamples(const Trial& trial, SampleRange range, ProgressPanel& panel, OutputFile& file,
+                  int channels) {
+  const auto [first, last] = range;
   panel.SetLimits(first, last);
   TextBlock block(file);
   for (std::int32_t j = first; j <= last; ++j) {
@@ -104,19 +103,14 @@ void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, in
   block.Flush();
 }
 
-}  // namespace
-
-void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
-  Trial& trial = workbench.trial;
-  if (!AcceptsChannelLimit(workbench) || !AskName(workbench)) {
-    return;
-  }
-  const int channels = std::min<int>(trial.NChan, kMostChannels);
-  const std::int32_t lastSample = LastSampleNumber(workbench);
+// Writes the file OutputFileName, and tells which names were cut.
+void WriteFile(Workbench& workbench, ProgressPanel& panel, SampleRange range, int channels,
+               std::int32_t lastSample) {
+  const Trial& trial = workbench.trial;
   panel.SetStatus("Saving data (n= " + std::to_string(lastSample + 1) + ")");
   OutputFile file(workbench.OutputFileName);
   file.Write(HeadLines(workbench, channels, lastSample));
-  WriteSamples(trial, panel, file, channels);
+  WriteSamples(trial, range, panel, file, channels);
   CommitSave(workbench, file);
   DidSave(workbench);
   SavedNames names;
@@ -125,11 +119,37 @@ void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
     names.Add(trial.ChanLabel[c].Text(), kFieldWidth);
   }
   names.Tell(workbench);
+}
+
+}  // namespace
+
+void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
+  Trial& trial = workbench.trial;
+  if (!AcceptsChannelLimit(workbench) || !AskName(workbench)) {
+    return;
+  }
+  const int channels = std::min<int>(trial.NChan, kMostChannels);
+  // Cursors of a single sample lie outside the trial.
+  const SampleRange range{std::max(trial.CursorLo, 1), std::min(trial.CursorHi, trial.NData)};
+  WriteFile(workbench, panel, range, channels, LastSampleNumber(workbench));
   if (channels < trial.NChan) {
     trial.CutChannels(channels);
     ShowFirstChannelPage(workbench);
   }
   MarkChanged(workbench, false);
+}
+
+bool WriteEnsembleAscii(Workbench& workbench, ProgressPanel& panel, const std::string& defaultName) {
+  Trial& trial = workbench.trial;
+  if (!AskSaveName(workbench, {.title = "Save as .VME file",
+                               .defaultName = defaultName,
+                               .extension = ".vme",
+                               .filter = "Velmora ASCII (.vme)|*.vme"})) {
+    return false;
+  }
+  WriteFile(workbench, panel, {1, trial.NData}, trial.NChan, trial.NData - 1);
+  MarkChanged(workbench, false);
+  return true;
 }
 
 }  // namespace velmora

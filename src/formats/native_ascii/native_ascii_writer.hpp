@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "core/questions/progress.hpp"
 #include "core/workbench.hpp"
 
@@ -11,5 +13,9 @@ namespace velmora {
 /// Throws FileError, with workbench.OutputFileName set, when the file cannot be written; the file on
 /// disk and the trial are then as they were.
 void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel);
+
+/// The same of the whole trial with all its channels, for ensemble averages (.VME); `defaultName` is offered.
+/// Returns false when no name was given.
+bool WriteEnsembleAscii(Workbench& workbench, ProgressPanel& panel, const std::string& defaultName);
 
 }  // namespace velmora

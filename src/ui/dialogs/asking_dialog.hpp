@@ -3,7 +3,9 @@
 #include <QDialog>
 #include <QEventLoop>
 #include <QPointer>
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace velmora::ui {
 
@@ -18,6 +20,8 @@ class AskingDialog : public QDialog {
   /// From now on it is not modal but stands beside this window, that of a graph, whose plot can be worked on.
   void StandBeside(QWidget* graph);
   [[nodiscard]] bool StandsBeside() const { return graph_ != nullptr; }
+  /// Files were dropped on the dialogue: the answer to the next question for files.
+  std::function<void(std::vector<std::string>)> onFiles;
 
   /// Shows the dialogue and waits for a button. Returns its caption without '&'.
   std::string Ask();

@@ -8,6 +8,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QStandardItemModel>
 #include <algorithm>
@@ -16,6 +17,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "ui/dialogs/file_dialog.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
 
@@ -167,6 +169,9 @@ class LineEditor : public FieldEditor {
     if (!field.units.empty()) {
       layout->addWidget(new QLabel(ToQt(field.units)));
     }
+    if (field.asksByFile) {
+      AddFileButton(layout);
+    }
     remark_ = new QLabel;
     remark_->setTextFormat(Qt::PlainText);
     if (!text_) {  // what is said of a number while it is typed has its room
@@ -192,7 +197,9 @@ class LineEditor : public FieldEditor {
   }
 
   void Refresh() override {
-    line_->setEnabled(!field_.readOnly);  // a form may lock a field while it is open
+    if (choose_ != nullptr) {
+      choose_->setEnabled(!field_.readOnly);
+    }
     const QString value = ValueText(field_);
     if (line_->hasFocus() && !text_ && Val(ToStd(line_->text())) == Val(ToStd(value))) {
       shown_ = line_->text();
@@ -203,7 +210,7 @@ class LineEditor : public FieldEditor {
       line_->setText(value);
       line_->setCursorPosition(0);
     }
-    line_->setEnabled(!field_.notApplicable);
+    line_->setEnabled(!field_.readOnly && !field_.notApplicable);
     if (!field_.pattern.empty()) {  // the value behind what is shown of it
       line_->setToolTip(ToQt((field_.tip.empty() ? field_.prompt : field_.tip) + "\n" +
                              PlainNumber(*std::get<double*>(field_.target))));
@@ -240,6 +247,22 @@ class LineEditor : public FieldEditor {
     }
     const std::string text = FormatNumber(**number, field_.inputPattern);
     return Val(text) == **number ? ToQt(text) : line_->text();
+  }
+
+  void AddFileButton(QBoxLayout* layout) {
+    choose_ = new QPushButton;
+    choose_->setText(tr("Browse\u2026"));
+    choose_->setAutoDefault(false);
+    choose_->setToolTip(ToQt(field_.asksByFile->title));
+    layout->addWidget(choose_);
+    connect(choose_, &QPushButton::clicked, this, [this] {
+      FileQuestion question = *field_.asksByFile;
+      question.defaultName = ToStd(line_->text());
+      if (const std::vector<std::string> path = ChooseFiles(question, *window()); !path.empty()) {
+        line_->setText(ToQt(path.front()));
+        Commit();
+      }
+    });
   }
 
   void AskInBox() {
@@ -291,6 +314,7 @@ class LineEditor : public FieldEditor {
   Form& form_;
   bool text_;
   QLineEdit* line_;
+  QPushButton* choose_ = nullptr;  // of a file
   QLabel* remark_;
   QString shown_;
 };

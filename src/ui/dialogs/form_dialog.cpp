@@ -2,13 +2,20 @@
 
 #include <QApplication>
 #include <QBoxLayout>
+#include <QDragEnterEvent>
 #include <QEvent>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QMimeData>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QUrl>
+#include <map>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -65,8 +72,21 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
       new QBoxLayout(form_.StandsBesideGraph() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, content);
   sides->setContentsMargins(0, 0, 0, 0);
   sides->setSpacing(18);
+  for (const FormButton& button : form_.Buttons()) {
+    pushes_.push_back(button.menu.empty() ? MakeButton(button) : nullptr);  // an entry has none
+  }
+  auto* left = new QVBoxLayout;
   if (QWidget* fields = MakeFields()) {
-    sides->addWidget(fields, 0, Qt::AlignTop);
+    left->addWidget(fields);
+  }
+  if (QWidget* steps = MakeButtonRows()) {
+    left->addWidget(steps);
+  }
+  if (left->count() > 0) {
+    left->addStretch();
+    sides->addLayout(left);
+  } else {
+    delete left;
   }
   auto* wide = new QVBoxLayout;
   AddTable(wide);
@@ -394,21 +414,21 @@ void FormDialog::AddButtons(QBoxLayout* to) {
   to->addWidget(refusal_);
   std::vector<QPushButton*> left;
   std::vector<QPushButton*> right;
-  for (const FormButton& button : form_.Buttons()) {
+  for (std::size_t k = 0; k < pushes_.size(); ++k) {
+    const FormButton& button = form_.Buttons()[k];
     if (!button.menu.empty()) {
       if (QPushButton* opens = AddToMenu(button)) {
         left.push_back(opens);
       }
       continue;
     }
-    auto* push = new QPushButton(ToQt(button.caption));
-    push->setAutoDefault(false);
-    push->setDefault(button.role == FormButton::Role::Accept);
-    connect(push, &QPushButton::clicked, this, [this, &button] { PressButton(button); });
+    if (button.row > 0) {
+      continue;
+    }
     if (button.role == FormButton::Role::Other) {
-      left.push_back(push);
+      left.push_back(pushes_[k]);
     } else {
-      right.push_back(push);
+      right.push_back(pushes_[k]);
     }
     if (button.role == FormButton::Role::Cancel) {
       SetCancelCaption(WithoutMnemonic(button.caption));
@@ -441,6 +461,85 @@ QPushButton* FormDialog::AddToMenu(const FormButton& button) {
   return opens;
 }
 
+QPushButton* FormDialog::MakeButton(const FormButton& button) {
+  auto* push = new QPushButton(ToQt(button.caption), this);
+  push->setAutoDefault(false);
+  push->setDefault(button.role == FormButton::Role::Accept);
+  connect(push, &QPushButton::clicked, this, [this, &button] { PressButton(button); });
+  setAcceptDrops(acceptDrops() || button.takesFiles);
+  return push;
+}
+
+// Buttons that stand for the steps of the work, row by row below the fields.
+QWidget* FormDialog::MakeButtonRows() {
+  QGridLayout* grid = nullptr;
+  std::map<int, int> columns;
+  for (std::size_t k = 0; k < pushes_.size(); ++k) {
+    const int row = form_.Buttons()[k].row;
+    if (row == 0) {
+      continue;
+    }
+    if (grid == nullptr) {
+      grid = new QGridLayout(new QWidget);
+      grid->setContentsMargins(0, 8, 0, 0);
+    }
+    grid->addWidget(pushes_[k], row, columns[row]++);
+  }
+  return grid == nullptr ? nullptr : grid->parentWidget();
+}
+
+// A press may have named buttons anew, or have made others possible.
+void FormDialog::ShowButtons() {
+  const std::vector<FormButton>& buttons = form_.Buttons();
+  const bool leads = std::any_of(buttons.begin(), buttons.end(), [](const auto& one) { return one.next; });
+  for (std::size_t k = 0; k < pushes_.size(); ++k) {
+    if (pushes_[k] == nullptr) {
+      continue;
+    }
+    pushes_[k]->setText(ToQt(buttons[k].caption));
+    pushes_[k]->setEnabled(buttons[k].whyNot.empty());
+    pushes_[k]->setToolTip(ToQt(buttons[k].whyNot));
+    if (leads) {
+      pushes_[k]->setDefault(buttons[k].next);
+    }
+  }
+}
+
+const FormButton* FormDialog::FileButton() const {
+  const std::vector<FormButton>& all = form_.Buttons();
+  const auto it = std::find_if(all.begin(), all.end(), [](const FormButton& button) {
+    return button.takesFiles && button.whyNot.empty();
+  });
+  return it == all.end() ? nullptr : &*it;
+}
+
+void FormDialog::dragEnterEvent(QDragEnterEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (FileButton() != nullptr && !urls.isEmpty() && urls.constFirst().isLocalFile()) {
+    event->acceptProposedAction();
+  }
+}
+
+// The program that the files come from waits until the drop is over.
+void FormDialog::dropEvent(QDropEvent* event) {
+  std::vector<std::string> paths;
+  for (const QUrl& url : event->mimeData()->urls()) {
+    if (url.isLocalFile()) {
+      paths.push_back(ToStd(url.toLocalFile()));
+    }
+  }
+  event->acceptProposedAction();
+  QMetaObject::invokeMethod(
+      this,
+      [this, paths] {
+        if (const FormButton* button = FileButton(); button != nullptr && onFiles) {
+          onFiles(paths);
+          PressButton(*button);
+        }
+      },
+      Qt::QueuedConnection);
+}
+
 void FormDialog::PressButton(const FormButton& button) {
   if (button.role != FormButton::Role::Cancel) {
     if (table_ != nullptr) {
@@ -463,6 +562,7 @@ void FormDialog::Refresh() {
 void FormDialog::FieldsChanged() {
   refusal_->clear();
   ShowFields();
+  ShowButtons();
   for (FoundMark* mark : marks_) {
     mark->Refresh();
   }

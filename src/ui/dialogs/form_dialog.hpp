@@ -37,6 +37,8 @@ class FormDialog : public AskingDialog {
 
  protected:
   void Refresh() override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   QWidget* MakeFields();
@@ -48,11 +50,15 @@ class FormDialog : public AskingDialog {
   void ShowResults();
   void TakeRoom();
   void Shown() override;
+  [[nodiscard]] const FormButton* FileButton() const;
   void ShowFields();
   void ShowColumns();
   void AddButtons(QBoxLayout* to);
   /// The button that opens the menu of this entry, nullptr when there is one already.
   QPushButton* AddToMenu(const FormButton& button);
+  QPushButton* MakeButton(const FormButton& button);
+  QWidget* MakeButtonRows();
+  void ShowButtons();
   /// Returns the last row.
   QHBoxLayout* AddInRows(const std::vector<QPushButton*>& buttons, QBoxLayout* to) const;
   void PressButton(const FormButton& button);
@@ -70,6 +76,7 @@ class FormDialog : public AskingDialog {
   };
   std::vector<FieldRow> rows_;
   std::vector<FoundMark*> marks_;
+  std::vector<QPushButton*> pushes_;  // as the form has its buttons
   struct FieldColumn {
     const FormField* field;
     int column;

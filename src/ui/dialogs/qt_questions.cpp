@@ -1,7 +1,6 @@
 #include "ui/dialogs/qt_questions.hpp"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -15,6 +14,7 @@
 #include "core/questions/form.hpp"
 #include "core/questions/picker.hpp"
 #include "core/questions/progress.hpp"
+#include "ui/dialogs/file_dialog.hpp"
 #include "ui/dialogs/form_dialog.hpp"
 #include "ui/dialogs/picker_dialog.hpp"
 #include "ui/elided_label.hpp"
@@ -95,19 +95,6 @@ void ScrollTallText(QMessageBox& message, int room) {
   scroll->setWidgetResizable(true);
   scroll->setMinimumSize(label->sizeHint().width() + 2 * scroll->verticalScrollBar()->sizeHint().width(),
                          room - kButtons);
-}
-
-// "Text (.TXT)|*.txt|All files (*.*)|*.*" as Qt wants it: "Text (*.txt)", "All files (*)".
-QStringList NameFilters(const std::string& filter) {
-  const QStringList parts = ToQt(filter).split('|');
-  QStringList names;
-  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    const QString caption = parts[i].section('(', 0, 0).trimmed();
-    QString patterns = parts[i + 1];
-    patterns.replace(';', ' ').replace(QStringLiteral("*.*"), QStringLiteral("*"));
-    names << caption + QStringLiteral(" (") + patterns + QStringLiteral(")");
-  }
-  return names;
 }
 
 }  // namespace
@@ -212,36 +199,7 @@ std::string QtQuestions::AskInput(const InputQuestion& question) {
 }
 
 std::vector<std::string> QtQuestions::AskFile(const FileQuestion& question) {
-  QWidget* parent = Parent();
-  QFileDialog dialog(parent, ToQt(question.title));
-  const bool saves = question.mode == FileQuestion::Mode::Save;
-  dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  if (question.mode == FileQuestion::Mode::Directory) {
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly);
-  } else if (saves) {
-    dialog.setFileMode(QFileDialog::AnyFile);
-  } else {
-    dialog.setFileMode(question.several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
-  }
-  if (!question.directory.empty()) {
-    dialog.setDirectory(ToQt(question.directory));
-  }
-  const QStringList filters = NameFilters(question.filter);
-  if (!filters.isEmpty()) {
-    dialog.setNameFilters(filters);
-    dialog.selectNameFilter(filters.value(question.filterIndex - 1, filters.front()));
-  }
-  dialog.setDefaultSuffix(ToQt(question.extension).mid(1));
-  dialog.selectFile(ToQt(question.defaultName));
-  PlaceOver(dialog, *parent);
-  std::vector<std::string> paths;
-  if (dialog.exec() == QDialog::Accepted) {
-    for (const QString& path : dialog.selectedFiles()) {
-      paths.push_back(ToStd(path));
-    }
-  }
-  return paths;
+  return nextFiles_.empty() ? ChooseFiles(question, *Parent()) : std::exchange(nextFiles_, {});
 }
 
 template <typename Make>
@@ -314,11 +272,15 @@ void QtQuestions::EndPick(ChannelPicker& picker) {
 }
 
 std::string QtQuestions::AskForm(Form& form) {
+  nextFiles_.clear();
   return DialogOf(&form,
                   [&] {
                     form.TakeFound();  // marked as found, to be taken back by whoever knows better
                     Offer(form);
                     auto dialog = MakeFormDialog(form, *workbench_, Parent());
+                    dialog->onFiles = [this](std::vector<std::string> paths) {
+                      nextFiles_ = std::move(paths);
+                    };
                     ShowOffer(*dialog);
                     StandBeside(form, *dialog);
                     return dialog;
@@ -348,9 +310,10 @@ void QtQuestions::ShowProgress(ProgressPanel& panel) {
   progress_->Update();
 }
 
-// A panel that has finished its work waits for a person who is new to the program.
+// A panel that has finished its work waits for a person who is new to the program. One that came up within
+// the work of another leaves that one on the screen.
 void QtQuestions::EndProgress(ProgressPanel& panel) {
-  if (progress_ == nullptr) {
+  if (progress_ == nullptr || &progress_->Panel() != &panel) {
     return;
   }
   if (panel.Finished() && workbench_->UserLevel == UserLevelKind::Novice) {

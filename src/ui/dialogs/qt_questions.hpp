@@ -69,6 +69,7 @@ class QtQuestions : public Questions {
   std::unique_ptr<ProgressDialog> progress_;
   std::function<std::string(ChannelPicker&)> nextPick_;
   std::optional<std::string> nextInput_;
+  std::vector<std::string> nextFiles_;  // dropped on a form
   ChannelFlags offered_{};
   bool graphWanted_ = false;
 };

@@ -64,6 +64,8 @@ void CommandRunner::ShowView() {
     graph_->Refresh();
     if (workbench_.view == nullptr) {
       graph_.clear();  // it has closed and goes by itself
+    } else if (!graph_->isVisible()) {
+      graph_->ShowGraph();
     }
   } else if (workbench_.view != nullptr) {
     graph_ = MakeViewWindow(
@@ -75,6 +77,13 @@ void CommandRunner::ShowView() {
 void CommandRunner::CloseGraph() {
   delete graph_;
   workbench_.view.reset();
+}
+
+void CommandRunner::HideGraph() {
+  if (graph_ != nullptr) {
+    graph_->Rest();
+    graph_->hide();
+  }
 }
 
 void CommandRunner::CloseViews() {

@@ -39,6 +39,8 @@ class CommandRunner {
   /// The samples are others: every window of a single channel shows them.
   void RefreshChannels() { channelWindows_.Refresh(); }
   void CloseViews();
+  /// The graph has been left, and what opened it comes back before its window is closed.
+  void HideGraph();
 
  private:
   void ShowView();

@@ -47,7 +47,7 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   workbench_.onShellRequest = [this](ShellRequest request) { Obey(request); };
   TakeStart(items);
   menus_ = std::make_unique<Menus>(menuBar(), [this](const Command& command) {
-    command.id == "file.load" ? opener_.OpenSelected() : RunCommand(command);
+    command.id == "file.load" ? opener_.OpenSelected() : RunFromMenu(command);
   });
   AddPanels();
   AddBars();
@@ -70,6 +70,16 @@ void MainWindow::TakeStart(const std::vector<std::string>& items) {
     workbench_.trial.FileName = FullPath(workbench_.trial.FileName);
   }
   workbench_.DataDir = CleanDirectory(workbench_.DataDir);
+}
+
+// Files that are averaged take the place of the trial.
+void MainWindow::RunFromMenu(const Command& command) {
+  if (command.id != "ensemble.average" || workbench_.AfterView ||
+      ConfirmDiscard(workbench_, "The data of " + FileNamePart(workbench_.LoadedFile) +
+                                     " were modified but not saved.  Press Cancel to save them before other "
+                                     "files are averaged.")) {
+    RunCommand(command);
+  }
 }
 
 // A directory that is no more gives way to the current one.
@@ -152,6 +162,9 @@ void MainWindow::Obey(ShellRequest request) {
       if (!ShowDirectory(workbench_.DataDir)) {
         Tell(person_, "Explore", "No program for directories was found on this computer.");
       }
+      break;
+    case ShellRequest::HideGraph:
+      runner_.HideGraph();
       break;
     case ShellRequest::Exit:
       leaving_ = true;

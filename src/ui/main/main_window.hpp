@@ -59,6 +59,7 @@ class MainWindow : public QMainWindow {
   // main_window.cpp
   void TakeStart(const std::vector<std::string>& items);
   void EnterDataDirectory();
+  void RunFromMenu(const Command& command);
   void Heard(const Action& action);
   void Refresh();
   void ShowHistory();

@@ -54,6 +54,17 @@ bool IsPossible(const Command& command, const Workbench& workbench) {
   return false;
 }
 
+namespace {
+
+// It has a place of its own in the list, perhaps further down.
+bool IsListed(const Command& command) {
+  const std::span<const MenuPlace> places = MenuPlaces();
+  return std::any_of(places.begin(), places.end(),
+                     [&command](const MenuPlace& place) { return place.id == command.id; });
+}
+
+}  // namespace
+
 Menus::Menus(QMenuBar* bar, Run run) : bar_(bar), run_(std::move(run)) {
   std::vector<bool> placed(AllCommands().size(), false);
   const auto place = [this, &placed](const Command& command, std::string_view menu) {
@@ -64,7 +75,8 @@ Menus::Menus(QMenuBar* bar, Run run) : bar_(bar), run_(std::move(run)) {
   std::string_view menuBefore;
   const auto finish = [&](std::string_view menu) {
     for (const Command& command : AllCommands()) {
-      if (command.menu == menu && !placed[static_cast<std::size_t>(&command - AllCommands().data())]) {
+      if (command.menu == menu && !placed[static_cast<std::size_t>(&command - AllCommands().data())] &&
+          !IsListed(command)) {
         place(command, menu);
       }
     }

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "core/command.hpp"
+
+namespace velmora {
+
+/// Averaging of trials.
+std::span<const Command> EnsembleCommands();
+
+}  // namespace velmora
