@@ -6,21 +6,22 @@
 #include <vector>
 
 #include "core/open_view.hpp"
+#include "run/channel_name.hpp"
 
 namespace velmora {
 
 /// What a recipe says, as plain data. Nothing in here has been checked against a trial or a command;
 /// that happens question by question while the recipe runs.
 
-/// A list of channels (from 1), or all there are.
+/// A list of channels, or all there are.
 struct ChannelChoice {
   bool all = false;
-  std::vector<int> channels;
+  std::vector<ChannelName> channels;
 };
 
-/// What is typed for one channel.
+/// What is typed for one channel, or for each that the name fits.
 struct ChannelText {
-  int channel = 0;
+  ChannelName channel;
   std::string text;
 };
 
@@ -46,6 +47,7 @@ struct PickAnswer {
 struct FieldAnswer {
   std::string name;
   std::variant<std::string, std::vector<ChannelText>, ChannelChoice> value;
+  int line = 0;
 };
 
 struct FormAnswer {

@@ -7,6 +7,8 @@
 #include "core/questions/picker.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "run/channel_name.hpp"
+#include "run/closest_name.hpp"
 #include "run/interrupt.hpp"
 
 namespace velmora {
@@ -47,21 +49,40 @@ bool TakesNumbers(const FormField& field) {
          (std::holds_alternative<std::int32_t*>(field.target) && field.choices.empty());
 }
 
-template <typename Range, typename Name>
-std::string Listed(const Range& range, Name name) {
+/// "there is no field "x", but A, B; did you mean ...?"
+std::string NoSuch(std::string_view what, std::string_view wrong, const std::vector<std::string>& names) {
   std::string list;
-  for (const auto& item : range) {
-    list += (list.empty() ? "" : ", ") + std::string(name(item));
+  for (const std::string& name : names) {
+    list += (list.empty() ? "" : ", ") + name;
   }
-  return list.empty() ? "none" : list;
+  return "there is no " + std::string(what) + " " + Quoted(wrong) + ", but " +
+         (list.empty() ? "none" : list) + DidYouMean(wrong, names);
 }
 
-std::string ButtonList(const std::vector<Button>& buttons) {
-  return Listed(buttons, ButtonCaption);
+template <typename Range, typename Name>
+std::vector<std::string> NamesOf(const Range& range, Name name) {
+  std::vector<std::string> names;
+  for (const auto& item : range) {
+    names.emplace_back(name(item));
+  }
+  return names;
 }
 
-std::string ButtonList(const Form& form) {
-  return Listed(form.Buttons(), [](const FormButton& button) { return WithoutMnemonic(button.caption); });
+std::vector<std::string> ButtonNames(const Form& form) {
+  return NamesOf(form.Buttons(), [](const FormButton& button) { return WithoutMnemonic(button.caption); });
+}
+
+ChannelFlags FlagsOf(const ChannelChoice& choice, const Trial& trial) {
+  ChannelFlags flags{};
+  for (int c = 1; choice.all && c <= trial.NChan; ++c) {
+    flags[c] = true;
+  }
+  for (const ChannelName& name : choice.channels) {
+    for (const int c : ChannelsOf(name, trial)) {
+      flags[c] = true;
+    }
+  }
+  return flags;
 }
 
 // What is wrong with an answer for this picker, empty when it fits.
@@ -81,52 +102,47 @@ std::string Misfit(const ChannelPicker& picker, const PickAnswer& answer) {
   }
   for (const ChannelText& value : answer.values) {
     if (const std::string why = NoNumber(value.text); !why.empty()) {
-      return "the value of channel " + std::to_string(value.channel) + ": " + why;
+      return "the value of channel " + TextOf(value.channel) + ": " + why;
     }
   }
-  for (const std::string& caption :
-       {std::string("OK"), std::string("Cancel"), WithoutMnemonic(picker.ClosingCaption())}) {
-    if (EqualNoCase(answer.press, caption)) {
-      return {};
-    }
-  }
-  return "there is no button " + Quoted(answer.press) + ", but " + WithoutMnemonic(picker.ClosingCaption()) +
-         ", Cancel";
+  const std::vector<std::string> buttons = {WithoutMnemonic(picker.ClosingCaption()), "Cancel"};
+  const auto pressed = [&answer](const std::string& caption) { return EqualNoCase(answer.press, caption); };
+  const bool known = pressed("OK") || std::any_of(buttons.begin(), buttons.end(), pressed);
+  return known ? std::string() : NoSuch("button", answer.press, buttons);
+}
+
+// One text for a set of channels: all, or those of one name.
+ChannelChoice ChoiceOf(const std::string& text) {
+  return EqualNoCase(text, "all") ? ChannelChoice{.all = true}
+                                  : ChannelChoice{.channels = {ReadChannelName(text)}};
 }
 
 // Exactly this selection. It comes after the values, since typing a value selects its channel.
-void SetSelection(ChannelPicker& picker, const ChannelChoice& choice) {
+void SetSelection(ChannelPicker& picker, const ChannelChoice& choice, const Trial& trial) {
   if (picker.SelectsOne()) {
-    picker.Choose(choice.channels.front());
+    picker.Choose(OneChannelOf(choice.channels.front(), trial));
     return;
   }
+  const ChannelFlags chosen = FlagsOf(choice, trial);
   picker.None();
-  for (int c = 1; choice.all && c <= picker.Channels(); ++c) {
-    picker.Select(c, true);
-  }
-  for (const int c : choice.channels) {
-    picker.Select(c, true);
+  for (int c = 1; c <= picker.Channels(); ++c) {
+    picker.Select(c, chosen[c]);
   }
 }
 
-void FillPicker(ChannelPicker& picker, const PickAnswer& answer) {
+void FillPicker(ChannelPicker& picker, const PickAnswer& answer, const Trial& trial) {
   for (const ChannelText& value : answer.values) {
-    picker.SetValue(value.channel, value.text);
+    for (const int c : ChannelsOf(value.channel, trial)) {
+      picker.SetValue(c, value.text);
+    }
   }
   for (const ChannelText& name : answer.names) {
-    picker.SetName(name.channel, name.text);
+    for (const int c : ChannelsOf(name.channel, trial)) {
+      picker.SetName(c, name.text);
+    }
   }
   if (answer.channels) {
-    SetSelection(picker, *answer.channels);
-  }
-}
-
-// Sets a channel set of a form to exactly these channels.
-void EditFlags(Form& form, const FormField& field, const ChannelChoice& choice, int channels) {
-  const std::vector<int>& listed = choice.channels;
-  for (int c = 1; c <= channels; ++c) {
-    const bool on = choice.all || std::find(listed.begin(), listed.end(), c) != listed.end();
-    form.Edit(field, c, on ? "true" : "false");
+    SetSelection(picker, *answer.channels, trial);
   }
 }
 
@@ -193,7 +209,7 @@ Button RecipeQuestions::AskBox(const Box& box) {
       return button;
     }
   }
-  Abandon(asked, "there is no button " + Quoted(answer.button) + ", but " + ButtonList(box.buttons));
+  Abandon(asked, NoSuch("button", answer.button, NamesOf(box.buttons, ButtonCaption)));
 }
 
 std::string RecipeQuestions::AskInput(const InputQuestion& question) {
@@ -225,8 +241,8 @@ std::string RecipeQuestions::AskPick(ChannelPicker& picker) {
     Abandon(asked, misfit);
   }
   try {
-    FillPicker(picker, answer);
-  } catch (const std::out_of_range& error) {
+    FillPicker(picker, answer, *trial_);
+  } catch (const ChannelNameError& error) {
     Abandon(asked, error.what());
   }
   return answer.press;
@@ -236,7 +252,7 @@ std::string RecipeQuestions::AskForm(Form& form) {
   const Asked asked{"form", form.Title(), form.Name()};
   const FormAnswer& answer = Take<FormAnswer>(asked);
   if (form.FindButton(answer.press) == nullptr) {
-    Abandon(asked, "there is no button " + Quoted(answer.press) + ", but " + ButtonList(form));
+    Abandon(asked, NoSuch("button", answer.press, ButtonNames(form)));
   }
   if (answer.found) {
     form.TakeFound();
@@ -244,6 +260,8 @@ std::string RecipeQuestions::AskForm(Form& form) {
   for (const FieldAnswer& field : answer.fields) {
     try {
       EditField(asked, form, field);
+    } catch (const ChannelNameError& error) {
+      Abandon(asked, "field " + field.name + ": " + error.what());
     } catch (const std::invalid_argument& error) {
       Abandon(asked, error.what());
     }
@@ -255,16 +273,10 @@ void RecipeQuestions::EditField(const Asked& asked, Form& form, const FieldAnswe
   const FormField* field = form.FindField(answer.name);
   if (field == nullptr) {
     const auto name = [](const FormField& offered) { return offered.name; };
-    Abandon(asked, "there is no field " + Quoted(answer.name) + ", but " + Listed(form.Fields(), name));
+    Abandon(asked, NoSuch("field", answer.name, NamesOf(form.Fields(), name)));
   }
   if (const auto* texts = std::get_if<std::vector<ChannelText>>(&answer.value)) {
-    for (const ChannelText& text : *texts) {
-      if (text.channel > trial_->NChan) {
-        Abandon(asked, "field " + field->name + ": there is no channel " + std::to_string(text.channel));
-      }
-      CheckNumber(asked, *field, text.text);
-      form.Edit(*field, text.channel, text.text);
-    }
+    EditChannels(asked, form, *field, *texts);
     return;
   }
   const auto* choice = std::get_if<ChannelChoice>(&answer.value);
@@ -273,17 +285,26 @@ void RecipeQuestions::EditField(const Asked& asked, Form& form, const FieldAnswe
   if (choice != nullptr && !flags) {
     Abandon(asked, "field " + field->name + " is no set of channels");
   }
-  if (choice != nullptr && !choice->channels.empty() &&
-      *std::max_element(choice->channels.begin(), choice->channels.end()) > trial_->NChan) {
-    Abandon(asked, "field " + field->name + ": there are no more than " + std::to_string(trial_->NChan) +
-                       " channels");
-  }
-  if (choice != nullptr || (flags && EqualNoCase(*text, "all"))) {
-    EditFlags(form, *field, choice != nullptr ? *choice : ChannelChoice{.all = true}, trial_->NChan);
+  if (!flags) {
+    CheckNumber(asked, *field, *text);
+    form.Edit(*field, *text);
     return;
   }
-  CheckNumber(asked, *field, *text);
-  form.Edit(*field, *text);
+  const ChannelFlags chosen =
+      choice != nullptr ? FlagsOf(*choice, *trial_) : FlagsOf(ChoiceOf(*text), *trial_);
+  for (int c = 1; c <= trial_->NChan; ++c) {
+    form.Edit(*field, c, chosen[c] ? "true" : "false");
+  }
+}
+
+void RecipeQuestions::EditChannels(const Asked& asked, Form& form, const FormField& field,
+                                   const std::vector<ChannelText>& texts) const {
+  for (const ChannelText& text : texts) {
+    for (const int c : ChannelsOf(text.channel, *trial_)) {
+      CheckNumber(asked, field, text.text);
+      form.Edit(field, c, text.text);
+    }
+  }
 }
 
 void RecipeQuestions::CheckNumber(const Asked& asked, const FormField& field, std::string_view text) {

@@ -46,6 +46,8 @@ class RecipeQuestions : public Questions {
   const T& Take(const Asked& asked);
   [[noreturn]] static void Abandon(const Asked& asked, const std::string& why);
   void EditField(const Asked& asked, Form& form, const FieldAnswer& field) const;
+  void EditChannels(const Asked& asked, Form& form, const FormField& field,
+                    const std::vector<ChannelText>& texts) const;
   static void CheckNumber(const Asked& asked, const FormField& field, std::string_view text);
 
   const std::vector<Answer>* answers_ = nullptr;

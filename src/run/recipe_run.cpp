@@ -8,6 +8,7 @@
 #include "core/files/output_guard.hpp"
 #include "core/files/paths.hpp"
 #include "core/trial/helpers.hpp"
+#include "run/closest_name.hpp"
 #include "run/drawing.hpp"
 #include "run/gesture.hpp"
 #include "run/info.hpp"
@@ -15,6 +16,14 @@
 
 namespace velmora {
 namespace {
+
+std::string NoSuchCommand(const std::string& id) {
+  std::vector<std::string> ids;
+  for (const Command& known : AllCommands()) {
+    ids.emplace_back(known.id);
+  }
+  return "there is no command \"" + id + "\"" + DidYouMean(id, ids) + " (velmora2-run --commands lists them)";
+}
 
 void AppendFailure(std::string& list, const std::string& item) {
   list += (list.empty() || item.empty() ? "" : "; ") + item;
@@ -135,7 +144,7 @@ std::string RecipeRun::RunAnswered(const std::vector<Answer>& answers, const Act
 std::string RecipeRun::RunCommandStep(const CommandStep& step) {
   const Command* command = FindCommand(step.id);
   if (command == nullptr) {
-    return "there is no command \"" + step.id + "\" (velmora2-run --commands lists them)";
+    return NoSuchCommand(step.id);
   }
   if (!step.file.empty()) {
     workbench_.trial.FileName = FullPath(step.file);

@@ -69,7 +69,7 @@ bool IsOpening(const Action& action) {
 Step NamesStep(const char* id, int channels, const std::function<std::string(int)>& nameOf) {
   PickAnswer names;
   for (int c = 1; c <= channels; ++c) {
-    names.names.push_back({c, nameOf(c)});
+    names.names.push_back({{.number = c}, nameOf(c)});
   }
   Answer answer;
   answer.what = std::move(names);
@@ -374,7 +374,7 @@ std::string Recorder::AskPick(ChannelPicker& picker) {
     press = answerer_->AskPick(picker);
   }
   if (Records()) {
-    Note({.what = RecordPick(picker, press)}, picker.Prompt(), EqualNoCase(press, "Cancel"));
+    Note({.what = RecordPick(picker, press, Namer())}, picker.Prompt(), EqualNoCase(press, "Cancel"));
   }
   return press;
 }
@@ -393,7 +393,8 @@ std::string Recorder::AskForm(Form& form) {
   if (Records()) {
     const FormButton* button = form.FindButton(press);
     const bool cancels = button != nullptr && button->role == FormButton::Role::Cancel;
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_)}, form.Title(), cancels);
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_, Namer())}, form.Title(),
+         cancels);
   }
   return press;
 }
@@ -401,10 +402,15 @@ std::string Recorder::AskForm(Form& form) {
 // What the form remembers from before the steps that are kept is entered by them.
 void Recorder::NoteWayThroughAll(Form& form) {
   for (const std::string& press : form.WayThroughAll()) {
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true)}, form.Title(), false);
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true, Namer())}, form.Title(), false);
     firstAsk_ = false;
     form.FindButton(press)->press();
   }
+}
+
+// What a load asks while the trial before is still there is not about that trial's channels.
+ChannelNamer Recorder::Namer() const {
+  return IsCommand(action_, "file.load") ? ChannelNamer() : ChannelNamer(workbench_->trial);
 }
 
 void Recorder::EndForm(Form& form) {
