@@ -42,6 +42,7 @@ class Batch {
   void RunHere();
   void RunInProcesses();
   void AddLine(std::size_t run, std::string_view line) { transcript_->Add(run, line); }
+  std::string Collect(std::size_t run, TableRows rows);
   void End(std::size_t run, const Outcome& outcome);
 
   const Arguments& arguments_;
@@ -54,14 +55,19 @@ class Batch {
 };
 
 RunOptions Batch::OptionsFor(std::size_t run) const {
-  return {
-      .input = results_[run].input, .strict = arguments_.strict, .onStep = {}, .claim = {}, .transcript = {}};
+  return {.input = results_[run].input,
+          .strict = arguments_.strict,
+          .onStep = {},
+          .claim = {},
+          .transcript = {},
+          .collect = {}};
 }
 
 void Batch::RunHere() {
   RunOptions options = OptionsFor(0);
   options.onStep = [this](const StepPlace& place) { bar_.Step(0, place.step); };
   options.claim = [this](const std::string& path) { return claims_.Claim(0, path); };
+  options.collect = [this](const TableRows& rows) { return Collect(0, rows); };
   if (transcript_ != nullptr) {
     options.transcript = [this](std::string_view line) { AddLine(0, line); };
   }
@@ -73,6 +79,7 @@ void Batch::RunInProcesses() {
     RunOptions options = OptionsFor(run);
     options.onStep = [&report](const StepPlace& place) { report.Step(place); };
     options.claim = [&report](const std::string& path) { return report.Claim(path); };
+    options.collect = [&report](const TableRows& rows) { return report.Collect(rows); };
     if (transcript_ != nullptr) {
       options.transcript = [&report](std::string_view line) { report.TranscriptLine(line); };
     }
@@ -82,7 +89,16 @@ void Batch::RunInProcesses() {
           {.onStep = [this](std::size_t run, const StepPlace& place) { bar_.Step(run, place.step); },
            .onTranscript = [this](std::size_t run, std::string_view line) { AddLine(run, line); },
            .onEnd = [this](std::size_t run, const Outcome& outcome) { End(run, outcome); },
-           .onClaim = [this](std::size_t run, const std::string& path) { return claims_.Claim(run, path); }});
+           .onClaim = [this](std::size_t run, const std::string& path) { return claims_.Claim(run, path); },
+           .onCollect = [this](std::size_t run, TableRows rows) { return Collect(run, std::move(rows)); }});
+}
+
+std::string Batch::Collect(std::size_t run, TableRows rows) {
+  std::string refusal = claims_.ClaimTable(rows.file);
+  if (refusal.empty()) {
+    results_[run].collected.push_back(std::move(rows));
+  }
+  return refusal;
 }
 
 void Batch::End(std::size_t run, const Outcome& outcome) {
@@ -104,7 +120,7 @@ struct Row {
   std::string why;
 };
 
-std::vector<Row> TableRows(const std::vector<RunResult>& results) {
+std::vector<Row> RowsToTell(const std::vector<RunResult>& results) {
   std::vector<Row> rows;
   const bool one = results.size() == 1;  // of many, only what wants a look is told
   for (const RunResult& result : results) {
@@ -176,7 +192,7 @@ std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& t
 }
 
 std::string ClosingTable(const std::vector<RunResult>& results) {
-  const std::vector<Row> rows = TableRows(results);
+  const std::vector<Row> rows = RowsToTell(results);
   const std::size_t verdict = WidestOf(rows, &Row::verdict);
   const std::size_t input = WidestOf(rows, &Row::input);
   const std::size_t place = WidestOf(rows, &Row::place);

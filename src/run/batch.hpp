@@ -7,6 +7,7 @@
 #include "run/outcome.hpp"
 #include "run/output_claims.hpp"
 #include "run/recipe.hpp"
+#include "run/study/study_table.hpp"
 #include "run/transcript_file.hpp"
 
 namespace velmora {
@@ -18,6 +19,7 @@ struct RunResult {
   std::string input;  // empty when the recipe ran without one
   State state = State::NotRun;
   Outcome outcome;
+  std::vector<TableRows> collected;
 };
 
 /// The recipe as it reads for one of the inputs (from 0; any number when there is none).

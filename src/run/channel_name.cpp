@@ -5,6 +5,7 @@
 
 #include "core/text/text.hpp"
 #include "run/closest_name.hpp"
+#include "run/text_pattern.hpp"
 
 namespace velmora {
 namespace {
@@ -14,42 +15,6 @@ constexpr std::string_view kLabelMark = "label:";
 bool IsWholeNumber(std::string_view text) {
   text.remove_prefix(text.starts_with('-') ? 1 : 0);
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-std::size_t CharacterLength(std::string_view text) {
-  std::size_t bytes = 1;
-  while (bytes < text.size() && (static_cast<unsigned char>(text[bytes]) & 0xC0U) == 0x80U) {
-    ++bytes;
-  }
-  return bytes;
-}
-
-// What stands for a '*' grows by one character when what follows does not fit.
-bool Fits(std::string_view text, std::string_view pattern) {
-  std::string_view restText;
-  std::string_view restPattern;
-  bool star = false;
-  while (!text.empty() || !pattern.empty()) {
-    if (pattern.starts_with('*')) {
-      star = true;
-      pattern.remove_prefix(1);
-      restText = text;
-      restPattern = pattern;
-    } else if (!text.empty() && pattern.starts_with('?')) {
-      text.remove_prefix(CharacterLength(text));
-      pattern.remove_prefix(1);
-    } else if (!text.empty() && !pattern.empty() && text.front() == pattern.front()) {
-      text.remove_prefix(1);
-      pattern.remove_prefix(1);
-    } else if (star && !restText.empty()) {
-      restText.remove_prefix(CharacterLength(restText));
-      text = restText;
-      pattern = restPattern;
-    } else {
-      return false;
-    }
-  }
-  return true;
 }
 
 std::string LabelOf(const Trial& trial, int channel) {
@@ -93,7 +58,7 @@ ChannelName ReadChannelName(std::string_view text) {
     if (trimmed.empty()) {
       throw ChannelNameError("an empty text names no channel");
     }
-    return {.label = trimmed, .pattern = trimmed.find_first_of("*?") != std::string::npos};
+    return {.label = trimmed, .pattern = IsPattern(trimmed)};
   }
   ChannelName name;
   const auto [end, error] = std::from_chars(trimmed.data(), trimmed.data() + trimmed.size(), name.number);
@@ -108,8 +73,7 @@ std::string TextOf(const ChannelName& name) {
     return std::to_string(name.number);
   }
   const bool plain = !name.label.empty() && !IsWholeNumber(name.label) &&
-                     !name.label.starts_with(kLabelMark) &&
-                     (name.pattern || name.label.find_first_of("*?") == std::string::npos);
+                     !name.label.starts_with(kLabelMark) && (name.pattern || !IsPattern(name.label));
   return plain ? name.label : std::string(kLabelMark) + name.label;
 }
 
@@ -122,10 +86,9 @@ std::vector<int> ChannelsOf(const ChannelName& name, const Trial& trial) {
     return {name.number};
   }
   std::vector<int> channels;
-  const std::string wanted = ToLower(name.label);
   for (int c = 1; c <= trial.NChan; ++c) {
-    const std::string label = ToLower(LabelOf(trial, c));
-    if (name.pattern ? Fits(label, wanted) : label == wanted) {
+    const std::string label = LabelOf(trial, c);
+    if (name.pattern ? FitsPattern(label, name.label) : EqualNoCase(label, name.label)) {
       channels.push_back(c);
     }
   }

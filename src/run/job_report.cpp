@@ -19,6 +19,7 @@ constexpr char kStep = 'S';
 constexpr char kTranscript = 'T';
 constexpr char kEnd = 'E';
 constexpr char kClaim = 'C';
+constexpr char kRows = 'R';
 
 Json ToJson(const StepPlace& place) {
   return Json::array({place.step, place.line, place.action});
@@ -70,14 +71,38 @@ Outcome OutcomeOf(const Json& json) {
   return outcome;
 }
 
-// A path is bytes and no text: as a list of numbers it comes through whole.
-Json BytesOf(const std::string& path) {
-  return std::vector<unsigned char>(path.begin(), path.end());
+// A path is bytes and no text, and so may be what was made of one. Each byte becomes a character, which comes
+// through whole.
+std::string ByteText(std::string_view bytes) {
+  return FromWindows1252(bytes);
 }
 
-std::string PathOf(const Json& json) {
-  const auto bytes = json.get<std::vector<unsigned char>>();
-  return {bytes.begin(), bytes.end()};
+std::string BytesOf(const Json& json) {
+  return ToWindows1252(json.get<std::string>());
+}
+
+Json ToJson(const std::vector<std::string>& texts) {
+  Json json = Json::array();
+  for (const std::string& text : texts) {
+    json.push_back(ByteText(text));
+  }
+  return json;
+}
+
+std::vector<std::string> TextsOf(const Json& json) {
+  std::vector<std::string> texts;
+  for (const Json& text : json) {
+    texts.push_back(BytesOf(text));
+  }
+  return texts;
+}
+
+TableRows RowsOf(const Json& json) {
+  TableRows rows{.file = BytesOf(json.at(0)), .columns = TextsOf(json.at(1))};
+  for (const Json& row : json.at(2)) {
+    rows.rows.push_back(TextsOf(row));
+  }
+  return rows;
 }
 
 }  // namespace
@@ -95,7 +120,20 @@ void JobReport::End(const Outcome& outcome) const {
 }
 
 std::string JobReport::Claim(const std::string& path) const {
-  Send(kClaim, JsonText(BytesOf(path), -1));
+  Send(kClaim, JsonText(ByteText(path), -1));
+  return Answer();
+}
+
+std::string JobReport::Collect(const TableRows& rows) const {
+  Json cells = Json::array();
+  for (const std::vector<std::string>& row : rows.rows) {
+    cells.push_back(ToJson(row));
+  }
+  Send(kRows, JsonText(Json::array({ByteText(rows.file), ToJson(rows.columns), std::move(cells)}), -1));
+  return Answer();
+}
+
+std::string JobReport::Answer() const {
   std::string answer;
   char next = 0;
   while (true) {
@@ -132,13 +170,15 @@ JobMessage ReadJobMessage(std::string_view line) {
     case kTranscript:
       return TranscriptLine{std::string(body)};
     case kClaim:
-      return OutputClaim{PathOf(Json::parse(body))};
+      return OutputClaim{BytesOf(Json::parse(body))};
+    case kRows:
+      return RowsOf(Json::parse(body));
     default:
       return OutcomeOf(Json::parse(body));
   }
 }
 
-void AnswerClaim(int descriptor, const std::string& refusal) {
+void AnswerJob(int descriptor, const std::string& refusal) {
   const std::string line = OneLine(refusal) + "\n";
   // So short a line finds room; a job that is gone wants no answer.
   static_cast<void>(send(descriptor, line.data(), line.size(), MSG_NOSIGNAL));

@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "run/outcome.hpp"
+#include "run/study/study_table.hpp"
 
 namespace velmora {
 
@@ -19,8 +20,12 @@ class JobReport {
   void End(const Outcome& outcome) const;
   /// Asks whether the job may write this file and waits for the answer: why not, empty when it may.
   [[nodiscard]] std::string Claim(const std::string& path) const;
+  /// Sends rows for a table of the study and waits for the answer: why it must not be written, empty when it
+  /// may.
+  [[nodiscard]] std::string Collect(const TableRows& rows) const;
 
  private:
+  [[nodiscard]] std::string Answer() const;
   void Send(char kind, std::string_view line) const;
 
   int descriptor_;
@@ -34,12 +39,12 @@ struct OutputClaim {
   std::string path;
 };
 
-using JobMessage = std::variant<StepPlace, TranscriptLine, Outcome, OutputClaim>;
+using JobMessage = std::variant<StepPlace, TranscriptLine, Outcome, OutputClaim, TableRows>;
 
 /// The message in a line (without its end) that a JobReport sent.
 JobMessage ReadJobMessage(std::string_view line);
 
-/// Answers an OutputClaim, at the other end of the line.
-void AnswerClaim(int descriptor, const std::string& refusal);
+/// Answers an OutputClaim or TableRows, at the other end of the line.
+void AnswerJob(int descriptor, const std::string& refusal);
 
 }  // namespace velmora

@@ -186,7 +186,9 @@ void Pool::Take(Running& running, std::string_view line) {
   } else if (const auto* transcript = std::get_if<TranscriptLine>(&message)) {
     events_.onTranscript(running.index, transcript->text);
   } else if (const auto* claim = std::get_if<OutputClaim>(&message)) {
-    AnswerClaim(running.line, events_.onClaim(running.index, claim->path));
+    AnswerJob(running.line, events_.onClaim(running.index, claim->path));
+  } else if (auto* rows = std::get_if<TableRows>(&message)) {
+    AnswerJob(running.line, events_.onCollect(running.index, std::move(*rows)));
   } else {
     running.outcome = std::get<Outcome>(std::move(message));
   }

@@ -17,6 +17,8 @@ struct JobEvents {
   std::function<void(std::size_t job, const Outcome& outcome)> onEnd;
   /// A job wants to write this file; returns why it must not, empty when it may.
   std::function<std::string(std::size_t job, const std::string& path)> onClaim;
+  /// A job has rows for a table of the study; returns why it must not be written, empty when it may.
+  std::function<std::string(std::size_t job, TableRows rows)> onCollect;
 };
 
 using Job = std::function<Outcome(std::size_t index, const JobReport& report)>;

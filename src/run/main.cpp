@@ -18,6 +18,7 @@
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
 #include "run/recipe_reader.hpp"
+#include "run/study/write_tables.hpp"
 
 namespace {
 
@@ -138,6 +139,17 @@ bool KeepTranscript(const Arguments& arguments, TranscriptFile& transcript) {
   }
 }
 
+bool KeepTables(const std::vector<RunResult>& results) {
+  bool kept = true;
+  for (const WrittenTable& table : WriteTables(results)) {
+    if (!table.fault.empty()) {
+      Tell(table.file + ": " + table.fault);
+      kept = false;
+    }
+  }
+  return kept;
+}
+
 int RunRecipe(const Arguments& arguments) {
   Preparation prepared;
   if (!Prepare(arguments, prepared)) {
@@ -149,7 +161,8 @@ int RunRecipe(const Arguments& arguments) {
   const std::vector<RunResult> results =
       RunBatch(arguments, prepared.text, prepared.first, *prepared.claims, transcript);
   std::fputs(ClosingTable(results).c_str(), stderr);
-  const bool kept = transcript == nullptr || KeepTranscript(arguments, *transcript);
+  const bool tables = KeepTables(results);
+  const bool kept = (transcript == nullptr || KeepTranscript(arguments, *transcript)) && tables;
   return kept ? Status(results) : std::max(Status(results), kStepFailed);
 }
 

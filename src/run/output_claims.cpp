@@ -1,5 +1,9 @@
 #include "run/output_claims.hpp"
 
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 
 namespace velmora {
@@ -22,14 +26,27 @@ OutputClaims::OutputClaims(const Arguments& arguments) : inputs_(arguments.input
 }
 
 std::string OutputClaims::Reserve(const std::string& path, const std::string& why) {
-  const auto [owner, isFree] = owners_.try_emplace(Identity(path), Owner{std::nullopt, why});
+  const auto [owner, isFree] = owners_.try_emplace(Identity(path), Owner{std::nullopt, false, why});
   return isFree ? std::string() : owner->second.why;
 }
 
 std::string OutputClaims::Claim(std::size_t run, const std::string& path) {
   const std::string name = run < inputs_.size() ? inputs_[run] : "another run";
-  const auto [owner, isFree] = owners_.try_emplace(Identity(path), Owner{run, name + " writes it too"});
+  const auto [owner, isFree] =
+      owners_.try_emplace(Identity(path), Owner{run, false, name + " writes it too"});
   return isFree || owner->second.run == run ? std::string() : owner->second.why;
+}
+
+std::string OutputClaims::ClaimTable(const std::string& path) {
+  const auto [owner, isFree] =
+      owners_.try_emplace(Identity(path), Owner{std::nullopt, true, "a table of the study goes there"});
+  if (!isFree) {
+    return owner->second.isTable ? std::string() : owner->second.why;
+  }
+  // It is written when all runs have ended: then it is late to learn that there is no way to.
+  const std::string directory = std::filesystem::path(path).parent_path().string();
+  const bool writable = access(directory.empty() ? "." : directory.c_str(), W_OK) == 0;
+  return writable ? std::string() : std::string(std::strerror(errno));
 }
 
 }  // namespace velmora

@@ -23,9 +23,14 @@ class OutputClaims {
   /// A run (from 0) wants to write `path`. Returns why it must not; empty when it may.
   std::string Claim(std::size_t run, const std::string& path);
 
+  /// A table of the study, which every run may add to, goes to `path`. Returns why it must not; empty when it
+  /// may.
+  std::string ClaimTable(const std::string& path);
+
  private:
   struct Owner {
     std::optional<std::size_t> run;
+    bool isTable = false;
     std::string why;  // what whoever comes later is told
   };
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "run/answer_reader.hpp"
+#include "run/study/collect_reader.hpp"
 #include "run/view_step_reader.hpp"
 #include "run/yaml_reader.hpp"
 
@@ -30,13 +31,14 @@ CommandStep ReadCommand(YamlReader& reader, const YAML::Node& node) {
 }
 
 Step ReadStep(YamlReader& reader, const YAML::Node& node) {
-  const bool known = reader.CheckKeys(node, "a step", {"do", "file", "answers", "info", "view"});
+  const bool known = reader.CheckKeys(
+      node, "a step", {"do", "file", "answers", "info", "view", "collect", "columns", "table"});
   const auto given = [&node](const char* key) { return static_cast<bool>(node[key]); };
-  if (given("do") + given("info") + given("view") != 1) {
+  if (given("do") + given("info") + given("view") + given("collect") != 1) {
     if (!known) {
       throw Unreadable();
     }
-    reader.Fail(node, "a step has exactly one of do, info and view");
+    reader.Fail(node, "a step has exactly one of do, info, view and collect");
   }
   Step step;
   step.line = YamlReader::LineOf(node);
@@ -45,6 +47,8 @@ Step ReadStep(YamlReader& reader, const YAML::Node& node) {
   } else if (given("info")) {
     reader.CheckKeys(node, "a step that writes the info", {"info"});
     step.what = InfoStep{reader.Path(node["info"], "info")};
+  } else if (given("collect")) {
+    step.what = ReadCollectStep(reader, node);
   } else {
     reader.CheckKeys(node, "a step in a view", {"view", "answers"});
     step.what = ReadViewStep(reader, node);
@@ -84,6 +88,7 @@ struct NameAction {
   std::string operator()(const CommandStep& step) const { return step.id; }
   std::string operator()(const InfoStep& /*step*/) const { return "info"; }
   std::string operator()(const ViewStep& /*step*/) const { return "view"; }
+  std::string operator()(const CollectStep& /*step*/) const { return "collect"; }
 };
 
 }  // namespace

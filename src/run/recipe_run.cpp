@@ -13,6 +13,7 @@
 #include "run/gesture.hpp"
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
+#include "run/study/collect.hpp"
 
 namespace velmora {
 namespace {
@@ -113,6 +114,9 @@ std::string RecipeRun::RunStep(const Step& step) {
     if (const auto* info = std::get_if<InfoStep>(&step.what)) {
       return WriteInfo(*info);
     }
+    if (const auto* collect = std::get_if<CollectStep>(&step.what)) {
+      return Collect(*collect);
+    }
     return RunViewStep(std::get<ViewStep>(step.what));
   } catch (const std::bad_alloc&) {
     return "there is not enough memory";
@@ -168,6 +172,14 @@ std::string RecipeRun::WriteInfo(const InfoStep& step) {
     return "cannot write " + step.file + ": " + error.what();
   }
   return {};
+}
+
+std::string RecipeRun::Collect(const CollectStep& step) {
+  const TableRows rows =
+      CollectRows(step, {.workbench = workbench_, .done = done_, .input = options_.input},
+                  [this](const std::string& why) { workbench_.report.warnings.push_back(why); });
+  const std::string refusal = options_.collect ? options_.collect(rows) : std::string();
+  return refusal.empty() ? std::string() : "cannot write " + step.file + ": " + refusal;
 }
 
 }  // namespace velmora

@@ -44,6 +44,8 @@ class Writer {
     Answers(step.answers);
   }
 
+  void operator()(const CollectStep& /*step*/) {}  // nobody does one by hand
+
   void operator()(const CloseGesture& /*close*/) {
     Key("close");
     out_ << true;

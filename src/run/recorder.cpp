@@ -46,7 +46,7 @@ bool IsKept(std::string_view id) {
 struct StepOf {
   const Workbench& workbench;
 
-  std::variant<CommandStep, InfoStep, ViewStep> operator()(const Command* command) const {
+  decltype(Step::what) operator()(const Command* command) const {
     CommandStep step{.id = std::string(command->id)};
     if (step.id == "file.load") {
       step.file = FullPath(workbench.trial.FileName);
@@ -54,7 +54,7 @@ struct StepOf {
     return step;
   }
   template <typename Gesture>
-  std::variant<CommandStep, InfoStep, ViewStep> operator()(const Gesture& gesture) const {
+  decltype(Step::what) operator()(const Gesture& gesture) const {
     return ViewStep{.what = gesture};
   }
 };

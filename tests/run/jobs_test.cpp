@@ -5,10 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <map>
-#include <thread>
 
 #include "run/interrupt.hpp"
 
@@ -98,8 +96,13 @@ void RunInterrupted(int told) {
             if (write(told, &self, sizeof self) != sizeof self) {
               _exit(1);
             }
+            sigset_t terminate;
+            sigset_t before;
+            sigemptyset(&terminate);
+            sigaddset(&terminate, SIGTERM);
+            sigprocmask(SIG_BLOCK, &terminate, &before);
             while (InterruptSignal() == 0 || index == 1) {
-              std::this_thread::sleep_for(std::chrono::milliseconds(5));
+              sigsuspend(&before);  // the one moment in which the signal comes
             }
             return Outcome{.interrupted = kPlace};
           },
