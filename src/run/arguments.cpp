@@ -59,6 +59,7 @@ void Declare(CLI::App& app, Arguments& arguments, std::vector<std::string>& sett
   app.add_option("--transcript", arguments.transcript, "Every question and its answer, as JSON lines")
       ->type_name("FILE");
   app.add_flag("--strict", arguments.strict, "A warning fails its step");
+  app.add_flag("--check", arguments.check, "Tell what is wrong with recipe and inputs, and run nothing");
   app.add_option("--info", arguments.info, "Print the info of a data file as JSON, and end")
       ->type_name("FILE");
   app.add_flag("--commands", arguments.commands, "List the commands a recipe can use, and end");

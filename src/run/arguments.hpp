@@ -19,6 +19,7 @@ struct Arguments {
   Variables set;
   std::string transcript;  // empty: none
   bool strict = false;
+  bool check = false;  // tell the faults and run nothing
 
   std::string info;  // a data file: print its info and nothing else
   bool commands = false;

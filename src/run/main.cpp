@@ -18,6 +18,7 @@
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
 #include "run/recipe_reader.hpp"
+#include "run/study/check.hpp"
 #include "run/study/write_tables.hpp"
 
 namespace {
@@ -109,6 +110,10 @@ bool Prepare(const Arguments& arguments, Preparation& prepared) {
   try {
     prepared.text = ReadText(arguments.recipe);
     prepared.first = RecipeFor(arguments, prepared.text, 0);
+    if (const auto twice = InputsGivenTwice(arguments.inputs); !twice.empty()) {
+      subject = twice.front();
+      throw FileError("the input is given twice");
+    }
     subject = arguments.out;
     std::filesystem::create_directories(arguments.out);
     subject = arguments.transcript;
@@ -150,6 +155,19 @@ bool KeepTables(const std::vector<RunResult>& results) {
   return kept;
 }
 
+int CheckRecipe(const Arguments& arguments) {
+  try {
+    const std::vector<std::string> faults = FaultsOf(arguments, ReadText(arguments.recipe));
+    for (const std::string& fault : faults) {
+      std::fputs((fault + "\n").c_str(), stderr);
+    }
+    return faults.empty() ? Print(arguments.recipe + ": no fault found\n") : kBadUsage;
+  } catch (const FileError& error) {
+    Tell(arguments.recipe + ": " + error.what());
+    return kBadUsage;
+  }
+}
+
 int RunRecipe(const Arguments& arguments) {
   Preparation prepared;
   if (!Prepare(arguments, prepared)) {
@@ -173,7 +191,7 @@ int Run(const Arguments& arguments) {
   if (!arguments.info.empty()) {
     return PrintInfo(arguments.info);
   }
-  return RunRecipe(arguments);
+  return arguments.check ? CheckRecipe(arguments) : RunRecipe(arguments);
 }
 
 }  // namespace

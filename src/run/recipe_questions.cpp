@@ -86,7 +86,7 @@ ChannelFlags FlagsOf(const ChannelChoice& choice, const Trial& trial) {
 }
 
 // What is wrong with an answer for this picker, empty when it fits.
-std::string Misfit(const ChannelPicker& picker, const PickAnswer& answer) {
+std::string WhyUnfit(const ChannelPicker& picker, const PickAnswer& answer) {
   if (answer.channels && !picker.Selects() && !picker.SelectsOne()) {
     return "channels cannot be selected here";
   }
@@ -186,6 +186,7 @@ const T& RecipeQuestions::Take(const Asked& asked) {
     const bool sameKind = std::holds_alternative<T>(answer.what);
     if (sameKind && (!answer.title || *answer.title == asked.title)) {
       ++next_;
+      line_ = answer.line;
       return std::get<T>(answer.what);
     }
     if (!answer.optional) {
@@ -237,7 +238,7 @@ std::string RecipeQuestions::AskPick(ChannelPicker& picker) {
   // The picker has no title, so its prompt is what an answer's title is checked against.
   const Asked asked{"pick", picker.Prompt(), ""};
   const PickAnswer& answer = Take<PickAnswer>(asked);
-  if (const std::string misfit = Misfit(picker, answer); !misfit.empty()) {
+  if (const std::string misfit = WhyUnfit(picker, answer); !misfit.empty()) {
     Abandon(asked, misfit);
   }
   try {
@@ -251,67 +252,83 @@ std::string RecipeQuestions::AskPick(ChannelPicker& picker) {
 std::string RecipeQuestions::AskForm(Form& form) {
   const Asked asked{"form", form.Title(), form.Name()};
   const FormAnswer& answer = Take<FormAnswer>(asked);
-  if (form.FindButton(answer.press) == nullptr) {
-    Abandon(asked, NoSuch("button", answer.press, ButtonNames(form)));
+  const std::string noButton = form.FindButton(answer.press) == nullptr
+                                   ? NoSuch("button", answer.press, ButtonNames(form))
+                                   : std::string();
+  if (!noButton.empty() && !PassOver(Misfit::Name, line_, noButton)) {
+    Abandon(asked, noButton);
   }
   if (answer.found) {
     form.TakeFound();
   }
-  for (const FieldAnswer& field : answer.fields) {
-    try {
-      EditField(asked, form, field);
-    } catch (const ChannelNameError& error) {
-      Abandon(asked, "field " + field.name + ": " + error.what());
-    } catch (const std::invalid_argument& error) {
-      Abandon(asked, error.what());
-    }
+  FillForm(asked, form, answer);
+  if (!noButton.empty()) {
+    Abandon(asked, noButton);
   }
   return answer.press;
 }
 
-void RecipeQuestions::EditField(const Asked& asked, Form& form, const FieldAnswer& answer) const {
-  const FormField* field = form.FindField(answer.name);
-  if (field == nullptr) {
-    const auto name = [](const FormField& offered) { return offered.name; };
-    Abandon(asked, NoSuch("field", answer.name, NamesOf(form.Fields(), name)));
+void RecipeQuestions::FillForm(const Asked& asked, Form& form, const FormAnswer& answer) {
+  const auto doesNotFit = [&](Misfit misfit, const FieldAnswer& field, const std::string& why) {
+    if (!PassOver(misfit, field.line, why)) {
+      Abandon(asked, why);
+    }
+  };
+  for (const FieldAnswer& given : answer.fields) {
+    const FormField* field = form.FindField(given.name);
+    if (field == nullptr) {
+      const auto name = [](const FormField& offered) { return offered.name; };
+      doesNotFit(Misfit::Name, given, NoSuch("field", given.name, NamesOf(form.Fields(), name)));
+      continue;
+    }
+    try {
+      EditField(form, *field, given);
+    } catch (const ChannelNameError& error) {
+      doesNotFit(Misfit::Value, given, "field " + given.name + ": " + error.what());
+    } catch (const std::invalid_argument& error) {
+      doesNotFit(Misfit::Value, given, error.what());
+    }
   }
+}
+
+void RecipeQuestions::EditField(Form& form, const FormField& field, const FieldAnswer& answer) const {
   if (const auto* texts = std::get_if<std::vector<ChannelText>>(&answer.value)) {
-    EditChannels(asked, form, *field, *texts);
+    EditChannels(form, field, *texts);
     return;
   }
   const auto* choice = std::get_if<ChannelChoice>(&answer.value);
   const auto* text = std::get_if<std::string>(&answer.value);
-  const bool flags = std::holds_alternative<ChannelFlags*>(field->target);
+  const bool flags = std::holds_alternative<ChannelFlags*>(field.target);
   if (choice != nullptr && !flags) {
-    Abandon(asked, "field " + field->name + " is no set of channels");
+    throw std::invalid_argument("field " + field.name + " is no set of channels");
   }
   if (!flags) {
-    CheckNumber(asked, *field, *text);
-    form.Edit(*field, *text);
+    CheckNumber(field, *text);
+    form.Edit(field, *text);
     return;
   }
   const ChannelFlags chosen =
       choice != nullptr ? FlagsOf(*choice, *trial_) : FlagsOf(ChoiceOf(*text), *trial_);
   for (int c = 1; c <= trial_->NChan; ++c) {
-    form.Edit(*field, c, chosen[c] ? "true" : "false");
+    form.Edit(field, c, chosen[c] ? "true" : "false");
   }
 }
 
-void RecipeQuestions::EditChannels(const Asked& asked, Form& form, const FormField& field,
+void RecipeQuestions::EditChannels(Form& form, const FormField& field,
                                    const std::vector<ChannelText>& texts) const {
   for (const ChannelText& text : texts) {
     for (const int c : ChannelsOf(text.channel, *trial_)) {
-      CheckNumber(asked, field, text.text);
+      CheckNumber(field, text.text);
       form.Edit(field, c, text.text);
     }
   }
 }
 
-void RecipeQuestions::CheckNumber(const Asked& asked, const FormField& field, std::string_view text) {
+void RecipeQuestions::CheckNumber(const FormField& field, std::string_view text) {
   const bool kept = field.emptyKeeps && Trim(text).empty();
   const std::string why = TakesNumbers(field) && !kept ? NoNumber(text) : std::string();
   if (!why.empty()) {
-    Abandon(asked, "field " + field.name + ": " + why);
+    throw std::invalid_argument("field " + field.name + ": " + why);
   }
 }
 

@@ -18,6 +18,12 @@
 namespace velmora {
 namespace {
 
+void AppendFailure(std::string& list, const std::string& item) {
+  list += (list.empty() || item.empty() ? "" : "; ") + item;
+}
+
+}  // namespace
+
 std::string NoSuchCommand(const std::string& id) {
   std::vector<std::string> ids;
   for (const Command& known : AllCommands()) {
@@ -25,12 +31,6 @@ std::string NoSuchCommand(const std::string& id) {
   }
   return "there is no command \"" + id + "\"" + DidYouMean(id, ids) + " (velmora2-run --commands lists them)";
 }
-
-void AppendFailure(std::string& list, const std::string& item) {
-  list += (list.empty() || item.empty() ? "" : "; ") + item;
-}
-
-}  // namespace
 
 RecipeRun::RecipeRun(RunOptions options) : options_(std::move(options)), workbench_(Answerer()) {
   workbench_.desktop.draw = LoadAndDraw;

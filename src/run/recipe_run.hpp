@@ -13,6 +13,9 @@
 
 namespace velmora {
 
+/// What is said of an id that no command has.
+std::string NoSuchCommand(const std::string& id);
+
 /// How to run a recipe, and who wants to hear of it.
 struct RunOptions {
   std::string input;    // the data file, for the transcript; empty for none
