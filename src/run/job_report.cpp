@@ -20,6 +20,17 @@ constexpr char kTranscript = 'T';
 constexpr char kEnd = 'E';
 constexpr char kClaim = 'C';
 constexpr char kRows = 'R';
+constexpr char kWritten = 'W';
+
+// A path is bytes and no text, and so may be what was made of one. Each byte becomes a character, which comes
+// through whole.
+std::string ByteText(std::string_view bytes) {
+  return FromWindows1252(bytes);
+}
+
+std::string BytesOf(const Json& json) {
+  return ToWindows1252(json.get<std::string>());
+}
 
 Json ToJson(const StepPlace& place) {
   return Json::array({place.step, place.line, place.action});
@@ -37,6 +48,14 @@ StepProblem ProblemOf(const Json& json) {
   return {PlaceOf(json.at("at")), json.at("why").get<std::string>()};
 }
 
+Json ToJson(const FileDigest& digest) {
+  return Json::array({ByteText(digest.path), digest.size, digest.sha256});
+}
+
+FileDigest DigestIn(const Json& json) {
+  return {BytesOf(json.at(0)), json.at(1).get<std::int64_t>(), json.at(2).get<std::string>()};
+}
+
 Json ToJson(const Outcome& outcome) {
   Json json = {{"warnings", Json::array()}, {"done", Json::array()}};
   for (const StepDone& done : outcome.done) {
@@ -50,6 +69,12 @@ Json ToJson(const Outcome& outcome) {
   }
   if (outcome.failure) {
     json["failure"] = ToJson(*outcome.failure);
+  }
+  if (outcome.read) {
+    json["read"] = ToJson(*outcome.read);
+  }
+  for (const FileDigest& file : outcome.files) {
+    json["files"].push_back(ToJson(file));
   }
   return json;
 }
@@ -68,17 +93,14 @@ Outcome OutcomeOf(const Json& json) {
   if (json.contains("failure")) {
     outcome.failure = ProblemOf(json.at("failure"));
   }
+  if (json.contains("read")) {
+    outcome.read = DigestIn(json.at("read"));
+  }
+  if (json.contains("files")) {
+    std::transform(json.at("files").begin(), json.at("files").end(), std::back_inserter(outcome.files),
+                   DigestIn);
+  }
   return outcome;
-}
-
-// A path is bytes and no text, and so may be what was made of one. Each byte becomes a character, which comes
-// through whole.
-std::string ByteText(std::string_view bytes) {
-  return FromWindows1252(bytes);
-}
-
-std::string BytesOf(const Json& json) {
-  return ToWindows1252(json.get<std::string>());
 }
 
 Json ToJson(const std::vector<std::string>& texts) {
@@ -103,6 +125,12 @@ TableRows RowsOf(const Json& json) {
     rows.rows.push_back(TextsOf(row));
   }
   return rows;
+}
+
+// So short a line finds room; a process that is gone wants none.
+void PutLine(int descriptor, const std::string& line) {
+  const std::string whole = line + "\n";
+  static_cast<void>(send(descriptor, whole.data(), whole.size(), MSG_NOSIGNAL));
 }
 
 }  // namespace
@@ -133,18 +161,27 @@ std::string JobReport::Collect(const TableRows& rows) const {
   return Answer();
 }
 
-std::string JobReport::Answer() const {
-  std::string answer;
+void JobReport::Written(const std::string& path) const {
+  Send(kWritten, JsonText(ByteText(path), -1));
+}
+
+std::optional<std::size_t> JobReport::NextJob() const {
+  const std::optional<std::string> line = InterruptSignal() == 0 ? ReadLine() : std::nullopt;
+  return line ? std::optional(static_cast<std::size_t>(std::stoull(*line))) : std::nullopt;
+}
+
+std::optional<std::string> JobReport::ReadLine() const {
+  std::string line;
   char next = 0;
   while (true) {
     const ssize_t got = read(descriptor_, &next, 1);
     if (got == 1 && next == '\n') {
-      return answer;
+      return line;
     }
     if (got == 1) {
-      answer.append(1, next);
+      line.append(1, next);
     } else if (got == 0 || errno != EINTR || InterruptSignal() != 0) {
-      return "interrupted";
+      return std::nullopt;
     }
   }
 }
@@ -171,6 +208,8 @@ JobMessage ReadJobMessage(std::string_view line) {
       return TranscriptLine{std::string(body)};
     case kClaim:
       return OutputClaim{BytesOf(Json::parse(body))};
+    case kWritten:
+      return WrittenFile{BytesOf(Json::parse(body))};
     case kRows:
       return RowsOf(Json::parse(body));
     default:
@@ -178,10 +217,12 @@ JobMessage ReadJobMessage(std::string_view line) {
   }
 }
 
+void GiveJob(int descriptor, std::size_t job) {
+  PutLine(descriptor, std::to_string(job));
+}
+
 void AnswerJob(int descriptor, const std::string& refusal) {
-  const std::string line = OneLine(refusal) + "\n";
-  // So short a line finds room; a job that is gone wants no answer.
-  static_cast<void>(send(descriptor, line.data(), line.size(), MSG_NOSIGNAL));
+  PutLine(descriptor, OneLine(refusal));
 }
 
 }  // namespace velmora

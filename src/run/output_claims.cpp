@@ -30,16 +30,32 @@ std::string OutputClaims::Reserve(const std::string& path, const std::string& wh
   return isFree ? std::string() : owner->second.why;
 }
 
+void OutputClaims::ConfineTo(const std::string& directory, const std::string& why) {
+  below_ = Identity(directory) + "/";
+  whyNotOutside_ = why;
+}
+
+bool OutputClaims::IsOutside(const std::string& identity) const {
+  return !below_.empty() && !identity.starts_with(below_);
+}
+
 std::string OutputClaims::Claim(std::size_t run, const std::string& path) {
+  const std::string identity = Identity(path);
+  if (IsOutside(identity)) {
+    return whyNotOutside_;
+  }
   const std::string name = run < inputs_.size() ? inputs_[run] : "another run";
-  const auto [owner, isFree] =
-      owners_.try_emplace(Identity(path), Owner{run, false, name + " writes it too"});
+  const auto [owner, isFree] = owners_.try_emplace(identity, Owner{run, false, name + " writes it too"});
   return isFree || owner->second.run == run ? std::string() : owner->second.why;
 }
 
 std::string OutputClaims::ClaimTable(const std::string& path) {
+  const std::string identity = Identity(path);
+  if (IsOutside(identity)) {
+    return whyNotOutside_;
+  }
   const auto [owner, isFree] =
-      owners_.try_emplace(Identity(path), Owner{std::nullopt, true, "a table of the study goes there"});
+      owners_.try_emplace(identity, Owner{std::nullopt, true, "a table of the study goes there"});
   if (!isFree) {
     return owner->second.isTable ? std::string() : owner->second.why;
   }

@@ -20,6 +20,9 @@ class OutputClaims {
   /// Nobody is to write `path`, for this reason. Returns why it was not free any more; empty when it was.
   std::string Reserve(const std::string& path, const std::string& why);
 
+  /// From now on only what lies below this directory may be written; `why` is told of all else.
+  void ConfineTo(const std::string& directory, const std::string& why);
+
   /// A run (from 0) wants to write `path`. Returns why it must not; empty when it may.
   std::string Claim(std::size_t run, const std::string& path);
 
@@ -34,7 +37,11 @@ class OutputClaims {
     std::string why;  // what whoever comes later is told
   };
 
+  [[nodiscard]] bool IsOutside(const std::string& identity) const;
+
   std::vector<std::string> inputs_;
+  std::string below_;  // empty: anywhere
+  std::string whyNotOutside_;
   std::map<std::string, Owner> owners_;  // by the path behind all links
 };
 

@@ -51,7 +51,7 @@ void RecipeRun::CheckOutput(const std::string& path) const {
 }
 
 Outcome RecipeRun::Run(const Recipe& recipe) {
-  const OutputGuard guard([this](const std::string& path) { CheckOutput(path); });
+  const OutputGuard guard([this](const std::string& path) { CheckOutput(path); }, options_.written);
   Outcome outcome;
   StepPlace place;
   for (const Step& step : recipe.steps) {

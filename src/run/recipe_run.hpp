@@ -23,6 +23,8 @@ struct RunOptions {
   std::function<void(const StepPlace&)> onStep;
   /// Asked before a file is written: why it must not be, empty when it may. May be missing.
   std::function<std::string(const std::string& path)> claim;
+  /// Hears of every file that was written, by its absolute path. May be missing.
+  std::function<void(const std::string& path)> written;
   TranscriptQuestions::Sink transcript;
   /// Takes rows for a table of the study: why it must not be written, empty when it may. May be missing.
   std::function<std::string(const TableRows& rows)> collect;

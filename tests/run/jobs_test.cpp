@@ -48,7 +48,7 @@ Outcome CrashSometimes(std::size_t index, const JobReport& report) {
 
 TEST(Jobs, ACrashCostsOneJobAndNamesItsStep) {
   Heard heard;
-  RunJobs(10, 3, CrashSometimes, heard.Events());
+  RunJobs({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, 3, CrashSometimes, heard.Events());
   ASSERT_EQ(heard.outcomes.size(), 10U);
   for (const auto& [job, outcome] : heard.outcomes) {
     EXPECT_EQ(outcome.failure.has_value(), job == 3 || job == 5 || job == 6) << job;
@@ -69,7 +69,7 @@ TEST(Jobs, LinesOfJobsArriveWholeHoweverMuchTheyTell) {
   };
   Heard heard;
   RunJobs(
-      4, 4,
+      {0, 1, 2, 3}, 4,
       [&](std::size_t index, const JobReport& report) {
         for (int i = 0; i < 200; ++i) {
           report.TranscriptLine(line(index, i));
@@ -90,7 +90,7 @@ void RunInterrupted(int told) {
   CatchInterrupts();
   std::size_t ended = 0;
   std::size_t interrupted = 0;
-  RunJobs(4, 2,
+  RunJobs({0, 1, 2, 3}, 2,
           [told](std::size_t index, const JobReport&) {
             const pid_t self = getpid();
             if (write(told, &self, sizeof self) != sizeof self) {

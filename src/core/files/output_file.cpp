@@ -218,6 +218,7 @@ void OutputFile::Commit() {
   close(descriptor_);  // nothing is left to fail: the contents are on the disk
   descriptor_ = -1;
   SyncDirectory(directory_);
+  OutputGuard::Tell(target_);
 }
 
 }  // namespace velmora

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "run/batch.hpp"
+#include "run/run_result.hpp"
 
 namespace velmora {
 
