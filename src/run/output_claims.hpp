@@ -18,7 +18,7 @@ class OutputClaims {
   explicit OutputClaims(const Arguments& arguments);
 
   /// Nobody is to write `path`, for this reason. Returns why it was not free any more; empty when it was.
-  std::string Reserve(const std::string& path, const std::string& why);
+  std::string Reserve(const std::string& path, const char* why);
 
   /// From now on only what lies below this directory may be written; `why` is told of all else.
   void ConfineTo(const std::string& directory, const std::string& why);
@@ -34,9 +34,10 @@ class OutputClaims {
   struct Owner {
     std::optional<std::size_t> run;
     bool isTable = false;
-    std::string why;  // what whoever comes later is told
+    const char* why = nullptr;  // what whoever comes later is told; of a run: its input
   };
 
+  [[nodiscard]] std::string WhyOf(const Owner& owner) const;
   [[nodiscard]] bool IsOutside(const std::string& identity) const;
 
   std::vector<std::string> inputs_;
