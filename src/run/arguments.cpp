@@ -89,6 +89,7 @@ void Declare(CLI::App& app, Arguments& arguments, std::vector<std::string>& sett
   app.add_option("--transcript", arguments.transcript, "Every question and its answer, as JSON lines")
       ->type_name("FILE");
   app.add_flag("--strict", arguments.strict, "A warning fails its step");
+  app.add_flag("--progress", arguments.progress, "How far the inputs are, as JSON lines on standard output");
   app.add_flag("--check", arguments.check, "Tell what is wrong with recipe and inputs, and run nothing");
   CLI::Option* manifest =
       app.add_option("--manifest", arguments.manifest, "What was read and written, with SHA-256, as JSON")
@@ -96,6 +97,9 @@ void Declare(CLI::App& app, Arguments& arguments, std::vector<std::string>& sett
   app.add_flag("--resume", arguments.resume,
                "Leave out what the manifest tells of as done, if it is unchanged")
       ->needs(manifest);
+  app.add_option("--tables", arguments.tables,
+                 "Directory for collected tables, when this run is a part of a study")
+      ->type_name("DIR");
   app.add_option("--verify", arguments.verify, "Run what a manifest tells of again, compare, and end")
       ->type_name("MANIFEST");
   constexpr int kMostParts = 1'000'000;

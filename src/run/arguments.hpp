@@ -19,9 +19,11 @@ struct Arguments {
   Variables set;
   std::string transcript;  // empty: none
   bool strict = false;
-  bool check = false;    // tell the faults and run nothing
-  std::string manifest;  // empty: none
-  bool resume = false;   // what the manifest tells of as done is not done again
+  bool progress = false;  // how far the inputs are, on standard output
+  bool check = false;     // tell the faults and run nothing
+  std::string manifest;   // empty: none
+  std::string tables;  // a directory for tables that are a part of the study's; empty: they go where they say
+  bool resume = false;  // what the manifest tells of as done is not done again
 
   std::string info;  // a data file: print its info and nothing else
   bool commands = false;

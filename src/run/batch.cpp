@@ -7,6 +7,7 @@
 #include "core/files/files.hpp"
 #include "run/jobs.hpp"
 #include "run/progress_bar.hpp"
+#include "run/progress_lines.hpp"
 #include "run/recipe_reader.hpp"
 #include "run/recipe_run.hpp"
 
@@ -61,6 +62,7 @@ class Batch {
   void RunHere(std::size_t run);
   void RunInProcesses(const std::vector<std::size_t>& runs);
   [[nodiscard]] Outcome RunOne(std::size_t run, const Recipe& recipe, RunOptions options) const;
+  void BeginStep(std::size_t run, const StepPlace& place);
   void AddLine(std::size_t run, std::string_view line) { order_.transcript->Add(run, line); }
   std::string Collect(std::size_t run, TableRows rows);
   void End(std::size_t run, Outcome outcome);
@@ -114,7 +116,7 @@ Outcome Batch::RunOne(std::size_t run, const Recipe& recipe, RunOptions options)
 
 void Batch::RunHere(std::size_t run) {
   RunOptions options;
-  options.onStep = [this, run](const StepPlace& place) { bar_.Step(run, place.step); };
+  options.onStep = [this, run](const StepPlace& place) { BeginStep(run, place); };
   options.claim = [this, run](const std::string& path) { return order_.claims.Claim(run, path); };
   options.collect = [this, run](const TableRows& rows) { return Collect(run, rows); };
   if (order_.transcript != nullptr) {
@@ -137,12 +139,19 @@ void Batch::RunInProcesses(const std::vector<std::size_t>& runs) {
   };
   RunJobs(
       runs, order_.arguments.jobs, job,
-      {.onStep = [this](std::size_t run, const StepPlace& place) { bar_.Step(run, place.step); },
+      {.onStep = [this](std::size_t run, const StepPlace& place) { BeginStep(run, place); },
        .onTranscript = [this](std::size_t run, std::string_view line) { AddLine(run, line); },
        .onEnd = [this](std::size_t run, const Outcome& outcome) { End(run, outcome); },
        .onClaim = [this](std::size_t run, const std::string& path) { return order_.claims.Claim(run, path); },
        .onWritten = [this](std::size_t run, const std::string& path) { written_[run].push_back(path); },
        .onCollect = [this](std::size_t run, TableRows rows) { return Collect(run, std::move(rows)); }});
+}
+
+void Batch::BeginStep(std::size_t run, const StepPlace& place) {
+  bar_.Step(run, place.step);
+  if (order_.arguments.progress) {
+    ProgressLines::Step(run, place);
+  }
 }
 
 std::string Batch::Collect(std::size_t run, TableRows rows) {
@@ -165,6 +174,9 @@ void Batch::End(std::size_t run, Outcome outcome) {
   written_[run] = {};
   CloseTranscript(run);
   bar_.End(run, result.outcome.failure.has_value());
+  if (order_.arguments.progress) {
+    ProgressLines::End(run, result);
+  }
 }
 
 void Batch::CloseTranscript(std::size_t run) {

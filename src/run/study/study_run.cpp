@@ -101,12 +101,13 @@ void StudyRun::Reserve(const std::string& path, const char* why) {
 
 bool StudyRun::KeepTables() {
   bool kept = true;
-  for (const WrittenTable& table : WriteTables(results_)) {
+  for (const WrittenTable& table : WriteTables(results_, arguments_.out, arguments_.tables)) {
     if (!table.fault.empty()) {
-      Tell(table.file + ": " + table.fault);
+      Tell(table.where + ": " + table.fault);
       kept = false;
     } else if (!arguments_.manifest.empty()) {
-      tables_.push_back(DigestOf(table.file));
+      tables_.push_back(DigestOf(table.where));
+      tables_.back().path = table.file;
     }
   }
   return kept;

@@ -8,6 +8,19 @@
 namespace velmora {
 namespace {
 
+namespace fs = std::filesystem;
+
+std::string PlaceOfPart(const std::string& file, const std::string& out, const std::string& directory) {
+  std::error_code error;
+  const fs::path below = fs::absolute(file, error)
+                             .lexically_normal()
+                             .lexically_relative(fs::absolute(out, error).lexically_normal());
+  const bool inside = !below.empty() && *below.begin() != "..";
+  const fs::path place = fs::path(directory) / (inside ? below : fs::path(file).filename());
+  fs::create_directories(place.parent_path(), error);
+  return place.string();
+}
+
 std::string Write(const std::string& path, const StudyTable& table) {
   try {
     OutputFile file(path);
@@ -21,7 +34,8 @@ std::string Write(const std::string& path, const StudyTable& table) {
 
 }  // namespace
 
-std::vector<WrittenTable> WriteTables(const std::vector<RunResult>& results) {
+std::vector<WrittenTable> WriteTables(const std::vector<RunResult>& results, const std::string& out,
+                                      const std::string& partsIn) {
   struct Table {
     std::string file;
     StudyTable table;
@@ -37,7 +51,8 @@ std::vector<WrittenTable> WriteTables(const std::vector<RunResult>& results) {
   }
   std::vector<WrittenTable> written;
   for (const auto& [real, table] : tables) {
-    written.push_back({table.file, Write(table.file, table.table)});
+    const std::string where = partsIn.empty() ? table.file : PlaceOfPart(table.file, out, partsIn);
+    written.push_back({table.file, where, Write(where, table.table)});
   }
   return written;
 }
