@@ -211,5 +211,62 @@ TEST_F(ManifestTest, OddPathsComeThroughAndAFullDiskLosesNothing) {
   EXPECT_HAS(ReadFile(Path("out/table.csv")), "t1\n");
 }
 
+// What was done until then is a study that can be gone on with.
+TEST_F(ManifestTest, AnInterruptLeavesTableAndManifestOfWhatWasDone) {
+  std::string steps = kStudy;
+  for (int k = 0; k < 3000; ++k) {
+    steps += "  - info: \"${out}/${stem}-${slow}.json\"\n";
+  }
+  recipe_ = Recipe(kStudy);
+  ASSERT_EQ(Study("m.json", {trials_[0], trials_[1]}).status, 0);
+  recipe_ = Recipe(steps);
+  std::filesystem::remove_all(Path("out"));
+  const pid_t runner = StartAndAwait("out", {"t0-x.json"}, [&] {
+    return Start({recipe_, trials_[0], trials_[1], "--set", "factor=2", "--set", "slow=x", "--out",
+                  Path("out"), "--manifest", Path("m.json")});
+  });
+  kill(runner, SIGTERM);
+  const Ended run = Wait(runner);
+  EXPECT_EQ(run.status, 143);
+  const json inputs = Read("m.json")["inputs"];
+  EXPECT_EQ(inputs[0]["outcome"], "interrupted");
+  EXPECT_EQ(inputs[0]["files"].size(), 3U) << "each once";
+  EXPECT_EQ(inputs[1]["outcome"], "not run");
+  EXPECT_EQ(ReadFile(Path("out/table.csv")).substr(0, 13), "name,peak\nt0,");
+}
+
+// The study of docs/studies.md, without its figures.
+TEST_F(ManifestTest, TheMadeStudyGivesOneTableOfThreeLaboratories) {
+  ASSERT_EQ(
+      std::system((std::string(VELMORA2_MAKE_EXAMPLES) + " " + Path("data") + " > " + Path("log")).c_str()),
+      0);
+  const std::string recipe = ReadFile(std::string(EXAMPLES) + "/study/landings.yaml");
+  WriteFile(Path("r.yaml"), recipe.substr(0, recipe.find("  - do: graph.multi")));
+  Texts inputs;
+  for (const std::string& name : FilesIn("data/study")) {
+    inputs.push_back(Path("data/study/" + name));
+  }
+  ASSERT_EQ(inputs.size(), 24U);
+  ASSERT_EQ(Study("one.json", inputs).status, 0);
+  const std::string table = ReadFile(Path("out/landings.csv"));
+  ASSERT_EQ(Study("two.json", inputs, {"--jobs", "2"}).status, 0);
+  EXPECT_EQ(ReadFile(Path("out/landings.csv")), table);
+  EXPECT_EQ(ReadFile(Path("two.json")), ReadFile(Path("one.json")));
+  // A person stands still at the end: their weight, 560 N and 45 N for each number, whatever wrote it.
+  std::istringstream lines(table);
+  std::string line;
+  std::getline(lines, line);
+  EXPECT_EQ(line.substr(0, 54), "trial,rate,peak force,time of peak,force at the end,va");
+  for (int row = 0; std::getline(lines, line); ++row) {
+    std::istringstream cells(line);
+    std::string cell;
+    for (int k = 0; k < 5; ++k) {
+      std::getline(cells, cell, ',');
+    }
+    const double weight = 560.0 + 45.0 * (row / 4 + 1);
+    EXPECT_NEAR(std::stod(cell), weight, 0.05 * weight) << line;
+  }
+}
+
 }  // namespace
 }  // namespace velmora::test
