@@ -62,6 +62,7 @@ std::string NoSuch(std::string_view what, std::string_view wrong, const std::vec
 template <typename Range, typename Name>
 std::vector<std::string> NamesOf(const Range& range, Name name) {
   std::vector<std::string> names;
+  names.reserve(range.size());
   for (const auto& item : range) {
     names.emplace_back(name(item));
   }

@@ -118,7 +118,7 @@ class CellMaker {
     const ResultTable& table = FindTable(source_.workbench, value.table);
     const std::vector<ResultTable::Cell>& row = table.rows[FindRow(table, value.row)];
     const std::size_t column = FindColumn(table, value.column);
-    const std::string text = column < row.size() ? CellText(row[column]) : std::string();
+    std::string text = column < row.size() ? CellText(row[column]) : std::string();
     if (text.empty()) {
       throw NoValue("the cell is empty");
     }
