@@ -1,6 +1,8 @@
-// velmora2-make-examples DIR: writes the sample trials into a directory, which is made if missing.
+// velmora2-make-examples DIR: writes the sample trials into a directory, which is made if missing, and the
+// trials of a study into its subdirectory study/.
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -9,6 +11,7 @@
 #include "core/workbench.hpp"
 #include "run/recipe_questions.hpp"
 #include "sample_trials.hpp"
+#include "study/study_trials.hpp"
 
 namespace {
 
@@ -37,19 +40,29 @@ constexpr Sample kSamples[] = {
     {"stride-6", examples::MakeStride<6>},
 };
 
-/// Saves as a person would, with the command of the File menu.
-void Save(const Sample& sample, const std::filesystem::path& directory) {
-  const std::string path = (directory / (std::string(sample.name) + ".vmb")).string();
+/// Saves as a person would, with a command of the File menu.
+void Save(const char* command, const std::string& path, const std::function<void(Trial&)>& make) {
   const std::vector<Answer> answers = {{.what = FileAnswer{{path}}}};
   RecipeQuestions questions;
   Workbench workbench(questions);
-  sample.make(workbench.trial);
+  make(workbench.trial);
   questions.BeginStep(answers, workbench.trial);
-  RunCommand(workbench, *FindCommand("save.vmb"));
+  RunCommand(workbench, *FindCommand(command));
   if (!workbench.report.failures.empty()) {
     throw std::runtime_error(workbench.report.failures.front());
   }
   std::printf("%s\n", path.c_str());
+}
+
+void SaveAll(const std::filesystem::path& directory) {
+  std::filesystem::create_directories(directory / "study");
+  for (const Sample& sample : kSamples) {
+    Save("save.vmb", (directory / (std::string(sample.name) + ".vmb")).string(), sample.make);
+  }
+  for (const examples::StudyTrial& study : examples::StudyTrials()) {
+    Save(study.command.c_str(), (directory / "study" / (study.name + "." + study.extension)).string(),
+         [&study](Trial& trial) { examples::MakeStudyTrial(study, trial); });
+  }
 }
 
 constexpr const char* kUsage = "Usage: velmora2-make-examples DIR\n";
@@ -60,7 +73,10 @@ int main(int argc, char** argv) {
   OpenStandardDescriptors();
   const std::string_view asked = argc == 2 ? argv[1] : "";
   if (asked == "--help" || asked == "-h") {
-    std::printf("%sWrites the sample trials into DIR, which is made if missing.\n", kUsage);
+    std::printf(
+        "%sWrites the sample trials into DIR, which is made if missing, and those of a study into "
+        "DIR/study.\n",
+        kUsage);
     return 0;
   }
   if (asked.empty() || asked.starts_with('-')) {  // a directory of such a name is ./-name
@@ -68,10 +84,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    std::filesystem::create_directories(argv[1]);
-    for (const Sample& sample : kSamples) {
-      Save(sample, argv[1]);
-    }
+    SaveAll(argv[1]);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "velmora2-make-examples: %s\n", error.what());
     return 1;

@@ -24,6 +24,7 @@ struct ValueOf {
   const FormField& field;
   int channels;
   const std::vector<int>& edited;
+  const ChannelNamer& named;
 
   using Value = decltype(FieldAnswer::value);
 
@@ -34,7 +35,7 @@ struct ValueOf {
   Value operator()(const ChannelNumbers* values) const {
     std::vector<ChannelText> texts;
     for (const int c : Order()) {
-      texts.push_back({c, PlainNumber((*values)[c])});
+      texts.push_back({named(c), PlainNumber((*values)[c])});
     }
     return texts;
   }
@@ -42,14 +43,14 @@ struct ValueOf {
     if (field.edited) {  // what an edit brings about depends on which came last
       std::vector<ChannelText> texts;
       for (const int c : Order()) {
-        texts.push_back({c, YesNoText((*flags)[c])});
+        texts.push_back({named(c), YesNoText((*flags)[c])});
       }
       return texts;
     }
     ChannelChoice choice;
     for (int c = 1; c <= channels; ++c) {
       if ((*flags)[c]) {
-        choice.channels.push_back(c);
+        choice.channels.push_back(named(c));
       }
     }
     return choice;
@@ -94,7 +95,7 @@ struct Repeatable {
 
 }  // namespace
 
-PickAnswer RecordPick(const ChannelPicker& picker, std::string_view press) {
+PickAnswer RecordPick(const ChannelPicker& picker, std::string_view press, const ChannelNamer& named) {
   PickAnswer answer;
   if (EqualNoCase(press, "Cancel")) {
     answer.press = "Cancel";
@@ -105,13 +106,13 @@ PickAnswer RecordPick(const ChannelPicker& picker, std::string_view press) {
   for (int c = 1; c <= picker.Channels(); ++c) {
     const bool marked = picker.IsSelected(c);
     if (marked) {
-      selected.channels.push_back(c);
+      selected.channels.push_back(named(c));
     }
     if (picker.HasValues() && (marked || !picker.Selects())) {
-      answer.values.push_back({c, PlainNumber(picker.Value(c))});
+      answer.values.push_back({named(c), PlainNumber(picker.Value(c))});
     }
     if (picker.HasNames()) {
-      answer.names.push_back({c, picker.ValueText(c)});
+      answer.names.push_back({named(c), picker.ValueText(c)});
     }
   }
   const bool chose = !picker.SelectsOne() || !selected.channels.empty();
@@ -121,7 +122,8 @@ PickAnswer RecordPick(const ChannelPicker& picker, std::string_view press) {
   return answer;
 }
 
-FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bool firstTime) {
+FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bool firstTime,
+                      const ChannelNamer& named) {
   FormAnswer answer;
   answer.press = PressOf(form, press);
   const std::vector<Form::EditMade>& edits = form.Edits();
@@ -149,7 +151,8 @@ FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bo
         edited.push_back(edit.channel);
       }
     }
-    answer.fields.push_back({field->name, std::visit(ValueOf{*field, channels, edited}, field->target)});
+    answer.fields.push_back(
+        {field->name, std::visit(ValueOf{*field, channels, edited, named}, field->target)});
   }
   return answer;
 }

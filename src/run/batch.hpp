@@ -4,34 +4,32 @@
 #include <vector>
 
 #include "run/arguments.hpp"
-#include "run/outcome.hpp"
 #include "run/output_claims.hpp"
 #include "run/recipe.hpp"
+#include "run/run_result.hpp"
 #include "run/transcript_file.hpp"
 
 namespace velmora {
 
-/// What came of the recipe for one input.
-struct RunResult {
-  enum class State { NotRun, Done, Failed, Interrupted };
-
-  std::string input;  // empty when the recipe ran without one
-  State state = State::NotRun;
-  Outcome outcome;
+/// A recipe to be run for each input.
+struct BatchOrder {
+  const Arguments& arguments;
+  const std::string& text;  // the recipe as it stands in its file
+  const Recipe& first;      // and as it reads for the first input
+  OutputClaims& claims;     // who may write what
+  TranscriptFile* transcript = nullptr;
+  bool digests = false;  // the results tell size and SHA-256 of what was read and written
 };
+
+/// What is to come of each input, or of the one run when there is none: nothing yet.
+std::vector<RunResult> ResultsToCome(const Arguments& arguments);
 
 /// The recipe as it reads for one of the inputs (from 0; any number when there is none).
 /// Throws RecipeError.
 Recipe RecipeFor(const Arguments& arguments, const std::string& text, std::size_t run);
 
-/// Runs the recipe once for each input of `arguments`, or once when there is none. A single run stays
-/// in this process; several have processes of their own, so that a crash costs one input.
-/// `text` is the recipe as it stands in its file, `first` as it reads for the first input.
-/// `claims` tells who may write what; `transcript` may be null.
-std::vector<RunResult> RunBatch(const Arguments& arguments, const std::string& text, const Recipe& first,
-                                OutputClaims& claims, TranscriptFile* transcript);
-
-/// A line for each warning, failure and interruption, then the counts. Line ends are '\n'.
-std::string ClosingTable(const std::vector<RunResult>& results);
+/// Runs the recipe once for each of `results` that is not from before, and fills it in. A single run stays in
+/// this process; several are done in other processes, so that a crash costs one input.
+void RunBatch(const BatchOrder& order, std::vector<RunResult>& results);
 
 }  // namespace velmora

@@ -1,6 +1,7 @@
 #include "run/info.hpp"
 
 #include "run/deed_json.hpp"
+#include "run/info_json.hpp"
 #include "run/json_text.hpp"
 #include "run/view_info.hpp"
 
@@ -178,7 +179,7 @@ Json StateInfo(const Workbench& workbench) {
 
 }  // namespace
 
-std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
+Json InfoJson(const Workbench& workbench, std::span<const Deed> done) {
   const Trial& trial = workbench.trial;
   Json info = StateInfo(workbench);
   for (const Deed& deed : done) {
@@ -203,7 +204,11 @@ std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
   for (const ResultTable& table : workbench.results.ResultTables) {
     info[table.name] = JsonTable(table);
   }
-  return JsonText(info, 2) + "\n";
+  return info;
+}
+
+std::string InfoText(const Workbench& workbench, std::span<const Deed> done) {
+  return JsonText(InfoJson(workbench, done), 2) + "\n";
 }
 
 }  // namespace velmora

@@ -19,6 +19,18 @@ constexpr char kStep = 'S';
 constexpr char kTranscript = 'T';
 constexpr char kEnd = 'E';
 constexpr char kClaim = 'C';
+constexpr char kRows = 'R';
+constexpr char kWritten = 'W';
+
+// A path is bytes and no text, and so may be what was made of one. Each byte becomes a character, which comes
+// through whole.
+std::string ByteText(std::string_view bytes) {
+  return FromWindows1252(bytes);
+}
+
+std::string BytesOf(const Json& json) {
+  return ToWindows1252(json.get<std::string>());
+}
 
 Json ToJson(const StepPlace& place) {
   return Json::array({place.step, place.line, place.action});
@@ -36,6 +48,14 @@ StepProblem ProblemOf(const Json& json) {
   return {PlaceOf(json.at("at")), json.at("why").get<std::string>()};
 }
 
+Json ToJson(const FileDigest& digest) {
+  return Json::array({ByteText(digest.path), digest.size, digest.sha256});
+}
+
+FileDigest DigestIn(const Json& json) {
+  return {BytesOf(json.at(0)), json.at(1).get<std::int64_t>(), json.at(2).get<std::string>()};
+}
+
 Json ToJson(const Outcome& outcome) {
   Json json = {{"warnings", Json::array()}, {"done", Json::array()}};
   for (const StepDone& done : outcome.done) {
@@ -49,6 +69,12 @@ Json ToJson(const Outcome& outcome) {
   }
   if (outcome.failure) {
     json["failure"] = ToJson(*outcome.failure);
+  }
+  if (outcome.read) {
+    json["read"] = ToJson(*outcome.read);
+  }
+  for (const FileDigest& file : outcome.files) {
+    json["files"].push_back(ToJson(file));
   }
   return json;
 }
@@ -67,17 +93,44 @@ Outcome OutcomeOf(const Json& json) {
   if (json.contains("failure")) {
     outcome.failure = ProblemOf(json.at("failure"));
   }
+  if (json.contains("read")) {
+    outcome.read = DigestIn(json.at("read"));
+  }
+  if (json.contains("files")) {
+    std::transform(json.at("files").begin(), json.at("files").end(), std::back_inserter(outcome.files),
+                   DigestIn);
+  }
   return outcome;
 }
 
-// A path is bytes and no text: as a list of numbers it comes through whole.
-Json BytesOf(const std::string& path) {
-  return std::vector<unsigned char>(path.begin(), path.end());
+Json ToJson(const std::vector<std::string>& texts) {
+  Json json = Json::array();
+  for (const std::string& text : texts) {
+    json.push_back(ByteText(text));
+  }
+  return json;
 }
 
-std::string PathOf(const Json& json) {
-  const auto bytes = json.get<std::vector<unsigned char>>();
-  return {bytes.begin(), bytes.end()};
+std::vector<std::string> TextsOf(const Json& json) {
+  std::vector<std::string> texts;
+  for (const Json& text : json) {
+    texts.push_back(BytesOf(text));
+  }
+  return texts;
+}
+
+TableRows RowsOf(const Json& json) {
+  TableRows rows{.file = BytesOf(json.at(0)), .columns = TextsOf(json.at(1))};
+  for (const Json& row : json.at(2)) {
+    rows.rows.push_back(TextsOf(row));
+  }
+  return rows;
+}
+
+// So short a line finds room; a process that is gone wants none.
+void PutLine(int descriptor, const std::string& line) {
+  const std::string whole = line + "\n";
+  static_cast<void>(send(descriptor, whole.data(), whole.size(), MSG_NOSIGNAL));
 }
 
 }  // namespace
@@ -95,18 +148,40 @@ void JobReport::End(const Outcome& outcome) const {
 }
 
 std::string JobReport::Claim(const std::string& path) const {
-  Send(kClaim, JsonText(BytesOf(path), -1));
-  std::string answer;
+  Send(kClaim, JsonText(ByteText(path), -1));
+  return Answer();
+}
+
+std::string JobReport::Collect(const TableRows& rows) const {
+  Json cells = Json::array();
+  for (const std::vector<std::string>& row : rows.rows) {
+    cells.push_back(ToJson(row));
+  }
+  Send(kRows, JsonText(Json::array({ByteText(rows.file), ToJson(rows.columns), std::move(cells)}), -1));
+  return Answer();
+}
+
+void JobReport::Written(const std::string& path) const {
+  Send(kWritten, JsonText(ByteText(path), -1));
+}
+
+std::optional<std::size_t> JobReport::NextJob() const {
+  const std::optional<std::string> line = InterruptSignal() == 0 ? ReadLine() : std::nullopt;
+  return line ? std::optional(static_cast<std::size_t>(std::stoull(*line))) : std::nullopt;
+}
+
+std::optional<std::string> JobReport::ReadLine() const {
+  std::string line;
   char next = 0;
   while (true) {
     const ssize_t got = read(descriptor_, &next, 1);
     if (got == 1 && next == '\n') {
-      return answer;
+      return line;
     }
     if (got == 1) {
-      answer.append(1, next);
+      line.append(1, next);
     } else if (got == 0 || errno != EINTR || InterruptSignal() != 0) {
-      return "interrupted";
+      return std::nullopt;
     }
   }
 }
@@ -132,16 +207,22 @@ JobMessage ReadJobMessage(std::string_view line) {
     case kTranscript:
       return TranscriptLine{std::string(body)};
     case kClaim:
-      return OutputClaim{PathOf(Json::parse(body))};
+      return OutputClaim{BytesOf(Json::parse(body))};
+    case kWritten:
+      return WrittenFile{BytesOf(Json::parse(body))};
+    case kRows:
+      return RowsOf(Json::parse(body));
     default:
       return OutcomeOf(Json::parse(body));
   }
 }
 
-void AnswerClaim(int descriptor, const std::string& refusal) {
-  const std::string line = OneLine(refusal) + "\n";
-  // So short a line finds room; a job that is gone wants no answer.
-  static_cast<void>(send(descriptor, line.data(), line.size(), MSG_NOSIGNAL));
+void GiveJob(int descriptor, std::size_t job) {
+  PutLine(descriptor, std::to_string(job));
+}
+
+void AnswerJob(int descriptor, const std::string& refusal) {
+  PutLine(descriptor, OneLine(refusal));
 }
 
 }  // namespace velmora

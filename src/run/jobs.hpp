@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "run/job_report.hpp"
 #include "run/outcome.hpp"
@@ -17,13 +19,19 @@ struct JobEvents {
   std::function<void(std::size_t job, const Outcome& outcome)> onEnd;
   /// A job wants to write this file; returns why it must not, empty when it may.
   std::function<std::string(std::size_t job, const std::string& path)> onClaim;
+  /// A job has written this file. Needed only where jobs tell of it.
+  std::function<void(std::size_t job, const std::string& path)> onWritten;
+  /// A job has rows for a table of the study; returns why it must not be written, empty when it may.
+  std::function<std::string(std::size_t job, TableRows rows)> onCollect;
 };
 
 using Job = std::function<Outcome(std::size_t index, const JobReport& report)>;
 
-/// Runs jobs 0..count-1 in processes of their own, `atOnce` of them at a time. A job that crashes is
-/// a failure at the step it was in; the others go on. After a caught interrupt (interrupt.hpp) no
-/// further job is started, and those running are asked to end, then made to.
-void RunJobs(std::size_t count, std::size_t atOnce, const Job& job, const JobEvents& events);
+/// Runs these jobs in processes apart from this one, `atOnce` of them at a time. A process does many jobs one
+/// after the other; one that crashes fails its job at the step it was in, and another takes its place. After
+/// a caught interrupt (interrupt.hpp) no further job is started, and those running are asked to end, then
+/// made to.
+void RunJobs(const std::vector<std::size_t>& jobs, std::size_t atOnce, const Job& job,
+             const JobEvents& events);
 
 }  // namespace velmora

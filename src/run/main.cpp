@@ -2,8 +2,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <optional>
 #include <string>
 
 #include "app/command_table.hpp"
@@ -13,25 +11,19 @@
 #include "core/text/text.hpp"
 #include "core/workbench.hpp"
 #include "run/arguments.hpp"
-#include "run/batch.hpp"
 #include "run/default_answers.hpp"
+#include "run/exit_status.hpp"
 #include "run/info.hpp"
-#include "run/interrupt.hpp"
-#include "run/recipe_reader.hpp"
+#include "run/study/check.hpp"
+#include "run/study/join.hpp"
+#include "run/study/study_run.hpp"
+#include "run/study/verify.hpp"
+#include "run/tell.hpp"
+#include "run/text_file.hpp"
 
 namespace {
 
 using namespace velmora;
-
-constexpr int kAllRan = 0;
-constexpr int kStepFailed = 1;
-constexpr int kBadUsage = 2;
-constexpr int kSignalled = 128;
-
-// Standard output carries only what was asked for; how it went is told on standard error.
-void Tell(const std::string& message) {
-  std::fputs(("velmora2-run: " + message + "\n").c_str(), stderr);
-}
 
 // The status to end with.
 int Print(const std::string& text) {
@@ -71,86 +63,17 @@ int PrintInfo(const std::string& path) {
   return Print(InfoText(workbench));
 }
 
-std::string ReadText(const std::string& path) {
-  const InputFile file(path);
-  constexpr std::int64_t kLongest = 16 << 20;
-  if (file.Size() > kLongest) {
-    throw FileError("File too large");
-  }
-  std::string text(static_cast<std::size_t>(file.Size()), '\0');
-  text.resize(file.ReadAt(0, text.data(), text.size()));
-  return text;
-}
-
-int Status(const std::vector<RunResult>& results) {
-  if (const int signal = InterruptSignal(); signal != 0) {
-    return kSignalled + signal;
-  }
-  for (const RunResult& result : results) {
-    if (result.state != RunResult::State::Done) {
-      return kStepFailed;
-    }
-  }
-  return kAllRan;
-}
-
-/// What has to be right before anything runs.
-struct Preparation {
-  std::string text;
-  Recipe first;
-  std::optional<OutputClaims> claims;
-  std::optional<TranscriptFile> transcript;
-};
-
-/// False, with the reason told, when it is not right. A recipe that cannot be read leaves no trace.
-bool Prepare(const Arguments& arguments, Preparation& prepared) {
-  std::string subject = arguments.recipe;
+int CheckRecipe(const Arguments& arguments) {
   try {
-    prepared.text = ReadText(arguments.recipe);
-    prepared.first = RecipeFor(arguments, prepared.text, 0);
-    subject = arguments.out;
-    std::filesystem::create_directories(arguments.out);
-    subject = arguments.transcript;
-    prepared.claims.emplace(arguments);
-    if (!arguments.transcript.empty()) {
-      const std::string taken = prepared.claims->Reserve(arguments.transcript, "the transcript goes there");
-      if (!taken.empty()) {
-        throw FileError(taken);
-      }
-      prepared.transcript.emplace(arguments.transcript, std::max<std::size_t>(arguments.inputs.size(), 1));
+    const std::vector<std::string> faults = FaultsOf(arguments, ReadTextFile(arguments.recipe));
+    for (const std::string& fault : faults) {
+      std::fputs((fault + "\n").c_str(), stderr);
     }
-    return true;
-  } catch (const RecipeError& error) {
-    Tell(error.what());
-  } catch (const std::exception& error) {
-    Tell(subject + ": " + error.what());
-  }
-  return false;
-}
-
-bool KeepTranscript(const Arguments& arguments, TranscriptFile& transcript) {
-  try {
-    transcript.Commit();
-    return true;
+    return faults.empty() ? Print(arguments.recipe + ": no fault found\n") : kBadUsage;
   } catch (const FileError& error) {
-    Tell(arguments.transcript + ": " + error.what());
-    return false;
-  }
-}
-
-int RunRecipe(const Arguments& arguments) {
-  Preparation prepared;
-  if (!Prepare(arguments, prepared)) {
+    Tell(arguments.recipe + ": " + error.what());
     return kBadUsage;
   }
-  CatchInterrupts();
-  std::signal(SIGPIPE, SIG_IGN);  // results do not depend on who listens to how it went
-  TranscriptFile* transcript = prepared.transcript ? &*prepared.transcript : nullptr;
-  const std::vector<RunResult> results =
-      RunBatch(arguments, prepared.text, prepared.first, *prepared.claims, transcript);
-  std::fputs(ClosingTable(results).c_str(), stderr);
-  const bool kept = transcript == nullptr || KeepTranscript(arguments, *transcript);
-  return kept ? Status(results) : std::max(Status(results), kStepFailed);
 }
 
 int Run(const Arguments& arguments) {
@@ -160,7 +83,19 @@ int Run(const Arguments& arguments) {
   if (!arguments.info.empty()) {
     return PrintInfo(arguments.info);
   }
-  return RunRecipe(arguments);
+  if (!arguments.verify.empty()) {
+    return VerifyManifest(arguments.verify, arguments.jobs);
+  }
+  const auto join = [](const std::vector<std::string>& files, auto procedure) {
+    return procedure(files.front(), {files.begin() + 1, files.end()});
+  };
+  if (!arguments.joinTables.empty()) {
+    return join(arguments.joinTables, JoinTables);
+  }
+  if (!arguments.joinManifests.empty()) {
+    return join(arguments.joinManifests, JoinManifests);
+  }
+  return arguments.check ? CheckRecipe(arguments) : RunStudy(arguments);
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "run/study/file_digest.hpp"
+
 namespace velmora {
 
 /// Which step of a recipe. Steps count from 1; 0 is before the first.
@@ -30,6 +32,9 @@ struct Outcome {
   std::optional<StepProblem> failure;
   std::vector<StepProblem> warnings;
   std::optional<StepPlace> interrupted;  // where the run was when it was
+  // For a manifest: the input, and every file written for it, as they were at the end of the run.
+  std::optional<FileDigest> read;
+  std::vector<FileDigest> files;
 };
 
 /// "step 3 (math.add, line 12)", empty before the first step.

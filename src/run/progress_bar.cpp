@@ -4,8 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <numeric>
-#include <string>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -26,30 +25,36 @@ ProgressBar::~ProgressBar() {
 }
 
 void ProgressBar::Step(std::size_t run, int step) {
-  stepsDone_[run] = static_cast<std::size_t>(std::max(step - 1, 0));
-  Draw();
+  SetDone(run, static_cast<std::size_t>(std::max(step - 1, 0)));
 }
 
 void ProgressBar::End(std::size_t run, bool failed) {
-  stepsDone_[run] = stepsPerRun_;
   ++ended_;
   failed_ += failed ? 1 : 0;
+  SetDone(run, stepsPerRun_);
+}
+
+void ProgressBar::SetDone(std::size_t run, std::size_t steps) {
+  allStepsDone_ += steps - stepsDone_[run];
+  stepsDone_[run] = steps;
   Draw();
 }
 
-void ProgressBar::Draw() const {
+void ProgressBar::Draw() {
   if (!shown_) {
     return;
   }
-  const std::size_t done = std::accumulate(stepsDone_.begin(), stepsDone_.end(), std::size_t{0});
   const std::size_t all = std::max<std::size_t>(stepsPerRun_ * stepsDone_.size(), 1);
-  const std::size_t filled = kWidth * done / all;
+  const std::size_t filled = kWidth * allStepsDone_ / all;
   std::string line = "\r[" + std::string(filled, '#') + std::string(kWidth - filled, '.') + "] " +
                      std::to_string(ended_) + " of " + std::to_string(stepsDone_.size());
   if (failed_ > 0) {
     line += ", " + std::to_string(failed_) + " failed";
   }
-  std::fputs((line + "\033[K").c_str(), stderr);
+  if (line != drawn_) {
+    std::fputs((line + "\033[K").c_str(), stderr);
+    drawn_ = std::move(line);
+  }
 }
 
 }  // namespace velmora

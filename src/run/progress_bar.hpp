@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace velmora {
@@ -19,13 +20,16 @@ class ProgressBar {
   void End(std::size_t run, bool failed);
 
  private:
-  void Draw() const;
+  void SetDone(std::size_t run, std::size_t steps);
+  void Draw();
 
   bool shown_;
   std::size_t stepsPerRun_;
   std::vector<std::size_t> stepsDone_;
+  std::size_t allStepsDone_ = 0;
   std::size_t ended_ = 0;
   std::size_t failed_ = 0;
+  std::string drawn_;
 };
 
 }  // namespace velmora

@@ -6,21 +6,23 @@
 #include <vector>
 
 #include "core/open_view.hpp"
+#include "run/channel_name.hpp"
+#include "run/study/channel_statistic.hpp"
 
 namespace velmora {
 
 /// What a recipe says, as plain data. Nothing in here has been checked against a trial or a command;
 /// that happens question by question while the recipe runs.
 
-/// A list of channels (from 1), or all there are.
+/// A list of channels, or all there are.
 struct ChannelChoice {
   bool all = false;
-  std::vector<int> channels;
+  std::vector<ChannelName> channels;
 };
 
-/// What is typed for one channel.
+/// What is typed for one channel, or for each that the name fits.
 struct ChannelText {
-  int channel = 0;
+  ChannelName channel;
   std::string text;
 };
 
@@ -46,6 +48,7 @@ struct PickAnswer {
 struct FieldAnswer {
   std::string name;
   std::variant<std::string, std::vector<ChannelText>, ChannelChoice> value;
+  int line = 0;
 };
 
 struct FormAnswer {
@@ -86,16 +89,51 @@ struct ViewStep {
   std::vector<Answer> answers;
 };
 
+/// A text, the same for every row but for its variables.
+struct TextValue {
+  std::string text;
+};
+
+/// What an info file would say at this JSON pointer (RFC 6901).
+struct InfoValue {
+  std::string pointer;
+};
+
+/// Of the samples of one channel between the cursors.
+struct StatisticValue {
+  ChannelName channel;
+  Statistic statistic = Statistic::Mean;
+};
+
+/// A cell of a result table, as a recipe names table, row and column.
+struct TableValue {
+  std::string table;
+  std::string row;
+  std::string column;
+};
+
+struct CollectColumn {
+  std::string name;
+  std::variant<TextValue, InfoValue, StatisticValue, TableValue> value;
+};
+
+/// Adds to a table of the study: a row of these columns, or every row of a result table.
+struct CollectStep {
+  std::string file;
+  std::vector<CollectColumn> columns;
+  std::string table;  // empty: the columns
+};
+
 struct Step {
   int line = 0;
-  std::variant<CommandStep, InfoStep, ViewStep> what;
+  std::variant<CommandStep, InfoStep, ViewStep, CollectStep> what;
 };
 
 struct Recipe {
   std::vector<Step> steps;
 };
 
-/// The step as messages name it: the command's id, "info" or "view".
+/// The step as messages name it: the command's id, "info", "view" or "collect".
 std::string ActionOf(const Step& step);
 
 }  // namespace velmora

@@ -7,6 +7,8 @@
 #include "core/questions/picker.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "run/channel_name.hpp"
+#include "run/closest_name.hpp"
 #include "run/interrupt.hpp"
 
 namespace velmora {
@@ -47,25 +49,45 @@ bool TakesNumbers(const FormField& field) {
          (std::holds_alternative<std::int32_t*>(field.target) && field.choices.empty());
 }
 
-template <typename Range, typename Name>
-std::string Listed(const Range& range, Name name) {
+/// "there is no field "x", but A, B; did you mean ...?"
+std::string NoSuch(std::string_view what, std::string_view wrong, const std::vector<std::string>& names) {
   std::string list;
-  for (const auto& item : range) {
-    list += (list.empty() ? "" : ", ") + std::string(name(item));
+  for (const std::string& name : names) {
+    list += (list.empty() ? "" : ", ") + name;
   }
-  return list.empty() ? "none" : list;
+  return "there is no " + std::string(what) + " " + Quoted(wrong) + ", but " +
+         (list.empty() ? "none" : list) + DidYouMean(wrong, names);
 }
 
-std::string ButtonList(const std::vector<Button>& buttons) {
-  return Listed(buttons, ButtonCaption);
+template <typename Range, typename Name>
+std::vector<std::string> NamesOf(const Range& range, Name name) {
+  std::vector<std::string> names;
+  names.reserve(range.size());
+  for (const auto& item : range) {
+    names.emplace_back(name(item));
+  }
+  return names;
 }
 
-std::string ButtonList(const Form& form) {
-  return Listed(form.Buttons(), [](const FormButton& button) { return WithoutMnemonic(button.caption); });
+std::vector<std::string> ButtonNames(const Form& form) {
+  return NamesOf(form.Buttons(), [](const FormButton& button) { return WithoutMnemonic(button.caption); });
+}
+
+ChannelFlags FlagsOf(const ChannelChoice& choice, const Trial& trial) {
+  ChannelFlags flags{};
+  for (int c = 1; choice.all && c <= trial.NChan; ++c) {
+    flags[c] = true;
+  }
+  for (const ChannelName& name : choice.channels) {
+    for (const int c : ChannelsOf(name, trial)) {
+      flags[c] = true;
+    }
+  }
+  return flags;
 }
 
 // What is wrong with an answer for this picker, empty when it fits.
-std::string Misfit(const ChannelPicker& picker, const PickAnswer& answer) {
+std::string WhyUnfit(const ChannelPicker& picker, const PickAnswer& answer) {
   if (answer.channels && !picker.Selects() && !picker.SelectsOne()) {
     return "channels cannot be selected here";
   }
@@ -81,52 +103,47 @@ std::string Misfit(const ChannelPicker& picker, const PickAnswer& answer) {
   }
   for (const ChannelText& value : answer.values) {
     if (const std::string why = NoNumber(value.text); !why.empty()) {
-      return "the value of channel " + std::to_string(value.channel) + ": " + why;
+      return "the value of channel " + TextOf(value.channel) + ": " + why;
     }
   }
-  for (const std::string& caption :
-       {std::string("OK"), std::string("Cancel"), WithoutMnemonic(picker.ClosingCaption())}) {
-    if (EqualNoCase(answer.press, caption)) {
-      return {};
-    }
-  }
-  return "there is no button " + Quoted(answer.press) + ", but " + WithoutMnemonic(picker.ClosingCaption()) +
-         ", Cancel";
+  const std::vector<std::string> buttons = {WithoutMnemonic(picker.ClosingCaption()), "Cancel"};
+  const auto pressed = [&answer](const std::string& caption) { return EqualNoCase(answer.press, caption); };
+  const bool known = pressed("OK") || std::any_of(buttons.begin(), buttons.end(), pressed);
+  return known ? std::string() : NoSuch("button", answer.press, buttons);
+}
+
+// One text for a set of channels: all, or those of one name.
+ChannelChoice ChoiceOf(const std::string& text) {
+  return EqualNoCase(text, "all") ? ChannelChoice{.all = true}
+                                  : ChannelChoice{.channels = {ReadChannelName(text)}};
 }
 
 // Exactly this selection. It comes after the values, since typing a value selects its channel.
-void SetSelection(ChannelPicker& picker, const ChannelChoice& choice) {
+void SetSelection(ChannelPicker& picker, const ChannelChoice& choice, const Trial& trial) {
   if (picker.SelectsOne()) {
-    picker.Choose(choice.channels.front());
+    picker.Choose(OneChannelOf(choice.channels.front(), trial));
     return;
   }
+  const ChannelFlags chosen = FlagsOf(choice, trial);
   picker.None();
-  for (int c = 1; choice.all && c <= picker.Channels(); ++c) {
-    picker.Select(c, true);
-  }
-  for (const int c : choice.channels) {
-    picker.Select(c, true);
+  for (int c = 1; c <= picker.Channels(); ++c) {
+    picker.Select(c, chosen[c]);
   }
 }
 
-void FillPicker(ChannelPicker& picker, const PickAnswer& answer) {
+void FillPicker(ChannelPicker& picker, const PickAnswer& answer, const Trial& trial) {
   for (const ChannelText& value : answer.values) {
-    picker.SetValue(value.channel, value.text);
+    for (const int c : ChannelsOf(value.channel, trial)) {
+      picker.SetValue(c, value.text);
+    }
   }
   for (const ChannelText& name : answer.names) {
-    picker.SetName(name.channel, name.text);
+    for (const int c : ChannelsOf(name.channel, trial)) {
+      picker.SetName(c, name.text);
+    }
   }
   if (answer.channels) {
-    SetSelection(picker, *answer.channels);
-  }
-}
-
-// Sets a channel set of a form to exactly these channels.
-void EditFlags(Form& form, const FormField& field, const ChannelChoice& choice, int channels) {
-  const std::vector<int>& listed = choice.channels;
-  for (int c = 1; c <= channels; ++c) {
-    const bool on = choice.all || std::find(listed.begin(), listed.end(), c) != listed.end();
-    form.Edit(field, c, on ? "true" : "false");
+    SetSelection(picker, *answer.channels, trial);
   }
 }
 
@@ -170,6 +187,7 @@ const T& RecipeQuestions::Take(const Asked& asked) {
     const bool sameKind = std::holds_alternative<T>(answer.what);
     if (sameKind && (!answer.title || *answer.title == asked.title)) {
       ++next_;
+      line_ = answer.line;
       return std::get<T>(answer.what);
     }
     if (!answer.optional) {
@@ -193,7 +211,7 @@ Button RecipeQuestions::AskBox(const Box& box) {
       return button;
     }
   }
-  Abandon(asked, "there is no button " + Quoted(answer.button) + ", but " + ButtonList(box.buttons));
+  Abandon(asked, NoSuch("button", answer.button, NamesOf(box.buttons, ButtonCaption)));
 }
 
 std::string RecipeQuestions::AskInput(const InputQuestion& question) {
@@ -221,12 +239,12 @@ std::string RecipeQuestions::AskPick(ChannelPicker& picker) {
   // The picker has no title, so its prompt is what an answer's title is checked against.
   const Asked asked{"pick", picker.Prompt(), ""};
   const PickAnswer& answer = Take<PickAnswer>(asked);
-  if (const std::string misfit = Misfit(picker, answer); !misfit.empty()) {
+  if (const std::string misfit = WhyUnfit(picker, answer); !misfit.empty()) {
     Abandon(asked, misfit);
   }
   try {
-    FillPicker(picker, answer);
-  } catch (const std::out_of_range& error) {
+    FillPicker(picker, answer, *trial_);
+  } catch (const ChannelNameError& error) {
     Abandon(asked, error.what());
   }
   return answer.press;
@@ -235,62 +253,83 @@ std::string RecipeQuestions::AskPick(ChannelPicker& picker) {
 std::string RecipeQuestions::AskForm(Form& form) {
   const Asked asked{"form", form.Title(), form.Name()};
   const FormAnswer& answer = Take<FormAnswer>(asked);
-  if (form.FindButton(answer.press) == nullptr) {
-    Abandon(asked, "there is no button " + Quoted(answer.press) + ", but " + ButtonList(form));
+  const std::string noButton = form.FindButton(answer.press) == nullptr
+                                   ? NoSuch("button", answer.press, ButtonNames(form))
+                                   : std::string();
+  if (!noButton.empty() && !PassOver(Misfit::Name, line_, noButton)) {
+    Abandon(asked, noButton);
   }
   if (answer.found) {
     form.TakeFound();
   }
-  for (const FieldAnswer& field : answer.fields) {
-    try {
-      EditField(asked, form, field);
-    } catch (const std::invalid_argument& error) {
-      Abandon(asked, error.what());
-    }
+  FillForm(asked, form, answer);
+  if (!noButton.empty()) {
+    Abandon(asked, noButton);
   }
   return answer.press;
 }
 
-void RecipeQuestions::EditField(const Asked& asked, Form& form, const FieldAnswer& answer) const {
-  const FormField* field = form.FindField(answer.name);
-  if (field == nullptr) {
-    const auto name = [](const FormField& offered) { return offered.name; };
-    Abandon(asked, "there is no field " + Quoted(answer.name) + ", but " + Listed(form.Fields(), name));
-  }
-  if (const auto* texts = std::get_if<std::vector<ChannelText>>(&answer.value)) {
-    for (const ChannelText& text : *texts) {
-      if (text.channel > trial_->NChan) {
-        Abandon(asked, "field " + field->name + ": there is no channel " + std::to_string(text.channel));
-      }
-      CheckNumber(asked, *field, text.text);
-      form.Edit(*field, text.channel, text.text);
+void RecipeQuestions::FillForm(const Asked& asked, Form& form, const FormAnswer& answer) {
+  const auto doesNotFit = [&](Misfit misfit, const FieldAnswer& field, const std::string& why) {
+    if (!PassOver(misfit, field.line, why)) {
+      Abandon(asked, why);
     }
+  };
+  for (const FieldAnswer& given : answer.fields) {
+    const FormField* field = form.FindField(given.name);
+    if (field == nullptr) {
+      const auto name = [](const FormField& offered) { return offered.name; };
+      doesNotFit(Misfit::Name, given, NoSuch("field", given.name, NamesOf(form.Fields(), name)));
+      continue;
+    }
+    try {
+      EditField(form, *field, given);
+    } catch (const ChannelNameError& error) {
+      doesNotFit(Misfit::Value, given, "field " + given.name + ": " + error.what());
+    } catch (const std::invalid_argument& error) {
+      doesNotFit(Misfit::Value, given, error.what());
+    }
+  }
+}
+
+void RecipeQuestions::EditField(Form& form, const FormField& field, const FieldAnswer& answer) const {
+  if (const auto* texts = std::get_if<std::vector<ChannelText>>(&answer.value)) {
+    EditChannels(form, field, *texts);
     return;
   }
   const auto* choice = std::get_if<ChannelChoice>(&answer.value);
   const auto* text = std::get_if<std::string>(&answer.value);
-  const bool flags = std::holds_alternative<ChannelFlags*>(field->target);
+  const bool flags = std::holds_alternative<ChannelFlags*>(field.target);
   if (choice != nullptr && !flags) {
-    Abandon(asked, "field " + field->name + " is no set of channels");
+    throw std::invalid_argument("field " + field.name + " is no set of channels");
   }
-  if (choice != nullptr && !choice->channels.empty() &&
-      *std::max_element(choice->channels.begin(), choice->channels.end()) > trial_->NChan) {
-    Abandon(asked, "field " + field->name + ": there are no more than " + std::to_string(trial_->NChan) +
-                       " channels");
-  }
-  if (choice != nullptr || (flags && EqualNoCase(*text, "all"))) {
-    EditFlags(form, *field, choice != nullptr ? *choice : ChannelChoice{.all = true}, trial_->NChan);
+  if (!flags) {
+    CheckNumber(field, *text);
+    form.Edit(field, *text);
     return;
   }
-  CheckNumber(asked, *field, *text);
-  form.Edit(*field, *text);
+  const ChannelFlags chosen =
+      choice != nullptr ? FlagsOf(*choice, *trial_) : FlagsOf(ChoiceOf(*text), *trial_);
+  for (int c = 1; c <= trial_->NChan; ++c) {
+    form.Edit(field, c, chosen[c] ? "true" : "false");
+  }
 }
 
-void RecipeQuestions::CheckNumber(const Asked& asked, const FormField& field, std::string_view text) {
+void RecipeQuestions::EditChannels(Form& form, const FormField& field,
+                                   const std::vector<ChannelText>& texts) const {
+  for (const ChannelText& text : texts) {
+    for (const int c : ChannelsOf(text.channel, *trial_)) {
+      CheckNumber(field, text.text);
+      form.Edit(field, c, text.text);
+    }
+  }
+}
+
+void RecipeQuestions::CheckNumber(const FormField& field, std::string_view text) {
   const bool kept = field.emptyKeeps && Trim(text).empty();
   const std::string why = TakesNumbers(field) && !kept ? NoNumber(text) : std::string();
   if (!why.empty()) {
-    Abandon(asked, "field " + field.name + ": " + why);
+    throw std::invalid_argument("field " + field.name + ": " + why);
   }
 }
 

@@ -33,6 +33,14 @@ class RecipeQuestions : public Questions {
   void ShowProgress(ProgressPanel& panel) override;
   void EndProgress(ProgressPanel& panel) override;
 
+ protected:
+  enum class Misfit {
+    Name,   // a field or button that is not there
+    Value,  // a value that its field does not take
+  };
+  /// Whether to go on past what does not fit a form. Who only checks a recipe does; who runs it must not.
+  virtual bool PassOver(Misfit /*misfit*/, int /*line*/, const std::string& /*why*/) { return false; }
+
  private:
   /// The question at hand, for matching and for messages.
   struct Asked {
@@ -45,12 +53,16 @@ class RecipeQuestions : public Questions {
   template <typename T>
   const T& Take(const Asked& asked);
   [[noreturn]] static void Abandon(const Asked& asked, const std::string& why);
-  void EditField(const Asked& asked, Form& form, const FieldAnswer& field) const;
-  static void CheckNumber(const Asked& asked, const FormField& field, std::string_view text);
+  void FillForm(const Asked& asked, Form& form, const FormAnswer& answer);
+  // These throw std::invalid_argument for a value that does not fit.
+  void EditField(Form& form, const FormField& field, const FieldAnswer& answer) const;
+  void EditChannels(Form& form, const FormField& field, const std::vector<ChannelText>& texts) const;
+  static void CheckNumber(const FormField& field, std::string_view text);
 
   const std::vector<Answer>* answers_ = nullptr;
   const Trial* trial_ = nullptr;
   std::size_t next_ = 0;
+  int line_ = 0;  // of the answer taken last
 };
 
 }  // namespace velmora

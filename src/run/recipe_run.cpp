@@ -8,10 +8,12 @@
 #include "core/files/output_guard.hpp"
 #include "core/files/paths.hpp"
 #include "core/trial/helpers.hpp"
+#include "run/closest_name.hpp"
 #include "run/drawing.hpp"
 #include "run/gesture.hpp"
 #include "run/info.hpp"
 #include "run/interrupt.hpp"
+#include "run/study/collect.hpp"
 
 namespace velmora {
 namespace {
@@ -21,6 +23,14 @@ void AppendFailure(std::string& list, const std::string& item) {
 }
 
 }  // namespace
+
+std::string NoSuchCommand(const std::string& id) {
+  std::vector<std::string> ids;
+  for (const Command& known : AllCommands()) {
+    ids.emplace_back(known.id);
+  }
+  return "there is no command \"" + id + "\"" + DidYouMean(id, ids) + " (velmora2-run --commands lists them)";
+}
 
 RecipeRun::RecipeRun(RunOptions options) : options_(std::move(options)), workbench_(Answerer()) {
   workbench_.desktop.draw = LoadAndDraw;
@@ -41,7 +51,7 @@ void RecipeRun::CheckOutput(const std::string& path) const {
 }
 
 Outcome RecipeRun::Run(const Recipe& recipe) {
-  const OutputGuard guard([this](const std::string& path) { CheckOutput(path); });
+  const OutputGuard guard([this](const std::string& path) { CheckOutput(path); }, options_.written);
   Outcome outcome;
   StepPlace place;
   for (const Step& step : recipe.steps) {
@@ -104,6 +114,9 @@ std::string RecipeRun::RunStep(const Step& step) {
     if (const auto* info = std::get_if<InfoStep>(&step.what)) {
       return WriteInfo(*info);
     }
+    if (const auto* collect = std::get_if<CollectStep>(&step.what)) {
+      return Collect(*collect);
+    }
     return RunViewStep(std::get<ViewStep>(step.what));
   } catch (const std::bad_alloc&) {
     return "there is not enough memory";
@@ -135,7 +148,7 @@ std::string RecipeRun::RunAnswered(const std::vector<Answer>& answers, const Act
 std::string RecipeRun::RunCommandStep(const CommandStep& step) {
   const Command* command = FindCommand(step.id);
   if (command == nullptr) {
-    return "there is no command \"" + step.id + "\" (velmora2-run --commands lists them)";
+    return NoSuchCommand(step.id);
   }
   if (!step.file.empty()) {
     workbench_.trial.FileName = FullPath(step.file);
@@ -159,6 +172,14 @@ std::string RecipeRun::WriteInfo(const InfoStep& step) {
     return "cannot write " + step.file + ": " + error.what();
   }
   return {};
+}
+
+std::string RecipeRun::Collect(const CollectStep& step) {
+  const TableRows rows =
+      CollectRows(step, {.workbench = workbench_, .done = done_, .input = options_.input},
+                  [this](const std::string& why) { workbench_.report.warnings.push_back(why); });
+  const std::string refusal = options_.collect ? options_.collect(rows) : std::string();
+  return refusal.empty() ? std::string() : "cannot write " + step.file + ": " + refusal;
 }
 
 }  // namespace velmora

@@ -8,9 +8,13 @@
 #include "run/outcome.hpp"
 #include "run/recipe.hpp"
 #include "run/recipe_questions.hpp"
+#include "run/study/study_table.hpp"
 #include "run/transcript.hpp"
 
 namespace velmora {
+
+/// What is said of an id that no command has.
+std::string NoSuchCommand(const std::string& id);
 
 /// How to run a recipe, and who wants to hear of it.
 struct RunOptions {
@@ -19,7 +23,11 @@ struct RunOptions {
   std::function<void(const StepPlace&)> onStep;
   /// Asked before a file is written: why it must not be, empty when it may. May be missing.
   std::function<std::string(const std::string& path)> claim;
+  /// Hears of every file that was written, by its absolute path. May be missing.
+  std::function<void(const std::string& path)> written;
   TranscriptQuestions::Sink transcript;
+  /// Takes rows for a table of the study: why it must not be written, empty when it may. May be missing.
+  std::function<std::string(const TableRows& rows)> collect;
 };
 
 /// One workbench and the answers of a recipe in place of a person.
@@ -46,6 +54,7 @@ class RecipeRun {
   /// Keeps what the step did and tells it to those who want to hear.
   void NoteDeeds(const StepPlace& place, bool loads, Outcome& outcome);
   std::string WriteInfo(const InfoStep& step);
+  std::string Collect(const CollectStep& step);
 
   RunOptions options_;
   RecipeQuestions answers_;

@@ -44,6 +44,8 @@ class Writer {
     Answers(step.answers);
   }
 
+  void operator()(const CollectStep& /*step*/) {}  // nobody does one by hand
+
   void operator()(const CloseGesture& /*close*/) {
     Key("close");
     out_ << true;
@@ -140,15 +142,17 @@ class Writer {
       return;
     }
     out_ << YAML::Flow << YAML::BeginSeq;
-    for (const int channel : choice.channels) {
-      out_ << channel;
+    for (const ChannelName& channel : choice.channels) {
+      Text(TextOf(channel));
     }
     out_ << YAML::EndSeq;
   }
   void operator()(const std::vector<ChannelText>& texts) {
     out_ << YAML::Flow << YAML::BeginMap;
     for (const ChannelText& text : texts) {
-      out_ << YAML::Key << text.channel << YAML::Value;
+      out_ << YAML::Key;
+      Text(TextOf(text.channel));
+      out_ << YAML::Value;
       Text(text.text);
     }
     out_ << YAML::EndMap;
@@ -196,10 +200,15 @@ struct TypedTexts {
   void operator()(std::string& text) const { KeepFromVariables(text); }
   void operator()(std::vector<ChannelText>& texts) const {
     for (ChannelText& text : texts) {
+      KeepFromVariables(text.channel.label);
       KeepFromVariables(text.text);
     }
   }
-  void operator()(ChannelChoice& /*choice*/) const {}
+  void operator()(ChannelChoice& choice) const {
+    for (ChannelName& channel : choice.channels) {
+      KeepFromVariables(channel.label);
+    }
+  }
   void operator()(BoxAnswer& /*box*/) const {}
   void operator()(InputAnswer& input) const { KeepFromVariables(input.text); }
   void operator()(FileAnswer& file) const {
@@ -208,6 +217,9 @@ struct TypedTexts {
     }
   }
   void operator()(PickAnswer& pick) const {
+    if (pick.channels) {
+      (*this)(*pick.channels);
+    }
     (*this)(pick.values);
     (*this)(pick.names);
   }

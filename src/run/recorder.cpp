@@ -46,7 +46,7 @@ bool IsKept(std::string_view id) {
 struct StepOf {
   const Workbench& workbench;
 
-  std::variant<CommandStep, InfoStep, ViewStep> operator()(const Command* command) const {
+  decltype(Step::what) operator()(const Command* command) const {
     CommandStep step{.id = std::string(command->id)};
     if (step.id == "file.load") {
       step.file = FullPath(workbench.trial.FileName);
@@ -54,7 +54,7 @@ struct StepOf {
     return step;
   }
   template <typename Gesture>
-  std::variant<CommandStep, InfoStep, ViewStep> operator()(const Gesture& gesture) const {
+  decltype(Step::what) operator()(const Gesture& gesture) const {
     return ViewStep{.what = gesture};
   }
 };
@@ -69,7 +69,7 @@ bool IsOpening(const Action& action) {
 Step NamesStep(const char* id, int channels, const std::function<std::string(int)>& nameOf) {
   PickAnswer names;
   for (int c = 1; c <= channels; ++c) {
-    names.names.push_back({c, nameOf(c)});
+    names.names.push_back({{.number = c}, nameOf(c)});
   }
   Answer answer;
   answer.what = std::move(names);
@@ -375,7 +375,7 @@ std::string Recorder::AskPick(ChannelPicker& picker) {
     press = answerer_->AskPick(picker);
   }
   if (Records()) {
-    Note({.what = RecordPick(picker, press)}, picker.Prompt(), EqualNoCase(press, "Cancel"));
+    Note({.what = RecordPick(picker, press, Namer())}, picker.Prompt(), EqualNoCase(press, "Cancel"));
   }
   return press;
 }
@@ -394,7 +394,8 @@ std::string Recorder::AskForm(Form& form) {
   if (Records()) {
     const FormButton* button = form.FindButton(press);
     const bool cancels = button != nullptr && button->role == FormButton::Role::Cancel;
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_)}, form.Title(), cancels);
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_, Namer())}, form.Title(),
+         cancels);
   }
   return press;
 }
@@ -402,10 +403,15 @@ std::string Recorder::AskForm(Form& form) {
 // What the form remembers from before the steps that are kept is entered by them.
 void Recorder::NoteWayThroughAll(Form& form) {
   for (const std::string& press : form.WayThroughAll()) {
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true)}, form.Title(), false);
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true, Namer())}, form.Title(), false);
     firstAsk_ = false;
     form.FindButton(press)->press();
   }
+}
+
+// What a load asks while the trial before is still there is not about that trial's channels.
+ChannelNamer Recorder::Namer() const {
+  return IsCommand(action_, "file.load") ? ChannelNamer() : ChannelNamer(workbench_->trial);
 }
 
 void Recorder::EndForm(Form& form) {

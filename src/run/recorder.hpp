@@ -69,6 +69,8 @@ class Recorder : public Questions, public ActionListener {
   void EndProgress(ProgressPanel& panel) override { answerer_->EndProgress(panel); }
 
  private:
+  /// How answers name the channels of the trial at hand.
+  [[nodiscard]] ChannelNamer Namer() const;
   void Note(Answer answer, const std::string& title, bool cancels);
   void Begin(const Action& action);
   void End();

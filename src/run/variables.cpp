@@ -2,10 +2,23 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <vector>
 
 #include "core/files/paths.hpp"
+#include "run/closest_name.hpp"
 
 namespace velmora {
+namespace {
+
+std::vector<std::string> NamesOf(const Variables& variables) {
+  std::vector<std::string> names;
+  for (const auto& [name, value] : variables) {
+    names.push_back(name);
+  }
+  return names;
+}
+
+}  // namespace
 
 void SetInputVariables(Variables& variables, const std::string& input) {
   const std::string directory = std::filesystem::path(input).parent_path().string();
@@ -32,7 +45,7 @@ std::string ReplaceVariables(std::string_view text, const Variables& variables) 
     if (found == variables.end()) {
       const bool ofInput = name == "input" || name == "stem" || name == "dir";
       throw std::invalid_argument("unknown variable ${" + std::string(name) + "}" +
-                                  (ofInput ? ": no INPUT was given" : ""));
+                                  (ofInput ? ": no INPUT was given" : DidYouMean(name, NamesOf(variables))));
     }
     out.append(text, at, start - at).append(found->second);
     at = end + 1;

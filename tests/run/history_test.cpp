@@ -125,6 +125,41 @@ TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
   }
 }
 
+// The next file of the study may have its channels in another order.
+TEST_F(HistoryTest, ARecipeNamesChannelsByLabelWhereLabelsTellThemApart) {
+  Load();
+  Filter();
+  Scale();
+  const std::string recipe = history_.Recipe();
+  EXPECT_NE(recipe.find("{\"EMG 1\": 0.1"), std::string::npos) << recipe;
+  EXPECT_NE(recipe.find("\"EMG 2\": 12.5"), std::string::npos) << recipe;
+  const std::vector<float> second = Channel(workbench_.trial, 2);
+  const std::vector<float> third = Channel(workbench_.trial, 3);
+  WriteTrialFile(input_, [](Trial& trial) {
+    const std::vector<std::vector<float>> noise = NoiseChannels(3, 500);
+    SetChannels(trial, {noise[2], noise[0], noise[1]}, 200.0);
+    trial.ChanLabel[1] = " emg 3";
+    trial.ChanLabel[2] = "Emg 1";
+    trial.ChanLabel[3] = "EMG 2";
+  });
+  RecipeRun turned({.input = input_});
+  Variables variables;
+  SetInputVariables(variables, input_);
+  EXPECT_FALSE(turned.Run(ReadRecipe(recipe, "history", variables)).failure);
+  EXPECT_EQ(Channel(turned.State().trial, 3), second);
+  EXPECT_EQ(Channel(turned.State().trial, 1), third);
+
+  WriteTrialFile(input_, [](Trial& trial) {
+    SetChannels(trial, NoiseChannels(3, 500), 200.0);
+    trial.ChanLabel[1] = "EMG";
+    trial.ChanLabel[2] = "emg ";
+    trial.ChanLabel[3] = "Fz";
+  });
+  Load();
+  Scale();
+  EXPECT_NE(history_.Recipe().find("{1: 0.1"), std::string::npos) << history_.Recipe();
+}
+
 TEST_F(HistoryTest, SavedAsRecipeItRepeatsToTheSameBits) {
   // What earlier trials left behind is not there when the recipe runs.
   workbench_.smoothing.WindowWidth = 17;

@@ -5,10 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <map>
-#include <thread>
 
 #include "run/interrupt.hpp"
 
@@ -50,7 +48,7 @@ Outcome CrashSometimes(std::size_t index, const JobReport& report) {
 
 TEST(Jobs, ACrashCostsOneJobAndNamesItsStep) {
   Heard heard;
-  RunJobs(10, 3, CrashSometimes, heard.Events());
+  RunJobs({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, 3, CrashSometimes, heard.Events());
   ASSERT_EQ(heard.outcomes.size(), 10U);
   for (const auto& [job, outcome] : heard.outcomes) {
     EXPECT_EQ(outcome.failure.has_value(), job == 3 || job == 5 || job == 6) << job;
@@ -71,7 +69,7 @@ TEST(Jobs, LinesOfJobsArriveWholeHoweverMuchTheyTell) {
   };
   Heard heard;
   RunJobs(
-      4, 4,
+      {0, 1, 2, 3}, 4,
       [&](std::size_t index, const JobReport& report) {
         for (int i = 0; i < 200; ++i) {
           report.TranscriptLine(line(index, i));
@@ -92,14 +90,19 @@ void RunInterrupted(int told) {
   CatchInterrupts();
   std::size_t ended = 0;
   std::size_t interrupted = 0;
-  RunJobs(4, 2,
+  RunJobs({0, 1, 2, 3}, 2,
           [told](std::size_t index, const JobReport&) {
             const pid_t self = getpid();
             if (write(told, &self, sizeof self) != sizeof self) {
               _exit(1);
             }
+            sigset_t terminate;
+            sigset_t before;
+            sigemptyset(&terminate);
+            sigaddset(&terminate, SIGTERM);
+            sigprocmask(SIG_BLOCK, &terminate, &before);
             while (InterruptSignal() == 0 || index == 1) {
-              std::this_thread::sleep_for(std::chrono::milliseconds(5));
+              sigsuspend(&before);  // the one moment in which the signal comes
             }
             return Outcome{.interrupted = kPlace};
           },

@@ -1,107 +1,14 @@
 // Drives the program itself: exit statuses, several inputs, signals.
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <chrono>
-#include <csignal>
-#include <functional>
 #include <nlohmann/json.hpp>
-#include <thread>
 
 #include "core/version.hpp"
-#include "support/command_test.hpp"
 #include "support/full_disk.hpp"
+#include "support/program_fixture.hpp"
 
 namespace velmora::test {
 namespace {
 
 using nlohmann::json;
-
-struct Ended {
-  int status = -1;  // of exit, or minus the signal
-  std::string out;
-  std::string err;
-};
-
-void SendTo(int descriptor, const std::string& path) {
-  dup2(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), descriptor);
-}
-
-class Program : public testing::Test {
- protected:
-  pid_t Start(const std::vector<std::string>& arguments, const std::function<void()>& rearrange = {}) {
-    const pid_t process = fork();
-    if (process != 0) {
-      return process;
-    }
-    std::signal(SIGXFSZ, SIG_DFL);  // what the test ignores the program need not
-    SendTo(STDOUT_FILENO, Path("stdout"));
-    SendTo(STDERR_FILENO, Path("stderr"));
-    if (rearrange) {
-      rearrange();
-    }
-    std::vector<char*> argv = {const_cast<char*>("velmora2-run")};
-    for (const std::string& argument : arguments) {
-      argv.push_back(const_cast<char*>(argument.c_str()));
-    }
-    argv.push_back(nullptr);
-    execv(VELMORA2_RUN, argv.data());
-    _exit(99);
-  }
-
-  Ended Wait(pid_t process) {
-    int status = 0;
-    waitpid(process, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ReadFile(Path("stdout")),
-            ReadFile(Path("stderr"))};
-  }
-
-  Ended Run(const std::vector<std::string>& arguments) { return Wait(Start(arguments)); }
-  /// With other descriptors, which `rearrange` puts in place.
-  Ended RunWith(const std::function<void()>& rearrange, const std::vector<std::string>& arguments) {
-    return Wait(Start(arguments, rearrange));
-  }
-
-  [[nodiscard]] std::string Path(std::string_view name) const { return directory_.Path(name); }
-
-  /// Waits for files.
-  [[nodiscard]] bool Appear(const std::vector<const char*>& names) const {
-    const auto there = [this](const char* name) { return std::filesystem::exists(Path(name)); };
-    for (int waited = 0; waited < 30000; ++waited) {
-      if (std::all_of(names.begin(), names.end(), there)) {
-        return true;
-      }
-      std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return false;
-  }
-
-  std::string Recipe(const std::string& steps) {
-    WriteFile(Path("r.yaml"), "velmora2: 1\nsteps:\n" + steps);
-    return Path("r.yaml");
-  }
-
-  /// A file of these channels, saved by the command; returns its path.
-  std::string Trial(const std::string& name, const std::vector<std::vector<float>>& channels) {
-    WriteTrialFile(Path(name), [&](auto& trial) { SetChannels(trial, channels); });
-    return Path(name);
-  }
-
-  [[nodiscard]] std::vector<std::string> FilesIn(const std::string& directory) const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(Path(directory))) {
-      names.push_back(entry.path().filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-  }
-
-  TemporaryDirectory directory_;
-};
-
-#define EXPECT_HAS(text, part) EXPECT_NE((text).find(part), std::string::npos) << (text)
 
 const std::string kDouble = R"(
   - do: file.load
@@ -259,7 +166,9 @@ TEST_F(Program, TwoInputsDoNotOverwriteEachOthersResult) {
       EXPECT_HAS(run.err, (firstWon ? first : second) + " writes it too");
     }
   }
-  EXPECT_EQ(Run({Recipe(kDouble), first, first, "--set", "factor=2", "--out", Path("out")}).status, 1);
+  const Ended twice = Run({Recipe(kDouble), first, Path("S01/../S01/walk.vmb"), "--set", "factor=2"});
+  EXPECT_EQ(twice.status, 2);
+  EXPECT_HAS(twice.err, "the input is given twice");
 }
 
 TEST_F(Program, WhatARunReadsIsNotWritten) {
@@ -334,8 +243,7 @@ TEST_F(Program, AnInterruptEndsJobsAndLeavesNoTemporaryFile) {
   for (int i = 0; i < 4; ++i) {
     arguments.push_back(Trial("t" + std::to_string(i) + ".vmb", NoiseChannels(8, 5000)));
   }
-  const pid_t runner = Start(arguments);
-  ASSERT_TRUE(Appear({"out/t0.vmb", "out/t1.vmb"}));
+  const pid_t runner = StartAndAwait("out", {"t0.vmb", "t1.vmb"}, [&] { return Start(arguments); });
   const std::vector<pid_t> children = ChildrenOf(runner);
   EXPECT_EQ(children.size(), 2U);
   kill(runner, SIGINT);
@@ -351,9 +259,9 @@ TEST_F(Program, AnInterruptEndsJobsAndLeavesNoTemporaryFile) {
 }
 
 TEST_F(Program, AnInterruptEndsASingleRunToo) {
-  const pid_t runner =
-      Start({Recipe(ManySteps(3000)), Trial("t.vmb", NoiseChannels(8, 5000)), "--out", Path("out")});
-  ASSERT_TRUE(Appear({"out/t.vmb"}));
+  const std::vector<std::string> arguments = {Recipe(ManySteps(3000)), Trial("t.vmb", NoiseChannels(8, 5000)),
+                                              "--out", Path("out")};
+  const pid_t runner = StartAndAwait("out", {"t.vmb"}, [&] { return Start(arguments); });
   kill(runner, SIGTERM);
   const Ended run = Wait(runner);
   EXPECT_EQ(run.status, 143);

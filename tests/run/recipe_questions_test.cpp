@@ -195,6 +195,59 @@ TEST_F(RecipeQuestionsTest, FormTakesFieldsByNameAndStaysOpenForTheNextAnswer) {
   EXPECT_TRUE(form_.channels[3]);
 }
 
+// Channels stand in the order in which an instrument wrote them, and are called what its makers liked.
+TEST_F(RecipeQuestionsTest, ChannelsAreNamedByLabelAndByPattern) {
+  SetChannels(workbench_.trial, std::vector<std::vector<float>>(8, {1, 2}));
+  const char* const labels[] = {"",     "EMG Vastus ", "emg BICEPS", "Fz",         "fx",
+                                "FZ 2", "3",           "a*b \"c\"",  "M\u00fcller"};
+  for (int c = 1; c <= 8; ++c) {
+    workbench_.trial.ChanLabel[c] = labels[c];
+  }
+  const auto chosen = [this](const std::string& channels) -> std::vector<int> {
+    const std::string came =
+        PickWith("{pick: {channels: " + channels + "}}", &ChooserState::ChooserSelectMode);
+    EXPECT_EQ(came, "answered") << channels;
+    return SelectedChannels(workbench_.chooser);
+  };
+  EXPECT_EQ(chosen("['EMG*']"), (std::vector{1, 2}));
+  EXPECT_EQ(chosen("' fz '"), std::vector{3});
+  EXPECT_EQ(chosen("['F?', emg vastus]"), (std::vector{1, 3, 4}));
+  EXPECT_EQ(chosen("['label:3', 5]"), (std::vector{5, 6}));
+  EXPECT_EQ(chosen("[3]"), std::vector{3}) << "a number is a number";
+  EXPECT_EQ(chosen("['label:A*B \"c\"']"), std::vector{7});
+  EXPECT_EQ(chosen("['M?ller', 'm*R']"), std::vector{8}) << "a character, of however many bytes";
+  EXPECT_EQ(chosen("['*']"), (std::vector{1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(chosen("'*i*s*'"), std::vector{2});
+  EXPECT_EQ(PickWith("{pick: {values: {'F*': 2, FX: 3}}}", &ChooserState::ChooserValuesMode), "answered");
+  EXPECT_EQ(workbench_.chooser.ChanConst[3], 2.0F);
+  EXPECT_EQ(workbench_.chooser.ChanConst[4], 3.0F) << "what comes later counts";
+  EXPECT_EQ(workbench_.chooser.ChanConst[5], 2.0F);
+  EXPECT_EQ(PickWith("{pick: {names: {fx: Shear}}}", &ChooserState::ChooserNamesMode), "answered");
+  EXPECT_EQ(workbench_.chooser.ChooserNames[4], "Shear");
+  EXPECT_EQ(PickWith("{pick: {channels: 'FX*'}}", &ChooserState::ChooserSingleMode), "answered");
+  EXPECT_EQ(workbench_.chooser.ChooserChannel, 4);
+  EXPECT_EQ(FormWith("{form: {channels: 'EMG*', Cutoffs: {'EMG*': 20, Fz: 6}}}"), "answered");
+  EXPECT_TRUE(form_.channels[1] && form_.channels[2] && !form_.channels[3]);
+  EXPECT_EQ(form_.cutoffs[2], 20.0);
+  EXPECT_EQ(form_.cutoffs[3], 6.0);
+}
+
+TEST_F(RecipeQuestionsTest, AChannelThatIsNotThereIsToldWithThoseThatAre) {
+  const auto select = &ChooserState::ChooserSelectMode;
+  for (int c = 1; c <= 3; ++c) {
+    workbench_.trial.ChanLabel[c] = c == 3 ? "Fz" : "EMG";
+  }
+  ExpectFound(PickWith("{pick: {channels: [Fy]}}", select),
+              {"pick \"Which?\"", "no channel labelled \"Fy\"; did you mean \"Fz\"?",
+               "there are 1 \"EMG\", 2 \"EMG\", 3 \"Fz\""});
+  ExpectFound(PickWith("{pick: {channels: ['G*']}}", select), {"label fits \"G*\"", "3 \"Fz\""});
+  ExpectFound(PickWith("{pick: {channels: [emg]}}", select), {"\"emg\" is the label of channels 1, 2"});
+  ExpectFound(PickWith("{pick: {channels: ['E*']}}", &ChooserState::ChooserSingleMode),
+              {"fits channels 1, 2"});
+  ExpectFound(FormWith("{form: {Cutoffs: {Fx: 6}}}"), {"field Cutoffs", "\"Fx\""});
+  ExpectFound(FormWith("{form: {channels: Fx}}"), {"field channels", "\"Fx\""});
+}
+
 TEST_F(RecipeQuestionsTest, FormRefusesWhatItDoesNotHave) {
   ExpectFound(FormWith("{form: {chkRectfy: yes}}"),
               {"form \"A Sample\"", "no field \"chkRectfy\"", "chkRectify"});
@@ -206,6 +259,7 @@ TEST_F(RecipeQuestionsTest, FormRefusesWhatItDoesNotHave) {
   ExpectFound(FormWith("{form: {Cutoffs: [6]}}"), {"Cutoffs"});
   ExpectFound(FormWith("{form: {Cutoffs: {4: 6}}}"), {"Cutoffs", "channel 4"});
   ExpectFound(FormWith("{form: {channels: [4]}}"), {"channels", "3 channels"});
+  ExpectFound(FormWith("{form: {press: Fliter}}"), {"did you mean \"Filter\"?"});
   ExpectFound(FormWith("{form: {press: Apply}}, {input: x}"), {"form \"A Sample\"", "no answer"});
 }
 

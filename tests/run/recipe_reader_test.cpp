@@ -55,8 +55,8 @@ steps:
   EXPECT_EQ(std::get<InputAnswer>(command.answers[1].what).text, "");
   EXPECT_EQ(std::get<FileAnswer>(command.answers[2].what).paths, (std::vector<std::string>{"a", "b"}));
   const auto& pick = std::get<PickAnswer>(command.answers[3].what);
-  EXPECT_EQ(pick.channels->channels, (std::vector<int>{3, 1}));
-  EXPECT_EQ(pick.values.at(0).channel, 2);
+  EXPECT_EQ(pick.channels->channels, (std::vector<ChannelName>{{.number = 3}, {.number = 1}}));
+  EXPECT_EQ(pick.values.at(0).channel.number, 2);
   EXPECT_EQ(pick.values.at(0).text, "6.50");  // as it would be typed
   EXPECT_EQ(pick.press, "Cancel");
   EXPECT_TRUE(std::get<PickAnswer>(command.answers[4].what).channels->all);
@@ -65,7 +65,7 @@ steps:
   ASSERT_EQ(form.fields.size(), 3U);
   EXPECT_EQ(std::get<std::string>(form.fields[0].value), "Mirror");
   EXPECT_EQ(std::get<std::vector<ChannelText>>(form.fields[1].value).at(1).text, ".5");
-  EXPECT_EQ(std::get<ChannelChoice>(form.fields[2].value).channels, std::vector{2});
+  EXPECT_EQ(std::get<ChannelChoice>(form.fields[2].value).channels, std::vector{ChannelName{.number = 2}});
   EXPECT_EQ(form.press, "Filter");
   EXPECT_EQ(std::get<InfoStep>(recipe.steps[2].what).file, "i.json");
   EXPECT_TRUE(std::holds_alternative<ViewStep>(recipe.steps[3].what));
@@ -90,7 +90,7 @@ TEST(RecipeReader, VariablesAreReplacedInEveryStringOnce) {
   const auto& step = std::get<CommandStep>(recipe.steps[1].what);
   EXPECT_EQ(step.id, "m2");
   const auto& pick = std::get<PickAnswer>(step.answers.at(0).what);
-  EXPECT_EQ(pick.values.at(0).channel, 2);
+  EXPECT_EQ(pick.values.at(0).channel.number, 2);
   EXPECT_EQ(pick.values.at(0).text, "2.5");
 
   SetInputVariables(variables, "plain.vmb");
@@ -114,8 +114,8 @@ TEST(RecipeReader, RefusesWhatItDoesNotKnowAndSaysWhere) {
       {"velmora2: 1\nsteps: []", "r.yaml:2: a recipe has steps"},
       {"velmora2: 1\nstep: []\nsteps: [do: x]", "r.yaml:2: a recipe has no key \"step\""},
       {"velmora2: 1\nsteps: [do: x]\nsteps: [do: y]", "r.yaml:3: key \"steps\" is given twice"},
-      {WithStep("do: x\n    info: y"), "exactly one of do, info and view"},
-      {WithStep("answers: []"), "exactly one of do, info and view"},
+      {WithStep("do: x\n    info: y"), "exactly one of do, info, view and collect"},
+      {WithStep("answers: []"), "exactly one of do, info, view and collect"},
       {WithStep("just text"), "r.yaml:3: a step must be a map"},
       {WithStep("do: x\n    file: y"), "r.yaml:4: a step has no key \"file\""},
       {WithStep("do: file.load"), "file.load needs file"},
@@ -130,11 +130,12 @@ TEST(RecipeReader, RefusesWhatItDoesNotKnowAndSaysWhere) {
       {WithAnswer("{box: Yes, tittle: x}"), "no key \"tittle\""},
       {WithAnswer("{pick: {channel: [1]}}"), "pick has no key \"channel\""},
       {WithAnswer("{pick: {channels: [0]}}"), "channels count from 1"},
-      {WithAnswer("{pick: {channels: [1.5]}}"), "channels count from 1"},
+      {WithAnswer("{pick: {channels: [-1]}}"), "channels count from 1"},
       {WithAnswer("{pick: {channels: [99999999999]}}"), "is no channel"},
-      {WithAnswer("{pick: {channels: some}}"), "channels must be a list"},
+      {WithAnswer("{pick: {channels: {1: 2}}}"), "channels must be a list"},
+      {WithAnswer("{pick: {channels: [\" \"]}}"), "names no channel"},
       {WithAnswer("{pick: {values: {1: [2]}}}"), "values must be a text or a number"},
-      {WithAnswer("{form: {x: {one: 2}}}"), "\"one\" is no channel"},
+      {WithAnswer("{form: {x: {0: 2}}}"), "\"0\" is no channel"},
       {WithAnswer("{form: Filter}"), "form must be a map"},
       {WithStep(R"(info: "kept.json\0.txt")"), "r.yaml:3: info must be a path"},
       {WithStep(R"(do: file.load
@@ -146,6 +147,31 @@ TEST(RecipeReader, RefusesWhatItDoesNotKnowAndSaysWhere) {
   for (const auto& [text, expected] : cases) {
     EXPECT_NE(ErrorOf(text).find(expected), std::string::npos) << text << "\ngave: " << ErrorOf(text);
   }
+}
+
+TEST(RecipeReader, TellsAllFaultsAtOnceWithTheNameThatWasMeant) {
+  const std::string text = R"(velmora2: 1
+stepps: []
+steps:
+  - do: math.add
+    answrs: []
+  - do: math.add
+    answers:
+      - {pick: {chanels: [1]}}
+      - {box: Yes, titel: "${factr}"}
+      - form: {a: {0: 1}, b: [x], c: [0], found: perhaps}
+  - inf: x
+  - info: "${stem}${oxt}"
+)";
+  EXPECT_EQ(ErrorOf(text, {{"out", "o"}, {"factor", "2"}, {"stem", "s"}}),
+            "r.yaml:2: a recipe has no key \"stepps\"; did you mean \"steps\"?\n"
+            "r.yaml:5: a step has no key \"answrs\"; did you mean \"answers\"?\n"
+            "r.yaml:8: pick has no key \"chanels\"; did you mean \"channels\"?\n"
+            "r.yaml:9: an answer has no key \"titel\"; did you mean \"title\"?\n"
+            "r.yaml:10: \"0\" is no channel: channels count from 1\n"
+            "r.yaml:10: found must be true or false\n"
+            "r.yaml:11: a step has no key \"inf\"; did you mean \"info\"?\n"
+            "r.yaml:12: unknown variable ${oxt}; did you mean \"out\"?");
 }
 
 TEST(RecipeReader, HostileNestingIsAnErrorNotACrash) {

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <system_error>
 #include <vector>
 
@@ -81,7 +82,12 @@ void RemoveIfAbandoned(const std::string& path) {
   close(descriptor);
 }
 
+// Once is enough for a directory: ten thousand saves into one would look through it ten thousand times.
 void RemoveAbandoned(const std::string& directory) {
+  static std::set<std::string> cleaned;
+  if (!cleaned.insert(directory).second) {
+    return;
+  }
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(directory.c_str()), closedir);
   while (const dirent* entry = entries ? readdir(entries.get()) : nullptr) {
     if (std::string_view(entry->d_name).starts_with(kTemporary)) {
@@ -218,6 +224,7 @@ void OutputFile::Commit() {
   close(descriptor_);  // nothing is left to fail: the contents are on the disk
   descriptor_ = -1;
   SyncDirectory(directory_);
+  OutputGuard::Tell(target_);
 }
 
 }  // namespace velmora

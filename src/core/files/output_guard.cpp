@@ -8,9 +8,16 @@ namespace {
 
 OutputGuard* guarding = nullptr;  // files belong to the process, and so does this
 
+std::string Absolute(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  return error ? path : absolute.string();
+}
+
 }  // namespace
 
-OutputGuard::OutputGuard(Check check) : check_(std::move(check)), before_(std::exchange(guarding, this)) {}
+OutputGuard::OutputGuard(Check check, Written written)
+    : check_(std::move(check)), written_(std::move(written)), before_(std::exchange(guarding, this)) {}
 
 OutputGuard::~OutputGuard() {
   guarding = before_;
@@ -18,9 +25,13 @@ OutputGuard::~OutputGuard() {
 
 void OutputGuard::Ask(const std::string& path) {
   if (guarding != nullptr) {
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-    guarding->check_(error ? path : absolute.string());
+    guarding->check_(Absolute(path));
+  }
+}
+
+void OutputGuard::Tell(const std::string& path) {
+  if (guarding != nullptr && guarding->written_) {
+    guarding->written_(Absolute(path));
   }
 }
 

@@ -28,6 +28,7 @@ namespace velmora::ui {
 
 class BrowserPanel;
 class HistoryPanel;
+class RecipeDialog;
 class TrialPanel;
 class WelcomePanel;
 
@@ -79,6 +80,7 @@ class MainWindow : public QMainWindow {
   void AddToolBar();
   void AddOpenEntry();
   void AddRecentMenu();
+  void AddRecipeEntry();
   void AddViewOptions();
   void AddOptionsMenu();
   void AddFilterMenus(QMenu* menu);
@@ -116,6 +118,7 @@ class MainWindow : public QMainWindow {
   QDockWidget* historyDock_ = nullptr;
   QStackedWidget* middle_ = nullptr;
   QMenu* recent_ = nullptr;
+  RecipeDialog* recipes_ = nullptr;  // none until it is asked for
 };
 
 }  // namespace velmora::ui

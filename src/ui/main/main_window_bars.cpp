@@ -12,6 +12,7 @@
 #include "ui/main/about_dialog.hpp"
 #include "ui/main/icons.hpp"
 #include "ui/main/main_window.hpp"
+#include "ui/recipes/recipe_dialog.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -36,6 +37,7 @@ QAction* MainWindow::AddTool(QToolBar* bar, std::string_view id, int glyph, cons
 void MainWindow::AddBars() {
   AddOpenEntry();
   AddRecentMenu();
+  AddRecipeEntry();
   AddViewOptions();
   AddOptionsMenu();
   AddFamilyMenus();
@@ -99,6 +101,23 @@ void MainWindow::AddRecentMenu() {
     if (recent_->isEmpty()) {
       recent_->addAction(tr("None"))->setEnabled(false);
     }
+  });
+}
+
+void MainWindow::AddRecipeEntry() {
+  auto* run = new QAction(tr("R&un a recipe..."), this);
+  run->setObjectName(QStringLiteral("runRecipe"));
+  run->setStatusTip(tr("Does the steps of a recipe to any number of files, while the window stays as it is"));
+  menus_->Top("&File")->insertAction(menus_->Of("file.open-directory"), run);
+  connect(run, &QAction::triggered, this, [this] {
+    if (recipes_ == nullptr) {
+      recipes_ = new RecipeDialog(ToQt(workbench_.DataDir), this);
+      connect(recipes_, &RecipeDialog::TrialWanted, this,
+              [this](const QString& path) { opener_.Open(ToStd(path)); });
+    }
+    recipes_->show();
+    recipes_->raise();
+    recipes_->activateWindow();
   });
 }
 

@@ -1,0 +1,83 @@
+// velmora2-run --check: everything that is wrong with a recipe and its inputs, at once.
+#include "support/program_fixture.hpp"
+
+namespace velmora::test {
+namespace {
+
+class Check : public Program {};
+
+TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
+  const std::string trial = Trial("a.vmb", {{1, 2, 3}});
+  WriteFile(Path("empty.vmb"), "");
+  const std::string recipe = Recipe(R"(  - do: file.load
+    file: "${input}"
+  - do: smooth.butterwort
+  - do: smooth.digital
+    answers:
+      - form: {optPasType: 1, FilterCutoffs: {"EMG*": 20}, press: Fliter}
+  - do: math.square
+    answers: [{box: Yess}, {pick: {channels: [1], press: Proces}}]
+  - do: graph.single
+    answers:
+      - form: {channels: Fz, TxtWindw: 2}
+  - inf: x
+  - info: "${factr}.json"
+  - collect: "${out}/t.csv"
+    columns: {a: {channel: Fz, statistic: meen}}
+)");
+  const Ended run = Run({recipe, "--check", trial, Path("none.vmb"), Path("empty.vmb"), Path("./a.vmb"),
+                         "--set", "factor=1", "--out", Path("made"), "--transcript", Path("made.jsonl")});
+  EXPECT_EQ(run.status, 2);
+  const std::vector<std::pair<int, std::string>> expected = {
+      {5, "there is no command \"smooth.butterwort\"; did you mean \"smooth.butterworth\"?"},
+      {8, "no field \"optPasType\""},
+      {8, "no button \"Fliter\", but Filter, Zero-lag, Cancel; did you mean \"Filter\"?"},
+      {10, "no box has a button \"Yess\"; did you mean \"Yes\"?"},
+      {10, "no button \"Proces\"; did you mean \"Process\"?"},
+      {13, "no field \"TxtWindw\""},
+      {14, "a step has no key \"inf\"; did you mean \"info\"?"},
+      {15, "unknown variable ${factr}; did you mean \"factor\"?"},
+      {17, "there is no statistic \"meen\"; did you mean \"mean\"?"}};
+  std::istringstream lines(run.err);
+  std::vector<std::string> told;
+  for (std::string line; std::getline(lines, line);) {
+    told.push_back(line);
+  }
+  ASSERT_EQ(told.size(), expected.size() + 3) << run.err;
+  for (const auto& [line, why] : expected) {
+    const std::string place = recipe + ":" + std::to_string(line) + ": ";
+    EXPECT_TRUE(std::any_of(told.begin(), told.end(),
+                            [&](const std::string& text) {
+                              return text.starts_with(place) && text.find(why) != std::string::npos;
+                            }))
+        << line << ": " << why << "\n"
+        << run.err;
+  }
+  EXPECT_HAS(run.err, Path("none.vmb") + ": No such file");
+  EXPECT_HAS(run.err, Path("empty.vmb") + ": the file is empty");
+  EXPECT_HAS(run.err, Path("./a.vmb") + ": the input is given twice");
+  EXPECT_FALSE(std::filesystem::exists(Path("made")) || std::filesystem::exists(Path("made.jsonl")));
+}
+
+TEST_F(Check, FindsNoFaultInTheExamplesAndTouchesNoFile) {
+  const auto none = [this](const std::string& recipe) {
+    const Ended run = Run({"--check", recipe, "--set", "weight=720"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, recipe + ": no fault found\n");
+  };
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(EXAMPLES)) {
+    if (entry.path().extension() == ".yaml") {
+      none(entry.path().string());
+    }
+  }
+  const std::string kept = Trial("kept.vmb", {{1, 2, 3}});
+  const std::string bytes = ReadFile(kept);
+  none(Recipe(
+      "  - do: math.negate\n    answers: [pick: {channels: all}]\n  - do: save.vmb\n    answers: [file: \"" +
+      kept + "\"]\n  - info: \"" + kept + "\"\n  - do: file.delete\n    answers: [{file: \"" + kept +
+      "\"}, {box: Yes, optional: true}]\n"));
+  EXPECT_EQ(ReadFile(kept), bytes);
+}
+
+}  // namespace
+}  // namespace velmora::test
