@@ -60,6 +60,8 @@ constexpr std::array kPlaces = {
     MenuPlace{"analysis.scaling", kAnalysis},
     MenuPlace{"analysis.high-pass", kAnalysis},
     MenuPlace{"analysis.low-pass", kAnalysis},
+    MenuPlace{"filter.design", kAnalysis},
+    MenuPlace{"filter.residuals", kAnalysis},
     MenuPlace{"smooth.moving-average", kSmooth},
     MenuPlace{"smooth.butterworth", kSmooth},
     MenuPlace{"smooth.digital", kSmooth},
