@@ -12,6 +12,8 @@
 #include "emg/emg_statistics_form.hpp"
 #include "emg/envelope_preview.hpp"
 #include "emg/fatigue_form.hpp"
+#include "emg/maximums/maximums_form.hpp"
+#include "emg/maximums/normalize_form.hpp"
 #include "spectra/analysis_start.hpp"
 
 namespace velmora {
@@ -101,15 +103,33 @@ void RefuseTimeBase(Workbench& workbench, const char* why) {
               {.title = "Invalid Sampling Rate or Timebase", .text = why, .icon = Icon::Exclamation});
 }
 
+// Whether the samples can hold an EMG; told when they cannot.
+bool HoldsEmg(Workbench& workbench) {
+  if (IsTimeBased(workbench) && workbench.trial.Rate >= kLeastEmgRate) {
+    return true;
+  }
+  RefuseTimeBase(workbench, "Data not time based or sampling rate < 240 Hz.  Processing cannot continue.");
+  return false;
+}
+
 void Fatigue(Workbench& workbench) {
-  if (!Begin(workbench)) {
-    return;
+  if (Begin(workbench) && HoldsEmg(workbench)) {
+    AnalyseOverTime(workbench, "EMG Fatigue Analysis");
   }
-  if (!IsTimeBased(workbench) || !(workbench.trial.Rate >= kLeastEmgRate)) {
-    RefuseTimeBase(workbench, "Data not time based or sampling rate < 240 Hz.  Processing cannot continue.");
-    return;
+}
+
+void Normalize(Workbench& workbench) {
+  if (Begin(workbench) && HoldsEmg(workbench)) {
+    NormalizeEnvelopes(workbench);
   }
-  AnalyseOverTime(workbench, "EMG Fatigue Analysis");
+}
+
+// An analysis of another file, begun as every entry.
+template <void (*analysis)(Workbench&)>
+void Analyse(Workbench& workbench) {
+  if (Begin(workbench)) {
+    analysis(workbench);
+  }
 }
 
 void TimeSeries(Workbench& workbench) {
@@ -188,6 +208,8 @@ constexpr std::array kEmgCommands = {
             Forward<kHarmonicRegression>},
     Command{"emg.fatigue", "Fati&gue analysis", kMenu, Needs::Data, Fatigue},
     Command{"emg.linear-envelope", "Linear envelope EMG", kMenu, Needs::Data, LinearEnvelope},
+    Command{"emg.maximums", "Determine Maximums (MVCs)", kMenu, Needs::Data, Analyse<DetermineMaximums>},
+    Command{"emg.normalize", "Normalize LE-EMGs", kMenu, Needs::Data, Normalize},
     Command{"emg.rms", "RMS EMG", kMenu, Needs::Data, Forward<kRms>},
     Command{"emg.smoothing", "Smoothing (filtering)", kMenu, Needs::Data, Forward<kFilters>},
     Command{"emg.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Forward<kMav>},

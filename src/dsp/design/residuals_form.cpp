@@ -90,7 +90,7 @@ bool ResidualsForm::Compute() {
       channels);
   TellUnfound(all);
   OfferCutoffs(all);
-  ShowResults(workbench_, ResultsOf(all));
+  results_ = ResultsOf(all);
   return true;
 }
 
@@ -204,7 +204,10 @@ FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
 void FindCutoffsByResiduals(Workbench& workbench) {
   if (workbench.trial.NData > 0 && HasTimeBase(workbench)) {
     const SampleRange range = AskCursorRange(workbench);
-    ResidualsForm(workbench, range).Ask();
+    ResidualsForm form(workbench, range);
+    if (form.Ask()) {
+      ShowResults(workbench, form.TakeResults());
+    }
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "core/questions/analysis_form.hpp"
@@ -16,6 +17,9 @@ namespace velmora {
 class ResidualsForm : public AnalysisForm {
  public:
   ResidualsForm(Workbench& workbench, SampleRange range);
+
+  /// What was found.
+  [[nodiscard]] Results TakeResults() { return std::move(results_); }
 
  private:
   struct Found {
@@ -43,6 +47,7 @@ class ResidualsForm : public AnalysisForm {
   double lineFrom_ = 0.0;  // Hz
   bool use_ = true;
   std::vector<float> cutoffs_;
+  Results results_;
 };
 
 /// Asks for the range, then the dialogue. Refuses a trial that is not over time.

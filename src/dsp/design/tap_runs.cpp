@@ -4,40 +4,10 @@
 #include <cstddef>
 
 #include "dsp/design/reflection.hpp"
+#include "dsp/design/sliding_sums.hpp"
 
 namespace velmora {
 namespace {
-
-namespace tap_sse2 {
-#define LANES 2
-#include "dsp/design/tap_lanes.inc"
-#undef LANES
-}  // namespace tap_sse2
-
-SIMD_BEGIN_AVX2
-namespace tap_avx2 {
-#define LANES 4
-#include "dsp/design/tap_lanes.inc"
-#undef LANES
-}  // namespace tap_avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512
-namespace tap_avx512 {
-#define LANES 8
-#include "dsp/design/tap_lanes.inc"
-#undef LANES
-}  // namespace tap_avx512
-SIMD_END
-
-double SumOne(const double* x, std::span<const double> taps) {
-  double sum = 0.0;
-  const double* from = x + taps.size() - 1;
-  for (const double tap : taps) {
-    sum += tap * *from--;
-  }
-  return sum;
-}
 
 struct Ends {
   std::vector<double> head;
@@ -109,26 +79,6 @@ class TapChannel {
 
 }  // namespace
 
-void SumTaps(const double* x, std::span<const double> taps, std::int64_t outputs, double* y,
-             SimdLevel level) {
-  const auto count = static_cast<long>(taps.size());
-  long done = 0;
-  switch (level) {
-    case SimdLevel::Avx512:
-      done = tap_avx512::SumMany(x, taps.data(), count, outputs, y);
-      break;
-    case SimdLevel::Avx2:
-      done = tap_avx2::SumMany(x, taps.data(), count, outputs, y);
-      break;
-    case SimdLevel::Sse2:
-      done = tap_sse2::SumMany(x, taps.data(), count, outputs, y);
-      break;
-  }
-  for (; done < outputs; ++done) {
-    y[done] = SumOne(x + done, taps);
-  }
-}
-
 void RunTaps(Trial& trial, const ChannelList& channels, const TapFilter& filter, RunDirection direction,
              SimdLevel level, const Turn& turn) {
   std::vector<TapChannel> all;
@@ -155,7 +105,7 @@ void RunTapsPlain(std::span<double> x, const TapFilter& filter, RunDirection dir
     all = ContinuedByReflection(x, filter.Half());
   }
   for (std::size_t i = 0; i < n; ++i) {
-    x[i] = SumOne(all.data() + i, filter.taps);
+    x[i] = SumTapsPlain(all.data() + i, filter.taps);
   }
 }
 

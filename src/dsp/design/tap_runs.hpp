@@ -29,8 +29,4 @@ void RunTaps(Trial& trial, const ChannelList& channels, const TapFilter& filter,
              SimdLevel level = MachineSimdLevel(), const Turn& turn = {});
 void RunTapsPlain(std::span<double> x, const TapFilter& filter, RunDirection direction);
 
-/// Sliding sums of 64-bit numbers: y(o) = sum of taps(k) x(o + m - 1 - k) for o = 0 .. outputs - 1, k
-/// ascending. What RunTaps and the polynomial smoothing stand on; x has outputs + m - 1 samples.
-void SumTaps(const double* x, std::span<const double> taps, std::int64_t outputs, double* y, SimdLevel level);
-
 }  // namespace velmora
