@@ -11,6 +11,8 @@
 #include "emg/emg_kernels.hpp"
 #include "emg/emg_statistics_form.hpp"
 #include "emg/envelope_preview.hpp"
+#include "emg/epochs/epoch_view.hpp"
+#include "emg/epochs/integrate_reset_form.hpp"
 #include "emg/fatigue_form.hpp"
 #include "emg/maximums/maximums_form.hpp"
 #include "emg/maximums/normalize_form.hpp"
@@ -195,8 +197,10 @@ constexpr char kRms[] = "smooth.rms";
 constexpr char kFilters[] = "smooth.butterworth";
 constexpr char kMav[] = "smooth.mav";
 constexpr char kAbsolute[] = "math.absolute";
+constexpr char kEpochs[] = "integrate.epoch";
 
 constexpr std::string_view kMenu = "&Analysis/&EMG";
+constexpr std::string_view kIntegrals = "&Analysis/&Integration statistics";
 
 constexpr std::array kEmgCommands = {
     Command{"fourier.time-series", "Time series Fourier Analysis", "&Analysis/&Fourier analysis", Needs::Data,
@@ -207,14 +211,17 @@ constexpr std::array kEmgCommands = {
     Command{"emg.fourier", "Fourier analysis by harmonic regression", kMenu, Needs::Data,
             Forward<kHarmonicRegression>},
     Command{"emg.fatigue", "Fati&gue analysis", kMenu, Needs::Data, Fatigue},
+    Command{"emg.integrate-epoch", "Integrate by Epoch", kMenu, Needs::Data, Forward<kEpochs>},
     Command{"emg.linear-envelope", "Linear envelope EMG", kMenu, Needs::Data, LinearEnvelope},
     Command{"emg.maximums", "Determine Maximums (MVCs)", kMenu, Needs::Data, Analyse<DetermineMaximums>},
     Command{"emg.normalize", "Normalize LE-EMGs", kMenu, Needs::Data, Normalize},
     Command{"emg.rms", "RMS EMG", kMenu, Needs::Data, Forward<kRms>},
     Command{"emg.smoothing", "Smoothing (filtering)", kMenu, Needs::Data, Forward<kFilters>},
+    Command{"emg.integrate-reset", "Integrate and Reset", kMenu, Needs::Data, Analyse<IntegrateWithReset>},
     Command{"emg.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Forward<kMav>},
     Command{"emg.rectify", "Full-&Wave rectify (absolute values)", kMenu, Needs::Data, Forward<kAbsolute>},
     Command{"emg.rectify-integrate", "Rectif&y && Integrate", kMenu, Needs::Data, RectifyIntegrate},
+    Command{"integrate.epoch", "Integrate by &Epoch", kIntegrals, Needs::Data, Analyse<IntegrateByEpoch>},
 };
 
 }  // namespace
