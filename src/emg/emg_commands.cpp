@@ -8,6 +8,8 @@
 #include "dsp/channel_picking.hpp"
 #include "dsp/filters/filter_and_tell.hpp"
 #include "emg/apdf_form.hpp"
+#include "emg/bursts/co_contraction_form.hpp"
+#include "emg/bursts/onsets_form.hpp"
 #include "emg/emg_kernels.hpp"
 #include "emg/emg_statistics_form.hpp"
 #include "emg/envelope_preview.hpp"
@@ -221,6 +223,8 @@ constexpr std::array kEmgCommands = {
     Command{"emg.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Forward<kMav>},
     Command{"emg.rectify", "Full-&Wave rectify (absolute values)", kMenu, Needs::Data, Forward<kAbsolute>},
     Command{"emg.rectify-integrate", "Rectif&y && Integrate", kMenu, Needs::Data, RectifyIntegrate},
+    Command{"emg.onsets", "&Onsets and offsets", kMenu, Needs::Data, Analyse<FindOnsets>},
+    Command{"emg.co-contraction", "&Co-contraction", kMenu, Needs::Data, Analyse<FindCoContraction>},
     Command{"integrate.epoch", "Integrate by &Epoch", kIntegrals, Needs::Data, Analyse<IntegrateByEpoch>},
 };
 

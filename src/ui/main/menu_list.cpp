@@ -97,6 +97,8 @@ constexpr std::array kPlaces = {
     MenuPlace{"emg.mav", kEmg, "Mean Absolute &Value (MAV)"},
     MenuPlace{"emg.rectify", kEmg, "Full-&Wave rectify (absolute values)"},
     MenuPlace{"emg.rectify-integrate", kEmg, "Rectif&y && Integrate"},
+    MenuPlace{"emg.onsets", kEmg},
+    MenuPlace{"emg.co-contraction", kEmg},
     MenuPlace{"plates.show", kPlates},
     MenuPlace{"plates.change-type", kPlates},
     MenuPlace{"plates.edit", kPlates},
