@@ -119,7 +119,7 @@ TEST_F(Onsets, EveryBaselineAndItsRefusals) {
   EXPECT_EQ(refused({{"channels 1", "yes"}, {"txtSDs", "0"}}),
             "Invalid Entry|Standard deviations must be from 0.5 to 20.");
   EXPECT_EQ(refused({{"channels 1", "yes"}, {"txtEnvelope", "500"}}),
-            "Invalid Entry|Envelope cut-off (Hz, 0 = none) must be from 0 to 500.");
+            "Invalid Entry|Envelope cut-off must be from 0 to 500.");
   trial.Data(7, 1) = INFINITY;
   EXPECT_EQ(refused({{"channels 1", "yes"}}),
             "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 2000.");

@@ -77,6 +77,7 @@ void FilterDesignForm::AddRunFields() {
   AddChannels("channels", "&Channels", channels_);
   AddChoice("optPicture", "Pict&ure of", picture_,
             {"Gain in dB", "Gain", "Phase", "Delay", "Impulse response", "Step response"});
+  fields_.push_back({.name = "txtAtEdges", .caption = "", .target = &atEdges_, .readOnly = true});
 }
 
 bool FilterDesignForm::IsZeroLag() const {
@@ -119,6 +120,7 @@ void FilterDesignForm::ShowOwnFields() {
   }
   show("txtNumerator", family_ == kCoefficients);
   show("txtDenominator", family_ == kCoefficients);
+  show("txtAtEdges", HasEdges() || family_ == kCfc);
   show("optDirection", family_ != kCfc && family_ != kSavitzkyGolay);
   show("chkKeepCutoff", IsZeroLag() && (family_ == kButterworth || family_ == kNotch));
   for (FormField& field : fields_) {
@@ -130,7 +132,8 @@ void FilterDesignForm::ShowOwnFields() {
 
 std::vector<double> FilterDesignForm::Edges() const {
   if (family_ == kCfc) {
-    return {};
+    const double edge = kCfcClasses.at(static_cast<std::size_t>(class_)) / 0.6;
+    return edge < workbench_.trial.Rate / 2 ? std::vector<double>{edge} : std::vector<double>{};
   }
   if (family_ == kNotch) {
     std::vector<double> notches;

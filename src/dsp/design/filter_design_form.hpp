@@ -84,6 +84,7 @@ class FilterDesignForm : public AnalysisForm {
   bool keepCutoff_ = true;
   ChannelFlags channels_{};
   std::int32_t picture_ = kGainDb;
+  std::string atEdges_;
   std::string whyNot_;  // the filter cannot be built; empty when it can
 };
 

@@ -50,8 +50,24 @@ struct Coefficients {
   }
 };
 
+// Even steps besides the ratios: the stop band of a long filter has its ripples side by side.
 std::vector<double> Frequencies(const std::vector<double>& edges, double rate) {
-  return ResponseFrequencies(edges.empty() ? std::vector<double>{rate / 20} : edges, rate);
+  constexpr int even = 512;
+  std::vector<double> all = ResponseFrequencies(edges.empty() ? std::vector<double>{rate / 20} : edges, rate);
+  for (int k = 1; k < even; ++k) {
+    all.push_back(rate / 2 * k / even);
+  }
+  std::sort(all.begin(), all.end());
+  all.erase(std::unique(all.begin(), all.end()), all.end());
+  return all;
+}
+
+// A notch has no level at its middle.
+std::string LevelAt(const PlannedPoint& point) {
+  constexpr double nothing = -200;
+  const double level = Decibels(point.gain);
+  return (level < nothing ? "nothing" : FormatNumber(level, "0.00") + " dB") + " at " +
+         PlainNumber(point.frequency) + " Hz";
 }
 
 template <typename Value>
@@ -79,6 +95,7 @@ void FilterDesignForm::Update() {
   ShowOwnFields();
   tables_.clear();
   whyNot_.clear();
+  atEdges_.clear();
   const int resets = graph_ ? graph_->resets + 1 : 0;
   graph_ = FormGraph{.background = FormGraph::Background::White, .resets = resets};
   try {
@@ -151,6 +168,7 @@ void FilterDesignForm::FillTables(const PlannedFilter& filter, const std::vector
     response.rows.push_back({point.frequency, point.gain, Decibels(point.gain), point.phase, point.delay});
     if (std::find(at.begin(), at.end(), point.frequency) != at.end()) {
       edges.rows.push_back(response.rows.back());
+      atEdges_ += (atEdges_.empty() ? (IsZeroLag() ? "In all: " : "") : ", ") + LevelAt(point);
     }
   }
   ResultTable coefficients = std::visit(Coefficients{}, filter.kind);
@@ -158,10 +176,8 @@ void FilterDesignForm::FillTables(const PlannedFilter& filter, const std::vector
   coefficients.title = "Coefficients of one run";
   response.hidden = true;
   coefficients.hidden = true;
-  edges.hidden = edges.rows.empty();
+  edges.hidden = true;
   edges.title = "At the edges, all runs together";
-  edges.formats = {ThroughPattern("0.00"), ThroughPattern("0.0000"), ThroughPattern("0.00"),
-                   ThroughPattern("0.0"), ThroughPattern("0.0000")};
   tables_ = {std::move(response), std::move(coefficients), std::move(edges)};
 }
 

@@ -113,7 +113,10 @@ class PhaseWalk {
 
   double To(double frequency) {
     if (IsCentred(filter_) || filter_.IsWithoutLag()) {
-      return PhaseWithoutLag(frequency);
+      return PhaseWithoutLag(AllRuns(filter_, all_, frequency));
+    }
+    if (std::holds_alternative<TapFilter>(filter_.kind)) {
+      return PhaseOfTaps(frequency);
     }
     const double way = frequency - at_;
     const double steps = std::fmax(1.0, std::ceil(way / longest_));
@@ -132,11 +135,16 @@ class PhaseWalk {
     }
   }
 
-  [[nodiscard]] double PhaseWithoutLag(double frequency) const {
-    const Complex response = AllRuns(filter_, all_, frequency);
+  static double PhaseWithoutLag(Complex response) {
     constexpr double quarter = 90;
     const double turned = std::round(Degrees(std::arg(response)) / quarter) * quarter;
     return std::abs(response) > 1e-14 ? turned : 0.0;
+  }
+
+  // Symmetric taps delay all frequencies alike; many would make a long walk.
+  [[nodiscard]] double PhaseOfTaps(double frequency) const {
+    const double turns = frequency / filter_.rate * HalfOf(filter_);
+    return PhaseWithoutLag(AllRuns(filter_, all_, frequency) * std::polar(1.0, 2 * Pi * turns)) - 360 * turns;
   }
 
   const PlannedFilter& filter_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/missing_samples.hpp"
@@ -29,10 +30,14 @@ ResidualsForm::ResidualsForm(Workbench& workbench, SampleRange range)
   from_ = rate / 200;
   to_ = 0.95 * std::pow(std::sqrt(2.0) - 1, 0.25) * highest;
   AddChannels("channels", "&Channels", channels_);
-  AddNumber("txtFrom", "&From", from_, within).units = "Hz";
-  AddNumber("txtTo", "&To", to_, within).units = "Hz";
+  FormField& from = AddNumber("txtFrom", "&From", from_, within);
+  from.units = "Hz";
+  from.pattern = "0.00##";
+  FormField& to = AddNumber("txtTo", "&To", to_, within);
+  to.units = "Hz";
+  to.pattern = "0.00##";
   AddCount("txtSteps", "&Steps", steps_, {20, 1000});
-  AddNumber("txtLinearity", "&Linearity (r squared of the straight part)", linearity_, {0.5, 0.9999});
+  AddNumber("txtLinearity", "&Linearity (r squared)", linearity_, {0.5, 0.9999});
   AddNumber("txtLineFrom", "Line f&rom (0: found)", lineFrom_,
             {.lowest = 0, .highest = highest, .openAbove = true})
       .units = "Hz";
@@ -170,7 +175,7 @@ ResultTable ResidualsForm::CurveTable(const std::vector<Found>& all) const {
 // The curve, its line on to 0 Hz, and from there level to where the curve comes down to it.
 FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
   const Trial& trial = workbench_.trial;
-  FormGraph graph{.title = "Residuals, " + trial.FileName,
+  FormGraph graph{.title = "Residuals, " + FileNamePart(trial.FileName),
                   .x = {.minimum = 0, .maximum = cutoffs_.back(), .caption = "Cut-off frequency (Hz)"},
                   .y = {.minimum = 0, .maximum = 0, .caption = "Residual"},
                   .background = FormGraph::Background::White};

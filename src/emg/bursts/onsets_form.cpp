@@ -29,8 +29,9 @@ void OnsetsForm::AddEnvelopeFields() {
   AddChannels("channels", "&Channels", channels_);
   AddFlag("chkTeager", "&Teager-Kaiser first", envelope_.teagerKaiser);
   AddFlag("chkRectify", "&Rectify", envelope_.rectify);
-  AddNumber("txtEnvelope", "&Envelope cut-off (Hz, 0 = none)", envelope_.cutoff,
-            {.lowest = 0, .highest = workbench_.trial.Rate / 2, .openAbove = true});
+  AddNumber("txtEnvelope", "&Envelope cut-off", envelope_.cutoff,
+            {.lowest = 0, .highest = workbench_.trial.Rate / 2, .openAbove = true})
+      .units = "Hz, 0 = none";
 }
 
 void OnsetsForm::AddThresholdFields() {

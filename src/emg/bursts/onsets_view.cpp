@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
@@ -10,8 +11,8 @@
 namespace velmora {
 namespace {
 
-constexpr int kEnvelopeColour = 4;
-constexpr int kSignalColour = 8;
+constexpr int kEnvelopeColour = 3;
+constexpr int kSignalColour = 9;
 constexpr std::size_t kMostBands = 500;  // of a picture
 
 std::string LabelOf(const Trial& trial, int channel) {
@@ -108,7 +109,7 @@ OnsetsView::OnsetsView(Workbench& workbench, const OnsetsForm& form)
 void OnsetsView::Draw() {
   const Trial& trial = workbench_.trial;
   const ChannelBursts& of = found_[static_cast<std::size_t>(shown_)];
-  FormGraph graph{.title = LabelOf(trial, of.channel) + ", " + trial.FileName,
+  FormGraph graph{.title = LabelOf(trial, of.channel) + ", " + FileNamePart(trial.FileName),
                   .x = {.caption = "Time (s)"},
                   .y = {.caption = Trim(trial.ChanUnits[of.channel].Text())},
                   .background = FormGraph::Background::White,
@@ -134,7 +135,7 @@ void OnsetsView::Draw() {
                            .to = TimeAt(trial, range_, of.bursts[b].off),
                            .text = std::to_string(b + 1),
                            .colour = kEnvelopeColour,
-                           .strength = 0.3,
+                           .strength = 0.8,
                            .above = true});
   }
   FormGraph::Plot threshold{.name = "threshold",

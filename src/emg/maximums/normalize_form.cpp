@@ -44,10 +44,11 @@ NormalizeForm::NormalizeForm(Workbench& workbench)
   AddChoice("optSource", "Maximums f&rom", source_,
             {"&Stored maximums", "Maximums from a &file", "Largest value of each c&hannel", "&Entered"})
       .edited = [this] { Fill(); };
-  fields_.push_back(
-      {.name = "Maximums", .caption = "Maximum (0 means no action)", .target = &maximums_, .edited = [this] {
-         from_[EditedChannel()] = "entered";
-       }});
+  fields_.push_back({.name = "Maximums",
+                     .caption = "Maximum",
+                     .target = &maximums_,
+                     .prompt = "0 means no action.",
+                     .edited = [this] { from_[EditedChannel()] = "entered"; }});
   AddChannels("channels", "&Channels", channels_);
   AddButtons("&Normalize");
   Fill();
@@ -178,8 +179,9 @@ void NormalizeForm::Normalize(const ChannelList& channels) {
         {ChannelNumber(c), LabelOf(trial, c), maximums_[c], from_[c], peak, static_cast<double>(above)});
   }
   MarkChanged(workbench_, true);
-  DidEach(workbench_, channels,
-          [this](int c) { return "Normalized to " + PlainNumber(maximums_[c]) + " = 100 %"; });
+  DidEach(workbench_, channels, [this](int c) {
+    return "Normalized to " + FormatNumber(maximums_[c], workbench_.patterns.ValuePattern) + " = 100 %";
+  });
   results_ = {.name = "frmNormalize",
               .title = "Percent of maximum",
               .file = {.what = "Normalization", .extension = ".tab"},
