@@ -75,7 +75,9 @@ bool FilterDesignForm::Compute() {
     return false;
   }
   KeepCutoffs(channels);
-  workbench_.results.ResultTables = tables_;
+  for (const ResultTable& table : tables_) {
+    KeepTable(workbench_.results.ResultTables, table);
+  }
   MarkChanged(workbench_, true);
   Did(workbench_, Words(), channels);
   return true;

@@ -56,15 +56,7 @@ std::span<const RowKernel> RowKernelsOf(SimdLevel level) {
                                        section_avx2::Kernel<4>()};
   static constexpr std::array kAvx512 = {section_avx512::Kernel<1>(), section_avx512::Kernel<2>(),
                                          section_avx512::Kernel<4>()};
-  switch (level) {
-    case SimdLevel::Avx512:
-      return kAvx512;
-    case SimdLevel::Avx2:
-      return kAvx2;
-    case SimdLevel::Sse2:
-      break;
-  }
-  return kSse2;
+  return AtLevel<std::span<const RowKernel>>(level, kSse2, kAvx2, kAvx512);
 }
 
 struct SectionState {
