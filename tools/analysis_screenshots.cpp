@@ -57,8 +57,20 @@ void ShowFilterDesign(Photographer& photographer) {
 }
 
 void ShowResiduals(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill =
+      Channels({0}, [](QWidget* dialog) { Type(dialog, "txtLinearity", QStringLiteral("0.95")); });
   Run(window, photographer, "filter.residuals",
-      {{"frmResiduals", "Compute", "residuals", Channels({0})}, {"frmResiduals", "Exit", "residual-curve"}});
+      {{"frmResiduals", "Compute", "residuals", fill}, {"frmResiduals", "Exit", "residual-curve"}});
+}
+
+void ShowSlopes(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = [](QWidget* dialog) { Type(dialog, "txtInterval", QStringLiteral("1")); };
+  Run(window, photographer, "emg.fatigue",
+      {{"frmFatigue", "Select Channel", nullptr, fill},
+       {"frmChoose", "Process", nullptr, Pick({0})},
+       {"frmFatigueTable", "Graph", "fatigue-slope-table"},
+       {"frmFatigueTable", "Done", "fatigue-slopes"},
+       {"frmFatigue", "Exit"}});
 }
 
 void ShowMaximums(ui::MainWindow& window, Photographer& photographer) {
@@ -90,6 +102,8 @@ void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::
   ShowIntegrals(window, photographer);
   Open(window, data / "reaching.vmb");
   ShowResiduals(window, photographer);
+  Open(window, data / "hold-first.vmb");
+  ShowSlopes(window, photographer);
 }
 
 }  // namespace velmora::pictures

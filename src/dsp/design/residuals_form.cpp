@@ -190,7 +190,7 @@ FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
     graph.plots.push_back(std::move(curve));
     if (const auto& line = found.line) {
       graph.plots.push_back(
-          {.name = "line",
+          {.name = "line of " + LabelOf(trial, found.channel),
            .colour = 0,
            .x = {line->cutoff, 0, double{cutoffs_.back()}},
            .y = {line->atZero, line->atZero, line->atZero + line->slope * cutoffs_.back()}});

@@ -51,6 +51,11 @@ NormalizeForm::NormalizeForm(Workbench& workbench)
                      .edited = [this] { from_[EditedChannel()] = "entered"; }});
   AddChannels("channels", "&Channels", channels_);
   AddButtons("&Normalize");
+  buttons_.insert(buttons_.end() - 1, StayButton("&Read file...", [this] {
+                    if (ReadFile()) {
+                      source_ = kFile;
+                    }
+                  }));
   Fill();
 }
 
@@ -84,6 +89,7 @@ bool NormalizeForm::ReadFile() {
   try {
     if (const auto all = ReadMaximums(paths.front())) {
       TakeFrom(*all, paths.front());
+      fileRead_ = true;
       return true;
     }
     ShowRefusal(workbench_, {.title = "Invalid File Format",
@@ -104,7 +110,7 @@ void NormalizeForm::Fill() {
     case kStored:
       return TakeFrom(workbench_.emg.Maximums, "stored");
     case kFile:
-      if (!ReadFile()) {
+      if (!fileRead_) {  // the press asks for it
         maximums_.fill(0.0);
       }
       return;
@@ -148,6 +154,9 @@ ChannelList NormalizeForm::Ready() {
 bool NormalizeForm::Compute() {
   if (SelectedChannels(workbench_.trial, channels_).empty()) {
     RefuseTooFewChannels(workbench_, 1);
+    return false;
+  }
+  if (source_ == kFile && !fileRead_ && !ReadFile()) {
     return false;
   }
   const ChannelList ready = Ready();

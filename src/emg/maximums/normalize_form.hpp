@@ -30,6 +30,7 @@ class NormalizeForm : public AnalysisForm {
   void Normalize(const ChannelList& channels);
 
   std::int32_t source_ = kStored;
+  bool fileRead_ = false;
   ChannelNumbers maximums_{};
   ChannelFlags channels_{};
   PerChannel<std::string> from_;
