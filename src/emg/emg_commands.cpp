@@ -225,6 +225,8 @@ constexpr std::array kEmgCommands = {
     Command{"emg.rectify-integrate", "Rectif&y && Integrate", kMenu, Needs::Data, RectifyIntegrate},
     Command{"emg.onsets", "&Onsets and offsets", kMenu, Needs::Data, Analyse<FindOnsets>},
     Command{"emg.co-contraction", "&Co-contraction", kMenu, Needs::Data, Analyse<FindCoContraction>},
+    Command{"values.maximums", "&Maximums", "&Multi-axis graph/&Values", Needs::View,
+            DetermineMaximumsOfView},
     Command{"integrate.epoch", "Integrate by &Epoch", kIntegrals, Needs::Data, Analyse<IntegrateByEpoch>},
 };
 

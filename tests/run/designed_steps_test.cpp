@@ -50,6 +50,14 @@ TEST_F(DesignedSteps, EveryCommandRunsAndItsTablesAreInTheInfo) {
     answers:
       - form: {channels: {1: true, 2: true}, press: Compute}
       - form: {press: Exit}
+  - do: graph.multi
+    answers:
+      - form: {channels: [2]}
+  - view: {key: "2"}
+  - do: values.maximums
+    answers:
+      - form: {txtWindow: 0.1, press: Compute}
+      - form: {press: Exit}
   - do: emg.co-contraction
     answers:
       - form: {press: Compute}

@@ -10,6 +10,8 @@
 #include "core/trial/refusals.hpp"
 #include "dsp/design/cancellable_run.hpp"
 #include "emg/maximums/stored_maximums.hpp"
+#include "graph/multi/multi_values.hpp"
+#include "graph/multi/multi_view.hpp"
 
 namespace velmora {
 namespace {
@@ -31,8 +33,8 @@ std::string LabelOf(const Trial& trial, int channel) {
 
 }  // namespace
 
-MaximumsForm::MaximumsForm(Workbench& workbench, SampleRange range)
-    : AnalysisForm(workbench, "frmMaximums", "Determine Maximums"), range_(range) {
+MaximumsForm::MaximumsForm(Workbench& workbench, SampleRange range, const ChannelFlags& channels)
+    : AnalysisForm(workbench, "frmMaximums", "Determine Maximums"), range_(range), channels_(channels) {
   AddChoice("optMethod", "&Method", method_,
             {"&Largest absolute value", "&Mean absolute value of a window", "&RMS of a window",
              "M&ean of a window (envelopes)"})
@@ -117,14 +119,34 @@ void MaximumsForm::Store(const ChannelList& channels, const std::vector<WindowMa
   Did(workbench_, words, channels);
 }
 
-void DetermineMaximums(Workbench& workbench) {
-  if (workbench.trial.NData < 1 || !HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  if (MaximumsForm(workbench, range).Ask()) {
+namespace {
+
+void AskAndShow(Workbench& workbench, SampleRange range, const ChannelFlags& channels) {
+  if (MaximumsForm(workbench, range, channels).Ask()) {
     MaximumsView(workbench, "Maximums of this session, over all trials").Show(workbench);
   }
+}
+
+}  // namespace
+
+void DetermineMaximums(Workbench& workbench) {
+  if (workbench.trial.NData > 0 && HasTimeBase(workbench)) {
+    AskAndShow(workbench, AskCursorRange(workbench), {});
+  }
+}
+
+void DetermineMaximumsOfView(Workbench& workbench) {
+  MultiView& view = OpenMultiView(workbench);
+  if (!HasTimeBase(workbench)) {
+    return;
+  }
+  ChannelFlags shown{};
+  for (const int graph : view.ShownGraphs()) {
+    for (const int channel : view.ChannelsOf(graph)) {
+      shown[channel] = true;
+    }
+  }
+  AskAndShow(workbench, CorrectedRange(workbench.trial), shown);
 }
 
 }  // namespace velmora

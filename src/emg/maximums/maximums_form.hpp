@@ -9,7 +9,8 @@ namespace velmora {
 /// The reference contraction: the largest window of each channel goes to the stored maximums.
 class MaximumsForm : public AnalysisForm {
  public:
-  MaximumsForm(Workbench& workbench, SampleRange range);
+  /// `channels`: those that are chosen to begin with.
+  MaximumsForm(Workbench& workbench, SampleRange range, const ChannelFlags& channels = {});
 
  private:
   bool Compute() override;
@@ -26,5 +27,8 @@ class MaximumsForm : public AnalysisForm {
 /// Asks for the range, then the dialogue, and shows all maximums of the session. Refuses a trial that is not
 /// over time.
 void DetermineMaximums(Workbench& workbench);
+
+/// The same from the multi-axis graph: between its cursors, of the channels on view.
+void DetermineMaximumsOfView(Workbench& workbench);
 
 }  // namespace velmora
