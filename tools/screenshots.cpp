@@ -1,24 +1,25 @@
-// velmora2-screenshots DIR [light|dark]: walks through the program and keeps a picture of every window.
+// velmora2-screenshots DIR light|dark [analyses|ensemble]: walks through the program, or a part of it, and
+// keeps a picture of every window.
 #include <QComboBox>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
-#include <deque>
 #include <filesystem>
 #include <random>
 
+#include "analysis_screenshots.hpp"
 #include "app/command_table.hpp"
 #include "core/trial/helpers.hpp"
+#include "photographer.hpp"
 #include "run/recipe_questions.hpp"
 #include "sample_trials.hpp"
 #include "ui/main/main_window.hpp"
 #include "ui/main/theme.hpp"
-#include "ui/person.hpp"
 
 namespace {
 
 using namespace velmora;
-namespace fs = std::filesystem;
+using namespace velmora::pictures;
 
 constexpr QSize kWindow{1280, 800};
 constexpr int kHintGoes = 8500;  // ms until the graph is without its hint
@@ -59,63 +60,6 @@ std::string Write(const fs::path& directory, const char* name, void (*make)(Tria
   return path;
 }
 
-class Photographer {
- public:
-  Photographer(ui::MainWindow& window, fs::path to, QString suffix)
-      : window_(window), to_(std::move(to)), suffix_(std::move(suffix)) {}
-
-  void Keep(QWidget* shown, const char* name) {
-    QTest::qWait(120);
-    const QString path = QString::fromStdString((to_ / name).string()) + QStringLiteral("-") + suffix_ +
-                         QStringLiteral(".png");
-    if (!shown->grab().save(path)) {
-      throw std::runtime_error("cannot write " + path.toStdString());
-    }
-    std::printf("%s\n", path.toUtf8().constData());
-  }
-
-  /// Two windows as they stand on the screen, `front` above.
-  void KeepScreen(QWidget& front, QWidget& behind, const char* name) {
-    QTest::qWait(120);
-    const QRect all = front.geometry() | behind.geometry();
-    QImage image(all.size(), QImage::Format_RGB32);
-    image.fill(front.palette().color(QPalette::Mid));
-    QPainter painter(&image);
-    for (QWidget* window : {&behind, &front}) {
-      painter.drawPixmap(window->geometry().topLeft() - all.topLeft(), window->grab());
-    }
-    painter.end();
-    const QString path = QString::fromStdString((to_ / name).string()) + QStringLiteral("-") + suffix_ +
-                         QStringLiteral(".png");
-    if (!image.save(path)) {
-      throw std::runtime_error("cannot write " + path.toStdString());
-    }
-    std::printf("%s\n", path.toUtf8().constData());
-  }
-
-  /// Runs a command and keeps its dialogue, which `fill` may work on first and `leave` leaves.
-  void Dialogue(const char* id, const QString& window, const char* name, const QString& leave,
-                const test::Person::Act& fill = {}) {
-    person_.When(window, [this, name, leave, fill](QWidget* dialog) {
-      if (fill) {
-        fill(dialog);
-      }
-      Keep(dialog, name);
-      test::Person::Press(dialog, leave);
-    });
-    window_.RunCommand(*FindCommand(id));
-    person_.Work();
-  }
-
-  test::Person& Helper() { return person_; }
-
- private:
-  ui::MainWindow& window_;
-  fs::path to_;
-  QString suffix_;
-  test::Person person_;
-};
-
 QTableView* TableOf(QWidget* dialog) {
   return dialog->findChild<QTableView*>();
 }
@@ -139,15 +83,6 @@ void FillFilter(QWidget* dialog) {
     test::Person::TypeCell(TableOf(dialog), row, 4, QStringLiteral("6"));
   }
   TableOf(dialog)->setCurrentIndex(TableOf(dialog)->model()->index(0, 4));
-}
-
-QWidget* WindowOf(const char* name) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->objectName() == QString::fromLatin1(name)) {
-      return window;
-    }
-  }
-  throw std::runtime_error(std::string("there is no ") + name);
 }
 
 /// Opens a menu by its letter.
@@ -249,24 +184,6 @@ void ShowChannels(ui::MainWindow& window, Photographer& photographer) {
   channel->close();
 }
 
-void Choose(QWidget* dialog, const QString& choice) {
-  for (auto* button : dialog->findChildren<QRadioButton*>()) {
-    if (button->text().remove('&') == choice) {
-      button->click();
-      return;
-    }
-  }
-  for (auto* list : dialog->findChildren<QComboBox*>()) {
-    const int row = list->findText(choice);
-    if (row >= 0) {
-      list->setCurrentIndex(row);
-      Q_EMIT list->activated(row);
-      return;
-    }
-  }
-  throw std::runtime_error("no choice " + choice.toStdString());
-}
-
 // One channel by harmonic regression: linear, three series by decades, the table; then by the fast transform.
 void ShowSpectra(ui::MainWindow& window, Photographer& photographer) {
   test::Person& helper = photographer.Helper();
@@ -318,73 +235,6 @@ void ShowSpectra(ui::MainWindow& window, Photographer& photographer) {
   photographer.Dialogue("fourier.generate", "frmGenerateFourier", "generate-fourier", "Exit");
 }
 
-void PickRow(QWidget* dialog, int row) {
-  auto* table = dialog->findChild<QTableView*>();
-  table->setCurrentIndex(table->model()->index(row, 0));
-  QTest::keyClick(table, Qt::Key_Space);
-}
-
-void Type(QWidget* dialog, const char* field, const QString& text) {
-  auto* line = dialog->findChild<QLineEdit*>(QString::fromUtf8(field));
-  dialog->activateWindow();
-  line->setFocus();
-  if (!test::WaitFor([line] { return line->hasFocus(); })) {
-    throw std::runtime_error(std::string("nothing can be typed into ") + field);
-  }
-  line->selectAll();
-  QTest::keyClicks(line, text);
-  QTest::keyClick(line, Qt::Key_Tab);
-}
-
-void Tick(QWidget* dialog, const char* field) {
-  dialog->findChild<QCheckBox*>(QString::fromUtf8(field))->click();
-}
-
-/// What a person does in one dialogue after the other: works in it, keeps a picture, presses a button.
-struct Step {
-  QString window;
-  const char* press;
-  const char* picture = nullptr;
-  test::Person::Act act{};
-};
-
-// A dialogue may ask anew at once: the next step is taken once the one before is over.
-void Follow(Photographer& photographer, std::deque<Step> steps) {
-  if (steps.empty()) {
-    return;
-  }
-  const Step step = steps.front();
-  steps.pop_front();
-  photographer.Helper().When(step.window, [&photographer, step, steps](QWidget* dialog) {
-    if (step.act) {
-      step.act(dialog);
-    }
-    if (step.picture != nullptr) {
-      photographer.Keep(dialog, step.picture);
-    }
-    Follow(photographer, steps);
-    test::Person::Press(dialog, QString::fromUtf8(step.press));
-  });
-}
-
-void Run(ui::MainWindow& window, Photographer& photographer, const char* id, const std::deque<Step>& steps) {
-  Follow(photographer, steps);
-  window.RunCommand(*FindCommand(id));
-  photographer.Helper().Work();
-}
-
-test::Person::Act Pick(std::vector<int> rows) {
-  return [rows](QWidget* dialog) {
-    for (const int row : rows) {
-      PickRow(dialog, row);
-    }
-  };
-}
-
-test::Person::Act GraphOf(const char* kind) {
-  return [kind](QWidget* dialog) { Choose(dialog, QString::fromUtf8(kind)); };
-}
-
 // Stopped while it is made, where each pause lets the panel show another row, then done to its end.
 void ShowFatigue(ui::MainWindow& window, Photographer& photographer) {
   const auto prepare = [](QWidget* dialog) {
@@ -393,15 +243,15 @@ void ShowFatigue(ui::MainWindow& window, Photographer& photographer) {
     Tick(dialog, "chkPause");
   };
   const auto goOn = [](QWidget* dialog) { Tick(dialog, "chkPause"); };
-  std::deque<Step> steps = {{"frmFatigue", "Select Channel", "fatigue", prepare},
-                            {"frmChoose", "Process", nullptr, Pick({0})}};
+  std::deque<DialogueStep> steps = {{"frmFatigue", "Select Channel", "fatigue", prepare},
+                                    {"frmChoose", "Process", nullptr, Pick({0})}};
   for (int pause = 0; pause < 5; ++pause) {
     steps.push_back({"QMessageBox", "OK", nullptr, [](QWidget*) { QTest::qWait(100); }});
   }
   const auto keepPanel = [&photographer](QWidget*) {
     photographer.Keep(WindowOf("frmLoading"), "fatigue-running");
   };
-  const std::deque<Step> rest = {
+  const std::deque<DialogueStep> rest = {
       {"QMessageBox", "Cancel", nullptr, keepPanel},
       {"frmFatigueTable", "Done"},
       {"frmFatigue", "Select Channel", nullptr, goOn},
@@ -656,9 +506,9 @@ void WriteText(const fs::path& path) {
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
-  const bool ensembleOnly = argc == 4 && std::string(argv[3]) == "ensemble";
-  if (argc != 3 && !ensembleOnly) {
-    std::fputs("Usage: velmora2-screenshots DIR light|dark [ensemble]\n", stderr);
+  const std::string part = argc == 4 ? argv[3] : "";
+  if (argc < 3 || argc > 4 || (argc == 4 && part != "analyses" && part != "ensemble")) {
+    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble]\n", stderr);
     return 2;
   }
   try {
@@ -696,13 +546,16 @@ int main(int argc, char** argv) {
     }
     QTest::qWait(400);
     Photographer photographer(window, to, dark ? "dark" : "light");
-    if (ensembleOnly) {
+    if (part == "ensemble") {
       ShowEnsemble(window, photographer, data);
       return 0;
     }
-    Walk(window, photographer, data);
-    ShowTriggering(window, photographer);
-    ParseText(window, photographer, data);
+    if (part.empty()) {
+      Walk(window, photographer, data);
+      ShowTriggering(window, photographer);
+      ParseText(window, photographer, data);
+    }
+    ShowAnalyses(window, photographer, data);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "velmora2-screenshots: %s\n", error.what());
     return 1;

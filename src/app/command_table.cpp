@@ -12,6 +12,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "dsp/bias/bias_commands.hpp"
+#include "dsp/design/design_commands.hpp"
 #include "dsp/filters/filter_commands.hpp"
 #include "dsp/math/math_commands.hpp"
 #include "dsp/smoothing/smooth_commands.hpp"
@@ -40,11 +41,13 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(),  FileCommands(),    ExportCommands(),     EditCommands(),    ChannelCommands(),
-        MathCommands(),    FilterCommands(),  SmoothCommands(),     BiasCommands(),    TimeBaseCommands(),
-        SpectraCommands(), EmgCommands(),     PlateCommands(),      ImpactCommands(),  GraphCommands(),
-        MultiCommands(),   LookCommands(),    ValueCommands(),      EventCommands(),   ThresholdCommands(),
-        CropCommands(),    TriggerCommands(), StatisticsCommands(), EnsembleCommands()}) {
+       {ImportCommands(),    FileCommands(),  ExportCommands(),   EditCommands(),
+        ChannelCommands(),   MathCommands(),  FilterCommands(),   DesignCommands(),
+        SmoothCommands(),    BiasCommands(),  TimeBaseCommands(), SpectraCommands(),
+        EmgCommands(),       PlateCommands(), ImpactCommands(),   GraphCommands(),
+        MultiCommands(),     LookCommands(),  ValueCommands(),    EventCommands(),
+        ThresholdCommands(), CropCommands(),  TriggerCommands(),  StatisticsCommands(),
+        EnsembleCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

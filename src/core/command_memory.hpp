@@ -116,9 +116,22 @@ struct AmplitudeDistribution {
   double Apdf90 = 0.0;
 };
 
+/// The largest value of a muscle in a reference contraction.
+struct StoredMaximum {
+  std::int16_t Channel = 0;  // in the trial that it was found in
+  std::string Label;
+  std::string Units;
+  double Maximum = 0.0;
+  double Time = 0.0;  // of the middle of its window, on the abscissa of its trial
+  std::string Method;
+  double Window = 0.0;  // seconds
+  std::string File;
+};
+
 struct EmgMemory {
   std::int16_t EpochCount = 0;  // bins or epochs; below 1: not chosen yet
   AmplitudeDistribution distribution;
+  std::vector<StoredMaximum> Maximums;  // one a label, over any number of trials
 };
 
 struct ImpactMemory {

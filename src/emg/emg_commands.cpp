@@ -8,10 +8,16 @@
 #include "dsp/channel_picking.hpp"
 #include "dsp/filters/filter_and_tell.hpp"
 #include "emg/apdf_form.hpp"
+#include "emg/bursts/co_contraction_form.hpp"
+#include "emg/bursts/onsets_form.hpp"
 #include "emg/emg_kernels.hpp"
 #include "emg/emg_statistics_form.hpp"
 #include "emg/envelope_preview.hpp"
+#include "emg/epochs/epoch_view.hpp"
+#include "emg/epochs/integrate_reset_form.hpp"
 #include "emg/fatigue_form.hpp"
+#include "emg/maximums/maximums_form.hpp"
+#include "emg/maximums/normalize_form.hpp"
 #include "spectra/analysis_start.hpp"
 
 namespace velmora {
@@ -101,15 +107,33 @@ void RefuseTimeBase(Workbench& workbench, const char* why) {
               {.title = "Invalid Sampling Rate or Timebase", .text = why, .icon = Icon::Exclamation});
 }
 
+// Whether the samples can hold an EMG; told when they cannot.
+bool HoldsEmg(Workbench& workbench) {
+  if (IsTimeBased(workbench) && workbench.trial.Rate >= kLeastEmgRate) {
+    return true;
+  }
+  RefuseTimeBase(workbench, "Data not time based or sampling rate < 240 Hz.  Processing cannot continue.");
+  return false;
+}
+
 void Fatigue(Workbench& workbench) {
-  if (!Begin(workbench)) {
-    return;
+  if (Begin(workbench) && HoldsEmg(workbench)) {
+    AnalyseOverTime(workbench, "EMG Fatigue Analysis");
   }
-  if (!IsTimeBased(workbench) || !(workbench.trial.Rate >= kLeastEmgRate)) {
-    RefuseTimeBase(workbench, "Data not time based or sampling rate < 240 Hz.  Processing cannot continue.");
-    return;
+}
+
+void Normalize(Workbench& workbench) {
+  if (Begin(workbench) && HoldsEmg(workbench)) {
+    NormalizeEnvelopes(workbench);
   }
-  AnalyseOverTime(workbench, "EMG Fatigue Analysis");
+}
+
+// An analysis of another file, begun as every entry.
+template <void (*analysis)(Workbench&)>
+void Analyse(Workbench& workbench) {
+  if (Begin(workbench)) {
+    analysis(workbench);
+  }
 }
 
 void TimeSeries(Workbench& workbench) {
@@ -175,8 +199,10 @@ constexpr char kRms[] = "smooth.rms";
 constexpr char kFilters[] = "smooth.butterworth";
 constexpr char kMav[] = "smooth.mav";
 constexpr char kAbsolute[] = "math.absolute";
+constexpr char kEpochs[] = "integrate.epoch";
 
 constexpr std::string_view kMenu = "&Analysis/&EMG";
+constexpr std::string_view kIntegrals = "&Analysis/&Integration statistics";
 
 constexpr std::array kEmgCommands = {
     Command{"fourier.time-series", "Time series Fourier Analysis", "&Analysis/&Fourier analysis", Needs::Data,
@@ -187,12 +213,21 @@ constexpr std::array kEmgCommands = {
     Command{"emg.fourier", "Fourier analysis by harmonic regression", kMenu, Needs::Data,
             Forward<kHarmonicRegression>},
     Command{"emg.fatigue", "Fati&gue analysis", kMenu, Needs::Data, Fatigue},
+    Command{"emg.integrate-epoch", "Integrate by Epoch", kMenu, Needs::Data, Forward<kEpochs>},
     Command{"emg.linear-envelope", "Linear envelope EMG", kMenu, Needs::Data, LinearEnvelope},
+    Command{"emg.maximums", "Determine Maximums (MVCs)", kMenu, Needs::Data, Analyse<DetermineMaximums>},
+    Command{"emg.normalize", "Normalize LE-EMGs", kMenu, Needs::Data, Normalize},
     Command{"emg.rms", "RMS EMG", kMenu, Needs::Data, Forward<kRms>},
     Command{"emg.smoothing", "Smoothing (filtering)", kMenu, Needs::Data, Forward<kFilters>},
+    Command{"emg.integrate-reset", "Integrate and Reset", kMenu, Needs::Data, Analyse<IntegrateWithReset>},
     Command{"emg.mav", "Mean Absolute &Value (MAV)", kMenu, Needs::Data, Forward<kMav>},
     Command{"emg.rectify", "Full-&Wave rectify (absolute values)", kMenu, Needs::Data, Forward<kAbsolute>},
     Command{"emg.rectify-integrate", "Rectif&y && Integrate", kMenu, Needs::Data, RectifyIntegrate},
+    Command{"emg.onsets", "&Onsets and offsets", kMenu, Needs::Data, Analyse<FindOnsets>},
+    Command{"emg.co-contraction", "&Co-contraction", kMenu, Needs::Data, Analyse<FindCoContraction>},
+    Command{"values.maximums", "&Maximums", "&Multi-axis graph/&Values", Needs::View,
+            DetermineMaximumsOfView},
+    Command{"integrate.epoch", "Integrate by &Epoch", kIntegrals, Needs::Data, Analyse<IntegrateByEpoch>},
 };
 
 }  // namespace

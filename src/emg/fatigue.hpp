@@ -55,6 +55,7 @@ struct FatigueRow {
   double absoluteMean = 0.0;
   double rms = 0.0;
   double absoluteIntegral = 0.0;
+  double exactMedian = 0.0;  // between the lines of the spectrum; NaN without power
 };
 
 /// The row of an interval whose spectrum has these frequencies; `first`: the row of the first interval,

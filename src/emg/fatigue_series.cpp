@@ -5,6 +5,7 @@
 #include "core/questions/progress.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
+#include "emg/fatigue_slopes.hpp"
 #include "emg/fatigue_table.hpp"
 
 namespace velmora {
@@ -70,6 +71,8 @@ class Runner {
   void Keep(std::int64_t k, const FatigueRow& row) {
     const SpectrumMemory& spectrum = workbench_.spectrum;
     series_.rows.push_back(row);
+    series_.rows.back().exactMedian =
+        ExactMedianFrequency(spectrum.PowerAbs, spectrum.HarmFreq.size() > 1 ? spectrum.HarmFreq[1] : 0.0);
     AddFatigueRow(table_, row);
     series_.harmonics = spectrum.NHarm;
     series_.lastPower = spectrum.PowerAbs;

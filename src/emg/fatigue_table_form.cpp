@@ -7,6 +7,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "emg/fatigue_slopes.hpp"
 #include "emg/fatigue_table.hpp"
 #include "results/result_presses.hpp"
 
@@ -43,7 +44,7 @@ FatigueTableForm::FatigueTableForm(Workbench& workbench, const FatigueOrder& ord
                 ShowTables(false);
               }}};
   AddButtons();
-  SetTables({Table()});
+  SetTables({Table(), FatigueSlopeTable(workbench_, series_.rows)});
   DrawGraph();
   ShowTables(true);
 }
@@ -111,12 +112,35 @@ void FatigueTableForm::DrawOverTime(FormGraph& graph) const {
     graph.y.caption = percent ? "Percent first interval" : "Frequency (Hz)";
     add("Median", kFirstColour, percent ? &FatigueRow::percentMedian : &FatigueRow::median);
     add("Mean", kSecondColour, percent ? &FatigueRow::percentMean : &FatigueRow::mean);
+    if (!percent) {
+      DrawSlope(graph, "Slope of median", kFirstColour, &FatigueRow::median);
+      DrawSlope(graph, "Slope of mean", kSecondColour, &FatigueRow::mean);
+    }
   }
   graph.y.maximum = Largest(graph.plots) * 1.05;
   graph.x.caption = "Time (s)";
   if (series_.rows.size() > 1) {
     graph.x.minimum = series_.rows.front().from;
     graph.x.maximum = series_.rows.back().from;
+  }
+}
+
+// The graph has its intervals at their beginnings, the line goes through their middles.
+void FatigueTableForm::DrawSlope(FormGraph& graph, const char* name, int colour,
+                                 double FatigueRow::*of) const {
+  std::vector<double> time;
+  std::vector<double> value;
+  for (const FatigueRow& row : series_.rows) {
+    time.push_back(MiddleOf(row, series_.rows.front()));
+    value.push_back(row.*of);
+  }
+  if (const auto slope = SlopeOver(time, value)) {
+    graph.plots.push_back(
+        {.name = name,
+         .colour = colour,
+         .x = {series_.rows.front().from, series_.rows.back().from},
+         .y = {slope->initial + slope->slope * time.front(), slope->initial + slope->slope * time.back()},
+         .width = 2.0});
   }
 }
 
@@ -189,7 +213,7 @@ std::string FatigueTableForm::FileText() const {
     }
     text += "\n";
   }
-  return text;
+  return text + "\n" + TableTextInFull(FatigueSlopeTable(workbench_, series_.rows));
 }
 
 void FatigueTableForm::Save() {

@@ -23,6 +23,7 @@ class FatigueTableForm : public ResultForm {
   [[nodiscard]] ResultTable Table() const;
   void DrawGraph();
   void DrawOverTime(FormGraph& graph) const;
+  void DrawSlope(FormGraph& graph, const char* name, int colour, double FatigueRow::*of) const;
   void DrawSpectra(FormGraph& graph) const;
   void DrawFirstAndLast(FormGraph& graph) const;
   [[nodiscard]] std::string FileText() const;

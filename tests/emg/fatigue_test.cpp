@@ -8,6 +8,7 @@
 #include "core/questions/form.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "emg/fatigue_slopes.hpp"
 #include "support/command_test.hpp"
 
 namespace velmora::test {
@@ -54,6 +55,28 @@ TEST(FatigueIntervals, FollowOneAnother) {
   EXPECT_EQ(of({.interval = 0.1, .refractory = 1e300}).Count(), 0);
   trial.Rate = 0;
   EXPECT_EQ(of({.interval = 1}).Count(), 0);
+}
+
+// By hand: 101 at the start and 2 less each second; Student's t of one degree of freedom for three points.
+TEST(FatigueSlopes, LeastSquaresAndTheilSen) {
+  const double time[] = {0.5, 1.5, 2.5, 3.5};
+  const auto line = SlopeOver(time, std::vector<double>{100, 98, 96, 94});
+  ASSERT_TRUE(line);
+  EXPECT_DOUBLE_EQ(line->initial, 101);
+  EXPECT_DOUBLE_EQ(line->slope * 60, -120);
+  EXPECT_DOUBLE_EQ(line->theilSen * 60, -120);
+  EXPECT_DOUBLE_EQ(*line->r2, 1);
+  EXPECT_NEAR(*line->low, -2, 1e-9);
+  const auto bent = SlopeOver(std::span(time, 3), std::vector<double>{0, 1, 5});
+  // Residuals 0.5, -1, 0.5 about 2.5 t - 1.75; error sqrt(1.5/1/2), t = 12.7062.
+  EXPECT_NEAR(bent->slope, 2.5, 1e-12);
+  EXPECT_NEAR(*bent->high - 2.5, 12.706205 * std::sqrt(0.75), 1e-5);
+  EXPECT_EQ(bent->theilSen, 2.5) << "of 1, 2.5 and 4";
+  EXPECT_FALSE(SlopeOver(std::span(time, 2), std::vector<double>{1, 2})->low);
+  EXPECT_FALSE(SlopeOver(std::span(time, 2), std::vector<double>{1, NAN}));
+  // Half of the power, 5, lies a quarter into the second harmonic: 2 (1 + 1/4).
+  EXPECT_DOUBLE_EQ(ExactMedianFrequency(std::vector<double>{0, 4, 4, 2}, 2), 2.5);
+  EXPECT_TRUE(std::isnan(ExactMedianFrequency(std::vector<double>{0, 0}, 2)));
 }
 
 struct Fatigue : FileTest {
@@ -165,8 +188,17 @@ TEST_F(Fatigue, TheMeanFrequencyFallsWithAChirp) {
   }
   EXPECT_EQ(graph.x.caption, "Time (s)");
   EXPECT_EQ(graph.y.caption, "Frequency (Hz)");
-  ASSERT_EQ(graph.plots.size(), 2U);
+  ASSERT_EQ(graph.plots.size(), 4U) << "median and mean, and a line through each";
   EXPECT_EQ(graph.plots[1].y[36], Cell(36, Mean));
+  EXPECT_NEAR(graph.plots[3].y[0], 195, 2);
+  EXPECT_NEAR(graph.plots[3].y[1], 105, 2);
+  const ResultTable& slopes = workbench.results.ResultTables.at(1);
+  EXPECT_EQ(slopes.name, "frmFatigueSlope");
+  for (std::size_t row = 0; row < 3; ++row) {  // 200 Hz at its start, 10 Hz less each second
+    EXPECT_NEAR(std::get<double>(slopes.rows[row][1]), 200, 3) << row;
+    EXPECT_NEAR(std::get<double>(slopes.rows[row][2]), -600, 20) << row;
+    EXPECT_NEAR(std::get<double>(slopes.rows[row][7]), -600, 20) << row;
+  }
 }
 
 TEST_F(Fatigue, FilesHoldWhatWasDone) {
@@ -201,7 +233,7 @@ TEST_F(Fatigue, FilesHoldWhatWasDone) {
       "001\t    01\t0.0000\t" +
       frequencies + "\t100.00\t100.00\t1.0000\t1.0000\t0.0210\n002\t    01\t0.0200\t"))
       << fat;
-  EXPECT_EQ(std::count(fat.begin(), fat.end(), '\n'), 10 + 5);
+  EXPECT_EQ(std::count(fat.begin(), fat.end(), '\n'), 10 + 5 + 6) << "rows, then the slopes";
   // Ten harmonics of 50 Hz.
   const std::string tab = ReadFile(directory.Path("s.tab"));
   EXPECT_TRUE(tab.starts_with(head +

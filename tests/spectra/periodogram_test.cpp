@@ -7,6 +7,7 @@
 #include "spectra/windows.hpp"
 #include "support/command_test.hpp"
 #include "support/recordings.hpp"
+#include "support/scipy.hpp"
 
 namespace velmora::test {
 namespace {
@@ -24,16 +25,6 @@ for name in ['boxcar', 'blackman', 'blackmanharris', ('tukey', 0.2), 'flattop', 
         f, s = signal.periodogram(y, window=w, detrend=False, scaling='spectrum')
         print(*(s * (w.sum() / len(y)) ** 2).tolist())
 )";
-
-// The Python that has scipy: one's own, or the system's. Empty when none has.
-std::string Python() {
-  for (const char* python : {"python3", "/usr/bin/python3"}) {
-    if (std::system((std::string(python) + " -c 'import scipy.signal' > /dev/null 2>&1").c_str()) == 0) {
-      return python;
-    }
-  }
-  return {};
-}
 
 // A column of a text, from 0, without the lines of its head.
 Samples ColumnOf(const std::string& path, int column) {
@@ -102,7 +93,7 @@ struct Periodogram : FileTest {
 };
 
 TEST_F(Periodogram, HasThePowersOfBothSpectra) {
-  const std::string python = Python();
+  const std::string python = PythonWithScipy();
   if (python.empty()) {
     GTEST_SKIP() << "no Python here has scipy";
   }

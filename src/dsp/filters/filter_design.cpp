@@ -30,10 +30,6 @@ WarpedBand WarpedBandOf(const DesignRequest& request) {
   return {request.band, low, std::sqrt(low * high), high - low};
 }
 
-bool IsBand(Band band) {
-  return band == Band::BandPass || band == Band::BandStop;
-}
-
 void Refuse(bool when, const std::string& why) {
   if (when) {
     throw FilterDesignError(why);
@@ -43,14 +39,7 @@ void Refuse(bool when, const std::string& why) {
 void CheckRequest(const DesignRequest& request) {
   Refuse(request.order < 1 || request.order > kHighestDesignOrder,
          "The order of the filter must be from 1 to " + std::to_string(kHighestDesignOrder) + ".");
-  Refuse(!(request.rate > 0 && std::isfinite(request.rate)), "The sampling rate must be above zero.");
-  const double nyquist = request.rate / 2;
-  const auto outside = [nyquist](double frequency) { return !(frequency > 0 && frequency < nyquist); };
-  Refuse(outside(request.cutoff) || (IsBand(request.band) && outside(request.higher)),
-         "A cutoff frequency must lie above 0 and below half the sampling rate, " +
-             FormatNumber(nyquist, "0.00 Hz."));
-  Refuse(IsBand(request.band) && !(request.cutoff < request.higher),
-         "The lower cutoff must lie below the higher cutoff.");
+  CheckEdges(request.band, request.rate, request.cutoff, request.higher);
 }
 
 void AddPair(Roots& roots, Complex root) {
@@ -217,9 +206,24 @@ bool KeepsGain(const Biquads& sections, const DesignRequest& request, double gai
 
 }  // namespace
 
+bool IsBand(Band band) {
+  return band == Band::BandPass || band == Band::BandStop;
+}
+
+void CheckEdges(Band band, double rate, double cutoff, double higher) {
+  Refuse(!(rate > 0 && std::isfinite(rate)), "The sampling rate must be above zero.");
+  const double nyquist = rate / 2;
+  const auto outside = [nyquist](double frequency) { return !(frequency > 0 && frequency < nyquist); };
+  Refuse(outside(cutoff) || (IsBand(band) && outside(higher)),
+         "A cutoff frequency must lie above 0 and below half the sampling rate, " +
+             FormatNumber(nyquist, "0.00 Hz."));
+  Refuse(IsBand(band) && !(cutoff < higher), "The lower cutoff must lie below the higher cutoff.");
+}
+
 Biquads DesignFilter(const DesignRequest& request) {
   CheckRequest(request);
-  const Prototype prototype = MakePrototype(request.approximation, request.order, kRippleDb, kAttenuationDb);
+  const Prototype prototype =
+      MakePrototype(request.approximation, request.order, request.rippleDb, request.attenuationDb);
   const WarpedBand band = WarpedBandOf(request);
   const Roots poles = Bilinear(MoveRoots(prototype.poles, band));
   Roots analogZeros = MoveRoots(prototype.zeros, band);

@@ -22,6 +22,8 @@ struct DesignRequest {
   double rate = 0.0;
   double cutoff = 0.0;  // the lower one of a band
   double higher = 0.0;
+  double rippleDb = kRippleDb;            // of Chebyshev and elliptic pass bands
+  double attenuationDb = kAttenuationDb;  // of inverse Chebyshev and elliptic stop bands
 };
 
 /// A filter that cannot be built; what() is one sentence that says why.
@@ -35,5 +37,11 @@ class FilterDesignError : public std::invalid_argument {
 /// sections are stable, and the gain at the edges is what was asked for; a filter for which that cannot be
 /// had in 64 bits is refused. Throws FilterDesignError.
 Biquads DesignFilter(const DesignRequest& request);
+
+/// Whether a band has a higher edge too.
+bool IsBand(Band band);
+
+/// Throws FilterDesignError unless the edges lie above 0 and below half the rate, the lower below the higher.
+void CheckEdges(Band band, double rate, double cutoff, double higher);
 
 }  // namespace velmora

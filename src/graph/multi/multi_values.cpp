@@ -173,7 +173,6 @@ void DoNothing(Workbench& workbench) {
 }
 
 constexpr std::string_view kValueMenu = "&Multi-axis graph/&Value";
-constexpr std::string_view kValuesMenu = "&Multi-axis graph/&Values";
 
 constexpr std::array kValueCommands = {
     Command{"value.decimal-format", "&Decimal format", kValueMenu, Needs::View, DoNothing},
@@ -187,8 +186,6 @@ constexpr std::array kValueCommands = {
     Command{"value.minimums", "Mi&nimums and times", kValueMenu, Needs::View,
             ShowExtremes<MarkText::Both, false, true>},
     Command{"value.remove", "&Remove values", kValueMenu, Needs::View, RemoveMarks},
-    Command{"values.maximums", "&Maximums", kValuesMenu, Needs::View,
-            ShowExtremes<MarkText::Value, true, false>},
 };
 
 }  // namespace

@@ -1,0 +1,187 @@
+#include "emg/bursts/onsets_form.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/text/numbers.hpp"
+#include "core/trial/missing_samples.hpp"
+#include "core/trial/refusals.hpp"
+#include "dsp/design/cancellable_run.hpp"
+#include "dsp/filters/filter_design.hpp"
+#include "emg/bursts/burst_events.hpp"
+#include "emg/bursts/onsets_view.hpp"
+
+namespace velmora {
+
+OnsetsForm::OnsetsForm(Workbench& workbench, SampleRange range)
+    : AnalysisForm(workbench, "frmOnsets", "Onsets and Offsets"), range_(range) {
+  std::copy(workbench.thresholds.ChanThreshold.begin(), workbench.thresholds.ChanThreshold.end(),
+            thresholds_.begin());
+  AddEnvelopeFields();
+  AddThresholdFields();
+  AddTimeFields();
+  AddFlag("chkEvents", "S&tore as events", events_);
+  AddButtons();
+  Follow();
+}
+
+void OnsetsForm::AddEnvelopeFields() {
+  AddChannels("channels", "&Channels", channels_);
+  AddFlag("chkTeager", "&Teager-Kaiser first", envelope_.teagerKaiser);
+  AddFlag("chkRectify", "&Rectify", envelope_.rectify);
+  AddNumber("txtEnvelope", "&Envelope cut-off", envelope_.cutoff,
+            {.lowest = 0, .highest = workbench_.trial.Rate / 2, .openAbove = true})
+      .units = "Hz, 0 = none";
+}
+
+void OnsetsForm::AddThresholdFields() {
+  const double samples = range_.hi - range_.lo + 1;
+  AddChoice("optBaseline", "&Baseline", baseline_,
+            {"&Quietest stretch", "&Start of the range", "Between the &cursors", "Entered t&hreshold"})
+      .edited = [this] { Follow(); };
+  AddNumber("txtQuiet", "Stretch (s)", quiet_, {2 / workbench_.trial.Rate, samples / workbench_.trial.Rate});
+  AddNumber("txtSDs", "&Standard deviations", deviations_, {0.5, 20});
+  fields_.push_back({.name = "Thresholds",
+                     .caption = "Threshold",
+                     .target = &thresholds_,
+                     .valuesOf = &workbench_.thresholds.ThresholdsOf});
+}
+
+void OnsetsForm::AddTimeFields() {
+  const double all = 1000 * (range_.hi - range_.lo + 1) / workbench_.trial.Rate;
+  AddNumber("txtAbove", "Shortest &burst (ms)", shortest_, {0, all});
+  AddNumber("txtBelow", "Longest &gap (ms)", longestGap_, {0, all});
+  AddNumber("txtSecond", "Second threshold (SDs, 0 = none)", second_, {0, 100});
+  AddNumber("txtSecondTime", "for (ms)", secondTime_, {0, all});
+}
+
+void OnsetsForm::Follow() {
+  const bool entered = baseline_ == kEntered;
+  for (FormField& field : fields_) {
+    if (field.name == "txtQuiet") {
+      field.hidden = entered || baseline_ == kCursors;
+    } else if (field.name == "txtSDs" || field.name == "txtSecond" || field.name == "txtSecondTime") {
+      field.hidden = entered;
+    } else if (field.name == "Thresholds") {
+      field.hidden = !entered;
+    }
+  }
+}
+
+std::int64_t OnsetsForm::SamplesOf(double milliseconds) const {
+  return RoundHalfEven(milliseconds * workbench_.trial.Rate / 1000);
+}
+
+std::size_t OnsetsForm::QuietSamples() const {
+  const std::int64_t samples = RoundHalfEven(quiet_ * workbench_.trial.Rate);
+  return static_cast<std::size_t>(std::clamp<std::int64_t>(samples, 2, range_.hi - range_.lo + 1));
+}
+
+bool OnsetsForm::HasBaseline() {
+  const Trial& trial = workbench_.trial;
+  if (baseline_ != kCursors ||
+      (trial.CursorLo >= range_.lo && trial.CursorHi <= range_.hi && trial.CursorHi > trial.CursorLo)) {
+    return true;
+  }
+  ShowRefusal(workbench_, {.title = "No Baseline",
+                           .text = "Two cursors must mark the baseline within the range.",
+                           .icon = Icon::Exclamation});
+  return false;
+}
+
+RestLevel OnsetsForm::Rest(const std::vector<double>& envelope) const {
+  std::size_t first = 0;
+  std::size_t count = QuietSamples();
+  if (baseline_ == kQuietest) {
+    first = QuietestStretch(envelope, count);
+  } else if (baseline_ == kCursors) {
+    first = static_cast<std::size_t>(workbench_.trial.CursorLo - range_.lo);
+    count = static_cast<std::size_t>(workbench_.trial.CursorHi - workbench_.trial.CursorLo + 1);
+  }
+  return RestLevelOf(std::span(envelope).subspan(first, count));
+}
+
+ChannelBursts OnsetsForm::Search(int channel) const {
+  ChannelBursts found{.channel = channel,
+                      .envelope = EnvelopeOf(workbench_.trial, channel, range_, envelope_)};
+  BurstRule rule{.shortest = SamplesOf(shortest_), .longestGap = SamplesOf(longestGap_)};
+  if (baseline_ == kEntered) {
+    rule.threshold = thresholds_[channel];
+  } else {
+    found.rest = Rest(found.envelope);
+    rule.threshold = found.rest->mean + deviations_ * found.rest->deviation;
+    if (second_ > 0) {
+      rule.second = found.rest->mean + second_ * found.rest->deviation;
+      rule.secondSamples = SamplesOf(secondTime_);
+    }
+  }
+  found.threshold = rule.threshold;
+  found.bursts = FindSignalBursts(found.envelope, rule);
+  return found;
+}
+
+bool OnsetsForm::Compute() {
+  ChannelList channels = SelectedChannels(workbench_.trial, channels_);
+  if (channels.empty()) {
+    RefuseTooFewChannels(workbench_, 1);
+    return false;
+  }
+  if (!HasBaseline()) {
+    return false;
+  }
+  channels = WithoutMissing(workbench_, channels, range_);
+  if (channels.empty()) {
+    return false;
+  }
+  found_.clear();
+  try {
+    const bool done = ReadCancellable(workbench_, "Looking for onsets", [&](const Turn& turn) {
+      for (const int c : channels) {
+        found_.push_back(Search(c));
+        Give(turn);
+      }
+    });
+    if (!done) {
+      return false;
+    }
+  } catch (const FilterDesignError& error) {
+    ShowRefusal(workbench_, {.title = "Invalid Filter", .text = error.what(), .icon = Icon::Exclamation});
+    return false;
+  }
+  DidEach(workbench_, channels, [this](int c) {
+    const auto it =
+        std::find_if(found_.begin(), found_.end(), [c](const auto& of) { return of.channel == c; });
+    return Words() + ", " + CountOf(static_cast<std::int64_t>(it->bursts.size()), "burst");
+  });
+  StoreEvents();
+  return true;
+}
+
+std::string OnsetsForm::Words() const {
+  return baseline_ == kEntered ? "Onsets and offsets at entered thresholds"
+                               : "Onsets and offsets at " + PlainNumber(deviations_) + " SD above rest";
+}
+
+void OnsetsForm::StoreEvents() {
+  if (events_) {
+    StoreBurstEvents(workbench_, range_, found_);
+  }
+}
+
+void FindOnsets(Workbench& workbench) {
+  constexpr int kFewestSamples = 5;
+  if (workbench.trial.NData < 1 || !HasTimeBase(workbench)) {
+    return;
+  }
+  const SampleRange range = AskCursorRange(workbench);
+  if (range.hi - range.lo + 1 < kFewestSamples) {
+    RefuseTooFewData(workbench);
+    return;
+  }
+  OnsetsForm form(workbench, range);
+  if (form.Ask()) {
+    OnsetsView(workbench, form).Show(workbench);
+  }
+}
+
+}  // namespace velmora

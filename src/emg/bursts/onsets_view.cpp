@@ -1,0 +1,149 @@
+#include "emg/bursts/onsets_view.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/files/paths.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
+
+namespace velmora {
+namespace {
+
+constexpr int kEnvelopeColour = 3;
+constexpr int kSignalColour = 9;
+constexpr std::size_t kMostBands = 500;  // of a picture
+
+std::string LabelOf(const Trial& trial, int channel) {
+  return OneLine(Trim(trial.ChanLabel[channel].Text()));
+}
+
+double TimeAt(const Trial& trial, SampleRange range, std::int64_t at) {
+  return trial.Data(range.lo + at, 0);
+}
+
+ResultTable BurstTable(const Workbench& workbench, SampleRange range,
+                       const std::vector<ChannelBursts>& found) {
+  const Trial& trial = workbench.trial;
+  const ResultTable::Format value = ThroughPattern(workbench.patterns.ValuePattern);
+  const ResultTable::Format time = ThroughPattern(workbench.patterns.TimePattern);
+  ResultTable table{
+      .name = "frmOnsets",
+      .title = "Bursts (mean, peak and integral of the envelope)",
+      .columns = {"Channel", "Label", "Burst", "On", "Off", "Duration", "Mean", "Peak", "Integral",
+                  "Threshold"},
+      .formats = {nullptr, nullptr, ThroughPattern("0"), time, time, time, value, value, value, value}};
+  for (const ChannelBursts& of : found) {
+    for (std::size_t b = 0; b < of.bursts.size(); ++b) {
+      const SignalBurst& burst = of.bursts[b];
+      double sum = 0.0;
+      double peak = of.envelope[static_cast<std::size_t>(burst.on)];
+      for (std::int64_t i = burst.on; i <= burst.off; ++i) {
+        sum += of.envelope[static_cast<std::size_t>(i)];
+        peak = std::max(peak, of.envelope[static_cast<std::size_t>(i)]);
+      }
+      const double on = TimeAt(trial, range, burst.on);
+      const double off = TimeAt(trial, range, burst.off);
+      table.rows.push_back({ChannelNumber(of.channel), LabelOf(trial, of.channel), static_cast<double>(b + 1),
+                            on, off, static_cast<double>(burst.off - burst.on) / trial.Rate,
+                            sum / static_cast<double>(burst.off - burst.on + 1), peak,
+                            sum * (1.0 / trial.Rate), of.threshold});
+    }
+  }
+  return table;
+}
+
+ResultTable SummaryTable(const Workbench& workbench, const std::vector<ChannelBursts>& found) {
+  const ResultTable::Format value = ThroughPattern(workbench.patterns.ValuePattern);
+  ResultTable table{.name = "frmOnsetsSummary",
+                    .title = "Summary",
+                    .columns = {"Channel", "Label", "Bursts", "Active (%)", "Baseline mean", "Baseline SD"},
+                    .formats = {nullptr, nullptr, ThroughPattern("0"), ThroughPattern("0.0"), value, value}};
+  for (const ChannelBursts& of : found) {
+    std::int64_t active = 0;
+    for (const SignalBurst& burst : of.bursts) {
+      active += burst.off - burst.on + 1;
+    }
+    std::vector<ResultTable::Cell> row = {
+        ChannelNumber(of.channel), LabelOf(workbench.trial, of.channel),
+        static_cast<double>(of.bursts.size()),
+        100.0 * static_cast<double>(active) / static_cast<double>(of.envelope.size())};
+    if (of.rest) {
+      row.insert(row.end(), {of.rest->mean, of.rest->deviation});
+    } else {
+      row.insert(row.end(), 2, std::monostate());
+    }
+    table.rows.push_back(std::move(row));
+  }
+  return table;
+}
+
+}  // namespace
+
+OnsetsView::OnsetsView(Workbench& workbench, const OnsetsForm& form)
+    : ResultForm(workbench,
+                 {.name = "frmOnsets",
+                  .title = "Onsets and offsets",
+                  .file = {.what = "Onsets", .extension = ".tab"},
+                  .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
+                  .tables = {BurstTable(workbench, form.Range(), form.Found()),
+                             SummaryTable(workbench, form.Found())},
+                  .graph = FormGraph{}}),
+      range_(form.Range()),
+      found_(form.Found()) {
+  std::vector<std::string> names;
+  for (const ChannelBursts& of : found_) {
+    names.push_back(ChannelNumber(of.channel) + ": " + LabelOf(workbench.trial, of.channel));
+  }
+  fields_.push_back({.name = "comShown",
+                     .caption = "&Picture of",
+                     .target = &shown_,
+                     .choices = std::move(names),
+                     .edited = [this] { Draw(); },
+                     .isList = true});
+  Draw();
+}
+
+// The EMG, over it the envelope that was searched, its threshold, and a band a burst.
+void OnsetsView::Draw() {
+  const Trial& trial = workbench_.trial;
+  const ChannelBursts& of = found_[static_cast<std::size_t>(shown_)];
+  FormGraph graph{.title = LabelOf(trial, of.channel) + ", " + FileNamePart(trial.FileName),
+                  .x = {.caption = "Time (s)"},
+                  .y = {.caption = Trim(trial.ChanUnits[of.channel].Text())},
+                  .background = FormGraph::Background::White,
+                  .resets = graph_->resets + 1};
+  FormGraph::Plot signal{.name = "EMG", .colour = kSignalColour};
+  FormGraph::Plot envelope{.name = "envelope", .colour = kEnvelopeColour, .width = 2.0};
+  for (std::size_t i = 0; i < of.envelope.size(); ++i) {
+    signal.x.push_back(TimeAt(trial, range_, static_cast<std::int64_t>(i)));
+    signal.y.push_back(trial.Data(range_.lo + static_cast<std::int64_t>(i), of.channel));
+  }
+  envelope.x = signal.x;
+  envelope.y = of.envelope;
+  const auto [low, high] = std::minmax_element(signal.y.begin(), signal.y.end());
+  const double most =
+      std::max({*high, of.threshold, *std::max_element(envelope.y.begin(), envelope.y.end())});
+  graph.x.minimum = signal.x.front();
+  graph.x.maximum = signal.x.back();
+  const double margin = std::max((most - *low) * 0.05, 1e-9);
+  graph.y.minimum = *low - margin;
+  graph.y.maximum = most + margin;
+  for (std::size_t b = 0; b < of.bursts.size() && b < kMostBands; ++b) {
+    graph.bands.push_back({.from = TimeAt(trial, range_, of.bursts[b].on),
+                           .to = TimeAt(trial, range_, of.bursts[b].off),
+                           .text = std::to_string(b + 1),
+                           .colour = kEnvelopeColour,
+                           .strength = 0.8,
+                           .above = true});
+  }
+  FormGraph::Plot threshold{.name = "threshold",
+                            .colour = 0,
+                            .x = {graph.x.minimum, graph.x.maximum},
+                            .y = {of.threshold, of.threshold}};
+  graph.plots = {std::move(signal), std::move(envelope), std::move(threshold)};
+  graph_ = std::move(graph);
+}
+
+}  // namespace velmora

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/questions/analysis_form.hpp"
+#include "core/results/result_form.hpp"
+#include "dsp/channel_list.hpp"
+
+namespace velmora {
+
+/// Channels in percent of their maximums.
+class NormalizeForm : public AnalysisForm {
+ public:
+  explicit NormalizeForm(Workbench& workbench);
+
+  /// What was done.
+  [[nodiscard]] Results TakeResults() { return std::move(results_); }
+
+ private:
+  enum Source : std::int32_t { kStored, kFile, kLargest, kEntered };
+
+  void Fill();
+  void TakeFrom(const std::vector<StoredMaximum>& all, const std::string& where);
+  [[nodiscard]] bool ReadFile();
+  bool Compute() override;
+  /// The chosen channels that have a maximum and are to be normalized; the others are told.
+  [[nodiscard]] ChannelList Ready();
+  void Normalize(const ChannelList& channels);
+
+  std::int32_t source_ = kStored;
+  bool fileRead_ = false;
+  ChannelNumbers maximums_{};
+  ChannelFlags channels_{};
+  PerChannel<std::string> from_;
+  Results results_;
+};
+
+/// Shows the dialogue and what came of it.
+void NormalizeEnvelopes(Workbench& workbench);
+
+}  // namespace velmora

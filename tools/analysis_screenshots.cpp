@@ -1,0 +1,109 @@
+#include "analysis_screenshots.hpp"
+
+namespace velmora::pictures {
+namespace {
+
+void Open(ui::MainWindow& window, const fs::path& path) {
+  window.State().trial.FileChanged = false;
+  window.State().events = {};
+  window.OpenFile(path.string());
+  QTest::qWait(300);
+}
+
+void TickChannel(QWidget* dialog, int row) {
+  auto* table = dialog->findChild<QTableView*>();
+  for (int column = 0; column < table->model()->columnCount(); ++column) {
+    const QModelIndex index = table->model()->index(row, column);
+    if (index.flags().testFlag(Qt::ItemIsUserCheckable)) {
+      table->model()->setData(index, Qt::Checked, Qt::CheckStateRole);
+    }
+  }
+}
+
+test::Person::Act Channels(std::vector<int> rows, const test::Person::Act& more = {}) {
+  return [rows, more](QWidget* dialog) {
+    for (const int row : rows) {
+      TickChannel(dialog, row);
+    }
+    if (more) {
+      more(dialog);
+    }
+  };
+}
+
+// Each family with its response; the last one is cancelled as all are.
+void ShowFilterDesign(Photographer& photographer) {
+  const std::pair<const char*, const char*> families[] = {{"Butterworth", "filter-design"},
+                                                          {"Chebyshev", "filter-chebyshev"},
+                                                          {"Inverse Chebyshev", "filter-inverse-chebyshev"},
+                                                          {"Elliptic", "filter-elliptic"},
+                                                          {"FIR (windowed sinc)", "filter-fir"},
+                                                          {"Notch", "filter-notch"},
+                                                          {"CFC (impacts)", "filter-cfc"},
+                                                          {"Savitzky-Golay", "filter-savitzky-golay"},
+                                                          {"Coefficients", "filter-coefficients"}};
+  for (const auto& [family, picture] : families) {
+    const std::string name = family;
+    photographer.Dialogue("filter.design", "frmFilterDesign", picture, "Cancel",
+                          Channels({0}, [name](QWidget* dialog) {
+                            Choose(dialog, QString::fromStdString(name));
+                            if (name == "Coefficients") {
+                              Type(dialog, "txtNumerator", QStringLiteral("0.2, 0.2"));
+                              Type(dialog, "txtDenominator", QStringLiteral("1, -0.6"));
+                              Choose(dialog, QStringLiteral("Step response"));
+                            }
+                          }));
+  }
+}
+
+void ShowResiduals(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill =
+      Channels({0}, [](QWidget* dialog) { Type(dialog, "txtLinearity", QStringLiteral("0.95")); });
+  Run(window, photographer, "filter.residuals",
+      {{"frmResiduals", "Compute", "residuals", fill}, {"frmResiduals", "Exit", "residual-curve"}});
+}
+
+void ShowSlopes(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = [](QWidget* dialog) { Type(dialog, "txtInterval", QStringLiteral("1")); };
+  Run(window, photographer, "emg.fatigue",
+      {{"frmFatigue", "Select Channel", nullptr, fill},
+       {"frmChoose", "Process", nullptr, Pick({0})},
+       {"frmFatigueTable", "Graph", "fatigue-slope-table"},
+       {"frmFatigueTable", "Done", "fatigue-slopes"},
+       {"frmFatigue", "Exit"}});
+}
+
+void ShowMaximums(ui::MainWindow& window, Photographer& photographer) {
+  Run(window, photographer, "emg.maximums",
+      {{"frmMaximums", "Compute", "maximums", Channels({0, 1})}, {"frmMaximums", "Exit", "maximums-found"}});
+  photographer.Dialogue("emg.normalize", "frmNormalize", "normalize", "Cancel", Channels({0, 1}));
+}
+
+void ShowOnsets(ui::MainWindow& window, Photographer& photographer) {
+  Run(window, photographer, "emg.onsets",
+      {{"frmOnsets", "Compute", "onsets", Channels({0, 1})}, {"frmOnsets", "Exit", "onsets-found"}});
+  Run(window, photographer, "emg.co-contraction", {{"frmCoContraction", "Cancel", "co-contraction"}});
+}
+
+void ShowIntegrals(ui::MainWindow& window, Photographer& photographer) {
+  Run(window, photographer, "integrate.epoch",
+      {{"frmSetEpochDuration", "OK", nullptr, Channels({0})}, {"frmEpoch", "Exit", "epochs"}});
+  photographer.Dialogue("emg.integrate-reset", "frmIntegrateReset", "integrate-reset", "Cancel",
+                        Channels({0}));
+}
+
+}  // namespace
+
+void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
+  Open(window, data / "emg-bursts.vmb");
+  ShowFilterDesign(photographer);
+  ShowMaximums(window, photographer);
+  ShowOnsets(window, photographer);
+  ShowIntegrals(window, photographer);
+  Open(window, data / "reaching.vmb");
+  ShowResiduals(window, photographer);
+  Open(window, data / "hold-first.vmb");
+  ShowSlopes(window, photographer);
+}
+
+}  // namespace velmora::pictures
