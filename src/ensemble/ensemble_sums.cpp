@@ -18,36 +18,8 @@ struct Accumulation {
   const Run* runsEnd;
 };
 
-namespace sse2 {
-#include "ensemble/ensemble_lanes.inc"
-}  // namespace sse2
-
-SIMD_BEGIN_AVX2
-namespace avx2 {
-#include "ensemble/ensemble_lanes.inc"
-}  // namespace avx2
-SIMD_END
-
-SIMD_BEGIN_AVX512_WHOLE
-namespace avx512 {
-#include "ensemble/ensemble_lanes.inc"
-}  // namespace avx512
-SIMD_END
-
-template <bool adds>
-void AccumulateAt(const Accumulation& job, SimdLevel level) {
-  switch (level) {
-    case SimdLevel::Avx512:
-      avx512::Accumulate<adds>(job);
-      return;
-    case SimdLevel::Avx2:
-      avx2::Accumulate<adds>(job);
-      return;
-    case SimdLevel::Sse2:
-      sse2::Accumulate<adds>(job);
-      return;
-  }
-}
+#define SIMD_KERNEL "ensemble/ensemble_lanes.inc"
+#include "core/simd_widths.inc"
 
 }  // namespace
 
@@ -76,23 +48,17 @@ void EnsembleSums::Begin(const ChannelList& channels, std::int32_t intervals) {
 
 bool EnsembleSums::Fits(const Trial& trial, SimdLevel level) const {
   const Job job(*this, trial);
-  switch (level) {
-    case SimdLevel::Avx512:
-      return avx512::StaysFinite(job);
-    case SimdLevel::Avx2:
-      return avx2::StaysFinite(job);
-    case SimdLevel::Sse2:
-      break;
-  }
-  return sse2::StaysFinite(job);
+  return AtLevel(level, &sse2::StaysFinite, &avx2::StaysFinite, &avx512::StaysFinite)(job);
 }
 
 void EnsembleSums::Add(const Trial& trial, SimdLevel level) {
-  AccumulateAt<true>(Job(*this, trial), level);
+  AtLevel(level, &sse2::Accumulate<true>, &avx2::Accumulate<true>,
+          &avx512::Accumulate<true>)(Job(*this, trial));
 }
 
 void EnsembleSums::Remove(const Trial& trial, SimdLevel level) {
-  AccumulateAt<false>(Job(*this, trial), level);
+  AtLevel(level, &sse2::Accumulate<false>, &avx2::Accumulate<false>,
+          &avx512::Accumulate<false>)(Job(*this, trial));
 }
 
 float EnsembleSums::Mean(std::int64_t k, int j, std::int32_t files) const {
