@@ -41,6 +41,8 @@ class FormDialog : public AskingDialog {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  static constexpr int kNarrow = 360;  // pixels, of what stands beside a graph
+
   QWidget* MakeFields();
   QWidget* WithMark(FieldEditor* editor);
   QWidget* MakeGroups();
