@@ -167,4 +167,19 @@ inline test::Person::Act GraphOf(const char* kind) {
   return [kind](QWidget* dialog) { Choose(dialog, QString::fromUtf8(kind)); };
 }
 
+// Opens a menu by its letter.
+inline void KeepMenu(QWidget* window, Qt::Key letter, Photographer& photographer, const char* name) {
+  window->activateWindow();
+  if (!QTest::qWaitForWindowActive(window)) {
+    throw std::runtime_error("the window does not become active");
+  }
+  QTest::keyClick(window, letter, Qt::AltModifier);
+  QWidget* menu = QApplication::activePopupWidget();
+  if (menu == nullptr) {
+    throw std::runtime_error("the menu does not open");
+  }
+  photographer.Keep(menu, name);
+  menu->close();
+}
+
 }  // namespace velmora::pictures
