@@ -61,7 +61,7 @@ TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
 
 TEST_F(Check, FindsNoFaultInTheExamplesAndTouchesNoFile) {
   const auto none = [this](const std::string& recipe) {
-    const Ended run = Run({"--check", recipe, "--set", "weight=720"});
+    const Ended run = Run({"--check", recipe, "--set", "weight=720", "--set", "folder=."});
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, recipe + ": no fault found\n");
   };
