@@ -180,7 +180,7 @@ void ShowChannelMenu(ui::MainWindow& window, Photographer& photographer) {
   Run(window, photographer, "channel.generate",
       {{"frmWaveform", "Add", nullptr, [](QWidget* dialog) { Choose(dialog, "Chirp"); }},
        {"frmWaveform", "Cancel", "waveform"}});
-  KeepMenu(&window, Qt::Key_C, photographer, "channel-menu");
+  KeepMenu(&window, Qt::Key_C, photographer, "channels-menu");
 }
 
 // Six strides: the form on its way, a file before it is added, the results, and their band.

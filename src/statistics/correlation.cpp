@@ -150,7 +150,7 @@ std::vector<Series> SeriesOf(Trial& trial, const ChannelList& channels, SampleRa
   for (const int c : channels) {
     const ChannelView view = trial.Channel(c);
     Series& of = series.emplace_back();
-    of.reserve(static_cast<std::size_t>(range.hi - range.lo + 1));
+    of.reserve(static_cast<std::size_t>(range.hi - range.lo) + 1);
     for (std::int64_t i = range.lo; i <= range.hi; ++i) {
       of.push_back(view[i - 1]);
     }

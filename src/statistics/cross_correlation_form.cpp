@@ -29,8 +29,7 @@ CrossCorrelationForm::CrossCorrelationForm(Workbench& workbench, SampleRange ran
   maxLag_ = std::max(maxLag_, step);
   AddChannel("comX", "&X", x_);
   AddChannel("comY", "&Y", y_);
-  AddNumber("txtMaxLag", "&Largest lag (s)", maxLag_, {step, (range.hi - range.lo) / workbench.trial.Rate})
-      .units = "s";
+  AddNumber("txtMaxLag", "&Largest lag (s)", maxLag_, {step, (range.hi - range.lo) / workbench.trial.Rate});
   AddChoice("optNorm", "", norm_, {"Over the &whole range", "Over the &overlap"});
   AddFlag("chkShift", "&Shift Y back by the lag", shift_);
   AddButtons();

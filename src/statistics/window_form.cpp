@@ -40,7 +40,7 @@ std::vector<ResultTable::Cell> RowOf(const Trial& trial, int channel, std::size_
 std::vector<float> SamplesIn(Trial& trial, int channel, SampleRange range) {
   const ChannelView view = trial.Channel(channel);
   std::vector<float> samples;
-  samples.reserve(static_cast<std::size_t>(range.hi - range.lo + 1));
+  samples.reserve(static_cast<std::size_t>(range.hi - range.lo) + 1);
   for (std::int64_t i = range.lo; i <= range.hi; ++i) {
     samples.push_back(view[i - 1]);
   }

@@ -10,8 +10,8 @@
 
 namespace velmora {
 
-/// What a kernel calls every few milliseconds, or more often, with the part it has done, 0 to 1; false: it is to end with
-/// whatever it has, which nobody will look at. May be empty.
+/// What a kernel calls every few milliseconds, or more often, with the part it has done, 0 to 1; false: it is
+/// to end with whatever it has, which nobody will look at. May be empty.
 using GoesOn = std::function<bool(double part)>;
 
 inline bool Goes(const GoesOn& goesOn, double part) {
