@@ -50,14 +50,6 @@ TEST_F(DesignedSteps, EveryCommandRunsAndItsTablesAreInTheInfo) {
     answers:
       - form: {channels: {1: true, 2: true}, press: Compute}
       - form: {press: Exit}
-  - do: graph.multi
-    answers:
-      - form: {channels: [2]}
-  - view: {key: "2"}
-  - do: values.maximums
-    answers:
-      - form: {txtWindow: 0.1, press: Compute}
-      - form: {press: Exit}
   - do: emg.co-contraction
     answers:
       - form: {press: Compute}
@@ -73,6 +65,14 @@ TEST_F(DesignedSteps, EveryCommandRunsAndItsTablesAreInTheInfo) {
   - do: emg.integrate-reset
     answers:
       - form: {optReset: At a level, txtLevel: 5, channels: {1: true}, press: Integrate}
+      - form: {press: Exit}
+  - do: graph.multi
+    answers:
+      - form: {channels: [2]}
+  - view: {key: "2"}
+  - do: values.maximums
+    answers:
+      - form: {txtWindow: 0.1, press: Compute}
       - form: {press: Exit}
   - info: "${out}/all.json"
 )");

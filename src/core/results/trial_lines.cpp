@@ -14,6 +14,10 @@ std::string TrialLines(const Workbench& workbench) {
          FormatNumber(trial.Rate, patterns.RatePattern) + "\n";
 }
 
+std::string LabelOnOneLine(const Trial& trial, int channel) {
+  return OneLine(Trim(trial.ChanLabel[channel].Text()));
+}
+
 std::string ChannelLine(const Trial& trial, int channel) {
   return "Channel:\t" + ChannelNumber(channel) + "\t" + OneLine(Trim(trial.ChanLabel[channel].Text())) + "\n";
 }

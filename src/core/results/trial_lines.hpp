@@ -10,6 +10,9 @@ namespace velmora {
 /// "Filename:", "Trial code:" with "Trial:", "Duration (s):" and "Sampling rate (Hz):".
 std::string TrialLines(const Workbench& workbench);
 
+/// A channel's label as results tell it: on one line, without blanks around it.
+std::string LabelOnOneLine(const Trial& trial, int channel);
+
 /// "Channel:", its number and label.
 std::string ChannelLine(const Trial& trial, int channel);
 

@@ -14,7 +14,7 @@ namespace {
 constexpr double kLeastShownDb = -120;
 constexpr int kLineColour = 1;
 
-double Decibels(double gain) {
+double LevelInDecibels(double gain) {
   return std::fmax(20 * std::log10(gain), -400.0);
 }
 
@@ -65,7 +65,7 @@ std::vector<double> Frequencies(const std::vector<double>& edges, double rate) {
 // A notch has no level at its middle.
 std::string LevelAt(const PlannedPoint& point) {
   constexpr double nothing = -200;
-  const double level = Decibels(point.gain);
+  const double level = LevelInDecibels(point.gain);
   return (level < nothing ? "nothing" : FormatNumber(level, "0.00") + " dB") + " at " +
          PlainNumber(point.frequency) + " Hz";
 }
@@ -140,7 +140,7 @@ void FilterDesignForm::DrawResponse(const std::vector<PlannedPoint>& points, For
   const auto value = [this](const PlannedPoint& point) {
     switch (picture_) {
       case kGainDb:
-        return std::fmax(Decibels(point.gain), kLeastShownDb);
+        return std::fmax(LevelInDecibels(point.gain), kLeastShownDb);
       case kGain:
         return point.gain;
       case kPhase:
@@ -165,7 +165,8 @@ void FilterDesignForm::FillTables(const PlannedFilter& filter, const std::vector
   edges.name = "frmFilterDesignEdges";
   const std::vector<double> at = Edges();
   for (const PlannedPoint& point : points) {
-    response.rows.push_back({point.frequency, point.gain, Decibels(point.gain), point.phase, point.delay});
+    response.rows.push_back(
+        {point.frequency, point.gain, LevelInDecibels(point.gain), point.phase, point.delay});
     if (std::find(at.begin(), at.end(), point.frequency) != at.end()) {
       edges.rows.push_back(response.rows.back());
       atEdges_ += (atEdges_.empty() ? (IsZeroLag() ? "In all: " : "") : ", ") + LevelAt(point);

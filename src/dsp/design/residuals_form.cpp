@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/files/paths.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/missing_samples.hpp"
@@ -15,10 +16,6 @@ namespace velmora {
 namespace {
 
 constexpr int kFewestSamples = 5;
-
-std::string LabelOf(const Trial& trial, int channel) {
-  return Trim(trial.ChanLabel[channel].Text());
-}
 
 }  // namespace
 
@@ -141,7 +138,7 @@ ResultTable ResidualsForm::CutoffTable(const std::vector<Found>& all) const {
                                 "Cut-off / Rate"},
                     .formats = {nullptr, nullptr, frequency, value, nullptr, frequency, value}};
   for (const Found& found : all) {
-    std::vector<ResultTable::Cell> row = {ChannelNumber(found.channel), LabelOf(trial, found.channel)};
+    std::vector<ResultTable::Cell> row = {ChannelNumber(found.channel), LabelOnOneLine(trial, found.channel)};
     if (const auto& line = found.line) {
       row.insert(row.end(), {line->cutoff, line->atZero, line->slope, double{cutoffs_[line->first]},
                              line->cutoff / trial.Rate});
@@ -159,7 +156,8 @@ ResultTable ResidualsForm::CurveTable(const std::vector<Found>& all) const {
                     .columns = {"Frequency (Hz)"},
                     .formats = {ThroughPattern("0.00")}};
   for (const Found& found : all) {
-    table.columns.push_back(ChannelNumber(found.channel) + " " + LabelOf(workbench_.trial, found.channel));
+    table.columns.push_back(ChannelNumber(found.channel) + " " +
+                            LabelOnOneLine(workbench_.trial, found.channel));
     table.formats.push_back(ThroughPattern(workbench_.patterns.ValuePattern));
   }
   for (std::size_t j = 0; j < cutoffs_.size(); ++j) {
@@ -181,7 +179,7 @@ FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
                   .background = FormGraph::Background::White};
   for (const Found& found : all) {
     const int colour = trial.ChanColour[found.channel];
-    FormGraph::Plot curve{.name = LabelOf(trial, found.channel), .colour = colour, .width = 2.0};
+    FormGraph::Plot curve{.name = LabelOnOneLine(trial, found.channel), .colour = colour, .width = 2.0};
     for (std::size_t j = 0; j < cutoffs_.size(); ++j) {
       curve.x.push_back(cutoffs_[j]);
       curve.y.push_back(found.curve[j]);
@@ -190,7 +188,7 @@ FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
     graph.plots.push_back(std::move(curve));
     if (const auto& line = found.line) {
       graph.plots.push_back(
-          {.name = "line of " + LabelOf(trial, found.channel),
+          {.name = "line of " + LabelOnOneLine(trial, found.channel),
            .colour = 0,
            .x = {line->cutoff, 0, double{cutoffs_.back()}},
            .y = {line->atZero, line->atZero, line->atZero + line->slope * cutoffs_.back()}});

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/files/paths.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
@@ -14,10 +15,6 @@ namespace {
 constexpr int kEnvelopeColour = 3;
 constexpr int kSignalColour = 9;
 constexpr std::size_t kMostBands = 500;  // of a picture
-
-std::string LabelOf(const Trial& trial, int channel) {
-  return OneLine(Trim(trial.ChanLabel[channel].Text()));
-}
 
 double TimeAt(const Trial& trial, SampleRange range, std::int64_t at) {
   return trial.Data(range.lo + at, 0);
@@ -45,8 +42,9 @@ ResultTable BurstTable(const Workbench& workbench, SampleRange range,
       }
       const double on = TimeAt(trial, range, burst.on);
       const double off = TimeAt(trial, range, burst.off);
-      table.rows.push_back({ChannelNumber(of.channel), LabelOf(trial, of.channel), static_cast<double>(b + 1),
-                            on, off, static_cast<double>(burst.off - burst.on) / trial.Rate,
+      table.rows.push_back({ChannelNumber(of.channel), LabelOnOneLine(trial, of.channel),
+                            static_cast<double>(b + 1), on, off,
+                            static_cast<double>(burst.off - burst.on) / trial.Rate,
                             sum / static_cast<double>(burst.off - burst.on + 1), peak,
                             sum * (1.0 / trial.Rate), of.threshold});
     }
@@ -66,7 +64,7 @@ ResultTable SummaryTable(const Workbench& workbench, const std::vector<ChannelBu
       active += burst.off - burst.on + 1;
     }
     std::vector<ResultTable::Cell> row = {
-        ChannelNumber(of.channel), LabelOf(workbench.trial, of.channel),
+        ChannelNumber(of.channel), LabelOnOneLine(workbench.trial, of.channel),
         static_cast<double>(of.bursts.size()),
         100.0 * static_cast<double>(active) / static_cast<double>(of.envelope.size())};
     if (of.rest) {
@@ -94,7 +92,7 @@ OnsetsView::OnsetsView(Workbench& workbench, const OnsetsForm& form)
       found_(form.Found()) {
   std::vector<std::string> names;
   for (const ChannelBursts& of : found_) {
-    names.push_back(ChannelNumber(of.channel) + ": " + LabelOf(workbench.trial, of.channel));
+    names.push_back(ChannelNumber(of.channel) + ": " + LabelOnOneLine(workbench.trial, of.channel));
   }
   fields_.push_back({.name = "comShown",
                      .caption = "&Picture of",
@@ -109,7 +107,7 @@ OnsetsView::OnsetsView(Workbench& workbench, const OnsetsForm& form)
 void OnsetsView::Draw() {
   const Trial& trial = workbench_.trial;
   const ChannelBursts& of = found_[static_cast<std::size_t>(shown_)];
-  FormGraph graph{.title = LabelOf(trial, of.channel) + ", " + FileNamePart(trial.FileName),
+  FormGraph graph{.title = LabelOnOneLine(trial, of.channel) + ", " + FileNamePart(trial.FileName),
                   .x = {.caption = "Time (s)"},
                   .y = {.caption = Trim(trial.ChanUnits[of.channel].Text())},
                   .background = FormGraph::Background::White,

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/results/result_form.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/missing_samples.hpp"
@@ -26,10 +27,6 @@ class MaximumsView : public ResultForm {
                 ClipboardButton("Send results to &Clipboard"), ExitButton("E&xit")};
   }
 };
-
-std::string LabelOf(const Trial& trial, int channel) {
-  return OneLine(Trim(trial.ChanLabel[channel].Text()));
-}
 
 }  // namespace
 
@@ -95,7 +92,7 @@ void MaximumsForm::Store(const ChannelList& channels, const std::vector<WindowMa
   for (std::size_t k = 0; k < channels.size(); ++k) {
     const int c = channels[k];
     const StoredMaximum one{.Channel = static_cast<std::int16_t>(c),
-                            .Label = LabelOf(trial, c),
+                            .Label = LabelOnOneLine(trial, c),
                             .Units = OneLine(Trim(trial.ChanUnits[c].Text())),
                             .Maximum = found[k].value,
                             .Time = double{trial.Data(found[k].first, 0)} + (width - 1) / 2.0 / trial.Rate,

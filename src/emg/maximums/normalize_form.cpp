@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/results/result_form.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
@@ -13,10 +14,6 @@
 
 namespace velmora {
 namespace {
-
-std::string LabelOf(const Trial& trial, int channel) {
-  return OneLine(Trim(trial.ChanLabel[channel].Text()));
-}
 
 bool HasNegative(Trial& trial, int channel) {
   const ChannelView x = trial.Channel(channel);
@@ -64,12 +61,12 @@ void NormalizeForm::TakeFrom(const std::vector<StoredMaximum>& all, const std::s
   const Trial& trial = workbench_.trial;
   bool byLabel = false;
   for (int c = 1; c <= trial.NChan; ++c) {
-    byLabel = byLabel || FindMaximum(all, LabelOf(trial, c)) != nullptr;
+    byLabel = byLabel || FindMaximum(all, LabelOnOneLine(trial, c)) != nullptr;
   }
   for (int c = 1; c <= trial.NChan; ++c) {
     const auto numbered =
         std::find_if(all.begin(), all.end(), [c](const StoredMaximum& one) { return one.Channel == c; });
-    const StoredMaximum* one = byLabel                 ? FindMaximum(all, LabelOf(trial, c))
+    const StoredMaximum* one = byLabel                 ? FindMaximum(all, LabelOnOneLine(trial, c))
                                : numbered != all.end() ? &*numbered
                                                        : nullptr;
     maximums_[c] = one != nullptr ? one->Maximum : 0.0;
@@ -184,8 +181,8 @@ void NormalizeForm::Normalize(const ChannelList& channels) {
       above += std::abs(x[i]) > 100 ? 1 : 0;
     }
     trial.ChanUnits[c] = "%";
-    table.rows.push_back(
-        {ChannelNumber(c), LabelOf(trial, c), maximums_[c], from_[c], peak, static_cast<double>(above)});
+    table.rows.push_back({ChannelNumber(c), LabelOnOneLine(trial, c), maximums_[c], from_[c], peak,
+                          static_cast<double>(above)});
   }
   MarkChanged(workbench_, true);
   DidEach(workbench_, channels, [this](int c) {
