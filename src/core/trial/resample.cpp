@@ -96,7 +96,8 @@ void Resample(Trial& trial, std::int64_t n, SampleMatrix& fresh, const Interpola
 
 void ResampleAll(Trial& trial, std::int64_t n, SimdLevel level, SampleMatrix* spare) {
   SampleMatrix own;
-  Resample(trial, n, spare != nullptr ? *spare : own, [level](const Resampling& job) { Interpolate(job, level); });
+  Resample(trial, n, spare != nullptr ? *spare : own,
+           [level](const Resampling& job) { Interpolate(job, level); });
 }
 
 void ResampleAllPlainly(Trial& trial, std::int64_t n) {
