@@ -113,7 +113,9 @@ void SaveIntervals(Workbench& workbench, GraphView& view) {
   if (!MayReplace(workbench, paths)) {
     return;
   }
-  Tell(workbench, paths, WriteAll(workbench, intervals, paths));
+  const std::size_t written = WriteAll(workbench, intervals, paths);
+  Tell(workbench, paths, written);
+  workbench.ensemble.Files.assign(paths.begin(), paths.begin() + static_cast<std::ptrdiff_t>(written));
   Request(workbench, ShellRequest::ShowFiles);
 }
 

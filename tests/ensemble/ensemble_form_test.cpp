@@ -448,6 +448,32 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
   EXPECT_EQ(files, 2);
 }
 
+TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
+  // A walk of three strides of 1 s, each a ramp from 0 to 10, 0 to 20 and 0 to 30.
+  std::vector<float> walk;
+  for (int i = 0; i < 300; ++i) {
+    walk.push_back(static_cast<float>((i / 100 + 1) * 10) * static_cast<float>(i % 100) / 99.0F);
+  }
+  SetChannels(trial, {walk});
+  questions.boxAnswers.clear();
+  Run("graph.all");
+  SingleView& view = OpenSingleView(workbench);
+  for (const double x : {0.0, 0.99, 1.99, 2.99}) {
+    view.AddCursor(x, kYellow);
+  }
+  questions.fileAnswers.push_back({Out("stride.vmb")});
+  Run("view.save-intervals");
+  ASSERT_EQ(workbench.ensemble.Files.size(), 3U);
+  Press(kChannels, {{"txtFilename", Out("log.ens")}, {"txtNumber", "10"}});
+  Press(kBegin);
+  Press(kCalculate);
+  LeaveUnsaved();
+  Run("ensemble.average");
+  EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
+  EXPECT_FLOAT_EQ(trial.Data(11, 1), 20.0F) << "10, 20 and 30 at the ends of the strides";
+  EXPECT_TRUE(workbench.ensemble.Files.empty());
+}
+
 TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
   Begin(Ramp("a.vmb", 0, 10, 21));
   Open({Ramp("b.vmb", 2, 12, 21)});
