@@ -86,7 +86,7 @@ void FillFilter(QWidget* dialog) {
   TableOf(dialog)->setCurrentIndex(TableOf(dialog)->model()->index(0, 4));
 }
 
-/ void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
+void ShowGraph(ui::MainWindow& window, Photographer& photographer) {
   // The dialogue asks anew after each of its buttons.
   photographer.Helper().When("frmGraphChoose", [](QWidget* dialog) { test::Person::Press(dialog, "All"); });
   photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose", "OK");

@@ -457,10 +457,7 @@ TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
   SetChannels(trial, {walk});
   questions.boxAnswers.clear();
   Run("graph.all");
-  SingleView& view = OpenSingleView(workbench);
-  for (const double x : {0.0, 0.99, 1.99, 2.99}) {
-    view.AddCursor(x, kYellow);
-  }
+  OpenSingleView(workbench).AddCursors({0.0, 0.99, 1.99, 2.99});
   questions.fileAnswers.push_back({Out("stride.vmb")});
   Run("view.save-intervals");
   ASSERT_EQ(workbench.ensemble.Files.size(), 3U);

@@ -10,6 +10,7 @@
 
 #include "core/text/text.hpp"
 #include "ui/dialogs/form_dialog.hpp"
+#include "ui/main/theme.hpp"
 #include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
