@@ -4,6 +4,7 @@
 #include <QSplitter>
 #include <set>
 
+#include "ui/dialogs/asking_dialog.hpp"
 #include "ui/main/menus.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/screen_room.hpp"
@@ -212,14 +213,33 @@ class Inspector {
   void Arm() {
     QTimer::singleShot(10, &context_, [this] {
       Arm();
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      QDialog* dialog = Asking();
       if (dialog != nullptr && dialog->isVisible() && dialog != last_) {
         last_ = dialog;
         Inspect(*dialog);
-        dialog->reject();
+        Leave(*dialog);
         last_ = nullptr;
       }
     });
+  }
+  // One that stands beside a graph is not modal.
+  static QDialog* Asking() {
+    if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+      return modal;
+    }
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (auto* beside = qobject_cast<ui::AskingDialog*>(window); beside != nullptr && beside->isVisible()) {
+        return beside;
+      }
+    }
+    return nullptr;
+  }
+  static void Leave(QDialog& dialog) {
+    if (dialog.windowTitle() == "Confirm Exit") {
+      Person::Press(&dialog, "Yes");
+    } else {
+      dialog.reject();
+    }
   }
   void Inspect(QDialog& dialog) {
     const std::string name =

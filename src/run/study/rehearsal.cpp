@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <set>
 #include <stdexcept>
 
@@ -82,6 +83,19 @@ class NamedLabels {
 class RehearsingQuestions : public RecipeQuestions {
  public:
   std::vector<RecipeFault> faults;
+
+  /// A file that an earlier step would have written is not there: what follows in this step is not known.
+  std::vector<std::string> AskFile(const FileQuestion& question) override {
+    std::vector<std::string> paths = RecipeQuestions::AskFile(question);
+    const auto missing = [](const std::string& path) {
+      std::error_code error;
+      return !std::filesystem::exists(path, error);
+    };
+    if (question.mode == FileQuestion::Mode::Open && std::any_of(paths.begin(), paths.end(), missing)) {
+      throw CommandAbandoned("nothing to read while a recipe is checked");
+    }
+    return paths;
+  }
 
  protected:
   bool PassOver(Misfit misfit, int line, const std::string& why) override {
