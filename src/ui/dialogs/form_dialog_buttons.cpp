@@ -93,7 +93,8 @@ QPushButton* FormDialog::AddToMenu(const FormButton& button) {
 }
 
 QPushButton* FormDialog::MakeButton(const FormButton& button) {
-  auto* push = new QPushButton(ToQt(button.caption), this);
+  auto* push =
+      new QPushButton(ToQt(button.caption));  // the keys come to it where it is put, behind the fields
   push->setAutoDefault(false);
   push->setDefault(button.role == FormButton::Role::Accept);
   connect(push, &QPushButton::clicked, this, [this, &button] { PressButton(button); });
