@@ -1,4 +1,6 @@
 // Triggering as a person does it: a level is dragged in the graph behind the dialogue.
+#include <QScreen>
+
 #include "graph/single_view.hpp"
 #include "ui/shot.hpp"
 #include "ui/story.hpp"
@@ -91,8 +93,11 @@ TEST_F(TriggerWindow, ALevelIsDraggedScannedAndTheEndsAreKept) {
     EXPECT_EQ(View().Drawing().Preview->Hits.size(), 51U);
     EXPECT_TRUE(Tells(dialog, "51 triggers"));
     EXPECT_EQ(dialog->findChild<QLineEdit*>("txtTrigLevel1")->text().toDouble(), dragged);
-    const QRect shared = dialog->frameGeometry() & plot->rect().translated(plot->mapToGlobal(QPoint()));
-    EXPECT_LT(shared.width(), plot->width() / 10) << "the dialogue is in the way";
+    // On a screen that has room for both.
+    if (graph->width() + dialog->width() < graph->screen()->availableGeometry().width()) {
+      const QRect shared = dialog->frameGeometry() & plot->rect().translated(plot->mapToGlobal(QPoint()));
+      EXPECT_LT(shared.width(), plot->width() / 10) << "the dialogue is in the way";
+    }
     Shot(*graph, "trigger-preview");
     Shot(*dialog, "trigger-form");
     // Nothing else outside the dialogue answers: no cursors, no other command, the graph stays.
