@@ -72,7 +72,7 @@ FieldAnswer Field(YamlReader& reader, const std::string& name, const YAML::Node&
   return answer;
 }
 
-FormAnswer Form(YamlReader& reader, const YAML::Node& node) {
+FormAnswer FormAnswerOf(YamlReader& reader, const YAML::Node& node) {
   reader.CheckKeys(node, "form", {});
   FormAnswer answer;
   ReadEach(node, [&](const auto& entry) {
@@ -99,7 +99,7 @@ bool ReadKind(YamlReader& reader, const std::string& key, const YAML::Node& valu
   } else if (key == "pick") {
     answer.what = Pick(reader, value);
   } else if (key == "form") {
-    answer.what = Form(reader, value);
+    answer.what = FormAnswerOf(reader, value);
   } else {
     return false;
   }

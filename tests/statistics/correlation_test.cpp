@@ -1,13 +1,9 @@
 #include "statistics/correlation.hpp"
 
-#include <limits>
-
 #include "statistics/table_test.hpp"
 
 namespace velmora::test {
 namespace {
-
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
 struct CorrelationTest : TableTest {
   void Correlate(std::vector<int> channels) {

@@ -8,7 +8,6 @@
 namespace velmora::test {
 namespace {
 
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 struct LevelTest : TableTest {};

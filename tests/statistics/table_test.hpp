@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -8,6 +9,8 @@
 #include "support/command_test.hpp"
 
 namespace velmora::test {
+
+inline constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
 /// A cell of a table by its row and head; NaN where it is empty.
 inline double Cell(const ResultTable& table, std::size_t row, std::string_view head) {

@@ -12,12 +12,12 @@ using Matrix = Eigen::MatrixXd;
 using RowsMatrix = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
 
 /// x = centre + scale * u, u in -1..1.
-struct Scaling {
+struct UnitScaling {
   double centre = 0.0;
   double scale = 1.0;
 };
 
-Scaling ScalingOf(std::span<const double> x) {
+UnitScaling ScalingOf(std::span<const double> x) {
   const auto [lowest, highest] = std::minmax_element(x.begin(), x.end());
   const double half = (*highest - *lowest) / 2;
   return {*lowest + half, half > 0 ? half : 1.0};
@@ -37,7 +37,7 @@ void FillBasis(double u, int order, double* row) {
 // The triangle R of the QR of the basis with y as its last column, built up block by block: the triangle
 // so far stands for all the rows before, so a long trial needs no long matrix.
 Matrix ReduceToTriangle(std::span<const double> x, std::span<const double> y, int order,
-                        const Scaling& scaling) {
+                        const UnitScaling& scaling) {
   const Eigen::Index columns = order + 2;
   const auto points = static_cast<Eigen::Index>(x.size());
   const Eigen::Index block = std::max<Eigen::Index>(1024, 2 * columns);
@@ -59,7 +59,7 @@ Matrix ReduceToTriangle(std::span<const double> x, std::span<const double> y, in
 }
 
 // From Chebyshev polynomials of u to powers of x. Each Tk is carried along as its powers of x.
-std::vector<double> InPowers(const Vector& chebyshev, const Scaling& scaling) {
+std::vector<double> InPowers(const Vector& chebyshev, const UnitScaling& scaling) {
   const auto terms = static_cast<std::size_t>(chebyshev.size());
   std::vector<long double> sum(terms, 0.0L);
   std::vector<long double> before(terms, 0.0L);  // T(k-1)
@@ -86,7 +86,7 @@ std::vector<double> InPowers(const Vector& chebyshev, const Scaling& scaling) {
 }  // namespace
 
 PolynomialFit FitPolynomial(std::span<const double> x, std::span<const double> y, int order) {
-  const Scaling scaling = ScalingOf(x);
+  const UnitScaling scaling = ScalingOf(x);
   const Matrix triangle = ReduceToTriangle(x, y, order, scaling);
   const Eigen::Index terms = order + 1;
   const Vector chebyshev = triangle.topLeftCorner(terms, terms)
