@@ -164,17 +164,16 @@ void ResidualsPlain(benchmark::State& state) {
 }
 
 // Half a second of 100,000 samples.
-template <WindowMaximum (*find)(Trial&, int, SampleRange, std::int32_t, MaximumMethod)>
+template <WindowMaximum (*find)(Trial&, int, SampleRange, const MaximumRule&)>
 void Windows(benchmark::State& state) {
   Trial& trial = SharedTrial(1, 100'000);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(find(trial, 1, {1, trial.NData}, 500, MaximumMethod::MeanAbsolute));
+    benchmark::DoNotOptimize(find(trial, 1, {1, trial.NData}, {500, MaximumMethod::MeanAbsolute}));
   }
 }
 
-WindowMaximum FindFast(Trial& trial, int channel, SampleRange range, std::int32_t width,
-                       MaximumMethod method) {
-  return FindWindowMaximum(trial, channel, range, width, method);
+WindowMaximum FindFast(Trial& trial, int channel, SampleRange range, const MaximumRule& rule) {
+  return FindWindowMaximum(trial, channel, range, rule);
 }
 
 BENCHMARK(FourPassesInPlace)->Unit(benchmark::kMillisecond);

@@ -167,12 +167,13 @@ void EnsembleForm::TellVariation() {
     const double percent = CoefficientOfVariation(workbench_.trial, mean, mean + 1);
     const std::string number = ChannelNumber(channels[j]);
     const std::string label = Trim(average_.LabelOf(j).Text());
-    List("Coeff. of var. for Chan. " + number + ", '" + label + "' =" + Value(percent) + "%");
-    Log("Coeff. of var. for Channel " + number + ", '" + label + "' = " + Value(percent) + "%\n");
+    const std::string of = number + ", '" + label + "'";
+    List("Coeff. of var. for Chan. " + of + " =" + Value(percent) + "%");
+    Log("Coeff. of var. for Channel " + of + " = " + Value(percent) + "%\n");
     variation_.emplace_back(number + " " + label, percent);
     if (percent > 0 && percent < kRoundingRules) {
-      AddNotice(workbench_, "The deviations of channel " + number + ", '" + label +
-                                "', are so small against its means that 32-bit rounding decides on them.");
+      AddNotice(workbench_, "The deviations of channel " + of +
+                                ", are so small against its means that 32-bit rounding decides on them.");
     }
   }
 }

@@ -85,7 +85,7 @@ void DivideByOverlap(std::span<const double> dx, std::span<const double> dy, std
     const auto yFrom = static_cast<std::size_t>(std::max(k, 0));
     const double spreadX = x.Spread(xFrom, count);
     const double spreadY = y.Spread(yFrom, count);
-    double& at = r[static_cast<std::size_t>(largestLag + k)];
+    double& at = r[static_cast<std::size_t>(std::int64_t{largestLag} + k)];
     if (!(spreadX > kNothing * x.squares.back()) || !(spreadY > kNothing * y.squares.back())) {
       at = std::numeric_limits<double>::quiet_NaN();
       continue;

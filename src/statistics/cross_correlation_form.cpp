@@ -24,7 +24,7 @@ std::string ChannelName(const Trial& trial, int channel) {
 CrossCorrelationForm::CrossCorrelationForm(Workbench& workbench, SampleRange range)
     : AnalysisForm(workbench, "frmCrossCorrelation", "Cross-correlation"),
       range_(range),
-      maxLag_((range.hi - range.lo + 1) / 4 / workbench.trial.Rate) {
+      maxLag_(std::floor((range.hi - range.lo + 1) / 4.0) / workbench.trial.Rate) {
   const double step = 1.0 / workbench.trial.Rate;
   maxLag_ = std::max(maxLag_, step);
   AddChannel("comX", "&X", x_);

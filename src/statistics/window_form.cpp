@@ -182,7 +182,7 @@ bool WindowForm::FillTable(const Windows& windows) {
     const std::vector<float> samples = SamplesIn(trial, channel, whole);
     for (std::size_t k = 0; k < of.size(); ++k) {
       const auto first = static_cast<std::size_t>(of[k].lo - 1);
-      const auto count = static_cast<std::size_t>(of[k].hi - of[k].lo + 1);
+      const auto count = static_cast<std::size_t>(std::int64_t{of[k].hi} - of[k].lo + 1);
       table.rows.push_back(RowOf(trial, channel, k + 1, of[k],
                                  StatisticsOfWindow(std::span(samples).subspan(first, count),
                                                     std::span(times).subspan(first, count), step)));

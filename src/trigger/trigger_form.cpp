@@ -77,6 +77,7 @@ void TriggerForm::AddConditionFields() {
     channels.push_back(AsCaption(ChannelNumber(c) + ": " + Trim(trial.ChanLabel[c].Text())));
   }
   std::vector<std::string> kinds;
+  kinds.reserve(kTriggerKinds);
   for (int k = 0; k < kTriggerKinds; ++k) {
     kinds.push_back(AsCaption(KindText(static_cast<TriggerKind>(k))));
   }

@@ -14,9 +14,9 @@ TEST(WindowMaximum, ManyWindowsAtOnceHaveTheBitsOfThePlainLoop) {
   for (const auto method : {MaximumMethod::LargestAbsolute, MaximumMethod::MeanAbsolute, MaximumMethod::Rms,
                             MaximumMethod::Mean}) {
     for (const std::int32_t width : {1, 7, 500, 8900}) {
-      const WindowMaximum plain = FindWindowMaximumPlain(trial, 2, {51, 8990}, width, method);
+      const WindowMaximum plain = FindWindowMaximumPlain(trial, 2, {51, 8990}, {width, method});
       for (const SimdLevel level : MachineSimdLevels()) {
-        const WindowMaximum fast = FindWindowMaximum(trial, 2, {51, 8990}, width, method, level);
+        const WindowMaximum fast = FindWindowMaximum(trial, 2, {51, 8990}, {width, method}, level);
         EXPECT_EQ(fast.value, plain.value);
         EXPECT_EQ(fast.first, plain.first);
       }

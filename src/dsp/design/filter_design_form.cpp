@@ -60,9 +60,8 @@ void FilterDesignForm::AddFamilyFields() {
             {.lowest = 0, .highest = highest, .openBelow = true, .openAbove = true});
   AddCount("txtHarmonics", "&Harmonics", harmonics_, {0, 20});
   std::vector<std::string> classes;
-  for (const int one : kCfcClasses) {
-    classes.push_back(std::to_string(one));
-  }
+  std::transform(kCfcClasses.begin(), kCfcClasses.end(), std::back_inserter(classes),
+                 [](int one) { return std::to_string(one); });
   AddChoice("comClass", "C&lass", class_, classes);
   AddCount("txtWindow", "&Points (odd)", points_, {3, 999});
   AddCount("txtPolynomial", "Pol&ynomial", polynomial_, {0, 10});

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <ranges>
 #include <utility>
 
 #include "core/text/numbers.hpp"
@@ -54,8 +55,8 @@ double HalfOf(const PlannedFilter& filter) {
 
 Complex At(const std::vector<double>& polynomial, Complex inverseZ) {
   Complex sum = 0.0;
-  for (auto it = polynomial.rbegin(); it != polynomial.rend(); ++it) {
-    sum = sum * inverseZ + *it;
+  for (const double coefficient : std::views::reverse(polynomial)) {
+    sum = sum * inverseZ + coefficient;
   }
   return sum;
 }
@@ -119,9 +120,10 @@ class PhaseWalk {
       return PhaseOfTaps(frequency);
     }
     const double way = frequency - at_;
-    const double steps = std::fmax(1.0, std::ceil(way / longest_));
-    for (double k = 1; k <= steps; ++k) {
-      Turn(AllRuns(filter_, all_, frequency - way * (1 - k / steps)));
+    const auto steps = static_cast<std::int64_t>(std::fmax(1.0, std::ceil(way / longest_)));
+    for (std::int64_t k = 1; k <= steps; ++k) {
+      const double part = static_cast<double>(k) / static_cast<double>(steps);
+      Turn(AllRuns(filter_, all_, frequency - way * (1 - part)));
     }
     at_ = frequency;
     return Degrees(phase_);
@@ -170,15 +172,14 @@ void RunPlain(std::span<double> x, const PlannedFilter& filter) {
 PlannedAnswers AnswersOfTaps(const PlannedFilter& filter) {
   const std::vector<double> taps = std::visit(PolynomialsOf{}, filter.kind).front().b;
   const double before = IsCentred(filter) ? HalfOf(filter) : 0.0;
-  const double around = std::fmax(4.0, std::round(static_cast<double>(taps.size()) / 8));
+  const auto size = static_cast<std::int64_t>(taps.size());
+  const std::int64_t around = std::max<std::int64_t>(4, (size + 4) / 8);
   PlannedAnswers answers;
   double sum = 0.0;
-  for (double i = -before - around; i <= static_cast<double>(taps.size()) - before + around; ++i) {
-    const double k = i + before;
-    const bool inside = k >= 0 && k < static_cast<double>(taps.size());
-    const double tap = inside ? taps[static_cast<std::size_t>(k)] : 0.0;
+  for (std::int64_t k = -around; k <= size + around; ++k) {
+    const double tap = k >= 0 && k < size ? taps[static_cast<std::size_t>(k)] : 0.0;
     sum += tap;
-    answers.time.push_back(i / filter.rate);
+    answers.time.push_back((static_cast<double>(k) - before) / filter.rate);
     answers.impulse.push_back(tap);
     answers.step.push_back(sum);
   }

@@ -31,7 +31,7 @@ Trial Copies(Trial& trial, int channel, int count) {
   Trial copies;
   copies.Rate = trial.Rate;
   copies.AllocateData(count, std::int64_t{trial.NData} + 2 * padding.count, SampleMatrix::Fill::None);
-  std::vector<float> ends(static_cast<std::size_t>(2 * padding.count));
+  std::vector<float> ends(2 * static_cast<std::size_t>(padding.count));
   FillPadding(x, {1, trial.NData}, padding, {ends.data(), 1, padding.count},
               {ends.data() + padding.count, 1, padding.count});
   for (std::int64_t i = 0; i < copies.NData; ++i) {

@@ -66,7 +66,7 @@ SavitzkyGolay DesignSavitzkyGolay(std::int32_t points, std::int32_t polynomial, 
         "The polynomial must be of a degree below the number of points and at most 10.");
   Check(derivative >= 0 && derivative <= kHighestDerivative, "The derivative must be from 0 to 2.");
   Check(derivative == 0 || (rate > 0 && std::isfinite(rate)), "The sampling rate must be above zero.");
-  const double half = points / 2;
+  const double half = (points - 1) / 2.0;
   const Eigen::Index columns = polynomial + 1;
   Eigen::MatrixXd powers(points, columns);
   for (Eigen::Index i = 0; i < points; ++i) {

@@ -283,15 +283,28 @@ void Sweep(const Signal& signal, std::vector<Strip> strips, const std::vector<Ch
   }
 }
 
+// Every channel with a cut-off, whether it can be filtered or not.
+std::vector<ChannelRun> RectifiedRuns(const ChannelsFilter& filter, int channels) {
+  ChannelList rectified;
+  if (filter.Rectify && filter.type == PassType::Low && filter.design != FilterDesign::Bessel) {
+    for (int c = 1; c <= channels; ++c) {
+      if (filter.Cutoffs[c] > 0) {
+        rectified.push_back(c);
+      }
+    }
+  }
+  return RunsOf(rectified);
+}
+
 // Everything that one call needs once the sections are known.
 class LanesRun {
  public:
   LanesRun(Trial& trial, const ChannelsFilter& filter, const PerChannel<FilterSection>& sections,
-           std::vector<int> channels, const ChannelList& rectified, SimdLevel level, const Turn& turn)
+           std::vector<int> channels, SimdLevel level, const Turn& turn)
       : filter_(filter),
         sections_(sections),
         channels_(std::move(channels)),
-        rectified_(RunsOf(rectified)),
+        rectified_(RectifiedRuns(filter, trial.NChan)),
         kernels_(KernelsOf(level)),
         turn_(turn) {
     const FilterPadding padding =
@@ -364,16 +377,10 @@ PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& fil
                                          const Turn& turn) {
   PerChannel<FilterVerdict> verdicts{};
   PerChannel<FilterSection> sections{};
-  const bool rectify =
-      filter.Rectify && filter.type == PassType::Low && filter.design != FilterDesign::Bessel;
-  ChannelList rectified;
   std::vector<int> accepted;
   for (int c = 1; c <= trial.NChan; ++c) {
     if (!(filter.Cutoffs[c] > 0)) {
       continue;
-    }
-    if (rectify) {
-      rectified.push_back(c);
     }
     const DesignedSection designed = DesignSection(filter.type, filter.design, filter.Cutoffs[c], trial.Rate,
                                                    filter.Passes[c], filter.ZeroLag[c]);
@@ -386,7 +393,7 @@ PerChannel<FilterVerdict> FilterChannels(Trial& trial, const ChannelsFilter& fil
   if (trial.NData < 1) {
     return verdicts;
   }
-  LanesRun(trial, filter, sections, std::move(accepted), rectified, level, turn).Run();
+  LanesRun(trial, filter, sections, std::move(accepted), level, turn).Run();
   return verdicts;
 }
 

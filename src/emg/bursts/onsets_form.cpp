@@ -95,8 +95,8 @@ RestLevel OnsetsForm::Rest(const std::vector<double>& envelope) const {
   if (baseline_ == kQuietest) {
     first = QuietestStretch(envelope, count);
   } else if (baseline_ == kCursors) {
-    first = static_cast<std::size_t>(workbench_.trial.CursorLo - range_.lo);
-    count = static_cast<std::size_t>(workbench_.trial.CursorHi - workbench_.trial.CursorLo + 1);
+    first = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorLo} - range_.lo);
+    count = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorHi} - workbench_.trial.CursorLo + 1);
   }
   return RestLevelOf(std::span(envelope).subspan(first, count));
 }

@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-constexpr int kEnvelopeColour = 3;
+constexpr int kBurstEnvelopeColour = 3;
 constexpr int kSignalColour = 9;
 constexpr std::size_t kMostBands = 500;  // of a picture
 
@@ -113,7 +113,7 @@ void OnsetsView::Draw() {
                   .background = FormGraph::Background::White,
                   .resets = graph_->resets + 1};
   FormGraph::Plot signal{.name = "EMG", .colour = kSignalColour};
-  FormGraph::Plot envelope{.name = "envelope", .colour = kEnvelopeColour, .width = 2.0};
+  FormGraph::Plot envelope{.name = "envelope", .colour = kBurstEnvelopeColour, .width = 2.0};
   for (std::size_t i = 0; i < of.envelope.size(); ++i) {
     signal.x.push_back(TimeAt(trial, range_, static_cast<std::int64_t>(i)));
     signal.y.push_back(trial.Data(range_.lo + static_cast<std::int64_t>(i), of.channel));
@@ -132,7 +132,7 @@ void OnsetsView::Draw() {
     graph.bands.push_back({.from = TimeAt(trial, range_, of.bursts[b].on),
                            .to = TimeAt(trial, range_, of.bursts[b].off),
                            .text = std::to_string(b + 1),
-                           .colour = kEnvelopeColour,
+                           .colour = kBurstEnvelopeColour,
                            .strength = 0.8,
                            .above = true});
   }

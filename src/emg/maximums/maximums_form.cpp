@@ -72,7 +72,7 @@ bool MaximumsForm::Compute() {
   const bool done = ReadCancellable(workbench_, "Determining maximums", [&](const Turn& turn) {
     for (const int c : channels) {
       found.push_back(
-          FindWindowMaximum(workbench_.trial, c, range_, width, method, MachineSimdLevel(), turn));
+          FindWindowMaximum(workbench_.trial, c, range_, {width, method}, MachineSimdLevel(), turn));
     }
   });
   if (!done) {

@@ -28,7 +28,7 @@ double ValueOf(double sum, std::int32_t width, MaximumMethod method) {
 std::vector<double> TermsOf(Trial& trial, int channel, SampleRange range, MaximumMethod method) {
   const ChannelView x = trial.Channel(channel);
   std::vector<double> terms;
-  terms.reserve(static_cast<std::size_t>(range.hi - range.lo + 1));
+  terms.reserve(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
   for (std::int64_t i = range.lo - 1; i < range.hi; ++i) {
     terms.push_back(TermOf(x[i], method));
   }
@@ -41,11 +41,11 @@ std::int32_t WidthOf(std::int32_t width, MaximumMethod method) {
 
 }  // namespace
 
-WindowMaximum FindWindowMaximum(Trial& trial, int channel, SampleRange range, std::int32_t width,
-                                MaximumMethod method, SimdLevel level, const Turn& turn) {
+WindowMaximum FindWindowMaximum(Trial& trial, int channel, SampleRange range, const MaximumRule& rule,
+                                SimdLevel level, const Turn& turn) {
   constexpr std::int64_t kTogether = 4096;
-  width = WidthOf(width, method);
-  const std::vector<double> terms = TermsOf(trial, channel, range, method);
+  const std::int32_t width = WidthOf(rule.width, rule.method);
+  const std::vector<double> terms = TermsOf(trial, channel, range, rule.method);
   const std::int64_t windows = static_cast<std::int64_t>(terms.size()) - width + 1;
   std::vector<double> sums(static_cast<std::size_t>(std::min(kTogether, windows)));
   double largest = 0.0;
@@ -60,13 +60,12 @@ WindowMaximum FindWindowMaximum(Trial& trial, int channel, SampleRange range, st
     }
     Give(turn);
   }
-  return {.value = ValueOf(largest, width, method), .first = static_cast<std::int32_t>(range.lo + at)};
+  return {.value = ValueOf(largest, width, rule.method), .first = static_cast<std::int32_t>(range.lo + at)};
 }
 
-WindowMaximum FindWindowMaximumPlain(Trial& trial, int channel, SampleRange range, std::int32_t width,
-                                     MaximumMethod method) {
-  width = WidthOf(width, method);
-  const std::vector<double> terms = TermsOf(trial, channel, range, method);
+WindowMaximum FindWindowMaximumPlain(Trial& trial, int channel, SampleRange range, const MaximumRule& rule) {
+  const std::int32_t width = WidthOf(rule.width, rule.method);
+  const std::vector<double> terms = TermsOf(trial, channel, range, rule.method);
   double largest = 0.0;
   std::int32_t first = 0;
   for (std::size_t i = 0; i + static_cast<std::size_t>(width) <= terms.size(); ++i) {
@@ -76,7 +75,7 @@ WindowMaximum FindWindowMaximumPlain(Trial& trial, int channel, SampleRange rang
       first = range.lo + static_cast<std::int32_t>(i);
     }
   }
-  return {.value = ValueOf(largest, width, method), .first = first};
+  return {.value = ValueOf(largest, width, rule.method), .first = first};
 }
 
 }  // namespace velmora

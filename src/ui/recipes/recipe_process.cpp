@@ -66,7 +66,8 @@ void RecipeProcess::ReadLine(const QByteArray& line) {
       message.append(text);
     }
   }
-  for (const QJsonValue& warning : told.value(QStringLiteral("warnings")).toArray()) {
+  const QJsonArray warnings = told.value(QStringLiteral("warnings")).toArray();
+  for (const auto& warning : warnings) {
     message.append(warning.toString());
   }
   Q_EMIT FileEnded(file, outcome, message.join(QLatin1Char('\n')));
