@@ -76,7 +76,8 @@ class EnsembleForm : public Form, public std::enable_shared_from_this<EnsembleFo
   bool AddLast();
   bool RemoveLast();
   bool Calculate();
-  void TellVariation();
+  /// Of the j-th channel of the average, from 0.
+  void TellVariation(std::size_t j);
 
   // ensemble_form_files.cpp: files in and out of the trial
   [[nodiscard]] std::vector<std::string> AskFiles(const char* title, bool masked);

@@ -146,7 +146,9 @@ bool EnsembleForm::Calculate() {
   MakeAveragedTrial(workbench_, average_, seconds, BaseName(txtFilename_));
   Log("Number of files in average: " + std::to_string(files) + "\n" +
       (seconds ? "Mean time (s): " + Value(average_.MeanTime()) + "\n" : ""));
-  TellVariation();
+  for (std::size_t j = 0; j < average_.Channels().size(); ++j) {
+    TellVariation(j);
+  }
   if (const std::string why = log_.Close(); !why.empty()) {
     workbench_.OutputFileName = FullPath(txtFilename_);
     ShowSaveFailure(workbench_, why);
@@ -159,22 +161,19 @@ bool EnsembleForm::Calculate() {
   return false;
 }
 
-void EnsembleForm::TellVariation() {
+void EnsembleForm::TellVariation(std::size_t j) {
   constexpr double kRoundingRules = 0.1;  // %: the squares of 32 bits hold no deviation that is smaller
-  const ChannelList& channels = average_.Channels();
-  for (std::size_t j = 0; j < channels.size(); ++j) {
-    const int mean = 2 * static_cast<int>(j) + 1;
-    const double percent = CoefficientOfVariation(workbench_.trial, mean, mean + 1);
-    const std::string number = ChannelNumber(channels[j]);
-    const std::string label = Trim(average_.LabelOf(j).Text());
-    const std::string of = number + ", '" + label + "'";
-    List("Coeff. of var. for Chan. " + of + " =" + Value(percent) + "%");
-    Log("Coeff. of var. for Channel " + of + " = " + Value(percent) + "%\n");
-    variation_.emplace_back(number + " " + label, percent);
-    if (percent > 0 && percent < kRoundingRules) {
-      AddNotice(workbench_, "The deviations of channel " + of +
-                                ", are so small against its means that 32-bit rounding decides on them.");
-    }
+  const int mean = 2 * static_cast<int>(j) + 1;
+  const double percent = CoefficientOfVariation(workbench_.trial, mean, mean + 1);
+  const std::string number = ChannelNumber(average_.Channels()[j]);
+  const std::string label = Trim(average_.LabelOf(j).Text());
+  const std::string of = number + ", '" + label + "'";
+  List("Coeff. of var. for Chan. " + of + " =" + Value(percent) + "%");
+  Log("Coeff. of var. for Channel " + of + " = " + Value(percent) + "%\n");
+  variation_.emplace_back(number + " " + label, percent);
+  if (percent > 0 && percent < kRoundingRules) {
+    AddNotice(workbench_, "The deviations of channel " + of +
+                              ", are so small against its means that 32-bit rounding decides on them.");
   }
 }
 

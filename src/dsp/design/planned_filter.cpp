@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <ranges>
+#include <numeric>
 #include <utility>
 
 #include "core/text/numbers.hpp"
@@ -54,11 +54,8 @@ double HalfOf(const PlannedFilter& filter) {
 }
 
 Complex At(const std::vector<double>& polynomial, Complex inverseZ) {
-  Complex sum = 0.0;
-  for (const double coefficient : std::views::reverse(polynomial)) {
-    sum = sum * inverseZ + coefficient;
-  }
-  return sum;
+  return std::accumulate(polynomial.rbegin(), polynomial.rend(), Complex(0.0),
+                         [inverseZ](Complex sum, double one) { return sum * inverseZ + one; });
 }
 
 Complex OneRun(const std::vector<Polynomials>& all, Complex inverseZ) {

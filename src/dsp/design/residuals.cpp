@@ -30,7 +30,7 @@ Trial Copies(Trial& trial, int channel, int count) {
   const FilterPadding padding = MakePadding(PaddingOf(trial), false, trial.NData, trial.NData - 1);
   Trial copies;
   copies.Rate = trial.Rate;
-  copies.AllocateData(count, std::int64_t{trial.NData} + 2 * padding.count, SampleMatrix::Fill::None);
+  copies.AllocateData(count, trial.NData + 2 * std::int64_t{padding.count}, SampleMatrix::Fill::None);
   std::vector<float> ends(2 * static_cast<std::size_t>(padding.count));
   FillPadding(x, {1, trial.NData}, padding, {ends.data(), 1, padding.count},
               {ends.data() + padding.count, 1, padding.count});
