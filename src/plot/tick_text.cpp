@@ -67,8 +67,11 @@ std::string TickText(double tick, double step, double largest) {
 
 std::string DecadeText(double tick) {
   const auto power = static_cast<int>(std::lround(std::log10(tick)));
-  if (power >= -2 && power <= 4) {
-    return PlainNumber(tick);
+  if (power >= 0 && power <= 4) {
+    return "1" + std::string(static_cast<std::size_t>(power), '0');
+  }
+  if (power >= -2 && power < 0) {
+    return power == -1 ? "0.1" : "0.01";
   }
   constexpr std::array kRaised = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
   std::string text = power < 0 ? "10⁻" : "10";

@@ -19,6 +19,7 @@ TEST(TickText, NumeralsArePlainOrHaveAPrefix) {
   EXPECT_EQ(DecadeText(0.01), "0.01");
   EXPECT_EQ(DecadeText(0.1), "0.1");
   EXPECT_EQ(DecadeText(10000), "10000");
+  EXPECT_EQ(DecadeText(99.99999999999999), "100");  // as an axis makes its ticks
   EXPECT_EQ(DecadeText(1e6), "10⁶");
   EXPECT_EQ(DecadeText(1e-12), "10⁻¹²");
   // A clock: 3725 s are an hour, two minutes and five seconds.
