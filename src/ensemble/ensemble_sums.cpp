@@ -1,5 +1,6 @@
 #include "ensemble/ensemble_sums.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -20,6 +21,12 @@ struct Accumulation {
 
 #define SIMD_KERNEL "ensemble/ensemble_lanes.inc"
 #include "core/simd_widths.inc"
+
+// The runs of a frame are short: 64-byte vectors take longer to set up than they save.
+template <typename Kernel>
+Kernel Fastest(SimdLevel level, Kernel sse2, Kernel avx2, Kernel avx512) {
+  return AtLevel(std::min(level, SimdLevel::Avx2), sse2, avx2, avx512);
+}
 
 }  // namespace
 
@@ -48,16 +55,16 @@ void EnsembleSums::Begin(const ChannelList& channels, std::int32_t intervals) {
 
 bool EnsembleSums::Fits(const Trial& trial, SimdLevel level) const {
   const Job job(*this, trial);
-  return AtLevel(level, &sse2::StaysFinite, &avx2::StaysFinite, &avx512::StaysFinite)(job);
+  return Fastest(level, &sse2::StaysFinite, &avx2::StaysFinite, &avx512::StaysFinite)(job);
 }
 
 void EnsembleSums::Add(const Trial& trial, SimdLevel level) {
-  AtLevel(level, &sse2::Accumulate<true>, &avx2::Accumulate<true>,
+  Fastest(level, &sse2::Accumulate<true>, &avx2::Accumulate<true>,
           &avx512::Accumulate<true>)(Job(*this, trial));
 }
 
 void EnsembleSums::Remove(const Trial& trial, SimdLevel level) {
-  AtLevel(level, &sse2::Accumulate<false>, &avx2::Accumulate<false>,
+  Fastest(level, &sse2::Accumulate<false>, &avx2::Accumulate<false>,
           &avx512::Accumulate<false>)(Job(*this, trial));
 }
 
