@@ -1,6 +1,7 @@
 #include "emg/maximums/stored_maximums.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <utility>
 
@@ -72,7 +73,7 @@ std::optional<StoredMaximum> RowOf(const std::string& line, const std::vector<st
   const auto cell = [&](Column column) {
     return places[column] < cells.size() ? Trim(cells[places[column]]) : std::string();
   };
-  if (places[kLabel] >= cells.size() || !IsNumber(cell(kMaximum))) {
+  if (places[kLabel] >= cells.size() || !IsNumber(cell(kMaximum)) || !std::isfinite(Val(cell(kMaximum)))) {
     return std::nullopt;
   }
   // Channels are shown from 00 on.
