@@ -7,6 +7,8 @@
 #include <random>
 
 #include "emg/amplitude_distribution.hpp"
+#include "support/command_test.hpp"
+#include "support/recordings.hpp"
 #include "support/trials.hpp"
 
 namespace velmora::test {
@@ -83,6 +85,27 @@ TEST(AmplitudeDistribution, EveryWidthCountsAsAPlainLoop) {
       }
     }
   }
+}
+
+struct EmgRecordings : FileTest {};
+
+// The sum of magnitudes that others print for four channels of this walk (pyomeca), whose text is cut to six
+// places.
+TEST_F(EmgRecordings, MagnitudesOfAWalkAddUpToThePublishedSum) {
+  const std::optional<std::string> file = Recording("vendor/vicon_nexus_analogs.csv");
+  if (!file) {
+    GTEST_SKIP() << "needs VELMORA_RECORDINGS";
+  }
+  LoadPath(*file);
+  const auto statistics = TakeEmgStatistics(trial, {1, trial.NData}, {}, 1 / trial.Rate);
+  double sum = 0.0;
+  for (int c = 1; c <= trial.NChan; ++c) {
+    const std::string label = Trim(trial.ChanLabel[c].Text());
+    if (label == "EMG1" || label == "EMG10" || label == "EMG11" || label == "EMG12") {
+      sum += statistics[c].absoluteSum;
+    }
+  }
+  EXPECT_NEAR(sum, 2.26749462, 2e-6);
 }
 
 }  // namespace
