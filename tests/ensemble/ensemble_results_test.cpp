@@ -1,0 +1,157 @@
+// What an average leads to: graphs, files, and what a full disk does to them.
+#include "ensemble/ensemble_steps.hpp"
+#include "support/full_disk.hpp"
+
+namespace velmora::test {
+namespace {
+
+TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
+  std::vector<float> x(201, 0.0F);
+  std::fill_n(x.begin() + 100, 101, 4.0F);
+  Begin(File("a.vmb", {std::vector<float>(101, 2.0F)}));
+  Press(kOpen, {{"chkPreview", "true"}});
+  questions.fileAnswers.push_back({File("b.vmb", {x})});
+  Run("ensemble.average");
+  ASSERT_NE(workbench.view, nullptr) << "the preview, before the file is added";
+  EXPECT_EQ(files, 1);
+  const Graph& graph = OpenSingleView(workbench).Drawing();
+  ASSERT_EQ(graph.Backdrops.size(), 1U) << "the mean so far";
+  EXPECT_EQ(graph.Backdrops[0].Values, std::vector<float>(11, 2.0F));
+  Run("cursor.one");
+  workbench.view->MoveCursor(1, 1.0);
+  questions.FillForm({});
+  Run("crop.left");
+  Press(kAdd);
+  Press("Graph Last File");
+  Run("view.exit");
+  ASSERT_NE(workbench.view, nullptr);
+  EXPECT_EQ(trial.ChanLabel[0].Text(), "Percentage");
+  EXPECT_EQ(trial.Duration, 100.0);
+  EXPECT_TRUE(trial.PairedGraphs);
+  Press(kCalculate, {{"chkUseTime", "true"}});
+  Press("Graph Results");
+  Run("view.exit");
+  ASSERT_NE(workbench.view, nullptr);
+  EXPECT_FALSE(trial.PairedGraphs);
+  EXPECT_EQ(Channel(trial, 1), std::vector<float>(11, 3.0F)) << "half of b.vmb was cropped away";
+  EXPECT_EQ(trial.Duration, 1.0);
+  LeaveUnsaved();
+  Run("ensemble.average");  // brings the form back, too
+  EXPECT_EQ(workbench.view, nullptr);
+  EXPECT_TRUE(questions.formAnswers.empty());
+  EXPECT_EQ(files, 2);
+}
+
+TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
+  // A walk of three strides of 1 s, each a ramp from 0 to 10, 0 to 20 and 0 to 30.
+  std::vector<float> walk;
+  for (int i = 0; i < 300; ++i) {
+    walk.push_back(static_cast<float>((i / 100 + 1) * 10) * static_cast<float>(i % 100) / 99.0F);
+  }
+  SetChannels(trial, {walk});
+  questions.boxAnswers.clear();
+  Run("graph.all");
+  OpenSingleView(workbench).AddCursors({0.0, 0.99, 1.99, 2.99});
+  questions.fileAnswers.push_back({Out("stride.vmb")});
+  Run("view.save-intervals");
+  ASSERT_EQ(workbench.ensemble.Files.size(), 3U);
+  Press(kChannels, {{"txtFilename", Out("log.ens")}, {"txtNumber", "10"}});
+  Press(kBegin);
+  Press(kCalculate);
+  LeaveUnsaved();
+  Run("ensemble.average");
+  EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
+  EXPECT_FLOAT_EQ(trial.Data(11, 1), 20.0F) << "10, 20 and 30 at the ends of the strides";
+  EXPECT_TRUE(workbench.ensemble.Files.empty());
+}
+
+TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
+  Begin(Ramp("a.vmb", 0, 10, 21));
+  Open({Ramp("b.vmb", 2, 12, 21)});
+  Press(kCalculate);
+  Press("View in Excel");
+  Press("10. Save to .VMB");
+  questions.fileAnswers.push_back({Out("mean.vmb")});
+  Press("Save to ASCII");
+  questions.boxAnswers = {Button::Yes, Button::Yes};
+  questions.fileAnswers.push_back({Out("mean.tab")});
+  Press("Save to .VME");
+  questions.fileAnswers.push_back({Out("mean.vme")});
+  std::string opened;
+  workbench.desktop.open = [&opened](const std::string& program, const std::string& path) {
+    opened = program + " " + path;
+    return std::string();
+  };
+  Press("View in Excel");
+  Leave();
+  Run("ensemble.average");
+  EXPECT_EQ(questions.boxes.front().text, "You must save the file in ASCII first.");
+  EXPECT_EQ(LastBox(), "Finished averaging|Ensemble averages are in the file " + Out("mean.vme"));
+  EXPECT_EQ(opened, "Excel.exe " + Out("mean.tab"));
+  EXPECT_EQ(questions.files.back().defaultName, "log.vme");
+  EXPECT_FALSE(trial.FileChanged);
+  const std::vector<float> means = Channel(trial, 1);
+  const std::vector<float> deviations = Channel(trial, 2);
+
+  const std::string text = ReadFile(Out("mean.vme"));
+  EXPECT_NE(text.find("\r\n* Ensemble averaged data\r\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("\r\n*        0    10\r\n* Channel:        00        01\r\n"), std::string::npos)
+      << text;
+  EXPECT_NE(text.find("\r\n   50.0000    6.0000    1.4142\r\n"), std::string::npos) << text;
+
+  Press("Read Ensemble");
+  questions.fileAnswers.push_back({Out("mean.vme")});
+  Leave();
+  Run("ensemble.average");
+  EXPECT_EQ(Channel(trial, 1), means);
+  EXPECT_NEAR(trial.Data(3, 2), deviations[2], 1e-4);
+  EXPECT_EQ(questions.files.back().title, "Read Ensemble");
+  LoadPath(Out("mean.vmb"));
+  EXPECT_EQ(Channel(trial, 1), means);
+  EXPECT_EQ(Channel(trial, 2), deviations);
+  EXPECT_EQ(workbench.time.Base, TimeBase::Percentage);
+}
+
+TEST_F(EnsembleFormTest, AFileThatCannotBeWrittenLosesNothing) {
+  const std::string a = Ramp("a.vmb", 0, 10, 21);
+  Press(kFirst, {{"txtFilename", directory.Path("no-such-directory/log.ens")}, {"txtNumber", "10"}});
+  questions.fileAnswers.push_back({a});
+  Press(kChannels);
+  Press(kBegin);  // no log, no average
+  Press(kBegin, {{"txtFilename", Out("log.ens")}});
+  Open({a});
+  Press(kCalculate);
+  std::optional<FullDisk> full;
+  questions.formAnswers.emplace_back([&full](Form&) {
+    full.emplace(200);
+    return std::string("Save to .VME");
+  });
+  questions.fileAnswers.push_back({Out("mean.vme")});
+  LeaveUnsaved();
+  Run("ensemble.average");
+  full.reset();
+  EXPECT_EQ(workbench.report.failures.size(), 2U);
+  EXPECT_FALSE(std::filesystem::exists(Out("mean.vme")));
+  EXPECT_NE(workbench.report.failures[0].find("Error saving to file: "), std::string::npos);
+  EXPECT_EQ(LastBox().substr(0, 17), "Results Not Saved");
+  EXPECT_EQ(Channel(trial, 1)[10], 10.0F);
+
+  // A log that goes away meanwhile is told of once, and the average goes on.
+  workbench.report = {};
+  Begin(a, {}, {{"txtFilename", Out("gone/log.ens")}});
+  std::filesystem::create_directory(Out("gone"));
+  questions.formAnswers.emplace_back([this](Form&) {
+    std::filesystem::remove_all(Out("gone"));
+    return std::string(kOpen);
+  });
+  questions.fileAnswers.push_back({a, a});
+  Press(kCalculate);
+  LeaveUnsaved();
+  Run("ensemble.average");
+  EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
+  ASSERT_FALSE(workbench.report.failures.empty());
+  EXPECT_NE(workbench.report.failures.front().find(Out("gone/log.ens")), std::string::npos);
+}
+
+}  // namespace
+}  // namespace velmora::test
