@@ -14,9 +14,9 @@
 
 #include "app/command_table.hpp"
 #include "bench_support.hpp"
-#include "run/arguments.hpp"
-#include "run/batch.hpp"
-#include "run/recipe_run.hpp"
+#include "run/batch/arguments.hpp"
+#include "run/batch/batch.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "run_program.hpp"
 
 namespace velmora {

@@ -9,7 +9,7 @@
 #include "app/command_table.hpp"
 #include "core/files/standard_descriptors.hpp"
 #include "core/workbench.hpp"
-#include "run/recipe_questions.hpp"
+#include "run/recipe/recipe_questions.hpp"
 #include "sample_trials.hpp"
 #include "study/study_trials.hpp"
 

@@ -12,7 +12,7 @@
 #include "core/trial/helpers.hpp"
 #include "photographer.hpp"
 #include "result_screenshots.hpp"
-#include "run/recipe_questions.hpp"
+#include "run/recipe/recipe_questions.hpp"
 #include "sample_trials.hpp"
 #include "ui/main/main_window.hpp"
 #include "ui/main/theme.hpp"

@@ -10,16 +10,16 @@
 #include "core/files/standard_descriptors.hpp"
 #include "core/text/text.hpp"
 #include "core/workbench.hpp"
-#include "run/arguments.hpp"
-#include "run/default_answers.hpp"
-#include "run/exit_status.hpp"
-#include "run/info.hpp"
+#include "run/batch/arguments.hpp"
+#include "run/batch/exit_status.hpp"
+#include "run/batch/tell.hpp"
+#include "run/batch/text_file.hpp"
+#include "run/recipe/default_answers.hpp"
+#include "run/report/info.hpp"
 #include "run/study/check.hpp"
 #include "run/study/join.hpp"
 #include "run/study/study_run.hpp"
 #include "run/study/verify.hpp"
-#include "run/tell.hpp"
-#include "run/text_file.hpp"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "events/event_files.hpp"
 #include "graph/multi/multi_view.hpp"
-#include "run/history.hpp"
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
+#include "run/history/history.hpp"
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "support/command_test.hpp"
 
 namespace velmora::test {

@@ -1,6 +1,6 @@
 #include "core/files/files.hpp"
 #include "forceplate/plate_database.hpp"
-#include "run/history.hpp"
+#include "run/history/history.hpp"
 #include "support/command_test.hpp"
 #include "support/full_disk.hpp"
 #include "support/recipe_test.hpp"

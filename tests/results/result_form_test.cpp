@@ -9,7 +9,7 @@
 #include "core/trial/missing_samples.hpp"
 #include "core/trial/new_channels.hpp"
 #include "core/trial/refusals.hpp"
-#include "run/json_text.hpp"
+#include "run/report/json_text.hpp"
 #include "support/command_test.hpp"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-#include "run/recipe_run.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "support/command_test.hpp"
 #include "support/recipe_test.hpp"
 

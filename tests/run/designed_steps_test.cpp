@@ -1,8 +1,8 @@
 // Filters by design and the EMG analyses as steps: every command from a recipe with its tables, and what a
 // person did repeated from the history.
-#include "run/history.hpp"
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
+#include "run/history/history.hpp"
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "support/command_test.hpp"
 #include "support/recipe_test.hpp"
 

@@ -1,8 +1,8 @@
 // A whole recipe against numbers worked out from the bytes of its files alone.
 #include <cstring>
 
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "support/command_test.hpp"
 #include "support/native_file.hpp"
 

@@ -1,4 +1,4 @@
-#include "run/jobs.hpp"
+#include "run/batch/jobs.hpp"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -8,7 +8,7 @@
 #include <csignal>
 #include <map>
 
-#include "run/interrupt.hpp"
+#include "run/batch/interrupt.hpp"
 
 namespace velmora {
 namespace {

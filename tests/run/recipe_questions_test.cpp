@@ -1,10 +1,10 @@
-#include "run/recipe_questions.hpp"
+#include "run/recipe/recipe_questions.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 
-#include "run/recipe_reader.hpp"
+#include "run/recipe/recipe_reader.hpp"
 #include "support/sample_form.hpp"
 #include "support/trials.hpp"
 

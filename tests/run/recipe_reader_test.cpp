@@ -1,4 +1,4 @@
-#include "run/recipe_reader.hpp"
+#include "run/recipe/recipe_reader.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "run/recipe_run.hpp"
+#include "run/recipe/recipe_run.hpp"
 
-#include "run/info.hpp"
+#include "run/report/info.hpp"
 #include "support/native_file.hpp"
 #include "support/recipe_test.hpp"
 

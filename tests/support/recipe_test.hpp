@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "support/temporary_directory.hpp"
 #include "support/trials.hpp"
 

@@ -1,6 +1,6 @@
 // What is selected in the channel table is what commands start with.
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "ui/story.hpp"
 #include "ui/trial/channel_table_view.hpp"
 

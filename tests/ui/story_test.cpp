@@ -5,8 +5,8 @@
 #include <map>
 #include <set>
 
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "ui/main/menu_list.hpp"
 #include "ui/trial/channel_drawing.hpp"
 #include "ui/trial/channel_table_view.hpp"

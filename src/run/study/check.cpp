@@ -9,9 +9,9 @@
 #include "core/files/files.hpp"
 #include "core/questions/questions.hpp"
 #include "core/text/text.hpp"
-#include "run/closest_name.hpp"
-#include "run/recipe_reader.hpp"
-#include "run/recipe_run.hpp"
+#include "run/recipe/closest_name.hpp"
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "run/study/rehearsal.hpp"
 
 namespace velmora {

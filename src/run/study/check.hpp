@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "run/arguments.hpp"
+#include "run/batch/arguments.hpp"
 
 namespace velmora {
 

@@ -8,9 +8,9 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
-#include "run/closest_name.hpp"
-#include "run/info_json.hpp"
-#include "run/text_pattern.hpp"
+#include "run/recipe/closest_name.hpp"
+#include "run/recipe/text_pattern.hpp"
+#include "run/report/info_json.hpp"
 
 namespace velmora {
 namespace {

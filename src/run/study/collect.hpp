@@ -6,7 +6,7 @@
 
 #include "core/command_report.hpp"
 #include "core/workbench.hpp"
-#include "run/recipe.hpp"
+#include "run/recipe/recipe.hpp"
 #include "run/study/study_table.hpp"
 
 namespace velmora {

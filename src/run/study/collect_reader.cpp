@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "run/closest_name.hpp"
+#include "run/recipe/closest_name.hpp"
 #include "run/study/study_table.hpp"
 
 namespace velmora {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "run/recipe.hpp"
-#include "run/yaml_reader.hpp"
+#include "run/recipe/recipe.hpp"
+#include "run/recipe/yaml_reader.hpp"
 
 namespace velmora {
 

@@ -5,11 +5,11 @@
 #include <stdexcept>
 
 #include "core/files/files.hpp"
-#include "run/exit_status.hpp"
+#include "run/batch/exit_status.hpp"
+#include "run/batch/tell.hpp"
+#include "run/batch/text_file.hpp"
 #include "run/study/manifest.hpp"
 #include "run/study/study_table.hpp"
-#include "run/tell.hpp"
-#include "run/text_file.hpp"
 
 namespace velmora {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "core/files/files.hpp"
 #include "core/version.hpp"
-#include "run/json_text.hpp"
-#include "run/text_file.hpp"
+#include "run/batch/text_file.hpp"
+#include "run/report/json_text.hpp"
 
 namespace velmora {
 namespace {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "run/arguments.hpp"
-#include "run/run_result.hpp"
+#include "run/batch/arguments.hpp"
+#include "run/batch/run_result.hpp"
 #include "run/study/file_digest.hpp"
 
 namespace velmora {

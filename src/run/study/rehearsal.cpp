@@ -11,8 +11,8 @@
 #include "core/files/output_guard.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
-#include "run/gesture.hpp"
-#include "run/recipe_questions.hpp"
+#include "run/recipe/gesture.hpp"
+#include "run/recipe/recipe_questions.hpp"
 
 namespace velmora {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "run/recipe.hpp"
-#include "run/recipe_reader.hpp"
+#include "run/recipe/recipe.hpp"
+#include "run/recipe/recipe_reader.hpp"
 
 namespace velmora {
 

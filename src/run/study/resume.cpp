@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "run/tell.hpp"
+#include "run/batch/tell.hpp"
 
 namespace velmora {
 namespace {

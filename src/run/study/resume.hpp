@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "run/output_claims.hpp"
+#include "run/batch/output_claims.hpp"
 #include "run/study/manifest.hpp"
 
 namespace velmora {

@@ -7,17 +7,17 @@
 #include <optional>
 
 #include "core/files/files.hpp"
-#include "run/batch.hpp"
-#include "run/closing_table.hpp"
-#include "run/exit_status.hpp"
-#include "run/interrupt.hpp"
-#include "run/recipe_reader.hpp"
+#include "run/batch/batch.hpp"
+#include "run/batch/closing_table.hpp"
+#include "run/batch/exit_status.hpp"
+#include "run/batch/interrupt.hpp"
+#include "run/batch/tell.hpp"
+#include "run/batch/text_file.hpp"
+#include "run/recipe/recipe_reader.hpp"
 #include "run/study/check.hpp"
 #include "run/study/manifest.hpp"
 #include "run/study/resume.hpp"
 #include "run/study/write_tables.hpp"
-#include "run/tell.hpp"
-#include "run/text_file.hpp"
 
 namespace velmora {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "run/arguments.hpp"
+#include "run/batch/arguments.hpp"
 
 namespace velmora {
 

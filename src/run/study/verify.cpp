@@ -8,13 +8,13 @@
 
 #include "core/files/files.hpp"
 #include "core/text/text.hpp"
-#include "run/batch.hpp"
-#include "run/exit_status.hpp"
-#include "run/interrupt.hpp"
-#include "run/recipe_reader.hpp"
+#include "run/batch/batch.hpp"
+#include "run/batch/exit_status.hpp"
+#include "run/batch/interrupt.hpp"
+#include "run/batch/tell.hpp"
+#include "run/recipe/recipe_reader.hpp"
 #include "run/study/manifest.hpp"
 #include "run/study/write_tables.hpp"
-#include "run/tell.hpp"
 
 namespace velmora {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "run/run_result.hpp"
+#include "run/batch/run_result.hpp"
 
 namespace velmora {
 

@@ -6,7 +6,7 @@
 #include "app/command_table.hpp"
 #include "core/files/files.hpp"
 #include "core/workbench.hpp"
-#include "run/recipe_questions.hpp"
+#include "run/recipe/recipe_questions.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "run/history.hpp"
+#include "run/history/history.hpp"
 #include "ui/main/command_runner.hpp"
 
 namespace velmora::ui {

@@ -8,7 +8,7 @@
 
 #include "core/files/settings.hpp"
 #include "core/workbench.hpp"
-#include "run/history.hpp"
+#include "run/history/history.hpp"
 #include "ui/dialogs/qt_questions.hpp"
 #include "ui/main/channel_actions.hpp"
 #include "ui/main/command_runner.hpp"

@@ -4,7 +4,7 @@
 #include <QList>
 #include <QWidget>
 
-#include "run/history.hpp"
+#include "run/history/history.hpp"
 
 class QListWidget;
 

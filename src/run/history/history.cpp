@@ -1,0 +1,186 @@
+#include "run/history/history.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/command_table.hpp"
+#include "core/files/paths.hpp"
+#include "core/questions/progress.hpp"
+#include "core/trial/helpers.hpp"
+#include "core/version.hpp"
+#include "run/recipe/gesture.hpp"
+#include "run/recipe/recipe_writer.hpp"
+
+namespace velmora {
+namespace {
+
+/// Steps repeated from their answers, under one panel for all of them: those of the steps only keep it
+/// alive.
+class RepeatedAnswers : public RecipeQuestions {
+ public:
+  RepeatedAnswers(Questions& person, ProgressPanel& panel) : person_(person), panel_(panel) {}
+  void ShowProgress(ProgressPanel& /*panel*/) override { person_.ShowProgress(panel_); }
+  void EndProgress(ProgressPanel& /*panel*/) override {}
+
+ private:
+  Questions& person_;
+  ProgressPanel& panel_;
+};
+
+bool IsSave(const Step& step) {
+  if (const auto* command = std::get_if<CommandStep>(&step.what)) {
+    return command->id.starts_with("save.") || command->id.find(".save") != std::string::npos;
+  }
+  const auto* view = std::get_if<ViewStep>(&step.what);
+  const auto* key = view != nullptr ? std::get_if<KeyPress>(&view->what) : nullptr;
+  return key != nullptr && (key->name == "F5" || key->name == "F10");
+}
+
+std::filesystem::file_time_type TimeOf(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::last_write_time(path, error);
+}
+
+const std::vector<Answer>& AnswersOf(const Step& step) {
+  static const std::vector<Answer> none;
+  if (const auto* command = std::get_if<CommandStep>(&step.what)) {
+    return command->answers;
+  }
+  const auto* view = std::get_if<ViewStep>(&step.what);
+  return view != nullptr ? view->answers : none;
+}
+
+}  // namespace
+
+void History::Attach(Workbench& workbench) {
+  workbench_ = &workbench;
+  recorder_.Attach(workbench);
+  recorder_.onDone = [this](const Action& action) { ActionDone(action); };
+}
+
+void History::SetOnDone(std::function<void(const Action&)> onDone) {
+  onDone_ = std::move(onDone);
+}
+
+void History::ActionDone(const Action& action) {
+  const auto* command = std::get_if<const Command*>(&action);
+  const std::vector<RecordedStep>& steps = recorder_.Steps();
+  if (command != nullptr && (*command)->id == "file.load" && steps.size() == 1) {
+    file_ = std::get<CommandStep>(steps.front().steps.front().what).file;
+    fileTime_ = TimeOf(file_);
+  }
+  if (onDone_) {
+    onDone_(action);
+  }
+}
+
+std::vector<HistoryLine> History::Lines() const {
+  return HistoryLines(recorder_.AllSteps(), recorder_.Place());
+}
+
+int History::Place() const {
+  const std::vector<HistoryLine> lines = Lines();
+  return static_cast<int>(std::count_if(lines.begin(), lines.end(),
+                                        [](const HistoryLine& line) { return !line.undone; })) -
+         1;
+}
+
+std::string History::Recipe() const {
+  const std::vector<RecordedStep>& recorded = recorder_.Steps();
+  const std::vector<bool> needed = NeededSteps(recorded);
+  std::vector<Step> steps;
+  for (std::size_t k = 0; k < recorded.size(); ++k) {
+    if (needed[k]) {
+      steps.insert(steps.end(), recorded[k].steps.begin(), recorded[k].steps.end());
+    }
+  }
+  std::string head = "# Steps done to " + FileNamePart(file_) + ". To repeat them:\n";
+  head += "#   velmora2-run THIS-FILE.yaml " + FileNamePart(file_) + " --out DIRECTORY\n";
+  return head + RecipeText(ForAnyInput(std::move(steps)));
+}
+
+std::string History::Text() const {
+  std::string text = "Processed with Velmora2, version " + std::string(VersionText) + ":\n";
+  int number = 0;
+  for (const HistoryLine& line : Lines()) {
+    if (!line.undone) {
+      text += std::to_string(++number) + ". " + line.inFull + ".\n";
+    }
+  }
+  return text;
+}
+
+std::string History::GoTo(std::size_t line) {
+  const std::vector<HistoryLine> lines = Lines();
+  if (line >= lines.size() || static_cast<int>(line) == Place()) {
+    return {};
+  }
+  const std::vector<RecordedStep> all = recorder_.AllSteps();
+  const std::size_t last = lines[line].last;
+  const bool onward = last >= recorder_.Place() && !recorder_.LookedSince();
+  if (!onward && TimeOf(file_) != fileTime_) {
+    return "The file " + file_ + " is not what it was when it was opened: it was saved to or removed since.";
+  }
+  return RepeatAll(all, onward ? recorder_.Place() : 0, last);
+}
+
+std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last) {
+  Trial& trial = workbench_->trial;
+  // Reading the file again must not pass for another file that was read before it.
+  const auto savedLabels = trial.SavedLabels;
+  const auto savedUnits = trial.SavedUnits;
+  if (first == 0) {
+    CloseView(*workbench_);
+    workbench_->merge = {};
+    workbench_->events = {};
+  }
+  ProgressPanel panel(*workbench_, ProgressPanel::Kind::Processing);
+  RepeatedAnswers answers(recorder_.Answerer(), panel);
+  Questions& person = recorder_.SetAnswerer(answers);
+  recorder_.Suspend();
+  std::string why;
+  std::size_t done = first;
+  for (; done <= last && why.empty(); ++done) {
+    panel.SetStatus("Step " + std::to_string(done + 1) + " of " + std::to_string(last + 1) +
+                    " is repeated. Please wait.");
+    for (const Step& step : steps[done].steps) {
+      why += why.empty() ? Repeat(step, answers) : "";
+    }
+    if (done == 0) {
+      trial.SavedLabels = savedLabels;
+      trial.SavedUnits = savedUnits;
+    }
+  }
+  recorder_.SetAnswerer(person);
+  const bool lost = trial.NData < 1;
+  recorder_.Resume(lost ? std::vector<RecordedStep>() : steps, lost ? 0 : why.empty() ? done : done - 1);
+  return why;
+}
+
+std::string History::Repeat(const Step& step, RecipeQuestions& answers) {
+  if (IsSave(step)) {
+    return {};
+  }
+  answers.BeginStep(AnswersOf(step), workbench_->trial);
+  workbench_->report = {};
+  std::string why;
+  try {
+    if (const auto* command = std::get_if<CommandStep>(&step.what)) {
+      if (!command->file.empty()) {
+        workbench_->trial.FileName = command->file;
+      }
+      RunCommand(*workbench_, *FindCommand(command->id));
+    } else if (const auto* view = std::get_if<ViewStep>(&step.what);
+               view != nullptr && workbench_->view != nullptr) {
+      DoGesture(*workbench_, *view);
+    }
+  } catch (const std::exception& error) {
+    why = error.what();
+  }
+  for (const std::string& failure : workbench_->report.failures) {
+    why += (why.empty() ? "" : "\n") + failure;
+  }
+  return why;
+}
+
+}  // namespace velmora

@@ -1,0 +1,66 @@
+#include "run/recipe/gesture.hpp"
+
+#include <stdexcept>
+
+#include "core/files/files.hpp"
+#include "core/trial/helpers.hpp"
+#include "graph/multi/multi_view.hpp"
+#include "run/report/drawing.hpp"
+
+namespace velmora {
+namespace {
+
+struct Gesture {
+  Workbench& workbench;
+
+  void operator()(const CloseGesture& /*close*/) const { LeaveView(workbench); }
+  void operator()(const KeyPress& key) const {
+    if (!workbench.view->PressKey(key)) {
+      throw std::invalid_argument("the graph has no key \"" + key.name + "\"");
+    }
+  }
+  void operator()(const CursorMove& move) const {
+    workbench.view->MoveCursor(move.cursor, move.x, move.graph);
+  }
+  void operator()(const ThresholdMove& move) const { workbench.view->MoveThreshold(move.graph, move.y); }
+  void operator()(const GraphClick& click) const {
+    switch (click.how) {
+      case Clicked::Once:
+        workbench.view->Click(click.graph);
+        return;
+      case Clicked::Twice:
+        workbench.view->DoubleClick(click.graph);
+        return;
+      case Clicked::Right:
+        workbench.view->RightClick(click.graph);
+        return;
+    }
+  }
+  void operator()(const ImageGesture& image) const {
+    const GraphView& view = OpenGraphView(workbench);
+    const MultiView* multi = FindMultiView(workbench);
+    const std::string picture =
+        LoadAndDraw({.graph = view.Lead(),
+                     .title = view.TitleText(),
+                     .format = *PictureFormatOf(image.file),
+                     .width = image.width,
+                     .height = image.height,
+                     .paper = image.white ? std::optional(kWhite) : std::nullopt,
+                     .lanes = multi != nullptr ? LanesOf(*multi) : std::vector<Lane>{}});
+    try {
+      OutputFile file(image.file);
+      file.Write(picture);
+      CommitSave(workbench, file);
+    } catch (const FileError& error) {
+      throw std::runtime_error("cannot write " + image.file + ": " + error.what());
+    }
+  }
+};
+
+}  // namespace
+
+void DoGesture(Workbench& workbench, const ViewStep& step) {
+  std::visit(Gesture{workbench}, step.what);
+}
+
+}  // namespace velmora
