@@ -134,11 +134,3 @@ BENCHMARK(StepCursor)->Apply(EachShape);
 
 }  // namespace
 }  // namespace velmora
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

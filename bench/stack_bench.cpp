@@ -121,11 +121,3 @@ BENCHMARK(DragThreshold)->Apply(EachShape);
 
 }  // namespace
 }  // namespace velmora
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

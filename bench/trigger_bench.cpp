@@ -133,11 +133,3 @@ BENCHMARK(DragLevel)->ArgName("kind")->Arg(0)->Arg(2)->Arg(4)->Unit(benchmark::k
 
 }  // namespace
 }  // namespace velmora
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}
