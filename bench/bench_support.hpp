@@ -3,10 +3,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 #include <string>
 #include <vector>
 
 #include "core/questions/questions.hpp"
+#include "dsp/channel_list.hpp"
 
 namespace velmora {
 
@@ -26,6 +28,13 @@ class SaveTo : public Questions {
   std::string path_;
   Button answer_;
 };
+
+/// Channels 1 to `count`.
+inline ChannelList ChannelsTo(int count) {
+  ChannelList all(static_cast<std::size_t>(count));
+  std::iota(all.begin(), all.end(), 1);
+  return all;
+}
 
 /// A file of a benchmark, in VELMORA_BENCH_DIR where that is set.
 inline std::string BenchPath(const char* name) {

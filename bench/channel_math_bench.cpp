@@ -2,6 +2,7 @@
 // same matrix.
 #include <benchmark/benchmark.h>
 
+#include "bench_support.hpp"
 #include "dsp/math/channel_math.hpp"
 
 namespace velmora {
@@ -18,14 +19,6 @@ Trial& SharedTrial() {
     return made;
   }();
   return trial;
-}
-
-ChannelList AllChannels() {
-  ChannelList all;
-  for (int c = 1; c <= kChannels; ++c) {
-    all.push_back(c);
-  }
-  return all;
 }
 
 void Refill(Trial& trial) {
@@ -54,7 +47,7 @@ void PassInPlace(benchmark::State& state) {
 template <typename Operation>
 void Run(benchmark::State& state, const Operation& operation) {
   Trial& trial = SharedTrial();
-  const ChannelList all = AllChannels();
+  const ChannelList all = ChannelsTo(kChannels);
   for (auto _ : state) {
     state.PauseTiming();
     Refill(trial);

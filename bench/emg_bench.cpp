@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/command_table.hpp"
+#include "bench_support.hpp"
 #include "dsp/filters/recursive_filter_lanes.hpp"
 #include "emg/amplitude_distribution.hpp"
 #include "emg/emg_kernels.hpp"
@@ -42,14 +43,6 @@ Trial Noise(int channels, std::int64_t samples, double rate) {
 Trial& Many() {
   static Trial trial = Noise(kChannels, kSamples, 1000.0);
   return trial;
-}
-
-ChannelList AllChannels() {
-  ChannelList all;
-  for (int c = 1; c <= kChannels; ++c) {
-    all.push_back(c);
-  }
-  return all;
 }
 
 // --- Passes over the matrix
@@ -90,7 +83,7 @@ void Statistics(benchmark::State& state) {
 }
 
 void Delay(benchmark::State& state) {
-  const ChannelList all = AllChannels();
+  const ChannelList all = ChannelsTo(kChannels);
   Trial& trial = Many();
   for (auto _ : state) {
     ShiftLeft(trial, all, 48);
@@ -99,7 +92,7 @@ void Delay(benchmark::State& state) {
 }
 
 void Integrate(benchmark::State& state) {
-  const ChannelList all = AllChannels();
+  const ChannelList all = ChannelsTo(kChannels);
   Trial& trial = Many();
   for (auto _ : state) {
     RectifyAndIntegrate(trial, all, 1e-3);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "bench_support.hpp"
 #include "impact/head_impact.hpp"
 #include "impact/integrals.hpp"
 
@@ -107,14 +108,6 @@ void ReadOnce(benchmark::State& state) {
   }
 }
 
-ChannelList AllChannels() {
-  ChannelList all;
-  for (int c = 1; c <= 64; ++c) {
-    all.push_back(c);
-  }
-  return all;
-}
-
 void Simpson(benchmark::State& state) {
   for (auto _ : state) {
     benchmark::DoNotOptimize(SimpsonIntegrals(Many(), 1 / kRate));
@@ -126,7 +119,7 @@ void Trapezoid(benchmark::State& state) {
   }
 }
 void Statistics(benchmark::State& state) {
-  const ChannelList all = AllChannels();
+  const ChannelList all = ChannelsTo(64);
   for (auto _ : state) {
     benchmark::DoNotOptimize(IntegrateChannels(Many(), all, {1, kSamples}, 1 / kRate));
   }

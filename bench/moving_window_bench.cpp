@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <random>
 
+#include "bench_support.hpp"
 #include "dsp/smoothing/moving_window.hpp"
 
 namespace velmora {
@@ -30,14 +31,6 @@ Trial& FreshTrial() {
   return trial;
 }
 
-ChannelList Channels(int count) {
-  ChannelList all;
-  for (int c = 1; c <= count; ++c) {
-    all.push_back(c);
-  }
-  return all;
-}
-
 template <typename Operation>
 void Measure(benchmark::State& state, const Operation& operation) {
   for (auto _ : state) {
@@ -51,7 +44,7 @@ void Measure(benchmark::State& state, const Operation& operation) {
 
 template <void (*plain)(Trial&, const ChannelList&, std::int32_t)>
 void Plain(benchmark::State& state) {
-  const ChannelList channels = Channels(static_cast<int>(state.range(0)));
+  const ChannelList channels = ChannelsTo(static_cast<int>(state.range(0)));
   Measure(state, [&](Trial& trial) { plain(trial, channels, kWidth); });
 }
 
@@ -61,7 +54,7 @@ void Median(Trial& trial, const ChannelList& channels, std::int32_t width) {
 
 template <void (*fast)(Trial&, const ChannelList&, std::int32_t, SimdLevel, const Turn&)>
 void Fast(benchmark::State& state) {
-  const ChannelList channels = Channels(static_cast<int>(state.range(0)));
+  const ChannelList channels = ChannelsTo(static_cast<int>(state.range(0)));
   const auto level = static_cast<SimdLevel>(state.range(1));
   if (level > MachineSimdLevel()) {
     state.SkipWithError("not on this machine");

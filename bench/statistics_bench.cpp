@@ -7,6 +7,7 @@
 #include <random>
 #include <vector>
 
+#include "bench_support.hpp"
 #include "statistics/correlation.hpp"
 #include "statistics/cross_correlation.hpp"
 #include "statistics/descriptive.hpp"
@@ -40,17 +41,6 @@ Trial& Many() {
   return trial;
 }
 
-const ChannelList& All() {
-  static const ChannelList all = [] {
-    ChannelList list;
-    for (int c = 1; c <= kChannels; ++c) {
-      list.push_back(c);
-    }
-    return list;
-  }();
-  return all;
-}
-
 void ReadTwice(benchmark::State& state) {
   const float* x = Many().matrix.Frame(1);
   const std::int64_t count = Many().matrix.Stride() * kSamples;
@@ -70,14 +60,14 @@ void ReadTwice(benchmark::State& state) {
 
 void Describe(benchmark::State& state) {
   for (auto _ : state) {
-    benchmark::DoNotOptimize(
-        DescribeChannels(Many(), All(), {1, kSamples}, {}, static_cast<SimdLevel>(state.range(0))));
+    benchmark::DoNotOptimize(DescribeChannels(Many(), ChannelsTo(kChannels), {1, kSamples}, {},
+                                              static_cast<SimdLevel>(state.range(0))));
   }
 }
 
 void SortEveryChannel(benchmark::State& state) {
   for (auto _ : state) {
-    for (const int c : All()) {
+    for (const int c : ChannelsTo(kChannels)) {
       std::vector<float> samples;
       samples.reserve(kSamples);
       for (std::int64_t i = 1; i <= kSamples; ++i) {
@@ -90,7 +80,7 @@ void SortEveryChannel(benchmark::State& state) {
 
 void Select(benchmark::State& state) {
   for (auto _ : state) {
-    benchmark::DoNotOptimize(OrderChannels(Many(), All(), {1, kSamples}));
+    benchmark::DoNotOptimize(OrderChannels(Many(), ChannelsTo(kChannels), {1, kSamples}));
   }
 }
 
@@ -100,7 +90,7 @@ constexpr std::int32_t kShorter = 100'000;
 void ProductsPairByPair(benchmark::State& state) {
   for (auto _ : state) {
     std::vector<double> mean;
-    for (const int c : All()) {
+    for (const int c : ChannelsTo(kChannels)) {
       double sum = 0;
       for (std::int64_t i = 1; i <= kShorter; ++i) {
         sum += Many().matrix.Frame(i)[c];
@@ -135,7 +125,7 @@ void Products(benchmark::State& state) {
 
 void Correlate(benchmark::State& state) {
   for (auto _ : state) {
-    benchmark::DoNotOptimize(CorrelatePairs(Many(), All(), {1, kShorter}));
+    benchmark::DoNotOptimize(CorrelatePairs(Many(), ChannelsTo(kChannels), {1, kShorter}));
   }
 }
 

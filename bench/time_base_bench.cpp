@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "bench_support.hpp"
 #include "dsp/time_base/time_base.hpp"
 
 namespace velmora {
@@ -24,17 +25,6 @@ Trial& SharedTrial() {
     return made;
   }();
   return trial;
-}
-
-const ChannelList& AllChannels() {
-  static const ChannelList all = [] {
-    ChannelList list;
-    for (int c = 1; c <= kChannels; ++c) {
-      list.push_back(c);
-    }
-    return list;
-  }();
-  return all;
 }
 
 void CopyMatrix(benchmark::State& state) {
@@ -60,19 +50,19 @@ void Reverse(benchmark::State& state) {
 
 void Shift(benchmark::State& state) {
   for (auto _ : state) {
-    ShiftSamples(SharedTrial(), AllChannels(), kShift);
+    ShiftSamples(SharedTrial(), ChannelsTo(kChannels), kShift);
   }
 }
 
 void ShiftBack(benchmark::State& state) {
   for (auto _ : state) {
-    ShiftSamples(SharedTrial(), AllChannels(), -kShift);
+    ShiftSamples(SharedTrial(), ChannelsTo(kChannels), -kShift);
   }
 }
 
 void Rotate(benchmark::State& state) {
   for (auto _ : state) {
-    RotateSamples(SharedTrial(), AllChannels(), kShift);
+    RotateSamples(SharedTrial(), ChannelsTo(kChannels), kShift);
   }
 }
 
