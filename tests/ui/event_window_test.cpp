@@ -97,7 +97,22 @@ TEST_F(EventWindowTest, ThreeEventsAreRecordedAndLeavingIsCalledOff) {
   ASSERT_EQ(workbench.events.NEvents(), 3);
   EXPECT_EQ(Table().topLevelItemCount(), 3);
   EXPECT_NEAR(workbench.events.ChannelEvents.at(2)[3].on, 3.1, 0.01);
-  EXPECT_TRUE(Sidebar().at(0).contains("Event:3 of3."));
+  // Its lines fold away.
+  const QStringList opened = Sidebar();
+  EXPECT_TRUE(opened.at(0).endsWith("Event 3 of 3"));
+  EXPECT_TRUE(opened.at(1).contains("Event:3 of3."));
+  test::Shot(*window, "sidebar-events");
+  const auto clickHead = [this] {
+    auto* sidebar = window->findChild<QListWidget*>("txtInfo");
+    QTest::mouseClick(sidebar->viewport(), Qt::LeftButton, {},
+                      sidebar->visualItemRect(sidebar->item(0)).center());
+    QApplication::processEvents();
+  };
+  clickHead();
+  EXPECT_EQ(Sidebar().mid(1), opened.mid(4));
+  test::Shot(*window, "sidebar-folded");
+  clickHead();
+  EXPECT_EQ(Sidebar(), opened);
 
   QTest::mouseClick(Table().viewport(), Qt::LeftButton, {},
                     Table().visualItemRect(Table().topLevelItem(0)).center());

@@ -88,7 +88,9 @@ struct MultiWindowTest : test::FileTest {
     QStringList lines;
     const auto* list = window->findChild<QListWidget*>("txtInfo");
     for (int k = 0; k < list->count(); ++k) {
-      lines << list->item(k)->text();
+      if (!list->isRowHidden(k)) {
+        lines << list->item(k)->text();
+      }
     }
     return lines;
   }

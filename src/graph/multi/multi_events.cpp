@@ -95,7 +95,7 @@ bool MultiView::MayLeave() {
   return MayLeaveEvents(workbench_);
 }
 
-std::vector<std::string> MultiView::SidebarHead() const {
+std::vector<std::string> MultiView::EventLines() const {
   std::vector<std::string> lines;
   if (workbench_.events.CurrentEvent < 1) {
     return lines;

@@ -29,7 +29,15 @@ std::string CountLine(double count) {
 }  // namespace
 
 std::vector<std::string> MultiView::SidebarLines() const {
-  std::vector<std::string> lines = SidebarHead();
+  std::vector<std::string> lines = EventLines();
+  for (std::string& line : ReadOutLines()) {
+    lines.push_back(std::move(line));
+  }
+  return lines;
+}
+
+std::vector<std::string> MultiView::ReadOutLines() const {
+  std::vector<std::string> lines;
   const Trial& trial = workbench_.trial;
   lines.push_back(Line("Trial: " + trial.TrialTitle));
   if (Cursors() == 0) {

@@ -45,8 +45,12 @@ class MultiView : public GraphView {
 
   [[nodiscard]] std::string TitleText() const override;
   [[nodiscard]] std::string StyleName(int graph) const override;
-  /// What stands beside the graphs, line by line.
+  /// What stands beside the graphs, line by line: the lines of the event, then the read-out.
   [[nodiscard]] std::vector<std::string> SidebarLines() const;
+  /// Of the current event, one a graph; none while no events are tracked.
+  [[nodiscard]] std::vector<std::string> EventLines() const;
+  /// Of the trial, or of the samples under the cursors.
+  [[nodiscard]] std::vector<std::string> ReadOutLines() const;
 
   bool TrialChanged() override;
   /// Unsaved events are asked about.
@@ -106,7 +110,6 @@ class MultiView : public GraphView {
   [[nodiscard]] double PanWindow() const;
   void ShowStretch(double start);
 
-  [[nodiscard]] std::vector<std::string> SidebarHead() const;
   void AddReadOut(std::vector<std::string>& lines) const;
   void AddValues(std::vector<std::string>& lines, int cursor) const;
 

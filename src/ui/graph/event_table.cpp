@@ -4,7 +4,7 @@
 
 #include "core/text/text.hpp"
 #include "events/event_tracking.hpp"
-#include "plot/plot_colours.hpp"
+#include "ui/graph/list_colours.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -24,20 +24,13 @@ EventTable::EventTable(QWidget* parent) : QTreeWidget(parent) {
           [this](QTreeWidgetItem* item) { Q_EMIT chosen(indexOfTopLevelItem(item) + 1); });
 }
 
-// As the graphs beside it; the current record is what a selection shows.
+// The current record is what a selection shows.
 void EventTable::TakeColours(Colour background) {
   if (background == background_) {
     return;
   }
   background_ = background;
-  const QColor ground = ToQColor(background);
-  const QColor head = IsLight(background) ? ground.darker(106) : QColor(0x2A, 0x2A, 0x2A);
-  setStyleSheet(
-      QStringLiteral("QTreeView { background: %1; color: %2; border: none; border-radius: 0; }"
-                     "QTreeView::item:selected { background: #3D8BE8; color: white; }"
-                     "QHeaderView { background: %3; }"
-                     "QHeaderView::section { background: %3; color: %2; border: none; padding: 3px; }")
-          .arg(ground.name(), Foreground(background).name(), head.name()));
+  setStyleSheet(ListStyle(background));
 }
 
 bool EventTable::TakeColumns(const MultiView& view, const Trial& trial) {

@@ -8,6 +8,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "plot/plot_colours.hpp"
+#include "ui/graph/list_colours.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
@@ -50,18 +51,12 @@ GraphSidebar::GraphSidebar(QWidget* parent) : QTreeWidget(parent) {
   headerItem()->setTextAlignment(0, Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-// The channels' colours were chosen for the graph's background, so that is theirs here, too.
 void GraphSidebar::TakeColours(Colour background) {
   if (background == background_) {
     return;
   }
   background_ = background;
-  const QColor back = ToQColor(background);
-  const QColor head = IsLight(background) ? back.darker(106) : QColor(0x2A, 0x2A, 0x2A);
-  setStyleSheet(QStringLiteral("QTreeView { background: %1; color: %2; border: none; border-radius: 0; }"
-                               "QHeaderView { background: %3; }"
-                               "QHeaderView::section { background: %3; color: %2; border: none; }")
-                    .arg(back.name(), Foreground(background).name(), head.name()));
+  setStyleSheet(ListStyle(background));
 }
 
 void GraphSidebar::Rebuild(const SingleView& view, const Workbench& workbench) {

@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QListWidget>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
@@ -12,12 +11,12 @@
 
 #include "core/text/numbers.hpp"
 #include "graph/threshold_lines.hpp"
-#include "plot/plot_colours.hpp"
 #include "plot/stack_widget.hpp"
 #include "ui/graph/event_table.hpp"
 #include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/key_names.hpp"
+#include "ui/graph/multi_sidebar.hpp"
 #include "ui/graph/two_part_bar.hpp"
 #include "ui/text.hpp"
 
@@ -27,7 +26,7 @@ MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
     : ViewWindow(workbench, std::move(run), parent),
       plot_(new StackWidget),
       scroll_(new QScrollBar(Qt::Vertical)),
-      sidebar_(new QListWidget),
+      sidebar_(new MultiSidebar),
       events_(new EventTable),
       status_(new GraphStatusBar),
       pictures_(workbench, this, [this] { return plot_->Picture(); }) {
@@ -44,20 +43,14 @@ MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
   layout->addWidget(plot_, 1);
   layout->addWidget(scroll_);
   scroll_->setObjectName(QStringLiteral("lanes"));
-  sidebar_->setObjectName(QStringLiteral("txtInfo"));
-  sidebar_->setAccessibleName(tr("Channel information area (sidebar)"));
-  sidebar_->setFocusPolicy(Qt::NoFocus);  // the keys belong to the graph
-  sidebar_->setSelectionMode(QAbstractItemView::NoSelection);
-  sidebar_->setFrameShape(QFrame::NoFrame);
-  sidebar_->setUniformItemSizes(true);
   auto* splitter = new QSplitter;
   splitter->addWidget(stack);
   auto* beside = new QWidget;
-  beside_ = new QVBoxLayout(beside);
-  beside_->setContentsMargins({});
-  beside_->setSpacing(0);
-  beside_->addWidget(sidebar_, 2);
-  beside_->addWidget(events_, 1);
+  auto* column = new QVBoxLayout(beside);
+  column->setContentsMargins({});
+  column->setSpacing(0);
+  column->addWidget(sidebar_, 2);
+  column->addWidget(events_, 1);
   splitter->addWidget(beside);
   splitter->setStretchFactor(0, 1);
   splitter->setStretchFactor(1, 0);
@@ -180,7 +173,7 @@ void MultiWindow::DragCursor(int graph, int cursor, double x) {
   const bool common = cursor <= view->Cursors();
   dragged_ = {cursor, x, common ? 0 : graph};
   view->MoveCursor(dragged_.cursor, dragged_.x, dragged_.graph);
-  ShowSidebar(*view);
+  sidebar_->Take(*view, workbench_);
 }
 
 void MultiWindow::DragThreshold(int graph, double y) {
@@ -240,24 +233,6 @@ void MultiWindow::ChooseEvent(int event) {
   }
 }
 
-void MultiWindow::ShowSidebar(const MultiView& view) {
-  const std::vector<std::string> lines = view.SidebarLines();
-  // The lines of events are long, and their end is what changes.
-  sidebar_->setWordWrap(workbench_.events.EventTracking);
-  sidebar_->setUniformItemSizes(!workbench_.events.EventTracking);
-  while (sidebar_->count() > static_cast<int>(lines.size())) {
-    delete sidebar_->takeItem(sidebar_->count() - 1);
-  }
-  for (int k = 0; k < static_cast<int>(lines.size()); ++k) {
-    const QString line = ToQt(lines[static_cast<std::size_t>(k)]);
-    if (k >= sidebar_->count()) {
-      sidebar_->addItem(line);
-    } else if (sidebar_->item(k)->text() != line) {
-      sidebar_->item(k)->setText(line);
-    }
-  }
-}
-
 void MultiWindow::ShowView() {
   const MultiView& view = *View();
   plot_->SetLanes(LanesOf(view));
@@ -265,12 +240,8 @@ void MultiWindow::ShowView() {
   setWindowTitle(ToQt(view.TitleText()) + QStringLiteral("[*]"));
   plot_->SetSelected(view.Selected());
   plot_->Redraw();
-  const QColor ground = ToQColor(view.Lead().Background);
-  sidebar_->setStyleSheet(
-      QStringLiteral("QListView { background: %1; color: %2; border: none; padding: 6px; }")
-          .arg(ground.name(), Foreground(view.Lead().Background).name()));
   sidebar_->parentWidget()->setVisible(view.Lead().SidebarVisible);
-  ShowSidebar(view);
+  sidebar_->Take(view, workbench_);
   events_->Take(view, workbench_);
   menus_->Update(view, workbench_);
   windowButton_->setText(ToQt(view.WindowCaption()));

@@ -8,8 +8,6 @@
 #include "ui/graph/graph_pictures.hpp"
 #include "ui/graph/view_window.hpp"
 
-class QListWidget;
-class QVBoxLayout;
 class QPushButton;
 class QScrollBar;
 
@@ -22,6 +20,7 @@ namespace velmora::ui {
 class EventTable;
 class GraphMenus;
 class GraphStatusBar;
+class MultiSidebar;
 
 /// The window of the multi-axis graph: the stack with a scroll bar for what does not fit, and the sidebar.
 class MultiWindow : public ViewWindow {
@@ -34,8 +33,6 @@ class MultiWindow : public ViewWindow {
   void Rest() override;
   [[nodiscard]] bool Fits() const override { return View() != nullptr; }
   [[nodiscard]] StackWidget& Plot() { return *plot_; }
-  /// What stands beside the stack, from above; the lines of the view are the first.
-  [[nodiscard]] QVBoxLayout* SidebarLayout() const { return beside_; }
 
  protected:
   void ShowView() override;
@@ -56,7 +53,6 @@ class MultiWindow : public ViewWindow {
   void SelectGraph(int graph);
   void EndDrag();
   void ShowScrolled();
-  void ShowSidebar(const MultiView& view);
   void LeaveMode();
   [[nodiscard]] bool IsDoubled(const QKeyEvent& event);
 
@@ -68,8 +64,7 @@ class MultiWindow : public ViewWindow {
   // Children of the window.
   StackWidget* plot_ = nullptr;
   QScrollBar* scroll_ = nullptr;
-  QListWidget* sidebar_ = nullptr;
-  QVBoxLayout* beside_ = nullptr;
+  MultiSidebar* sidebar_ = nullptr;
   EventTable* events_ = nullptr;
   GraphStatusBar* status_ = nullptr;
   QPushButton* windowButton_ = nullptr;
