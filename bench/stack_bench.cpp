@@ -1,14 +1,18 @@
 // Frames of the multi-axis graph as a person sees them, one channel a lane, drawn and painted at 1600 x 900
 // without a display: the first picture with everything before it, then a pan, a zoom, and what is drawn anew
-// while a cursor or a threshold line is dragged. On the screen lanes have a least height, so some of 64 are
-// scrolled to; "whole" draws all of them, as a picture does.
+// while a cursor or a threshold line is dragged; and such a step in the window, whose sidebar follows it. On
+// the screen lanes have a least height, so some of 64 are scrolled to; "whole" draws all of them, as a
+// picture does.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <memory>
 
+#include "bench_support.hpp"
+#include "graph/multi/multi_view.hpp"
 #include "graph_trials.hpp"
 #include "plot/stack_widget.hpp"
+#include "ui/graph/multi_window.hpp"
 
 namespace velmora {
 namespace {
@@ -107,6 +111,40 @@ void DragThreshold(benchmark::State& state) {
   }
 }
 
+// A dragged cursor of two, from the plot's signal to the sidebar on the screen; with events a line a channel
+// more.
+void DragCursorInWindow(benchmark::State& state) {
+  SaveTo questions("");
+  Workbench workbench(questions);
+  Trial& made = TrialOf({static_cast<int>(state.range(0)), state.range(1), true});
+  std::swap(workbench.trial, made);
+  for (std::int16_t c = 1; c <= workbench.trial.NChan; ++c) {
+    workbench.graph.GraphOfChannel[c] = c;
+  }
+  workbench.graph.NGraphs = workbench.trial.NChan;
+  workbench.view = std::make_unique<MultiView>(workbench);
+  MultiView& view = OpenMultiView(workbench);
+  view.Select(1);
+  view.PressKey({.name = "2"});
+  workbench.events.EventTracking = state.range(2) != 0;
+  workbench.events.CurrentEvent = state.range(2) != 0 ? 1 : 0;
+  workbench.events.ChannelEvents.resize(1);
+  auto window = std::make_unique<ui::MultiWindow>(workbench, [](const Command& /*command*/) {});
+  window->resize(1800, 900);
+  window->show();
+  QApplication::processEvents();
+  const double end = view.GraphAt(1).Abscissa.Maximum;
+  double at = 0.0;
+  for (auto _ : state) {
+    at = at > end / 2 ? 0.0 : at + end / 5000;
+    Q_EMIT window->Plot().cursorDragged(1, 1, at);
+    QApplication::processEvents();
+  }
+  window.reset();
+  workbench.view.reset();
+  std::swap(workbench.trial, made);
+}
+
 void EachShape(benchmark::internal::Benchmark* bench) {
   constexpr std::int64_t kMillion = 1'000'000;
   bench->ArgNames({"channels", "samples", "whole"})->Unit(benchmark::kMillisecond);
@@ -118,6 +156,11 @@ BENCHMARK(Pan)->Apply(EachShape);
 BENCHMARK(Zoom)->Apply(EachShape);
 BENCHMARK(DragCursor)->Apply(EachShape);
 BENCHMARK(DragThreshold)->Apply(EachShape);
+BENCHMARK(DragCursorInWindow)
+    ->ArgNames({"channels", "samples", "events"})
+    ->Args({64, 1'000'000, 0})
+    ->Args({64, 1'000'000, 1})
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace velmora
