@@ -35,10 +35,7 @@ struct EventWindowTest : MultiWindowTest {
   }
   /// The pixel of a graph's threshold line, away from cursors.
   [[nodiscard]] QPoint Line(int graph) {
-    const StackPlot::Shown* shown = Plot().LaneOf(graph);
-    const double y = ThresholdLineOf(View().GraphAt(graph))->YPosition;
-    return {Place(graph, 3.2).x(),
-            static_cast<int>(std::lround(shown->rect->axis(QCPAxis::atLeft)->coordToPixel(y)))};
+    return test::PlaceOfValue(Plot(), graph, 3.2, ThresholdLineOf(View().GraphAt(graph))->YPosition);
   }
   [[nodiscard]] EventTable& Table() const { return *window->findChild<EventTable*>(); }
 };

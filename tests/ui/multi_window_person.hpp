@@ -5,14 +5,11 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QTest>
-#include <cmath>
 
 #include "plot/draw_picture.hpp"
-#include "plot/stack_widget.hpp"
 #include "support/command_test.hpp"
 #include "ui/graph/multi_window.hpp"
-#include "ui/shot.hpp"
-#include "ui/waiting.hpp"
+#include "ui/plot_mouse.hpp"
 
 namespace velmora::ui {
 
@@ -62,28 +59,14 @@ struct MultiWindowTest : test::FileTest {
   [[nodiscard]] MultiView& View() { return OpenMultiView(workbench); }
   /// The pixel of a value of the abscissa in the lane of a graph, at a part of its height from above.
   [[nodiscard]] QPoint Place(int graph, double x, double part = 0.5) const {
-    const StackPlot::Shown* shown = Plot().LaneOf(graph);
-    return {static_cast<int>(std::lround(shown->rect->axis(QCPAxis::atBottom)->coordToPixel(x))),
-            shown->rect->top() + static_cast<int>(part * shown->rect->height())};
+    return test::PlaceIn(Plot(), graph, x, part);
   }
   void Click(QPoint at, Qt::MouseButton button = Qt::LeftButton) {
     QTest::mouseClick(&Plot(), button, {}, at);
     QApplication::processEvents();
   }
-  void Drag(QPoint from, QPoint to) {
-    QTest::mousePress(&Plot(), Qt::LeftButton, {}, from);
-    for (const double part : {0.5, 1.0}) {
-      const QPointF at = QPointF(from) + part * QPointF(to - from);
-      QMouseEvent move(QEvent::MouseMove, at, Plot().mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
-      QApplication::sendEvent(&Plot(), &move);
-    }
-    QTest::mouseRelease(&Plot(), Qt::LeftButton, {}, to);
-    QApplication::processEvents();
-  }
-  void Key(Qt::Key key, Qt::KeyboardModifiers held = {}) {
-    QTest::keyClick(&Plot(), key, held);
-    QApplication::processEvents();
-  }
+  void Drag(QPoint from, QPoint to) { test::DragIn(Plot(), from, to); }
+  void Key(Qt::Key key, Qt::KeyboardModifiers held = {}) { test::PressIn(Plot(), key, held); }
   [[nodiscard]] QStringList Sidebar() const {
     QStringList lines;
     const auto* list = window->findChild<QListWidget*>("txtInfo");
