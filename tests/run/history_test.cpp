@@ -125,6 +125,39 @@ TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
   }
 }
 
+// What goes in are files of their own; what comes out, and the log, is the same again.
+TEST_F(HistoryTest, AnAverageIsRepeatedWithItsFiles) {
+  std::vector<std::string> strides;
+  for (unsigned k = 0; k < 3; ++k) {
+    strides.push_back(directory_.Path("stride" + std::to_string(k) + ".vmb"));
+    WriteTrialFile(strides.back(), [k](Trial& trial) {
+      SetChannels(trial, NoiseChannels(2, 40 + static_cast<int>(k)), 100.0);
+      trial.ChanLabel[1] = "Fz";
+      trial.ChanLabel[2] = "Knee";
+    });
+  }
+  const auto press = [this](const char* button, const Edits& edits = {}) { person_.FillForm(edits, button); };
+  press("4. Select First File", {{"txtFilename", directory_.Path("mean.ens")}, {"txtNumber", "20"}});
+  person_.fileAnswers.push_back({strides[0]});
+  press("5. Channel Selection");
+  person_.PickChannels({1, 2});
+  press("6. Begin Average");
+  press("7. Open Next File");
+  person_.fileAnswers.push_back({strides[1], strides[2]});
+  press("9. Calculate Means &SDs");
+  press("10. Save to .VMB");
+  person_.fileAnswers.push_back({directory_.Path("mean.vmb")});
+  press("Exit");
+  Do("ensemble.average");
+  ASSERT_TRUE(person_.formAnswers.empty());
+  const std::string mean = ReadFile(directory_.Path("mean.vmb"));
+  const std::string log = ReadFile(directory_.Path("mean.ens"));
+  EXPECT_NE(log.find("Number of files in average: 3"), std::string::npos) << log;
+  Replay("again");
+  EXPECT_EQ(ReadFile(directory_.Path("again/mean.vmb")), mean);
+  EXPECT_EQ(ReadFile(directory_.Path("again/mean.ens")), log);
+}
+
 // The next file of the study may have its channels in another order.
 TEST_F(HistoryTest, ARecipeNamesChannelsByLabelWhereLabelsTellThemApart) {
   Load();

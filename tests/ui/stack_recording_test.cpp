@@ -97,13 +97,13 @@ TEST_F(StackRecording, GesturesAtTheStackRepeatFromTheHistory) {
   EXPECT_NE(table.find("Footswitch"), std::string::npos);
   ASSERT_TRUE(person.boxAnswers.empty());
 
-  std::filesystem::remove(directory.Path("walk.vmv"));
-  Variables variables = {{"out", directory.Path("")}};
+  Variables variables = {{"out", directory.Path("again")}};
+  std::filesystem::create_directories(variables["out"]);
   SetInputVariables(variables, input);
   RecipeRun again({.input = input, .strict = true});
   const Outcome outcome = again.Run(ReadRecipe(history.Recipe(), "history", variables));
   ASSERT_FALSE(outcome.failure) << outcome.failure->why << "\n" << history.Recipe();
-  EXPECT_EQ(ReadFile(directory.Path("walk.vmv")), table);
+  EXPECT_EQ(ReadFile(directory.Path("again/walk.vmv")), table);
   EXPECT_EQ(again.State().thresholds.ChanThreshold[1], static_cast<float>(dragged));
 }
 

@@ -152,7 +152,9 @@ FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bo
       }
     }
     answer.fields.push_back(
-        {field->name, std::visit(ValueOf{*field, channels, edited, named}, field->target)});
+        {.name = field->name,
+         .value = std::visit(ValueOf{*field, channels, edited, named}, field->target),
+         .savesFile = field->asksByFile && field->asksByFile->mode == FileQuestion::Mode::Save});
   }
   return answer;
 }

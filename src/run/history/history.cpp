@@ -94,8 +94,10 @@ std::string History::Recipe() const {
       steps.insert(steps.end(), recorded[k].steps.begin(), recorded[k].steps.end());
     }
   }
-  std::string head = "# Steps done to " + FileNamePart(file_) + ". To repeat them:\n";
-  head += "#   velmora2-run THIS-FILE.yaml " + FileNamePart(file_) + " --out DIRECTORY\n";
+  const std::string input = file_.empty() ? "" : " " + FileNamePart(file_);
+  std::string head =
+      (input.empty() ? "# Steps done." : "# Steps done to" + input + ".") + " To repeat them:\n";
+  head += "#   velmora2-run THIS-FILE.yaml" + input + " --out DIRECTORY\n";
   return head + RecipeText(ForAnyInput(std::move(steps)));
 }
 

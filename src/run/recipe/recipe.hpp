@@ -49,6 +49,7 @@ struct FieldAnswer {
   std::string name;
   std::variant<std::string, std::vector<ChannelText>, ChannelChoice> value;
   int line = 0;
+  bool savesFile = false;  // recorded: the text is the path of a file that the form writes
 };
 
 struct FormAnswer {

@@ -190,9 +190,14 @@ class Writer {
   YAML::Emitter& out_;
 };
 
-std::string ForOutput(const std::string& path, const std::string& stem) {
+// Without a trial that was loaded there is no name that the others begin with.
+void MoveToOutput(std::string& path, const std::string& stem) {
+  if (path.empty()) {
+    return;
+  }
   const std::string name = fs::path(path).filename().string();
-  return "${out}/" + (name.starts_with(stem) ? "${stem}" + name.substr(stem.size()) : name);
+  const bool named = !stem.empty() && name.starts_with(stem);
+  path = "${out}/" + (named ? "${stem}" + name.substr(stem.size()) : name);
 }
 
 // What was typed was typed, whatever it looks like to a recipe.
@@ -236,10 +241,28 @@ void KeepTyped(std::vector<Answer>& answers) {
   }
 }
 
-// A file that the step writes: of a saving command, or of a press in a result view, whose question says so.
-bool IsSaved(const CommandStep& step, const Answer& answer) {
-  return step.id.starts_with("save.") || step.id.ends_with(".save") ||
-         (answer.title && answer.title->starts_with("Save"));
+// Files that a step writes: of a saving command, of a press in a result view or a key in a graph, whose
+// question says so, or a name in a form.
+void MoveSaved(std::vector<Answer>& answers, bool savingCommand, const std::string& stem) {
+  for (Answer& answer : answers) {
+    const bool saved = savingCommand || (answer.title && answer.title->starts_with("Save"));
+    if (auto* file = std::get_if<FileAnswer>(&answer.what); file != nullptr && saved) {
+      for (std::string& path : file->paths) {
+        MoveToOutput(path, stem);
+      }
+    }
+    if (auto* form = std::get_if<FormAnswer>(&answer.what)) {
+      for (FieldAnswer& field : form->fields) {
+        if (auto* path = std::get_if<std::string>(&field.value); path != nullptr && field.savesFile) {
+          MoveToOutput(*path, stem);
+        }
+      }
+    }
+  }
+}
+
+bool IsSaving(const CommandStep& step) {
+  return step.id.starts_with("save.") || step.id.ends_with(".save");
 }
 
 }  // namespace
@@ -262,6 +285,7 @@ std::vector<Step> ForAnyInput(std::vector<Step> steps) {
   for (Step& step : steps) {
     if (auto* view = std::get_if<ViewStep>(&step.what)) {
       KeepTyped(view->answers);
+      MoveSaved(view->answers, false, stem);
     }
     auto* command = std::get_if<CommandStep>(&step.what);
     if (command == nullptr) {
@@ -272,14 +296,7 @@ std::vector<Step> ForAnyInput(std::vector<Step> steps) {
       stem = fs::path(command->file).stem().string();
       command->file = "${input}";
     }
-    for (Answer& answer : command->answers) {
-      auto* file = std::get_if<FileAnswer>(&answer.what);
-      if (file != nullptr && IsSaved(*command, answer)) {
-        for (std::string& path : file->paths) {
-          path = path.empty() ? path : ForOutput(path, stem);
-        }
-      }
-    }
+    MoveSaved(command->answers, IsSaving(*command), stem);
   }
   return steps;
 }

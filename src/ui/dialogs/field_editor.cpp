@@ -20,6 +20,7 @@
 #include "ui/dialogs/file_dialog.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
+#include "ui/trial/channel_drawing.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -109,6 +110,9 @@ class ListEditor : public FieldEditor {
       listed_ = choices;
       list_->clear();
       list_->addItems(choices);
+      for (int k = 1; field_.isColour && k < list_->count(); ++k) {  // the first is no colour
+        list_->setItemIcon(k, SwatchIcon(k, palette()));
+      }
     }
     list_->setCurrentIndex(*std::get<std::int32_t*>(field_.target));
     auto* items = qobject_cast<QStandardItemModel*>(list_->model());
