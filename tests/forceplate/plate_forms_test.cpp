@@ -1,9 +1,8 @@
 #include "core/files/files.hpp"
 #include "forceplate/plate_database.hpp"
-#include "run/history/history.hpp"
-#include "support/command_test.hpp"
 #include "support/full_disk.hpp"
 #include "support/recipe_test.hpp"
+#include "support/recorded_person.hpp"
 
 namespace velmora::test {
 namespace {
@@ -251,29 +250,21 @@ TEST_F(PlateFormsTest, ABadDatabaseIsToldAndNeverLost) {
   EXPECT_EQ(ReadFile(path), before);
 }
 
+using PlateHistoryTest = RecordedPerson;
+
 /// What a person defines is a recipe that gives the same bits in a fresh program, with what the program
 /// remembered from before.
-TEST(PlateHistoryTest, ADefinitionIsReplayedWithEverythingItRemembered) {
-  TemporaryDirectory directory;
-  ScriptedQuestions person;
-  History history(person);
-  Workbench workbench(history.Recording());
-  history.Attach(workbench);
-  const std::string input = directory.Path("walk.vmb");
+TEST_F(PlateHistoryTest, ADefinitionIsReplayedWithEverythingItRemembered) {
   WriteTrialFile(input, [](Trial& trial) {
     std::vector<Samples> channels = NoiseChannels(16, 200);
     SetChannels(trial, channels, 200.0);
   });
-  const auto load = [&] {
-    workbench.trial.FileName = input;
-    RunCommand(workbench, *FindCommand("file.load"));
-  };
   const auto reduce = [&] {
     person.inputAnswers.emplace_back("0.5");
     person.boxAnswers.insert(person.boxAnswers.end(), {Button::Yes, Button::No});
-    RunCommand(workbench, *FindCommand("plates.reduce"));
+    Do("plates.reduce");
   };
-  load();
+  Load();
   person.FillForm({{"NumPlates", "2"}, {"a", "12.34"}, {"b", "20"}, {"az0", "4.7"}}, "Defaults");
   person.FillForm({}, "Plate 2");
   person.FillForm({{"a", "13"}, {"b", "0.1"}, {"optType", "2"}}, "Defaults");
@@ -281,19 +272,14 @@ TEST(PlateHistoryTest, ADefinitionIsReplayedWithEverythingItRemembered) {
   reduce();
   const std::vector<std::uint32_t> first = Bits(workbench.trial);
   // The second trial only says OK to what the first one left.
-  load();
+  Load();
   person.FillForm({{"NumPlates", "2"}});
   reduce();
   EXPECT_EQ(Bits(workbench.trial), first);
-  RunOptions options{.input = input, .strict = true};
-  RecipeRun run(options);
-  Variables variables = {{"out", directory.Path("")}};
-  SetInputVariables(variables, input);
-  const Outcome outcome = run.Run(ReadRecipe(history.Recipe(), "history", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why << "\n" << history.Recipe();
-  EXPECT_EQ(Bits(run.State().trial), first);
+  const auto run = Replay();
+  EXPECT_EQ(Bits(run->State().trial), first);
   PlateMemory kept = workbench.plates;
-  EXPECT_EQ(run.State().plates, kept);
+  EXPECT_EQ(run->State().plates, kept);
 }
 
 }  // namespace

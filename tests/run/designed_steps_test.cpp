@@ -1,10 +1,7 @@
 // Filters by design and the EMG analyses as steps: every command from a recipe with its tables, and what a
 // person did repeated from the history.
-#include "run/history/history.hpp"
-#include "run/recipe/recipe_reader.hpp"
-#include "run/recipe/recipe_run.hpp"
-#include "support/command_test.hpp"
 #include "support/recipe_test.hpp"
+#include "support/recorded_person.hpp"
 
 namespace velmora::test {
 namespace {
@@ -85,42 +82,30 @@ TEST_F(DesignedSteps, EveryCommandRunsAndItsTablesAreInTheInfo) {
   }
 }
 
+using DesignedHistory = RecordedPerson;
+
 // What a person does is heard, written as a recipe, and repeated in a fresh program.
-TEST(DesignedHistory, IsRepeatedWithItsFiles) {
-  TemporaryDirectory directory;
-  ScriptedQuestions person;
-  History history(person);
-  Workbench workbench(history.Recording());
-  history.Attach(workbench);
-  const std::string input = directory.Path("emg.vmb");
+TEST_F(DesignedHistory, IsRepeatedWithItsFiles) {
   WriteTrialFile(input, [](Trial& trial) { SetChannels(trial, Bursting(), 1000); });
-  const auto run = [&](const char* id) { RunCommand(workbench, *FindCommand(id)); };
-  workbench.trial.FileName = input;
-  run("file.load");
+  Load();
   person.FillForm({{"optFamily", "4"}, {"txtTaps", "51"}, {"txtCutoff", "80"}, {"channels 1", "yes"}},
                   "Filter");
-  run("filter.design");
+  Do("filter.design");
   person.PickValues({{1, "6"}, {2, "6"}});
-  run("emg.linear-envelope");
+  Do("emg.linear-envelope");
   person.FillForm({{"optMethod", "3"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "Compute");
   person.FillForm({}, "Save");
   person.fileAnswers.push_back({directory.Path("day.max")});
   person.FillForm({}, "Exit");
-  run("emg.maximums");
+  Do("emg.maximums");
   person.fileAnswers.push_back({directory.Path("day.max")});
   person.FillForm({{"optSource", "1"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "Normalize");
   person.FillForm({}, "Exit");
-  run("emg.normalize");
+  Do("emg.normalize");
   EXPECT_EQ(workbench.trial.ChanUnits[1].Text(), "%");
   const std::vector<std::uint32_t> done = Bits(workbench.trial);
 
-  Variables variables = {{"out", directory.Path("again")}};
-  std::filesystem::create_directories(directory.Path("again"));
-  SetInputVariables(variables, input);
-  RecipeRun again({.input = input, .strict = true});
-  const Outcome outcome = again.Run(ReadRecipe(history.Recipe(), "history", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why << "\n" << history.Recipe();
-  EXPECT_EQ(Bits(again.State().trial), done) << history.Recipe();
+  EXPECT_EQ(Bits(Replay()->State().trial), done) << history.Recipe();
 }
 
 }  // namespace

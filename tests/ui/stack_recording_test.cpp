@@ -1,32 +1,23 @@
 #include "graph/multi/multi_view.hpp"
 #include "graph/threshold_lines.hpp"
 #include "plot/draw_picture.hpp"
-#include "run/history/history.hpp"
-#include "run/recipe/recipe_reader.hpp"
-#include "run/recipe/recipe_run.hpp"
 #include "sample_trials.hpp"
-#include "support/command_test.hpp"
+#include "support/recorded_person.hpp"
 #include "ui/multi_window_person.hpp"
 
 namespace velmora::test {
 namespace {
 
 /// What a person does at the stack of graphs with the mouse is written down, and repeats.
-struct StackRecording : testing::Test {
-  TemporaryDirectory directory;
-  ScriptedQuestions person;
-  History history{person};
-  Workbench workbench{history.Recording()};
+struct StackRecording : RecordedPerson {
   QPointer<ui::MultiWindow> graphs;
-  const std::string input = directory.Path("walk.vmb");
 
   void SetUp() override {
-    history.Attach(workbench);
+    RecordedPerson::SetUp();
     WriteTrialFile(input, [](Trial& trial) { examples::MakeEmgBursts(trial); });
-    workbench.trial.FileName = input;
-    RunCommand(workbench, *FindCommand("file.load"));
+    Load();
     person.FillForm({{"channels 1", "true"}, {"channels 2", "true"}, {"channels 3", "true"}}, "OK");
-    RunCommand(workbench, *FindCommand("graph.multi"));
+    Do("graph.multi");
     ASSERT_NE(workbench.view, nullptr);
     graphs = qobject_cast<ui::MultiWindow*>(ui::MakeViewWindow(
         workbench, [this](const Command& command) { RunCommand(workbench, command); }, nullptr));
@@ -47,7 +38,7 @@ struct StackRecording : testing::Test {
     QTest::mouseClick(&Plot(), button, {}, PlaceIn(Plot(), graph, x, 0.4));
     QApplication::processEvents();
   }
-  void Do(const char* id) {
+  void Choose(const char* id) {
     graphs->findChild<QAction*>(QString::fromLatin1(id))->trigger();
     QApplication::processEvents();
   }
@@ -63,8 +54,8 @@ TEST_F(StackRecording, GesturesAtTheStackRepeatFromTheHistory) {
   Drag(3, View().CommonCursors()[1], 0.7);
   person.inputAnswers = {"4"};
   person.PickChannels({1, 2, 3});
-  Do("threshold.calculate");
-  Do("grid.thresholds");
+  Choose("threshold.calculate");
+  Choose("grid.thresholds");
   const double calculated = workbench.thresholds.ChanThreshold[1];
   const QPoint line = Line(1, 5.0);
   DragIn(Plot(), line, line - QPoint(0, 12));
@@ -97,14 +88,9 @@ TEST_F(StackRecording, GesturesAtTheStackRepeatFromTheHistory) {
   EXPECT_NE(table.find("Footswitch"), std::string::npos);
   ASSERT_TRUE(person.boxAnswers.empty());
 
-  Variables variables = {{"out", directory.Path("again")}};
-  std::filesystem::create_directories(variables["out"]);
-  SetInputVariables(variables, input);
-  RecipeRun again({.input = input, .strict = true});
-  const Outcome outcome = again.Run(ReadRecipe(history.Recipe(), "history", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why << "\n" << history.Recipe();
+  const auto again = Replay();
   EXPECT_EQ(ReadFile(directory.Path("again/walk.vmv")), table);
-  EXPECT_EQ(again.State().thresholds.ChanThreshold[1], static_cast<float>(dragged));
+  EXPECT_EQ(again->State().thresholds.ChanThreshold[1], static_cast<float>(dragged));
 }
 
 }  // namespace

@@ -92,28 +92,25 @@ bool PickMeasured(Workbench& workbench) {
   return ChannelPicker(workbench).Show();
 }
 
-void AutozeroFromLeft(Workbench& workbench) {
+template <auto measure>
+void AutozeroFrom(Workbench& workbench, const char* end, const char* place) {
   BeginPicking(workbench);
-  const std::int32_t count = AskCount(workbench, "beginning");
+  const std::int32_t count = AskCount(workbench, end);
   if (count == 0) {
     return;
   }
-  MeasureFirst(workbench.trial, count, workbench.chooser.ChanConst);
+  measure(workbench.trial, count, workbench.chooser.ChanConst);
   if (PickMeasured(workbench)) {
-    SubtractMeasured(workbench, MeanOf(count, "first"));
+    SubtractMeasured(workbench, MeanOf(count, place));
   }
 }
 
+void AutozeroFromLeft(Workbench& workbench) {
+  AutozeroFrom<MeasureFirst>(workbench, "beginning", "first");
+}
+
 void AutozeroFromRight(Workbench& workbench) {
-  BeginPicking(workbench);
-  const std::int32_t count = AskCount(workbench, "end");
-  if (count == 0) {
-    return;
-  }
-  MeasureLast(workbench.trial, count, workbench.chooser.ChanConst);
-  if (PickMeasured(workbench)) {
-    SubtractMeasured(workbench, MeanOf(count, "last"));
-  }
+  AutozeroFrom<MeasureLast>(workbench, "end", "last");
 }
 
 void MeanBetweenCursors(Workbench& workbench) {
