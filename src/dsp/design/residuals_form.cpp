@@ -16,6 +16,7 @@ namespace velmora {
 namespace {
 
 constexpr int kFewestSamples = 5;
+constexpr double kLinesToSee = 8;  // the height of the picture, in residuals at the cut-off
 
 }  // namespace
 
@@ -170,7 +171,8 @@ ResultTable ResidualsForm::CurveTable(const std::vector<Found>& all) const {
   return table;
 }
 
-// The curve, its line on to 0 Hz, and from there level to where the curve comes down to it.
+// The curve, its line on to 0 Hz, and from there level to where the curve comes down to it. A curve that
+// begins far above its line runs out of the picture: what is read is where it meets the line.
 FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
   const Trial& trial = workbench_.trial;
   FormGraph graph{.title = "Residuals, " + FileNamePart(trial.FileName),
@@ -184,7 +186,9 @@ FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
       curve.x.push_back(cutoffs_[j]);
       curve.y.push_back(found.curve[j]);
     }
-    graph.y.maximum = std::max(graph.y.maximum, *std::max_element(curve.y.begin(), curve.y.end()) * 1.05);
+    const double highest = *std::max_element(curve.y.begin(), curve.y.end()) * 1.05;
+    graph.y.maximum =
+        std::max(graph.y.maximum, found.line ? std::min(highest, kLinesToSee * found.line->atZero) : highest);
     graph.plots.push_back(std::move(curve));
     if (const auto& line = found.line) {
       graph.plots.push_back(

@@ -323,6 +323,9 @@ void FormDialog::TakeRoom() {
   for (const ResultTable& table : form_.Tables()) {
     parts.push_back(!table.hidden);
   }
+  for (const FormField& field : form_.Fields()) {
+    parts.push_back(!field.hidden);
+  }
   if (std::exchange(parts_, parts) == parts) {
     return;
   }
