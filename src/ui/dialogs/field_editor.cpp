@@ -93,6 +93,7 @@ class ListEditor : public FieldEditor {
     list_ = new QComboBox;
     list_->setObjectName(ToQt(field.name));
     list_->setEnabled(!field.readOnly);
+    list_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     layout->addWidget(list_);
     layout->addStretch();
     setFocusProxy(list_);

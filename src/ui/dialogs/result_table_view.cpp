@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "core/text/numbers.hpp"
@@ -61,7 +62,6 @@ ResultTableView::ResultTableView(QWidget* parent) : QTableView(parent), model_(n
   setModel(model_);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setResizeContentsPrecision(50);  // rows: enough to tell how wide a column is
   setWordWrap(false);
   setMinimumSize(360, 220);
@@ -77,13 +77,14 @@ void ResultTableView::Show(const ResultTable& table) {
                       std::min(rows, 10) * verticalHeader()->defaultSectionSize();
   setMinimumHeight(std::min(kLowest, content));
   if (!sameColumns) {
+    ensurePolished();  // heads have their margins and letters from the style, which comes with the screen
+                       // else
+    horizontalHeader()->ensurePolished();
     resizeColumnsToContents();
     constexpr int kWidest = 1200;
     constexpr int kNarrowest = 360;
-    int width = 2 * frameWidth() + 24;
-    for (int column = 0; column < model_->columnCount({}); ++column) {
-      width += columnWidth(column);
-    }
+    const int width =
+        horizontalHeader()->length() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
     setMinimumWidth(std::clamp(width, kNarrowest, kWidest));
   }
 }
