@@ -43,7 +43,7 @@ class OnsetsForm : public AnalysisForm {
   [[nodiscard]] RestLevel Rest(const std::vector<double>& envelope) const;
   [[nodiscard]] ChannelBursts Search(int channel) const;
   [[nodiscard]] std::string Words() const;
-  void StoreEvents();
+  void KeepEvents();
 
   SampleRange range_;
   ChannelFlags channels_{};
