@@ -4,18 +4,9 @@
 #include <cmath>
 #include <cstddef>
 
+#include "dsp/math/mean_deviation.hpp"
+
 namespace velmora {
-namespace {
-
-double MeanOf(std::span<const double> values) {
-  double sum = 0.0;
-  for (const double value : values) {
-    sum += value;
-  }
-  return sum / static_cast<double>(values.size());
-}
-
-}  // namespace
 
 std::optional<PredictionEllipse> PredictionEllipse95(std::span<const double> x, std::span<const double> y) {
   if (x.size() < 3) {

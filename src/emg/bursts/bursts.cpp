@@ -52,23 +52,6 @@ std::vector<double> EnvelopeOf(Trial& trial, int channel, SampleRange range, con
   return signal;
 }
 
-RestLevel RestLevelOf(std::span<const double> stretch) {
-  const auto n = static_cast<double>(stretch.size());
-  double sum = 0.0;
-  for (const double value : stretch) {
-    sum += value;
-  }
-  const double mean = sum / n;
-  double squares = 0.0;
-  double away = 0.0;
-  for (const double value : stretch) {
-    squares += (value - mean) * (value - mean);
-    away += value - mean;
-  }
-  const double variance = n > 1 ? (squares - away * away / n) / (n - 1) : 0.0;
-  return {.mean = mean, .deviation = std::sqrt(std::max(variance, 0.0))};
-}
-
 std::size_t QuietestStretch(std::span<const double> signal, std::size_t width) {
   std::vector<double> sums(signal.size() - width + 1);
   SumWindows(signal.data(), static_cast<std::int64_t>(width), static_cast<std::int64_t>(sums.size()),

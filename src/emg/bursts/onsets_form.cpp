@@ -89,7 +89,7 @@ bool OnsetsForm::HasBaseline() {
   return false;
 }
 
-RestLevel OnsetsForm::Rest(const std::vector<double>& envelope) const {
+MeanDeviation OnsetsForm::Rest(const std::vector<double>& envelope) const {
   std::size_t first = 0;
   std::size_t count = QuietSamples();
   if (baseline_ == kQuietest) {
@@ -98,7 +98,7 @@ RestLevel OnsetsForm::Rest(const std::vector<double>& envelope) const {
     first = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorLo} - range_.lo);
     count = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorHi} - workbench_.trial.CursorLo + 1);
   }
-  return RestLevelOf(std::span(envelope).subspan(first, count));
+  return MeanDeviationOf(std::span(envelope).subspan(first, count));
 }
 
 ChannelBursts OnsetsForm::Search(int channel) const {
