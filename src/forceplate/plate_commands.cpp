@@ -8,6 +8,7 @@
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "forceplate/combine_plates.hpp"
+#include "forceplate/contacts/contacts_form.hpp"
 #include "forceplate/define_plate_form.hpp"
 #include "forceplate/file_plates.hpp"
 #include "forceplate/force_plate_form.hpp"
@@ -143,6 +144,7 @@ constexpr std::array kPlateCommands = {
     Command{"plates.pressure", "Center of &Pressure picture", kPlateMenu, Needs::Data,
             WithData<ShowPressurePath>, WhyNotDrawn},
     Command{"plates.rotate", "Ro&tate force plate", kPlateMenu, Needs::Data, WithData<AskRotation>},
+    Command{"plates.contacts", "&Foot contacts", kPlateMenu, Needs::Data, WithData<FindFootContacts>},
 };
 
 }  // namespace

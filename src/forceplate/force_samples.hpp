@@ -1,0 +1,22 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "core/trial/helpers.hpp"
+
+namespace velmora {
+
+/// A 64-bit copy of a channel's range.
+std::vector<double> SamplesOfRange(const Trial& trial, int channel, SampleRange range);
+
+/// Whether a vertical force points down: its mean is below 0. Of action and reaction, plates give either.
+bool PointsDown(std::span<const double> vertical);
+
+/// The force that opposes it.
+void TurnForce(std::span<double> force);
+
+/// Warns where a channel that newtons are asked of says that it is in something else.
+void TellIfNotNewtons(Workbench& workbench, int channel);
+
+}  // namespace velmora
