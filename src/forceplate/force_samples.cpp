@@ -30,6 +30,17 @@ void TurnForce(std::span<double> force) {
   }
 }
 
+std::optional<double> MetresIn(const Trial& trial, int channel) {
+  const std::string units = Trim(trial.ChanUnits[channel].Text());
+  if (EqualNoCase(units, "m")) {
+    return 1.0;
+  }
+  if (EqualNoCase(units, "cm")) {
+    return 0.01;
+  }
+  return EqualNoCase(units, "mm") ? std::optional(0.001) : std::nullopt;
+}
+
 void TellIfNotNewtons(Workbench& workbench, int channel) {
   const std::string units = Trim(workbench.trial.ChanUnits[channel].Text());
   if (units.empty() || EqualNoCase(units, "N") || EqualNoCase(units, "newton") ||

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -15,6 +16,9 @@ bool PointsDown(std::span<const double> vertical);
 
 /// The force that opposes it.
 void TurnForce(std::span<double> force);
+
+/// How many metres a unit of the channel is; nothing unless it is in m, cm or mm.
+std::optional<double> MetresIn(const Trial& trial, int channel);
 
 /// Warns where a channel that newtons are asked of says that it is in something else.
 void TellIfNotNewtons(Workbench& workbench, int channel);

@@ -12,6 +12,7 @@
 #include "forceplate/define_plate_form.hpp"
 #include "forceplate/file_plates.hpp"
 #include "forceplate/force_plate_form.hpp"
+#include "forceplate/gravity/gravity_form.hpp"
 #include "forceplate/plate_form.hpp"
 #include "forceplate/plate_types.hpp"
 #include "forceplate/pressure_path_form.hpp"
@@ -141,6 +142,7 @@ constexpr std::array kPlateCommands = {
     Command{"plates.reduce", "Reduce force plate data", kPlateMenu, Needs::Data, WithData<ReduceForcePlates>,
             WhyNotReduced},
     Command{"plates.combine", "Combine &Two plates", kPlateMenu, Needs::Data, WithData<Combine>},
+    Command{"plates.gravity", "Center of &Gravity", kPlateMenu, Needs::Data, WithData<FindCentreOfGravity>},
     Command{"plates.pressure", "Center of &Pressure picture", kPlateMenu, Needs::Data,
             WithData<ShowPressurePath>, WhyNotDrawn},
     Command{"plates.rotate", "Ro&tate force plate", kPlateMenu, Needs::Data, WithData<AskRotation>},

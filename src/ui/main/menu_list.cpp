@@ -112,7 +112,7 @@ constexpr std::array kPlaces = {
     MenuPlace{"plates.edit", kPlates},
     MenuPlace{"plates.reduce", kPlates},
     MenuPlace{"plates.combine", kPlates},
-    MenuPlace{"plates.gravity", kPlates, "Center of &Gravity"},
+    MenuPlace{"plates.gravity", kPlates},
     MenuPlace{"plates.rotate", kPlates},
     MenuPlace{"plates.contacts", kPlates},
     MenuPlace{"impact.accelerometry", kImpacts, "&3D Accelerometry"},
