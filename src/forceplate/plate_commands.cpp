@@ -17,6 +17,7 @@
 #include "forceplate/plate_types.hpp"
 #include "forceplate/pressure_path_form.hpp"
 #include "forceplate/reduce_plates.hpp"
+#include "forceplate/sway/sway_form.hpp"
 
 namespace velmora {
 namespace {
@@ -146,6 +147,7 @@ constexpr std::array kPlateCommands = {
     Command{"plates.pressure", "Center of &Pressure picture", kPlateMenu, Needs::Data,
             WithData<ShowPressurePath>, WhyNotDrawn},
     Command{"plates.rotate", "Ro&tate force plate", kPlateMenu, Needs::Data, WithData<AskRotation>},
+    Command{"plates.sway", "&Sway of the centre of pressure", kPlateMenu, Needs::Data, WithData<MeasureSway>},
     Command{"plates.contacts", "&Foot contacts", kPlateMenu, Needs::Data, WithData<FindFootContacts>},
 };
 

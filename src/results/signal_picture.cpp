@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "core/files/paths.hpp"
 #include "core/results/trial_lines.hpp"
+#include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 
 namespace velmora {
@@ -16,15 +18,27 @@ struct Extent {
   double low = std::numeric_limits<double>::infinity();
   double high = -std::numeric_limits<double>::infinity();
 
-  void Add(const std::vector<double>& values) {
-    for (const double value : values) {
-      if (std::isfinite(value)) {
-        low = std::min(low, value);
-        high = std::max(high, value);
-      }
+  void Add(double value) {
+    if (std::isfinite(value)) {
+      low = std::min(low, value);
+      high = std::max(high, value);
     }
   }
+  void Add(const std::vector<double>& values) {
+    for (const double value : values) {
+      Add(value);
+    }
+  }
+  [[nodiscard]] double Room() const { return std::max((high - low) * 0.05, 1e-9); }
 };
+
+/// How far an ellipse reaches from its middle along the abscissa, and along the ordinate.
+std::pair<double, double> ReachOf(const FormGraph::Ellipse& ellipse) {
+  const double along = std::cos(ellipse.angle * Pi / 180);
+  const double across = std::sin(ellipse.angle * Pi / 180);
+  return {std::hypot(ellipse.major * along, ellipse.minor * across),
+          std::hypot(ellipse.major * across, ellipse.minor * along)};
+}
 
 }  // namespace
 
@@ -51,14 +65,21 @@ void FitAxes(FormGraph& graph) {
     across.Add(plot.x);
     up.Add(plot.y);
   }
+  for (const FormGraph::Ellipse& ellipse : graph.ellipses) {
+    const auto [wide, tall] = ReachOf(ellipse);
+    across.Add(ellipse.x - wide);
+    across.Add(ellipse.x + wide);
+    up.Add(ellipse.y - tall);
+    up.Add(ellipse.y + tall);
+  }
   if (!(across.high >= across.low) || !(up.high >= up.low)) {
     return;
   }
-  const double room = std::max((up.high - up.low) * 0.05, 1e-9);
-  graph.x.minimum = across.low;
-  graph.x.maximum = across.high;
-  graph.y.minimum = up.low - room;
-  graph.y.maximum = up.high + room;
+  const double beside = graph.equalScales ? across.Room() : 0.0;
+  graph.x.minimum = across.low - beside;
+  graph.x.maximum = across.high + beside;
+  graph.y.minimum = up.low - up.Room();
+  graph.y.maximum = up.high + up.Room();
 }
 
 }  // namespace velmora

@@ -15,7 +15,8 @@ FormGraph SignalPicture(const Trial& trial, int channel);
 /// The abscissa of a range, sample by sample.
 std::vector<double> AbscissaOf(const Trial& trial, SampleRange range);
 
-/// The axes show all plots, the ordinate with a little room above and below.
+/// The axes show all plots and ellipses, the ordinate with a little room above and below; so has the abscissa
+/// where both have the same scale.
 void FitAxes(FormGraph& graph);
 
 }  // namespace velmora

@@ -4,9 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
-#include "dsp/design/recursive_design.hpp"
-#include "dsp/design/section_runs.hpp"
 #include "dsp/design/sliding_sums.hpp"
+#include "dsp/design/smooth_low_pass.hpp"
 
 namespace velmora {
 namespace {
@@ -45,9 +44,7 @@ std::vector<double> EnvelopeOf(Trial& trial, int channel, SampleRange range, con
     }
   }
   if (rule.cutoff > 0) {
-    const DesignRequest request{.order = 2, .rate = trial.Rate, .cutoff = rule.cutoff};
-    CheckEdges(request.band, request.rate, request.cutoff, request.higher);
-    RunSectionsPlain(signal, DesignFilter(KeptOverBothRuns(request)), RunDirection::ZeroLag);
+    SmoothByLowPass(signal, trial.Rate, rule.cutoff);
   }
   return signal;
 }

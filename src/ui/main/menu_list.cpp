@@ -114,6 +114,7 @@ constexpr std::array kPlaces = {
     MenuPlace{"plates.combine", kPlates},
     MenuPlace{"plates.gravity", kPlates},
     MenuPlace{"plates.rotate", kPlates},
+    MenuPlace{"plates.sway", kPlates},
     MenuPlace{"plates.contacts", kPlates},
     MenuPlace{"impact.accelerometry", kImpacts, "&3D Accelerometry"},
     MenuPlace{"impact.gsi-hic", kImpacts, "&GSI && HIC etc."},
