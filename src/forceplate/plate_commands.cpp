@@ -8,13 +8,16 @@
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "forceplate/combine_plates.hpp"
+#include "forceplate/contacts/contacts_form.hpp"
 #include "forceplate/define_plate_form.hpp"
 #include "forceplate/file_plates.hpp"
 #include "forceplate/force_plate_form.hpp"
+#include "forceplate/gravity/gravity_form.hpp"
 #include "forceplate/plate_form.hpp"
 #include "forceplate/plate_types.hpp"
 #include "forceplate/pressure_path_form.hpp"
 #include "forceplate/reduce_plates.hpp"
+#include "forceplate/sway/sway_form.hpp"
 
 namespace velmora {
 namespace {
@@ -140,9 +143,12 @@ constexpr std::array kPlateCommands = {
     Command{"plates.reduce", "Reduce force plate data", kPlateMenu, Needs::Data, WithData<ReduceForcePlates>,
             WhyNotReduced},
     Command{"plates.combine", "Combine &Two plates", kPlateMenu, Needs::Data, WithData<Combine>},
+    Command{"plates.gravity", "Center of &Gravity", kPlateMenu, Needs::Data, WithData<FindCentreOfGravity>},
     Command{"plates.pressure", "Center of &Pressure picture", kPlateMenu, Needs::Data,
             WithData<ShowPressurePath>, WhyNotDrawn},
     Command{"plates.rotate", "Ro&tate force plate", kPlateMenu, Needs::Data, WithData<AskRotation>},
+    Command{"plates.sway", "&Sway of the centre of pressure", kPlateMenu, Needs::Data, WithData<MeasureSway>},
+    Command{"plates.contacts", "&Foot contacts", kPlateMenu, Needs::Data, WithData<FindFootContacts>},
 };
 
 }  // namespace

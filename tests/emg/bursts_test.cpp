@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/text/numbers.hpp"
+#include "dsp/math/mean_deviation.hpp"
 #include "support/command_test.hpp"
 
 namespace velmora::test {
@@ -27,7 +28,7 @@ TEST(SignalBursts, RunsAreJoinedBeforeTheShortOnesGo) {
 TEST(SignalBursts, RestIsTheQuietestStretch) {
   const std::vector<double> x = {5, 1, 1, 3, 0, 2, 1, 9};
   EXPECT_EQ(QuietestStretch(x, 3), 4U) << "the first of those that sum to 3";
-  const RestLevel rest = RestLevelOf(std::span(x).subspan(4, 3));
+  const MeanDeviation rest = MeanDeviationOf(std::span(x).subspan(4, 3));
   EXPECT_EQ(rest.mean, 1);
   EXPECT_EQ(rest.deviation, 1) << "n - 1";
 }

@@ -2,51 +2,18 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <fstream>
-#include <functional>
-#include <sstream>
 
 #include "forceplate/amti_reduction.hpp"
 #include "forceplate/kistler_reduction.hpp"
 #include "forceplate/published_reduction.hpp"
+#include "support/number_rows.hpp"
 #include "support/recordings.hpp"
 #include "support/trials.hpp"
 
 namespace velmora::test {
 namespace {
 
-using Table = std::vector<std::vector<double>>;
-
-/// The rows of numbers of a text, whatever separates them.
-Table NumbersOf(const std::string& path) {
-  std::ifstream file(path);
-  Table rows;
-  for (std::string line; std::getline(file, line);) {
-    std::replace(line.begin(), line.end(), ',', ' ');
-    std::istringstream text(line);
-    std::vector<double> row;
-    for (double x = 0; text >> x;) {
-      row.push_back(x);
-    }
-    if (row.size() > 1) {
-      rows.push_back(row);
-    }
-  }
-  return rows;
-}
-
-/// A trial of channels that are made of each row.
-void SetFrom(Trial& trial, const Table& rows,
-             const std::function<Samples(const std::vector<double>&)>& channels) {
-  std::vector<Samples> all(channels(rows.front()).size());
-  for (const std::vector<double>& row : rows) {
-    const Samples samples = channels(row);
-    for (std::size_t c = 0; c < all.size(); ++c) {
-      all[c].push_back(samples[c]);
-    }
-  }
-  SetChannels(trial, all);
-}
+using Table = NumberRows;
 
 /// The largest distance between a channel and a column.
 double Apart(const Trial& trial, int channel, const Table& rows, std::size_t column, double unit = 1.0) {

@@ -4,9 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
-#include "dsp/design/recursive_design.hpp"
-#include "dsp/design/section_runs.hpp"
 #include "dsp/design/sliding_sums.hpp"
+#include "dsp/design/smooth_low_pass.hpp"
 
 namespace velmora {
 namespace {
@@ -45,28 +44,9 @@ std::vector<double> EnvelopeOf(Trial& trial, int channel, SampleRange range, con
     }
   }
   if (rule.cutoff > 0) {
-    const DesignRequest request{.order = 2, .rate = trial.Rate, .cutoff = rule.cutoff};
-    CheckEdges(request.band, request.rate, request.cutoff, request.higher);
-    RunSectionsPlain(signal, DesignFilter(KeptOverBothRuns(request)), RunDirection::ZeroLag);
+    SmoothByLowPass(signal, trial.Rate, rule.cutoff);
   }
   return signal;
-}
-
-RestLevel RestLevelOf(std::span<const double> stretch) {
-  const auto n = static_cast<double>(stretch.size());
-  double sum = 0.0;
-  for (const double value : stretch) {
-    sum += value;
-  }
-  const double mean = sum / n;
-  double squares = 0.0;
-  double away = 0.0;
-  for (const double value : stretch) {
-    squares += (value - mean) * (value - mean);
-    away += value - mean;
-  }
-  const double variance = n > 1 ? (squares - away * away / n) / (n - 1) : 0.0;
-  return {.mean = mean, .deviation = std::sqrt(std::max(variance, 0.0))};
 }
 
 std::size_t QuietestStretch(std::span<const double> signal, std::size_t width) {

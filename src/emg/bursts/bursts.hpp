@@ -20,13 +20,6 @@ struct EnvelopeRule {
 /// FilterDesignError.
 std::vector<double> EnvelopeOf(Trial& trial, int channel, SampleRange range, const EnvelopeRule& rule);
 
-/// A stretch of a signal at rest: n - 1 in the deviation.
-struct RestLevel {
-  double mean = 0.0;
-  double deviation = 0.0;
-};
-RestLevel RestLevelOf(std::span<const double> stretch);
-
 /// Where the first window of `width` samples with the smallest sum begins, from 0.
 std::size_t QuietestStretch(std::span<const double> signal, std::size_t width);
 

@@ -8,8 +8,8 @@
 #include "core/trial/refusals.hpp"
 #include "dsp/design/cancellable_run.hpp"
 #include "dsp/filters/filter_design.hpp"
-#include "emg/bursts/burst_events.hpp"
 #include "emg/bursts/onsets_view.hpp"
+#include "events/store_events.hpp"
 
 namespace velmora {
 
@@ -89,7 +89,7 @@ bool OnsetsForm::HasBaseline() {
   return false;
 }
 
-RestLevel OnsetsForm::Rest(const std::vector<double>& envelope) const {
+MeanDeviation OnsetsForm::Rest(const std::vector<double>& envelope) const {
   std::size_t first = 0;
   std::size_t count = QuietSamples();
   if (baseline_ == kQuietest) {
@@ -98,7 +98,7 @@ RestLevel OnsetsForm::Rest(const std::vector<double>& envelope) const {
     first = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorLo} - range_.lo);
     count = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorHi} - workbench_.trial.CursorLo + 1);
   }
-  return RestLevelOf(std::span(envelope).subspan(first, count));
+  return MeanDeviationOf(std::span(envelope).subspan(first, count));
 }
 
 ChannelBursts OnsetsForm::Search(int channel) const {
@@ -153,7 +153,7 @@ bool OnsetsForm::Compute() {
         std::find_if(found_.begin(), found_.end(), [c](const auto& of) { return of.channel == c; });
     return Words() + ", " + CountOf(static_cast<std::int64_t>(it->bursts.size()), "burst");
   });
-  StoreEvents();
+  KeepEvents();
   return true;
 }
 
@@ -162,10 +162,20 @@ std::string OnsetsForm::Words() const {
                                : "Onsets and offsets at " + PlainNumber(deviations_) + " SD above rest";
 }
 
-void OnsetsForm::StoreEvents() {
-  if (events_) {
-    StoreBurstEvents(workbench_, range_, found_);
+void OnsetsForm::KeepEvents() {
+  if (!events_) {
+    return;
   }
+  std::vector<FoundEvents> events;
+  for (const ChannelBursts& of : found_) {
+    FoundEvents& times = events.emplace_back(FoundEvents{.channel = of.channel});
+    for (const SignalBurst& burst : of.bursts) {
+      const auto sample = [this](std::int64_t at) { return static_cast<std::int32_t>(range_.lo + at); };
+      times.times.push_back({.on = SampleToTime(workbench_.trial, sample(burst.on)),
+                             .off = SampleToTime(workbench_.trial, sample(burst.off))});
+    }
+  }
+  StoreEvents(workbench_, events);
 }
 
 void FindOnsets(Workbench& workbench) {

@@ -6,6 +6,7 @@
 
 #include "core/questions/analysis_form.hpp"
 #include "dsp/channel_list.hpp"
+#include "dsp/math/mean_deviation.hpp"
 #include "emg/bursts/bursts.hpp"
 
 namespace velmora {
@@ -15,7 +16,7 @@ struct ChannelBursts {
   int channel = 1;
   std::vector<double> envelope;  // by sample of the range
   double threshold = 0.0;
-  std::optional<RestLevel> rest{};  // nothing where the threshold was entered
+  std::optional<MeanDeviation> rest{};  // nothing where the threshold was entered
   std::vector<SignalBurst> bursts{};
 };
 
@@ -40,10 +41,10 @@ class OnsetsForm : public AnalysisForm {
   [[nodiscard]] bool HasBaseline();
   [[nodiscard]] std::int64_t SamplesOf(double milliseconds) const;
   [[nodiscard]] std::size_t QuietSamples() const;
-  [[nodiscard]] RestLevel Rest(const std::vector<double>& envelope) const;
+  [[nodiscard]] MeanDeviation Rest(const std::vector<double>& envelope) const;
   [[nodiscard]] ChannelBursts Search(int channel) const;
   [[nodiscard]] std::string Words() const;
-  void StoreEvents();
+  void KeepEvents();
 
   SampleRange range_;
   ChannelFlags channels_{};

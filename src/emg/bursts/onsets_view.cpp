@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/files/paths.hpp"
 #include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
-#include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "results/signal_picture.hpp"
 
 namespace velmora {
 namespace {
@@ -107,27 +106,13 @@ OnsetsView::OnsetsView(Workbench& workbench, const OnsetsForm& form)
 void OnsetsView::Draw() {
   const Trial& trial = workbench_.trial;
   const ChannelBursts& of = found_[static_cast<std::size_t>(shown_)];
-  FormGraph graph{.title = LabelOnOneLine(trial, of.channel) + ", " + FileNamePart(trial.FileName),
-                  .x = {.caption = "Time (s)"},
-                  .y = {.caption = Trim(trial.ChanUnits[of.channel].Text())},
-                  .background = FormGraph::Background::White,
-                  .resets = graph_->resets + 1};
-  FormGraph::Plot signal{.name = "EMG", .colour = kSignalColour};
-  FormGraph::Plot envelope{.name = "envelope", .colour = kBurstEnvelopeColour, .width = 2.0};
+  FormGraph graph = SignalPicture(trial, of.channel);
+  graph.resets = graph_->resets + 1;
+  const std::vector<double> times = AbscissaOf(trial, range_);
+  FormGraph::Plot signal{.name = "EMG", .colour = kSignalColour, .x = times};
   for (std::size_t i = 0; i < of.envelope.size(); ++i) {
-    signal.x.push_back(TimeAt(trial, range_, static_cast<std::int64_t>(i)));
     signal.y.push_back(trial.Data(range_.lo + static_cast<std::int64_t>(i), of.channel));
   }
-  envelope.x = signal.x;
-  envelope.y = of.envelope;
-  const auto [low, high] = std::minmax_element(signal.y.begin(), signal.y.end());
-  const double most =
-      std::max({*high, of.threshold, *std::max_element(envelope.y.begin(), envelope.y.end())});
-  graph.x.minimum = signal.x.front();
-  graph.x.maximum = signal.x.back();
-  const double margin = std::max((most - *low) * 0.05, 1e-9);
-  graph.y.minimum = *low - margin;
-  graph.y.maximum = most + margin;
   for (std::size_t b = 0; b < of.bursts.size() && b < kMostBands; ++b) {
     graph.bands.push_back({.from = TimeAt(trial, range_, of.bursts[b].on),
                            .to = TimeAt(trial, range_, of.bursts[b].off),
@@ -136,11 +121,14 @@ void OnsetsView::Draw() {
                            .strength = 0.8,
                            .above = true});
   }
-  FormGraph::Plot threshold{.name = "threshold",
-                            .colour = 0,
-                            .x = {graph.x.minimum, graph.x.maximum},
-                            .y = {of.threshold, of.threshold}};
-  graph.plots = {std::move(signal), std::move(envelope), std::move(threshold)};
+  graph.plots = {
+      std::move(signal),
+      {.name = "envelope", .colour = kBurstEnvelopeColour, .x = times, .y = of.envelope, .width = 2.0},
+      {.name = "threshold",
+       .colour = 0,
+       .x = {times.front(), times.back()},
+       .y = {of.threshold, of.threshold}}};
+  FitAxes(graph);
   graph_ = std::move(graph);
 }
 

@@ -1,4 +1,4 @@
-#include "emg/bursts/burst_events.hpp"
+#include "events/store_events.hpp"
 
 #include <algorithm>
 #include <string>
@@ -10,11 +10,11 @@
 namespace velmora {
 namespace {
 
-bool HaveEvents(const EventMemory& events, const std::vector<ChannelBursts>& found) {
+bool HaveEvents(const EventMemory& events, const std::vector<FoundEvents>& found) {
   return std::any_of(
       events.ChannelEvents.begin(), events.ChannelEvents.end(), [&](const EventRecord& record) {
         return std::any_of(found.begin(), found.end(),
-                           [&](const ChannelBursts& of) { return record[of.channel] != EventTimes{}; });
+                           [&](const FoundEvents& of) { return record[of.channel] != EventTimes{}; });
       });
 }
 
@@ -28,14 +28,14 @@ bool MayReplace(Workbench& workbench) {
 
 }  // namespace
 
-void StoreBurstEvents(Workbench& workbench, SampleRange range, const std::vector<ChannelBursts>& found) {
+void StoreEvents(Workbench& workbench, const std::vector<FoundEvents>& found) {
   EventMemory& events = workbench.events;
   if (events.EventTracking && HaveEvents(events, found) && !MayReplace(workbench)) {
     return;
   }
   std::size_t most = 0;
-  for (const ChannelBursts& of : found) {
-    most = std::max(most, of.bursts.size());
+  for (const FoundEvents& of : found) {
+    most = std::max(most, of.times.size());
   }
   if (most == 0 && !events.EventTracking) {
     return;
@@ -46,15 +46,9 @@ void StoreBurstEvents(Workbench& workbench, SampleRange range, const std::vector
   if (events.ChannelEvents.size() < most) {
     events.ChannelEvents.resize(most);
   }
-  for (const ChannelBursts& of : found) {
+  for (const FoundEvents& of : found) {
     for (std::size_t b = 0; b < events.ChannelEvents.size(); ++b) {
-      EventTimes& times = events.ChannelEvents[b][of.channel];
-      times = {};
-      if (b < of.bursts.size()) {
-        const auto sample = [&range](std::int64_t at) { return static_cast<std::int32_t>(range.lo + at); };
-        times = {.on = SampleToTime(workbench.trial, sample(of.bursts[b].on)),
-                 .off = SampleToTime(workbench.trial, sample(of.bursts[b].off))};
-      }
+      events.ChannelEvents[b][of.channel] = b < of.times.size() ? of.times[b] : EventTimes{};
     }
   }
   events.EventsUnsaved = true;

@@ -1,0 +1,85 @@
+#include "results/signal_picture.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "core/files/paths.hpp"
+#include "core/results/trial_lines.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
+
+namespace velmora {
+namespace {
+
+/// What the values reach from and to; those that are no numbers leave gaps and do not count.
+struct Extent {
+  double low = std::numeric_limits<double>::infinity();
+  double high = -std::numeric_limits<double>::infinity();
+
+  void Add(double value) {
+    if (std::isfinite(value)) {
+      low = std::min(low, value);
+      high = std::max(high, value);
+    }
+  }
+  void Add(const std::vector<double>& values) {
+    for (const double value : values) {
+      Add(value);
+    }
+  }
+  [[nodiscard]] double Room() const { return std::max((high - low) * 0.05, 1e-9); }
+};
+
+/// How far an ellipse reaches from its middle along the abscissa, and along the ordinate.
+std::pair<double, double> ReachOf(const FormGraph::Ellipse& ellipse) {
+  const double along = std::cos(ellipse.angle * Pi / 180);
+  const double across = std::sin(ellipse.angle * Pi / 180);
+  return {std::hypot(ellipse.major * along, ellipse.minor * across),
+          std::hypot(ellipse.major * across, ellipse.minor * along)};
+}
+
+}  // namespace
+
+FormGraph SignalPicture(const Trial& trial, int channel) {
+  return {.title = LabelOnOneLine(trial, channel) + ", " + FileNamePart(trial.FileName),
+          .x = {.caption = "Time (s)"},
+          .y = {.caption = Trim(trial.ChanUnits[channel].Text())},
+          .background = FormGraph::Background::White};
+}
+
+std::vector<double> AbscissaOf(const Trial& trial, SampleRange range) {
+  std::vector<double> times;
+  times.reserve(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
+  for (std::int64_t i = range.lo; i <= range.hi; ++i) {
+    times.push_back(trial.Data(i, 0));
+  }
+  return times;
+}
+
+void FitAxes(FormGraph& graph) {
+  Extent across;
+  Extent up;
+  for (const FormGraph::Plot& plot : graph.plots) {
+    across.Add(plot.x);
+    up.Add(plot.y);
+  }
+  for (const FormGraph::Ellipse& ellipse : graph.ellipses) {
+    const auto [wide, tall] = ReachOf(ellipse);
+    across.Add(ellipse.x - wide);
+    across.Add(ellipse.x + wide);
+    up.Add(ellipse.y - tall);
+    up.Add(ellipse.y + tall);
+  }
+  if (!(across.high >= across.low) || !(up.high >= up.low)) {
+    return;
+  }
+  const double beside = graph.equalScales ? across.Room() : 0.0;
+  graph.x.minimum = across.low - beside;
+  graph.x.maximum = across.high + beside;
+  graph.y.minimum = up.low - up.Room();
+  graph.y.maximum = up.high + up.Room();
+}
+
+}  // namespace velmora

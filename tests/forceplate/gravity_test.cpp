@@ -1,0 +1,222 @@
+// Where the centre of gravity goes, as the command finds it, and what a jump came to.
+#include "core/text/numbers.hpp"
+#include "formats/native_binary/native_binary_layout.hpp"
+#include "statistics/table_test.hpp"
+
+namespace velmora::test {
+namespace {
+
+struct Gravity : TableTest {
+  void Find(const Edits& edits) {
+    workbench.results.ResultTables.clear();
+    AnswerForm(edits, "Compute");
+    AnswerForm({}, "Exit");
+    Run("plates.gravity");
+  }
+  std::string Refused(const Edits& edits) {
+    AnswerForm(edits, "Compute");
+    AnswerForm({}, "Cancel");
+    Run("plates.gravity");
+    return LastBox();
+  }
+  /// A quantity of the table; NaN where it is empty or none.
+  double Of(std::string_view quantity) {
+    const ResultTable& table = Table("frmGravity");
+    for (std::size_t k = 0; k < table.rows.size(); ++k) {
+      if (ShownCell(table, k, 0) == quantity) {
+        return Cell(table, k, "Value");
+      }
+    }
+    return NAN;
+  }
+  bool Has(std::string_view quantity) {
+    const ResultTable& table = Table("frmGravity");
+    return std::any_of(table.rows.begin(), table.rows.end(),
+                       [&](const auto& row) { return std::get<std::string>(row[0]) == quantity; });
+  }
+  /// A second of 700 N, 0.2 s of twice as much, 0.4 s of flight, and the landing; at 100 Hz.
+  static Samples PushAndFlight() {
+    Samples force(100, 700.0F);
+    force.insert(force.end(), 20, 1400.0F);
+    force.insert(force.end(), 40, 0.0F);
+    force.insert(force.end(), 50, 1400.0F);
+    return force;
+  }
+  void SetVertical(const Samples& force, double rate = 100) {
+    SetChannels(trial, {force}, rate);
+    trial.ChanLabel[1] = "Fz";
+    trial.ChanUnits[1] = "N";
+    questions.boxes.clear();
+    workbench.report = {};
+  }
+};
+
+TEST_F(Gravity, OfAJumpByItsImpulseAndByItsFlight) {
+  Samples spiked = PushAndFlight();
+  spiked[135] = spiked[136] = 30;
+  Samples down = spiked;
+  for (float& value : down) {
+    value = -value;
+  }
+  for (const Samples& force : {PushAndFlight(), spiked, down}) {
+    SetVertical(force);
+    Find({{"txtGravity", "10"}});
+    EXPECT_EQ(Of("Mass"), 70);
+    EXPECT_EQ(Of("Weight"), 700);
+    EXPECT_NEAR(Of("Start of movement"), 1.0, 1e-6);
+    EXPECT_NEAR(Of("Lowest point"), 1.01, 1e-6) << "nothing sinks: the first sample behind";
+    EXPECT_NEAR(Of("Take-off"), 1.2, 1e-6);
+    EXPECT_NEAR(Of("Landing"), 1.6, 1e-6);
+    EXPECT_NEAR(Of("Take-off velocity"), 1.9, 1e-12);
+    EXPECT_NEAR(Of("Flight time"), 0.4, 1e-12);
+    EXPECT_NEAR(Of("Height (flight time)"), 0.2, 1e-12);
+    EXPECT_NEAR(Of("Height (impulse)"), 1.9 * 1.9 / 20, 1e-12);
+    EXPECT_EQ(Of("Depth"), 0);
+    EXPECT_EQ(Of("Peak force"), 1400);
+    EXPECT_EQ(Of("Peak force / weight"), 2);
+    EXPECT_NEAR(Of("Peak power"), 1400 * 1.9, 1e-9);
+    EXPECT_NEAR(Of("Net impulse"), 133, 1e-9);
+    EXPECT_TRUE(workbench.report.warnings.empty());
+  }
+  EXPECT_NE(Table("frmGravity").title.find("were turned"), std::string::npos);
+}
+
+TEST_F(Gravity, OfACountermovement) {
+  // From rest down at 3 m/s^2 for 0.2 s, up at 6 m/s^2 for 0.3 s: deepest 0.09 m after 0.3 s, 1.2 m/s at
+  // take-off. 80 kg, at 1000 Hz; the plate reads 12 N too much.
+  Samples force;
+  for (int i = 0; i < 2500; ++i) {
+    const double t = i / 1000.0;
+    const double a = t < 1 ? 0 : t < 1.2 ? -3 : t < 1.5 ? 6 : t < 1.74 ? -9.80665 : 4;
+    force.push_back(static_cast<float>(80 * (9.80665 + a) + 12));
+  }
+  SetVertical(force, 1000);
+  Find({{"chkUnloaded", "yes"}, {"chkAcceleration", "yes"}});
+  EXPECT_NEAR(Of("Mass"), 80, 1e-4);
+  EXPECT_NEAR(Of("Depth"), 0.09, 0.002);
+  EXPECT_NEAR(Of("Lowest point"), 1.3, 0.002);
+  EXPECT_NEAR(Of("Take-off velocity"), 1.2, 0.01);
+  EXPECT_NEAR(Of("Height (impulse)"), 1.2 * 1.2 / 2 / 9.80665, 0.002);
+  EXPECT_NEAR(Of("Height (flight time)"), 9.80665 * 0.24 * 0.24 / 8, 1e-6);
+  EXPECT_EQ(Labels(), (Texts{"Fz", "COG az", "COG vz", "COG dz"}));
+  EXPECT_EQ(UnitsOfChannels(), (Texts{"N", "m/s^2", "m/s", "m"}));
+  EXPECT_NEAR(trial.Data(1100, 2), -3, 1e-3);
+  EXPECT_NEAR(trial.Data(1500, 3), 1.2, 0.01);
+  EXPECT_TRUE(workbench.trial.FileChanged);
+
+  // Pressed flat against the plate by a wrong mass nobody rises: no height, and it is told.
+  SetVertical(force, 1000);
+  Find({{"optMass", "1"}, {"txtMass", "150"}});
+  EXPECT_LT(Of("Take-off velocity"), 0);
+  EXPECT_TRUE(std::isnan(Of("Height (impulse)")));
+
+  // Who does not stand still has no weight to take.
+  SetVertical(force, 1000);
+  Find({{"txtQuiet", "1.5"}});
+  ASSERT_EQ(workbench.report.warnings.size(), 2U);
+  EXPECT_NE(workbench.report.warnings[0].find("nobody stands still there"), std::string::npos);
+  EXPECT_NE(workbench.report.warnings[1].find("begins within the quiet interval"), std::string::npos);
+}
+
+TEST_F(Gravity, WithoutAFlightTellsWhereTheBodyWent) {
+  // Up and down by 4 cm, left and right by 1 cm, at 0.5 Hz; 60 kg.
+  Samples fx;
+  Samples fz;
+  Samples ax;
+  const double w = Pi;
+  for (int i = 0; i <= 400; ++i) {
+    const double t = i / 100.0;
+    fx.push_back(static_cast<float>(-60 * w * w * 0.01 * std::cos(w * t)));
+    fz.push_back(static_cast<float>(60 * (9.81 - w * w * 0.04 * std::cos(w * t))));
+    ax.push_back(static_cast<float>(2 + 1.8 * std::cos(w * t)));  // cm
+  }
+  const auto set = [&] {
+    SetChannels(trial, {fx, fz, ax, ax}, 100);
+    const char* const labels[] = {"Fx comb.", "FZ comb.", "COPx[cm]", "Fx#1"};
+    const char* const units[] = {"N", "N", "cm", ""};
+    for (std::size_t c = 1; c <= 4; ++c) {
+      trial.ChanLabel[c] = labels[c - 1];
+      trial.ChanUnits[c] = units[c - 1];
+    }
+    workbench.report = {};
+  };
+  const Edits body = {{"optMass", "1"}, {"txtMass", "60"}, {"txtGravity", "9.81"}};
+  const auto with = [&body](Edits more) {
+    more.insert(more.begin(), body.begin(), body.end());
+    return more;
+  };
+  set();
+  Find(with({{"optDrift", "2"}}));
+  EXPECT_FALSE(Has("Take-off"));
+  EXPECT_NEAR(Of("Range of z"), 0.08, 1e-4);
+  EXPECT_NEAR(Of("Range of x"), 0.02, 1e-4);
+  EXPECT_EQ(Labels(),
+            (Texts{"Fx comb.", "FZ comb.", "COPx[cm]", "Fx#1", "COG vx", "COG dx", "COG vz", "COG dz"}));
+  EXPECT_NEAR(trial.Data(1, 6), 0.01, 1e-4);
+  EXPECT_TRUE(workbench.report.warnings.empty());
+
+  // The pressure goes 1.8 times as far: by the zeros of the force the body stands where both meet.
+  set();
+  Find(with({{"optHorizontal", "Zero points"}, {"chkVelocity", "no"}}));
+  EXPECT_EQ(Labels().at(4), "COG x");
+  EXPECT_NEAR(Of("Range of x"), 0.02, 1e-5);
+  EXPECT_NEAR(trial.Data(1, 5), 0.03, 1e-5);
+  EXPECT_NEAR(trial.Data(101, 5), 0.01, 1e-5);
+  for (float& value : fx) {
+    value = -value;
+  }
+  set();
+  Find(with({{"optHorizontal", "1"}}));
+  ASSERT_EQ(workbench.report.warnings.size(), 1U);
+  EXPECT_NE(workbench.report.warnings.back().find("runs with the centre of pressure"), std::string::npos);
+
+  set();
+  native::Put(workbench.records.FILMINFO, native::kHeight, 170.0F);
+  Find(with({{"optHorizontal", "2"}}));
+  const double h = 0.521 * 1.7;
+  const double own = 9.81 * h / (0.0533 * 1.7 * 1.7 + h * h);
+  EXPECT_NEAR(Of("Range of x"), 2 * 0.018 * own / (own + w * w), 1e-5);
+}
+
+TEST_F(Gravity, RefusesWhatItCannotTell) {
+  SetVertical(PushAndFlight());
+  EXPECT_EQ(Refused({{"comFz", "0"}}), "Too Few Channels Selected|You must choose at least 1 channel.");
+  EXPECT_EQ(Refused({{"optHorizontal", "1"}}),
+            "Too Few Channels Selected|You must choose at least 3 channels.");
+  EXPECT_EQ(Refused({{"optHorizontal", "2"}, {"txtHeight", "1.7"}}),
+            "Too Few Channels Selected|You must choose at least 2 channels.");
+  EXPECT_EQ(Refused({{"txtGravity", "1"}}), "Invalid Entry|Gravity (m/s²) must be from 9 to 10.");
+  EXPECT_EQ(Refused({{"txtQuiet", "9"}}), "Invalid Entry|Quiet interval (s) must be from 0 to 2.1.");
+  EXPECT_EQ(Refused({{"optMass", "1"}}), "Invalid Entry|Mass (kg) must be from 0 to 1000.");
+  SetVertical(Samples(100, 3.0F));
+  EXPECT_EQ(Refused({}),
+            "No Weight|The force is 3.0 N in the quiet interval.  Somebody must stand still there.");
+  const Samples push = PushAndFlight();
+  SetChannels(trial, {push, push, push}, 100);
+  trial.ChanUnits[3] = "V";
+  const Edits zeros = {{"comFz", "1"}, {"comFx", "2"}, {"comAx", "3"}, {"optHorizontal", "1"}};
+  EXPECT_EQ(Refused(zeros), "Unknown Units|The units of channel 02 must be m, cm or mm.");
+  trial.ChanUnits[3] = " CM";
+  EXPECT_EQ(Refused(zeros),
+            "No Centre of Pressure|The force is below 20 N at sample 121: there is no centre of "
+            "pressure without a load.  Use another range or method.");
+  SetChannels(trial, {Samples(50, 700.0F), Samples(50, 1.0F), Samples(50, 1.0F)}, 100);
+  trial.ChanUnits[3] = "mm";
+  EXPECT_EQ(Refused(zeros), "No Zero Points|The horizontal force never crosses zero; use another method.");
+  trial.Data(9, 2) = kNan;
+  EXPECT_EQ(Refused(zeros),
+            "Missing Data|Channel 01 has 1 samples that are no numbers between samples 1 and 50.");
+  std::vector<Samples> full(63, Samples(50, 700.0F));
+  SetChannels(trial, full, 100);
+  EXPECT_EQ(
+      Refused({{"comFz", "1"}}),
+      "No Free Channels|There are no more free channels.  This needs 2 and there are 1.  Erase channels "
+      "with the Channel menu.");
+  EXPECT_EQ(trial.NChan, 63);
+  SetVertical(Samples(4, 700.0F));
+  Run("plates.gravity");
+  EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
+}
+
+}  // namespace
+}  // namespace velmora::test
