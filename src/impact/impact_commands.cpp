@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/trial/helpers.hpp"
+#include "core/trial/refusals.hpp"
 #include "dsp/channel_picking.hpp"
 #include "dsp/math/channel_math.hpp"
 #include "impact/head_impact_form.hpp"
@@ -13,8 +14,6 @@
 
 namespace velmora {
 namespace {
-
-constexpr std::int32_t kFewestToIntegrate = 5;
 
 void HeadImpacts(Workbench& workbench) {
   Trial& trial = workbench.trial;
@@ -49,10 +48,7 @@ void HeadImpacts(Workbench& workbench) {
 
 // Every integral starts so; returns false when there is nothing to integrate.
 bool CanIntegrate(Workbench& workbench) {
-  if (workbench.trial.NData < kFewestToIntegrate) {
-    ShowRefusal(
-        workbench,
-        {.title = "Too Few Data", .text = "Too few data points to integrate.", .icon = Icon::Exclamation});
+  if (!EnoughToIntegrate(workbench, workbench.trial.NData)) {
     return false;
   }
   workbench.TimeStep = 1.0 / workbench.trial.Rate;
