@@ -11,6 +11,7 @@
 #include "impact/head_impact_form.hpp"
 #include "impact/integral_form.hpp"
 #include "impact/integrals.hpp"
+#include "impact/work/work_form.hpp"
 
 namespace velmora {
 namespace {
@@ -124,6 +125,7 @@ constexpr std::array kImpactCommands = {
     Command{"integrate.simpson", "Simpson's &Rule", kIntegrals, Needs::Data, Simpson},
     Command{"integrate.statistics", "Integral &Statistics", kIntegrals, Needs::Data, Statistics},
     Command{"integrate.trapezoid", "&Trapezoidal integration", kIntegrals, Needs::Data, Trapezoid},
+    Command{"integrate.work", "&Work or Angular impulse analysis", kIntegrals, Needs::Data, AnalyseWork},
 };
 
 }  // namespace
