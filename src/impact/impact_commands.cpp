@@ -11,6 +11,7 @@
 #include "impact/head_impact_form.hpp"
 #include "impact/integral_form.hpp"
 #include "impact/integrals.hpp"
+#include "impact/work/moment_power_form.hpp"
 #include "impact/work/work_form.hpp"
 
 namespace velmora {
@@ -125,6 +126,7 @@ constexpr std::array kImpactCommands = {
     Command{"integrate.simpson", "Simpson's &Rule", kIntegrals, Needs::Data, Simpson},
     Command{"integrate.statistics", "Integral &Statistics", kIntegrals, Needs::Data, Statistics},
     Command{"integrate.trapezoid", "&Trapezoidal integration", kIntegrals, Needs::Data, Trapezoid},
+    Command{"integrate.moment-power", "&Moment power analysis", kIntegrals, Needs::Data, AnalyseMomentPower},
     Command{"integrate.work", "&Work or Angular impulse analysis", kIntegrals, Needs::Data, AnalyseWork},
 };
 
