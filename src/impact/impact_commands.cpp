@@ -8,6 +8,7 @@
 #include "core/trial/refusals.hpp"
 #include "dsp/channel_picking.hpp"
 #include "dsp/math/channel_math.hpp"
+#include "impact/accelerometry/accelerometry_form.hpp"
 #include "impact/head_impact_form.hpp"
 #include "impact/integral_form.hpp"
 #include "impact/integrals.hpp"
@@ -120,6 +121,7 @@ constexpr std::string_view kImpacts = "&Analysis/Impacts";
 constexpr std::string_view kIntegrals = "&Analysis/&Integration statistics";
 
 constexpr std::array kImpactCommands = {
+    Command{"impact.accelerometry", "&3D Accelerometry", kImpacts, Needs::Data, MeasureThreeAxes},
     Command{"impact.gsi-hic", "&GSI && HIC etc.", kImpacts, Needs::Data, HeadImpacts},
     Command{"integrate.gsi-hic", "&GSI && HIC (Impacts)", kIntegrals, Needs::Data, ImpactsOfIntegrals},
     Command{"integrate.indefinite", "&Indefinite integrals", kIntegrals, Needs::Data, IndefiniteIntegrals},
