@@ -1,5 +1,6 @@
-// Head impacts and integrals: the search for the window of the HIC against the plain loop, the whole
-// reduction against its totals in plain loops, integrals of 64 x 1,000,000 against one read of the matrix.
+// Head impacts and integrals: the search for the window of the HIC, or for its pair of samples, against the
+// plain loop, the whole reduction against its totals in plain loops, integrals of 64 x 1,000,000 against one
+// read of the matrix.
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "bench_support.hpp"
+#include "impact/accelerometry/hic_over_pairs.hpp"
 #include "impact/head_impact.hpp"
 #include "impact/integrals.hpp"
 
@@ -46,6 +48,28 @@ void HicFast(benchmark::State& state) {
   const auto level = static_cast<SimdLevel>(state.range(2));
   for (auto _ : state) {
     benchmark::DoNotOptimize(FindHic(a, state.range(1), 1 / kRate, level));
+  }
+}
+
+// 1 s and pairs up to 36 ms apart.
+std::vector<double> OneSecond(std::int64_t shape) {
+  const std::vector<float> a = MadeAcceleration(shape);
+  return {a.begin(), a.begin() + static_cast<std::int64_t>(kRate)};
+}
+constexpr std::int64_t kLongestPair = 720;
+
+void PairsPlain(benchmark::State& state) {
+  const std::vector<double> r = OneSecond(state.range(0));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(FindHicOverPairsPlain(r, kLongestPair, 1 / kRate));
+  }
+}
+
+void PairsFast(benchmark::State& state) {
+  const std::vector<double> r = OneSecond(state.range(0));
+  const auto level = static_cast<SimdLevel>(state.range(1));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(FindHicOverPairs(r, kLongestPair, 1 / kRate, level));
   }
 }
 
@@ -136,6 +160,16 @@ void Fast(benchmark::internal::Benchmark* benchmark) {
   }
 }
 
+void FastPairs(benchmark::internal::Benchmark* benchmark) {
+  for (const std::int64_t shape : {kImpacts, kConstant, kHum}) {
+    for (const SimdLevel level : MachineSimdLevels()) {
+      benchmark->Args({shape, static_cast<std::int64_t>(level)});
+    }
+  }
+}
+
+BENCHMARK(PairsPlain)->DenseRange(kImpacts, kHum)->Unit(benchmark::kMillisecond);
+BENCHMARK(PairsFast)->Apply(FastPairs)->Unit(benchmark::kMillisecond);
 BENCHMARK(HicPlain)->Args({kImpacts, 360})->Args({kConstant, 360})->Unit(benchmark::kMillisecond);
 BENCHMARK(HicPlain)->Args({kHum, 360})->Args({kConstant, 3600})->Unit(benchmark::kMillisecond);
 BENCHMARK(HicFast)->Apply(Fast)->Unit(benchmark::kMillisecond);

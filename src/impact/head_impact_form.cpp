@@ -8,6 +8,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "dsp/filters/filter_messages.hpp"
+#include "impact/acceleration_units.hpp"
 #include "results/result_presses.hpp"
 
 namespace velmora {
@@ -185,8 +186,7 @@ void HeadImpactForm::TellWarnings() {
 // A trial in m/s^2 wants dividing by g, and what "g" sets multiplies.
 std::string HeadImpactForm::MetricHint() const {
   const std::string units = Trim(workbench_.trial.ChanUnits[channel_].Text());
-  const bool metric = EqualNoCase(units, "m/s^2") || EqualNoCase(units, "m/s/s") ||
-                      EqualNoCase(units, "m/s2") || EqualNoCase(units, "m/s\u00B2");
+  const bool metric = AccelerationUnitsOf(units) == AccelerationUnits::Metric;
   const double scaling = Val(scalingText_);
   const bool intoG = std::abs(scaling * kGravityConstant - 1) < 0.01;
   return metric && !intoG ? "\nThe channel is in " + units + ": a scaling of 0.101972 makes g's of it." : "";

@@ -5,16 +5,18 @@
 #include <string>
 
 #include "core/trial/helpers.hpp"
+#include "core/trial/refusals.hpp"
 #include "dsp/channel_picking.hpp"
 #include "dsp/math/channel_math.hpp"
+#include "impact/accelerometry/accelerometry_form.hpp"
 #include "impact/head_impact_form.hpp"
 #include "impact/integral_form.hpp"
 #include "impact/integrals.hpp"
+#include "impact/work/moment_power_form.hpp"
+#include "impact/work/work_form.hpp"
 
 namespace velmora {
 namespace {
-
-constexpr std::int32_t kFewestToIntegrate = 5;
 
 void HeadImpacts(Workbench& workbench) {
   Trial& trial = workbench.trial;
@@ -49,10 +51,7 @@ void HeadImpacts(Workbench& workbench) {
 
 // Every integral starts so; returns false when there is nothing to integrate.
 bool CanIntegrate(Workbench& workbench) {
-  if (workbench.trial.NData < kFewestToIntegrate) {
-    ShowRefusal(
-        workbench,
-        {.title = "Too Few Data", .text = "Too few data points to integrate.", .icon = Icon::Exclamation});
+  if (!EnoughToIntegrate(workbench, workbench.trial.NData)) {
     return false;
   }
   workbench.TimeStep = 1.0 / workbench.trial.Rate;
@@ -122,12 +121,15 @@ constexpr std::string_view kImpacts = "&Analysis/Impacts";
 constexpr std::string_view kIntegrals = "&Analysis/&Integration statistics";
 
 constexpr std::array kImpactCommands = {
+    Command{"impact.accelerometry", "&3D Accelerometry", kImpacts, Needs::Data, MeasureThreeAxes},
     Command{"impact.gsi-hic", "&GSI && HIC etc.", kImpacts, Needs::Data, HeadImpacts},
     Command{"integrate.gsi-hic", "&GSI && HIC (Impacts)", kIntegrals, Needs::Data, ImpactsOfIntegrals},
     Command{"integrate.indefinite", "&Indefinite integrals", kIntegrals, Needs::Data, IndefiniteIntegrals},
     Command{"integrate.simpson", "Simpson's &Rule", kIntegrals, Needs::Data, Simpson},
     Command{"integrate.statistics", "Integral &Statistics", kIntegrals, Needs::Data, Statistics},
     Command{"integrate.trapezoid", "&Trapezoidal integration", kIntegrals, Needs::Data, Trapezoid},
+    Command{"integrate.moment-power", "&Moment power analysis", kIntegrals, Needs::Data, AnalyseMomentPower},
+    Command{"integrate.work", "&Work or Angular impulse analysis", kIntegrals, Needs::Data, AnalyseWork},
 };
 
 }  // namespace

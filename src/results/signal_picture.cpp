@@ -50,12 +50,7 @@ FormGraph SignalPicture(const Trial& trial, int channel) {
 }
 
 std::vector<double> AbscissaOf(const Trial& trial, SampleRange range) {
-  std::vector<double> times;
-  times.reserve(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
-  for (std::int64_t i = range.lo; i <= range.hi; ++i) {
-    times.push_back(trial.Data(i, 0));
-  }
-  return times;
+  return SamplesOf(trial, 0, range);
 }
 
 void FitAxes(FormGraph& graph) {

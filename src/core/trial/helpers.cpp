@@ -48,6 +48,15 @@ std::string AbscissaUnits(const Workbench& workbench) {
   return workbench.time.Base == TimeBase::HhMmSs ? "hh:mm:ss" : workbench.trial.ChanUnits[0].Text();
 }
 
+std::vector<double> SamplesOf(const Trial& trial, int channel, SampleRange range) {
+  std::vector<double> samples;
+  samples.reserve(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
+  for (std::int64_t i = range.lo; i <= range.hi; ++i) {
+    samples.push_back(trial.Data(i, channel));
+  }
+  return samples;
+}
+
 SampleRange AskCursorRange(Workbench& workbench) {
   const Trial& trial = workbench.trial;
   const SampleRange all{1, trial.NData};

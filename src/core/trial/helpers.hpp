@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/files/files.hpp"
 #include "core/workbench.hpp"
@@ -33,6 +34,9 @@ struct SampleRange {
   std::int32_t lo = 0;
   std::int32_t hi = 0;
 };
+
+/// A 64-bit copy of a channel's samples in the range; channel 0 is the abscissa.
+std::vector<double> SamplesOf(const Trial& trial, int channel, SampleRange range);
 
 /// The samples an operation is to use: all of them without a question when the cursors span the
 /// trial or neither is set, else what the user answers.

@@ -15,6 +15,15 @@ void RefuseTooFewData(Workbench& workbench, const char* text) {
   ShowRefusal(workbench, {.title = "Too Few Data", .text = text, .icon = Icon::Exclamation});
 }
 
+bool EnoughToIntegrate(Workbench& workbench, std::int64_t samples) {
+  constexpr std::int64_t kFewest = 5;
+  if (samples >= kFewest) {
+    return true;
+  }
+  RefuseTooFewData(workbench, "Too few data points to integrate.");
+  return false;
+}
+
 void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest) {
   ShowRefusal(workbench,
               {.title = "Invalid Entry",

@@ -15,6 +15,10 @@ void RefuseTooFewChannels(Workbench& workbench, int least);
 /// "Too few data points."
 void RefuseTooFewData(Workbench& workbench, const char* text = "Too few data points.");
 
+/// Whether so many samples can be integrated, which five can. Refuses otherwise: "Too few data points to
+/// integrate."
+bool EnoughToIntegrate(Workbench& workbench, std::int64_t samples);
+
 /// A number outside its limits: the name of its field, and what it may be.
 void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest);
 

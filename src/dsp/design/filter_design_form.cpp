@@ -5,6 +5,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "dsp/design/cfc_choice.hpp"
 #include "dsp/design/fir_design.hpp"
 #include "dsp/design/recursive_design.hpp"
 #include "dsp/filters/filter_options.hpp"
@@ -59,10 +60,7 @@ void FilterDesignForm::AddFamilyFields() {
   AddNumber("txtNotchWidth", "&Width at -3 dB (Hz)", notchWidth_,
             {.lowest = 0, .highest = highest, .openBelow = true, .openAbove = true});
   AddCount("txtHarmonics", "&Harmonics", harmonics_, {0, 20});
-  std::vector<std::string> classes;
-  std::transform(kCfcClasses.begin(), kCfcClasses.end(), std::back_inserter(classes),
-                 [](int one) { return std::to_string(one); });
-  AddChoice("comClass", "C&lass", class_, classes);
+  AddChoice("comClass", "C&lass", class_, CfcClassNames());
   AddCount("txtWindow", "&Points (odd)", points_, {3, 999});
   AddCount("txtPolynomial", "Pol&ynomial", polynomial_, {0, 10});
   AddCount("txtDerivative", "&Derivative", derivative_, {0, 2});

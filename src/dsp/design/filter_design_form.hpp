@@ -59,7 +59,6 @@ class FilterDesignForm : public AnalysisForm {
 
   bool Compute() override;
   [[nodiscard]] bool FitsChannels(const PlannedFilter& filter);
-  void WarnOfLowRate();
   void KeepCutoffs(const ChannelList& channels);
 
   std::int32_t family_ = kButterworth;

@@ -4,6 +4,7 @@
 #include "core/trial/missing_samples.hpp"
 #include "core/trial/refusals.hpp"
 #include "dsp/design/cancellable_run.hpp"
+#include "dsp/design/cfc_choice.hpp"
 #include "dsp/design/filter_design_form.hpp"
 #include "dsp/filters/filter_options.hpp"
 
@@ -23,16 +24,6 @@ bool FilterDesignForm::FitsChannels(const PlannedFilter& filter) {
                                    std::to_string(samples) + " samples.",
                            .icon = Icon::Exclamation});
   return false;
-}
-
-void FilterDesignForm::WarnOfLowRate() {
-  if (family_ == kCfc &&
-      workbench_.trial.Rate < kCfcRateToClass * kCfcClasses.at(static_cast<std::size_t>(class_))) {
-    ShowRefusal(workbench_,
-                {.title = "Sampling Rate Low",
-                 .text = "The sampling rate is below ten times the class; the standard asks for more.",
-                 .icon = Icon::Exclamation});
-  }
 }
 
 // What is offered next time.
@@ -67,7 +58,9 @@ bool FilterDesignForm::Compute() {
   if (channels.empty()) {
     return false;
   }
-  WarnOfLowRate();
+  if (family_ == kCfc) {
+    TellLowCfcRate(workbench_, kCfcClasses.at(static_cast<std::size_t>(class_)));
+  }
   const bool done = RunCancellable(workbench_, channels, "Filtering", [&](const Turn& turn) {
     RunPlanned(workbench_.trial, channels, filter, MachineSimdLevel(), turn);
   });

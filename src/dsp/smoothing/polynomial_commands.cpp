@@ -57,14 +57,6 @@ std::optional<SampleRange> AskFitRange(Workbench& workbench) {
   }
 }
 
-std::vector<double> SamplesOf(const Trial& trial, int channel, SampleRange range) {
-  std::vector<double> samples;
-  for (std::int64_t i = range.lo; i <= range.hi; ++i) {
-    samples.push_back(trial.Data(i, channel));
-  }
-  return samples;
-}
-
 std::string ChannelName(const Trial& trial, int channel) {
   return FormatNumber(channel - 1, "00  ") + Trim(trial.ChanLabel[channel].Text());
 }

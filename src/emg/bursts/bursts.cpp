@@ -28,13 +28,8 @@ std::int64_t Reaching(std::span<const double> signal, const SignalBurst& burst, 
 
 }  // namespace
 
-std::vector<double> EnvelopeOf(Trial& trial, int channel, SampleRange range, const EnvelopeRule& rule) {
-  const ChannelView x = trial.Channel(channel);
-  std::vector<double> signal;
-  signal.reserve(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
-  for (std::int64_t i = range.lo - 1; i < range.hi; ++i) {
-    signal.push_back(x[i]);
-  }
+std::vector<double> EnvelopeOf(const Trial& trial, int channel, SampleRange range, const EnvelopeRule& rule) {
+  std::vector<double> signal = SamplesOf(trial, channel, range);
   if (rule.teagerKaiser) {
     signal = TeagerKaiser(signal);
   }

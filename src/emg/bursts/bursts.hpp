@@ -18,7 +18,7 @@ struct EnvelopeRule {
 
 /// A 64-bit copy of the range, made so. With the energy operator at least 3 samples. Throws
 /// FilterDesignError.
-std::vector<double> EnvelopeOf(Trial& trial, int channel, SampleRange range, const EnvelopeRule& rule);
+std::vector<double> EnvelopeOf(const Trial& trial, int channel, SampleRange range, const EnvelopeRule& rule);
 
 /// Where the first window of `width` samples with the smallest sum begins, from 0.
 std::size_t QuietestStretch(std::span<const double> signal, std::size_t width);

@@ -190,7 +190,7 @@ void FindOnsets(Workbench& workbench) {
   }
   OnsetsForm form(workbench, range);
   if (form.Ask()) {
-    OnsetsView(workbench, form).Show(workbench);
+    ShowOnsets(workbench, form);
   }
 }
 

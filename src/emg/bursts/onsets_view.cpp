@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/results/pictures_form.hpp"
 #include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
@@ -76,46 +77,15 @@ ResultTable SummaryTable(const Workbench& workbench, const std::vector<ChannelBu
   return table;
 }
 
-}  // namespace
-
-OnsetsView::OnsetsView(Workbench& workbench, const OnsetsForm& form)
-    : ResultForm(workbench,
-                 {.name = "frmOnsets",
-                  .title = "Onsets and offsets",
-                  .file = {.what = "Onsets", .extension = ".tab"},
-                  .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
-                  .tables = {BurstTable(workbench, form.Range(), form.Found()),
-                             SummaryTable(workbench, form.Found())},
-                  .graph = FormGraph{}}),
-      range_(form.Range()),
-      found_(form.Found()) {
-  std::vector<std::string> names;
-  for (const ChannelBursts& of : found_) {
-    names.push_back(ChannelNumber(of.channel) + ": " + LabelOnOneLine(workbench.trial, of.channel));
-  }
-  fields_.push_back({.name = "comShown",
-                     .caption = "&Picture of",
-                     .target = &shown_,
-                     .choices = std::move(names),
-                     .edited = [this] { Draw(); },
-                     .isList = true});
-  Draw();
-}
-
 // The EMG, over it the envelope that was searched, its threshold, and a band a burst.
-void OnsetsView::Draw() {
-  const Trial& trial = workbench_.trial;
-  const ChannelBursts& of = found_[static_cast<std::size_t>(shown_)];
+FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelBursts& of) {
   FormGraph graph = SignalPicture(trial, of.channel);
-  graph.resets = graph_->resets + 1;
-  const std::vector<double> times = AbscissaOf(trial, range_);
-  FormGraph::Plot signal{.name = "EMG", .colour = kSignalColour, .x = times};
-  for (std::size_t i = 0; i < of.envelope.size(); ++i) {
-    signal.y.push_back(trial.Data(range_.lo + static_cast<std::int64_t>(i), of.channel));
-  }
+  const std::vector<double> times = SamplesOf(trial, 0, range);
+  FormGraph::Plot signal{
+      .name = "EMG", .colour = kSignalColour, .x = times, .y = SamplesOf(trial, of.channel, range)};
   for (std::size_t b = 0; b < of.bursts.size() && b < kMostBands; ++b) {
-    graph.bands.push_back({.from = TimeAt(trial, range_, of.bursts[b].on),
-                           .to = TimeAt(trial, range_, of.bursts[b].off),
+    graph.bands.push_back({.from = TimeAt(trial, range, of.bursts[b].on),
+                           .to = TimeAt(trial, range, of.bursts[b].off),
                            .text = std::to_string(b + 1),
                            .colour = kBurstEnvelopeColour,
                            .strength = 0.8,
@@ -129,7 +99,26 @@ void OnsetsView::Draw() {
        .x = {times.front(), times.back()},
        .y = {of.threshold, of.threshold}}};
   FitAxes(graph);
-  graph_ = std::move(graph);
+  return graph;
+}
+
+}  // namespace
+
+void ShowOnsets(Workbench& workbench, const OnsetsForm& form) {
+  const std::vector<ChannelBursts>& found = form.Found();
+  std::vector<int> channels;
+  for (const ChannelBursts& of : found) {
+    channels.push_back(of.channel);
+  }
+  PicturesForm(workbench,
+               {.name = "frmOnsets",
+                .title = "Onsets and offsets",
+                .file = {.what = "Onsets", .extension = ".tab"},
+                .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
+                .tables = {BurstTable(workbench, form.Range(), found), SummaryTable(workbench, found)}},
+               ChannelNames(workbench.trial, channels),
+               [&](std::size_t which) { return PictureOf(workbench.trial, form.Range(), found[which]); })
+      .Show(workbench);
 }
 
 }  // namespace velmora

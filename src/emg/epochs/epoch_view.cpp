@@ -16,8 +16,6 @@
 namespace velmora {
 namespace {
 
-constexpr std::int32_t kFewestToIntegrate = 5;
-
 struct ChannelEpochs {
   int channel = 1;
   std::vector<EpochIntegral> epochs;
@@ -95,11 +93,7 @@ class EpochView : public ResultForm {
 
 void IntegrateByEpoch(Workbench& workbench) {
   Trial& trial = workbench.trial;
-  if (trial.NData < kFewestToIntegrate) {
-    RefuseTooFewData(workbench, "Too few data points to integrate.");
-    return;
-  }
-  if (!HasTimeBase(workbench)) {
+  if (!EnoughToIntegrate(workbench, trial.NData) || !HasTimeBase(workbench)) {
     return;
   }
   const SampleRange range = AskCursorRange(workbench);
