@@ -55,6 +55,7 @@ class PressurePathForm : public Form {
     FormGraph& graph = *graph_;
     graph = {.title = workbench_.trial.TrialTitle,
              .background = FormGraph::Background::White,
+             .equalScales = true,
              .resets = graph.resets + 1};
     graph.x.caption = "Ax (cm)";
     graph.y.caption = "Ay (cm)";
@@ -67,7 +68,7 @@ class PressurePathForm : public Form {
       AddOutline(plate);
       AddForces(plate);
     }
-    ScaleAlike();
+    ShowWhole();
   }
 
   [[nodiscard]] SampleRange Range() const {
@@ -215,32 +216,28 @@ class PressurePathForm : public Form {
     graph_->plots.push_back(std::move(arrow));
   }
 
-  // A centimetre is as long up as it is across, in a picture of the usual shape.
-  void ScaleAlike() {
-    constexpr double shape = 1.6;
-    double left = std::numeric_limits<double>::infinity();
-    double right = -left;
-    double bottom = left;
-    double top = right;
+  // All of it, with a little room.
+  void ShowWhole() {
+    std::vector<double> x;
+    std::vector<double> y;
     for (const FormGraph::Plot& plot : graph_->plots) {
-      for (std::size_t k = 0; k < plot.x.size(); ++k) {
-        left = plot.x[k] < left ? plot.x[k] : left;
-        right = plot.x[k] > right ? plot.x[k] : right;
-        bottom = plot.y[k] < bottom ? plot.y[k] : bottom;
-        top = plot.y[k] > top ? plot.y[k] : top;
+      x.insert(x.end(), plot.x.begin(), plot.x.end());
+      y.insert(y.end(), plot.y.begin(), plot.y.end());
+    }
+    const auto show = [](FormGraph::Axis& axis, std::vector<double>& values) {
+      constexpr double kRoom = 0.05;
+      constexpr double kLeast = 0.1;
+      std::erase_if(values, [](double value) { return std::isnan(value); });
+      if (values.empty()) {
+        values = {-1, 1};
       }
-    }
-    if (!(right >= left)) {
-      left = bottom = -1;
-      right = top = 1;
-    }
-    const double high = 1.1 * std::max({top - bottom, (right - left) / shape, 0.1});
-    const double x = (left + right) / 2;
-    const double y = (bottom + top) / 2;
-    graph_->x.minimum = x - high * shape / 2;
-    graph_->x.maximum = x + high * shape / 2;
-    graph_->y.minimum = y - high / 2;
-    graph_->y.maximum = y + high / 2;
+      const auto [low, high] = std::minmax_element(values.begin(), values.end());
+      const double room = std::max(kRoom * (*high - *low), kLeast);
+      axis.minimum = *low - room;
+      axis.maximum = *high + room;
+    };
+    show(graph_->x, x);
+    show(graph_->y, y);
   }
 
   Workbench& workbench_;

@@ -81,6 +81,8 @@ void DrawnFormGraph::TakeLooks(const FormGraph& from) {
   graph_.Marks = from.marks;
   graph_.Bands = from.bands;
   graph_.Points = from.points;
+  graph_.Ellipses = from.ellipses;
+  graph_.EqualScales = from.equalScales;
   for (Plot& plot : graph_.Plots) {
     const FormGraph::Plot& looks = from.plots[static_cast<std::size_t>(plot.Channel - 1)];
     plot.Name = looks.name;

@@ -126,6 +126,7 @@ class Graph {
   std::vector<Plot> Plots;  // channel c is plot c - 1
   Axis Abscissa;
   Axis Ordinate;
+  bool EqualScales = false;          // both axes: what they show at least, a unit of both as long
   std::vector<GraphCursor> Cursors;  // cursor 1 first
   std::vector<DeviationBand> Deviations;
   std::vector<Backdrop> Backdrops;
@@ -133,6 +134,7 @@ class Graph {
   std::vector<FormGraph::Mark> Marks;
   std::vector<FormGraph::Band> Bands;
   std::vector<FormGraph::Point> Points;
+  std::vector<FormGraph::Ellipse> Ellipses;
   std::optional<GraphPreview> Preview;  // set: a dialogue works on the graph, and the cursors rest
   std::string Title;
   bool TitleVisible = true;
@@ -159,9 +161,9 @@ class Graph {
     double last;
   };
   [[nodiscard]] Ends TrialEnds() const;
-  /// The ranges that a person chose with the mouse. The abscissa keeps to the trial, and no range gets
-  /// so narrow that the numbers give out; one that cannot be shown changes nothing. Returns whether the
-  /// abscissa has another range now.
+  /// The ranges that a person chose with the mouse. The abscissa keeps to the trial, but with equal scales,
+  /// and no range gets so narrow that the numbers give out; one that cannot be shown changes nothing. Returns
+  /// whether the abscissa has another range now.
   bool ShowRange(double left, double right, double bottom, double top);
   /// From the first to the last of row 0. Where row 0 ends with the trial, in AbscissaEnd itself: the
   /// 32 bits of the time column hold it only nearly.

@@ -29,7 +29,8 @@ bool Graph::ShowRange(double left, double right, double bottom, double top) {
     const Ends ends = TrialEnds();
     const double first = std::min(ends.first, Abscissa.Minimum);
     const double last = std::max(ends.last, Abscissa.Maximum);
-    if (!Abscissa.Log) {  // whose zero is never in reach
+    // Zero is never in reach of a logarithm; with equal scales there is room beside the trial.
+    if (!Abscissa.Log && !EqualScales) {
       const double width = std::min(right - left, last - first);
       left = std::clamp(left, first, last - width);
       right = left + width;

@@ -3,6 +3,7 @@
 #include "plot/arrange_axis.hpp"
 #include "plot/channel_legend.hpp"
 #include "plot/cursor_overlay.hpp"
+#include "plot/drawn_axes.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/preview_overlay.hpp"
 #include "plot/result_marks.hpp"
@@ -35,7 +36,26 @@ GraphPlot::GraphPlot(QWidget* parent) : QCustomPlot(parent) {
   marks_ = new ResultMarks(this, axisRect());
   preview_ = new PreviewOverlay(this, axisRect());
   cursors_ = new CursorOverlay(this, axisRect());
+  connect(this, &QCustomPlot::afterLayout, this, &GraphPlot::FitScales);
   Arrange();
+}
+
+// How many pixels the axes have is known when everything beside them has its place, and the numerals of the
+// ranges found may be of another width.
+void GraphPlot::FitScales() {
+  if (graph_ == nullptr || !graph_->EqualScales) {
+    return;
+  }
+  const auto fit = [this] {
+    const auto [abscissa, ordinate] = AxesOn(*graph_, axisRect()->width(), axisRect()->height());
+    xAxis->setRange(abscissa.Minimum, abscissa.Maximum);
+    yAxis->setRange(ordinate.Minimum, ordinate.Maximum);
+    plotLayout()->update(QCPLayoutElement::upPreparation);
+  };
+  fit();
+  plotLayout()->update(QCPLayoutElement::upMargins);
+  plotLayout()->update(QCPLayoutElement::upLayout);
+  fit();
 }
 
 void GraphPlot::SetGraph(const Graph* graph) {
@@ -67,8 +87,9 @@ void GraphPlot::Arrange() {
   ArrangeTitle();
   if (graph_ != nullptr) {
     const AxisLook look{.font = font(), .background = Background()};
-    ArrangeAxis(*xAxis, graph_->Abscissa, look, viewport().width() / kBetweenNumerals);
-    ArrangeAxis(*yAxis, graph_->Ordinate, look, viewport().height() / kBetweenRows);
+    const auto [abscissa, ordinate] = AxesOn(*graph_, axisRect()->width(), axisRect()->height());
+    ArrangeAxis(*xAxis, abscissa, look, viewport().width() / kBetweenNumerals);
+    ArrangeAxis(*yAxis, ordinate, look, viewport().height() / kBetweenRows);
   }
 }
 

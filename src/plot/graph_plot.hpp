@@ -48,6 +48,7 @@ class GraphPlot : public QCustomPlot {
 
  private:
   void ArrangeTitle();
+  void FitScales();
 
   const Graph* graph_ = nullptr;
   QString title_;

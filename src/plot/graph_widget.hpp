@@ -55,7 +55,9 @@ class GraphWidget : public GraphPlot {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  [[nodiscard]] RangeMoves Moves() const { return {*xAxis, *yAxis}; }
+  [[nodiscard]] RangeMoves Moves() const {
+    return {*xAxis, *yAxis, Shown() != nullptr && Shown()->EqualScales};
+  }
   void PressLeft();
   void DragCursor(const QPointF& place);
   [[nodiscard]] bool Previews() const { return Shown() != nullptr && Shown()->Preview; }

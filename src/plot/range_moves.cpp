@@ -43,8 +43,16 @@ GraphRange RangeMoves::Wheeled(const QWheelEvent& event) const {
     const double from = axis.axisRect()->left();
     AxisMove{log, axis.pixelToCoord(from), axis.pixelToCoord(from + notches * kPan * width)}.Pan(low, high);
   } else {
-    const double at = shift ? event.position().y() : event.position().x();
-    AxisMove{log, axis.pixelToCoord(at), 0}.Zoom(std::pow(kZoom, -notches), low, high);
+    const double factor = std::pow(kZoom, -notches);
+    const auto zoom = [factor](const QCPAxis& along, double at, double& from, double& to) {
+      AxisMove{along.scaleType() == QCPAxis::stLogarithmic, along.pixelToCoord(at), 0}.Zoom(factor, from, to);
+    };
+    if (!shift || equalScales_) {
+      zoom(x_, event.position().x(), range.left, range.right);
+    }
+    if (shift || equalScales_) {
+      zoom(y_, event.position().y(), range.bottom, range.top);
+    }
   }
   return range;
 }

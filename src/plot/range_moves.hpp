@@ -15,7 +15,9 @@ struct GraphRange {
 /// Two axes under the mouse: what a movement over them makes of their ranges.
 class RangeMoves {
  public:
-  RangeMoves(const QCPAxis& x, const QCPAxis& y) : x_(x), y_(y) {}
+  /// Of axes with equal scales both zoom together.
+  RangeMoves(const QCPAxis& x, const QCPAxis& y, bool equalScales = false)
+      : x_(x), y_(y), equalScales_(equalScales) {}
 
   [[nodiscard]] GraphRange Now() const;
   enum class Along { Both, X, Y };
@@ -27,6 +29,7 @@ class RangeMoves {
  private:
   const QCPAxis& x_;
   const QCPAxis& y_;
+  bool equalScales_;
 };
 
 }  // namespace velmora

@@ -1,6 +1,9 @@
 #include "plot/result_marks.hpp"
 
+#include <QtMath>
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include "plot/plot_colours.hpp"
 
@@ -8,6 +11,7 @@ namespace velmora {
 namespace {
 
 constexpr double kTextGap = 4.0;
+constexpr double kEllipseWidth = 1.5;
 
 }  // namespace
 
@@ -36,6 +40,7 @@ void ResultMarks::draw(QCPPainter* painter) {
   painter->setFont(mParentPlot->font());
   DrawBands(*painter);
   DrawLines(*painter);
+  DrawEllipses(*painter);
   DrawPoints(*painter);
 }
 
@@ -93,11 +98,30 @@ void ResultMarks::DrawLines(QCPPainter& painter) const {
   }
 }
 
+// Corner by corner, so that it is right on axes of any scale.
+void ResultMarks::DrawEllipses(QCPPainter& painter) const {
+  constexpr int kCorners = 180;
+  for (const FormGraph::Ellipse& ellipse : graph_->Ellipses) {
+    const double angle = qDegreesToRadians(ellipse.angle);
+    QPolygonF outline;
+    for (int k = 0; k < kCorners; ++k) {
+      const double turn = 2 * std::numbers::pi * k / kCorners;
+      const double along = ellipse.major * std::cos(turn);
+      const double across = ellipse.minor * std::sin(turn);
+      outline << QPointF(Column(ellipse.x + along * std::cos(angle) - across * std::sin(angle)),
+                         Row(ellipse.y + along * std::sin(angle) + across * std::cos(angle)));
+    }
+    painter.setPen(QPen(ColourOf(ellipse.colour), kEllipseWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolygon(outline);
+  }
+}
+
 void ResultMarks::DrawPoints(QCPPainter& painter) const {
   constexpr double kRadius = 4.0;
   const QFontMetrics metrics(mParentPlot->font());
   for (const FormGraph::Point& point : graph_->Points) {
-    const QPointF at(Column(point.x), area_->axis(QCPAxis::atLeft)->coordToPixel(point.y));
+    const QPointF at(Column(point.x), Row(point.y));
     if (!QRectF(area_->rect()).contains(at)) {
       continue;
     }

@@ -7,7 +7,7 @@
 namespace velmora {
 
 /// What a result view adds to its graph: shaded parts of the abscissa, upright lines with their texts, and
-/// points with theirs. Texts that would meet stand one below the other.
+/// points with theirs, and ellipses. Texts that would meet stand one below the other.
 class ResultMarks : public QCPLayerable {
  public:
   ResultMarks(QCustomPlot* plot, QCPAxisRect* area);
@@ -21,10 +21,12 @@ class ResultMarks : public QCPLayerable {
 
  private:
   [[nodiscard]] double Column(double x) const { return area_->axis(QCPAxis::atBottom)->coordToPixel(x); }
+  [[nodiscard]] double Row(double y) const { return area_->axis(QCPAxis::atLeft)->coordToPixel(y); }
   [[nodiscard]] QColor ColourOf(int index) const;
   void DrawBands(QCPPainter& painter) const;
   void DrawLines(QCPPainter& painter) const;
   void DrawPoints(QCPPainter& painter) const;
+  void DrawEllipses(QCPPainter& painter) const;
   void DrawText(QCPPainter& painter, QPointF at, const QString& text, const QColor& colour) const;
 
   QCPAxisRect* area_;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "plot/drawn_axes.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/point_marks.hpp"
 #include "plot/polylines.hpp"
@@ -221,19 +222,12 @@ void PaintPixels(const Task& task, QImage& image) {
 
 void TracePainter::Paint(QPainter& painter, const Graph& graph, const QRect& rect, Colour background,
                          Kind kind) {
-  const Axis abscissa = Drawable(graph.Abscissa);
+  const auto [abscissa, ordinate] = AxesOn(graph, rect.width(), rect.height());
   if (rect.isEmpty() || graph.Plotted() == nullptr || graph.Times().Samples() == 0) {
     return;
   }
   const double ratio = kind == Kind::Pixels ? painter.device()->devicePixelRatioF() : 1.0;
-  const Task task{painter,
-                  graph,
-                  rect,
-                  background,
-                  ratio,
-                  abscissa,
-                  Drawable(graph.Ordinate),
-                  ShownSamples(graph, abscissa)};
+  const Task task{painter, graph, rect, background, ratio, abscissa, ordinate, ShownSamples(graph, abscissa)};
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setRenderHint(QPainter::Antialiasing);

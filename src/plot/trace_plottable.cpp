@@ -2,6 +2,7 @@
 
 #include "plot/backdrop_painter.hpp"
 #include "plot/deviation_painter.hpp"
+#include "plot/drawn_axes.hpp"
 #include "plot/pixel_scale.hpp"
 #include "plot/plot_colours.hpp"
 
@@ -35,7 +36,8 @@ QCPRange TracePlottable::getValueRange(bool& foundRange, QCP::SignDomain /*inSig
 }
 
 void TracePlottable::DrawZeroLine(QCPPainter& painter, const QRect& rect) const {
-  const PixelScale y = PixelScale::Upward(Drawable(graph_->Ordinate), rect.height());
+  const Axis ordinate = AxesOn(*graph_, rect.width(), rect.height()).ordinate;
+  const PixelScale y = PixelScale::Upward(ordinate, rect.height());
   const double row = y.Pixel(0.0);
   if (graph_->Ordinate.ZeroLine && !graph_->Ordinate.Log && row >= 0 && row <= y.Pixels()) {
     QPen pen(ToQColor(graph_->Ordinate.GridColor));

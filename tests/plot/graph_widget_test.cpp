@@ -5,6 +5,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include "plot/draw_picture.hpp"
 #include "support/trials.hpp"
 #include "ui/waiting.hpp"
 
@@ -78,6 +79,50 @@ struct GraphWidgetTest : testing::Test {
     EXPECT_NEAR(graph.Ordinate.Maximum, top, 0.01);
   }
 };
+
+// A circle of a result is one in any window, and after any zoom: as wide as it is high.
+TEST_F(GraphWidgetTest, EqualScalesHoldInAnyWindowAndPicture) {
+  graph.EqualScales = true;
+  graph.Abscissa.SetMinMax(-23, 25);
+  graph.Ordinate.SetMinMax(-30, 30);
+  graph.Ellipses = {{.x = 1, .y = 5, .major = 20, .minor = 20, .colour = 6}};
+  graph.Plots[0].Visible = graph.Plots[1].Visible = false;
+  const auto expectEqual = [this](const char* when) {
+    const double across = widget.xAxis->coordToPixel(1) - widget.xAxis->coordToPixel(0);
+    const double up = widget.yAxis->coordToPixel(0) - widget.yAxis->coordToPixel(1);
+    EXPECT_NEAR(across / up, 1, 1e-9) << when;
+    EXPECT_LE(widget.yAxis->range().lower, graph.Ordinate.Minimum + 1e-9) << when;
+    EXPECT_GE(widget.xAxis->range().upper, graph.Abscissa.Maximum - 1e-9) << when;
+  };
+  const auto expectCircle = [](const QImage& picture, QSize size) {
+    QRect circle;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) {
+        const QColor at = picture.pixelColor(x, y);
+        if (at.blue() > at.red() + 60 && at.blue() > at.green() + 30) {
+          circle |= QRect(x, y, 1, 1);
+        }
+      }
+    }
+    EXPECT_GT(circle.width(), 60) << size.width();
+    EXPECT_NEAR(circle.width(), circle.height(), 2) << size.width();
+  };
+  for (const QSize size : {QSize(1000, 400), QSize(420, 900), QSize(601, 599)}) {
+    widget.resize(size);
+    Draw();
+    expectEqual("resized");
+    expectCircle(widget.grab().toImage(), size);
+    const std::string png = DrawPicture({.graph = graph, .width = size.width(), .height = size.height()});
+    expectCircle(QImage::fromData(QByteArray::fromStdString(png)), size);
+  }
+  const QPoint middle = widget.axisRect()->center();
+  const double under = widget.yAxis->pixelToCoord(middle.y());
+  const double wide = widget.xAxis->range().size();
+  Wheel(middle, 1);
+  expectEqual("zoomed");
+  EXPECT_NEAR(widget.xAxis->range().size(), wide / 1.25, wide * 0.01);
+  EXPECT_NEAR(widget.yAxis->pixelToCoord(middle.y()), under, wide * 0.01);
+}
 
 TEST_F(GraphWidgetTest, TheWheelZoomsAtThePointerAndPans) {
   Wheel(Place(0.5, 0.0), 2);  // 1.25 squared

@@ -54,6 +54,16 @@ struct FormGraph {
     int colour = 0;
   };
 
+  /// An ellipse about a point.
+  struct Ellipse {
+    double x = 0.0;
+    double y = 0.0;
+    double major = 0.0;  // semi-axes, in units of the axes
+    double minor = 0.0;
+    double angle = 0.0;  // of the major axis from the abscissa, counter-clockwise; degrees
+    int colour = 0;
+  };
+
   std::string title{};  // above the graph, also of a picture
   Axis x{};
   Axis y{};
@@ -62,6 +72,10 @@ struct FormGraph {
   std::vector<Mark> marks{};
   std::vector<Band> bands{};
   std::vector<Point> points{};
+  std::vector<Ellipse> ellipses{};
+  /// A unit is as long up as it is across, whatever the shape of the picture: `x` and `y` are what is shown
+  /// at least.
+  bool equalScales = false;
   /// What is told of the place under the pointer; without it the two numbers.
   std::function<std::string(double x, double y)> readOut{};
   /// Not shown for now.
