@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "core/workbench.hpp"
+#include "data/data_form.hpp"
 #include "data/header_view.hpp"
 
 namespace velmora {
@@ -19,6 +20,7 @@ void WithData(Workbench& workbench) {
 }
 
 constexpr std::array kDataCommands = {
+    Command{"data.table", "Data &table", kViewMenu, Needs::Data, WithData<ShowDataForm>},
     Command{"data.header", "&Header", kViewMenu, Needs::Data, WithData<ShowHeader>},
 };
 
