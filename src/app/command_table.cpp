@@ -11,6 +11,7 @@
 #include "channels/channel_commands.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "data/data_commands.hpp"
 #include "dsp/bias/bias_commands.hpp"
 #include "dsp/design/design_commands.hpp"
 #include "dsp/filters/filter_commands.hpp"
@@ -41,13 +42,12 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(),    FileCommands(),  ExportCommands(),   EditCommands(),
-        ChannelCommands(),   MathCommands(),  FilterCommands(),   DesignCommands(),
-        SmoothCommands(),    BiasCommands(),  TimeBaseCommands(), SpectraCommands(),
-        EmgCommands(),       PlateCommands(), ImpactCommands(),   GraphCommands(),
-        MultiCommands(),     LookCommands(),  ValueCommands(),    EventCommands(),
-        ThresholdCommands(), CropCommands(),  TriggerCommands(),  StatisticsCommands(),
-        EnsembleCommands()}) {
+       {ImportCommands(),    FileCommands(),    ExportCommands(),  EditCommands(),       ChannelCommands(),
+        MathCommands(),      FilterCommands(),  DesignCommands(),  SmoothCommands(),     BiasCommands(),
+        TimeBaseCommands(),  SpectraCommands(), EmgCommands(),     PlateCommands(),      ImpactCommands(),
+        GraphCommands(),     MultiCommands(),   LookCommands(),    ValueCommands(),      EventCommands(),
+        ThresholdCommands(), CropCommands(),    TriggerCommands(), StatisticsCommands(), EnsembleCommands(),
+        DataCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

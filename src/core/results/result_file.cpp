@@ -86,13 +86,14 @@ std::string ResultFileText(const Workbench& workbench, const ResultHead& head,
 std::string SaveResultFile(Workbench& workbench, const ResultFileKind& kind, const ResultHead& head,
                            std::span<const ResultTable> tables) {
   const std::string& extension = kind.extension;
-  return SaveResults(workbench,
-                     {.title = "Save as " + ToUpper(extension) + " file",
-                      .defaultName = workbench.trial.TrialName + extension,
-                      .extension = extension,
-                      .filter = "Velmora2 " + kind.what + " (" + extension + ")|*" + extension +
-                                "|Text file (.txt)|*.txt|All files (*.*)|*.*"},
-                     [&] { return ResultFileText(workbench, head, tables); });
+  return SaveResults(
+      workbench,
+      {.title = "Save as " + ToUpper(extension) + " file",
+       .defaultName = workbench.trial.TrialName + extension,
+       .extension = extension,
+       .filter = "Velmora2 " + kind.what + " (" + extension + ")|*" + extension +
+                 (extension == ".txt" ? "" : "|Text file (.txt)|*.txt") + "|All files (*.*)|*.*"},
+      [&] { return ResultFileText(workbench, head, tables); });
 }
 
 }  // namespace velmora

@@ -19,12 +19,15 @@ bool IsOneOf(std::string_view id, const auto& prefixes) {
 
 // Whole channels, wherever the cursors stand. Every other command may go by them.
 bool IgnoresRange(const RecordedStep& step) {
-  constexpr std::array<std::string_view, 17> whole = {
-      "math.",      "analysis.",          "edit.",          "time.",
-      "timebase.",  "smooth.butterworth", "smooth.digital", "smooth.moving-average",
-      "smooth.rms", "smooth.mav",         "smooth.median",  "bias.autozero",
-      "bias.drift", "bias.both",          "bias.manual",    "bias.file",
-      "file.load"};
+  constexpr std::array<std::string_view, 18> whole = {"math.",          "analysis.",
+                                                      "edit.",          "time.",
+                                                      "timebase.",      "smooth.butterworth",
+                                                      "smooth.digital", "smooth.moving-average",
+                                                      "smooth.rms",     "smooth.mav",
+                                                      "smooth.median",  "bias.autozero",
+                                                      "bias.drift",     "bias.both",
+                                                      "bias.manual",    "bias.file",
+                                                      "file.load",      "data."};
   return IdOf(step) != "math.path-length" && IsOneOf(IdOf(step), whole);
 }
 

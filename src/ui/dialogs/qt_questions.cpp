@@ -113,6 +113,10 @@ void QtQuestions::AnswerNextPick(std::function<std::string(ChannelPicker&)> answ
   nextPick_ = std::move(answer);
 }
 
+void QtQuestions::AnswerNextForm(std::function<std::string(Form&)> answer) {
+  nextForm_ = std::move(answer);
+}
+
 void QtQuestions::AnswerNextInput(std::string text) {
   nextInput_ = std::move(text);
 }
@@ -195,7 +199,9 @@ std::string QtQuestions::AskInput(const InputQuestion& question) {
     label->setWordWrap(true);
   }
   PlaceOver(dialog, *parent);
-  return dialog.exec() == QDialog::Accepted ? ToStd(dialog.textValue()) : std::string();
+  const bool accepted = dialog.exec() == QDialog::Accepted;
+  parent->activateWindow();
+  return accepted ? ToStd(dialog.textValue()) : std::string();
 }
 
 std::vector<std::string> QtQuestions::AskFile(const FileQuestion& question) {
@@ -273,6 +279,9 @@ void QtQuestions::EndPick(ChannelPicker& picker) {
 
 std::string QtQuestions::AskForm(Form& form) {
   nextFiles_.clear();
+  if (nextForm_) {
+    return nextForm_(form);
+  }
   return DialogOf(&form,
                   [&] {
                     form.TakeFound();  // marked as found, to be taken back by whoever knows better

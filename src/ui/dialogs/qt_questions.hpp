@@ -28,6 +28,8 @@ class QtQuestions : public Questions {
   /// The next picker is not shown: `answer` works on it and names the button to press. For what the
   /// person has already said elsewhere in the window.
   void AnswerNextPick(std::function<std::string(ChannelPicker&)> answer);
+  /// The same for forms, until `answer` is empty again: it fills the form each time it asks.
+  void AnswerNextForm(std::function<std::string(Form&)> answer);
   /// The next input is not shown.
   void AnswerNextInput(std::string text);
   /// The channels that the first question about channels starts with; an empty set offers none.
@@ -68,6 +70,7 @@ class QtQuestions : public Questions {
   std::map<const void*, std::unique_ptr<AskingDialog>> dialogs_;
   std::unique_ptr<ProgressDialog> progress_;
   std::function<std::string(ChannelPicker&)> nextPick_;
+  std::function<std::string(Form&)> nextForm_;
   std::optional<std::string> nextInput_;
   std::vector<std::string> nextFiles_;  // dropped on a form
   ChannelFlags offered_{};

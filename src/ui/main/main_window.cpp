@@ -72,8 +72,13 @@ void MainWindow::TakeStart(const std::vector<std::string>& items) {
   workbench_.DataDir = CleanDirectory(workbench_.DataDir);
 }
 
-// Files that are averaged take the place of the trial.
+// Files that are averaged take the place of the trial. The numbers have a window in place of the command's
+// dialogue.
 void MainWindow::RunFromMenu(const Command& command) {
+  if (command.id == "data.table") {
+    dataTable_.Open(historyPanel_->Walking());
+    return;
+  }
   if (command.id != "ensemble.average" || workbench_.AfterView ||
       ConfirmDiscard(workbench_, "The data of " + FileNamePart(workbench_.LoadedFile) +
                                      " were modified but not saved.  Press Cancel to save them before other "
@@ -130,6 +135,7 @@ void MainWindow::Refresh() {
     welcome_->ShowRecent(settings_.RecentFiles());
   }
   middle_->setCurrentIndex(loaded ? 1 : 0);
+  dataTable_.Refresh();
   browser_->MarkLoaded();
   ShowHistory();
   ShowState();
@@ -184,6 +190,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   runner_.CloseViews();
+  dataTable_.Close();
   settings_.SavePlace(saveGeometry(), saveState());
   settings_.SaveTextLayouts(workbench_.texts);
   WriteExitSettings(workbench_, store_);

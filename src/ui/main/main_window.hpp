@@ -9,6 +9,7 @@
 #include "core/files/settings.hpp"
 #include "core/workbench.hpp"
 #include "run/history/history.hpp"
+#include "ui/data/data_table.hpp"
 #include "ui/dialogs/qt_questions.hpp"
 #include "ui/main/channel_actions.hpp"
 #include "ui/main/command_runner.hpp"
@@ -102,6 +103,7 @@ class MainWindow : public QMainWindow {
   FileOpener opener_{workbench_, runner_, store_, settings_};
   ChannelActions channelActions_{runner_, person_};
   HistoryActions historyActions_{workbench_, runner_, person_, history_};
+  DataTable dataTable_{workbench_, runner_, person_, this};
   OutsidePrograms programs_{workbench_, person_};
   StateDisplay state_{this};
   std::unique_ptr<Menus> menus_;

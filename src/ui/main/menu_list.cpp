@@ -139,6 +139,8 @@ constexpr std::array kPlaces = {
     MenuPlace{"graph.single", kView},
     MenuPlace{"graph.multi", kView, "Select Channels for &Multi-Axis Graph"},
     MenuPlace{"graph.all", kView},
+    MenuPlace{"data.table", kView, "", true},
+    MenuPlace{"data.header", kView},
 };
 
 }  // namespace

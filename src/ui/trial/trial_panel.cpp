@@ -11,7 +11,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/abscissa.hpp"
 #include "formats/fixed_names.hpp"
-#include "import/reader_table.hpp"
+#include "import/format_name.hpp"
 #include "ui/elided_label.hpp"
 #include "ui/main/theme.hpp"
 #include "ui/text.hpp"
@@ -22,18 +22,6 @@ namespace {
 constexpr int kLeastRow = 30;
 constexpr int kMostRow = 110;
 constexpr int kExperimentLines = 4;  // what the experimenter wrote; behind it stand counts
-
-QString FormatName(const Trial& trial) {
-  if (!trial.FormatName.empty()) {
-    return ToQt(trial.FormatName);
-  }
-  for (const Format& format : Formats()) {
-    if (format.code == trial.FileTypeCode) {
-      return ToQt(format.name);
-    }
-  }
-  return ToQt(trial.FileExt + " file");
-}
 
 // As many decimals as the range of the channel calls for, the pattern of data values at least.
 QString Readable(double value, const Extremes& whole) {
@@ -159,7 +147,7 @@ void TrialPanel::Refresh(const QString& file) {
   title_->setText(isPath ? ToQt(BaseName(ToStd(title))) : title);
   const QLocale locale(QLocale::English);
   facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
-                      .arg(ToQt(FileNamePart(ToStd(file))), FormatName(trial),
+                      .arg(ToQt(FileNamePart(ToStd(file))), ToQt(FormatNameOf(trial)),
                            trial.NChan == 1 ? tr("1 channel") : tr("%1 channels").arg(trial.NChan),
                            tr("%1 samples").arg(locale.toString(trial.NData)),
                            ToQt(FormatNumber(trial.Rate, workbench_.patterns.RatePattern)),
