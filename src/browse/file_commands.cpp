@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/files/output_elsewhere.hpp"
 #include "core/files/paths.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
@@ -102,7 +103,8 @@ void DeleteFile(Workbench& workbench) {
     return;
   }
   std::error_code error;
-  const bool removed = fs::is_regular_file(path, error) && fs::remove(path, error);
+  const std::string place = OutputElsewhere::ToWrite(path);
+  const bool removed = fs::is_regular_file(place, error) && fs::remove(place, error);
   if (!removed) {
     error = error ? error : std::make_error_code(std::errc::no_such_file_or_directory);
     Tell(workbench, "Delete File", "Could not delete the file " + path + ".", error);

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "core/files/files.hpp"
+#include "core/files/output_elsewhere.hpp"
 
 namespace velmora {
 
@@ -22,7 +23,8 @@ void EnsembleLog::Open(const std::string& path, std::string_view firstLines) {
 std::string EnsembleLog::Add(std::string_view lines) {
   waiting_ += lines;
   constexpr int kReadableByAll = 0644;
-  const int descriptor = ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kReadableByAll);
+  const int descriptor = ::open(OutputElsewhere::ToWrite(path_).c_str(),
+                                O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kReadableByAll);
   int error = descriptor < 0 ? errno : 0;
   while (error == 0 && !waiting_.empty()) {
     const ssize_t written = ::write(descriptor, waiting_.data(), waiting_.size());

@@ -1,7 +1,5 @@
 #include "forceplate/plate_list_form.hpp"
 
-#include <filesystem>
-
 #include "core/files/files.hpp"
 #include "core/files/paths.hpp"
 #include "core/questions/form.hpp"
@@ -48,16 +46,11 @@ PlateDatabase ReadUnderPanel(Workbench& workbench, const std::string& path) {
   return ReadPlateDatabase(path, [&panel](double done) { panel.SetValue(done); });
 }
 
-bool Exists(const std::string& path) {
-  std::error_code error;
-  return std::filesystem::exists(path, error);
-}
-
 // Reads what is there, so that nobody else's record is lost, and writes all of it.
 bool PutIntoFile(Workbench& workbench, const std::string& path, const ForcePlate& plate) {
   workbench.OutputFileName = path;
   try {
-    PlateDatabase database = Exists(path) ? ReadPlateDatabase(path) : PlateDatabase();
+    PlateDatabase database = PathExists(path) ? ReadPlateDatabase(path) : PlateDatabase();
     database.Put(plate);
     WritePlateDatabase(workbench, path, database);
   } catch (const FileError& error) {

@@ -30,10 +30,7 @@ std::vector<std::string> NumberedPaths(const std::string& stem, std::size_t coun
 }
 
 bool MayReplace(Workbench& workbench, const std::vector<std::string>& paths) {
-  const auto there = std::count_if(paths.begin(), paths.end(), [](const std::string& path) {
-    std::error_code error;
-    return std::filesystem::exists(path, error);
-  });
+  const auto there = std::count_if(paths.begin(), paths.end(), PathExists);
   return there == 0 ||
          workbench.questions.AskBox({.title = "Save Intervals",
                                      .text = CountOf(there, "file") + " of these names, " +

@@ -114,6 +114,34 @@ TEST_F(ManifestTest, VerifyNamesWhatIsMissingChangedOrMadeDifferently) {
   EXPECT_EQ(ReadFile(Path("out/t1.csv")), "other") << "nothing of the study is written";
 }
 
+// Beside the inputs, which is no part of --out; a Velmora ASCII file holds its own path.
+TEST_F(ManifestTest, VerifyMakesAgainWhatWasWrittenAnywhereAndLeavesItAlone) {
+  recipe_ = Recipe(kStudy + R"(
+  - do: save.vma
+    answers: [{box: "Yes", optional: true}, {file: "${dir}/${stem}.vma"}]
+  - do: file.load
+    file: "${dir}/${stem}.vma"
+  - info: "${dir}/${stem}.read.json"
+  - collect: "${dir}/aside.csv"
+    columns: {peak: {channel: 1, statistic: maximum}}
+)");
+  const Ended study = Study("m.json", trials_);
+  ASSERT_EQ(study.status, 0) << study.err;
+  // Were it read in place of what is made again, its info would be another.
+  WriteFile(Path("t0.vma"), "other");
+  const auto untouched = std::filesystem::last_write_time(Path("t1.vma"));
+  std::filesystem::remove(Path("t2.vma"));
+  std::filesystem::remove_all(Path("out"));
+  const Ended again = Run({"--verify", Path("m.json"), "--jobs", "2"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_HAS(again.out, "changed since: " + Path("t0.vma"));
+  EXPECT_HAS(again.out, "missing: " + Path("out/t1.csv"));
+  EXPECT_HAS(again.out, "22 of 22 files are the same\n");
+  EXPECT_EQ(ReadFile(Path("t0.vma")), "other");
+  EXPECT_EQ(std::filesystem::last_write_time(Path("t1.vma")), untouched);
+  EXPECT_FALSE(std::filesystem::exists(Path("t2.vma")) || std::filesystem::exists(Path("out")));
+}
+
 TEST_F(ManifestTest, ResumeDoesWhatIsNotDoneOrNotWhatItWas) {
   Corrupt(trials_[3]);
   ASSERT_EQ(Study("m.json", {trials_.begin(), trials_.begin() + 4}).status, 1);

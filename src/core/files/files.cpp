@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "core/files/output_elsewhere.hpp"
+
 namespace velmora {
 
 void ThrowFileError(int error) {
@@ -16,7 +18,7 @@ void ThrowFileError(int error) {
 
 InputFile::InputFile(const std::string& path) {
   // Not blocking, so that a named pipe without a writer is refused instead of waited for.
-  descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  descriptor_ = open(OutputElsewhere::ToRead(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor_ < 0) {
     ThrowFileError(errno);
   }

@@ -70,7 +70,7 @@ class OutputFile {
   void Commit();
 
   /// Where the file will stand; what a link points to.
-  [[nodiscard]] const std::string& Target() const { return target_; }
+  [[nodiscard]] const std::string& Target() const { return name_; }
   /// What of the old file this user may not give the new one, in words: "owner and group". Mostly empty.
   [[nodiscard]] const std::string& NotKept() const { return notKept_; }
 
@@ -79,7 +79,8 @@ class OutputFile {
   void CopyTail();
   void GiveName();
 
-  std::string target_;
+  std::string name_;
+  std::string target_;  // where the file of that name is written
   std::string directory_;
   std::string notKept_;
   std::string temporary_;  // empty while the file has no name

@@ -15,6 +15,7 @@
 
 #include "core/files/file_attributes.hpp"
 #include "core/files/files.hpp"
+#include "core/files/output_elsewhere.hpp"
 #include "core/files/output_guard.hpp"
 
 namespace velmora {
@@ -109,8 +110,11 @@ void SyncDirectory(const std::string& directory) {
 }  // namespace
 
 OutputFile::OutputFile(const std::string& path, Mode mode)
-    : target_(RealTarget(path)), directory_(DirectoryOfTarget(target_)), mode_(mode) {
-  OutputGuard::Ask(target_);
+    : name_(RealTarget(path)),
+      target_(OutputElsewhere::ToWrite(name_)),
+      directory_(DirectoryOfTarget(target_)),
+      mode_(mode) {
+  OutputGuard::Ask(name_);
   struct stat status {};
   const bool exists = stat(target_.c_str(), &status) == 0;
   // Devices and pipes would be replaced by a file, which nobody means.
@@ -224,7 +228,7 @@ void OutputFile::Commit() {
   close(descriptor_);  // nothing is left to fail: the contents are on the disk
   descriptor_ = -1;
   SyncDirectory(directory_);
-  OutputGuard::Tell(target_);
+  OutputGuard::Tell(name_);
 }
 
 }  // namespace velmora

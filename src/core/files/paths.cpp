@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/files/output_elsewhere.hpp"
+
 namespace velmora {
 namespace {
 
@@ -37,6 +39,11 @@ std::string FullPath(const std::string& path) {
   std::error_code error;
   const std::filesystem::path full = std::filesystem::absolute(path, error);
   return error ? path : full.string();
+}
+
+bool PathExists(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::exists(OutputElsewhere::ToRead(path), error);
 }
 
 bool FileExists(std::string_view directory, std::string_view name) {

@@ -23,6 +23,9 @@ std::string FullPath(const std::string& path);
 /// The directory with its trailing separator; "./" when the path has none.
 std::string DirectoryOf(std::string_view path);
 
+/// Whether anything of this name is there.
+bool PathExists(const std::string& path);
+
 /// Whether `name` in `directory` (empty: as it stands) can be opened for reading.
 bool FileExists(std::string_view directory, std::string_view name);
 

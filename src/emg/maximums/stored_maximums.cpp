@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <utility>
 
 #include "core/files/files.hpp"
+#include "core/files/paths.hpp"
 #include "core/questions/result_table.hpp"
 #include "core/results/result_file.hpp"
 #include "core/text/numbers.hpp"
@@ -88,11 +88,6 @@ std::optional<StoredMaximum> RowOf(const std::string& line, const std::vector<st
                        .File = cell(kFile)};
 }
 
-bool IsThere(const std::string& path) {
-  std::error_code error;
-  return std::filesystem::exists(path, error);
-}
-
 }  // namespace
 
 const StoredMaximum* FindMaximum(const std::vector<StoredMaximum>& all, std::string_view label) {
@@ -173,7 +168,7 @@ void SaveMaximums(Workbench& workbench, const std::vector<StoredMaximum>& all) {
   const std::string& path = workbench.OutputFileName;
   try {
     std::vector<StoredMaximum> merged = all;
-    if (IsThere(path)) {
+    if (PathExists(path)) {
       const auto there = ReadMaximums(path);
       if (!there) {
         ShowFailure(workbench,

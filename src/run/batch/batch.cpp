@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <utility>
 
 #include "core/files/files.hpp"
@@ -51,10 +52,7 @@ void AddDigests(Outcome& outcome, const std::string& input, const std::vector<st
 class Batch {
  public:
   Batch(const BatchOrder& order, std::vector<RunResult>& results)
-      : order_(order),
-        results_(results),
-        written_(results.size()),
-        bar_(results.size(), order.first.steps.size()) {}
+      : order_(order), results_(results), bar_(results.size(), order.first.steps.size()) {}
 
   void Run();
 
@@ -70,7 +68,7 @@ class Batch {
 
   const BatchOrder& order_;
   std::vector<RunResult>& results_;
-  std::vector<std::vector<std::string>> written_;  // by runs in other processes
+  std::map<std::size_t, std::vector<std::string>> written_;  // by runs that are at work in other processes
   ProgressBar bar_;
 };
 
@@ -131,15 +129,21 @@ void Batch::RunInProcesses(const std::vector<std::size_t>& runs) {
     options.onStep = [&report](const StepPlace& place) { report.Step(place); };
     options.claim = [&report](const std::string& path) { return report.Claim(path); };
     options.collect = [&report](const TableRows& rows) { return report.Collect(rows); };
-    options.written = [&report](const std::string& path) { report.Written(path); };
+    if (order_.digests) {
+      options.written = [&report](const std::string& path) { report.Written(path); };
+    }
     if (order_.transcript != nullptr) {
       options.transcript = [&report](std::string_view line) { report.TranscriptLine(line); };
     }
     return RunOne(run, RecipeFor(order_.arguments, order_.text, run), std::move(options));
   };
+  std::function<void(std::size_t, const StepPlace&)> onStep;
+  if (bar_.IsShown() || order_.arguments.progress) {
+    onStep = [this](std::size_t run, const StepPlace& place) { BeginStep(run, place); };
+  }
   RunJobs(
       runs, order_.arguments.jobs, job,
-      {.onStep = [this](std::size_t run, const StepPlace& place) { BeginStep(run, place); },
+      {.onStep = std::move(onStep),
        .onTranscript = [this](std::size_t run, std::string_view line) { AddLine(run, line); },
        .onEnd = [this](std::size_t run, const Outcome& outcome) { End(run, outcome); },
        .onClaim = [this](std::size_t run, const std::string& path) { return order_.claims.Claim(run, path); },
@@ -171,7 +175,7 @@ void Batch::End(std::size_t run, Outcome outcome) {
     AddDigests(outcome, result.input, written_[run], order_.arguments.out);
   }
   result.outcome = std::move(outcome);
-  written_[run] = {};
+  written_.erase(run);
   CloseTranscript(run);
   bar_.End(run, result.outcome.failure.has_value());
   if (order_.arguments.progress) {

@@ -56,6 +56,12 @@ FileDigest DigestIn(const Json& json) {
   return {BytesOf(json.at(0)), json.at(1).get<std::int64_t>(), json.at(2).get<std::string>()};
 }
 
+// Most runs have nothing to tell.
+bool IsEmpty(const Outcome& outcome) {
+  return outcome.done.empty() && outcome.warnings.empty() && outcome.files.empty() && !outcome.failure &&
+         !outcome.interrupted && !outcome.read;
+}
+
 Json ToJson(const Outcome& outcome) {
   Json json = {{"warnings", Json::array()}, {"done", Json::array()}};
   for (const StepDone& done : outcome.done) {
@@ -136,7 +142,10 @@ void PutLine(int descriptor, const std::string& line) {
 }  // namespace
 
 void JobReport::Step(const StepPlace& place) const {
-  Send(kStep, JsonText(ToJson(place), -1));
+  mark_.Set(place);
+  if (tellsSteps_) {
+    Send(kStep, JsonText(ToJson(place), -1));
+  }
 }
 
 void JobReport::TranscriptLine(std::string_view line) const {
@@ -144,7 +153,7 @@ void JobReport::TranscriptLine(std::string_view line) const {
 }
 
 void JobReport::End(const Outcome& outcome) const {
-  Send(kEnd, JsonText(ToJson(outcome), -1));
+  Send(kEnd, IsEmpty(outcome) ? std::string() : JsonText(ToJson(outcome), -1));
 }
 
 std::string JobReport::Claim(const std::string& path) const {
@@ -213,7 +222,7 @@ JobMessage ReadJobMessage(std::string_view line) {
     case kRows:
       return RowsOf(Json::parse(body));
     default:
-      return OutcomeOf(Json::parse(body));
+      return body.empty() ? Outcome() : OutcomeOf(Json::parse(body));
   }
 }
 

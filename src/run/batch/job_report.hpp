@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "run/batch/outcome.hpp"
+#include "run/batch/step_mark.hpp"
 #include "run/study/study_table.hpp"
 
 namespace velmora {
@@ -14,7 +15,9 @@ namespace velmora {
 /// The line between a process that does jobs and the one that started it: messages of one text line each.
 class JobReport {
  public:
-  explicit JobReport(int descriptor) : descriptor_(descriptor) {}
+  /// Without `tellsSteps` a step is marked and nothing said of it.
+  JobReport(int descriptor, const StepMark& mark, bool tellsSteps)
+      : descriptor_(descriptor), mark_(mark), tellsSteps_(tellsSteps) {}
 
   /// Waits for the next job; none when there is none for this process any more.
   [[nodiscard]] std::optional<std::size_t> NextJob() const;
@@ -37,6 +40,8 @@ class JobReport {
   void Send(char kind, std::string_view line) const;
 
   int descriptor_;
+  const StepMark& mark_;
+  bool tellsSteps_;
 };
 
 struct TranscriptLine {

@@ -55,7 +55,7 @@ struct Worker {
   std::string received;
   // The job at hand.
   std::optional<std::size_t> job;
-  StepPlace place;
+  StepMark mark;
 };
 
 class Pool {
@@ -69,7 +69,7 @@ class Pool {
   [[nodiscard]] bool HasMore() const { return next_ < jobs_.size() && InterruptSignal() == 0; }
   void GiveOut();
   bool Start();
-  [[noreturn]] void BeWorker(int descriptor, pid_t parent) const;
+  [[noreturn]] void BeWorker(int descriptor, const StepMark& mark, pid_t parent) const;
   void Wait();
   /// Returns false at the end of the worker's messages.
   bool Receive(Worker& worker);
@@ -106,7 +106,7 @@ void Pool::GiveOut() {
     const bool fresh = worker.jobsDone < kJobsPerWorker;
     if (!worker.job && fresh && HasMore()) {
       worker.job = jobs_[next_++];
-      worker.place = {};
+      worker.mark.Set({});
       GiveJob(worker.line, *worker.job);
     } else if (!worker.job) {
       Reap(worker);
@@ -121,18 +121,19 @@ void Pool::GiveOut() {
 bool Pool::Start() {
   int ends[2] = {-1, -1};
   const pid_t parent = getpid();
+  StepMark mark;
   const bool connected = socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0;
   const pid_t process = connected ? fork() : -1;
   if (process == 0) {
     close(ends[0]);
-    BeWorker(ends[1], parent);
+    BeWorker(ends[1], mark, parent);
   }
   const int error = errno;
   if (connected) {
     close(ends[1]);
   }
   if (process > 0) {
-    workers_.push_back({.process = process, .line = ends[0], .job = jobs_[next_++]});
+    workers_.push_back({.process = process, .line = ends[0], .job = jobs_[next_++], .mark = std::move(mark)});
     GiveJob(ends[0], *workers_.back().job);
     return true;
   }
@@ -147,7 +148,7 @@ bool Pool::Start() {
   return true;
 }
 
-void Pool::BeWorker(int descriptor, pid_t parent) const {
+void Pool::BeWorker(int descriptor, const StepMark& mark, pid_t parent) const {
   for (const Worker& other : workers_) {
     close(other.line);  // or it would not hear that the parent has closed it
   }
@@ -159,7 +160,7 @@ void Pool::BeWorker(int descriptor, pid_t parent) const {
   if (getppid() != parent) {
     _exit(1);
   }
-  const JobReport report(descriptor);
+  const JobReport report(descriptor, mark, events_.onStep != nullptr);
   while (const std::optional<std::size_t> job = report.NextJob()) {
     try {
       report.End(job_(*job, report));
@@ -211,7 +212,6 @@ bool Pool::Receive(Worker& worker) {
 void Pool::Take(Worker& worker, std::string_view line) {
   JobMessage message = ReadJobMessage(line);
   if (auto* place = std::get_if<StepPlace>(&message)) {
-    worker.place = *place;
     events_.onStep(*worker.job, *place);
   } else if (const auto* transcript = std::get_if<TranscriptLine>(&message)) {
     events_.onTranscript(*worker.job, transcript->text);
@@ -250,12 +250,12 @@ void Pool::NoteDeath(Worker& worker) {
   }
   Outcome outcome;
   if (ending_) {
-    outcome.interrupted = worker.place;
+    outcome.interrupted = worker.mark.Get();
   } else {
     const std::string how = WIFSIGNALED(status)
                                 ? std::string("crashed: ") + strsignal(WTERMSIG(status))
                                 : "its process ended with " + std::to_string(WEXITSTATUS(status));
-    outcome.failure = StepProblem{worker.place, how};
+    outcome.failure = StepProblem{worker.mark.Get(), how};
   }
   End(worker, outcome);
 }

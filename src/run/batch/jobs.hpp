@@ -14,6 +14,7 @@ namespace velmora {
 /// What the jobs tell and ask while they run, by the job's index, and with onEnd once for each job that was
 /// started, in the order in which they end.
 struct JobEvents {
+  /// May be missing, which saves the messages.
   std::function<void(std::size_t job, const StepPlace& place)> onStep;
   std::function<void(std::size_t job, std::string_view line)> onTranscript;
   std::function<void(std::size_t job, const Outcome& outcome)> onEnd;

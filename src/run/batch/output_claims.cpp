@@ -6,14 +6,25 @@
 #include <cstring>
 #include <filesystem>
 
+#include "core/files/output_elsewhere.hpp"
+
 namespace velmora {
 namespace {
 
-std::string Identity(const std::string& path) {
+namespace fs = std::filesystem;
+
+// Where an absolute path leads, links and all, whether anything is there or not.
+fs::path Behind(const fs::path& path) {
   std::error_code error;
-  const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-  const std::filesystem::path real = std::filesystem::weakly_canonical(absolute, error);
-  return error ? path : real.string();
+  fs::path real = fs::weakly_canonical(path, error);
+  return error ? path : real;
+}
+
+// A name that is only a name: no way up, and no link.
+bool IsPlainName(const fs::path& path) {
+  const fs::path name = path.filename();
+  std::error_code error;
+  return !name.empty() && name != "." && name != ".." && !fs::is_symlink(fs::symlink_status(path, error));
 }
 
 }  // namespace
@@ -25,48 +36,50 @@ OutputClaims::OutputClaims(const Arguments& arguments) : inputs_(arguments.input
   }
 }
 
+OutputClaims::Place OutputClaims::PlaceOf(const std::string& path) {
+  std::error_code error;
+  const fs::path absolute = fs::absolute(path, error);
+  const fs::path named = IsPlainName(absolute) ? absolute : Behind(absolute);
+  return {OwnersIn(named.parent_path().string()), named.filename().string()};
+}
+
+OutputClaims::Owners& OutputClaims::OwnersIn(const std::string& directory) {
+  Owners*& owners = directories_[directory];
+  if (owners == nullptr) {
+    owners = &owners_[Behind(directory).string()];
+  }
+  return *owners;
+}
+
 std::string OutputClaims::WhyOf(const Owner& owner) const {
-  if (!owner.run) {
+  if (owner.run == Owner::kNoRun) {
     return owner.why;
   }
-  return (*owner.run < inputs_.size() ? inputs_[*owner.run] : "another run") + " writes it too";
+  return (owner.run < inputs_.size() ? inputs_[owner.run] : "another run") + " writes it too";
 }
 
 std::string OutputClaims::Reserve(const std::string& path, const char* why) {
-  const auto [owner, isFree] = owners_.try_emplace(Identity(path), Owner{std::nullopt, false, why});
+  const Place place = PlaceOf(path);
+  const auto [owner, isFree] = place.owners.try_emplace(place.name, Owner{.why = why});
   return isFree ? std::string() : WhyOf(owner->second);
 }
 
-void OutputClaims::ConfineTo(const std::string& directory, const std::string& why) {
-  below_ = Identity(directory) + "/";
-  whyNotOutside_ = why;
-}
-
-bool OutputClaims::IsOutside(const std::string& identity) const {
-  return !below_.empty() && !identity.starts_with(below_);
-}
-
 std::string OutputClaims::Claim(std::size_t run, const std::string& path) {
-  const std::string identity = Identity(path);
-  if (IsOutside(identity)) {
-    return whyNotOutside_;
-  }
-  const auto [owner, isFree] = owners_.try_emplace(identity, Owner{run, false});
-  return isFree || owner->second.run == run ? std::string() : WhyOf(owner->second);
+  const Place place = PlaceOf(path);
+  const auto number = static_cast<std::uint32_t>(run);
+  const auto [owner, isFree] = place.owners.try_emplace(place.name, Owner{.run = number});
+  return isFree || owner->second.run == number ? std::string() : WhyOf(owner->second);
 }
 
 std::string OutputClaims::ClaimTable(const std::string& path) {
-  const std::string identity = Identity(path);
-  if (IsOutside(identity)) {
-    return whyNotOutside_;
-  }
+  const Place place = PlaceOf(path);
   const auto [owner, isFree] =
-      owners_.try_emplace(identity, Owner{std::nullopt, true, "a table of the study goes there"});
+      place.owners.try_emplace(place.name, Owner{.isTable = true, .why = "a table of the study goes there"});
   if (!isFree) {
     return owner->second.isTable ? std::string() : WhyOf(owner->second);
   }
   // It is written when all runs have ended: then it is late to learn that there is no way to.
-  const std::string directory = std::filesystem::path(path).parent_path().string();
+  const std::string directory = fs::path(OutputElsewhere::ToWrite(path)).parent_path().string();
   const bool writable = access(directory.empty() ? "." : directory.c_str(), W_OK) == 0;
   return writable ? std::string() : std::string(std::strerror(errno));
 }

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
-#include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "run/batch/arguments.hpp"
@@ -14,14 +15,11 @@ namespace velmora {
 /// and what the runs read, is refused.
 class OutputClaims {
  public:
-  /// The recipe and the inputs are nobody's to write.
+  /// The recipe and the inputs are nobody's to write. `arguments` must outlive this.
   explicit OutputClaims(const Arguments& arguments);
 
   /// Nobody is to write `path`, for this reason. Returns why it was not free any more; empty when it was.
   std::string Reserve(const std::string& path, const char* why);
-
-  /// From now on only what lies below this directory may be written; `why` is told of all else.
-  void ConfineTo(const std::string& directory, const std::string& why);
 
   /// A run (from 0) wants to write `path`. Returns why it must not; empty when it may.
   std::string Claim(std::size_t run, const std::string& path);
@@ -32,18 +30,27 @@ class OutputClaims {
 
  private:
   struct Owner {
-    std::optional<std::size_t> run;
+    static constexpr std::uint32_t kNoRun = UINT32_MAX;
+
+    std::uint32_t run = kNoRun;
     bool isTable = false;
     const char* why = nullptr;  // what whoever comes later is told; of a run: its input
   };
+  using Owners = std::unordered_map<std::string, Owner>;  // by the name in a directory
+  struct Place {
+    Owners& owners;
+    std::string name;
+  };
 
+  Place PlaceOf(const std::string& path);
+  Owners& OwnersIn(const std::string& directory);
   [[nodiscard]] std::string WhyOf(const Owner& owner) const;
-  [[nodiscard]] bool IsOutside(const std::string& identity) const;
 
-  std::vector<std::string> inputs_;
-  std::string below_;  // empty: anywhere
-  std::string whyNotOutside_;
-  std::map<std::string, Owner> owners_;  // by the path behind all links
+  const std::vector<std::string>& inputs_;
+  // A hundred thousand files lie in few directories: of each file its name is kept, and the way through the
+  // links is gone once a directory.
+  std::map<std::string, Owners> owners_;                  // by the directory behind all links
+  std::unordered_map<std::string, Owners*> directories_;  // as they are spelled
 };
 
 }  // namespace velmora

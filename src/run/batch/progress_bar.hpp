@@ -15,6 +15,8 @@ class ProgressBar {
   ProgressBar& operator=(const ProgressBar&) = delete;
   ~ProgressBar();
 
+  [[nodiscard]] bool IsShown() const { return shown_; }
+
   /// A run has begun its step, counted from 1.
   void Step(std::size_t run, int step);
   void End(std::size_t run, bool failed);

@@ -5,8 +5,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <set>
 
 #include "core/files/files.hpp"
+#include "core/files/output_elsewhere.hpp"
 #include "core/text/text.hpp"
 #include "run/batch/batch.hpp"
 #include "run/batch/exit_status.hpp"
@@ -29,7 +31,7 @@ class OwnDirectory {
     if (mkdtemp(name.data()) == nullptr) {
       ThrowFileError(errno);
     }
-    path_ = name;
+    path_ = fs::canonical(name).string();
   }
   OwnDirectory(const OwnDirectory&) = delete;
   OwnDirectory& operator=(const OwnDirectory&) = delete;
@@ -46,7 +48,7 @@ class OwnDirectory {
 class Verification {
  public:
   Verification(const Manifest& manifest, std::size_t jobs) : manifest_(manifest) {
-    again_ = {.recipe = manifest.recipe, .out = directory_.Path(), .jobs = jobs, .set = manifest.set};
+    again_ = {.recipe = manifest.recipe, .out = manifest.out, .jobs = jobs, .set = manifest.set};
     again_.strict = manifest.strict;
     for (const RunResult& result : manifest.results) {
       if (!result.input.empty()) {
@@ -57,9 +59,9 @@ class Verification {
 
   int Run() {
     CheckWhatIsThere();
+    const OutputElsewhere elsewhere(directory_.Path(), FilesToCome());
     std::vector<RunResult> results = ResultsToCome(again_);
     OutputClaims claims(again_);
-    claims.ConfineTo(again_.out, "only what goes to --out can be made again");
     const Recipe first = RecipeFor(again_, manifest_.text, 0);
     RunBatch({.arguments = again_, .text = manifest_.text, .first = first, .claims = claims, .digests = true},
              results);
@@ -100,16 +102,22 @@ class Verification {
     }
   }
 
-  /// Where a result lies when it is made again.
-  [[nodiscard]] std::string PathAgain(const std::string& path) const {
-    const fs::path below =
-        fs::path(path).lexically_normal().lexically_relative(fs::path(manifest_.out).lexically_normal());
-    return (fs::path(again_.out) / below).lexically_normal().string();
+  [[nodiscard]] std::set<std::string> FilesToCome() const {
+    std::set<std::string> files;
+    for (const RunResult& result : manifest_.results) {
+      for (const FileDigest& file : result.outcome.files) {
+        files.insert(file.path);
+      }
+    }
+    for (const FileDigest& table : manifest_.tables) {
+      files.insert(table.path);
+    }
+    return files;
   }
 
   void Compare(const FileDigest& before, const std::map<std::string, FileDigest>& made) {
     ++files_;
-    const auto found = made.find(PathAgain(before.path));
+    const auto found = made.find(before.path);
     if (found == made.end()) {
       Report("not made again", before.path);
     } else if (found->second.sha256 != before.sha256) {
@@ -140,7 +148,7 @@ class Verification {
     std::map<std::string, FileDigest> made;
     for (const WrittenTable& table : WriteTables(results)) {
       if (table.fault.empty()) {
-        made[fs::path(table.file).lexically_normal().string()] = DigestOf(table.file);
+        made[table.file] = DigestOf(table.file);
       } else {
         Tell(table.file + ": " + table.fault);
       }
