@@ -12,12 +12,21 @@
 #include "dsp/math/mean_deviation.hpp"
 #include "forceplate/force_samples.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
+#include "results/pictured_results.hpp"
 
 namespace velmora {
 namespace {
 
 constexpr double kTallestInMetres = 3.0;
 constexpr double kRestlessPart = 0.05;  // of the weight that a standing person's force may vary by
+
+std::string WordsOf(const GravityFound& found) {
+  std::string words = "Centre of gravity of " + FormatNumber(found.mass, "0.0") + " kg";
+  if (found.jump && found.jump->impulseHeight) {
+    words += ", a jump of " + FormatNumber(*found.jump->impulseHeight, "0.000") + " m by its impulse";
+  }
+  return words;
+}
 
 }  // namespace
 
@@ -313,7 +322,7 @@ void GravityForm::AddMotions(const GravityFound& found) {
   }
   add("z", found.z, false);
   if (added.empty()) {
-    Did(workbench_, "Centre of gravity of " + FormatNumber(found.mass, "0.0") + " kg");
+    Did(workbench_, WordsOf(found));
     return;
   }
   std::vector<NewChannel> channels;
@@ -328,7 +337,7 @@ void GravityForm::AddMotions(const GravityFound& found) {
       channel[range_.lo - 1 + static_cast<std::int64_t>(i)] = static_cast<float>((*added[k].values)[i]);
     }
   }
-  Did(workbench_, "Centre of gravity of " + FormatNumber(found.mass, "0.0") + " kg added", made);
+  Did(workbench_, WordsOf(found), made);
 }
 
 bool GravityForm::Compute() {
@@ -361,7 +370,7 @@ void FindCentreOfGravity(Workbench& workbench) {
   }
   GravityForm form(workbench, range);
   if (form.Ask()) {
-    ShowResults(workbench, form.TakeResults());
+    ShowPicturedResults(workbench, form.TakeResults());
   }
 }
 
