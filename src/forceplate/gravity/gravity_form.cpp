@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <numeric>
 
 #include "core/text/numbers.hpp"
@@ -19,6 +20,7 @@ namespace {
 
 constexpr double kTallestInMetres = 3.0;
 constexpr double kRestlessPart = 0.05;  // of the weight that a standing person's force may vary by
+constexpr double kWeightPart = 0.005;   // that an entered mass may be off before a jump's height is
 
 std::string WordsOf(const GravityFound& found) {
   std::string words = "Centre of gravity of " + FormatNumber(found.mass, "0.0") + " kg";
@@ -168,6 +170,7 @@ bool GravityForm::TakeWeight(GravityFound& found) {
     }
   }
   const MeanDeviation still = MeanDeviationOf(quiet);
+  found.quietForce = still.mean;
   found.quietDeviation = still.deviation;
   found.weight = massFrom_ == kEntered ? mass_ * gravity_ : still.mean;
   found.mass = massFrom_ == kEntered ? mass_ : still.mean / gravity_;
@@ -269,6 +272,11 @@ void GravityForm::TellDoubts(const GravityFound& found) {
     AddNotice(workbench_, "The force varies in the quiet interval by " +
                               FormatNumber(100 * found.quietDeviation / found.weight, "0.0") +
                               " % of the weight (standard deviation): nobody stands still there.");
+  }
+  if (found.jump && std::abs(found.quietForce - found.weight) > kWeightPart * found.weight) {
+    AddNotice(workbench_, "The mass entered weighs " + FormatNumber(found.weight, "0.0") +
+                              " N, the force in the quiet interval is " +
+                              FormatNumber(found.quietForce, "0.0") + " N.");
   }
   TellIfOnThePlate(fx_, found.x);
   TellIfOnThePlate(fy_, found.y);
