@@ -30,6 +30,7 @@ constexpr Sample kSamples[] = {
     {"two-plate-step", examples::MakeTwoPlateStep},
     {"treadmill-walk", examples::MakeTreadmillWalk},
     {"quiet-stance", examples::MakeQuietStance},
+    {"jump", examples::MakeJump},
     {"hold-first", examples::MakeHoldOfFirst},
     {"hold-second", examples::MakeHoldOfSecond},
     {"stride-1", examples::MakeStride<1>},

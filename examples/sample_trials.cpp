@@ -128,23 +128,101 @@ void MakeTwoPlateStep(Trial& trial) {
   }
 }
 
+namespace {
+
+/// A sway of the centre of gravity in one direction: a few slow sines.
+struct SlowSway {
+  double phase[5];
+
+  explicit SlowSway(Random& random) {
+    for (double& angle : phase) {
+      angle = 2 * Pi * random.Uniform();
+    }
+  }
+  /// Metres from the middle, and metres per second squared, of a sway `size` times the usual.
+  void At(double t, double size, double& place, double& acceleration) const {
+    constexpr double hertz[] = {0.07, 0.16, 0.31, 0.52, 0.83};
+    constexpr double metres[] = {0.0042, 0.0024, 0.0013, 0.0006, 0.0002};
+    place = acceleration = 0.0;
+    for (int k = 0; k < 5; ++k) {
+      const double w = 2 * Pi * hertz[k];
+      const double part = size * metres[k] * std::cos(w * t + phase[k]);
+      place += part;
+      acceleration -= w * w * part;
+    }
+  }
+};
+
+}  // namespace
+
+// The body is a pendulum about its ankles: the pressure runs ahead of its centre by as much as accelerates
+// it.
 void MakeQuietStance(Trial& trial) {
   Prepare(trial, "5 Quiet stance on a force platform", 100.0, 30.0,
           {{"Fx", "N"}, {"Fy", "N"}, {"Fz", "N"}, {"Mx", "N.m"}, {"My", "N.m"}, {"Mz", "N.m"}});
   constexpr double weight = 640.0;
+  constexpr double gravity = 9.80665;
+  constexpr double height = 1.7;
   constexpr double top = 0.0413;
+  constexpr double centre = 0.521 * height;
+  constexpr double perSecondSquared = gravity * centre / (0.0533 * height * height + centre * centre);
   Random noise(51);
-  double x = 0.01;
-  double y = -0.02;
+  const SlowSway across(noise);
+  const SlowSway along(noise);
   for (std::int64_t i = 0; i < trial.NData; ++i) {
     const double t = TimeOf(trial, i);
-    x += 0.0004 * noise.Normal() - 0.03 * (x - 0.01);
-    y += 0.0005 * noise.Normal() - 0.02 * (y + 0.02 - 0.006 * std::sin(2 * Pi * 0.25 * t));
-    const double fx = 1.5 * std::sin(2 * Pi * 0.4 * t);
-    const double fy = 2.0 * std::sin(2 * Pi * 0.3 * t);
+    double x = 0.0;
+    double y = 0.0;
+    double ax = 0.0;
+    double ay = 0.0;
+    across.At(t, 0.6, x, ax);
+    along.At(t, 1.0, y, ay);
+    const double fx = weight / gravity * ax;
+    const double fy = weight / gravity * ay;
+    x += 0.01 - ax / perSecondSquared;
+    y += -0.02 - ay / perSecondSquared;
     const double row[] = {fx, fy, weight, y * weight - fy * top, -x * weight - fx * top, x * fy - y * fx};
     for (int c = 1; c <= trial.NChan; ++c) {
       trial.Data(i + 1, c) = static_cast<float>(row[c - 1] + (c <= 3 ? 0.1 : 0.01) * noise.Normal());
+    }
+  }
+}
+
+namespace {
+
+constexpr double kJumperMass = 72.0;
+constexpr double kJumpGravity = 9.80665;
+
+// Down, then up against the ground, which lets go over the last 30 ms.
+double PushAt(double t) {
+  constexpr double kTakeOff = 2.02;
+  const double dip = -6.0 * Hump(t, 1.2, 1.6);
+  const double push = 14.5 * Hump(t, 1.5, 2.1);
+  const double held = std::clamp((kTakeOff - t) / 0.03, 0.0, 1.0);
+  return (kJumpGravity + dip + push) * held;
+}
+
+}  // namespace
+
+void MakeJump(Trial& trial) {
+  Prepare(trial, "10 Countermovement jump", 1000.0, 4.0, {{"Fx", "N"}, {"Fy", "N"}, {"Fz", "N"}});
+  constexpr double kTakeOff = 2.02;
+  double upwards = 0.0;  // m/s at take-off
+  for (std::int64_t i = 0; TimeOf(trial, i) < kTakeOff; ++i) {
+    upwards += (PushAt(TimeOf(trial, i)) - kJumpGravity) / trial.Rate;
+  }
+  const double landing = kTakeOff + 2 * upwards / kJumpGravity;
+  Random noise(91);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    // The fall is stopped within 0.4 s.
+    const double stop = kJumpGravity * std::clamp((t - landing) / 0.01, 0.0, 1.0) +
+                        upwards / 0.2 * Hump(t, landing, landing + 0.4);
+    const double force = kJumperMass * (t < kTakeOff ? PushAt(t) : stop);
+    const double ringing = 30 * Hump(t, kTakeOff + 0.2, kTakeOff + 0.21);
+    const double row[] = {4 * Hump(t, 1.4, 2.0), -15 * Hump(t, 1.5, 2.0), force + ringing};
+    for (int c = 1; c <= trial.NChan; ++c) {
+      trial.Data(i + 1, c) = static_cast<float>(row[c - 1] + 0.8 * noise.Normal());
     }
   }
 }

@@ -20,8 +20,12 @@ void MakeForcePlateStep(Trial& trial);
 void MakeTwoPlateStep(Trial& trial);
 
 /// Quiet stance on a six-channel platform at 100 Hz, 30 s: forces in N and moments in N.m about sensors
-/// 41.3 mm below the top, of a person of 640 N.
+/// 41.3 mm below the top, of a person of 640 N and 1.7 m who sways about the ankles.
 void MakeQuietStance(Trial& trial);
+
+/// A jump from both feet with a countermovement, on a platform at 1000 Hz, 4 s: forces in N, of a person of
+/// 72 kg who leaves the ground at 2.9 m/s. The plate rings once in the flight.
+void MakeJump(Trial& trial);
 
 /// A minute of walking on a treadmill at 100 Hz: the vertical force below the left foot in N, of a person of
 /// 700 N, and the left knee's flexion in degrees. 51 heel strikes some 1.17 s apart, no two alike; the heel

@@ -1,5 +1,8 @@
 #include "analysis_screenshots.hpp"
 
+#include <QMenu>
+#include <tuple>
+
 namespace velmora::pictures {
 namespace {
 
@@ -92,6 +95,51 @@ void ShowIntegrals(ui::MainWindow& window, Photographer& photographer) {
                         Channels({0}));
 }
 
+// The entries of force plates, in the Analysis menu.
+void ShowPlateMenu(ui::MainWindow& window, Photographer& photographer) {
+  for (auto* menu : window.findChildren<QMenu*>()) {
+    if (menu->title().contains(QStringLiteral("Force Plate"))) {
+      menu->popup(window.mapToGlobal(QPoint(0, 0)));
+      photographer.Keep(menu, "plates-menu");
+      menu->close();
+    }
+  }
+}
+
+// The trial's forces, and what a jump came to; then who stands, in a wide and in a tall window.
+void ShowJump(ui::MainWindow& window, Photographer& photographer) {
+  Run(window, photographer, "plates.gravity",
+      {{"frmGravity", "Compute", "gravity"}, {"frmGravity", "Exit", "jump"}});
+  Run(window, photographer, "plates.contacts",
+      {{"frmContacts", "Compute", "contacts", Channels({2})}, {"frmContacts", "Exit", "contacts-found"}});
+}
+
+void ShowStance(ui::MainWindow& window, Photographer& photographer) {
+  const auto define = [](QWidget* dialog) {
+    Choose(dialog, QStringLiteral("AMTI 18.25x20\""));
+    Choose(dialog, QStringLiteral("Millimetres"));
+    Choose(dialog, QStringLiteral("As published"));
+    Type(dialog, "az0", QStringLiteral("41.3"));
+  };
+  Run(window, photographer, "plates.reduce",
+      {{"frmDefinePlate", "OK", nullptr, define}, {"Minimum Force Threshold", "OK"}});
+  const auto sized = [](int width, int height) {
+    return [width, height](QWidget* dialog) { dialog->resize(width, height); };
+  };
+  Run(window, photographer, "plates.sway",
+      {{"frmSway", "Compute", "sway"}, {"frmSway", "Exit", "sway-found"}});
+  for (const auto& [picture, width, height] : {std::tuple("sway-wide", 1400, 620), {"sway-tall", 620, 900}}) {
+    Run(window, photographer, "plates.sway",
+        {{"frmSway", "Compute"}, {"frmSway", "Graph"}, {"frmSway", "Exit", picture, sized(width, height)}});
+  }
+  const auto pendulum = [](QWidget* dialog) {
+    Choose(dialog, QStringLiteral("Pendulum"));
+    Type(dialog, "txtHeight", QStringLiteral("1.7"));
+  };
+  Run(window, photographer, "plates.gravity",
+      {{"frmGravity", "Compute", "gravity-pendulum", pendulum}, {"frmGravity", "Exit", "gravity-found"}});
+}
+
 }  // namespace
 
 void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
@@ -104,6 +152,15 @@ void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::
   ShowResiduals(window, photographer);
   Open(window, data / "hold-first.vmb");
   ShowSlopes(window, photographer);
+  ShowPlatforms(window, photographer, data);
+}
+
+void ShowPlatforms(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
+  Open(window, data / "jump.vmb");
+  ShowPlateMenu(window, photographer);
+  ShowJump(window, photographer);
+  Open(window, data / "quiet-stance.vmb");
+  ShowStance(window, photographer);
 }
 
 }  // namespace velmora::pictures

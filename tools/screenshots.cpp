@@ -1,5 +1,5 @@
-// velmora2-screenshots DIR light|dark [analyses|ensemble]: walks through the program, or a part of it, and
-// keeps a picture of every window.
+// velmora2-screenshots DIR light|dark [analyses|ensemble|platforms]: walks through the program, or a part of
+// it, and keeps a picture of every window.
 #include <QComboBox>
 #include <clocale>
 #include <cmath>
@@ -306,8 +306,9 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   const std::string part = argc == 4 ? argv[3] : "";
-  if (argc < 3 || argc > 4 || (argc == 4 && part != "analyses" && part != "ensemble")) {
-    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble]\n", stderr);
+  if (argc < 3 || argc > 4 ||
+      (argc == 4 && part != "analyses" && part != "ensemble" && part != "platforms")) {
+    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble|platforms]\n", stderr);
     return 2;
   }
   try {
@@ -323,6 +324,8 @@ int main(int argc, char** argv) {
     Write(data, "hold-first.vmb", examples::MakeHoldOfFirst);
     Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
+    Write(data, "jump.vmb", examples::MakeJump);
+    Write(data, "quiet-stance.vmb", examples::MakeQuietStance);
     Write(data, "many.vmb", MakeManyChannels);
     Write(data, "stride-1.vmb", examples::MakeStride<1>);
     Write(data, "stride-2.vmb", examples::MakeStride<2>);
@@ -347,6 +350,10 @@ int main(int argc, char** argv) {
     Photographer photographer(window, to, dark ? "dark" : "light");
     if (part == "ensemble") {
       ShowEnsemble(window, photographer, data);
+      return 0;
+    }
+    if (part == "platforms") {
+      ShowPlatforms(window, photographer, data);
       return 0;
     }
     if (part.empty()) {

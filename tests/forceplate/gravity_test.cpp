@@ -109,6 +109,9 @@ TEST_F(Gravity, OfACountermovement) {
   Find({{"optMass", "1"}, {"txtMass", "150"}});
   EXPECT_LT(Of("Take-off velocity"), 0);
   EXPECT_TRUE(std::isnan(Of("Height (impulse)")));
+  ASSERT_EQ(workbench.report.warnings.size(), 1U);
+  EXPECT_EQ(workbench.report.warnings[0],
+            "The mass entered weighs 1471.0 N, the force in the quiet interval is 796.5 N.");
 
   // Who does not stand still has no weight to take.
   SetVertical(force, 1000);

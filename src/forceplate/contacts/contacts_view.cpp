@@ -14,8 +14,10 @@
 namespace velmora {
 namespace {
 
-constexpr int kForceColour = 9;
+constexpr int kForceColour = 1;
 constexpr int kContactColour = 3;
+constexpr int kOnColour = 2;
+constexpr int kOffColour = 6;
 constexpr std::size_t kMostBands = 500;  // of a picture
 
 using Cell = ResultTable::Cell;
@@ -131,13 +133,13 @@ ResultTable SummaryTable(const Workbench& workbench, const std::vector<ChannelCo
 }  // namespace
 
 ContactsView::ContactsView(Workbench& workbench, const ContactsForm& form)
-    : ResultForm(workbench,
-                 {.name = "frmContacts",
-                  .title = "Foot contacts",
-                  .file = {.what = "Foot Contacts", .extension = ".tab"},
-                  .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
-                  .tables = {ContactTable(workbench, form), SummaryTable(workbench, form.Found())},
-                  .graph = FormGraph{}}),
+    : PicturedResults(workbench,
+                      {.name = "frmContacts",
+                       .title = "Foot contacts",
+                       .file = {.what = "Foot Contacts", .extension = ".tab"},
+                       .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
+                       .tables = {ContactTable(workbench, form), SummaryTable(workbench, form.Found())},
+                       .graph = FormGraph{}}),
       range_(form.Range()),
       found_(form.Found()) {
   std::vector<std::string> names;
@@ -167,13 +169,13 @@ void ContactsView::Draw() {
                            .strength = 0.8,
                            .above = true});
   }
-  const auto threshold = [&times](const char* name, double level) {
+  const auto threshold = [&times](const char* name, int colour, double level) {
     return FormGraph::Plot{
-        .name = name, .colour = 0, .x = {times.front(), times.back()}, .y = {level, level}};
+        .name = name, .colour = colour, .x = {times.front(), times.back()}, .y = {level, level}};
   };
   graph.plots = {{.name = "force", .colour = kForceColour, .x = times, .y = of.force},
-                 threshold("on", of.rule.on),
-                 threshold("off", of.rule.off)};
+                 threshold("on", kOnColour, of.rule.on),
+                 threshold("off", kOffColour, of.rule.off)};
   FitAxes(graph);
   graph_ = std::move(graph);
 }

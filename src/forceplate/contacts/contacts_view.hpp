@@ -3,13 +3,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "core/results/result_form.hpp"
 #include "forceplate/contacts/contacts_form.hpp"
+#include "results/pictured_results.hpp"
 
 namespace velmora {
 
 /// The contacts as tables, and drawn on the force of one channel after the other.
-class ContactsView : public ResultForm {
+class ContactsView : public PicturedResults {
  public:
   ContactsView(Workbench& workbench, const ContactsForm& form);
 

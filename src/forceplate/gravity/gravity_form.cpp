@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <numeric>
 
 #include "core/text/numbers.hpp"
@@ -12,12 +13,22 @@
 #include "dsp/math/mean_deviation.hpp"
 #include "forceplate/force_samples.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
+#include "results/pictured_results.hpp"
 
 namespace velmora {
 namespace {
 
 constexpr double kTallestInMetres = 3.0;
 constexpr double kRestlessPart = 0.05;  // of the weight that a standing person's force may vary by
+constexpr double kWeightPart = 0.005;   // that an entered mass may be off before a jump's height is
+
+std::string WordsOf(const GravityFound& found) {
+  std::string words = "Centre of gravity of " + FormatNumber(found.mass, "0.0") + " kg";
+  if (found.jump && found.jump->impulseHeight) {
+    words += ", a jump of " + FormatNumber(*found.jump->impulseHeight, "0.000") + " m by its impulse";
+  }
+  return words;
+}
 
 }  // namespace
 
@@ -159,6 +170,7 @@ bool GravityForm::TakeWeight(GravityFound& found) {
     }
   }
   const MeanDeviation still = MeanDeviationOf(quiet);
+  found.quietForce = still.mean;
   found.quietDeviation = still.deviation;
   found.weight = massFrom_ == kEntered ? mass_ * gravity_ : still.mean;
   found.mass = massFrom_ == kEntered ? mass_ : still.mean / gravity_;
@@ -261,6 +273,11 @@ void GravityForm::TellDoubts(const GravityFound& found) {
                               FormatNumber(100 * found.quietDeviation / found.weight, "0.0") +
                               " % of the weight (standard deviation): nobody stands still there.");
   }
+  if (found.jump && std::abs(found.quietForce - found.weight) > kWeightPart * found.weight) {
+    AddNotice(workbench_, "The mass entered weighs " + FormatNumber(found.weight, "0.0") +
+                              " N, the force in the quiet interval is " +
+                              FormatNumber(found.quietForce, "0.0") + " N.");
+  }
   TellIfOnThePlate(fx_, found.x);
   TellIfOnThePlate(fy_, found.y);
   if (found.jump && massFrom_ == kFromQuiet &&
@@ -313,7 +330,7 @@ void GravityForm::AddMotions(const GravityFound& found) {
   }
   add("z", found.z, false);
   if (added.empty()) {
-    Did(workbench_, "Centre of gravity of " + FormatNumber(found.mass, "0.0") + " kg");
+    Did(workbench_, WordsOf(found));
     return;
   }
   std::vector<NewChannel> channels;
@@ -328,7 +345,7 @@ void GravityForm::AddMotions(const GravityFound& found) {
       channel[range_.lo - 1 + static_cast<std::int64_t>(i)] = static_cast<float>((*added[k].values)[i]);
     }
   }
-  Did(workbench_, "Centre of gravity of " + FormatNumber(found.mass, "0.0") + " kg added", made);
+  Did(workbench_, WordsOf(found), made);
 }
 
 bool GravityForm::Compute() {
@@ -361,7 +378,7 @@ void FindCentreOfGravity(Workbench& workbench) {
   }
   GravityForm form(workbench, range);
   if (form.Ask()) {
-    ShowResults(workbench, form.TakeResults());
+    ShowPicturedResults(workbench, form.TakeResults());
   }
 }
 

@@ -5,13 +5,14 @@
 #include <string>
 #include <utility>
 
+#include "core/text/numbers.hpp"
 #include "dsp/math/mean_deviation.hpp"
 #include "results/signal_picture.hpp"
 
 namespace velmora {
 namespace {
 
-constexpr int kForceColour = 9;
+constexpr int kForceColour = 1;
 constexpr int kWeightColour = 0;
 
 std::string TitleOf(const GravityFound& found) {
@@ -32,12 +33,12 @@ std::string TitleOf(const GravityFound& found) {
 /// Rows as they come.
 class QuantityTable {
  public:
-  explicit QuantityTable(std::string title)
+  QuantityTable(std::string title, const std::string& pattern)
       : table_{.name = "frmGravity",
                .title = std::move(title),
                .columns = {"Quantity", "Value", "Units"},
                .rows = {},
-               .formats = {}} {}
+               .formats = {nullptr, ThroughPattern(pattern), nullptr}} {}
 
   void Add(const char* quantity, const std::optional<double>& value, const char* units) {
     table_.rows.push_back({std::string(quantity), CellOf(value), std::string(units)});
@@ -71,8 +72,9 @@ void AddJump(QuantityTable& table, const Trial& trial, const GravityFound& found
   table.Add("Peak force / weight", jump.peakForce / found.weight, "");
 }
 
-ResultTable TableOf(const Trial& trial, const GravityFound& found) {
-  QuantityTable table(TitleOf(found));
+ResultTable TableOf(const Workbench& workbench, const GravityFound& found) {
+  const Trial& trial = workbench.trial;
+  QuantityTable table(TitleOf(found), workbench.patterns.ValuePattern);
   table.Add("Mass", found.mass, "kg");
   table.Add("Weight", found.weight, "N");
   table.Add("Std.Dev. of the quiet force", found.quietDeviation, "N");
@@ -100,15 +102,20 @@ void DrawJump(FormGraph& graph, const Trial& trial, const GravityFound& found) {
                   .x = {times.front(), times.back()},
                   .y = {found.weight, found.weight}}};
   const Jump& jump = *found.jump;
+  graph.title += graph.title.empty() ? "" : ", ";
+  if (jump.impulseHeight) {
+    graph.title += FormatNumber(*jump.impulseHeight, "0.000") + " m by impulse, ";
+  }
+  graph.title += FormatNumber(jump.flightHeight, "0.000") + " m by flight";
   const auto mark = [&](std::int64_t at, const char* text, int colour) {
     graph.marks.push_back({.x = times[static_cast<std::size_t>(at)], .text = text, .colour = colour});
   };
   mark(jump.start, "start", 2);
   if (jump.lowest) {
-    mark(*jump.lowest, "lowest point", 1);
+    mark(*jump.lowest, "lowest point", 0);
   }
   mark(jump.takeOff, "take-off", 3);
-  mark(jump.landing, "landing", 4);
+  mark(jump.landing, "landing", 6);
 }
 
 void AddWay(FormGraph& graph, const std::vector<double>& times, std::vector<double> way, double middle,
@@ -153,11 +160,14 @@ Results GravityResults(const Workbench& workbench, const GravityFound& found, Re
     DrawWays(graph, workbench.trial, found);
   }
   FitAxes(graph);
+  if (found.jump) {  // room for the names of the moments
+    graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);
+  }
   return {.name = "frmGravity",
           .title = found.jump ? "Centre of gravity, jump" : "Centre of gravity",
           .file = {.what = "Centre of Gravity", .extension = ".cog"},
           .head = std::move(head),
-          .tables = {TableOf(workbench.trial, found)},
+          .tables = {TableOf(workbench, found)},
           .graph = std::move(graph)};
 }
 

@@ -26,6 +26,7 @@ struct GravityFound {
   std::vector<double> vertical{};  // N, upwards
   double mass = 0.0;               // kg
   double weight = 0.0;             // N
+  double quietForce = 0.0;         // N, mean of the quiet interval
   double quietDeviation = 0.0;     // N
   DriftRule drift = DriftRule::StartsAtRest;
   HorizontalMethod horizontal = HorizontalMethod::AsVertical;

@@ -12,13 +12,14 @@
 #include "dsp/design/smooth_low_pass.hpp"
 #include "dsp/filters/filter_design.hpp"
 #include "forceplate/force_samples.hpp"
+#include "results/pictured_results.hpp"
 #include "results/signal_picture.hpp"
 
 namespace velmora {
 namespace {
 
-constexpr int kPathColour = 9;
-constexpr int kEllipseColour = 4;
+constexpr int kPathColour = 1;
+constexpr int kEllipseColour = 3;
 
 }  // namespace
 
@@ -37,6 +38,10 @@ SwayForm::SwayForm(Workbench& workbench, SampleRange range)
 
 std::string SwayForm::Units() const {
   return OneLine(Trim(workbench_.trial.ChanUnits[ml_].Text()));
+}
+
+std::string SwayForm::EllipseInWords(const Sway& sway) const {
+  return "95 % ellipse of " + FormatNumber(sway.ellipse->Area(), "0.000") + " " + Units() + "²";
 }
 
 bool SwayForm::HasChannels() {
@@ -125,8 +130,11 @@ FormGraph SwayForm::Picture(std::vector<double> ml, std::vector<double> ap, cons
                   .y = {.caption = LabelOnOneLine(trial, ap_) + units},
                   .background = FormGraph::Background::White,
                   .equalScales = true};
+  graph.points = {{.x = ml.front(), .y = ap.front(), .text = "start"},
+                  {.x = ml.back(), .y = ap.back(), .text = "end"}};
   graph.plots = {{.name = "path", .colour = kPathColour, .x = std::move(ml), .y = std::move(ap)}};
   if (sway.ellipse) {
+    graph.title += (graph.title.empty() ? "" : ", ") + EllipseInWords(sway);
     graph.ellipses = {{.x = sway.ellipse->x,
                        .y = sway.ellipse->y,
                        .major = sway.ellipse->major,
@@ -167,10 +175,7 @@ bool SwayForm::Compute() {
               .tables = {Table(sway)},
               .graph = Picture(std::move(ml), std::move(ap), sway)};
   Did(workbench_,
-      "Sway of the centre of pressure" +
-          (sway.ellipse
-               ? ", 95 % ellipse of " + FormatNumber(sway.ellipse->Area(), "0.000") + " " + Units() + "²"
-               : std::string()),
+      "Sway of the centre of pressure" + (sway.ellipse ? ", " + EllipseInWords(sway) : std::string()),
       std::array{static_cast<int>(ml_), static_cast<int>(ap_)});
   return true;
 }
@@ -187,7 +192,7 @@ void MeasureSway(Workbench& workbench) {
   }
   SwayForm form(workbench, range);
   if (form.Ask()) {
-    ShowResults(workbench, form.TakeResults());
+    ShowPicturedResults(workbench, form.TakeResults());
   }
 }
 

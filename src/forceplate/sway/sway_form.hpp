@@ -25,6 +25,8 @@ class SwayForm : public AnalysisForm {
   [[nodiscard]] ResultTable Table(const Sway& sway) const;
   [[nodiscard]] FormGraph Picture(std::vector<double> ml, std::vector<double> ap, const Sway& sway) const;
   [[nodiscard]] std::string Units() const;
+  /// Of a sway that has one.
+  [[nodiscard]] std::string EllipseInWords(const Sway& sway) const;
 
   SampleRange range_;
   std::int32_t ml_ = 0;

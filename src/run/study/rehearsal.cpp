@@ -97,6 +97,22 @@ class RehearsingQuestions : public RecipeQuestions {
     return paths;
   }
 
+  /// A form that is there again after it was accepted was refused for what the made trial is: what a real one
+  /// leads to is not known.
+  std::string AskForm(Form& form) override {
+    if (&form == accepted_) {
+      throw CommandAbandoned("refused while a recipe is checked");
+    }
+    std::string press = RecipeQuestions::AskForm(form);
+    const FormButton* button = form.FindButton(press);
+    accepted_ = button != nullptr && button->role == FormButton::Role::Accept ? &form : nullptr;
+    return press;
+  }
+  void EndForm(Form& form) override {
+    accepted_ = nullptr;
+    RecipeQuestions::EndForm(form);
+  }
+
  protected:
   bool PassOver(Misfit misfit, int line, const std::string& why) override {
     if (misfit == Misfit::Name) {
@@ -104,6 +120,9 @@ class RehearsingQuestions : public RecipeQuestions {
     }
     return true;
   }
+
+ private:
+  const Form* accepted_ = nullptr;  // the form that was accepted last, until it has closed
 };
 
 // Long and fast enough for what wants a second of samples, or 240 Hz.
