@@ -92,6 +92,32 @@ void ShowIntegrals(ui::MainWindow& window, Photographer& photographer) {
                         Channels({0}));
 }
 
+void ShowThreeAxes(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = [](QWidget* dialog) { Choose(dialog, QStringLiteral("1000")); };
+  Run(window, photographer, "impact.accelerometry",
+      {{"frmAccelerometry", "Compute", "accelerometry", fill},
+       {"frmAccelerometry", "Graph", "accelerometry-found"},
+       {"frmAccelerometry", "Exit", "accelerometry-picture"}});
+}
+
+void ShowStrikes(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = Channels({0}, [](QWidget* dialog) {
+    Choose(dialog, QStringLiteral("First local maximum"));
+    Type(dialog, "txtBodyWeight", QStringLiteral("700"));
+  });
+  Run(window, photographer, "impact.analysis",
+      {{"frmImpact", "Compute", "impacts", fill}, {"frmImpact", "Exit", "impacts-found"}});
+}
+
+void ShowWork(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = [](QWidget* dialog) { Type(dialog, "txtSmallest", QStringLiteral("0.2")); };
+  Run(window, photographer, "integrate.moment-power",
+      {{"frmMomentPower", "Compute", "moment-power", fill},
+       {"frmMomentPower", "Exit", "moment-power-found"}});
+  Run(window, photographer, "integrate.work",
+      {{"frmWork", "Compute", "work", Channels({0})}, {"frmWork", "Exit", "work-found"}});
+}
+
 }  // namespace
 
 void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
@@ -104,6 +130,12 @@ void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::
   ShowResiduals(window, photographer);
   Open(window, data / "hold-first.vmb");
   ShowSlopes(window, photographer);
+  Open(window, data / "head-fall.vmb");
+  ShowThreeAxes(window, photographer);
+  Open(window, data / "treadmill-walk.vmb");
+  ShowStrikes(window, photographer);
+  Open(window, data / "ankle-step.vmb");
+  ShowWork(window, photographer);
 }
 
 }  // namespace velmora::pictures
