@@ -208,19 +208,16 @@ double Step(double x, double from, double to) {
 }  // namespace
 
 void MakeHeadFall(Trial& trial) {
-  Prepare(trial, "10 A head form falls", 10000.0, 0.6,
+  Prepare(trial, "10 A head form falls", 10000.0, 0.2,
           {{"Head X", "m/s^2"}, {"Head Y", "m/s^2"}, {"Head Z", "m/s^2"}});
   constexpr double g = 9.80665;
   Random noise(43);
   for (std::int64_t i = 0; i < trial.NData; ++i) {
     const double t = TimeOf(trial, i);
-    const double held = 1 - Step(t, 0.05, 0.055);
-    const double lies = Step(t, 0.45, 0.5);
-    const double blow = 140 * g * Hump(t, 0.25, 0.259) + 6 * g * Hump(t, 0.40, 0.44);
-    const double ring =
-        4 * g * std::exp(-(t - 0.25) / 0.01) * std::sin(2 * Pi * 800 * (t - 0.25)) * (t > 0.25 ? 1.0 : 0.0);
-    const double row[] = {0.48 * blow + ring + 0.2 * g * lies, 0.36 * blow - 0.5 * ring,
-                          0.80 * blow + held * g + 0.98 * g * lies};
+    const double blow = 95 * g * Hump(t, 0.04, 0.085) + 6 * g * Hump(t, 0.15, 0.18);
+    const double since = std::max(t - 0.04, 0.0);
+    const double ring = 6 * g * std::exp(-since / 0.008) * std::sin(2 * Pi * 500 * since);
+    const double row[] = {0.48 * blow + ring, 0.36 * blow - 0.5 * ring, 0.80 * blow};
     for (int c = 1; c <= trial.NChan; ++c) {
       trial.Data(i + 1, c) = static_cast<float>(row[c - 1] + 0.5 * noise.Normal());
     }
@@ -238,7 +235,7 @@ void MakeAnkleStep(Trial& trial) {
     const double angle = 5 * Hump(s, 0.0, 0.14) - 10 * Step(s, 0.12, 0.44) + 28 * Step(s, 0.45, 0.63) -
                          18 * Step(s, 0.65, 0.85);
     trial.Data(i + 1, 1) = static_cast<float>(moment);
-    trial.Data(i + 1, 2) = static_cast<float>(angle + 0.1 * noise.Normal());
+    trial.Data(i + 1, 2) = static_cast<float>(angle + 0.03 * noise.Normal());
   }
 }
 

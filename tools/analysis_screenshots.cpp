@@ -101,10 +101,8 @@ void ShowThreeAxes(ui::MainWindow& window, Photographer& photographer) {
 }
 
 void ShowStrikes(ui::MainWindow& window, Photographer& photographer) {
-  const auto fill = Channels({0}, [](QWidget* dialog) {
-    Choose(dialog, QStringLiteral("First local maximum"));
-    Type(dialog, "txtBodyWeight", QStringLiteral("700"));
-  });
+  const auto fill =
+      Channels({2}, [](QWidget* dialog) { Type(dialog, "txtBodyWeight", QStringLiteral("720")); });
   Run(window, photographer, "impact.analysis",
       {{"frmImpact", "Compute", "impacts", fill}, {"frmImpact", "Exit", "impacts-found"}});
 }
@@ -132,7 +130,7 @@ void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::
   ShowSlopes(window, photographer);
   Open(window, data / "head-fall.vmb");
   ShowThreeAxes(window, photographer);
-  Open(window, data / "treadmill-walk.vmb");
+  Open(window, data / "force-plate-step.vmb");
   ShowStrikes(window, photographer);
   Open(window, data / "ankle-step.vmb");
   ShowWork(window, photographer);

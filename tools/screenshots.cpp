@@ -324,7 +324,6 @@ int main(int argc, char** argv) {
     Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
     Write(data, "head-fall.vmb", examples::MakeHeadFall);
     Write(data, "ankle-step.vmb", examples::MakeAnkleStep);
-    Write(data, "treadmill-walk.vmb", examples::MakeTreadmillWalk);
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
     Write(data, "many.vmb", MakeManyChannels);
     Write(data, "stride-1.vmb", examples::MakeStride<1>);

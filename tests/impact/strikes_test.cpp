@@ -85,6 +85,10 @@ TEST_F(StrikesTest, ThresholdsByUnitsAndWhatThePageNames) {
   EXPECT_NEAR(Cell(*table, 1, "Threshold"), 0.035, 1e-8);
   EXPECT_NEAR(Cell(*table, 1, "Peak"), 0.7, 1e-7);
   EXPECT_NE(table->title.find("turned upside down"), std::string::npos);
+  // A moment is no force.
+  trial.ChanUnits[1] = "N.m";
+  table = &Find({{"channels 1", "yes"}, {"txtMinDuration", "0"}});
+  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Threshold"), 0.05 * 700);
   // A gap is bridged, and the release lies below the threshold.
   table = &Find({{"channels 1", "yes"}, {"txtMinGap", "0.1"}, {"txtRelease", "1"}, {"txtMinDuration", "0"}});
   ASSERT_EQ(table->rows.size(), 1U);

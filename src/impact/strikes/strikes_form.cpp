@@ -62,7 +62,8 @@ std::int64_t StrikesForm::SamplesIn(double seconds) const {
 }
 
 StrikeRule StrikesForm::RuleFor(int channel, const std::vector<double>& signal) const {
-  const bool newtons = Trim(workbench_.trial.ChanUnits[channel].Text()).starts_with("N");
+  const std::string units = Trim(workbench_.trial.ChanUnits[channel].Text());
+  const bool newtons = units.starts_with("N") && units.find('m') == std::string::npos;  // no moment
   const double byItself =
       newtons ? kNewtonsOfImpact : kPartOfLargest * *std::max_element(signal.begin(), signal.end());
   StrikeRule rule{.contact = {.on = threshold_ > 0 ? threshold_ : byItself,

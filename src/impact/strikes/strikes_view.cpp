@@ -16,7 +16,9 @@ constexpr int kSignalColour = 9;
 constexpr int kImpactColour = 3;
 constexpr int kRiseColour = 2;
 constexpr std::size_t kMostMarked = 500;  // impacts of a picture
-constexpr std::size_t kMostTexts = 12;    // that do not run into each other
+// Texts that do not run into each other.
+constexpr std::size_t kMostNumbers = 40;
+constexpr std::size_t kMostValues = 12;
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
@@ -79,12 +81,13 @@ FormGraph PictureOf(const Workbench& workbench, SampleRange range, const Channel
     const auto timeAt = [&times](std::int64_t i) { return times[static_cast<std::size_t>(i)]; };
     graph.bands.push_back({.from = timeAt(strike.contact.first),
                            .to = timeAt(strike.contact.last),
-                           .text = std::to_string(k + 1),
+                           .text = of.strikes.size() > kMostNumbers ? std::string() : std::to_string(k + 1),
                            .colour = kImpactColour,
-                           .strength = 0.8});
+                           .strength = 0.8,
+                           .above = true});
     graph.points.push_back({.x = timeAt(strike.peak),
                             .y = strike.peakValue,
-                            .text = of.strikes.size() > kMostTexts
+                            .text = of.strikes.size() > kMostValues
                                         ? std::string()
                                         : FormatNumber(strike.peakValue, workbench.patterns.ValuePattern),
                             .colour = kImpactColour});
@@ -104,6 +107,7 @@ FormGraph PictureOf(const Workbench& workbench, SampleRange range, const Channel
                   .y = {of.rule.contact.on, of.rule.contact.on}},
                  std::move(rises)};
   FitAxes(graph);
+  graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);  // room for the numbers
   return graph;
 }
 
