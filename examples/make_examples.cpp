@@ -27,6 +27,8 @@ constexpr Sample kSamples[] = {
     {"force-plate-step", examples::MakeForcePlateStep},
     {"noisy-displacement", examples::MakeNoisyDisplacement},
     {"head-impacts", examples::MakeHeadImpacts},
+    {"head-fall", examples::MakeHeadFall},
+    {"ankle-step", examples::MakeAnkleStep},
     {"two-plate-step", examples::MakeTwoPlateStep},
     {"treadmill-walk", examples::MakeTreadmillWalk},
     {"quiet-stance", examples::MakeQuietStance},

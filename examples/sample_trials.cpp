@@ -277,6 +277,48 @@ void MakeHeadImpacts(Trial& trial) {
 
 namespace {
 
+/// From 0 to 1 between two places, with smooth ends.
+double Step(double x, double from, double to) {
+  const double part = std::clamp((x - from) / (to - from), 0.0, 1.0);
+  return 0.5 * (1 - std::cos(Pi * part));
+}
+
+}  // namespace
+
+void MakeHeadFall(Trial& trial) {
+  Prepare(trial, "10 A head form falls", 10000.0, 0.2,
+          {{"Head X", "m/s^2"}, {"Head Y", "m/s^2"}, {"Head Z", "m/s^2"}});
+  constexpr double g = 9.80665;
+  Random noise(43);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double t = TimeOf(trial, i);
+    const double blow = 95 * g * Hump(t, 0.04, 0.085) + 6 * g * Hump(t, 0.15, 0.18);
+    const double since = std::max(t - 0.04, 0.0);
+    const double ring = 6 * g * std::exp(-since / 0.008) * std::sin(2 * Pi * 500 * since);
+    const double row[] = {0.48 * blow + ring, 0.36 * blow - 0.5 * ring, 0.80 * blow};
+    for (int c = 1; c <= trial.NChan; ++c) {
+      trial.Data(i + 1, c) = static_cast<float>(row[c - 1] + 0.5 * noise.Normal());
+    }
+  }
+}
+
+// The shank rolls over the foot, which takes energy up, and then the calf pushes off, which gives more of it
+// back.
+void MakeAnkleStep(Trial& trial) {
+  Prepare(trial, "11 The ankle in a step", 200.0, 1.1, {{"Ankle mom", "N.m"}, {"Ankle ang", "deg"}});
+  Random noise(53);
+  for (std::int64_t i = 0; i < trial.NData; ++i) {
+    const double s = TimeOf(trial, i) / 1.1;
+    const double moment = -8 * Hump(s, 0.0, 0.1) + 112 * Step(s, 0.05, 0.48) * (1 - Step(s, 0.5, 0.63));
+    const double angle = 5 * Hump(s, 0.0, 0.14) - 10 * Step(s, 0.12, 0.44) + 28 * Step(s, 0.45, 0.63) -
+                         18 * Step(s, 0.65, 0.85);
+    trial.Data(i + 1, 1) = static_cast<float>(moment);
+    trial.Data(i + 1, 2) = static_cast<float>(angle + 0.03 * noise.Normal());
+  }
+}
+
+namespace {
+
 /// One person's way to tire.
 struct Person {
   const char* title;

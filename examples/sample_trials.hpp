@@ -40,6 +40,16 @@ void MakeNoisyDisplacement(Trial& trial);
 /// 30 ms.
 void MakeHeadImpacts(Trial& trial);
 
+/// Three axes of an accelerometer in a head form that falls, in m/s^2 at 10 kHz, 0.6 s: it hangs, falls, hits
+/// the ground obliquely within 9 ms, bounces and lies. Gravity is measured while it rests, and nothing while
+/// it falls.
+void MakeHeadFall(Trial& trial);
+
+/// The ankle of a person of 70 kg in a walking step at 200 Hz, 1.1 s from heel strike to heel strike: the
+/// moment in N.m and the angle in degrees, both above 0 for plantar flexion, the angle with the noise of a
+/// camera system.
+void MakeAnkleStep(Trial& trial);
+
 /// Surface EMG in mV of an arm that holds a weight for 60 s at 1000 Hz, of two people: the biceps by wires
 /// with an amplifier's offset, the brachioradialis by a Trigno sensor that comes 48 ms late, and the force in
 /// N. The spectrum sinks as the muscles tire, and the amplitude grows.

@@ -140,6 +140,30 @@ void ShowStance(ui::MainWindow& window, Photographer& photographer) {
       {{"frmGravity", "Compute", "gravity-pendulum", pendulum}, {"frmGravity", "Exit", "gravity-found"}});
 }
 
+void ShowThreeAxes(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = [](QWidget* dialog) { Choose(dialog, QStringLiteral("1000")); };
+  Run(window, photographer, "impact.accelerometry",
+      {{"frmAccelerometry", "Compute", "accelerometry", fill},
+       {"frmAccelerometry", "Graph", "accelerometry-found"},
+       {"frmAccelerometry", "Exit", "accelerometry-picture"}});
+}
+
+void ShowStrikes(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill =
+      Channels({2}, [](QWidget* dialog) { Type(dialog, "txtBodyWeight", QStringLiteral("720")); });
+  Run(window, photographer, "impact.analysis",
+      {{"frmImpact", "Compute", "impacts", fill}, {"frmImpact", "Exit", "impacts-found"}});
+}
+
+void ShowWork(ui::MainWindow& window, Photographer& photographer) {
+  const auto fill = [](QWidget* dialog) { Type(dialog, "txtSmallest", QStringLiteral("0.2")); };
+  Run(window, photographer, "integrate.moment-power",
+      {{"frmMomentPower", "Compute", "moment-power", fill},
+       {"frmMomentPower", "Exit", "moment-power-found"}});
+  Run(window, photographer, "integrate.work",
+      {{"frmWork", "Compute", "work", Channels({0})}, {"frmWork", "Exit", "work-found"}});
+}
+
 }  // namespace
 
 void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
@@ -152,6 +176,12 @@ void ShowAnalyses(ui::MainWindow& window, Photographer& photographer, const fs::
   ShowResiduals(window, photographer);
   Open(window, data / "hold-first.vmb");
   ShowSlopes(window, photographer);
+  Open(window, data / "head-fall.vmb");
+  ShowThreeAxes(window, photographer);
+  Open(window, data / "force-plate-step.vmb");
+  ShowStrikes(window, photographer);
+  Open(window, data / "ankle-step.vmb");
+  ShowWork(window, photographer);
   ShowPlatforms(window, photographer, data);
 }
 

@@ -323,6 +323,8 @@ int main(int argc, char** argv) {
     Write(data, "reaching.vmb", examples::MakeNoisyDisplacement);
     Write(data, "hold-first.vmb", examples::MakeHoldOfFirst);
     Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
+    Write(data, "head-fall.vmb", examples::MakeHeadFall);
+    Write(data, "ankle-step.vmb", examples::MakeAnkleStep);
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
     Write(data, "jump.vmb", examples::MakeJump);
     Write(data, "quiet-stance.vmb", examples::MakeQuietStance);

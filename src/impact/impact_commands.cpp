@@ -12,6 +12,7 @@
 #include "impact/head_impact_form.hpp"
 #include "impact/integral_form.hpp"
 #include "impact/integrals.hpp"
+#include "impact/strikes/strikes_form.hpp"
 #include "impact/work/moment_power_form.hpp"
 #include "impact/work/work_form.hpp"
 
@@ -122,6 +123,7 @@ constexpr std::string_view kIntegrals = "&Analysis/&Integration statistics";
 
 constexpr std::array kImpactCommands = {
     Command{"impact.accelerometry", "&3D Accelerometry", kImpacts, Needs::Data, MeasureThreeAxes},
+    Command{"impact.analysis", "&Impact analysis", kImpacts, Needs::Data, AnalyseImpacts},
     Command{"impact.gsi-hic", "&GSI && HIC etc.", kImpacts, Needs::Data, HeadImpacts},
     Command{"integrate.gsi-hic", "&GSI && HIC (Impacts)", kIntegrals, Needs::Data, ImpactsOfIntegrals},
     Command{"integrate.indefinite", "&Indefinite integrals", kIntegrals, Needs::Data, IndefiniteIntegrals},

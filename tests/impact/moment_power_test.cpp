@@ -36,6 +36,16 @@ TEST_F(MomentPowerTest, ByVelocityOrAngle) {
   Run("integrate.moment-power");
   EXPECT_EQ(Channel(trial, 6), (Samples{0, 180, 360, 540, 720, 900}));
 
+  // 359 degrees are followed by 1.
+  SetChannels(trial, {Samples(6, 2.0F), {355, 357, 359, 1, 3, 5}}, 2);
+  trial.ChanUnits[1] = "N.m";
+  trial.ChanUnits[2] = "deg";
+  Answer({});
+  Run("integrate.moment-power");
+  EXPECT_EQ(LastBox(),
+            "Angle Jumps|The angle goes by more than half a turn between neighbouring samples, 1 time.  Its "
+            "derivative is no velocity there.");
+
   questions.FillForm({{"comMotion", "1"}}, "Compute");
   questions.FillForm({}, "Cancel");
   Run("integrate.moment-power");

@@ -13,7 +13,7 @@ namespace {
 constexpr std::array<const char*, 3> kAxisNames = {"X", "Y", "Z"};
 constexpr std::array<int, 3> kAxisColours = {6, 2, 5};
 constexpr int kResultantColour = 3;
-constexpr std::array<int, 2> kIntervalColours = {12, 4};
+constexpr std::array<int, 2> kIntervalColours = {12, 10};
 
 }  // namespace
 
@@ -66,7 +66,7 @@ ResultTable AccelerometryForm::Table() const {
 
 // The axes, their resultant over them, and the interval of each HIC.
 FormGraph AccelerometryForm::Graph() const {
-  FormGraph graph{.title = Words() + ", " + FileNamePart(workbench_.trial.FileName),
+  FormGraph graph{.title = "Acceleration, " + FileNamePart(workbench_.trial.FileName),
                   .x = {.caption = "Time (s)"},
                   .y = {.caption = "Acceleration (g)"},
                   .background = FormGraph::Background::White};
@@ -84,14 +84,15 @@ FormGraph AccelerometryForm::Graph() const {
   plot("resultant", kResultantColour, accelerations_.resultant, 2.0);
   for (std::size_t k = 0; k < 2; ++k) {
     if (const auto& hic = found_.hic[k]; hic && hic->value > 0) {
-      graph.bands.push_back({.from = TimeAt(hic->first),
-                             .to = TimeAt(hic->last),
+      graph.bands.push_back(
+          {.from = TimeAt(hic->first), .to = TimeAt(hic->last), .colour = kIntervalColours[k]});
+      graph.marks.push_back({.x = TimeAt(hic->first),
                              .text = HicName(k) + " " + FormatNumber(hic->value, "0.0"),
-                             .colour = kIntervalColours[k],
-                             .above = k == 0});
+                             .colour = kIntervalColours[k]});
     }
   }
   FitAxes(graph);
+  graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);  // the texts stand above the peak
   graph.points.push_back({TimeAt(found_.peakResultant.first), found_.peakResultant.value,
                           "peak " + FormatNumber(found_.peakResultant.value, "0.0 ") + "g"});
   return graph;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "core/results/trial_lines.hpp"
+#include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/missing_samples.hpp"
@@ -97,10 +99,30 @@ std::string MomentPowerForm::Words() const {
   return IsAngle() ? "angle in " + unit + ", differentiated" : "angular velocity in " + unit + " per second";
 }
 
+void MomentPowerForm::WarnOfJumps() {
+  if (!IsAngle()) {
+    return;
+  }
+  const Trial& trial = workbench_.trial;
+  const double halfTurn = InDegrees() ? 180.0 : Pi;
+  std::int64_t jumps = 0;
+  for (std::int64_t i = Range().lo + 1; i <= Range().hi; ++i) {
+    jumps += std::abs(double{trial.Data(i, motion_)} - trial.Data(i - 1, motion_)) > halfTurn ? 1 : 0;
+  }
+  if (jumps > 0) {
+    ShowRefusal(workbench_,
+                {.title = "Angle Jumps",
+                 .text = "The angle goes by more than half a turn between neighbouring samples, " +
+                         CountOf(jumps, "time") + ".  Its derivative is no velocity there.",
+                 .icon = Icon::Exclamation});
+  }
+}
+
 bool MomentPowerForm::Compute() {
   if (!MayCompute()) {
     return false;
   }
+  WarnOfJumps();
   Trial& trial = workbench_.trial;
   const std::vector<float> power = MomentPower(
       trial, {.moment = moment_, .motion = motion_, .isAngle = IsAngle(), .inDegrees = InDegrees()});

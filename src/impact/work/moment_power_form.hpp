@@ -20,6 +20,8 @@ class MomentPowerForm : public PhasesForm {
   [[nodiscard]] bool InDegrees() const { return angleUnit_ != 0; }
   [[nodiscard]] bool MayCompute();
   bool Compute() override;
+  /// An angle that is told within one turn jumps where it goes on into the next.
+  void WarnOfJumps();
   [[nodiscard]] std::string Words() const;
 
   std::int32_t moment_ = 0;

@@ -17,8 +17,9 @@ namespace {
 
 constexpr int kPositiveColour = 6;
 constexpr int kNegativeColour = 3;
-constexpr std::size_t kMostBands = 500;  // of a picture
-constexpr std::size_t kMostTexts = 12;   // that do not run into each other
+constexpr std::size_t kMostBands = 500;   // of a picture
+constexpr std::size_t kMostNumbers = 40;  // that do not run into each other
+constexpr double kRoomForText = 0.15;     // of the range, beside its number
 
 /// The abscissa at a place of the range, which may lie between two samples.
 double TimeAt(const Trial& trial, SampleRange range, double place) {
@@ -71,7 +72,18 @@ ResultTable TotalsTable(const Workbench& workbench, const std::vector<ChannelWor
   return table;
 }
 
-// The curve, and a band with its integral for every phase that is listed.
+/// The number of a phase, with its integral where the band is wide enough.
+std::string BandText(const Workbench& workbench, const ChannelWork& of, std::size_t k) {
+  if (of.listed.size() > kMostNumbers) {
+    return {};
+  }
+  const WorkPhase& phase = of.listed[k];
+  const bool wide = phase.to - phase.from >= kRoomForText * static_cast<double>(of.signal.size());
+  return std::to_string(k + 1) +
+         (wide ? ": " + FormatNumber(phase.integral, workbench.patterns.ValuePattern) + " " + of.units : "");
+}
+
+// The curve, and a band for every phase that is listed.
 FormGraph PictureOf(const Workbench& workbench, SampleRange range, const ChannelWork& of) {
   const Trial& trial = workbench.trial;
   FormGraph graph = SignalPicture(trial, of.channel);
@@ -83,17 +95,15 @@ FormGraph PictureOf(const Workbench& workbench, SampleRange range, const Channel
                          .width = 2.0});
   for (std::size_t k = 0; k < of.listed.size() && k < kMostBands; ++k) {
     const WorkPhase& phase = of.listed[k];
-    graph.bands.push_back(
-        {.from = TimeAt(trial, range, phase.from),
-         .to = TimeAt(trial, range, phase.to),
-         .text = of.listed.size() > kMostTexts
-                     ? std::string()
-                     : FormatNumber(phase.integral, workbench.patterns.ValuePattern) + " " + of.units,
-         .colour = phase.integral > 0 ? kPositiveColour : kNegativeColour,
-         .above = phase.integral > 0});
+    graph.bands.push_back({.from = TimeAt(trial, range, phase.from),
+                           .to = TimeAt(trial, range, phase.to),
+                           .text = BandText(workbench, of, k),
+                           .colour = phase.integral > 0 ? kPositiveColour : kNegativeColour,
+                           .above = true});
   }
   FitAxes(graph);
-  graph.plots.push_back({.name = "0", .colour = 0, .x = {graph.x.minimum, graph.x.maximum}, .y = {0, 0}});
+  graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);  // room for the texts
+  graph.plots.push_back({.name = "zero", .colour = 0, .x = {graph.x.minimum, graph.x.maximum}, .y = {0, 0}});
   return graph;
 }
 
