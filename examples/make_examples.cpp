@@ -32,6 +32,7 @@ constexpr Sample kSamples[] = {
     {"quiet-stance", examples::MakeQuietStance},
     {"hold-first", examples::MakeHoldOfFirst},
     {"hold-second", examples::MakeHoldOfSecond},
+    {"hip-knee-stride", examples::MakeHipKneeStride},
     {"stride-1", examples::MakeStride<1>},
     {"stride-2", examples::MakeStride<2>},
     {"stride-3", examples::MakeStride<3>},

@@ -29,6 +29,7 @@
 #include "graph/multi/multi_events.hpp"
 #include "graph/multi/multi_thresholds.hpp"
 #include "graph/multi/multi_values.hpp"
+#include "graph/xy/xy_commands.hpp"
 #include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
 #include "spectra/spectra_commands.hpp"
@@ -41,13 +42,12 @@ namespace {
 std::vector<Command> Assemble() {
   std::vector<Command> all;
   for (const std::span<const Command> folder :
-       {ImportCommands(),    FileCommands(),  ExportCommands(),   EditCommands(),
-        ChannelCommands(),   MathCommands(),  FilterCommands(),   DesignCommands(),
-        SmoothCommands(),    BiasCommands(),  TimeBaseCommands(), SpectraCommands(),
-        EmgCommands(),       PlateCommands(), ImpactCommands(),   GraphCommands(),
-        MultiCommands(),     LookCommands(),  ValueCommands(),    EventCommands(),
-        ThresholdCommands(), CropCommands(),  TriggerCommands(),  StatisticsCommands(),
-        EnsembleCommands()}) {
+       {ImportCommands(),    FileCommands(),    ExportCommands(),  EditCommands(),       ChannelCommands(),
+        MathCommands(),      FilterCommands(),  DesignCommands(),  SmoothCommands(),     BiasCommands(),
+        TimeBaseCommands(),  SpectraCommands(), EmgCommands(),     PlateCommands(),      ImpactCommands(),
+        GraphCommands(),     MultiCommands(),   LookCommands(),    ValueCommands(),      EventCommands(),
+        ThresholdCommands(), CropCommands(),    TriggerCommands(), StatisticsCommands(), EnsembleCommands(),
+        XYCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

@@ -137,6 +137,7 @@ constexpr std::array kPlaces = {
     MenuPlace{"graph.single", kView},
     MenuPlace{"graph.multi", kView, "Select Channels for &Multi-Axis Graph"},
     MenuPlace{"graph.all", kView},
+    MenuPlace{"graph.xy", kView},
 };
 
 }  // namespace
