@@ -259,8 +259,8 @@ double Bell(double x, double centre, double width) {
 
 }  // namespace
 
-// The hip goes back from heel strike to the end of stance and swings forward; the knee bends a little under the
-// load and a lot in the swing.
+// The hip goes back from heel strike to the end of stance and swings forward; the knee bends a little under
+// the load and a lot in the swing.
 void MakeHipKneeStride(Trial& trial) {
   Random random(61);
   Prepare(trial, "10 Hip and knee over a stride", 100.0, 1.1, {{"Hip", "deg"}, {"Knee", "deg"}});
@@ -269,8 +269,8 @@ void MakeHipKneeStride(Trial& trial) {
     const double turn = 2 * std::numbers::pi * x;
     const double hip = 12 + 21 * std::cos(turn + 0.35) - 2.5 * std::cos(2 * turn + 1.2);
     const double knee = 4 + 14 * Bell(x, 0.15, 0.09) + 58 * Bell(x, 0.73, 0.13);
-    trial.Data(i, 1) = static_cast<float>(hip + 0.15 * random.Normal());
-    trial.Data(i, 2) = static_cast<float>(knee + 0.15 * random.Normal());
+    trial.Data(i, 1) = static_cast<float>(hip + 0.05 * random.Normal());
+    trial.Data(i, 2) = static_cast<float>(knee + 0.05 * random.Normal());
   }
 }
 

@@ -1,4 +1,4 @@
-// velmora2-screenshots DIR light|dark [analyses|ensemble]: walks through the program, or a part of it, and
+// velmora2-screenshots DIR light|dark [analyses|ensemble|xy]: walks through the program, or a part of it, and
 // keeps a picture of every window.
 #include <QComboBox>
 #include <clocale>
@@ -16,6 +16,7 @@
 #include "sample_trials.hpp"
 #include "ui/main/main_window.hpp"
 #include "ui/main/theme.hpp"
+#include "xy_screenshots.hpp"
 
 namespace {
 
@@ -275,6 +276,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose-64", "Cancel");
   ShowManyLanes(window, photographer);
   ShowEnsemble(window, photographer, data);
+  ShowXYPlot(window, photographer, data);
 }
 
 void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
@@ -306,7 +308,7 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   const std::string part = argc == 4 ? argv[3] : "";
-  if (argc < 3 || argc > 4 || (argc == 4 && part != "analyses" && part != "ensemble")) {
+  if (argc < 3 || argc > 4 || (argc == 4 && part != "analyses" && part != "ensemble" && part != "xy")) {
     std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble]\n", stderr);
     return 2;
   }
@@ -323,6 +325,7 @@ int main(int argc, char** argv) {
     Write(data, "hold-first.vmb", examples::MakeHoldOfFirst);
     Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
+    Write(data, "hip-knee-stride.vmb", examples::MakeHipKneeStride);
     Write(data, "many.vmb", MakeManyChannels);
     Write(data, "stride-1.vmb", examples::MakeStride<1>);
     Write(data, "stride-2.vmb", examples::MakeStride<2>);
@@ -347,6 +350,10 @@ int main(int argc, char** argv) {
     Photographer photographer(window, to, dark ? "dark" : "light");
     if (part == "ensemble") {
       ShowEnsemble(window, photographer, data);
+      return 0;
+    }
+    if (part == "xy") {
+      ShowXYPlot(window, photographer, data);
       return 0;
     }
     if (part.empty()) {
