@@ -35,6 +35,7 @@ constexpr Sample kSamples[] = {
     {"jump", examples::MakeJump},
     {"hold-first", examples::MakeHoldOfFirst},
     {"hold-second", examples::MakeHoldOfSecond},
+    {"hip-knee-stride", examples::MakeHipKneeStride},
     {"stride-1", examples::MakeStride<1>},
     {"stride-2", examples::MakeStride<2>},
     {"stride-3", examples::MakeStride<3>},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numbers>
 
 #include "made_signals.hpp"
 
@@ -377,6 +378,21 @@ double Bell(double x, double centre, double width) {
 }
 
 }  // namespace
+
+// The hip goes back from heel strike to the end of stance and swings forward; the knee bends a little under
+// the load and a lot in the swing.
+void MakeHipKneeStride(Trial& trial) {
+  Random random(61);
+  Prepare(trial, "10 Hip and knee over a stride", 100.0, 1.1, {{"Hip", "deg"}, {"Knee", "deg"}});
+  for (std::int64_t i = 1; i <= trial.NData; ++i) {
+    const double x = static_cast<double>(i - 1) / static_cast<double>(trial.NData - 1);
+    const double turn = 2 * std::numbers::pi * x;
+    const double hip = 12 + 21 * std::cos(turn + 0.35) - 2.5 * std::cos(2 * turn + 1.2);
+    const double knee = 4 + 14 * Bell(x, 0.15, 0.09) + 58 * Bell(x, 0.73, 0.13);
+    trial.Data(i, 1) = static_cast<float>(hip + 0.05 * random.Normal());
+    trial.Data(i, 2) = static_cast<float>(knee + 0.05 * random.Normal());
+  }
+}
 
 // Two peaks of the force on either side of midstance, then the swing; the knee bends a little under the load
 // and a lot in the swing. A whole stride is 1 long.

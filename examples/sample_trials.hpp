@@ -56,6 +56,9 @@ void MakeAnkleStep(Trial& trial);
 void MakeHoldOfFirst(Trial& trial);
 void MakeHoldOfSecond(Trial& trial);
 
+/// One stride of a walk from heel strike to heel strike at 100 Hz, 1.1 s: the flexion of hip and knee in degrees.
+void MakeHipKneeStride(Trial& trial);
+
 /// One stride of a walk from heel strike to heel strike at 200 Hz: the vertical force under the foot in N, of
 /// a person of 700 N, and the angle of the knee in degrees. No two strides (1, 2, ...) are of the same
 /// length.

@@ -1,5 +1,5 @@
-// velmora2-screenshots DIR light|dark [analyses|ensemble|platforms]: walks through the program, or a part of
-// it, and keeps a picture of every window.
+// velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|xy]: walks through the program, or a part
+// of it, and keeps a picture of every window.
 #include <QComboBox>
 #include <clocale>
 #include <cmath>
@@ -16,6 +16,7 @@
 #include "sample_trials.hpp"
 #include "ui/main/main_window.hpp"
 #include "ui/main/theme.hpp"
+#include "xy_screenshots.hpp"
 
 namespace {
 
@@ -275,6 +276,7 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   photographer.Dialogue("graph.single", "frmGraphChoose", "graph-choose-64", "Cancel");
   ShowManyLanes(window, photographer);
   ShowEnsemble(window, photographer, data);
+  ShowXYPlot(window, photographer, data);
 }
 
 void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
@@ -306,9 +308,9 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   const std::string part = argc == 4 ? argv[3] : "";
-  if (argc < 3 || argc > 4 ||
-      (argc == 4 && part != "analyses" && part != "ensemble" && part != "platforms")) {
-    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble|platforms]\n", stderr);
+  constexpr std::array kParts = {"", "analyses", "ensemble", "platforms", "xy"};
+  if (argc < 3 || argc > 4 || std::find(kParts.begin(), kParts.end(), part) == kParts.end()) {
+    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|xy]\n", stderr);
     return 2;
   }
   try {
@@ -328,6 +330,7 @@ int main(int argc, char** argv) {
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
     Write(data, "jump.vmb", examples::MakeJump);
     Write(data, "quiet-stance.vmb", examples::MakeQuietStance);
+    Write(data, "hip-knee-stride.vmb", examples::MakeHipKneeStride);
     Write(data, "many.vmb", MakeManyChannels);
     Write(data, "stride-1.vmb", examples::MakeStride<1>);
     Write(data, "stride-2.vmb", examples::MakeStride<2>);
@@ -356,6 +359,10 @@ int main(int argc, char** argv) {
     }
     if (part == "platforms") {
       ShowPlatforms(window, photographer, data);
+      return 0;
+    }
+    if (part == "xy") {
+      ShowXYPlot(window, photographer, data);
       return 0;
     }
     if (part.empty()) {

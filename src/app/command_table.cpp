@@ -30,6 +30,7 @@
 #include "graph/multi/multi_events.hpp"
 #include "graph/multi/multi_thresholds.hpp"
 #include "graph/multi/multi_values.hpp"
+#include "graph/xy/xy_commands.hpp"
 #include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
 #include "spectra/spectra_commands.hpp"
@@ -47,7 +48,7 @@ std::vector<Command> Assemble() {
         TimeBaseCommands(),  SpectraCommands(), EmgCommands(),     PlateCommands(),      ImpactCommands(),
         GraphCommands(),     MultiCommands(),   LookCommands(),    ValueCommands(),      EventCommands(),
         ThresholdCommands(), CropCommands(),    TriggerCommands(), StatisticsCommands(), EnsembleCommands(),
-        DataCommands()}) {
+        DataCommands(),      XYCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

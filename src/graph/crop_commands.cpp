@@ -9,7 +9,7 @@
 #include "core/questions/form.hpp"
 #include "core/trial/helpers.hpp"
 #include "graph/crop.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 
 namespace velmora {
 namespace {
@@ -99,7 +99,7 @@ void Tell(Workbench& workbench, Work work, SampleRange range, double from, doubl
                      (workbench.graph.ClipResetTime ? ", time set to 0" : ""));
 }
 
-void Clip(Workbench& workbench, GraphView& view, const Proposal& proposal) {
+void Clip(Workbench& workbench, TimeView& view, const Proposal& proposal) {
   const auto range = ClipForm(workbench, proposal.caption, proposal.work, proposal.range).Ask();
   if (!range) {
     return;
@@ -123,14 +123,14 @@ void Clip(Workbench& workbench, GraphView& view, const Proposal& proposal) {
 }
 
 void CropOutside(Workbench& workbench) {
-  GraphView& view = OpenGraphView(workbench);
+  TimeView& view = OpenTimeView(workbench);
   if (view.Cursors() >= 2) {
     Clip(workbench, view, {.caption = "&Crop", .range = view.PairRange(), .first = true, .last = true});
   }
 }
 
 void TrimLeft(Workbench& workbench) {
-  GraphView& view = OpenGraphView(workbench);
+  TimeView& view = OpenTimeView(workbench);
   if (view.Cursors() >= 1) {
     Clip(workbench, view,
          {.caption = "&Trim Left", .range = {view.SampleOf(1), workbench.trial.NData}, .first = true});
@@ -138,7 +138,7 @@ void TrimLeft(Workbench& workbench) {
 }
 
 void TrimRight(Workbench& workbench) {
-  GraphView& view = OpenGraphView(workbench);
+  TimeView& view = OpenTimeView(workbench);
   if (view.Cursors() >= 1) {
     const int cursor = view.Cursors() >= 2 ? 2 : 1;
     Clip(workbench, view, {.caption = "&Trim Right", .range = {1, view.SampleOf(cursor)}, .last = true});
@@ -146,7 +146,7 @@ void TrimRight(Workbench& workbench) {
 }
 
 void CutInside(Workbench& workbench) {
-  GraphView& view = OpenGraphView(workbench);
+  TimeView& view = OpenTimeView(workbench);
   if (view.Cursors() >= 2) {
     Clip(workbench, view,
          {.caption = "&Cut", .work = Work::Cut, .range = view.PairRange(), .first = true, .last = true});
@@ -155,7 +155,7 @@ void CutInside(Workbench& workbench) {
 
 void SelectCrop(Workbench& workbench) {
   const Trial& trial = workbench.trial;
-  Clip(workbench, OpenGraphView(workbench), {.caption = "&Crop", .range = {trial.CursorLo, trial.CursorHi}});
+  Clip(workbench, OpenTimeView(workbench), {.caption = "&Crop", .range = {trial.CursorLo, trial.CursorHi}});
 }
 
 constexpr std::string_view kCropMenu = "&Single-axis graph/C&rop";

@@ -121,6 +121,14 @@ struct Backdrop {
   std::vector<float> Values;
 };
 
+/// How plots are drawn whose abscissa is no time: as paths from each sample to the next, wherever it lies.
+struct PathLook {
+  bool ColourByTime = false;  // from early to late
+  std::string From{};         // the times of the first and the last sample, which stand at the colours
+  std::string To{};
+  SampleSpan Stronger{};  // samples with a wider line
+};
+
 class Graph {
  public:
   std::vector<Plot> Plots;  // channel c is plot c - 1
@@ -130,6 +138,7 @@ class Graph {
   std::vector<GraphCursor> Cursors;  // cursor 1 first
   std::vector<DeviationBand> Deviations;
   std::vector<Backdrop> Backdrops;
+  std::optional<PathLook> Path;  // set: not over time
   // What a result view adds; nobody drags these.
   std::vector<FormGraph::Mark> Marks;
   std::vector<FormGraph::Band> Bands;
@@ -161,9 +170,9 @@ class Graph {
     double last;
   };
   [[nodiscard]] Ends TrialEnds() const;
-  /// The ranges that a person chose with the mouse. The abscissa keeps to the trial, but with equal scales,
-  /// and no range gets so narrow that the numbers give out; one that cannot be shown changes nothing. Returns
-  /// whether the abscissa has another range now.
+  /// The ranges that a person chose with the mouse. The abscissa of time keeps to the trial, but with equal
+  /// scales, and no range gets so narrow that the numbers give out; one that cannot be shown changes nothing.
+  /// Returns whether the abscissa has another range now.
   bool ShowRange(double left, double right, double bottom, double top);
   /// From the first to the last of row 0. Where row 0 ends with the trial, in AbscissaEnd itself: the
   /// 32 bits of the time column hold it only nearly.

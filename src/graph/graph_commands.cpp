@@ -51,15 +51,7 @@ void OpenAll(Workbench& workbench) {
 }
 
 void ChangeChannels(Workbench& workbench) {
-  if (FindMultiView(workbench) != nullptr) {
-    ChangeMultiChannels(workbench);
-    return;
-  }
-  SingleView& view = OpenSingleView(workbench);
-  if (GraphChooseForm(workbench).Ask()) {
-    view.SetMaximised(workbench.graph.GraphWindowMaximized);
-    view.Load();
-  }
+  OpenGraphView(workbench).ChangeChannels();
 }
 
 void SelectChannels(Workbench& workbench) {
@@ -80,6 +72,16 @@ void OnView(Workbench& workbench) {
 template <void (GraphView::*procedure)()>
 void OnGraphView(Workbench& workbench) {
   (OpenGraphView(workbench).*procedure)();
+}
+
+template <void (TimeView::*procedure)()>
+void OnTimeView(Workbench& workbench) {
+  (OpenTimeView(workbench).*procedure)();
+}
+
+template <void (*procedure)(Workbench&, TimeView&)>
+void WithTimeView(Workbench& workbench) {
+  procedure(workbench, OpenTimeView(workbench));
 }
 
 template <void (*procedure)(Workbench&, GraphView&)>
@@ -104,15 +106,10 @@ void SetTrack(Workbench& workbench) {
 }
 
 void ResetZoom(Workbench& workbench) {
-  if (FindMultiView(workbench) != nullptr) {
-    if (MayPanOrZoom(workbench)) {
-      OpenMultiView(workbench).ResetGraph();
-    }
-    return;
+  GraphView& view = OpenGraphView(workbench);
+  if (MayPanOrZoom(workbench)) {
+    view.ResetZoom();
   }
-  SingleView& view = OpenSingleView(workbench);
-  view.ShowAll();
-  view.Drawing().Track = view.Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
 }
 
 // A threshold line among the cursors is at no time.
@@ -124,14 +121,6 @@ void SaveEvents(Workbench& workbench) {
     }
   }
   SaveCursorEvents(workbench, times);
-}
-
-void ShowHelp(Workbench& workbench) {
-  if (FindMultiView(workbench) != nullptr) {
-    OpenMultiView(workbench).ShowKeyList();
-    return;
-  }
-  OpenSingleView(workbench).ShowKeyList();
 }
 
 constexpr std::string_view kView = "&View";
@@ -146,15 +135,15 @@ constexpr std::array kGraphCommands = {
     Command{"graph.single", "&Select Channels for Single-Axis Graph", kView, Needs::Data, OpenSingle},
     Command{"graph.all", "&Graph all Channels on Single-axis Graph", kView, Needs::Data, OpenAll},
     Command{"view.change-channels", "&Change selected channels", kFile, Needs::View, ChangeChannels},
-    Command{"view.save", "&Save to .VMB file", kFile, Needs::View, WithView<SaveRange>},
+    Command{"view.save", "&Save to .VMB file", kFile, Needs::View, WithTimeView<SaveRange>},
     Command{"view.save-intervals", "Save each &Interval between cursors", kFile, Needs::View,
-            WithView<SaveIntervals>},
+            WithTimeView<SaveIntervals>},
     Command{"view.save-events", "Save &Events (Cursors)", kFile, Needs::View, SaveEvents},
     Command{"style.save", "Save &Graphics Style", kFile, Needs::View, WithView<SaveStyle>},
     Command{"style.recall", "&Recall Graphics Style", kFile, Needs::View, WithView<RecallStyle>},
-    Command{"cursor.none", "None &0", kCursor, Needs::View, OnGraphView<&GraphView::NoCursors>},
-    Command{"cursor.one", "One &1", kCursor, Needs::View, OnGraphView<&GraphView::OneCursor>},
-    Command{"cursor.two", "Two &2", kCursor, Needs::View, OnGraphView<&GraphView::TwoCursors>},
+    Command{"cursor.none", "None &0", kCursor, Needs::View, OnTimeView<&TimeView::NoCursors>},
+    Command{"cursor.one", "One &1", kCursor, Needs::View, OnTimeView<&TimeView::OneCursor>},
+    Command{"cursor.two", "Two &2", kCursor, Needs::View, OnTimeView<&TimeView::TwoCursors>},
     Command{"cursor.save-events", "Save cursor e&vents", kCursor, Needs::View, SaveCursorPlaces},
     Command{"cursor.values", "&View values at cursor", kCursor, Needs::View,
             OnView<&SingleView::ToggleValues>},
@@ -171,7 +160,8 @@ constexpr std::array kGraphCommands = {
     Command{"zoom.cursor", "Move &Cursor", kZoom, Needs::View, SetTrack<TrackMode::DragCursors>},
     Command{"zoom.reset", "&Reset (default)", kZoom, Needs::View, ResetZoom},
     Command{"zoom.disable", "&Disable mouse", kZoom, Needs::View, SetTrack<TrackMode::None>},
-    Command{"help.keyboard", "&Keyboard functions (?)", kHelp, Needs::View, ShowHelp},
+    Command{"help.keyboard", "&Keyboard functions (?)", kHelp, Needs::View,
+            OnGraphView<&GraphView::ShowKeyList>},
     Command{"view.exit", "E&xit", kButtons, Needs::View, LeaveView},
     Command{"view.channels", "&Channels", kButtons, Needs::View, SelectChannels},
     Command{"view.window", "&Window", kButtons, Needs::View, OnGraphView<&GraphView::ToggleWindow>},

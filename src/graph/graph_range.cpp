@@ -29,8 +29,8 @@ bool Graph::ShowRange(double left, double right, double bottom, double top) {
     const Ends ends = TrialEnds();
     const double first = std::min(ends.first, Abscissa.Minimum);
     const double last = std::max(ends.last, Abscissa.Maximum);
-    // Zero is never in reach of a logarithm; with equal scales there is room beside the trial.
-    if (!Abscissa.Log && !EqualScales) {
+    // Zero is never in reach of a logarithm; a path, and equal scales, have room beside the samples.
+    if (!Abscissa.Log && !EqualScales && !Path) {
       const double width = std::min(right - left, last - first);
       left = std::clamp(left, first, last - width);
       right = left + width;

@@ -2,9 +2,6 @@
 
 #include <stdexcept>
 
-#include "core/trial/abscissa.hpp"
-#include "graph/threshold_lines.hpp"
-
 namespace velmora {
 
 GraphView::GraphView(Workbench& workbench) : workbench_(workbench), graphs_(1) {
@@ -27,22 +24,6 @@ void GraphView::Leave() {
   workbench_.graph.GraphWindowMaximized = maximised_;
 }
 
-void GraphView::ThresholdsChanged() {
-  if (ThresholdsShown(*this)) {
-    ShowThresholdLines(*this, workbench_.thresholds);
-  }
-}
-
-std::vector<int> GraphView::ThresholdChannels(int graph) const {
-  std::vector<int> channels;
-  for (const Plot& plot : GraphAt(graph).Plots) {
-    if (plot.Visible) {
-      channels.push_back(plot.Channel);
-    }
-  }
-  return channels;
-}
-
 void GraphView::ClearLooks(Graph& graph) {
   const Axis looks;
   for (Axis* axis : {&graph.Abscissa, &graph.Ordinate}) {
@@ -61,27 +42,9 @@ void GraphView::ClearLooks(Graph& graph) {
   }
 }
 
-void GraphView::ShowChannels(Graph& graph, const ChannelFlags& channels) {
-  graph.Show(channels);
-  KeepColours();
-}
-
 void GraphView::SetBackground(Colour colour) {
   for (Graph& graph : graphs_) {
     graph.SetBackground(colour);
-  }
-  KeepColours();
-}
-
-// A channel that turned white is that everywhere.
-void GraphView::KeepColours() {
-  for (const Graph& graph : graphs_) {
-    for (const Plot& plot : graph.Plots) {
-      std::int16_t& colour = workbench_.trial.ChanColour[plot.Channel];
-      if (plot.Visible && plot.ColourIndex == kColours) {
-        colour = kColours;
-      }
-    }
   }
 }
 
@@ -99,11 +62,33 @@ void GraphView::TakeStyles() {
   SetBackground(Lead().Background);
 }
 
-void GraphView::CaptionAbscissa() {
-  const std::string caption = LabelWithUnits(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
-  for (Graph& graph : graphs_) {
-    graph.Abscissa.Clock = workbench_.time.Base == TimeBase::HhMmSs;
-    graph.Abscissa.Caption = caption;
+void GraphView::ShowRange(int graph, double left, double right, double bottom, double top) {
+  GraphAt(graph).ShowRange(left, right, bottom, top);
+}
+
+void GraphView::ScaleOrdinate(Axis& ordinate, Scale scale, const std::function<void()>& autoScale) {
+  switch (scale) {
+    case Scale::Auto:
+      autoScale();
+      return;
+    case Scale::TenVolts:
+      ordinate.SetMinMax(-10, 10);
+      return;
+    case Scale::Percent:
+      ordinate.SetMinMax(0, 100);
+      return;
+    case Scale::PlusMinusPercent:
+      ordinate.SetMinMax(-100, 100);
+      return;
+    case Scale::IncludeZero:
+      ordinate.IncludeZero();
+      return;
+    case Scale::PlusMinusMaximum:
+      autoScale();
+      ordinate.CentreOnZero();
+      return;
+    case Scale::NoChange:
+      return;
   }
 }
 

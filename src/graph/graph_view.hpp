@@ -1,18 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "core/open_view.hpp"
-#include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 #include "graph/graph.hpp"
 
 namespace velmora {
 
-/// Vertical scales that both graphs have, in the order of the menus.
+/// Vertical scales that all graphs have, in the order of the menus.
 enum class Scale : std::int32_t {
   Auto,
   TenVolts,
@@ -23,11 +23,8 @@ enum class Scale : std::int32_t {
   NoChange
 };
 
-/// What the single-axis and the multi-axis graph have in common: graphs on one abscissa, the cursors from
-/// which the program learns a selection (CursorLo, CursorHi), the view window, looks. Graphs count from 1.
-///
-/// In a graph's list the cursors of a person come first; lines and marks that commands made stand behind
-/// them.
+/// What every open graph has, whatever its abscissa: graphs with their looks, scales, the mouse over them, a
+/// window and all of it again. Graphs count from 1.
 class GraphView : public OpenView {
  public:
   explicit GraphView(Workbench& workbench);
@@ -53,65 +50,37 @@ class GraphView : public OpenView {
   [[nodiscard]] virtual std::string StyleName(int graph) const = 0;
 
   void Leave() override;
-  void ThresholdsChanged() override;
-  /// The channels for which a graph has a line at the threshold, while these are shown.
-  [[nodiscard]] virtual std::vector<int> ThresholdChannels(int graph) const;
 
-  // Drawing.
-  /// Plots the samples anew and shows the view window; looks and cursors stay.
+  /// Plots the samples anew; looks stay.
   virtual void Replot() = 0;
   virtual void Reset() = 0;
+  /// What "&Reset" of the mouse's zoom does.
+  virtual void ResetZoom() = 0;
   virtual void SetScale(Scale scale) = 0;
+  /// The number of the scale that is in force, in the order of the view's menu.
+  [[nodiscard]] virtual std::int32_t ShownScale() const = 0;
   virtual void SetDefaultLooks() = 0;
-  void SetBackground(Colour colour);
+  virtual void SetBackground(Colour colour);
   void SetTrack(TrackMode mode);
   /// Styles were read into the graphs: what must be the same in all is that of the first.
   void TakeStyles();
-  void CaptionAbscissa();
 
-  // Cursors.
-  [[nodiscard]] int Cursors() const;
-  /// Where the cursors stand, in their order.
-  [[nodiscard]] std::vector<double> CommonCursors() const;
-  void NoCursors() { SetCursors({}); }
-  void OneCursor();
-  void TwoCursors();
-  /// From the first two cursors in order of time, the one cursor, or the whole trial.
-  void TakeRange();
-  /// The sample of cursor k (from 1), one that the trial has.
-  [[nodiscard]] std::int32_t SampleOf(int cursor) const;
-  /// The samples of the first two cursors, in order.
-  [[nodiscard]] SampleRange PairRange() const;
-  /// StatLo and StatHi become the samples between the first two cursors, those from the one cursor on, or
-  /// all.
-  void SetStatRange();
-  /// Cursors 1 and the last of 1 and 2 go to the first and the last sample; those outside come back.
-  void MoveCursorsToEnds(bool first, bool last);
+  /// What lies between the cursors, or everything again.
+  virtual void ToggleWindow() = 0;
+  /// As Graph::ShowRange of one graph.
+  virtual void ShowRange(int graph, double left, double right, double bottom, double top);
 
-  // The view window.
-  void ToggleWindow();
-  /// As Graph::ShowRange of one graph; the abscissa is that of all. Until all is shown again pans step by
-  /// what the abscissa shows.
-  void ShowRange(int graph, double left, double right, double bottom, double top);
-  virtual void PanForward(bool toEnd) = 0;
-  virtual void PanBack(bool toStart) = 0;
+  /// Asks the dialogue of the view again. A view may be replaced by another.
+  virtual void ChangeChannels() = 0;
+  /// The box with the keys of the view.
+  virtual void ShowKeyList() = 0;
 
  protected:
   [[nodiscard]] ActionListener* Listener() const override { return workbench_.listener; }
-  /// A key that both graphs have, its name in upper case. Returns whether it is one.
-  bool PressCommonKey(const KeyPress& key, const std::string& name);
-  void SetCursors(const std::vector<double>& positions);
-  [[nodiscard]] Colour FirstCursorColour() const;
-  /// Moves cursor k (from 1) of all graphs to x, but not past the trial. Throws as OpenView::MoveCursor.
-  void MoveCommon(int cursor, double x);
-  /// The list of cursors is another: their names and looks are to be as the view has them.
-  virtual void CursorsChanged() {}
-  /// Visibility and colours of a graph's channels; one that turned white is that everywhere.
-  void ShowChannels(Graph& graph, const ChannelFlags& channels);
-  void KeepColours();
-  void SetAbscissa(double minimum, double maximum);
-  void ShowWindow();
-  void ShowWholeAbscissa();
+  /// A key that all graphs have, its name in upper case. Returns whether it is one.
+  bool PressGraphKey(const std::string& name);
+  /// Gives an ordinate the limits of a scale; `autoScale` is how the view finds those of the samples.
+  static void ScaleOrdinate(Axis& ordinate, Scale scale, const std::function<void()>& autoScale);
   /// The default looks of one graph; ranges, captions and titles stay.
   static void ClearLooks(Graph& graph);
 
@@ -119,17 +88,11 @@ class GraphView : public OpenView {
   std::vector<Graph> graphs_;
   std::size_t lead_ = 0;
   bool windowMode_ = false;
-  bool zoomed_ = false;  // the abscissa shows what the mouse chose
   bool maximised_ = false;
 
  private:
-  bool PressPlaceKey(const KeyPress& key, const std::string& name);
   bool PressWindowKey(const std::string& name);
   bool PressLookKey(const std::string& name);
-  void PlaceCursor(int cursor, double x);
-  void LeftCursorToStart();
-  void RightCursorToEnd();
-  void CursorsToEnds();
 };
 
 /// The view that is open. Throws std::runtime_error when none is.

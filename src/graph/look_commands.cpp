@@ -103,11 +103,11 @@ void OnGraphs(Workbench& workbench) {
 }
 
 void ToggleThresholds(Workbench& workbench) {
-  ToggleThresholdLines(OpenGraphView(workbench), workbench.thresholds);
+  ToggleThresholdLines(OpenTimeView(workbench), workbench.thresholds);
 }
 
 bool ShowsThresholds(const Workbench& workbench) {
-  const auto* view = dynamic_cast<const GraphView*>(workbench.view.get());
+  const TimeView* view = FindTimeView(workbench);
   return view != nullptr && ThresholdsShown(*view);
 }
 

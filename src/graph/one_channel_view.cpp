@@ -1,9 +1,11 @@
 #include "graph/one_channel_view.hpp"
 
+#include <array>
 #include <stdexcept>
 
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "graph/copied_channels.hpp"
 #include "graph/view_keys.hpp"
 
 namespace velmora {
@@ -30,17 +32,7 @@ OneChannelView::OneChannelView(Workbench& workbench, int channel) : workbench_(w
 
 void OneChannelView::Take() {
   const Trial& trial = workbench_.trial;
-  shown_.AllocateData(1, trial.NData);
-  for (const auto& [from, to] : {std::pair{0, 0}, std::pair{channel_, 1}}) {
-    for (std::int32_t i = 1; i <= trial.NData; ++i) {
-      shown_.Data(i, to) = trial.Data(i, from);
-    }
-    shown_.ChanLabel[to] = trial.ChanLabel[from];
-    shown_.ChanUnits[to] = trial.ChanUnits[from];
-    shown_.ChanColour[to] = trial.ChanColour[from];
-  }
-  shown_.Rate = trial.Rate;
-  shown_.Duration = trial.Duration;
+  CopyChannels(trial, 0, std::array{channel_}, {1, trial.NData}, shown_);
   graph_.PlotXY(shown_);
   ChannelFlags only{};
   only[1] = true;

@@ -75,7 +75,7 @@ void Tell(Workbench& workbench, const std::vector<std::string>& paths, std::size
 
 }  // namespace
 
-std::vector<SampleRange> IntervalsBetweenCursors(const GraphView& view) {
+std::vector<SampleRange> IntervalsBetweenCursors(const TimeView& view) {
   std::vector<std::int32_t> samples;
   for (int cursor = 1; cursor <= view.Cursors(); ++cursor) {
     samples.push_back(view.SampleOf(cursor));
@@ -89,7 +89,7 @@ std::vector<SampleRange> IntervalsBetweenCursors(const GraphView& view) {
   return intervals;
 }
 
-void SaveIntervals(Workbench& workbench, GraphView& view) {
+void SaveIntervals(Workbench& workbench, TimeView& view) {
   const std::vector<SampleRange> intervals = IntervalsBetweenCursors(view);
   if (intervals.empty()) {
     ShowRefusal(workbench,

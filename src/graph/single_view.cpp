@@ -7,11 +7,12 @@
 #include "core/questions/progress.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/abscissa.hpp"
+#include "graph/graph_choose_form.hpp"
 #include "graph/view_window.hpp"
 
 namespace velmora {
 
-SingleView::SingleView(Workbench& workbench) : GraphView(workbench) {
+SingleView::SingleView(Workbench& workbench) : TimeView(workbench) {
   Load();
 }
 
@@ -86,7 +87,7 @@ void SingleView::SetDefaultLooks() {
 }
 
 void SingleView::ShowChannels() {
-  GraphView::ShowChannels(Lead(), workbench_.chooser.ChanSelected);
+  TimeView::ShowChannels(Lead(), workbench_.chooser.ChanSelected);
   ThresholdsChanged();
 }
 
@@ -111,29 +112,18 @@ void SingleView::ShowAll() {
 
 void SingleView::SetScale(Scale scale) {
   workbench_.graph.GraphScaleChoice = static_cast<std::int32_t>(scale);
-  Axis& axis = Lead().Ordinate;
-  switch (scale) {
-    case Scale::Auto:
-      Lead().AutoScaleOrdinate();
-      return;
-    case Scale::TenVolts:
-      axis.SetMinMax(-10, 10);
-      return;
-    case Scale::Percent:
-      axis.SetMinMax(0, 100);
-      return;
-    case Scale::PlusMinusPercent:
-      axis.SetMinMax(-100, 100);
-      return;
-    case Scale::IncludeZero:
-      axis.IncludeZero();
-      return;
-    case Scale::PlusMinusMaximum:
-      Lead().AutoScaleOrdinate();
-      axis.CentreOnZero();
-      return;
-    case Scale::NoChange:
-      return;
+  ScaleOrdinate(Lead().Ordinate, scale, [this] { Lead().AutoScaleOrdinate(); });
+}
+
+void SingleView::ResetZoom() {
+  ShowAll();
+  Lead().Track = Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
+}
+
+void SingleView::ChangeChannels() {
+  if (GraphChooseForm(workbench_).Ask()) {
+    maximised_ = workbench_.graph.GraphWindowMaximized;
+    Load();
   }
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/workbench.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 
 namespace velmora {
 
@@ -23,7 +23,7 @@ struct CursorValues {
 
 /// The single-axis graph: all selected channels on one pair of axes, and the cursors from which the
 /// program learns a selection (CursorLo, CursorHi).
-class SingleView : public GraphView {
+class SingleView : public TimeView {
  public:
   /// Opens on the channels selected in the picker's state, on the settings of `workbench.graph`.
   explicit SingleView(Workbench& workbench);
@@ -51,7 +51,9 @@ class SingleView : public GraphView {
   /// The first channel shown names the ordinate; with `onlyOfOne`, one among several names nothing.
   void CaptionOrdinate(bool onlyOfOne);
   void ShowAll();
+  void ResetZoom() override;
   void SetScale(Scale scale) override;
+  [[nodiscard]] std::int32_t ShownScale() const override { return workbench_.graph.GraphScaleChoice; }
   void SetDefaultLooks() override;
   void TogglePoints();
 
@@ -91,8 +93,8 @@ class SingleView : public GraphView {
   void PanForward(bool toEnd) override;
   void PanBack(bool toStart) override;
 
-  /// The box with the keys of the view.
-  void ShowKeyList();
+  void ChangeChannels() override;
+  void ShowKeyList() override;
 
  private:
   bool DoKey(const KeyPress& key) override;

@@ -13,14 +13,14 @@ bool IsThresholdLine(const GraphCursor& cursor) {
 
 }  // namespace
 
-bool ThresholdsShown(const GraphView& view) {
+bool ThresholdsShown(const TimeView& view) {
   const auto graphs = view.Graphs();
   return std::any_of(graphs.begin(), graphs.end(), [](const Graph& graph) {
     return std::any_of(graph.Cursors.begin(), graph.Cursors.end(), IsThresholdLine);
   });
 }
 
-void ShowThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
+void ShowThresholdLines(TimeView& view, const ThresholdMemory& thresholds) {
   constexpr Colour kOrange = 0x80C0FF;
   const int cursors = view.Cursors();
   for (int g = 1; g <= view.NGraphs(); ++g) {
@@ -42,7 +42,7 @@ void ShowThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
   }
 }
 
-void ToggleThresholdLines(GraphView& view, const ThresholdMemory& thresholds) {
+void ToggleThresholdLines(TimeView& view, const ThresholdMemory& thresholds) {
   if (!ThresholdsShown(view)) {
     ShowThresholdLines(view, thresholds);
     return;

@@ -3,17 +3,17 @@
 #include <stdexcept>
 
 #include "core/trial/abscissa.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 
 namespace velmora {
 
-int GraphView::Cursors() const {
+int TimeView::Cursors() const {
   const std::vector<GraphCursor>& all = Lead().Cursors;
   return static_cast<int>(std::count_if(
       all.begin(), all.end(), [](const GraphCursor& cursor) { return cursor.Kind == CursorKind::Cursor; }));
 }
 
-std::vector<double> GraphView::CommonCursors() const {
+std::vector<double> TimeView::CommonCursors() const {
   std::vector<double> places;
   for (const GraphCursor& cursor : Lead().Cursors) {
     if (cursor.Kind == CursorKind::Cursor) {
@@ -23,17 +23,17 @@ std::vector<double> GraphView::CommonCursors() const {
   return places;
 }
 
-std::int32_t GraphView::SampleOf(int cursor) const {
+std::int32_t TimeView::SampleOf(int cursor) const {
   return velmora::SampleOf(workbench_.trial,
                            Lead().Cursors.at(static_cast<std::size_t>(cursor - 1)).XPosition);
 }
 
-SampleRange GraphView::PairRange() const {
+SampleRange TimeView::PairRange() const {
   const auto [lo, hi] = std::minmax({SampleOf(1), SampleOf(2)});
   return {lo, hi};
 }
 
-void GraphView::TakeRange() {
+void TimeView::TakeRange() {
   Trial& trial = workbench_.trial;
   SampleRange range{1, trial.NData};
   if (Cursors() >= 2) {
@@ -46,7 +46,7 @@ void GraphView::TakeRange() {
 }
 
 // Lines of thresholds stay: they are shown until the person removes them.
-void GraphView::SetCursors(const std::vector<double>& positions) {
+void TimeView::SetCursors(const std::vector<double>& positions) {
   for (Graph& graph : graphs_) {
     std::erase_if(graph.Cursors,
                   [](const GraphCursor& cursor) { return cursor.Kind != CursorKind::Threshold; });
@@ -66,18 +66,18 @@ void GraphView::SetCursors(const std::vector<double>& positions) {
   TakeRange();
 }
 
-Colour GraphView::FirstCursorColour() const {
+Colour TimeView::FirstCursorColour() const {
   return Lead().Background == kWhite ? kBlue : kYellow;
 }
 
-void GraphView::OneCursor() {
+void TimeView::OneCursor() {
   const double a = Lead().Abscissa.Minimum;
   const double b = Lead().Abscissa.Maximum;
   const std::vector<double> before = CommonCursors();
   SetCursors({before.empty() ? a + (b - a) / 2 : before[0]});
 }
 
-void GraphView::TwoCursors() {
+void TimeView::TwoCursors() {
   const double a = Lead().Abscissa.Minimum;
   const double b = Lead().Abscissa.Maximum;
   const std::vector<double> before = CommonCursors();
@@ -90,14 +90,14 @@ void GraphView::TwoCursors() {
   SetCursors({x1, x2});
 }
 
-void GraphView::PlaceCursor(int cursor, double x) {
+void TimeView::PlaceCursor(int cursor, double x) {
   for (Graph& graph : graphs_) {
     graph.Cursors[static_cast<std::size_t>(cursor - 1)].XPosition = x;
   }
 }
 
 // A cursor stays on the trial: the cursor range must name samples that are there.
-void GraphView::MoveCommon(int cursor, double x) {
+void TimeView::MoveCommon(int cursor, double x) {
   if (cursor < 1 || cursor > Cursors()) {
     throw std::out_of_range("there is no cursor " + std::to_string(cursor) + ", but " +
                             std::to_string(Cursors()));
@@ -110,7 +110,7 @@ void GraphView::MoveCommon(int cursor, double x) {
   TakeRange();
 }
 
-void GraphView::MoveCursorsToEnds(bool first, bool last) {
+void TimeView::MoveCursorsToEnds(bool first, bool last) {
   const Trial& trial = workbench_.trial;
   const double start = AbscissaStart(trial);
   const double end = PlaceOf(trial, trial.NData);
@@ -128,7 +128,7 @@ void GraphView::MoveCursorsToEnds(bool first, bool last) {
   TakeRange();
 }
 
-void GraphView::LeftCursorToStart() {
+void TimeView::LeftCursorToStart() {
   if (Cursors() >= 2) {
     PlaceCursor(1, AbscissaStart(workbench_.trial));
     TakeRange();
@@ -136,7 +136,7 @@ void GraphView::LeftCursorToStart() {
   }
 }
 
-void GraphView::RightCursorToEnd() {
+void TimeView::RightCursorToEnd() {
   if (Cursors() >= 2) {
     PlaceCursor(2, AbscissaEnd(workbench_.trial));
     TakeRange();
@@ -145,7 +145,7 @@ void GraphView::RightCursorToEnd() {
 }
 
 // CursorLo is 1 whatever the left end on the screen is: the key means "everything".
-void GraphView::CursorsToEnds() {
+void TimeView::CursorsToEnds() {
   if (Cursors() >= 2) {
     PlaceCursor(1, Lead().Abscissa.Minimum);
     PlaceCursor(2, AbscissaEnd(workbench_.trial));
@@ -154,7 +154,7 @@ void GraphView::CursorsToEnds() {
   }
 }
 
-void GraphView::SetStatRange() {
+void TimeView::SetStatRange() {
   GraphMemory& memory = workbench_.graph;
   memory.StatLo = 1;
   memory.StatHi = workbench_.trial.NData;

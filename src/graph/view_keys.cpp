@@ -1,7 +1,7 @@
 #include "graph/view_keys.hpp"
 
 #include "core/text/text.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 #include "graph/view_saves.hpp"
 
 namespace velmora {
@@ -46,11 +46,15 @@ bool AsksForHelp(std::string_view key) {
   return key == "F1" || key == "?" || key == "/" || key == "QUESTION" || key == "SLASH";
 }
 
-bool GraphView::PressCommonKey(const KeyPress& key, const std::string& name) {
-  return PressPlaceKey(key, name) || PressWindowKey(name) || PressLookKey(name);
+bool GraphView::PressGraphKey(const std::string& name) {
+  return PressWindowKey(name) || PressLookKey(name);
 }
 
-bool GraphView::PressPlaceKey(const KeyPress& key, const std::string& name) {
+bool TimeView::PressCommonKey(const KeyPress& key, const std::string& name) {
+  return PressPlaceKey(key, name) || PressGraphKey(name) || PressStatisticsKey(name);
+}
+
+bool TimeView::PressPlaceKey(const KeyPress& key, const std::string& name) {
   if (name == "PAGEUP") {
     PanForward(key.ctrl);
   } else if (name == "PAGEDOWN") {
@@ -67,15 +71,19 @@ bool GraphView::PressPlaceKey(const KeyPress& key, const std::string& name) {
     OneCursor();
   } else if (name == "2") {
     TwoCursors();
-  } else if (name == "Z" || (name == "F" && windowMode_) || (name == "W" && !windowMode_)) {
-    ToggleWindow();
   } else {
-    return name == "F" || name == "W";  // these do nothing when there is nothing to leave or to enter
+    return false;
   }
   return true;
 }
 
 bool GraphView::PressWindowKey(const std::string& name) {
+  if (name == "Z" || name == "F" || name == "W") {
+    if (name == "Z" || windowMode_ == (name == "F")) {  // else there is nothing to leave or to enter
+      ToggleWindow();
+    }
+    return true;
+  }
   const std::optional<WindowRequest> request = WindowRequestOf(name);
   if (!request) {
     return false;
@@ -99,7 +107,14 @@ bool GraphView::PressLookKey(const std::string& name) {
     for (Graph& graph : graphs_) {
       graph.SetPoint(shown ? PointStyle::None : PointStyle::Dot);
     }
-  } else if (const char* statistics = StatisticsOf(name)) {
+  } else {
+    return false;
+  }
+  return true;
+}
+
+bool TimeView::PressStatisticsKey(const std::string& name) {
+  if (const char* statistics = StatisticsOf(name)) {
     workbench_.RunById(workbench_, statistics);
   } else if (name == "F5") {
     SaveRange(workbench_, *this);

@@ -14,7 +14,7 @@ namespace {
 constexpr Colour kSavedPair = 0x00FF00;  // green: this interval went to a file
 
 // The pair that the user names by its first cursor; false when there is none.
-bool AskPair(Workbench& workbench, GraphView& view) {
+bool AskPair(Workbench& workbench, TimeView& view) {
   const int count = view.Cursors();
   const std::string typed = workbench.questions.AskInput(
       {.title = "Select First Cursor of Pair",
@@ -38,7 +38,7 @@ bool AskPair(Workbench& workbench, GraphView& view) {
   return true;
 }
 
-bool ChooseRange(Workbench& workbench, GraphView& view) {
+bool ChooseRange(Workbench& workbench, TimeView& view) {
   Trial& trial = workbench.trial;
   trial.CursorLo = 1;
   trial.CursorHi = trial.NData;
@@ -75,7 +75,7 @@ void ShowStyleFault(Workbench& workbench, const char* reason) {
 
 }  // namespace
 
-void SaveRange(Workbench& workbench, GraphView& view) {
+void SaveRange(Workbench& workbench, TimeView& view) {
   if (!ChooseRange(workbench, view)) {
     return;
   }

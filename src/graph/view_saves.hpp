@@ -7,7 +7,7 @@ namespace velmora {
 
 /// Chooses the samples of the next native save from the cursors, then runs that save. With more than
 /// two cursors it asks for a pair.
-void SaveRange(Workbench& workbench, GraphView& view);
+void SaveRange(Workbench& workbench, TimeView& view);
 
 /// Writes the cursors to a .VMC file, after a confirmation and a question for its name.
 void SaveCursors(Workbench& workbench, SingleView& view);

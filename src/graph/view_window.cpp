@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/trial/abscissa.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 
 namespace velmora {
 
@@ -21,18 +21,18 @@ void SettleViewWindow(Workbench& workbench, LongPan longPan) {
   }
 }
 
-void GraphView::SetAbscissa(double minimum, double maximum) {
+void TimeView::SetAbscissa(double minimum, double maximum) {
   for (Graph& graph : graphs_) {
     graph.Abscissa.SetMinMax(minimum, maximum);
   }
 }
 
-void GraphView::ShowWholeAbscissa() {
+void TimeView::ShowWholeAbscissa() {
   Lead().AutoScaleAbscissa();
   SetAbscissa(Lead().Abscissa.Minimum, Lead().Abscissa.Maximum);
 }
 
-void GraphView::ShowWindow() {
+void TimeView::ShowWindow() {
   zoomed_ = false;
   ShowWholeAbscissa();
   const double window = workbench_.graph.ViewDuration;
@@ -42,7 +42,7 @@ void GraphView::ShowWindow() {
   }
 }
 
-void GraphView::ToggleWindow() {
+void TimeView::ToggleWindow() {
   const Trial& trial = workbench_.trial;
   const std::vector<double> cursors = CommonCursors();
   zoomed_ = false;
@@ -72,7 +72,7 @@ void GraphView::ToggleWindow() {
   }
 }
 
-void GraphView::ShowRange(int graph, double left, double right, double bottom, double top) {
+void TimeView::ShowRange(int graph, double left, double right, double bottom, double top) {
   Graph& under = GraphAt(graph);
   zoomed_ = under.ShowRange(left, right, bottom, top) || zoomed_;
   SetAbscissa(under.Abscissa.Minimum, under.Abscissa.Maximum);

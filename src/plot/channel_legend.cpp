@@ -35,6 +35,9 @@ void ChannelLegend::Show(const Graph* graph, Colour background) {
       entries_.push_back({&plot, TextOf(*graph->Plotted(), plot)});
     }
   }
+  if (graph->Path && graph->Path->ColourByTime) {
+    entries_.push_back({nullptr, QString::fromStdString(graph->Path->From + " to " + graph->Path->To)});
+  }
 }
 
 QFont ChannelLegend::Font() const {
@@ -86,28 +89,48 @@ void ChannelLegend::draw(QCPPainter* painter) {
   }
 }
 
-void ChannelLegend::DrawEntry(QCPPainter& painter, const Entry& entry, const QRect& rect) const {
-  const QColor colour = TraceColour(*entry.plot, background_);
-  const QPointF middle(rect.left() + kSample / 2.0, rect.center().y() + 0.5);
-  if (entry.plot->Bars) {
-    painter.fillRect(QRectF(middle - QPointF(kSample / 2.0, 4), QSizeF(kSample, 8)), colour);
-  } else if (entry.plot->Line != LineStyle::None) {
-    QPen pen(colour, std::max(entry.plot->LineWidth, 2.0));
-    const std::vector<int> lengths = DashLengths(entry.plot->Line);
-    if (!lengths.empty()) {
-      pen.setDashPattern(QList<qreal>(lengths.begin(), lengths.end()));
-      pen.setCapStyle(Qt::FlatCap);
-      pen.setWidthF(std::max(entry.plot->LineWidth, 1.0));
-    }
-    painter.setPen(pen);
-    painter.drawLine(QLineF(middle - QPointF(kSample / 2.0, 0), middle + QPointF(kSample / 2.0, 0)));
+void ChannelLegend::DrawTimeColours(QCPPainter& painter, const QPointF& middle) const {
+  constexpr int kStops = 8;
+  constexpr int kHigh = 8;
+  const QRectF bar(middle - QPointF(kSample / 2.0, kHigh / 2.0), QSizeF(kSample, kHigh));
+  QLinearGradient colours(bar.topLeft(), bar.topRight());
+  for (int k = 0; k <= kStops; ++k) {
+    const double part = 1.0 * k / kStops;
+    colours.setColorAt(part, TraceColour({.LineColor = TimeColour(part)}, background_));
   }
-  PointMark(entry.plot->Point, colour).Draw(painter, middle);
+  painter.fillRect(bar, colours);
+}
+
+void ChannelLegend::DrawEntry(QCPPainter& painter, const Entry& entry, const QRect& rect) const {
+  const QPointF middle(rect.left() + kSample / 2.0, rect.center().y() + 0.5);
+  if (entry.plot == nullptr) {
+    DrawTimeColours(painter, middle);
+  } else {
+    DrawLine(painter, *entry.plot, middle);
+  }
   painter.setFont(Font());
   painter.setPen(Foreground(background_));
   const QRect textRect = rect.adjusted(kSample + kGap, 0, -kGap, 0);
   const QString text = QFontMetrics(Font()).elidedText(entry.text, Qt::ElideRight, textRect.width());
   painter.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter, text);
+}
+
+void ChannelLegend::DrawLine(QCPPainter& painter, const Plot& plot, const QPointF& middle) const {
+  const QColor colour = TraceColour(plot, background_);
+  if (plot.Bars) {
+    painter.fillRect(QRectF(middle - QPointF(kSample / 2.0, 4), QSizeF(kSample, 8)), colour);
+  } else if (plot.Line != LineStyle::None) {
+    QPen pen(colour, std::max(plot.LineWidth, 2.0));
+    const std::vector<int> lengths = DashLengths(plot.Line);
+    if (!lengths.empty()) {
+      pen.setDashPattern(QList<qreal>(lengths.begin(), lengths.end()));
+      pen.setCapStyle(Qt::FlatCap);
+      pen.setWidthF(std::max(plot.LineWidth, 1.0));
+    }
+    painter.setPen(pen);
+    painter.drawLine(QLineF(middle - QPointF(kSample / 2.0, 0), middle + QPointF(kSample / 2.0, 0)));
+  }
+  PointMark(plot.Point, colour).Draw(painter, middle);
 }
 
 }  // namespace velmora

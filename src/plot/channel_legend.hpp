@@ -24,13 +24,15 @@ class ChannelLegend : public QCPLayoutElement {
 
  private:
   struct Entry {
-    const Plot* plot;
+    const Plot* plot;  // nullptr: the colours of time
     QString text;
   };
   [[nodiscard]] QFont Font() const;
   [[nodiscard]] int RowHeight() const;
   [[nodiscard]] int Rows() const;
   [[nodiscard]] int ColumnWidth() const;
+  void DrawLine(QCPPainter& painter, const Plot& plot, const QPointF& middle) const;
+  void DrawTimeColours(QCPPainter& painter, const QPointF& middle) const;
   void DrawEntry(QCPPainter& painter, const Entry& entry, const QRect& rect) const;
 
   std::vector<Entry> entries_;

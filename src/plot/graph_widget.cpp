@@ -124,17 +124,21 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
   const Gesture ended = gesture_;
   if (!CancelGesture()) {
     if (event->button() == Qt::LeftButton && still && !Previews()) {
-      emit clicked();
+      EmitClicked(place);
     }
     return;
   }
   if (still && event->button() == Qt::LeftButton && ended != Gesture::Line && !Previews()) {
-    emit clicked();
+    EmitClicked(place);
   } else if (ended == Gesture::Area) {
     ZoomToArea(QRectF(pressed_, place).normalized());
   }
   ShowPointer(place);
   emit dragEnded();
+}
+
+void GraphWidget::EmitClicked(const QPointF& place) {
+  emit clicked(xAxis->pixelToCoord(place.x()), yAxis->pixelToCoord(place.y()));
 }
 
 void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event) {

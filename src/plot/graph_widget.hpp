@@ -42,7 +42,8 @@ class GraphWidget : public GraphPlot {
   void rangeChosen(const velmora::GraphRange& range);
   /// The pointer is at this place of the axes.
   void pointed(double x, double y);
-  void clicked();
+  /// At a place of the axes.
+  void clicked(double x, double y);
   void doubleClicked();
   void rightClicked(const QPoint& globalPlace);
 
@@ -59,6 +60,7 @@ class GraphWidget : public GraphPlot {
     return {*xAxis, *yAxis, Shown() != nullptr && Shown()->EqualScales};
   }
   void PressLeft();
+  void EmitClicked(const QPointF& place);
   void DragCursor(const QPointF& place);
   [[nodiscard]] bool Previews() const { return Shown() != nullptr && Shown()->Preview; }
   [[nodiscard]] Qt::CursorShape PointerAt(const QPointF& place) const;

@@ -30,7 +30,12 @@ class PixelScale {
   [[nodiscard]] int CellAt(double pixel) const {
     constexpr double kRounding = 1e-6;
     const bool atEnd = pixel >= pixels_ && pixel < pixels_ + kRounding;
-    return atEnd ? pixels_ - 1 : static_cast<int>(std::floor(pixel + kRounding));
+    if (atEnd) {
+      return pixels_ - 1;
+    }
+    const double at = pixel + kRounding;
+    const int cell = static_cast<int>(at);
+    return cell - (at < cell ? 1 : 0);  // as std::floor, which is a call
   }
   [[nodiscard]] int Cell(double value) const { return CellAt(Pixel(value)); }
 

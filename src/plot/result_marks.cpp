@@ -11,6 +11,7 @@ namespace velmora {
 namespace {
 
 constexpr double kTextGap = 4.0;
+constexpr double kPointRadius = 4.0;
 constexpr double kEllipseWidth = 1.5;
 
 }  // namespace
@@ -118,8 +119,7 @@ void ResultMarks::DrawEllipses(QCPPainter& painter) const {
 }
 
 void ResultMarks::DrawPoints(QCPPainter& painter) const {
-  constexpr double kRadius = 4.0;
-  const QFontMetrics metrics(mParentPlot->font());
+  std::vector<QRectF> texts;
   for (const FormGraph::Point& point : graph_->Points) {
     const QPointF at(Column(point.x), Row(point.y));
     if (!QRectF(area_->rect()).contains(at)) {
@@ -127,14 +127,34 @@ void ResultMarks::DrawPoints(QCPPainter& painter) const {
     }
     painter.setPen(QPen(ToQColor(background_), 1));
     painter.setBrush(ColourOf(point.colour));
-    painter.drawEllipse(at, kRadius, kRadius);
+    painter.drawEllipse(at, kPointRadius, kPointRadius);
     const QString text = QString::fromStdString(point.text);
-    const double width = metrics.horizontalAdvance(text);
-    const double left = at.x() + kRadius + kTextGap + width <= area_->right()
-                            ? at.x() + kRadius + kTextGap
-                            : at.x() - kRadius - kTextGap - width;
-    DrawText(painter, {left, at.y() - metrics.height()}, text, ColourOf(point.colour));
+    texts.push_back(RoomBeside(at, text, texts));
+    DrawText(painter, texts.back().topLeft(), text, ColourOf(point.colour));
   }
+}
+
+// To the right and above, or wherever else it meets no other text and stays inside.
+QRectF ResultMarks::RoomBeside(const QPointF& at, const QString& text,
+                               const std::vector<QRectF>& taken) const {
+  const QFontMetrics metrics(mParentPlot->font());
+  const QSizeF size(metrics.horizontalAdvance(text), metrics.height());
+  const double away = kPointRadius + kTextGap;
+  const double right = at.x() + away;
+  const double left = at.x() - away - size.width();
+  const double above = at.y() - size.height();
+  const QRectF places[] = {
+      {{right, above}, size}, {{right, at.y()}, size}, {{left, above}, size}, {{left, at.y()}, size}};
+  const auto fits = [&](const QRectF& place) {
+    return QRectF(area_->rect()).contains(place) &&
+           std::none_of(taken.begin(), taken.end(),
+                        [&](const QRectF& other) { return other.intersects(place); });
+  };
+  const auto* found = std::find_if(std::begin(places), std::end(places), fits);
+  if (found != std::end(places)) {
+    return *found;
+  }
+  return right + size.width() <= area_->right() ? places[0] : places[2];
 }
 
 // On a ground of its own, which keeps it legible above a trace.

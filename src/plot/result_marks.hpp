@@ -27,6 +27,8 @@ class ResultMarks : public QCPLayerable {
   void DrawLines(QCPPainter& painter) const;
   void DrawPoints(QCPPainter& painter) const;
   void DrawEllipses(QCPPainter& painter) const;
+  [[nodiscard]] QRectF RoomBeside(const QPointF& at, const QString& text,
+                                  const std::vector<QRectF>& taken) const;
   void DrawText(QCPPainter& painter, QPointF at, const QString& text, const QColor& colour) const;
 
   QCPAxisRect* area_;

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "plot/drawn_axes.hpp"
+#include "plot/path_parts.hpp"
+#include "plot/path_raster.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/point_marks.hpp"
 #include "plot/polylines.hpp"
@@ -24,6 +26,8 @@ struct Task {
   Axis ordinate;
   SampleSpan samples;
 
+  /// Whether lines go from sample to sample wherever they lie.
+  [[nodiscard]] bool IsPath() const { return graph.Path || !graph.Times().Sorted(); }
   [[nodiscard]] std::int64_t Samples() const { return samples.end - samples.begin; }
   [[nodiscard]] PixelScale X(double pixelsAUnit) const {
     return PixelScale::Across(abscissa, static_cast<int>(std::lround(rect.width() * pixelsAUnit)));
@@ -44,8 +48,8 @@ Qt::PenStyle ToPenStyle(LineStyle style) {
   }
 }
 
-QPen PenOf(const Plot& plot, Colour background) {
-  QPen pen(TraceColour(plot, background), plot.LineWidth, ToPenStyle(plot.Line), Qt::FlatCap, Qt::RoundJoin);
+QPen PenOf(const Plot& plot, const QColor& colour, double width) {
+  QPen pen(colour, width, ToPenStyle(plot.Line), Qt::FlatCap, Qt::RoundJoin);
   if (pen.style() == Qt::CustomDashLine) {
     const std::vector<int> lengths = DashLengths(plot.Line);
     pen.setDashPattern(QList<qreal>(lengths.begin(), lengths.end()));
@@ -54,8 +58,7 @@ QPen PenOf(const Plot& plot, Colour background) {
 }
 
 /// Draws `pieces`, which are in pixels of `ratio` a unit.
-void DrawPieces(const Task& task, const Plot& plot, const std::vector<QPolygonF>& pieces, double ratio) {
-  QPen pen = PenOf(plot, task.background);
+void DrawPieces(const Task& task, QPen pen, const std::vector<QPolygonF>& pieces, double ratio) {
   pen.setWidthF(pen.widthF() * ratio);
   task.painter.save();
   task.painter.translate(task.rect.topLeft());
@@ -73,8 +76,65 @@ void DrawSampleLines(const Task& task) {
   for (const Plot& plot : task.graph.Plots) {
     if (plot.Visible && plot.Line != LineStyle::None) {
       const auto pieces = SampleLines(task.graph, plot.Channel, task.samples, task.X(kFine), task.Y(kFine));
-      DrawPieces(task, plot, pieces, kFine);
+      DrawPieces(task, PenOf(plot, TraceColour(plot, task.background), plot.LineWidth), pieces, kFine);
     }
+  }
+}
+
+std::vector<PathStretch> Stretches(const std::vector<PathPart>& parts, double ratio) {
+  std::vector<PathStretch> stretches;
+  for (const PathPart& part : parts) {
+    const int width = std::max(1, static_cast<int>(std::lround(part.width * ratio)));
+    stretches.push_back(
+        {part.plot->Channel, part.samples, TraceLook{part.colour.rgba(), width, part.plot->Line}});
+  }
+  return stretches;
+}
+
+/// The pixels of paths as lines up and down their columns, for files: what a path of very many samples
+/// covers is much less than its lines.
+void DrawPathPixels(const Task& task, const std::vector<PathPart>& parts) {
+  constexpr double kFine = 2.0;
+  const PixelScale x = task.X(kFine);
+  const PixelScale y = task.Y(kFine);
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(x.Pixels()) *
+                                    static_cast<std::size_t>(y.Pixels()));
+  const PixelArea area{pixels.data(), x.Pixels(), x.Pixels(), y.Pixels()};
+  PaintPaths(task.graph, Stretches(parts, kFine), x, y, area);
+  for (int column = 0; column < area.columns; ++column) {
+    for (int row = 0; row < area.rows;) {
+      const std::uint32_t colour = area.first[row * area.stride + column];
+      const int top = row;
+      while (row < area.rows && area.first[row * area.stride + column] == colour) {
+        ++row;
+      }
+      if (colour != 0) {
+        DrawPieces(task, QPen(QColor::fromRgba(colour), 1 / kFine, Qt::SolidLine, Qt::FlatCap),
+                   {{{column + 0.5, 1.0 * top}, {column + 0.5, 1.0 * row}}}, kFine);
+      }
+    }
+  }
+}
+
+void DrawPathLines(const Task& task, const std::vector<PathPart>& parts) {
+  constexpr double kFine = 1.0;
+  constexpr std::size_t kMostCorners = 60'000;
+  std::vector<std::vector<QPolygonF>> lines;
+  std::size_t corners = 0;
+  for (const PathPart& part : parts) {
+    lines.push_back(SampleLines(task.graph, part.plot->Channel, part.samples, task.X(kFine), task.Y(kFine)));
+    for (const QPolygonF& piece : lines.back()) {
+      corners += static_cast<std::size_t>(piece.size());
+    }
+  }
+  if (corners > kMostCorners) {
+    DrawPathPixels(task, parts);
+    return;
+  }
+  for (std::size_t k = 0; k < parts.size(); ++k) {
+    QPen pen = PenOf(*parts[k].plot, parts[k].colour, parts[k].width);
+    pen.setCapStyle(pen.style() == Qt::SolidLine ? Qt::RoundCap : Qt::FlatCap);  // colours meet without a gap
+    DrawPieces(task, pen, lines[k], kFine);
   }
 }
 
@@ -86,7 +146,8 @@ void DrawColumnLines(const Task& task) {
   for (std::size_t p = 0; p < columns.Plots().size(); ++p) {
     const Plot& plot = *columns.Plots()[p];
     if (plot.Line != LineStyle::None) {
-      DrawPieces(task, plot, ColumnLines(columns, static_cast<int>(p), y.Pixels()), kFine);
+      DrawPieces(task, PenOf(plot, TraceColour(plot, task.background), plot.LineWidth),
+                 ColumnLines(columns, static_cast<int>(p), y.Pixels()), kFine);
     }
   }
 }
@@ -103,8 +164,26 @@ void ForEachMark(const Task& task, const TraceColumns* columns, int p, int chann
     }
   };
   if (columns == nullptr) {
+    // Where there are very many, one mark a pixel is all that can be seen.
+    const bool many = task.Samples() > 2L * x.Pixels();
+    std::vector<bool> marked(
+        many ? static_cast<std::size_t>(x.Pixels()) * static_cast<std::size_t>(y.Pixels()) : 0);
+    const auto isNew = [&](double px, double py) {
+      if (!many || !(px >= 0 && px <= x.Pixels() && py >= 0 && py <= y.Pixels())) {
+        return true;
+      }
+      const auto cell = static_cast<std::size_t>(y.CellAt(py)) * static_cast<std::size_t>(x.Pixels()) +
+                        static_cast<std::size_t>(x.CellAt(px));
+      const bool before = marked[cell];
+      marked[cell] = true;
+      return !before;
+    };
     for (std::int64_t i = task.samples.begin; i < task.samples.end; ++i) {
-      mark(x.Pixel(task.graph.Times().At(i)), y.Pixel(task.graph.Plotted()->matrix.Frame(i)[channel]));
+      const double px = x.Pixel(task.graph.Times().At(i));
+      const double py = y.Pixel(task.graph.Plotted()->matrix.Frame(i)[channel]);
+      if (isNew(px, py)) {
+        mark(px, py);
+      }
     }
     return;
   }
@@ -150,7 +229,7 @@ void DrawBars(const Task& task) {
 }
 
 void DrawMarks(const Task& task, TracePainter::Kind kind) {
-  const bool each = task.Samples() <= 2L * task.rect.width() || !task.graph.Times().Sorted();
+  const bool each = task.Samples() <= 2L * task.rect.width() || task.IsPath();
   std::optional<TraceColumns> columns;
   int p = 0;
   for (const Plot& plot : task.graph.Plots) {
@@ -201,7 +280,7 @@ void PaintPixels(const Task& task, QImage& image) {
     const int width = std::max(1, static_cast<int>(std::lround(plot.LineWidth * task.ratio)));
     return TraceLook{TraceColour(plot, task.background).rgba(), width, plot.Line};
   };
-  if (task.graph.Times().Sorted()) {
+  if (!task.IsPath()) {
     const TraceColumns columns(task.graph, x, y);
     std::vector<TraceLook> looks;
     for (const Plot* plot : columns.Plots()) {
@@ -209,11 +288,7 @@ void PaintPixels(const Task& task, QImage& image) {
     }
     PaintColumns(columns, looks, task.abscissa.Log ? 0 : x.Cell(0.0), area);
   } else {
-    for (const Plot& plot : task.graph.Plots) {
-      if (plot.Visible && plot.Line != LineStyle::None) {
-        PaintCurve(task.graph, plot.Channel, look(plot), x, y, area);
-      }
-    }
+    PaintPaths(task.graph, Stretches(PathParts(task.graph, task.background), task.ratio), x, y, area);
   }
   task.painter.drawImage(task.rect.topLeft(), image);
 }
@@ -227,14 +302,19 @@ void TracePainter::Paint(QPainter& painter, const Graph& graph, const QRect& rec
     return;
   }
   const double ratio = kind == Kind::Pixels ? painter.device()->devicePixelRatioF() : 1.0;
-  const Task task{painter, graph, rect, background, ratio, abscissa, ordinate, ShownSamples(graph, abscissa)};
+  const Task task{
+      painter,  graph,
+      rect,     background,
+      ratio,    abscissa,
+      ordinate, graph.Path ? SampleSpan{1, graph.Times().Samples() + 1} : ShownSamples(graph, abscissa)};
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
   painter.setRenderHint(QPainter::Antialiasing);
   DrawBars(task);
-  const bool sorted = graph.Times().Sorted();
-  const bool resolved = !sorted || task.Samples() <= 2L * rect.width();
-  if (kind == Kind::Shapes ? resolved : sorted && IsSmooth(task)) {
+  const bool resolved = task.Samples() <= 2L * rect.width();
+  if (task.IsPath() && (kind == Kind::Shapes || IsSmooth(task))) {
+    DrawPathLines(task, PathParts(graph, background));
+  } else if (!task.IsPath() && (kind == Kind::Shapes ? resolved : IsSmooth(task))) {
     DrawSampleLines(task);
   } else if (kind == Kind::Shapes) {
     DrawColumnLines(task);

@@ -31,10 +31,6 @@ struct TraceLook {
 void PaintColumns(const TraceColumns& columns, const std::vector<TraceLook>& looks, int dashOrigin,
                   const PixelArea& area);
 
-/// Paints one plot sample by sample as a curve, for times that are not in order.
-void PaintCurve(const Graph& graph, int channel, const TraceLook& look, const PixelScale& x,
-                const PixelScale& y, const PixelArea& area);
-
 /// Lengths of dash and gap in turn, in units of the line's dashes; empty for solid and none.
 std::vector<int> DashLengths(LineStyle style);
 

@@ -5,7 +5,7 @@
 
 #include "core/trial/helpers.hpp"
 #include "emg/emg_statistics_form.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 #include "impact/integral_form.hpp"
 #include "spectra/fourier_statistics.hpp"
 #include "statistics/correlation_table.hpp"
@@ -79,7 +79,7 @@ void Windows(Workbench& workbench) {
 }
 
 void Cursors(Workbench& workbench) {
-  OpenGraphView(workbench);
+  OpenTimeView(workbench);
   const Box box{.title = "Compute Stats between Cursors?",
                 .text =
                     "This option will record various statistics between a series of cursors.\n"
@@ -107,14 +107,14 @@ void ShowOther(Workbench& workbench) {
 // From a graph.
 template <void (*table)(Workbench&)>
 void ShowAll(Workbench& workbench) {
-  OpenGraphView(workbench);
+  OpenTimeView(workbench);
   SetStatRange(workbench, {1, workbench.trial.NData});
   table(workbench);
 }
 
 template <void (*table)(Workbench&)>
 void ShowBetween(Workbench& workbench) {
-  OpenGraphView(workbench).SetStatRange();
+  OpenTimeView(workbench).SetStatRange();
   SetStatRange(workbench, StatRange(workbench));
   table(workbench);
 }

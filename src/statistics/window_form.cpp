@@ -7,7 +7,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/refusals.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 #include "statistics/window_statistics.hpp"
 
 namespace velmora {
@@ -17,7 +17,7 @@ constexpr std::size_t kMostRows = 500'000;
 
 std::vector<std::int32_t> CursorSamples(const Workbench& workbench) {
   std::vector<std::int32_t> samples;
-  if (const auto* view = dynamic_cast<const GraphView*>(workbench.view.get())) {
+  if (const auto* view = FindTimeView(workbench)) {
     for (int k = 1; k <= view->Cursors(); ++k) {
       samples.push_back(view->SampleOf(k));
     }

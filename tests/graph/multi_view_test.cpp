@@ -207,7 +207,7 @@ TEST_F(MultiViewTest, ScalesFollowTheMenu) {
   }
   Run("scale.min-max");
   ExpectOrdinate(1, -101, 101);
-  EXPECT_EQ(View().ShownScale(), MultiScale::MinMax);
+  EXPECT_EQ(View().ShownScale(), static_cast<int>(MultiScale::MinMax));
   Run("scale.0-to-100");
   ExpectOrdinate(4, 0, 100);
   Run("view.exit");

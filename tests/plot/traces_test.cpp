@@ -2,6 +2,7 @@
 #include <limits>
 #include <random>
 
+#include "plot/path_raster.hpp"
 #include "plot/pixel_scale.hpp"
 #include "plot/trace_columns.hpp"
 #include "plot/trace_raster.hpp"
@@ -193,7 +194,8 @@ TEST_F(TracesTest, TimesThatGoBackDrawACurve) {
   graph.Abscissa.SetMinMax(-1.5, 1.5);
   graph.Ordinate.SetMinMax(-1.5, 1.5);
   Pixels pixels(kWidth * kHeight, 0);
-  PaintCurve(graph, 1, looks[0], X(), Y(), {pixels.data(), kWidth, kWidth, kHeight});
+  const PathStretch all{.channel = 1, .samples = {1, 722}, .look = looks[0]};
+  PaintPaths(graph, {&all, 1}, X(), Y(), {pixels.data(), kWidth, kWidth, kHeight});
   for (std::int64_t i = 1; i <= 721; ++i) {
     const int cell = Y().Cell(trial.Data(i, 1)) * kWidth + X().Cell(trial.Data(i, 0));
     EXPECT_NE(pixels[static_cast<std::size_t>(cell)], 0U) << i;
@@ -203,6 +205,59 @@ TEST_F(TracesTest, TimesThatGoBackDrawACurve) {
       if (pixels[static_cast<std::size_t>(row * kWidth + k)] != 0) {
         EXPECT_NEAR(std::hypot(X().Value(k + 0.5), Y().Value(row + 0.5)), 1.0, 0.03) << k << ' ' << row;
       }
+    }
+  }
+}
+
+// Paths of every kind, whole and zoomed into: what is passed over because it is hidden or outside is not
+// missed. Held against every line painted in turn.
+TEST_F(TracesTest, PathsAreThePixelsOfAllTheirLines) {
+  std::mt19937 random(20);
+  std::normal_distribution<float> noise;
+  constexpr int kSamples = 4000;
+  const auto expectEqual = [this](const std::vector<PathStretch>& stretches, const char* what) {
+    Pixels fast(kWidth * kHeight, 0);
+    Pixels plain(kWidth * kHeight, 0);
+    PaintPaths(graph, stretches, X(), Y(), {fast.data(), kWidth, kWidth, kHeight});
+    PaintPathsPlainly(graph, stretches, X(), Y(), {plain.data(), kWidth, kWidth, kHeight});
+    EXPECT_GT(std::count_if(plain.begin(), plain.end(), [](auto pixel) { return pixel != 0; }), 20) << what;
+    EXPECT_TRUE(fast == plain) << what;
+  };
+  for (const char* kind : {"noise", "loops", "walk", "gaps"}) {
+    std::vector<float> x(kSamples);
+    std::vector<float> y(kSamples);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      const float turn = static_cast<float>(i) * 0.05F;
+      const bool loops = kind[0] == 'l';
+      x[i] = loops ? std::cos(turn) + 0.02F * noise(random) : noise(random);
+      y[i] = loops ? std::sin(2 * turn) : noise(random);
+      if (kind[0] == 'w' && i > 0) {
+        x[i] = x[i - 1] + 0.02F * noise(random);
+        y[i] = y[i - 1] + 0.02F * noise(random);
+      }
+      if (kind[0] == 'g' && i % 7 == 0) {
+        y[i] = std::numeric_limits<float>::quiet_NaN();
+      }
+    }
+    Plot({y, x, std::vector<float>(kSamples, 0.25F)}, 100.0);
+    for (int i = 1; i <= kSamples; ++i) {
+      trial.Data(i, 0) = x[static_cast<std::size_t>(i - 1)];
+    }
+    Replot();
+    const Axis whole = graph.Abscissa;
+    for (const double part : {1.0, 0.3, 0.01}) {
+      graph.Abscissa.SetMinMax(whole.Minimum * part, whole.Maximum * part);
+      std::vector<PathStretch> stretches;
+      for (int k = 0; k < 5; ++k) {  // five colours, then a wide one in front of and behind others
+        stretches.push_back({1, {1 + k * 800, 802 + k * 800}, {.colour = 7U + static_cast<unsigned>(k)}});
+      }
+      stretches.push_back({1, {900, 1300}, {.colour = 30, .width = 4}});
+      stretches.push_back({2, {1, kSamples + 1}, {.colour = 31, .width = 2}});
+      stretches.push_back({3, {1, kSamples + 1}, {.colour = 32, .width = 1}});
+      for (PathStretch& stretch : stretches) {
+        stretch.samples.end = std::min<std::int64_t>(stretch.samples.end, kSamples + 1);
+      }
+      expectEqual(stretches, kind);
     }
   }
 }

@@ -102,7 +102,7 @@ bool FixesDouble(const Workbench& workbench) {
 template <MultiScale scale>
 bool HasMultiScale(const Workbench& workbench) {
   const MultiView* view = FindMultiView(workbench);
-  return view != nullptr && view->ShownScale() == scale;
+  return view != nullptr && view->ShownScale() == static_cast<std::int32_t>(scale);
 }
 
 constexpr std::string_view kMultiView = "&View";
@@ -136,7 +136,9 @@ std::span<const Command> MultiCommands() {
   return kMultiCommands;
 }
 
-void ChangeMultiChannels(Workbench& workbench) {
+// Another view takes the place of this one.
+void MultiView::ChangeChannels() {
+  Workbench& workbench = workbench_;
   if (MultiChooseForm(workbench, MultiChooseForm::Offer::OfView).Ask()) {
     OpenChosen(workbench);
   }

@@ -30,7 +30,7 @@ std::string OrdinateCaption(const Trial& trial, const std::vector<int>& channels
 
 }  // namespace
 
-MultiView::MultiView(Workbench& workbench) : GraphView(workbench) {
+MultiView::MultiView(Workbench& workbench) : TimeView(workbench) {
   graphOf_ = workbench.graph.GraphOfChannel;
   Load();
 }
@@ -219,7 +219,7 @@ void MultiView::Reset() {
   Load();
 }
 
-void MultiView::ResetGraph() {
+void MultiView::ResetZoom() {
   if (selected_ > 0) {
     AutoScale(GraphAt(selected_));
   }

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "graph/graph_view.hpp"
 #include "graph/picture.hpp"
+#include "graph/time_view.hpp"
 
 namespace velmora {
 
@@ -25,7 +25,7 @@ enum class MultiScale : std::int32_t {
 
 /// The multi-axis graph: the chosen channels on a stack of graphs with one abscissa and two cursors in
 /// common. A graph number that no channel has is a gap: it is not drawn, and the others keep their numbers.
-class MultiView : public GraphView {
+class MultiView : public TimeView {
  public:
   /// Opens on `workbench.graph.GraphOfChannel` and the settings beside it.
   explicit MultiView(Workbench& workbench);
@@ -65,12 +65,12 @@ class MultiView : public GraphView {
   void Replot() override;
   void Reset() override;
   /// The selected graph's ordinate anew, and the whole abscissa.
-  void ResetGraph();
+  void ResetZoom() override;
   void SetDefaultLooks() override;
   void SetScale(Scale scale) override;
   /// All graphs get the lowest and the highest limit of any.
   void SetSameScale();
-  [[nodiscard]] MultiScale ShownScale() const { return scale_; }
+  [[nodiscard]] std::int32_t ShownScale() const override { return static_cast<std::int32_t>(scale_); }
   void CheckScale(MultiScale scale) { scale_ = scale; }
 
   // Lines and marks beside the cursors.
@@ -86,8 +86,8 @@ class MultiView : public GraphView {
   void ToggleFixDouble() { fixDouble_ = !fixDouble_; }
   [[nodiscard]] bool FixesDouble() const { return fixDouble_; }
 
-  /// The box with the keys of the view.
-  void ShowKeyList();
+  void ChangeChannels() override;
+  void ShowKeyList() override;
 
  private:
   bool DoKey(const KeyPress& key) override;

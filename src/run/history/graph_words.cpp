@@ -2,12 +2,12 @@
 
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 
 namespace velmora {
 
 std::string GraphWords(const Workbench& workbench) {
-  const auto* view = dynamic_cast<const GraphView*>(workbench.view.get());
+  const auto* view = FindTimeView(workbench);
   if (view == nullptr) {
     return {};
   }

@@ -8,7 +8,7 @@
 #include "core/questions/picker.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
-#include "graph/graph_view.hpp"
+#include "graph/time_view.hpp"
 #include "run/history/answer_record.hpp"
 #include "run/history/graph_words.hpp"
 
@@ -199,7 +199,7 @@ void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {
   for (const RecordedStep& step : steps_) {
     views_ = std::max(views_, step.view);
   }
-  const auto* view = dynamic_cast<const GraphView*>(workbench_->view.get());
+  const auto* view = FindTimeView(*workbench_);
   cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
   if (onDone) {
     onDone(action_);
@@ -289,7 +289,7 @@ void Recorder::NoteNewCursors() {
   if (workbench_->view != nullptr && !viewOpen_) {
     cursors_ = 0;
   }
-  const auto* view = dynamic_cast<const GraphView*>(workbench_->view.get());
+  const auto* view = FindTimeView(*workbench_);
   const std::size_t before = cursors_;
   cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
   for (std::size_t k = before; k < cursors_; ++k) {

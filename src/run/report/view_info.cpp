@@ -2,6 +2,7 @@
 
 #include "graph/multi/multi_view.hpp"
 #include "graph/single_view.hpp"
+#include "graph/xy/xy_view.hpp"
 
 namespace velmora {
 namespace {
@@ -76,11 +77,34 @@ Json MultiInfo(const MultiView& view) {
       {"graphs", graphs}};
 }
 
+Json XYInfo(const XYView& view) {
+  const Graph& graph = view.Drawing();
+  Json x = AxisInfo(graph.Abscissa);
+  x["channel"] = view.Setup().X;
+  Json plots = Json::array();
+  for (const Plot& plot : graph.Plots) {
+    plots.push_back({{"channel", view.ChannelOf(plot.Channel)},
+                     {"visible", plot.Visible ? -1 : 0},
+                     {"colour", plot.ColourIndex},
+                     {"n", view.PointsOf(plot.Channel)}});
+  }
+  return {{"kind", "xy"},
+          {"title", view.TitleText()},
+          {"x", x},
+          {"y", AxisInfo(graph.Ordinate)},
+          {"plots", plots},
+          {"equal", graph.EqualScales ? -1 : 0},
+          {"range", {view.Range().lo, view.Range().hi}}};
+}
+
 }  // namespace
 
 Json ViewInfo(const OpenView& view) {
   if (const auto* multi = dynamic_cast<const MultiView*>(&view)) {
     return MultiInfo(*multi);
+  }
+  if (const auto* xy = dynamic_cast<const XYView*>(&view)) {
+    return XYInfo(*xy);
   }
   const auto* single = dynamic_cast<const SingleView*>(&view);
   if (single == nullptr) {

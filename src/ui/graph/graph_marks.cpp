@@ -11,11 +11,8 @@ bool HasBackground(const GraphView& view, const Workbench& /*workbench*/) {
   return view.Lead().Background == colour;
 }
 template <Scale scale>
-bool HasScale(const GraphView& view, const Workbench& workbench) {
-  if (const auto* multi = dynamic_cast<const MultiView*>(&view)) {
-    return static_cast<std::int32_t>(multi->ShownScale()) == static_cast<std::int32_t>(scale);
-  }
-  return workbench.graph.GraphScaleChoice == static_cast<std::int32_t>(scale);
+bool HasScale(const GraphView& view, const Workbench& /*workbench*/) {
+  return view.ShownScale() == static_cast<std::int32_t>(scale);
 }
 template <TrackMode mode>
 bool HasTrack(const GraphView& view, const Workbench& /*workbench*/) {
@@ -27,7 +24,8 @@ bool HasLog(const GraphView& view, const Workbench& /*workbench*/) {
 }
 template <int count>
 bool HasCursors(const GraphView& view, const Workbench& /*workbench*/) {
-  return view.Cursors() == count;
+  const auto* cursors = dynamic_cast<const TimeView*>(&view);
+  return cursors != nullptr && cursors->Cursors() == count;
 }
 template <bool Graph::*shown>
 bool Shows(const GraphView& view, const Workbench& /*workbench*/) {

@@ -42,6 +42,12 @@ class GraphMenus {
 
 /// Fills the menu bar of the single-axis graph.
 void AddSingleMenus(GraphMenus& menus, QMenuBar* bar);
+/// Fills a menu with what the single-axis graph has in its menu of this name, as far as the ids fit; what has
+/// no command yet fits no other graph.
+void FillSingleMenu(GraphMenus& menus, QMenu* menu, std::string_view name,
+                    const std::function<bool(std::string_view id)>& fits);
+/// Fills the menu bar of the X-Y plot.
+void AddXYMenus(GraphMenus& menus, QMenuBar* bar);
 /// Fills the menu bar of the multi-axis graph.
 void AddMultiMenus(GraphMenus& menus, QMenuBar* bar);
 

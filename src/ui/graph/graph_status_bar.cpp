@@ -35,7 +35,11 @@ void GraphStatusBar::ShowMode(TrackMode mode) {
 }
 
 void GraphStatusBar::ShowPlace(const QString& x, const QString& y) {
-  place_->setText(QStringLiteral("%1 : %2").arg(x, y));
+  ShowText(QStringLiteral("%1 : %2").arg(x, y));
+}
+
+void GraphStatusBar::ShowText(const QString& text) {
+  place_->setText(text);
 }
 
 }  // namespace velmora::ui

@@ -20,6 +20,8 @@ class GraphStatusBar : public QStatusBar {
 
   void ShowMode(TrackMode mode);
   void ShowPlace(const QString& x, const QString& y);
+  /// In place of where the mouse is.
+  void ShowText(const QString& text);
 
  private:
   QLabel* mode_;

@@ -10,7 +10,9 @@
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "plot/graph_widget.hpp"
+#include "ui/graph/arrow_pan.hpp"
 #include "ui/graph/cursor_values.hpp"
+#include "ui/graph/graph_bar.hpp"
 #include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_sidebar.hpp"
 #include "ui/graph/graph_status_bar.hpp"
@@ -170,16 +172,14 @@ void GraphWindow::ShowView() {
 }
 
 void GraphWindow::ShowState(const SingleView& view) {
-  Caption(*windowButton_, ToQt(view.WindowCaption()));
-  Caption(*pointsButton_, ToQt(view.PointsCaption()));
+  bar_->Caption(*windowButton_, ToQt(view.WindowCaption()));
+  bar_->Caption(*pointsButton_, ToQt(view.PointsCaption()));
   trial_->setText(ToQt(workbench_.trial.TrialName));
   countCaption_->setText(view.Cursors() == 1 ? tr("Datum:") : tr("# data:"));
   intervalCaption_->setText(view.Cursors() == 1 ? tr("Time:") : tr("Interval:"));
   count_->setText(ToQt(view.CountText()));
   interval_->setText(ToQt(view.IntervalText()));
-  for (const auto& [mode, button] : modes_) {
-    button->setChecked(view.Drawing().Track == mode);
-  }
+  bar_->ShowMode(view.Drawing().Track);
   status_->ShowMode(view.Drawing().Track);
 }
 
@@ -189,7 +189,7 @@ void GraphWindow::keyPressEvent(QKeyEvent* event) {
     return;
   }
   const std::optional<KeyPress> key = GraphKey(*event);
-  if (!key || View() == nullptr || StepByArrow(*key) || PressBarKey(*key)) {
+  if (!key || View() == nullptr || StepByArrow(*key) || bar_->PressKey(*key)) {
     return;
   }
   Act(*key, [&] {
@@ -211,22 +211,19 @@ void GraphWindow::LeaveMode() {
 // With a cursor the arrows move the one that was moved last, by a pixel or a sample, whichever is more,
 // with shift ten times as far; without one they pan.
 bool GraphWindow::StepByArrow(const KeyPress& key) {
-  constexpr double kPan = 0.1;
   constexpr double kFar = 10.0;
   if (key.name != "Left" && key.name != "Right") {
     return false;
   }
   SingleView& view = *View();
-  const Axis& axis = view.Drawing().Abscissa;
-  const Axis& ordinate = view.Drawing().Ordinate;
-  const double width = axis.Maximum - axis.Minimum;
-  const double sign = (key.name == "Left" ? -1 : 1) * (key.shift ? kFar : 1.0);
   if (view.Cursors() == 0) {
-    const double step = sign * kPan * width;
-    view.ShowRange(1, axis.Minimum + step, axis.Maximum + step, ordinate.Minimum, ordinate.Maximum);
+    PanByArrow(view, 1, key, false);
     plot_->Redraw();
     return true;
   }
+  const Axis& axis = view.Drawing().Abscissa;
+  const double width = axis.Maximum - axis.Minimum;
+  const double sign = (key.name == "Left" ? -1 : 1) * (key.shift ? kFar : 1.0);
   active_ = std::clamp(active_, 1, view.Cursors());
   const double pixel = width / std::max(plot_->axisRect()->width(), 1);
   const double sample = workbench_.trial.Rate > 0 ? 1 / workbench_.trial.Rate : pixel;

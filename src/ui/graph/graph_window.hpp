@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 
 #include "graph/single_view.hpp"
@@ -18,6 +17,7 @@ class GraphWidget;
 namespace velmora::ui {
 
 class CursorValuesPanel;
+class GraphBar;
 class GraphMenus;
 class GraphSidebar;
 class GraphStatusBar;
@@ -55,17 +55,13 @@ class GraphWindow : public ViewWindow {
 
   // graph_window_bars.cpp
   void AddBar();
-  struct BarButton;
-  QPushButton* AddButton(QLayout& bar, const BarButton& button);
-  void Caption(QPushButton& button, const QString& caption) const;
-  bool PressBarKey(const KeyPress& key);
-  void AddModes(QLayout& bar);
   void AddReadOuts(QHBoxLayout& bar);
 
   int dragged_ = 0;
   int active_ = 1;             // the cursor that arrows move
   bool sidebarMoved_ = false;  // by hand
   std::unique_ptr<GraphMenus> menus_;
+  std::unique_ptr<GraphBar> bar_;
   // Children of the window.
   GraphWidget* plot_ = nullptr;
   GraphStatusBar* status_ = nullptr;
@@ -73,8 +69,6 @@ class GraphWindow : public ViewWindow {
   CursorValuesPanel* values_ = nullptr;
   QPushButton* windowButton_ = nullptr;
   QPushButton* pointsButton_ = nullptr;
-  std::map<std::string, QPushButton*> barKeys_;  // that the view itself has no use for
-  std::vector<std::pair<TrackMode, QPushButton*>> modes_;
   QLabel* trial_ = nullptr;
   QLabel* countCaption_ = nullptr;
   QLabel* count_ = nullptr;

@@ -49,21 +49,6 @@ bool HasPlace(const Command& command, std::string_view menu) {
                      [&](const Extra& extra) { return extra.menu == menu && extra.command == command.id; });
 }
 
-void Fill(GraphMenus& menus, QMenu* menu, std::string_view name) {
-  const std::string path = "&Single-axis graph/" + std::string(name);
-  for (const Command& command : AllCommands()) {
-    if (command.needs != Needs::View || command.menu != path || HasPlace(command, name)) {
-      continue;
-    }
-    menus.Add(menu, command.id);
-    for (const Extra& extra : kExtras) {
-      if (extra.menu == name && extra.after == command.id) {
-        menus.Add(menu, extra.command, extra.caption);
-      }
-    }
-  }
-}
-
 void AddStatistics(GraphMenus& menus, QMenuBar* bar) {
   QMenu* menu = bar->addMenu(QStringLiteral("S&tatistics"));
   const std::pair<const char*, const char*> ranges[] = {{"&All data", "statistics.all-"},
@@ -80,6 +65,24 @@ void AddStatistics(GraphMenus& menus, QMenuBar* bar) {
 
 }  // namespace
 
+void FillSingleMenu(GraphMenus& menus, QMenu* menu, std::string_view name,
+                    const std::function<bool(std::string_view id)>& fits) {
+  const std::string path = "&Single-axis graph/" + std::string(name);
+  for (const Command& command : AllCommands()) {
+    if (command.needs != Needs::View || command.menu != path || HasPlace(command, name)) {
+      continue;
+    }
+    if (fits(command.id)) {
+      menus.Add(menu, command.id);
+    }
+    for (const Extra& extra : kExtras) {
+      if (extra.menu == name && extra.after == command.id && fits(extra.command)) {
+        menus.Add(menu, extra.command, extra.caption);
+      }
+    }
+  }
+}
+
 void AddSingleMenus(GraphMenus& menus, QMenuBar* bar) {
   for (const std::string_view name : kMenus) {
     if (name == "C&rop") {
@@ -87,7 +90,7 @@ void AddSingleMenus(GraphMenus& menus, QMenuBar* bar) {
     }
     QMenu* menu = bar->addMenu(ToQt(name));
     menu->setToolTipsVisible(true);
-    Fill(menus, menu, name);
+    FillSingleMenu(menus, menu, name, [](std::string_view /*id*/) { return true; });
     if (name == "&File") {
       menus.SetFileMenu(menu);
     }

@@ -12,6 +12,7 @@
 #include "ui/graph/graph_window.hpp"
 #include "ui/graph/multi_window.hpp"
 #include "ui/graph/window_requests.hpp"
+#include "ui/graph/xy_window.hpp"
 #include "ui/screen_room.hpp"
 #include "ui/text.hpp"
 
@@ -26,6 +27,9 @@ ViewWindow::ViewWindow(Workbench& workbench, Run run, QWidget* parent)
 ViewWindow* MakeViewWindow(Workbench& workbench, ViewWindow::Run run, QWidget* parent) {
   if (FindMultiView(workbench) != nullptr) {
     return new MultiWindow(workbench, std::move(run), parent);
+  }
+  if (FindXYView(workbench) != nullptr) {
+    return new XYWindow(workbench, std::move(run), parent);
   }
   return new GraphWindow(workbench, std::move(run), parent);
 }

@@ -139,6 +139,7 @@ constexpr std::array kPlaces = {
     MenuPlace{"graph.single", kView},
     MenuPlace{"graph.multi", kView, "Select Channels for &Multi-Axis Graph"},
     MenuPlace{"graph.all", kView},
+    MenuPlace{"graph.xy", kView},
     MenuPlace{"data.table", kView, "", true},
     MenuPlace{"data.header", kView},
 };

@@ -13,7 +13,8 @@ namespace velmora::ui {
 namespace {
 
 bool IsOfGraph(const Command& command) {
-  return command.menu.starts_with("&Single-axis graph") || command.menu.starts_with("&Multi-axis graph");
+  return command.menu.starts_with("&Single-axis graph") || command.menu.starts_with("&Multi-axis graph") ||
+         command.menu.starts_with("&X-Y plot");
 }
 
 QKeySequence ShortcutOf(std::string_view id) {

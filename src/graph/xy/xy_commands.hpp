@@ -1,0 +1,11 @@
+#pragma once
+
+#include <span>
+
+#include "core/command.hpp"
+
+namespace velmora {
+
+std::span<const Command> XYCommands();
+
+}  // namespace velmora
