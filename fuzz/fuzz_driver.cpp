@@ -1,6 +1,6 @@
-// Drives a fuzz target without libFuzzer: mutates the seeds for a number of seconds. The same seed number
-// makes the same inputs. The target runs in a child, so that an input that ends it, or takes too long,
-// can be kept in crash-input.bin.
+// Drives a fuzz target without libFuzzer: mutates the seeds for a number of seconds, or of inputs. The same
+// seed number makes the same inputs. The target runs in a child, so that an input that ends it, or takes too
+// long, can be kept in crash-input.bin.
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,6 +13,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <limits>
 #include <new>
 #include <random>
 
@@ -103,20 +104,26 @@ void RunShared(Shared& shared, const std::string& bytes) {
   alarm(0);
 }
 
-void RunMany(Shared& shared, double seconds, std::uint64_t seed) {
+// How long a run goes on: until the first of these is reached.
+struct Limits {
+  double seconds = 3;
+  std::uint64_t inputs = std::numeric_limits<std::uint64_t>::max();
+};
+
+void RunMany(Shared& shared, const Limits& limits, std::uint64_t seed) {
   const std::vector<std::string> seeds = FuzzSeeds();
   for (const std::string& bytes : seeds) {
     RunShared(shared, bytes);
   }
   Random random(seed);
-  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-  while (std::chrono::steady_clock::now() < end) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(limits.seconds);
+  while (shared.runs < limits.inputs && std::chrono::steady_clock::now() < end) {
     RunShared(shared, Mutated(seeds[Below(random, seeds.size())], random));
   }
 }
 
 // Returns the program's exit status.
-int Supervise(double seconds, std::uint64_t seed) {
+int Supervise(const Limits& limits, std::uint64_t seed) {
   Shared* shared = MakeShared();
   const pid_t child = shared == nullptr ? -1 : fork();
   if (child < 0) {
@@ -124,7 +131,7 @@ int Supervise(double seconds, std::uint64_t seed) {
     return 2;
   }
   if (child == 0) {
-    RunMany(*shared, seconds, seed);
+    RunMany(*shared, limits, seed);
     return 0;
   }
   int status = 0;
@@ -156,13 +163,15 @@ int WriteSeeds(const std::string& directory) {
 
 }  // namespace
 
-// Arguments: [--seconds S] [--seed N], or --write-seeds DIRECTORY, or one file to run alone.
+// Arguments: [--seconds S] [--inputs N] [--seed N], or --write-seeds DIRECTORY, or one file to run alone.
 int main(int argc, char** argv) {
-  double seconds = 3;
+  Limits limits;
   std::uint64_t seed = 1;
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--seconds") == 0 && i + 1 < argc) {
-      seconds = std::atof(argv[++i]);
+      limits.seconds = std::atof(argv[++i]);
+    } else if (std::strcmp(argv[i], "--inputs") == 0 && i + 1 < argc) {
+      limits.inputs = std::strtoull(argv[++i], nullptr, 10);
     } else if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc) {
       seed = std::strtoull(argv[++i], nullptr, 10);
     } else if (std::strcmp(argv[i], "--write-seeds") == 0 && i + 1 < argc) {
@@ -171,5 +180,5 @@ int main(int argc, char** argv) {
       return RunFile(argv[i]);
     }
   }
-  return Supervise(seconds, seed);
+  return Supervise(limits, seed);
 }

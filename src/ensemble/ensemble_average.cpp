@@ -45,6 +45,7 @@ void EnsembleAverage::Choose(const Trial& trial, const ChannelList& channels) {
 
 void EnsembleAverage::Begin(const Workbench& workbench, std::int32_t intervals) {
   sums_.Begin(channels_, intervals);
+  mostSquares_ = 0.0;
   channelsOfFirst_ = workbench.trial.NChan;
   firstTimed_ = IsTimeBased(workbench);
   EnsembleFiles_ = 0;
@@ -89,8 +90,12 @@ std::string EnsembleAverage::Oddities(const Trial& trial, const AveragedFile& fi
 
 std::string EnsembleAverage::Add(Trial& trial, AveragedFile file) {
   const float time = LastTime(trial) - FirstTime(trial);
-  ResampleAll(trial, sums_.Intervals(), MachineSimdLevel(), &spare_);
-  if (!sums_.Fits(trial)) {
+  const double largest =
+      static_cast<double>(ResampleAll(trial, sums_.Intervals(), MachineSimdLevel(), &spare_));
+  // No sum of squares is above the sum of the largest ones: far from the end of the range nobody need look.
+  mostSquares_ += largest * largest;
+  constexpr double kSurelyFits = 1e38;
+  if (!(mostSquares_ < kSurelyFits) && !sums_.Fits(trial)) {
     return "it has samples that are missing or too large to be squared";
   }
   sums_.Add(trial);

@@ -68,7 +68,8 @@ class EnsembleAverage {
   int channelsOfFirst_ = 0;
   bool firstTimed_ = true;
   EnsembleSums sums_;
-  SampleMatrix spare_;  // of re-sampling, to be used again
+  double mostSquares_ = 0.0;  // at least the largest sum of squares
+  SampleMatrix spare_;        // of re-sampling, to be used again
   std::int32_t EnsembleFiles_ = 0;
   float EnsembleTimeSum_ = 0.0F;
   std::vector<AveragedFile> files_;

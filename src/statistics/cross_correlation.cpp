@@ -115,7 +115,8 @@ std::vector<double> LagSumsPlain(std::span<const double> dx, std::span<const dou
 
 // The product of one spectrum and the other's conjugate; zeros behind the samples keep the ends apart.
 std::vector<double> LagSumsByTransform(std::span<const double> dx, std::span<const double> dy,
-                                       std::int32_t largestLag) {
+                                       std::int32_t largestLag, const GoesOn& goesOn) {
+  constexpr double kOneOfThree = 1.0 / 3;
   const auto lags = static_cast<std::size_t>(largestLag);
   std::size_t size = 1;
   while (size < dx.size() + lags + 1) {
@@ -132,7 +133,13 @@ std::vector<double> LagSumsByTransform(std::span<const double> dx, std::span<con
     fftw_execute(plan.get());
   };
   transform(dx, x.get());
+  if (!Goes(goesOn, kOneOfThree)) {
+    return {};
+  }
   transform(dy, y.get());
+  if (!Goes(goesOn, 2 * kOneOfThree)) {
+    return {};
+  }
   for (std::size_t k = 0; k < lines; ++k) {
     const double* a = x.get()[k];
     double* b = y.get()[k];
@@ -154,12 +161,19 @@ std::vector<double> LagSumsByTransform(std::span<const double> dx, std::span<con
 }
 
 std::vector<double> CrossCorrelate(std::span<const float> x, std::span<const float> y,
-                                   std::int32_t largestLag, LagNorm norm) {
+                                   std::int32_t largestLag, LagNorm norm, const GoesOn& goesOn) {
   constexpr double kManyProducts = 1e6;
   const std::vector<double> dx = Deviations(x);
   const std::vector<double> dy = Deviations(y);
   const bool many = static_cast<double>(dx.size()) * largestLag > kManyProducts;
-  std::vector<double> r = many ? LagSumsByTransform(dx, dy, largestLag) : LagSumsPlain(dx, dy, largestLag);
+  if (!Goes(goesOn, 0.0)) {
+    return {};
+  }
+  std::vector<double> r =
+      many ? LagSumsByTransform(dx, dy, largestLag, goesOn) : LagSumsPlain(dx, dy, largestLag);
+  if (r.empty() || !Goes(goesOn, 1.0)) {
+    return {};
+  }
   if (norm == LagNorm::Overlap) {
     DivideByOverlap(dx, dy, largestLag, r);
     return r;

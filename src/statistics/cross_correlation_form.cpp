@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "core/questions/patience.hpp"
+#include "core/questions/long_work.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/missing_samples.hpp"
@@ -69,7 +69,7 @@ bool CrossCorrelationForm::TakeChannels() {
 }
 
 bool CrossCorrelationForm::Compute() {
-  constexpr std::int32_t kLong = 2'000'000;  // samples
+  constexpr std::int32_t kLong = 500'000;  // samples
   if (!TakeChannels()) {
     return false;
   }
@@ -77,8 +77,18 @@ bool CrossCorrelationForm::Compute() {
       std::clamp<std::int64_t>(RoundHalfEven(maxLag_ * workbench_.trial.Rate), 1, range_.hi - range_.lo));
   const std::vector<float> x = SamplesOf(x_);
   const std::vector<float> y = SamplesOf(y_);
-  const auto correlate = [&] { return CrossCorrelate(x, y, largestLag, static_cast<LagNorm>(norm_)); };
-  r_ = range_.hi - range_.lo >= kLong ? WithPatience(workbench_, correlate) : correlate();
+  const auto correlate = [&](const GoesOn& goesOn) {
+    return CrossCorrelate(x, y, largestLag, static_cast<LagNorm>(norm_), goesOn);
+  };
+  if (range_.hi - range_.lo < kLong) {
+    r_ = correlate({});
+  } else {
+    LongWork work(workbench_, "Correlating", true);
+    r_ = WithTurns(work.Turns(), correlate);
+    if (work.Cancelled()) {
+      return false;
+    }
+  }
   const std::optional<BestLag> best = FindLag(r_);
   if (!best) {
     return Refuse("Constant Channel", "No lag was found at which both channels vary.");

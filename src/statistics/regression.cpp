@@ -48,13 +48,16 @@ Scaled ScaleOf(std::span<const std::vector<double>> columns, const std::vector<d
 }
 
 // The triangle R of [X y]: that of some rows takes the next rows below it, so that the whole is never in
-// memory.
+// memory. Empty when it was cancelled.
 Matrix TriangleOf(std::span<const std::vector<double>> columns, const std::vector<double>& y,
-                  const Scaled& scaled) {
+                  const Scaled& scaled, const GoesOn& goesOn) {
   constexpr std::size_t kRows = 1024;
   const auto width = static_cast<Eigen::Index>(columns.size() + 1);
   Matrix triangle = Matrix::Zero(width, width);
   for (std::size_t first = 0; first < y.size(); first += kRows) {
+    if (!Goes(goesOn, static_cast<double>(first) / static_cast<double>(y.size()))) {
+      return {};
+    }
     const auto rows = static_cast<Eigen::Index>(std::min(kRows, y.size() - first));
     Matrix block(width + rows, width);
     block.topRows(width) = triangle;
@@ -107,7 +110,7 @@ void JudgeFit(Regression& fit, double total, double m, double freedom) {
 }  // namespace
 
 RegressionTrouble FitRegression(std::span<const std::vector<double>> columns, const std::vector<double>& y,
-                                bool withIntercept, Regression& fit) {
+                                bool withIntercept, Regression& fit, const GoesOn& goesOn) {
   const std::size_t m = columns.size();
   const std::size_t k = m + (withIntercept ? 1 : 0);
   if (y.size() <= k) {
@@ -118,7 +121,10 @@ RegressionTrouble FitRegression(std::span<const std::vector<double>> columns, co
                   [](double length) { return !(length > 0); })) {
     return RegressionTrouble::Dependent;
   }
-  const Matrix triangle = TriangleOf(columns, y, scaled);
+  const Matrix triangle = TriangleOf(columns, y, scaled, goesOn);
+  if (triangle.size() == 0) {
+    return RegressionTrouble::Cancelled;
+  }
   const auto size = static_cast<Eigen::Index>(m);
   if (triangle.diagonal().head(size).cwiseAbs().minCoeff() < kDependent) {
     return RegressionTrouble::Dependent;

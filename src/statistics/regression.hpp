@@ -5,6 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "core/questions/long_work.hpp"
+
 namespace velmora {
 
 /// One coefficient of a straight-line model and how certain it is.
@@ -30,14 +32,14 @@ struct Regression {
   double sse = 0.0;
 };
 
-enum class RegressionTrouble { None, TooFewData, Dependent };
+enum class RegressionTrouble { None, TooFewData, Dependent, Cancelled };
 
 /// `columns` are the independent variables, all as long as `y` and all numbers. By QR (Householder) of
 /// columns that are centred (with an intercept) and scaled to length 1, some rows at a time: Golub and Van
 /// Loan, 5.2 and 5.3. Columns depend on each other when what is left of one after the others is below 1e-7 of
-/// its length, the rounding of 32-bit samples.
+/// its length, the rounding of 32-bit samples. Cancelled when `goesOn` ends it.
 RegressionTrouble FitRegression(std::span<const std::vector<double>> columns, const std::vector<double>& y,
-                                bool withIntercept, Regression& fit);
+                                bool withIntercept, Regression& fit, const GoesOn& goesOn = {});
 
 /// How two measurements of the same agree (Bland and Altman 1986, Lancet 327, 307); `y` less `x`.
 struct Agreement {

@@ -50,12 +50,16 @@ bool RegressionForm::TakeChannels() {
   return HasFreeChannels(workbench_, (fitted_ ? 1 : 0) + (residuals_ ? 1 : 0));
 }
 
-// The samples at which all channels are numbers.
-void RegressionForm::TakeRows() {
+// The samples at which all channels are numbers. False when it was cancelled.
+bool RegressionForm::TakeRows(const GoesOn& goesOn) {
+  constexpr std::int64_t kBetweenTurns = 1 << 16;
   const Trial& trial = workbench_.trial;
   columns_.assign(terms_.size(), {});
   yValues_.clear();
   for (std::int64_t i = range_.lo; i <= range_.hi; ++i) {
+    if ((i - range_.lo) % kBetweenTurns == 0 && !Goes(goesOn, 0.0)) {
+      return false;
+    }
     const auto isNumber = [&](int c) { return std::isfinite(trial.Data(i, c)); };
     if (!isNumber(y_) || !std::all_of(terms_.begin(), terms_.end(), isNumber)) {
       continue;
@@ -65,14 +69,23 @@ void RegressionForm::TakeRows() {
       columns_[k].push_back(trial.Data(i, terms_[k]));
     }
   }
+  return true;
+}
+
+RegressionTrouble RegressionForm::Fit() {
+  constexpr std::int64_t kLong = 1'000'000;  // numbers
+  const std::int64_t samples = std::int64_t{range_.hi} - range_.lo + 1;
+  LongWork work(workbench_, "Fitting", samples * static_cast<std::int64_t>(terms_.size() + 1) > kLong);
+  const GoesOn goesOn = work.Turns();
+  return TakeRows(goesOn) ? FitRegression(columns_, yValues_, intercept_, fit_, goesOn)
+                          : RegressionTrouble::Cancelled;
 }
 
 bool RegressionForm::Compute() {
   if (!TakeChannels()) {
     return false;
   }
-  TakeRows();
-  switch (FitRegression(columns_, yValues_, intercept_, fit_)) {
+  switch (Fit()) {
     case RegressionTrouble::TooFewData:
       RefuseTooFewData(workbench_);
       return false;
@@ -80,6 +93,8 @@ bool RegressionForm::Compute() {
       ShowRefusal(workbench_, {.title = "Channels Depend on Each Other",
                                .text = "The regression has no single answer.  Take out one of the channels.",
                                .icon = Icon::Exclamation});
+      return false;
+    case RegressionTrouble::Cancelled:
       return false;
     case RegressionTrouble::None:
       break;

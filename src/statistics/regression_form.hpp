@@ -22,7 +22,8 @@ class RegressionForm : public AnalysisForm {
 
   bool Compute() override;
   bool TakeChannels();
-  void TakeRows();
+  bool TakeRows(const GoesOn& goesOn);
+  RegressionTrouble Fit();
   void MakeTables();
   [[nodiscard]] ResultTable TermTable() const;
   [[nodiscard]] ResultTable FitTable() const;

@@ -4,6 +4,8 @@
 #include "emg/maximums/stored_maximums.hpp"
 #include "emg/maximums/window_maximum.hpp"
 #include "support/command_test.hpp"
+#include "support/full_disk.hpp"
+#include "support/no_permission.hpp"
 
 namespace velmora::test {
 namespace {
@@ -115,6 +117,25 @@ TEST_F(Maximums, AFileThatIsNoneIsNeitherReadNorOverwritten) {
     EXPECT_FALSE(ReadMaximums(path)) << "cut to " << length;
   }
   EXPECT_TRUE(ReadMaximums(whole));
+}
+
+TEST_F(Maximums, AFailedSaveLeavesTheFileAsItWas) {
+  const std::string path = directory.Path("day.max");
+  questions.fileAnswers.push_back({path});
+  Determine({}, "Save");
+  const std::string before = ReadFile(path);
+  const auto says = [&](const std::string& why) {
+    questions.fileAnswers = {{path}};
+    Determine({{"chkKeep", "no"}}, "Save");
+    return LastBox().find("day.max\nFile may be in-use or write-protected.\n\n\"" + why + "\"") !=
+           std::string::npos;
+  };
+  {
+    const FullDisk disk(100);
+    EXPECT_TRUE(says("File too large")) << LastBox();
+  }
+  EXPECT_TRUE(WithoutPermission(directory.Path(""), [&] { return says("Permission denied"); }));
+  EXPECT_EQ(ReadFile(path), before);
 }
 
 // --- Percent of maximum

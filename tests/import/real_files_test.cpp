@@ -214,7 +214,7 @@ TEST_F(RealFilesTest, EachOpensWithTheRightNumbersOrSaysWhatToChange) {
     parsed.emplace(recording.file, recording);
   }
   const auto promises = Promises();
-  for (const char* folder : {"text", "vendor", "reference", "opensim", "trc"}) {
+  for (const char* folder : {"text", "vendor", "reference", "opensim", "trc", "tdms", "mat", "hdf5"}) {
     for (const auto& entry : std::filesystem::directory_iterator(*Recording(folder))) {
       const std::string file = folder + ("/" + entry.path().filename().string());
       EXPECT_TRUE(promises.contains(file)) << file << " is not on the page";

@@ -238,7 +238,24 @@ TEST_F(TextFormatsTest, LabViewMeasurements) {
   Load("a.lvm", head("One", segment + "0,5\t1\t2\n0,75\t3\t4\n1\t5\t6\n\n" + segment + "1,25\t7\t8\n"));
   EXPECT_EQ(trial.NData, 3);
   EXPECT_EQ(Times(), (std::vector<float>{0.5F, 0.75F, 1}));
-  EXPECT_NE(Told().find("What follows line 17 was not read."), std::string::npos) << Told();
+  EXPECT_NE(
+      Told().find("1 further segment of the file was not read: the next one starts at 0.5 s, not where the "
+                  "one before ends."),
+      std::string::npos)
+      << Told();
+  const auto from = [&segment](const std::string& start) {
+    std::string text = segment;
+    return text.replace(text.find("0,5\t0,5"), 7, start + "\t" + start);
+  };
+  const std::string joined =
+      segment + "\t1\t2\n\t3\t4\n\t5\t6\n\n" + from("1,25") + "\t7\t8\n\t9\t10\n\t11\t12\n";
+  Load("a.lvm",
+       head("No", joined + from("2") + "\t13\t14\n" + from("7") + "\t0\t0\n" + from("8") + "\t0\t0\n"));
+  EXPECT_EQ(Rows(), (Frames{{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}, {11, 12}, {13, 14}}));
+  EXPECT_EQ(LastBox(), "Fewer Samples Than Promised|The file promised 9 samples per channel; 7 were found.");
+  EXPECT_NE(Told().find("2 further segments of the file were not read: the next one starts at 7 s"),
+            std::string::npos)
+      << Told();
   questions.boxAnswers = {Button::Yes};
   Load("a.lvm", head("Multi",
                      "Channels\t2\t\t\t\nSamples\t3\t\t2\t\nDelta_X\t0,5\t\t1\t\n***End_of_Header***\t\n"

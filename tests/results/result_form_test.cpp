@@ -11,6 +11,8 @@
 #include "core/trial/refusals.hpp"
 #include "run/report/json_text.hpp"
 #include "support/command_test.hpp"
+#include "support/full_disk.hpp"
+#include "support/no_permission.hpp"
 
 namespace velmora::test {
 namespace {
@@ -121,6 +123,17 @@ TEST_F(ResultFormTest, AFailedSaveLeavesTheFileAsItWas) {
   questions.fileAnswers = {{directory.Path("d.pks")}, {directory.Path("none/x.pks")}, {}};
   Press({"Save", "Save", "Save", "Exit"});
   EXPECT_EQ(workbench.report.failures.size(), 2U);
+  const auto says = [this](const std::string& why) {
+    questions.fileAnswers = {{directory.Path("old.pks")}};
+    Press({"Save", "Exit"});
+    return LastBox().find("old.pks\nFile may be in-use or write-protected.\n\n\"" + why + "\"") !=
+           std::string::npos;
+  };
+  {
+    const FullDisk disk(100);
+    EXPECT_TRUE(says("File too large")) << LastBox();
+  }
+  EXPECT_TRUE(WithoutPermission(directory.Path(""), [&] { return says("Permission denied"); }));
   EXPECT_EQ(ReadFile(directory.Path("old.pks")), "old");
 }
 

@@ -89,6 +89,31 @@ TEST_F(CrossCorrelationTest, OfEqualLagsTheSmallerAndThenTheNegative) {
   EXPECT_FALSE(FindLag(std::vector<double>{NAN, NAN, NAN}));
 }
 
+TEST_F(CrossCorrelationTest, LongWorkShowsAPanelAndCancelLeavesTheTrialAsItWas) {
+  SetChannels(trial, NoiseChannels(2, 600'000), 1000);
+  const Samples before = Channel(trial, 2);
+  const auto correlate = [this] {
+    AnswerForm({{"comX", "1"}, {"comY", "2"}, {"chkShift", "yes"}}, "Compute");
+    AnswerForm({}, "Cancel");
+    Run("statistics.cross-correlation");
+  };
+  questions.onProgress = [](ProgressPanel& panel) {
+    if (panel.Format() == "Correlating") {
+      panel.PressCancel();
+    }
+  };
+  correlate();
+  EXPECT_EQ(questions.formNames, Texts(2, "frmCrossCorrelation")) << "offered again";
+  EXPECT_TRUE(workbench.results.ResultTables.empty());
+  EXPECT_TRUE(workbench.report.deeds.empty());
+  EXPECT_EQ(Channel(trial, 2), before);
+  int shown = 0;
+  questions.onProgress = [&shown](ProgressPanel&) { ++shown; };
+  correlate();
+  EXPECT_GT(shown, 0);
+  EXPECT_EQ(Table("frmCrossCorrelation").rows.size(), 300'001U);
+}
+
 TEST_F(CrossCorrelationTest, RefusesWhatHasNoLag) {
   SetChannels(trial, {{1, 2, 3, 4}, {5, 5, 5, 5}, {1, std::numeric_limits<float>::quiet_NaN(), 2, 3}}, 10);
   AnswerForm({{"comX", "1"}}, "Compute");

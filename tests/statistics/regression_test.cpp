@@ -100,6 +100,22 @@ TEST_F(RegressionTest, LinesByHandAndTheirAgreement) {
   EXPECT_NEAR(Cell(Table("frmRegression"), 2, "Coefficient"), 0.5, 1e-12);
 }
 
+TEST_F(RegressionTest, LongWorkCanBeEnded) {
+  SetChannels(trial, NoiseChannels(2, 600'000));
+  questions.onProgress = [](ProgressPanel& panel) {
+    if (panel.Format() == "Fitting") {
+      panel.PressCancel();
+    }
+  };
+  AnswerForm({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}}, "Compute");
+  AnswerForm({}, "Cancel");
+  Run("statistics.regression");
+  EXPECT_EQ(questions.formNames, Texts(2, "frmRegression")) << "offered again";
+  EXPECT_TRUE(workbench.results.ResultTables.empty());
+  EXPECT_TRUE(workbench.report.deeds.empty());
+  EXPECT_EQ(trial.NChan, 2);
+}
+
 TEST_F(RegressionTest, RefusesWhatHasNoAnswer) {
   SetChannels(trial, {{1, 2, 3, 4}, {3, 5, 7, 10}, {2, 4, 6, 8}, {1, 1, 1, 1}});
   AnswerForm({}, "Compute");

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <functional>
+#include <future>
 #include <optional>
 #include <string_view>
 
@@ -50,5 +52,24 @@ class LongWork {
   std::optional<ProgressPanel> panel_;
   std::chrono::steady_clock::time_point lastTurn_{};
 };
+
+/// Does work whose parts are too long for a turn in between on a thread of its own, while `goesOn` gives the
+/// turns here; the work hears of Cancel between its parts. Returns what it returns and throws what it throws.
+/// It must touch nothing that a window shows meanwhile.
+template <typename Work>
+auto WithTurns(const GoesOn& goesOn, const Work& work) {
+  constexpr std::chrono::milliseconds kTurn{10};
+  std::atomic<bool> wanted = true;
+  std::atomic<double> done = 0.0;
+  const GoesOn between = [&wanted, &done](double part) {
+    done = part;
+    return wanted.load();
+  };
+  auto result = std::async(std::launch::async, [&work, &between] { return work(between); });
+  do {
+    wanted = goesOn(done) && wanted;
+  } while (result.wait_for(kTurn) != std::future_status::ready);
+  return result.get();
+}
 
 }  // namespace velmora

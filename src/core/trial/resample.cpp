@@ -1,6 +1,7 @@
 #include "core/trial/resample.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <stdexcept>
 #include <utility>
@@ -33,10 +34,23 @@ __attribute__((always_inline)) inline Position PositionOf(const Resampling& job,
   return {below, x - static_cast<double>(below)};
 }
 
+// All bits but the sign: as whole numbers they rise with the magnitude, and what is no number is above
+// infinity.
+constexpr int kMagnitude = 0x7FFFFFFF;
+
 #define SIMD_KERNEL "core/trial/resample_kernel.inc"
 #include "core/simd_widths.inc"
 
-void InterpolatePlainly(const Resampling& job) {
+int LargestOf(const float* frame, std::int64_t width) {
+  int largest = 0;
+  for (std::int64_t c = 0; c < width; ++c) {
+    largest = std::max(largest, std::bit_cast<int>(frame[c]) & kMagnitude);
+  }
+  return largest;
+}
+
+int InterpolatePlainly(const Resampling& job) {
+  int largest = 0;
   for (long k = 2; k <= job.n; ++k) {
     const Position at = PositionOf(job, k);
     const float* a = job.old + (at.below - 1) * job.width;
@@ -46,27 +60,27 @@ void InterpolatePlainly(const Resampling& job) {
       const double from = a[c];
       to[c] = static_cast<float>(from + (static_cast<double>(b[c]) - from) * at.fraction);
     }
+    largest = std::max(largest, LargestOf(to, job.width));
   }
+  return largest;
 }
 
 // A frame narrower than the level's vector takes a narrower one.
-void Interpolate(const Resampling& job, SimdLevel level) {
+int Interpolate(const Resampling& job, SimdLevel level) {
   if (level >= SimdLevel::Avx512 && job.width >= avx512::kDoubles) {
-    avx512::Interpolate(job);
-  } else if (level >= SimdLevel::Avx2 && job.width >= avx2::kDoubles) {
-    avx2::Interpolate(job);
-  } else if (job.width >= sse2::kDoubles) {
-    sse2::Interpolate(job);
-  } else {
-    InterpolatePlainly(job);
+    return avx512::Interpolate(job);
   }
+  if (level >= SimdLevel::Avx2 && job.width >= avx2::kDoubles) {
+    return avx2::Interpolate(job);
+  }
+  return job.width >= sse2::kDoubles ? sse2::Interpolate(job) : InterpolatePlainly(job);
 }
 
 template <typename Interpolation>
-void Resample(Trial& trial, std::int64_t n, SampleMatrix& fresh, const Interpolation& interpolate) {
+float Resample(Trial& trial, std::int64_t n, SampleMatrix& fresh, const Interpolation& interpolate) {
   const std::int64_t before = trial.NData;
   if (n < 1 || before < 2) {
-    return;
+    return std::numeric_limits<float>::infinity();
   }
   if (n >= std::numeric_limits<std::int32_t>::max()) {
     throw std::length_error("a trial holds at most 2147483647 samples");
@@ -81,28 +95,30 @@ void Resample(Trial& trial, std::int64_t n, SampleMatrix& fresh, const Interpola
     std::copy_n(trial.matrix.Frame(1), width, fresh.Frame(1));
   }
   SampleMatrix& to = inPlace ? trial.matrix : fresh;
-  interpolate(
+  int largest = interpolate(
       Resampling{trial.matrix.Frame(1), before, to.Frame(1), n, width, intervals / static_cast<double>(n)});
   std::copy_n(trial.matrix.Frame(before), width, to.Frame(n + 1));
+  largest = std::max({largest, LargestOf(to.Frame(1), width), LargestOf(to.Frame(n + 1), width)});
   if (!inPlace) {
     std::swap(trial.matrix, fresh);
   }
   trial.ResizeData(n + 1);
   trial.Rate = trial.Rate * (static_cast<double>(n) / intervals);
   trial.RebuildTimeColumn();
+  return std::bit_cast<float>(largest);
 }
 
 }  // namespace
 
-void ResampleAll(Trial& trial, std::int64_t n, SimdLevel level, SampleMatrix* spare) {
+float ResampleAll(Trial& trial, std::int64_t n, SimdLevel level, SampleMatrix* spare) {
   SampleMatrix own;
-  Resample(trial, n, spare != nullptr ? *spare : own,
-           [level](const Resampling& job) { Interpolate(job, level); });
+  return Resample(trial, n, spare != nullptr ? *spare : own,
+                  [level](const Resampling& job) { return Interpolate(job, level); });
 }
 
-void ResampleAllPlainly(Trial& trial, std::int64_t n) {
+float ResampleAllPlainly(Trial& trial, std::int64_t n) {
   SampleMatrix own;
-  Resample(trial, n, own, InterpolatePlainly);
+  return Resample(trial, n, own, InterpolatePlainly);
 }
 
 }  // namespace velmora

@@ -15,10 +15,13 @@ namespace velmora {
 ///
 /// More samples than before need another matrix. `spare` lends its memory for it and gets that of the trial,
 /// for whoever re-samples one trial after the other.
-void ResampleAll(Trial& trial, std::int64_t n, SimdLevel level = MachineSimdLevel(),
-                 SampleMatrix* spare = nullptr);
+///
+/// Returns the largest magnitude of any sample, which costs nothing on the way: infinity or no number when
+/// one is, and infinity when nothing was done.
+float ResampleAll(Trial& trial, std::int64_t n, SimdLevel level = MachineSimdLevel(),
+                  SampleMatrix* spare = nullptr);
 
 /// The same without vectors: what the levels are held to.
-void ResampleAllPlainly(Trial& trial, std::int64_t n);
+float ResampleAllPlainly(Trial& trial, std::int64_t n);
 
 }  // namespace velmora

@@ -2,6 +2,7 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
 #include <array>
 
 namespace velmora {
@@ -57,24 +58,27 @@ void StreamOut(const float* from, std::int64_t count, float* to) {
 }
 
 void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int64_t samples, float* frames,
-                  std::int64_t frameStride) {
+                  std::int64_t frameStride, Stores stores) {
   std::int64_t done = 0;
   const bool aligned = reinterpret_cast<std::uintptr_t>(frames) % sizeof(__m128) == 0;
-  if (frameStride == width && width <= kMostWidth && aligned) {
+  if (stores == Stores::AroundCaches && frameStride == width && width <= kMostWidth && aligned) {
     alignas(64) std::array<float, kMostWidth * kBlockSamples> block;  // NOLINT: filled before it is read
     for (; done + kBlockSamples <= samples; done += kBlockSamples) {
       Transpose(rows + done, rowStride, width, kBlockSamples, block.data(), width);
       StreamOut(block.data(), width * kBlockSamples, frames + done * width);
     }
   }
-  Transpose(rows + done, rowStride, width, samples - done, frames + done * frameStride, frameStride);
+  for (; done < samples; done += kBlockSamples) {
+    Transpose(rows + done, rowStride, width, std::min(kBlockSamples, samples - done),
+              frames + done * frameStride, frameStride);
+  }
 }
 
 void FramesToRows(const float* frames, std::int64_t frameStride, int width, std::int64_t samples, float* rows,
                   std::int64_t rowStride) {
   for (std::int64_t done = 0; done < samples; done += kBlockSamples) {
-    const std::int64_t count = samples - done < kBlockSamples ? samples - done : kBlockSamples;
-    Transpose(frames + done * frameStride, frameStride, count, width, rows + done, rowStride);
+    Transpose(frames + done * frameStride, frameStride, std::min(kBlockSamples, samples - done), width,
+              rows + done, rowStride);
   }
 }
 

@@ -8,10 +8,15 @@ namespace velmora {
 /// `rows` are `width` channels of `samples` floats each, `rowStride` floats apart; `frames` are
 /// `samples` frames, `frameStride` floats apart, of which the first `width` floats are meant.
 
-/// Writes around the caches when frames are contiguous (frameStride == width) and aligned to 16 bytes:
-/// a matrix that is filled once is not read again soon.
+enum class Stores {
+  /// For a matrix that is filled once and too large to be found in a cache later. It takes contiguous frames
+  /// (frameStride == width), aligned to 16 bytes.
+  AroundCaches,
+  IntoCaches,
+};
+
 void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int64_t samples, float* frames,
-                  std::int64_t frameStride);
+                  std::int64_t frameStride, Stores stores = Stores::AroundCaches);
 
 void FramesToRows(const float* frames, std::int64_t frameStride, int width, std::int64_t samples, float* rows,
                   std::int64_t rowStride);

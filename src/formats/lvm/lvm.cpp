@@ -1,7 +1,9 @@
 #include "formats/lvm/lvm.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
+#include <utility>
 
 #include "core/files/files.hpp"
 #include "core/text/numbers.hpp"
@@ -30,6 +32,17 @@ struct LvmHead {
 std::string LvmValue(const LvmKeys& keys, const std::string& key) {
   const auto it = keys.find(key);
   return it == keys.end() || it->second.size() < 2 ? std::string() : it->second[1];
+}
+
+std::string LvmCell(const LvmKeys& keys, const std::string& key, std::size_t cell) {
+  const auto it = keys.find(key);
+  return it == keys.end() || cell >= it->second.size() ? std::string() : it->second[cell];
+}
+
+double LvmNumber(const LvmKeys& keys, const std::string& key, std::size_t cell) {
+  std::string text = LvmCell(keys, key, cell);
+  std::replace(text.begin(), text.end(), ',', '.');
+  return Val(text);
 }
 
 // Reads keys up to the end mark; returns the line behind it, from 0.
@@ -61,6 +74,84 @@ LvmHead ReadLvmHead(const std::vector<std::string>& lines) {
   return head;
 }
 
+/// The segments behind the first: those that go on where the one before ends are records of the same table,
+/// the first that does not ends it.
+class LvmSegments : public TextContinuation {
+ public:
+  /// `cells` of the keys' lines belong to the channels; of different rates, they are not joined.
+  LvmSegments(const LvmHead& head, std::vector<std::size_t> cells, bool oneRate)
+      : first_(head.segment), separators_(head.separators), cells_(std::move(cells)), oneRate_(oneRate) {}
+
+  bool GoesOnBehind(std::string_view line, std::int64_t rows) override {
+    constexpr std::size_t kMostKeys = 1000;
+    if (namesAreNext_) {
+      namesAreNext_ = false;
+      return leftOut_ == 0;
+    }
+    if (line.starts_with(kEndOfHeader)) {
+      NoteSegment(rows);
+      namesAreNext_ = true;
+      keys_.clear();
+    } else if (!MayBeRecord(line) && keys_.size() < kMostKeys) {
+      std::vector<std::string> cells = SplitFields(std::string(line), separators_);
+      keys_.emplace(cells[0], cells);
+    }
+    return false;
+  }
+
+  void Finish(Recording& recording) override {
+    recording.promised += promised_;
+    if (leftOut_ > 0) {
+      recording.remarks.push_back(CountOf(leftOut_, "further segment") + " of the file " +
+                                  (leftOut_ == 1 ? "was" : "were") + " not read: " + why_);
+    }
+  }
+
+ private:
+  void NoteSegment(std::int64_t rows) {
+    if (leftOut_ == 0 && WhyApart(rows).empty()) {
+      promised_ += static_cast<std::int64_t>(LvmNumber(keys_, "Samples", cells_.front()));
+      return;
+    }
+    why_ = leftOut_ == 0 ? WhyApart(rows) : why_;
+    ++leftOut_;
+  }
+
+  /// Why the segment of these keys is no continuation of the `rows` before it.
+  [[nodiscard]] std::string WhyApart(std::int64_t rows) const {
+    if (!oneRate_) {
+      return "segments of channels with different rates are not joined.";
+    }
+    if (LvmValue(keys_, "Channels") != LvmValue(first_, "Channels")) {
+      return "the next one has other channels.";
+    }
+    for (const std::size_t cell : cells_) {
+      const double step = LvmNumber(first_, "Delta_X", cell);
+      if (LvmNumber(keys_, "Delta_X", cell) != step) {
+        return "the next one has another rate.";
+      }
+      constexpr double kRounding = 0.5e-6;  // s, of the six decimals that LabVIEW writes
+      constexpr double kOff = 0.01;         // part of a step
+      const double due = LvmNumber(first_, "X0", cell) + static_cast<double>(rows) * step;
+      const double start = LvmNumber(keys_, "X0", cell);
+      if (!(std::abs(start - due) <= kOff * step + kRounding)) {
+        return "the next one starts at " + PlainNumber(start) + " s, not where the one before ends.";
+      }
+    }
+    return {};
+  }
+
+  LvmKeys first_;
+  std::string separators_;
+  std::vector<std::size_t> cells_;
+  bool oneRate_;
+  LvmKeys keys_;
+  bool namesAreNext_ = false;
+  std::int64_t promised_ = 0;
+  std::int64_t leftOut_ = 0;
+  std::string why_;
+};
+
 class LvmColumns {
  public:
   explicit LvmColumns(const LvmHead& head) : head_(head) {
@@ -71,6 +162,8 @@ class LvmColumns {
 
   TextTable Table() {
     TextTable table;
+    std::vector<std::size_t> cells;
+    bool oneRate = true;
     table.layout.firstLine = head_.firstRecord;
     table.layout.numbers.decimalComma = decimalComma_;
     const double count = Val(LvmValue(head_.segment, "Channels"));
@@ -84,6 +177,8 @@ class LvmColumns {
       }
       const double step = Number("Delta_X", cell);
       const double rate = step > 0 ? RateFromTimes(1 / step) : 0.0;
+      oneRate = oneRate && (cells.empty() || rate == fastest);
+      cells.push_back(cell);
       if (rate > fastest) {
         fastest = rate;
         table.recording.promised = Promised(cell);
@@ -99,6 +194,9 @@ class LvmColumns {
       table.recording.remarks.push_back("Channels without samples were left out: " + empty + ".");
     }
     AddLines(table.recording);
+    if (HasMoreHeadings() && !cells.empty()) {
+      table.behind = std::make_unique<LvmSegments>(head_, std::move(cells), oneRate);
+    }
     return table;
   }
 
@@ -108,23 +206,22 @@ class LvmColumns {
   static std::string Cell(const std::vector<std::string>& cells, std::size_t k) {
     return k < cells.size() ? cells[k] : std::string();
   }
-  [[nodiscard]] std::string KeyCell(const std::string& key, std::size_t cell) const {
-    const auto it = head_.segment.find(key);
-    return it == head_.segment.end() ? std::string() : Cell(it->second, cell);
-  }
   [[nodiscard]] double Number(const std::string& key, std::size_t cell) const {
-    std::string text = KeyCell(key, cell);
-    std::replace(text.begin(), text.end(), ',', '.');
-    return Val(text);
+    return LvmNumber(head_.segment, key, cell);
   }
-  [[nodiscard]] std::string UnitAt(std::size_t cell) const { return UnitOf(KeyCell("Y_Unit_Label", cell)); }
+  [[nodiscard]] std::string UnitAt(std::size_t cell) const {
+    return UnitOf(LvmCell(head_.segment, "Y_Unit_Label", cell));
+  }
+
+  [[nodiscard]] bool HasMoreHeadings() const {
+    return EqualNoCase(LvmValue(head_.file, "Multi_Headings"), "Yes");
+  }
 
   // Without headings between the segments all rows stand behind the first, whatever it counts.
   [[nodiscard]] std::int64_t Promised(std::size_t cell) const {
     constexpr double kMost = 1e12;
     const double samples = Number("Samples", cell);
-    const bool counted = EqualNoCase(LvmValue(head_.file, "Multi_Headings"), "Yes");
-    return counted && samples > 0 && samples < kMost ? static_cast<std::int64_t>(samples) : 0;
+    return HasMoreHeadings() && samples > 0 && samples < kMost ? static_cast<std::int64_t>(samples) : 0;
   }
 
   void AddLines(Recording& recording) const {

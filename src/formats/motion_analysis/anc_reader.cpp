@@ -1,20 +1,24 @@
 #include "formats/motion_analysis/anc_reader.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "formats/delimited_text/scan/core_scan.hpp"
+#include "formats/delimited_text/scan/full_lines.hpp"
 #include "formats/delimited_text/scan/number_scan.hpp"
 #include "formats/line_blocks.hpp"
 #include "formats/motion_analysis/anc_header.hpp"
 #include "formats/motion_analysis/motion_analysis_scale.hpp"
 #include "formats/recording/interleaved.hpp"
+#include "formats/recording/scale_samples.hpp"
 
 namespace velmora {
 namespace {
 
-constexpr std::size_t kAncBlock = std::size_t{1} << 20;
+constexpr std::size_t kAncBlock = std::size_t{8} << 20;
 constexpr int kMostAncLines = 50;
 
 // The whole number in front of `at`, which moves behind it; mostly there is nothing else in a field.
@@ -53,37 +57,40 @@ class AncFile : public RecordingFile {
     blocks.SkipLines(headerLines_);
     const std::int64_t wanted = target.matrix.Samples();
     std::int64_t done = 0;
-    while (done < wanted) {
-      if (target.turn(static_cast<double>(done) / static_cast<double>(wanted))) {
-        break;
+    bool goesOn = true;
+    while (goesOn && done < wanted && !target.turn(static_cast<double>(done) / static_cast<double>(wanted))) {
+      const std::string_view lines = blocks.Lines();
+      Rows rows = ReadTogether(lines, target, done);
+      if (rows.count == 0) {
+        rows = ReadOneByOne(lines, target, done);
       }
-      std::string_view lines = blocks.Lines();
-      const std::size_t before = lines.size();
-      const std::int64_t first = done;
-      bool whole = before > 0;
-      while (whole && done < wanted && !lines.empty()) {
-        const std::string_view line = TakeLine(lines);
-        if (!IsBlankLine(line)) {
-          whole = StoreRow(line, target, target.matrix.Frame(done + 1) + 1);
-          done += whole ? 1 : 0;
-        }
-      }
-      StoreTimes(first + 1, done - first, target);
-      if (!whole) {
-        break;
-      }
-      blocks.Consume(before - lines.size());
+      StoreTimes(done + 1, rows.count, target);
+      done += rows.count;
+      goesOn = rows.goesOn;
+      blocks.Consume(rows.bytes);
     }
     return done;
   }
 
  private:
+  /// What was read of a block of lines.
+  struct Rows {
+    std::int64_t count = 0;
+    std::size_t bytes = 0;
+    bool goesOn = false;
+  };
+
   static std::int64_t CountRows(LineBlocks& blocks) {
     std::int64_t rows = 0;
     for (std::string_view lines = blocks.Lines(); !lines.empty(); lines = blocks.Lines()) {
       const std::size_t bytes = lines.size();
       while (!lines.empty()) {
-        rows += IsBlankLine(TakeLine(lines)) ? 0 : 1;
+        const FullLines full = FullLinesAhead(lines);
+        rows += full.lines;
+        lines.remove_prefix(full.bytes);
+        if (full.lines == 0) {
+          rows += IsBlankLine(TakeLine(lines)) ? 0 : 1;
+        }
       }
       blocks.Consume(bytes);
     }
@@ -101,6 +108,8 @@ class AncFile : public RecordingFile {
   }
 
   void Describe(AncHeader& header, std::int64_t rows) {
+    constexpr double kExactBits = 24;  // counts that 32-bit floats hold exactly
+    scans_ = header.bits <= kExactBits && header.labels.size() < static_cast<std::size_t>(kMostColumns);
     double rate = header.preciseRate;
     if (!(rate > 0) || !std::isfinite(rate)) {
       rate = header.rates.empty() ? 0.0 : std::max(header.rates.front(), 0.0);
@@ -128,6 +137,78 @@ class AncFile : public RecordingFile {
     constexpr double slack = 1e-6;  // durations are cut to that
     const double promised = std::floor(header.duration * rate + 1 + slack);
     found_.promised = promised >= 1 && promised < INT32_MAX ? static_cast<std::int64_t>(promised) : 0;
+  }
+
+  // All rows of a block by the scan of the text parser, then from counts to volts. None where a row is not
+  // plain numbers between tabs, as many as the header names: only the way row by row knows where the trial
+  // ends then.
+  [[nodiscard]] Rows ReadTogether(std::string_view lines, const SampleTarget& target,
+                                  std::int64_t done) const {
+    const bool onlyTabs =
+        lines.find(',') == std::string_view::npos && lines.find(' ') == std::string_view::npos;
+    if (!scans_ || !onlyTabs || lines.empty()) {
+      return {};
+    }
+    ScanPlan plan;
+    plan.columns = static_cast<int>(found_.channels.size()) + 1;
+    plan.stride = target.matrix.Stride();
+    plan.slot.fill(ScanPlan::kNoSlot);
+    std::uint8_t next = 1;
+    for (const int c : target.channels) {
+      plan.slot[static_cast<std::size_t>(c) + 1] = next++;  // behind the time
+    }
+    ScanFaults faults;
+    const ScanProgress read =
+        ScanOnCores(lines, plan, {target.matrix.Frame(done + 1), target.matrix.Samples() - done}, 1, faults);
+    const bool plain = faults.notNumbers.count + faults.emptyFields.count + faults.shortLines.count +
+                           faults.longLines.count ==
+                       0;
+    if (!plain) {
+      return {};
+    }
+    ToVolts(target, done + 1, read.rows);
+    return {.count = read.rows, .bytes = read.bytes, .goesOn = true};
+  }
+
+  void ToVolts(const SampleTarget& target, std::int64_t first, std::int64_t count) const {
+    constexpr std::int64_t kTile = 64;  // frames that stay in the first-level cache
+    std::array<double, kMaxChannels> offset{};
+    std::array<double, kMaxChannels> gain{};
+    for (std::size_t k = 0; k < target.channels.size(); ++k) {
+      const RecordedChannel& channel = found_.channels[static_cast<std::size_t>(target.channels[k])];
+      offset.at(k) = channel.offset;
+      gain.at(k) = channel.gain;
+    }
+    const std::int64_t stride = target.matrix.Stride();
+    std::array<float, (kMaxChannels + 1) * kTile> counts;  // NOLINT: filled before it is read
+    for (std::int64_t done = 0; done < count; done += kTile) {
+      const std::int64_t frames = std::min(kTile, count - done);
+      float* const out = target.matrix.Frame(first + done);
+      std::copy_n(out, frames * stride, counts.data());
+      ScaleFrames(FramesToScale<float>{.words = reinterpret_cast<const char*>(counts.data() + 1),
+                                       .wordStride = stride * static_cast<std::int64_t>(sizeof(float)),
+                                       .frames = frames,
+                                       .channels = static_cast<int>(target.channels.size()),
+                                       .offset = offset.data(),
+                                       .gain = gain.data(),
+                                       .out = out + 1,
+                                       .outStride = stride});
+    }
+  }
+
+  [[nodiscard]] Rows ReadOneByOne(std::string_view lines, const SampleTarget& target,
+                                  std::int64_t done) const {
+    Rows rows{.goesOn = !lines.empty()};
+    const std::size_t before = lines.size();
+    while (rows.goesOn && done + rows.count < target.matrix.Samples() && !lines.empty()) {
+      const std::string_view line = TakeLine(lines);
+      if (!IsBlankLine(line)) {
+        rows.goesOn = StoreRow(line, target, target.matrix.Frame(done + rows.count + 1) + 1);
+        rows.count += rows.goesOn ? 1 : 0;
+      }
+    }
+    rows.bytes = before - lines.size();
+    return rows;
   }
 
   // One row behind its time. Returns false, with the row half stored, when a channel is missing.
@@ -161,6 +242,7 @@ class AncFile : public RecordingFile {
 
   TextSource source_;
   std::int64_t headerLines_ = 0;
+  bool scans_ = false;  // the scan of the text parser gives the same numbers
 };
 
 }  // namespace

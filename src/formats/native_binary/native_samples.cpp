@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <tuple>
-#include <vector>
 
 #include "core/trial/transpose.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
@@ -19,6 +19,8 @@ using native::kPieceStride;
 // How far ahead of the reading the system is asked for each row; matters for files not in memory.
 constexpr std::int64_t kAheadSamples = 32 * kPieceSamples;
 constexpr int kFewestBundleRows = 16;
+// A trial of these many bytes is still in the second-level cache when it is used.
+constexpr std::int64_t kShortTrial = std::int64_t{1} << 20;
 
 using Loss = NativeSamplesRead::Loss;
 
@@ -81,8 +83,30 @@ void ReadPiece(const Source& source, int row, std::int64_t sample, std::int64_t 
   }
 }
 
-void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle bundle,
-                std::vector<float>& pieces, std::optional<Loss>& lost) {
+// All rows of a short trial, which lie behind each other, by one call of the system. False when they are to
+// be read one by one, for what is missing of them.
+bool ReadTogether(const Source& source, Bundle bundle, float* rows) {
+  if (source.samples > kPieceSamples || source.rows.samples != source.samples) {
+    return false;
+  }
+  const auto bytes = static_cast<std::size_t>((bundle.last - bundle.first + 1) * source.samples * kFloat);
+  try {
+    return source.file.ReadAt(source.At(bundle.first, 0), rows, bytes) == bytes;
+  } catch (const FileError&) {
+    return false;
+  }
+}
+
+void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle bundle, float* pieces,
+                std::optional<Loss>& lost) {
+  const bool isShort = trial.matrix.Stride() * source.samples * kFloat <= kShortTrial;
+  const Stores stores = isShort ? Stores::IntoCaches : Stores::AroundCaches;
+  const int rows = bundle.last - bundle.first + 1;
+  if (isShort && ReadTogether(source, bundle, pieces)) {
+    RowsToFrames(pieces, source.samples, rows, source.samples, trial.matrix.Frame(1) + bundle.first,
+                 trial.matrix.Stride(), stores);
+    return;
+  }
   Prefetch(source, bundle, 0);
   for (std::int64_t sample = 0; sample < source.samples; sample += kPieceSamples) {
     if (source.At(bundle.first, sample) >= source.file.Size()) {
@@ -96,10 +120,10 @@ void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle
     }
     const std::int64_t count = std::min(kPieceSamples, source.samples - sample);
     for (int row = bundle.first; row <= bundle.last; ++row) {
-      ReadPiece(source, row, sample, count, pieces.data() + (row - bundle.first) * kPieceStride, lost);
+      ReadPiece(source, row, sample, count, pieces + (row - bundle.first) * kPieceStride, lost);
     }
-    RowsToFrames(pieces.data(), kPieceStride, bundle.last - bundle.first + 1, count,
-                 trial.matrix.Frame(sample + 1) + bundle.first, trial.matrix.Stride());
+    RowsToFrames(pieces, kPieceStride, bundle.last - bundle.first + 1, count,
+                 trial.matrix.Frame(sample + 1) + bundle.first, trial.matrix.Stride(), stores);
   }
 }
 
@@ -123,10 +147,10 @@ NativeSamplesRead ReadNativeSamples(Trial& trial, ProgressPanel& panel, const In
   trial.AllocateData(channels, source.samples,
                      complete ? SampleMatrix::Fill::None : SampleMatrix::Fill::Zero);
   const int step = std::min(RowsInBundle(source.samples, bundleBytes), channels + 1);
-  std::vector<float> pieces(static_cast<std::size_t>(step * kPieceStride));
+  const auto pieces = std::make_unique_for_overwrite<float[]>(static_cast<std::size_t>(step * kPieceStride));
   for (int first = 0; first <= channels; first += step) {
     const Bundle bundle{first, std::min(first + step - 1, channels)};
-    ReadBundle(trial, panel, source, bundle, pieces, read.lost);
+    ReadBundle(trial, panel, source, bundle, pieces.get(), read.lost);
     for (int row = bundle.first; row <= bundle.last; ++row) {
       ShowRow(panel, row, channels);
       if (panel.GiveTurn()) {

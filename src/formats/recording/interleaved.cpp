@@ -94,6 +94,21 @@ void ConvertInOrder(const Run& run, const Plan& plan, float* out, std::int64_t o
   }
 }
 
+// A frame is too short for the C library's copy to be worth its call.
+[[gnu::always_inline]] inline void CopyFrame(const char* from, int count, float* to) {
+  constexpr int kAtOnce = 4;
+  constexpr std::size_t kBytes = kAtOnce * sizeof(float);
+  if (count < kAtOnce) {
+    std::memcpy(to, from, static_cast<std::size_t>(count) * sizeof(float));
+    return;
+  }
+  const int last = count - kAtOnce;  // may overlap the ones before it
+  for (int c = 0; c < last; c += kAtOnce) {
+    std::memcpy(to + c, from + static_cast<std::size_t>(c) * sizeof(float), kBytes);
+  }
+  std::memcpy(to + last, from + static_cast<std::size_t>(last) * sizeof(float), kBytes);
+}
+
 void ConvertFloats(const Run& run, const Plan& plan, float* out, std::int64_t outStride, ByteOrder order) {
   if (order == ByteOrder::Vax) {
     ConvertEach<sizeof(float)>(run, plan, out, outStride,
@@ -101,8 +116,7 @@ void ConvertFloats(const Run& run, const Plan& plan, float* out, std::int64_t ou
   } else if (plan.asIs && plan.dense && order == ByteOrder::Little) {
     const char* from = run.words + plan.index[0] * static_cast<std::int64_t>(sizeof(float));
     for (std::int64_t k = 0; k < run.frames; ++k) {
-      std::memcpy(out + k * outStride, from + k * run.stride,
-                  static_cast<std::size_t>(plan.count) * sizeof(float));
+      CopyFrame(from + k * run.stride, plan.count, out + k * outStride);
     }
   } else {
     ConvertInOrder<float>(run, plan, out, outStride, order);

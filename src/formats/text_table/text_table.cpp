@@ -33,8 +33,15 @@ double UnitOfLastDigit(std::string_view cell) {
   return std::pow(10.0, (exponent < cell.size() ? Val(cell.substr(exponent + 1)) : 0.0) - decimals);
 }
 
+/// Lines of records without another line in between.
+struct TableStretch {
+  std::int64_t firstLine = 1;
+  std::int64_t rows = 0;
+};
+
 /// What a pass over the lines finds before anything is allocated.
 struct TableExtent {
+  std::vector<TableStretch> stretches;
   std::int64_t rows = 0;
   double firstTime = 0.0;
   double lastTime = 0.0;
@@ -45,24 +52,26 @@ struct TableExtent {
 
 class TableMeasurer {
  public:
-  TableMeasurer(const TableLayout& layout, std::vector<int> slowColumns)
-      : layout_(layout), slow_(std::move(slowColumns)) {
+  TableMeasurer(const TableLayout& layout, std::vector<int> slowColumns, TextContinuation* behind)
+      : layout_(layout), slow_(std::move(slowColumns)), behind_(behind) {
+    extent_.stretches.push_back({.firstLine = layout.firstLine});
     extent_.lastFilled.resize(slow_.size());
   }
 
   TableExtent Measure(TextSource& source) {
     LineBlocks blocks(source, kTableBlock);
     blocks.SkipLines(layout_.firstLine - 1);
-    bool ended = false;
+    std::int64_t number = layout_.firstLine;
     for (std::string_view lines = blocks.Lines(); !lines.empty() && !extent_.more; lines = blocks.Lines()) {
       const std::size_t bytes = lines.size();
       while (!lines.empty() && !extent_.more) {
         const std::string_view line = TakeLine(lines);
-        ended = ended || !MayBeRecord(line);
-        extent_.more = ended && line.find_first_not_of(" \t,;") != std::string_view::npos;
-        if (!ended) {
+        if (amongRecords_ && MayBeRecord(line)) {
           Take(line);
+        } else {
+          PassOver(line, number);
         }
+        ++number;
       }
       NoteLastTime();
       blocks.Consume(bytes - lines.size());
@@ -71,7 +80,16 @@ class TableMeasurer {
   }
 
  private:
+  void PassOver(std::string_view line, std::int64_t number) {
+    amongRecords_ = behind_ != nullptr && behind_->GoesOnBehind(line, extent_.rows);
+    if (amongRecords_) {
+      extent_.stretches.push_back({.firstLine = number + 1});
+    }
+    extent_.more = behind_ == nullptr && line.find_first_not_of(" \t,;") != std::string_view::npos;
+  }
+
   void Take(std::string_view line) {
+    ++extent_.stretches.back().rows;
     if (++extent_.rows == 1 && layout_.timeColumn > 0) {
       extent_.firstTime = NumberInColumn(line, layout_.numbers, layout_.timeColumn);
     }
@@ -98,9 +116,20 @@ class TableMeasurer {
 
   const TableLayout& layout_;
   std::vector<int> slow_;
+  TextContinuation* behind_;
+  bool amongRecords_ = true;
   std::string_view last_;
   TableExtent extent_;
 };
+
+// The first `count` of whole lines.
+std::string_view LinesOf(std::string_view lines, std::int64_t count) {
+  std::string_view rest = lines;
+  for (; count > 0 && !rest.empty(); --count) {
+    TakeLine(rest);
+  }
+  return lines.substr(0, lines.size() - rest.size());
+}
 
 class TextTableFile : public RecordingFile {
  public:
@@ -116,14 +145,17 @@ class TextTableFile : public RecordingFile {
     for (const std::size_t c : slow) {
       slowColumns.push_back(layout_.columns[c]);
     }
-    const TableExtent extent = TableMeasurer(layout_, slowColumns).Measure(source_);
+    const TableExtent extent = TableMeasurer(layout_, slowColumns, table.behind.get()).Measure(source_);
+    stretches_ = extent.stretches;
     if (extent.rows == 0) {
       throw FileError("there are no rows of numbers behind its header");
     }
     CountSamples(extent, slow);
     timeUnit_ = extent.timeUnit;
     SettleRate(extent);
-    if (extent.more) {
+    if (table.behind != nullptr) {
+      table.behind->Finish(found_);
+    } else if (extent.more) {
       found_.remarks.push_back("What follows line " + FormatCount(layout_.firstLine + extent.rows - 1) +
                                " was not read.");
     }
@@ -134,18 +166,13 @@ class TextTableFile : public RecordingFile {
     ScanFaults faults;
     source_.Rewind();
     LineBlocks blocks(source_, kTableBlock);
-    std::int64_t line = blocks.SkipLines(layout_.firstLine - 1) + 1;
-    const std::int64_t wanted = target.matrix.Samples();
+    std::int64_t line = 1;
     std::int64_t rows = 0;
-    for (std::string_view lines = blocks.Lines(); !lines.empty() && rows < wanted; lines = blocks.Lines()) {
-      const ScanProgress scanned =
-          ScanOnCores(lines, plan, {target.matrix.Frame(rows + 1), wanted - rows}, line, faults);
-      rows += scanned.rows;
-      line += scanned.lines;
-      blocks.Consume(scanned.bytes);
-      if (target.turn(static_cast<double>(rows) / static_cast<double>(wanted))) {
-        break;
-      }
+    bool goOn = true;
+    for (std::size_t k = 0; k < stretches_.size() && goOn; ++k) {
+      line += blocks.SkipLines(stretches_[k].firstLine - line);
+      const std::int64_t end = std::min(rows + stretches_[k].rows, target.matrix.Samples());
+      goOn = ReadStretch(blocks, plan, target, end, line, rows, faults);
     }
     if (layout_.timeColumn == 0) {
       StoreTimes(1, rows, target);
@@ -157,6 +184,29 @@ class TextTableFile : public RecordingFile {
   }
 
  private:
+  // Reads on until there are `end` rows. False when it is to end.
+  bool ReadStretch(LineBlocks& blocks, const ScanPlan& plan, const SampleTarget& target, std::int64_t end,
+                   std::int64_t& line, std::int64_t& rows, ScanFaults& faults) const {
+    while (rows < end) {
+      std::string_view lines = blocks.Lines();
+      if (stretches_.size() > 1) {  // or the scan looks at the stretches behind this one, too
+        lines = LinesOf(lines, end - rows);
+      }
+      if (lines.empty()) {
+        return false;
+      }
+      const ScanProgress scanned =
+          ScanOnCores(lines, plan, {target.matrix.Frame(rows + 1), end - rows}, line, faults);
+      rows += scanned.rows;
+      line += scanned.lines;
+      blocks.Consume(scanned.bytes);
+      if (target.turn(static_cast<double>(rows) / static_cast<double>(target.matrix.Samples()))) {
+        return false;
+      }
+    }
+    return true;
+  }
+
   void CheckColumns() const {
     const auto valid = [](int column) { return column >= 1 && column <= kMostColumns; };
     if (layout_.columns.empty() || layout_.columns.size() != found_.channels.size() ||
@@ -278,6 +328,7 @@ class TextTableFile : public RecordingFile {
 
   TextSource source_;
   TableLayout layout_;
+  std::vector<TableStretch> stretches_;
   double timeUnit_ = 1.0;
 };
 

@@ -20,11 +20,27 @@ struct TableLayout {
   NumberLayout numbers{};
 };
 
+/// What a format makes of the lines behind the records of a table.
+class TextContinuation {
+ public:
+  TextContinuation() = default;
+  TextContinuation(const TextContinuation&) = delete;
+  TextContinuation& operator=(const TextContinuation&) = delete;
+  virtual ~TextContinuation() = default;
+
+  /// The next line that is no record; `rows` records came before. True when more of them follow it at once,
+  /// in the same columns.
+  virtual bool GoesOnBehind(std::string_view line, std::int64_t rows) = 0;
+  /// The whole file has been seen.
+  virtual void Finish(Recording& recording) = 0;
+};
+
 /// A text that is a file of channels. Of a channel `samples` may be what the header claims (0: nothing),
 /// `rate` 0 where only the times tell it.
 struct TextTable {
   Recording recording;
   TableLayout layout;
+  std::unique_ptr<TextContinuation> behind{};  // may be missing: then the records end once
 };
 
 /// Opens a text whose header tells where its columns are, for the scan of the text parser. The records end at

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace velmora {
@@ -18,6 +19,9 @@ TEST(Transpose, EqualsTheObviousLoop) {
       for (const int shift : {0, 1, 4}) {
         alignas(64) float frames[66 * 50 + 4] = {};
         RowsToFrames(rows.data(), 100, width, samples, frames + shift, width);
+        alignas(64) float cached[66 * 50 + 4] = {};
+        RowsToFrames(rows.data(), 100, width, samples, cached + shift, width, Stores::IntoCaches);
+        ASSERT_TRUE(std::equal(std::begin(frames), std::end(frames), std::begin(cached)));
         std::vector<float> back(65 * 64, -1.0F);
         FramesToRows(frames + shift, width, width, samples, back.data(), 64);
         for (int c = 0; c < width; ++c) {
