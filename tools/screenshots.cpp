@@ -1,6 +1,8 @@
 // velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|xy]: walks through the program, or a part
 // of it, and keeps a picture of every window.
 #include <QComboBox>
+#include <algorithm>
+#include <array>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
