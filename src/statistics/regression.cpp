@@ -5,6 +5,9 @@
 #include <boost/math/distributions/fisher_f.hpp>
 #include <boost/math/distributions/students_t.hpp>
 #include <cmath>
+#include <functional>
+
+#include "dsp/math/mean_deviation.hpp"
 
 namespace velmora {
 namespace {
@@ -13,14 +16,6 @@ using Matrix = Eigen::MatrixXd;
 using Vector = Eigen::VectorXd;
 
 constexpr double kDependent = 1e-7;
-
-double MeanOf(const std::vector<double>& values) {
-  double sum = 0.0;
-  for (const double x : values) {
-    sum += x;
-  }
-  return sum / static_cast<double>(values.size());
-}
 
 /// Columns as they are fitted: less their mean where there is an intercept, scaled to length 1. The last is
 /// y, which is not scaled.
@@ -157,26 +152,16 @@ RegressionTrouble FitRegression(std::span<const std::vector<double>> columns, co
 }
 
 Agreement AgreementOf(const std::vector<double>& x, const std::vector<double>& y) {
-  Agreement of;
-  const auto n = static_cast<double>(x.size());
-  double sum = 0.0;
+  std::vector<double> differences(x.size());
+  std::transform(y.begin(), y.end(), x.begin(), differences.begin(), std::minus<>());
   double squares = 0.0;
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    const double difference = y[i] - x[i];
-    sum += difference;
+  for (const double difference : differences) {
     squares += difference * difference;
   }
-  of.bias = sum / n;
-  of.rms = std::sqrt(squares / n);
-  double deviations = 0.0;
-  double deviationSquares = 0.0;
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    const double d = y[i] - x[i] - of.bias;
-    deviations += d;
-    deviationSquares += d * d;
-  }
-  of.deviation = std::sqrt(std::max((deviationSquares - deviations * deviations / n) / (n - 1), 0.0));
-  return of;
+  const MeanDeviation of = MeanDeviationOf(differences);
+  return {.bias = of.mean,
+          .deviation = of.deviation,
+          .rms = std::sqrt(squares / static_cast<double>(differences.size()))};
 }
 
 }  // namespace velmora

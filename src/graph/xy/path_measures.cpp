@@ -1,16 +1,10 @@
 #include "graph/xy/path_measures.hpp"
 
 #include <cmath>
-#include <numeric>
+
+#include "dsp/math/mean_deviation.hpp"
 
 namespace velmora {
-namespace {
-
-double MeanOf(std::span<const double> values) {
-  return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
-}
-
-}  // namespace
 
 PathMeasures MeasurePath(std::span<const double> x, std::span<const double> y) {
   PathMeasures path{.count = static_cast<std::int64_t>(x.size())};
