@@ -3,7 +3,7 @@
 # Among the middle folders includes may follow a need but never form a circle. Qt stays in plot and ui.
 # Usage: cmake -DSOURCE_DIR=<src> -P check_includes.cmake
 
-set(middle browse import export edit dsp spectra emg forceplate impact statistics channels data graph results events trigger ensemble)
+set(middle browse import export edit dsp spectra emg forceplate impact statistics channels data graph results report events trigger ensemble)
 set(rank_core 0)
 set(rank_formats 1)
 set(rank_app 3)

@@ -1,5 +1,5 @@
-// velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|xy]: walks through the program, or a part
-// of it, and keeps a picture of every window.
+// velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|views|xy]: walks through the program, or a
+// part of it, and keeps a picture of every window.
 #include <QComboBox>
 #include <algorithm>
 #include <array>
@@ -18,6 +18,7 @@
 #include "sample_trials.hpp"
 #include "ui/main/main_window.hpp"
 #include "ui/main/theme.hpp"
+#include "view_screenshots.hpp"
 #include "xy_screenshots.hpp"
 
 namespace {
@@ -310,9 +311,9 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   const std::string part = argc == 4 ? argv[3] : "";
-  constexpr std::array kParts = {"", "analyses", "ensemble", "platforms", "xy"};
+  constexpr std::array kParts = {"", "analyses", "ensemble", "platforms", "views", "xy"};
   if (argc < 3 || argc > 4 || std::find(kParts.begin(), kParts.end(), part) == kParts.end()) {
-    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|xy]\n", stderr);
+    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|views|xy]\n", stderr);
     return 2;
   }
   try {
@@ -363,6 +364,10 @@ int main(int argc, char** argv) {
       ShowPlatforms(window, photographer, data);
       return 0;
     }
+    if (part == "views") {
+      ShowViews(window, photographer, data);
+      return 0;
+    }
     if (part == "xy") {
       ShowXYPlot(window, photographer, data);
       return 0;
@@ -373,6 +378,9 @@ int main(int argc, char** argv) {
       ParseText(window, photographer, data);
     }
     ShowAnalyses(window, photographer, data);
+    if (part.empty()) {
+      ShowViews(window, photographer, data);
+    }
   } catch (const std::exception& error) {
     std::fprintf(stderr, "velmora2-screenshots: %s\n", error.what());
     return 1;

@@ -33,6 +33,7 @@
 #include "graph/xy/xy_commands.hpp"
 #include "impact/impact_commands.hpp"
 #include "import/import_commands.hpp"
+#include "report/report_commands.hpp"
 #include "spectra/spectra_commands.hpp"
 #include "statistics/statistics_commands.hpp"
 #include "trigger/trigger_commands.hpp"
@@ -48,7 +49,7 @@ std::vector<Command> Assemble() {
         TimeBaseCommands(),  SpectraCommands(), EmgCommands(),     PlateCommands(),      ImpactCommands(),
         GraphCommands(),     MultiCommands(),   LookCommands(),    ValueCommands(),      EventCommands(),
         ThresholdCommands(), CropCommands(),    TriggerCommands(), StatisticsCommands(), EnsembleCommands(),
-        DataCommands(),      XYCommands()}) {
+        DataCommands(),      XYCommands(),      ReportCommands()}) {
     all.insert(all.end(), folder.begin(), folder.end());
   }
   return all;

@@ -37,6 +37,12 @@ std::string WordsOf(const std::vector<Deed>& deeds, Telling telling = Telling::B
 /// Whether anything was done, and not only refused.
 bool DidAnything(const std::vector<Deed>& deeds);
 
+/// What was done since the trial was loaded.
+struct StepsDone {
+  std::vector<std::string> words;  // a sentence each, without its full stop
+  std::string recipe;              // YAML that repeats it
+};
+
 /// What came of a command beyond its effect on the trial: a recipe stops at a failure and lists warnings
 /// in its closing table. A command that reports no deed did nothing and is no step of the history.
 struct CommandReport {

@@ -5,6 +5,7 @@
 
 namespace velmora {
 
+struct DocumentOrder;
 struct PictureOrder;
 struct ResultTable;
 
@@ -13,6 +14,8 @@ struct ResultTable;
 struct DesktopServices {
   /// The bytes of a picture. Throws std::runtime_error when it cannot be drawn.
   std::function<std::string(const PictureOrder&)> draw;
+  /// The bytes of a PDF document. Throws std::runtime_error when it cannot be made.
+  std::function<std::string(const DocumentOrder&)> drawDocument;
   std::function<void(const std::string& text)> copy;
   /// Opens a file in a program by name ("Excel.exe"). Returns why that was not possible, empty when it was.
   std::function<std::string(const std::string& program, const std::string& path)> open;

@@ -52,6 +52,8 @@ struct Workbench {
   /// Hears of every command and of what is done in the view; may be missing.
   ActionListener* listener = nullptr;
   std::function<void(ShellRequest)> onShellRequest;
+  /// Who keeps what was done tells it; may be missing.
+  std::function<StepsDone()> stepsDone;
   std::function<void(int channel)> onShowChannel;  // empty without a window
   DesktopServices desktop;
   Trial trial;

@@ -25,22 +25,6 @@ ResultTable HeaderLinesOf(const Trial& trial) {
   return table;
 }
 
-ResultTable ChannelsOf(const Trial& trial, const NumberPatterns& patterns) {
-  ResultTable table{
-      .name = "frmHeaderChannels",
-      .title = "Channels",
-      .columns = {"Channel", "Label", "Units", "Rate (Hz)", "Gain", "Offset", "Number", "Autozero"}};
-  table.formats.resize(4);
-  table.formats.back() = ThroughPattern(patterns.RatePattern);
-  for (int c = 1; c <= trial.NChan; ++c) {
-    table.rows.push_back({ChannelNumber(c), LabelOnOneLine(trial, c), Trim(trial.ChanUnits[c].Text()),
-                          CellOf(trial.ChanRate[c]), CellOf(trial.ChanGain[c]), CellOf(trial.ChanOffset[c]),
-                          static_cast<double>(trial.ChanNumber[c]),
-                          trial.ChanAutozero[c] != 0 ? "yes" : "no"});
-  }
-  return table;
-}
-
 // Which samples of a recording these are, where its file counts them.
 std::string OfTheFile(const Trial& trial) {
   return trial.LastSample <= 0 ? ""
@@ -55,8 +39,7 @@ class HeaderForm : public ResultForm {
                                .title = "Header",
                                .file = {.what = "header", .extension = ".txt"},
                                .head = {},
-                               .tables = {HeaderLinesOf(workbench.trial),
-                                          ChannelsOf(workbench.trial, workbench.patterns)}}) {
+                               .tables = {HeaderLinesOf(workbench.trial), ChannelFacts(workbench)}}) {
     const Trial& trial = workbench.trial;
     const NumberPatterns& patterns = workbench.patterns;
     for (const auto& row : Tables().front().rows) {
@@ -88,6 +71,23 @@ class HeaderForm : public ResultForm {
 };
 
 }  // namespace
+
+ResultTable ChannelFacts(const Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  ResultTable table{
+      .name = "frmHeaderChannels",
+      .title = "Channels",
+      .columns = {"Channel", "Label", "Units", "Rate (Hz)", "Gain", "Offset", "Number", "Autozero"}};
+  table.formats.resize(4);
+  table.formats.back() = ThroughPattern(workbench.patterns.RatePattern);
+  for (int c = 1; c <= trial.NChan; ++c) {
+    table.rows.push_back({ChannelNumber(c), LabelOnOneLine(trial, c), Trim(trial.ChanUnits[c].Text()),
+                          CellOf(trial.ChanRate[c]), CellOf(trial.ChanGain[c]), CellOf(trial.ChanOffset[c]),
+                          static_cast<double>(trial.ChanNumber[c]),
+                          trial.ChanAutozero[c] != 0 ? "yes" : "no"});
+  }
+  return table;
+}
 
 void ShowHeader(Workbench& workbench) {
   HeaderForm(workbench).Show(workbench);

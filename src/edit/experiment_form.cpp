@@ -6,58 +6,28 @@
 #include "core/questions/form.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
-#include "formats/native_binary/native_binary_layout.hpp"
+#include "edit/experiment_texts.hpp"
 
 namespace velmora {
 namespace {
 
-using native::TextField;
-
-constexpr std::size_t kLines = native::kExperimentLines;
-constexpr std::size_t kTexts = 7 + kLines;
-
-/// A text of the form and its place in a record.
-struct TextRow {
-  const char* name;
-  const char* caption;
-  std::string NativeRecords::*record;
-  TextField field;
-};
-
-constexpr TextField Line(std::size_t line) {
-  return {line * native::kExperimentLineBytes, native::kExperimentLineBytes};
-}
-
-constexpr std::array<TextRow, kTexts> kRows = {{
-    {"txtProject", "&Project name", &NativeRecords::FILMINFO, native::kProject},
-    {"txtSurname", "&Surname", &NativeRecords::FILMINFO, native::kSurname},
-    {"txtFirstName", "&First name", &NativeRecords::FILMINFO, native::kFirstName},
-    {"txtSex", "Se&x", &NativeRecords::FILMINFO, native::kSex},
-    {"txtAge", "&Age", &NativeRecords::FILMINFO, native::kAge},
-    {"txtCode", "&Code", &NativeRecords::FILMINFO, native::kCode},
-    {"txtDate", "&Date", &NativeRecords::FILMINFO, native::kDate},
-    {"txtLine1", "Experiment line &1", &NativeRecords::EXPTINFO, Line(0)},
-    {"txtLine2", "Experiment line &2", &NativeRecords::EXPTINFO, Line(1)},
-    {"txtLine3", "Experiment line &3", &NativeRecords::EXPTINFO, Line(2)},
-    {"txtLine4", "Experiment line &4", &NativeRecords::EXPTINFO, Line(3)},
-}};
-constexpr std::size_t kFirstLine = kTexts - kLines;
+constexpr std::size_t kFirstLine = kExperimentTexts - native::kExperimentLines;
 
 class ExperimentForm : public Form {
  public:
   explicit ExperimentForm(Workbench& workbench)
       : Form("frmExperiment", "Experiment Information"), workbench_(workbench) {
     const NativeRecords& records = workbench.records;
-    for (std::size_t row = 0; row < kTexts; ++row) {
-      const auto& [name, caption, record, field] = kRows[row];
-      texts_[row] = Trim(FromWindows1252((records.*record).substr(field.offset, field.bytes)));
+    for (std::size_t row = 0; row < kExperimentTexts; ++row) {
+      const auto& [name, caption, record, field] = kExperiment[row];
+      texts_[row] = ExperimentTextOf(records, kExperiment[row]);
       fields_.push_back({.name = name,
                          .caption = caption,
                          .target = &texts_[row],
                          .prompt = "At most " + std::to_string(field.bytes) + " characters."});
     }
-    mass_ = native::Get<float>(records.FILMINFO, native::kMass);
-    height_ = native::Get<float>(records.FILMINFO, native::kHeight);
+    mass_ = SubjectMass(records);
+    height_ = SubjectHeight(records);
     fields_.push_back({.name = "txtMass", .caption = "&Mass", .target = &mass_});
     fields_.push_back({.name = "txtHeight", .caption = "&Height", .target = &height_});
     fields_.push_back({.name = "lblNote", .caption = "", .target = &note_, .readOnly = true});
@@ -68,16 +38,16 @@ class ExperimentForm : public Form {
 
  private:
   bool Keep() {
-    for (std::size_t row = 0; row < kTexts; ++row) {
-      if (CharacterCount(texts_[row]) > kRows[row].field.bytes) {
+    for (std::size_t row = 0; row < kExperimentTexts; ++row) {
+      if (CharacterCount(texts_[row]) > kExperiment[row].field.bytes) {
         ShowRefusal(workbench_, {.title = Title(),
-                                 .text = WithoutMnemonic(kRows[row].caption) + " is longer than " +
-                                         std::to_string(kRows[row].field.bytes) + " characters.",
+                                 .text = WithoutMnemonic(kExperiment[row].caption) + " is longer than " +
+                                         std::to_string(kExperiment[row].field.bytes) + " characters.",
                                  .icon = Icon::Exclamation});
         return false;
       }
     }
-    for (std::size_t row = 0; row < kTexts; ++row) {
+    for (std::size_t row = 0; row < kExperimentTexts; ++row) {
       if (texts_[row] != before_[row]) {
         KeepText(row);
       }
@@ -91,14 +61,14 @@ class ExperimentForm : public Form {
   }
 
   void KeepText(std::size_t row) {
-    const TextField& field = kRows[row].field;
+    const native::TextField& field = kExperiment[row].field;
     std::string bytes = ToWindows1252(texts_[row]);
     bytes.resize(field.bytes, ' ');
-    (workbench_.records.*kRows[row].record).replace(field.offset, field.bytes, bytes);
+    (workbench_.records.*kExperiment[row].record).replace(field.offset, field.bytes, bytes);
     if (row >= kFirstLine) {
       workbench_.trial.HeaderLines[row - kFirstLine + 1] = texts_[row];
     }
-    Kept(kRows[row].caption);
+    Kept(kExperiment[row].caption);
   }
 
   void KeepNumber(std::size_t offset, double value, const char* caption) {
@@ -115,8 +85,8 @@ class ExperimentForm : public Form {
   }
 
   Workbench& workbench_;
-  std::array<std::string, kTexts> texts_;
-  std::array<std::string, kTexts> before_;
+  std::array<std::string, kExperimentTexts> texts_;
+  std::array<std::string, kExperimentTexts> before_;
   std::string kept_;  // what was changed
   double mass_ = 0.0;
   double height_ = 0.0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,13 +35,23 @@ struct PictureOrder {
   std::vector<Lane> lanes{};      // from above; empty: of `graph` alone
 };
 
-/// The one procedure of the drawing module, which is a shared library so that a program may do without
-/// it. Returns true with the picture's bytes in `answer`, or false with the reason. Never throws: the
+/// A text on pages of A4, as a PDF file.
+struct DocumentOrder {
+  std::string html;                       // what QTextDocument understands of it
+  const PictureOrder* picture = nullptr;  // in place of <img src="picture">
+  std::string title;                      // of the document, and at the foot of each page
+  std::int64_t time = 0;                  // seconds since 1970: when it was made, as the file tells
+};
+
+/// The procedures of the drawing module, which is a shared library so that a program may do without
+/// it. They return true with the file's bytes in `answer`, or false with the reason. They never throw: the
 /// two sides may have C++ libraries of their own.
 extern "C" {
 using DrawPictureProcedure = bool (*)(const PictureOrder& order, std::string& answer);
+using DrawDocumentProcedure = bool (*)(const DocumentOrder& order, std::string& answer);
 }
 inline constexpr const char* kDrawPictureName = "VelmoraDrawPicture";
+inline constexpr const char* kDrawDocumentName = "VelmoraDrawDocument";
 inline constexpr const char* kDrawingModule = "velmora2-drawing.so";
 
 }  // namespace velmora

@@ -4,8 +4,17 @@
 
 #include "core/files/files.hpp"
 #include "core/trial/helpers.hpp"
+#include "graph/multi/multi_view.hpp"
 
 namespace velmora {
+
+PictureOrder PictureOfView(Workbench& workbench) {
+  const GraphView& view = OpenGraphView(workbench);
+  const MultiView* multi = FindMultiView(workbench);
+  return {.graph = view.Lead(),
+          .title = view.TitleText(),
+          .lanes = multi != nullptr ? LanesOf(*multi) : std::vector<Lane>{}};
+}
 
 void SavePicture(Workbench& workbench, PictureOrder order) {
   const std::vector<std::string> chosen = workbench.questions.AskFile(

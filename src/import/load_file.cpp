@@ -122,6 +122,7 @@ void ResetTrial(Workbench& workbench) {
   trial.TrialIndex = -1;
   trial.Notices.clear();
   workbench.LoadedFile.clear();
+  workbench.results.ResultTables.clear();  // a report of the next trial must not pass them for its own
 }
 
 void LoadFile(Workbench& workbench) {

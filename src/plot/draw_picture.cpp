@@ -103,6 +103,10 @@ std::string DrawPicture(const PictureOrder& order) {
   return buffer.data().toStdString();
 }
 
+void PaintPicture(const PictureOrder& order, QPaintDevice& device) {
+  PaintOn(device, order, {order.width, order.height}, true);
+}
+
 void PrintPicture(const PictureOrder& order, QPrinter& printer) {
   printer.setResolution(kDotsAnInch);  // text and lines as large as on the screen
   const QSizeF inches = printer.pageLayout().paintRect(QPageLayout::Inch).size();

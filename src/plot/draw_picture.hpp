@@ -11,6 +11,9 @@ namespace velmora {
 /// Throws std::bad_alloc, std::runtime_error when Qt cannot paint it.
 std::string DrawPicture(const PictureOrder& order);
 
+/// The same on any device, as lines and texts, from its upper left corner on, a pixel of the order to a dot.
+void PaintPicture(const PictureOrder& order, QPaintDevice& device);
+
 /// On one page of a printer, as large as fits; `order` gives the graph, title and paper alone.
 void PrintPicture(const PictureOrder& order, QPrinter& printer);
 

@@ -1,5 +1,6 @@
 // Pictures of velmora2-run, in a process of its own, without a display.
 #include <QImage>
+#include <QXmlStreamReader>
 #include <cstdlib>
 #include <filesystem>
 
@@ -83,6 +84,41 @@ TEST_F(PictureTest, TextStaysTextInSvgAndPdf) {
   EXPECT_NE(pdf.find("/MediaBox [0 0 1200"), std::string::npos);  // 1600 pixels of 96 an inch, in points
 }
 
+// The page is well-formed, whatever labels and titles hold.
+TEST_F(PictureTest, AReportIsMadeAgainByteForByte) {
+  const auto make = [this](const std::string& name) {
+    return Run("SOURCE_DATE_EPOCH=1700000000 " VELMORA2_RUN,
+               "  - do: data.table\n    answers:\n      - form: {txtSample: 2, txtValue: 7, press: Set}\n"
+               "      - form: {press: Exit}\n"
+               "  - do: report.save\n    answers:\n      - form: {txtTitle: \"<T> & 'co'\"}\n"
+               "      - file: " +
+                   name +
+                   ".html\n"
+                   "  - do: report.save\n    answers:\n      - form: {optFormat: PDF}\n      - file: " +
+                   name + ".pdf\n");
+  };
+  ASSERT_EQ(make("a"), 0) << Said();
+  ASSERT_EQ(make("b"), 0) << Said();
+  const std::string html = ReadFile(directory.Path("a.html"));
+  EXPECT_TRUE(html == ReadFile(directory.Path("b.html")));
+  QXmlStreamReader reader(QByteArray::fromStdString(html));
+  QStringList headings;
+  while (!reader.atEnd()) {
+    if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == QStringLiteral("h2")) {
+      headings << reader.readElementText();
+    }
+  }
+  EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString() << " in line " << reader.lineNumber();
+  EXPECT_EQ(headings.join(' ').toStdString(), "Trial Channels Results Graph Steps");
+  EXPECT_NE(html.find("&lt;L&gt; &amp; R"), std::string::npos);
+  EXPECT_NE(html.find("txtSample: 2"), std::string::npos);
+  const std::string pdf = ReadFile(directory.Path("a.pdf"));
+  EXPECT_TRUE(pdf == ReadFile(directory.Path("b.pdf")));
+  EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
+  EXPECT_NE(pdf.find("/CreationDate (D:20231114221320"), std::string::npos);
+  EXPECT_EQ(pdf.find("/Subtype /Image"), std::string::npos) << "the picture is drawn with lines";
+}
+
 TEST_F(PictureTest, WhatCannotBeDrawnFailsTheStepAndLeavesTheFile) {
   WriteFile(directory.Path("old.png"), "old");
   EXPECT_EQ(Run(VELMORA2_RUN, "  - view: {image: missing/p.png}\n"), 1);
@@ -94,6 +130,10 @@ TEST_F(PictureTest, WhatCannotBeDrawnFailsTheStepAndLeavesTheFile) {
   std::filesystem::copy_file(VELMORA2_RUN, alone);
   EXPECT_EQ(Run(alone, "  - view: {image: old.png}\n"), 1);
   EXPECT_NE(Said().find("pictures need the drawing module"), std::string::npos) << Said();
+  EXPECT_EQ(ReadFile(directory.Path("old.png")), "old");
+  EXPECT_EQ(Run(alone, "  - do: report.save\n    answers:\n      - form: {}\n      - file: old.png\n"), 1);
+  EXPECT_NE(Said().find("Drawing Not Available: pictures need the drawing module"), std::string::npos)
+      << Said();
   EXPECT_EQ(ReadFile(directory.Path("old.png")), "old");
 }
 

@@ -1,4 +1,6 @@
 // velmora2-run --check: everything that is wrong with a recipe and its inputs, at once.
+#include <regex>
+
 #include "support/program_fixture.hpp"
 
 namespace velmora::test {
@@ -77,6 +79,33 @@ TEST_F(Check, FindsNoFaultInTheExamplesAndTouchesNoFile) {
       kept + "\"]\n  - info: \"" + kept + "\"\n  - do: file.delete\n    answers: [{file: \"" + kept +
       "\"}, {box: Yes, optional: true}]\n"));
   EXPECT_EQ(ReadFile(kept), bytes);
+}
+
+// With every kind of file that its recipe writes.
+TEST_F(Check, EveryExampleStandsInTheTableOfTheExamples) {
+  const std::string table = ReadFile(std::string(EXAMPLES) + "/README.md");
+  std::size_t examples = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(EXAMPLES)) {
+    if (entry.path().extension() != ".yaml") {
+      continue;
+    }
+    ++examples;
+    const std::string name = entry.path().lexically_relative(EXAMPLES).string();
+    const std::size_t at = table.find("](" + name + ")");
+    ASSERT_NE(at, std::string::npos) << name;
+    const std::string row = table.substr(at, table.find('\n', at) - at);
+    const std::string recipe = ReadFile(entry.path().string());
+    const std::regex written("\\$\\{out\\}/[^\"]*(\\.[a-z]+)\"");
+    for (std::sregex_iterator file(recipe.begin(), recipe.end(), written), end; file != end; ++file) {
+      EXPECT_NE(row.find((*file)[1].str()), std::string::npos) << name << ": " << (*file)[0].str();
+    }
+  }
+  std::size_t rows = 0;
+  for (std::size_t at = table.find(".yaml) |"); at != std::string::npos;
+       at = table.find(".yaml) |", at + 1)) {
+    ++rows;
+  }
+  EXPECT_EQ(rows, examples) << "each once, and none that is gone";
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "run/study/file_digest.hpp"
+#include "core/files/file_digest.hpp"
 #include "support/full_disk.hpp"
 #include "support/program_fixture.hpp"
 

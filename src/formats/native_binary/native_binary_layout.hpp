@@ -24,6 +24,8 @@ inline constexpr std::size_t kFilmInfoBytes = 228;
 inline constexpr std::size_t kSetupInfoBytes = 328;
 inline constexpr std::size_t kExptInfoBytes = 248;
 
+inline constexpr std::int16_t kFileTypeCode = 253;
+
 inline constexpr const char* kMagic = "Velmora2";
 inline constexpr const char* kIdentification = "Velmora2 binary file. Version ";
 

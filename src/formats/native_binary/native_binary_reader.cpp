@@ -16,7 +16,6 @@
 namespace velmora {
 namespace {
 
-constexpr std::int16_t kBinaryFileType = 253;
 using native::kFloat;
 
 // Samples of a file that ends early are zeros, up to these many or three for each one that is there. A
@@ -214,7 +213,7 @@ void ReadOpened(Workbench& workbench, ProgressPanel& panel, const InputFile& fil
 
 void ReadNativeBinary(Workbench& workbench, ProgressPanel& panel) {
   workbench.trial.DiscardData();
-  workbench.trial.FileTypeCode = kBinaryFileType;
+  workbench.trial.FileTypeCode = native::kFileTypeCode;
   panel.SetFormat("Velmora2 binary analog (.VMB)");
   std::optional<InputFile> file;
   try {

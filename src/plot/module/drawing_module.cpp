@@ -6,6 +6,7 @@
 #include <new>
 
 #include "graph/picture.hpp"
+#include "plot/draw_document.hpp"
 #include "plot/draw_picture.hpp"
 
 namespace velmora {
@@ -33,22 +34,32 @@ void HaveApplication() {
   std::setlocale(LC_NUMERIC, "C");
 }
 
-}  // namespace
-
-extern "C" __attribute__((visibility("default"))) bool VelmoraDrawPicture(const PictureOrder& order,
-                                                                          std::string& answer) {
+template <typename Draw>
+bool Drawn(std::string& answer, const Draw& draw) {
   try {
     HaveApplication();
-    answer = DrawPicture(order);
+    answer = draw();
     return true;
   } catch (const std::bad_alloc&) {
     answer = "there is not enough memory";
   } catch (const std::exception& error) {
     answer = error.what();
   } catch (...) {
-    answer = "the picture cannot be drawn";
+    answer = "it cannot be drawn";
   }
   return false;
+}
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) bool VelmoraDrawPicture(const PictureOrder& order,
+                                                                          std::string& answer) {
+  return Drawn(answer, [&order] { return DrawPicture(order); });
+}
+
+extern "C" __attribute__((visibility("default"))) bool VelmoraDrawDocument(const DocumentOrder& order,
+                                                                           std::string& answer) {
+  return Drawn(answer, [&order] { return DrawDocument(order); });
 }
 
 }  // namespace velmora

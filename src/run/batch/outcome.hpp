@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "run/study/file_digest.hpp"
+#include "core/files/file_digest.hpp"
 
 namespace velmora {
 

@@ -55,6 +55,7 @@ const std::vector<Answer>& AnswersOf(const Step& step) {
 void History::Attach(Workbench& workbench) {
   workbench_ = &workbench;
   recorder_.Attach(workbench);
+  workbench.stepsDone = [this] { return StepsDone{.words = Sentences(false), .recipe = RecipeOf(false)}; };
   recorder_.onDone = [this](const Action& action) { ActionDone(action); };
 }
 
@@ -85,29 +86,42 @@ int History::Place() const {
          1;
 }
 
-std::string History::Recipe() const {
+std::string History::RecipeOf(bool withReports) const {
   const std::vector<RecordedStep>& recorded = recorder_.Steps();
   const std::vector<bool> needed = NeededSteps(recorded);
   std::vector<Step> steps;
   for (std::size_t k = 0; k < recorded.size(); ++k) {
-    if (needed[k]) {
+    if (needed[k] && (withReports || !SavesReport(recorded[k].steps.front()))) {
       steps.insert(steps.end(), recorded[k].steps.begin(), recorded[k].steps.end());
     }
   }
+  return RecipeText(ForAnyInput(std::move(steps)));
+}
+
+std::string History::Recipe() const {
   const std::string input = file_.empty() ? "" : " " + FileNamePart(file_);
   std::string head =
       (input.empty() ? "# Steps done." : "# Steps done to" + input + ".") + " To repeat them:\n";
   head += "#   velmora2-run THIS-FILE.yaml" + input + " --out DIRECTORY\n";
-  return head + RecipeText(ForAnyInput(std::move(steps)));
+  return head + RecipeOf(true);
+}
+
+std::vector<std::string> History::Sentences(bool withReports) const {
+  const std::vector<RecordedStep> all = recorder_.AllSteps();
+  std::vector<std::string> sentences;
+  for (const HistoryLine& line : Lines()) {
+    if (!line.undone && (withReports || !SavesReport(all[line.last].steps.front()))) {
+      sentences.push_back(line.inFull);
+    }
+  }
+  return sentences;
 }
 
 std::string History::Text() const {
   std::string text = "Processed with Velmora2, version " + std::string(VersionText) + ":\n";
   int number = 0;
-  for (const HistoryLine& line : Lines()) {
-    if (!line.undone) {
-      text += std::to_string(++number) + ". " + line.inFull + ".\n";
-    }
+  for (const std::string& sentence : Sentences(true)) {
+    text += std::to_string(++number) + ". " + sentence + ".\n";
   }
   return text;
 }

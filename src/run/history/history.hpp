@@ -40,6 +40,9 @@ class History {
   std::string GoTo(std::size_t line);
 
  private:
+  // A report leaves out that reports were saved.
+  [[nodiscard]] std::string RecipeOf(bool withReports) const;
+  [[nodiscard]] std::vector<std::string> Sentences(bool withReports) const;
   void ActionDone(const Action& action);
   std::string RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last);
   std::string Repeat(const Step& step, RecipeQuestions& answers);

@@ -4,7 +4,7 @@
 
 #include "core/files/files.hpp"
 #include "core/trial/helpers.hpp"
-#include "graph/multi/multi_view.hpp"
+#include "graph/save_picture.hpp"
 #include "run/report/drawing.hpp"
 
 namespace velmora {
@@ -37,16 +37,12 @@ struct Gesture {
     }
   }
   void operator()(const ImageGesture& image) const {
-    const GraphView& view = OpenGraphView(workbench);
-    const MultiView* multi = FindMultiView(workbench);
-    const std::string picture =
-        LoadAndDraw({.graph = view.Lead(),
-                     .title = view.TitleText(),
-                     .format = *PictureFormatOf(image.file),
-                     .width = image.width,
-                     .height = image.height,
-                     .paper = image.white ? std::optional(kWhite) : std::nullopt,
-                     .lanes = multi != nullptr ? LanesOf(*multi) : std::vector<Lane>{}});
+    PictureOrder order = PictureOfView(workbench);
+    order.format = *PictureFormatOf(image.file);
+    order.width = image.width;
+    order.height = image.height;
+    order.paper = image.white ? std::optional(kWhite) : std::nullopt;
+    const std::string picture = LoadAndDraw(order);
     try {
       OutputFile file(image.file);
       file.Write(picture);

@@ -134,6 +134,9 @@ struct Recipe {
   std::vector<Step> steps;
 };
 
+/// Whether it saves a report, which tells of every other step.
+bool SavesReport(const Step& step);
+
 /// The step as messages name it: the command's id, "info", "view" or "collect".
 std::string ActionOf(const Step& step);
 

@@ -93,6 +93,10 @@ struct NameAction {
 
 }  // namespace
 
+bool SavesReport(const Step& step) {
+  return ActionOf(step) == "report.save";
+}
+
 std::string ActionOf(const Step& step) {
   return std::visit(NameAction{}, step.what);
 }

@@ -11,6 +11,7 @@
 #include "run/batch/interrupt.hpp"
 #include "run/recipe/closest_name.hpp"
 #include "run/recipe/gesture.hpp"
+#include "run/recipe/recipe_writer.hpp"
 #include "run/report/drawing.hpp"
 #include "run/report/info.hpp"
 #include "run/study/collect.hpp"
@@ -34,6 +35,10 @@ std::string NoSuchCommand(const std::string& id) {
 
 RecipeRun::RecipeRun(RunOptions options) : options_(std::move(options)), workbench_(Answerer()) {
   workbench_.desktop.draw = LoadAndDraw;
+  workbench_.desktop.drawDocument = LoadAndDrawDocument;
+  workbench_.stepsDone = [this] {
+    return StepsDone{.words = words_, .recipe = RecipeText(ForAnyInput(steps_))};
+  };
 }
 
 Questions& RecipeRun::Answerer() {
@@ -65,6 +70,7 @@ Outcome RecipeRun::Run(const Recipe& recipe) {
     workbench_.report = {};
     const bool loads = ActionOf(step) == "file.load" && !workbench_.merge.MergePending;
     std::string failure = RunStep(step);
+    NoteStep(step, loads);
     NoteDeeds(place, loads, outcome);
     if (InterruptSignal() != 0) {
       outcome.interrupted = place;
@@ -84,6 +90,25 @@ Outcome RecipeRun::Run(const Recipe& recipe) {
     }
   }
   return outcome;
+}
+
+// Pictures and reports that are made on the way lead nowhere.
+void RecipeRun::NoteStep(const Step& step, bool loads) {
+  if (loads) {
+    steps_.clear();
+    words_.clear();
+  }
+  const auto* view = std::get_if<ViewStep>(&step.what);
+  const bool image = view != nullptr && std::holds_alternative<ImageGesture>(view->what);
+  if (SavesReport(step)) {
+    return;
+  }
+  if (!image && (view != nullptr || std::holds_alternative<CommandStep>(step.what))) {
+    steps_.push_back(step);
+  }
+  if (std::string words = WordsOf(workbench_.report.deeds, Telling::InFull); !words.empty()) {
+    words_.push_back(std::move(words));
+  }
 }
 
 void RecipeRun::NoteDeeds(const StepPlace& place, bool loads, Outcome& outcome) {

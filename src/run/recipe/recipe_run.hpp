@@ -51,6 +51,7 @@ class RecipeRun {
   /// Runs `action` on these answers and tells what went wrong.
   template <typename Action>
   std::string RunAnswered(const std::vector<Answer>& answers, const Action& action);
+  void NoteStep(const Step& step, bool loads);
   /// Keeps what the step did and tells it to those who want to hear.
   void NoteDeeds(const StepPlace& place, bool loads, Outcome& outcome);
   std::string WriteInfo(const InfoStep& step);
@@ -60,7 +61,9 @@ class RecipeRun {
   RecipeQuestions answers_;
   std::optional<TranscriptQuestions> transcript_;
   Workbench workbench_;
-  std::vector<Deed> done_;  // since the trial was loaded
+  std::vector<std::string> words_;
+  std::vector<Step> steps_;  // since the trial was loaded
+  std::vector<Deed> done_;   // since the trial was loaded
 };
 
 }  // namespace velmora

@@ -182,6 +182,10 @@ class Writer {
         Key("title");
         Text(*answer.title);
       }
+      if (answer.optional) {
+        Key("optional");
+        out_ << true;
+      }
       out_ << YAML::EndMap;
     }
     out_ << YAML::EndSeq;

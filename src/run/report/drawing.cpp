@@ -19,25 +19,40 @@ std::filesystem::path ModulePath() {
 }
 
 // It stays loaded: Qt does not leave a program.
-DrawPictureProcedure LoadModule() {
+void* LoadModule() {
   void* module = dlopen(ModulePath().c_str(), RTLD_NOW | RTLD_LOCAL);
   if (module == nullptr) {
     FailToLoad();
   }
-  void* symbol = dlsym(module, kDrawPictureName);
+  return module;
+}
+
+template <typename Procedure>
+Procedure LoadProcedure(const char* name) {
+  static void* const module = LoadModule();
+  void* symbol = dlsym(module, name);
   if (symbol == nullptr) {
     FailToLoad();
   }
-  return reinterpret_cast<DrawPictureProcedure>(symbol);
+  return reinterpret_cast<Procedure>(symbol);
 }
 
 }  // namespace
 
 std::string LoadAndDraw(const PictureOrder& order) {
-  static const DrawPictureProcedure draw = LoadModule();
+  static const auto draw = LoadProcedure<DrawPictureProcedure>(kDrawPictureName);
   std::string answer;
   if (!draw(order, answer)) {
     throw std::runtime_error("cannot draw the picture: " + answer);
+  }
+  return answer;
+}
+
+std::string LoadAndDrawDocument(const DocumentOrder& order) {
+  static const auto draw = LoadProcedure<DrawDocumentProcedure>(kDrawDocumentName);
+  std::string answer;
+  if (!draw(order, answer)) {
+    throw std::runtime_error("cannot draw the document: " + answer);
   }
   return answer;
 }

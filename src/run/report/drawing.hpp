@@ -11,4 +11,7 @@ namespace velmora {
 /// there is no module, when it cannot be loaded, or when it cannot draw.
 std::string LoadAndDraw(const PictureOrder& order);
 
+/// The same for a document.
+std::string LoadAndDrawDocument(const DocumentOrder& order);
+
 }  // namespace velmora

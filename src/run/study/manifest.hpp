@@ -7,7 +7,7 @@
 
 #include "run/batch/arguments.hpp"
 #include "run/batch/run_result.hpp"
-#include "run/study/file_digest.hpp"
+#include "core/files/file_digest.hpp"
 
 namespace velmora {
 

@@ -8,6 +8,7 @@
 
 #include "browse/programs.hpp"
 #include "core/questions/result_table.hpp"
+#include "plot/draw_document.hpp"
 #include "plot/draw_picture.hpp"
 #include "ui/desktop.hpp"
 #include "ui/text.hpp"
@@ -52,6 +53,7 @@ QString Html(const ResultTable& table) {
 
 DesktopServices WindowServices(QWidget* window) {
   return {.draw = DrawPicture,
+          .drawDocument = DrawDocument,
           .copy = [](const std::string& text) { QApplication::clipboard()->setText(ToQt(text)); },
           .open = Open,
           .printPicture =

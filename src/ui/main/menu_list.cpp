@@ -42,6 +42,7 @@ constexpr std::array kPlaces = {
     MenuPlace{"save.vmu", kSave},
     MenuPlace{"save.fsv", kSave},
     MenuPlace{"save.vad", kSave},
+    MenuPlace{"report.save", kFile},
     MenuPlace{"file.open-directory", kFile, "", true},
     MenuPlace{"file.make-subdirectory", kFile},
     MenuPlace{"file.remove-directory", kFile},

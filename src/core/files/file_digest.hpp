@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -17,8 +18,9 @@ struct FileDigest {
 
 std::string Sha256(std::string_view bytes);
 
-/// Of the file as it is now. Throws FileError.
-FileDigest DigestOf(const std::string& path);
+/// Of the file as it is now. `goesOn` is called every few milliseconds with the part that is read; when it
+/// returns false, what was read so far counts, which nobody should look at. Throws FileError.
+FileDigest DigestOf(const std::string& path, const std::function<bool(double part)>& goesOn = {});
 
 /// Whether the file is what it was.
 bool IsUnchanged(const FileDigest& digest);

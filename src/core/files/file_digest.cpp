@@ -1,4 +1,4 @@
-#include "run/study/file_digest.hpp"
+#include "core/files/file_digest.hpp"
 
 #include <openssl/evp.h>
 
@@ -56,7 +56,7 @@ std::string Sha256(std::string_view bytes) {
   return hash.Text();
 }
 
-FileDigest DigestOf(const std::string& path) {
+FileDigest DigestOf(const std::string& path, const std::function<bool(double part)>& goesOn) {
   const InputFile file(path);
   Hash hash;
   std::vector<char> piece(std::size_t{1} << 18);
@@ -64,6 +64,9 @@ FileDigest DigestOf(const std::string& path) {
   while (const std::size_t got = file.ReadAt(at, piece.data(), piece.size())) {
     hash.Add(piece.data(), got);
     at += static_cast<std::int64_t>(got);
+    if (goesOn && !goesOn(static_cast<double>(at) / static_cast<double>(file.Size()))) {
+      break;
+    }
   }
   return {path, at, hash.Text()};
 }
