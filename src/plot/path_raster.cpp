@@ -29,14 +29,21 @@ class Segment {
 
   /// The rows that it touches in columns `from` to `to`, never fewer than in any of them.
   [[nodiscard]] RowSpan Rows(int from, int to, const PixelScale& y) const {
-    double a = left_.y;
-    double b = right_.y;
-    if (right_.x > left_.x) {
-      a = left_.y + slope_ * (std::max<double>(from, left_.x) - left_.x);
-      b = left_.y + slope_ * (std::min<double>(to + 1, right_.x) - left_.x);
-    }
+    const bool upright = right_.x == left_.x;
+    const double a = upright ? left_.y : Enters(from);
+    const double b = upright ? right_.y : Leaves(to);
     return {y.CellAt(std::min(a, b)), y.CellAt(std::max(a, b))};
   }
+
+  // Of a line that is not upright: where it comes into a column, and where it goes on.
+  [[nodiscard]] double Enters(int column) const {
+    return left_.y + slope_ * (std::max<double>(column, left_.x) - left_.x);
+  }
+  [[nodiscard]] double Leaves(int column) const {
+    return left_.y + slope_ * (std::min<double>(column + 1, right_.x) - left_.x);
+  }
+  /// Whether it comes into the next column where it leaves this one.
+  [[nodiscard]] bool GoesOn(int column) const { return column + 1 <= right_.x; }
 
  private:
   Place left_;
@@ -121,19 +128,7 @@ class CoveredColumns {
     if (rows.bottom - rows.top > kShort && rows.top >= own.top && rows.bottom <= own.bottom) {
       return;
     }
-    const int left = std::max(column - reach_.before, 0);
-    const int right = std::min(column + reach_.behind, area_.columns - 1);
-    const int bottom = std::min(rows.bottom + reach_.behind, area_.rows - 1);
-    std::int64_t painted = 0;
-    for (int row = std::max(rows.top - reach_.before, 0); row <= bottom; ++row) {
-      std::uint32_t* pixels = area_.first + row * area_.stride;
-      for (int k = left; k <= right; ++k) {
-        if (pixels[k] == 0) {
-          pixels[k] = colour;
-          ++painted;
-        }
-      }
-    }
+    const std::int64_t painted = width_ == 1 ? FillColumn(column, rows, colour) : Fill(column, rows, colour);
     if (painted > 0 || width_ > 1) {
       unpainted_ -= painted;
       Take(column, rows);
@@ -181,6 +176,30 @@ class CoveredColumns {
     }
     const RowSpan& own = columns_[static_cast<std::size_t>(column)];
     return {std::max(rows.top, own.top), std::min(rows.bottom, own.bottom)};
+  }
+
+  // How many pixels were still to be painted.
+  std::int64_t FillColumn(int column, const RowSpan& rows, std::uint32_t colour) const {
+    std::int64_t painted = 0;
+    std::uint32_t* pixel = area_.first + rows.top * area_.stride + column;
+    for (int row = rows.top; row <= rows.bottom; ++row, pixel += area_.stride) {
+      if (*pixel == 0) {
+        *pixel = colour;
+        ++painted;
+      }
+    }
+    return painted;
+  }
+
+  std::int64_t Fill(int column, const RowSpan& rows, std::uint32_t colour) const {
+    const RowSpan wide{std::max(rows.top - reach_.before, 0),
+                       std::min(rows.bottom + reach_.behind, area_.rows - 1)};
+    std::int64_t painted = 0;
+    for (int k = std::max(column - reach_.before, 0);
+         k <= std::min(column + reach_.behind, area_.columns - 1); ++k) {
+      painted += FillColumn(k, wide, colour);
+    }
+    return painted;
   }
 
   // One run a column is kept: with what touches it, or the longer of two.
@@ -316,11 +335,14 @@ class PathPainter {
         column = last + 1;
         continue;
       }
+      int enters = y_.CellAt(segment.Enters(column));
       for (; column <= last; ++column) {
-        const RowSpan rows = SeenRows(segment, column, column);
+        const int leaves = y_.CellAt(segment.Leaves(column));
+        const RowSpan rows = covered_.Seen({std::min(enters, leaves), std::max(enters, leaves)});
         if (!rows.Empty()) {
           covered_.Paint(column, rows, colour);
         }
+        enters = segment.GoesOn(column) ? leaves : y_.CellAt(segment.Enters(column + 1));
       }
     }
   }
