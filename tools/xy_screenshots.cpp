@@ -14,7 +14,7 @@ void ShowXYPlot(ui::MainWindow& window, Photographer& photographer, const fs::pa
   window.State().trial.CursorLo = 1;  // stance
   window.State().trial.CursorHi = 69;
   photographer.Dialogue("graph.xy", "frmXYChoose", "xy-choose", "OK", [](QWidget* dialog) {
-    dialog->findChild<QCheckBox*>(QStringLiteral("chkTime"))->setChecked(true);
+    dialog->findChild<QCheckBox*>(QStringLiteral("chkTime"))->click();
   });
   QWidget* plot = WindowOf("frmXY");
   QTest::qWait(kHintGoes);

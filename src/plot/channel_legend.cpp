@@ -35,7 +35,8 @@ void ChannelLegend::Show(const Graph* graph, Colour background) {
       entries_.push_back({&plot, TextOf(*graph->Plotted(), plot)});
     }
   }
-  if (graph->Path && graph->Path->ColourByTime) {
+  byTime_ = graph->Path && graph->Path->ColourByTime;
+  if (byTime_) {
     entries_.push_back({nullptr, QString::fromStdString(graph->Path->From + " to " + graph->Path->To)});
   }
 }
@@ -103,8 +104,10 @@ void ChannelLegend::DrawTimeColours(QCPPainter& painter, const QPointF& middle) 
 
 void ChannelLegend::DrawEntry(QCPPainter& painter, const Entry& entry, const QRect& rect) const {
   const QPointF middle(rect.left() + kSample / 2.0, rect.center().y() + 0.5);
-  if (entry.plot == nullptr) {
-    DrawTimeColours(painter, middle);
+  if (byTime_) {
+    if (entry.plot != nullptr) {
+      DrawTimeColours(painter, middle);
+    }
   } else {
     DrawLine(painter, *entry.plot, middle);
   }

@@ -7,7 +7,7 @@
 namespace velmora {
 
 /// The visible plots of a graph beside it: a piece of each line with its mark, label and units. Takes
-/// as many columns as it needs, and no room while it is hidden.
+/// as many columns as it needs, and no room while it is hidden. The colours of time have their times below.
 class ChannelLegend : public QCPLayoutElement {
  public:
   explicit ChannelLegend(QCustomPlot* plot);
@@ -24,7 +24,7 @@ class ChannelLegend : public QCPLayoutElement {
 
  private:
   struct Entry {
-    const Plot* plot;  // nullptr: the colours of time
+    const Plot* plot;  // nullptr: text alone
     QString text;
   };
   [[nodiscard]] QFont Font() const;
@@ -36,6 +36,7 @@ class ChannelLegend : public QCPLayoutElement {
   void DrawEntry(QCPPainter& painter, const Entry& entry, const QRect& rect) const;
 
   std::vector<Entry> entries_;
+  bool byTime_ = false;  // lines have the colours of time
   Colour background_ = kBlack;
 };
 

@@ -119,6 +119,7 @@ void DrawPathPixels(const Task& task, const std::vector<PathPart>& parts) {
 void DrawPathLines(const Task& task, const std::vector<PathPart>& parts) {
   constexpr double kFine = 1.0;
   constexpr std::size_t kMostCorners = 60'000;
+  constexpr double kWide = 1.5;
   std::vector<std::vector<QPolygonF>> lines;
   std::size_t corners = 0;
   for (const PathPart& part : parts) {
@@ -133,7 +134,8 @@ void DrawPathLines(const Task& task, const std::vector<PathPart>& parts) {
   }
   for (std::size_t k = 0; k < parts.size(); ++k) {
     QPen pen = PenOf(*parts[k].plot, parts[k].colour, parts[k].width);
-    pen.setCapStyle(pen.style() == Qt::SolidLine ? Qt::RoundCap : Qt::FlatCap);  // colours meet without a gap
+    const bool wide = pen.widthF() > kWide && pen.style() == Qt::SolidLine;
+    pen.setCapStyle(wide ? Qt::RoundCap : Qt::FlatCap);  // wide colours meet without a gap
     DrawPieces(task, pen, lines[k], kFine);
   }
 }

@@ -113,6 +113,11 @@ void XYView::Decorate() {
                         .To = TimeText(range_.hi),
                         .Stronger = BetweenCursors()};
   graph.Ellipses = setup_.Ellipse ? ellipses_ : std::vector<FormGraph::Ellipse>();
+  if (graph.Path->ColourByTime) {
+    for (FormGraph::Ellipse& ellipse : graph.Ellipses) {
+      ellipse.colour = 0;  // the channel's own is nowhere else
+    }
+  }
   graph.Points.clear();
   if (setup_.Marks) {
     AddEnds();
@@ -139,7 +144,8 @@ void XYView::AddEnds() {
     if (first > last) {
       continue;
     }
-    const int colour = Lead().Plots[static_cast<std::size_t>(plot - 1)].ColourIndex;
+    const int own = Lead().Plots[static_cast<std::size_t>(plot - 1)].ColourIndex;
+    const int colour = Lead().Path->ColourByTime ? 0 : own;
     const auto add = [&](std::int64_t i, const char* text) {
       const float* frame = shown_.matrix.Frame(i);
       Lead().Points.push_back({frame[0], frame[plot], text, colour});
