@@ -2,9 +2,12 @@
 // as plain text. Files come from the page cache.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <hdf5.h>
+#include <matio.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -16,6 +19,7 @@
 #include "import/load_file.hpp"
 #include "support/instrument_files/c3d_file.hpp"
 #include "support/instrument_files/edf_file.hpp"
+#include "support/instrument_files/tdms_file.hpp"
 #include "support/instrument_files/wav_file.hpp"
 
 namespace velmora {
@@ -88,21 +92,103 @@ std::string Anc() {
   return head + "\r\n" + ranges + "\r\n" + AncRows();
 }
 
+// A .sto of 16 columns besides the times.
+std::string Table() {
+  std::string text = "bench\nversion=1\nnRows=100000\nnColumns=17\ninDegrees=no\nendheader\ntime";
+  for (int c = 0; c < 16; ++c) {
+    text += "\tforce" + std::to_string(c);
+  }
+  text += "\n";
+  for (int i = 0; i < 100'000; ++i) {
+    text += std::to_string(i / 1000.0);
+    for (int c = 0; c < 16; ++c) {
+      text += "\t" + std::to_string((i * 37 + c * 101) % 4096 / 16.0);
+    }
+    text += "\n";
+  }
+  return text;
+}
+
+// Counts of 16 bits, 1,000 of a channel behind those of the one before.
+std::string Tdms() {
+  constexpr std::int16_t kChannels = 16;
+  constexpr std::int16_t kChunk = 1000;
+  constexpr std::uint32_t kInt16 = 2;
+  test::TdmsBuilder file;
+  file.Object("/", "").Object("/'card'", "");
+  for (int c = 0; c < kChannels; ++c) {
+    file.Object("/'card'/'" + std::to_string(c) + "'", file.Index(kInt16, kChunk),
+                file.Property("wf_increment", 0.001), 1);
+  }
+  ByteBuilder raw;
+  for (int k = 0; k < 1'000 * kChannels * kChunk; ++k) {
+    raw.Add(static_cast<std::int16_t>(k % 4001));
+  }
+  return file.Segment(raw.Bytes()).Bytes();
+}
+
+constexpr std::size_t kLong = 1'000'000;  // samples of the matrices
+
+void WriteMat(const std::string& path) {
+  mat_t* file = Mat_CreateVer(path.c_str(), nullptr, MAT_FT_MAT5);
+  std::array<std::size_t, 2> sizes = {kLong, 16};
+  std::vector<double> values(kLong * 16);
+  for (std::size_t k = 0; k < values.size(); ++k) {
+    values[k] = static_cast<double>(k % 4001) / 8;
+  }
+  matvar_t* variable = Mat_VarCreate("emg", MAT_C_DOUBLE, MAT_T_DOUBLE, 2, sizes.data(), values.data(), 0);
+  Mat_VarWrite(file, variable, MAT_COMPRESSION_NONE);
+  Mat_VarFree(variable);
+  Mat_Close(file);
+}
+
+// As OpenSignals lays it out.
+void WriteHdf5(const std::string& path) {
+  const hid_t file = H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT);
+  for (const char* group : {"/device", "/device/raw"}) {
+    H5Gclose(H5Gcreate2(file, group, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+  }
+  std::vector<std::uint16_t> values(kLong);
+  for (std::size_t k = 0; k < kLong; ++k) {
+    values[k] = static_cast<std::uint16_t>(k % 4001);
+  }
+  const std::array<hsize_t, 2> sizes = {kLong, 1};
+  const hid_t space = H5Screate_simple(2, sizes.data(), nullptr);
+  for (int c = 1; c <= 16; ++c) {
+    const std::string name = "/device/raw/channel_" + std::to_string(c);
+    const hid_t set =
+        H5Dcreate2(file, name.c_str(), H5T_STD_U16LE, space, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT);
+    H5Dwrite(set, H5T_NATIVE_UINT16, H5S_ALL, H5S_ALL, H5P_DEFAULT, values.data());
+    H5Dclose(set);
+  }
+  H5Sclose(space);
+  H5Fclose(file);
+}
+
 struct Kind {
   const char* file;
-  std::function<std::string()> make;
+  std::function<void(const std::string& path)> write;
 };
+
+// Of a format whose file is made as bytes.
+std::function<void(const std::string&)> Bytes(const std::function<std::string()>& make) {
+  return [make](const std::string& path) { std::ofstream(path, std::ios::binary) << make(); };
+}
 
 const std::map<std::string, Kind>& Kinds() {
   static const std::map<std::string, Kind> kinds = {
-      {"c3d_float_64x200k", {"velmora2-bench-float.c3d", [] { return C3d(true, 0, 64); }}},
-      {"c3d_int16_64x200k", {"velmora2-bench-int.c3d", [] { return C3d(false, 0, 64); }}},
-      {"c3d_50_points_16x200k", {"velmora2-bench-points.c3d", [] { return C3d(true, 50, 16); }}},
-      {"edf_32x600k", {"velmora2-bench.edf", Edf}},
-      {"wav_float_16x1M", {"velmora2-bench-float.wav", [] { return Wav(true); }}},
-      {"wav_int16_16x1M", {"velmora2-bench-int.wav", [] { return Wav(false); }}},
-      {"anc_63x100k", {"velmora2-bench.anc", Anc}},
-      {"anc_rows_as_text", {"velmora2-bench-rows.tab", AncRows}},
+      {"c3d_float_64x200k", {"velmora2-bench-float.c3d", Bytes([] { return C3d(true, 0, 64); })}},
+      {"c3d_int16_64x200k", {"velmora2-bench-int.c3d", Bytes([] { return C3d(false, 0, 64); })}},
+      {"c3d_50_points_16x200k", {"velmora2-bench-points.c3d", Bytes([] { return C3d(true, 50, 16); })}},
+      {"edf_32x600k", {"velmora2-bench.edf", Bytes(Edf)}},
+      {"wav_float_16x1M", {"velmora2-bench-float.wav", Bytes([] { return Wav(true); })}},
+      {"wav_int16_16x1M", {"velmora2-bench-int.wav", Bytes([] { return Wav(false); })}},
+      {"anc_63x100k", {"velmora2-bench.anc", Bytes(Anc)}},
+      {"anc_rows_as_text", {"velmora2-bench-rows.tab", Bytes(AncRows)}},
+      {"sto_16x100k", {"velmora2-bench.sto", Bytes(Table)}},
+      {"tdms_int16_16x1M", {"velmora2-bench.tdms", Bytes(Tdms)}},
+      {"mat_double_16x1M", {"velmora2-bench.mat", WriteMat}},
+      {"hdf5_uint16_16x1M", {"velmora2-bench.h5", WriteHdf5}},
   };
   return kinds;
 }
@@ -111,7 +197,7 @@ std::string FileOf(const std::string& name) {
   const Kind& kind = Kinds().at(name);
   std::string path = BenchPath(kind.file);
   if (!std::filesystem::exists(path)) {
-    std::ofstream(path, std::ios::binary) << kind.make();
+    kind.write(path);
   }
   return path;
 }

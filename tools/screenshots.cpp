@@ -1,12 +1,16 @@
-// velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|views|xy]: walks through the program, or a
-// part of it, and keeps a picture of every window.
+// velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|recipe|views|xy]: walks through the
+// program, or a part of it, and keeps a picture of every window.
+#include <QAction>
 #include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <algorithm>
 #include <array>
 #include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <random>
 
 #include "analysis_screenshots.hpp"
@@ -18,6 +22,7 @@
 #include "sample_trials.hpp"
 #include "ui/main/main_window.hpp"
 #include "ui/main/theme.hpp"
+#include "ui/recipes/recipe_dialog.hpp"
 #include "view_screenshots.hpp"
 #include "xy_screenshots.hpp"
 
@@ -282,6 +287,41 @@ void Walk(ui::MainWindow& window, Photographer& photographer, const fs::path& da
   ShowXYPlot(window, photographer, data);
 }
 
+// Over a folder with one file that cannot be read.
+void ShowRecipeRun(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
+  std::ofstream(data / "peaks.yaml") << R"(velmora2: 1
+steps:
+  - do: file.load
+    file: "${input}"
+  - do: analysis.low-pass
+    answers: [pick: {values: {"*": 20}}]
+  - collect: "${out}/peaks.csv"
+    columns: {trial: "${stem}", peak: {channel: 1, statistic: maximum}}
+)";
+  std::ofstream(data / "stride-7.vmb") << "Velmora2";
+  for (auto* action : window.findChildren<QAction*>()) {
+    if (action->text().remove('&') == QStringLiteral("Run a recipe...")) {
+      action->trigger();
+    }
+  }
+  auto* dialog = window.findChild<ui::RecipeDialog*>();
+  const auto path = [&data](const char* name) { return QString::fromStdString((data / name).string()); };
+  dialog->SetRecipe(path("peaks.yaml"));
+  dialog->findChild<QLineEdit*>(QStringLiteral("results"))->setText(path("results"));
+  QStringList files;
+  for (int k = 1; k <= 7; ++k) {
+    files.append(path(("stride-" + std::to_string(k) + ".vmb").c_str()));
+  }
+  dialog->AddFiles(files);
+  test::Person::Press(dialog, QStringLiteral("Run"));
+  const auto* said = dialog->findChild<QLabel*>(QStringLiteral("said"));
+  if (!test::WaitFor([said] { return said->text().contains(QStringLiteral("failed")); })) {
+    throw std::runtime_error("the recipe does not end: " + said->text().toStdString());
+  }
+  photographer.Keep(dialog, "recipe");
+  dialog->close();
+}
+
 void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
   photographer.Helper().When("frmParse", [&photographer](QWidget* dialog) {
     photographer.Keep(dialog, "parser");
@@ -311,9 +351,10 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   std::setlocale(LC_NUMERIC, "C");
   const std::string part = argc == 4 ? argv[3] : "";
-  constexpr std::array kParts = {"", "analyses", "ensemble", "platforms", "views", "xy"};
+  constexpr std::array kParts = {"", "analyses", "ensemble", "platforms", "recipe", "views", "xy"};
   if (argc < 3 || argc > 4 || std::find(kParts.begin(), kParts.end(), part) == kParts.end()) {
-    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|views|xy]\n", stderr);
+    std::fputs("Usage: velmora2-screenshots DIR light|dark [analyses|ensemble|platforms|recipe|views|xy]\n",
+               stderr);
     return 2;
   }
   try {
@@ -356,6 +397,10 @@ int main(int argc, char** argv) {
     }
     QTest::qWait(400);
     Photographer photographer(window, to, dark ? "dark" : "light");
+    if (part == "recipe") {
+      ShowRecipeRun(window, photographer, data);
+      return 0;
+    }
     if (part == "ensemble") {
       ShowEnsemble(window, photographer, data);
       return 0;
@@ -376,6 +421,7 @@ int main(int argc, char** argv) {
       Walk(window, photographer, data);
       ShowTriggering(window, photographer);
       ParseText(window, photographer, data);
+      ShowRecipeRun(window, photographer, data);
     }
     ShowAnalyses(window, photographer, data);
     if (part.empty()) {

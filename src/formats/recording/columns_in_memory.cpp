@@ -22,17 +22,22 @@ void ColumnsInMemory::AddColumn(RecordedChannel channel, std::vector<float> samp
 }
 
 std::int64_t ColumnsInMemory::ReadSamples(const SampleTarget& target) {
+  constexpr std::int64_t kTile = 256;  // samples, whose frames stay in a cache while the columns go in
+  constexpr std::int64_t kTilesInATurn = 64;
   const std::int64_t wanted = target.matrix.Samples();
-  int column = 0;
-  for (const int c : target.channels) {
-    const std::vector<float>& from = columns_[static_cast<std::size_t>(c)];
-    const ChannelView to = target.matrix.Channel(++column);
-    const auto count = std::min(wanted, static_cast<std::int64_t>(from.size()));
-    for (std::int64_t i = 0; i < count; ++i) {
-      to[i] = from[static_cast<std::size_t>(i)];
-    }
-    if (target.turn(static_cast<double>(column) / static_cast<double>(target.channels.size()))) {
+  for (std::int64_t first = 0; first < wanted; first += kTile) {
+    if (first / kTile % kTilesInATurn == 0 &&
+        target.turn(static_cast<double>(first) / static_cast<double>(wanted))) {
       return 0;
+    }
+    int column = 0;
+    for (const int c : target.channels) {
+      const std::vector<float>& from = columns_[static_cast<std::size_t>(c)];
+      const ChannelView to = target.matrix.Channel(++column);
+      const auto end = std::min({first + kTile, wanted, static_cast<std::int64_t>(from.size())});
+      for (std::int64_t i = first; i < end; ++i) {
+        to[i] = from[static_cast<std::size_t>(i)];
+      }
     }
   }
   StoreTimes(1, wanted, target);
