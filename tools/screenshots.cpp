@@ -325,6 +325,7 @@ int main(int argc, char** argv) {
     Write(data, "head-impacts.vmb", examples::MakeHeadImpacts);
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
     Write(data, "jump.vmb", examples::MakeJump);
+    Write(data, "treadmill-walk.vmb", examples::MakeTreadmillWalk);
     Write(data, "quiet-stance.vmb", examples::MakeQuietStance);
     Write(data, "many.vmb", MakeManyChannels);
     Write(data, "stride-1.vmb", examples::MakeStride<1>);
