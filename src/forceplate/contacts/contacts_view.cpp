@@ -160,6 +160,7 @@ FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelContacts
 void ShowContacts(Workbench& workbench, const ContactsForm& form) {
   const std::vector<ChannelContacts>& found = form.Found();
   std::vector<int> channels;
+  channels.reserve(found.size());
   for (const ChannelContacts& of : found) {
     channels.push_back(of.channel);
   }

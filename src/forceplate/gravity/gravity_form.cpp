@@ -334,6 +334,7 @@ void GravityForm::AddMotions(const GravityFound& found) {
     return;
   }
   std::vector<NewChannel> channels;
+  channels.reserve(added.size());
   for (const Added& one : added) {
     channels.push_back(one.channel);
   }
