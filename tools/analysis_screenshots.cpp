@@ -106,12 +106,15 @@ void ShowPlateMenu(ui::MainWindow& window, Photographer& photographer) {
   }
 }
 
-// The trial's forces, and what a jump came to; then who stands, in a wide and in a tall window.
+// What a jump came to; steps on a treadmill; who stands, in a wide and in a tall window.
 void ShowJump(ui::MainWindow& window, Photographer& photographer) {
   Run(window, photographer, "plates.gravity",
       {{"frmGravity", "Compute", "gravity"}, {"frmGravity", "Exit", "jump"}});
+}
+
+void ShowSteps(ui::MainWindow& window, Photographer& photographer) {
   Run(window, photographer, "plates.contacts",
-      {{"frmContacts", "Compute", "contacts", Channels({2})}, {"frmContacts", "Exit", "contacts-found"}});
+      {{"frmContacts", "Compute", "contacts", Channels({0})}, {"frmContacts", "Exit", "contacts-found"}});
 }
 
 void ShowStance(ui::MainWindow& window, Photographer& photographer) {
@@ -189,6 +192,8 @@ void ShowPlatforms(ui::MainWindow& window, Photographer& photographer, const fs:
   Open(window, data / "jump.vmb");
   ShowPlateMenu(window, photographer);
   ShowJump(window, photographer);
+  Open(window, data / "treadmill-walk.vmb");
+  ShowSteps(window, photographer);
   Open(window, data / "quiet-stance.vmb");
   ShowStance(window, photographer);
 }

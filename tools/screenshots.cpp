@@ -373,6 +373,7 @@ int main(int argc, char** argv) {
     Write(data, "ankle-step.vmb", examples::MakeAnkleStep);
     Write(data, "two-plate-step.vmb", examples::MakeTwoPlateStep);
     Write(data, "jump.vmb", examples::MakeJump);
+    Write(data, "treadmill-walk.vmb", examples::MakeTreadmillWalk);
     Write(data, "quiet-stance.vmb", examples::MakeQuietStance);
     Write(data, "hip-knee-stride.vmb", examples::MakeHipKneeStride);
     Write(data, "many.vmb", MakeManyChannels);

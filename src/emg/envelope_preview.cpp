@@ -27,7 +27,7 @@ FormGraph::Plot Curve(std::string name, int colour, const std::vector<double>& t
           .width = width};
 }
 
-void FitAxes(FormGraph& graph) {
+void FitAboutZero(FormGraph& graph) {
   graph.x.minimum = graph.plots[0].x.front();
   graph.x.maximum = graph.plots[0].x.back();
   double most = 0.0;
@@ -75,7 +75,7 @@ FormGraph PreviewEnvelope(const Trial& trial, int channel, float cutoff) {
   } else {
     graph.title += ", not processed";
   }
-  FitAxes(graph);
+  FitAboutZero(graph);
   return graph;
 }
 

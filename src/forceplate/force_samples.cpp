@@ -7,15 +7,6 @@
 
 namespace velmora {
 
-std::vector<double> SamplesOfRange(const Trial& trial, int channel, SampleRange range) {
-  std::vector<double> samples;
-  samples.reserve(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
-  for (std::int64_t i = range.lo; i <= range.hi; ++i) {
-    samples.push_back(trial.Data(i, channel));
-  }
-  return samples;
-}
-
 bool PointsDown(std::span<const double> vertical) {
   double sum = 0.0;
   for (const double force : vertical) {

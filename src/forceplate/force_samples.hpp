@@ -8,9 +8,6 @@
 
 namespace velmora {
 
-/// A 64-bit copy of a channel's range.
-std::vector<double> SamplesOfRange(const Trial& trial, int channel, SampleRange range);
-
 /// Whether a vertical force points down: its mean is below 0. Of action and reaction, plates give either.
 bool PointsDown(std::span<const double> vertical);
 

@@ -12,6 +12,7 @@
 #include "forceplate/plate_geometry.hpp"
 #include "forceplate/plate_types.hpp"
 #include "results/result_presses.hpp"
+#include "results/signal_picture.hpp"
 
 namespace velmora {
 namespace {
@@ -68,7 +69,7 @@ class PressurePathForm : public Form {
       AddOutline(plate);
       AddForces(plate);
     }
-    ShowWhole();
+    FitAxes(graph);
   }
 
   [[nodiscard]] SampleRange Range() const {
@@ -214,30 +215,6 @@ class PressurePathForm : public Form {
     Append(arrow, tip);
     Append(arrow, {tip.x - head * (along - across / 2), tip.y - head * (across + along / 2)});
     graph_->plots.push_back(std::move(arrow));
-  }
-
-  // All of it, with a little room.
-  void ShowWhole() {
-    std::vector<double> x;
-    std::vector<double> y;
-    for (const FormGraph::Plot& plot : graph_->plots) {
-      x.insert(x.end(), plot.x.begin(), plot.x.end());
-      y.insert(y.end(), plot.y.begin(), plot.y.end());
-    }
-    const auto show = [](FormGraph::Axis& axis, std::vector<double>& values) {
-      constexpr double kRoom = 0.05;
-      constexpr double kLeast = 0.1;
-      std::erase_if(values, [](double value) { return std::isnan(value); });
-      if (values.empty()) {
-        values = {-1, 1};
-      }
-      const auto [low, high] = std::minmax_element(values.begin(), values.end());
-      const double room = std::max(kRoom * (*high - *low), kLeast);
-      axis.minimum = *low - room;
-      axis.maximum = *high + room;
-    };
-    show(graph_->x, x);
-    show(graph_->y, y);
   }
 
   Workbench& workbench_;

@@ -29,7 +29,11 @@ struct Extent {
       Add(value);
     }
   }
-  [[nodiscard]] double Room() const { return std::max((high - low) * 0.05, 1e-9); }
+  /// What lies in one place has room around it, too.
+  [[nodiscard]] double Room() const {
+    const double size = high > low ? high - low : std::abs(high);
+    return size > 0 ? 0.05 * size : 1.0;
+  }
 };
 
 /// How far an ellipse reaches from its middle along the abscissa, and along the ordinate.
@@ -47,10 +51,6 @@ FormGraph SignalPicture(const Trial& trial, int channel) {
           .x = {.caption = "Time (s)"},
           .y = {.caption = Trim(trial.ChanUnits[channel].Text())},
           .background = FormGraph::Background::White};
-}
-
-std::vector<double> AbscissaOf(const Trial& trial, SampleRange range) {
-  return SamplesOf(trial, 0, range);
 }
 
 void FitAxes(FormGraph& graph) {

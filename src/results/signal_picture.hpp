@@ -1,19 +1,13 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "core/questions/form_graph.hpp"
-#include "core/trial/helpers.hpp"
+#include "core/trial/trial.hpp"
 
 namespace velmora {
 
 /// The picture of something found in a channel over time: on white, with the channel's label and the file's
 /// name above, seconds and the channel's units beside.
 FormGraph SignalPicture(const Trial& trial, int channel);
-
-/// The abscissa of a range, sample by sample.
-std::vector<double> AbscissaOf(const Trial& trial, SampleRange range);
 
 /// The axes show all plots and ellipses, the ordinate with a little room above and below; so has the abscissa
 /// where both have the same scale.

@@ -34,7 +34,7 @@ ContactsForm::ContactsForm(Workbench& workbench, SampleRange range)
   AddButtons();
 }
 
-std::int64_t ContactsForm::SamplesOf(double seconds) const {
+std::int64_t ContactsForm::SamplesIn(double seconds) const {
   return RoundHalfEven(seconds * workbench_.trial.Rate);
 }
 
@@ -44,7 +44,7 @@ std::string ContactsForm::Words() const {
 }
 
 ChannelContacts ContactsForm::Search(int channel) const {
-  ChannelContacts found{.channel = channel, .force = SamplesOfRange(workbench_.trial, channel, range_)};
+  ChannelContacts found{.channel = channel, .force = SamplesOf(workbench_.trial, channel, range_)};
   found.turned = PointsDown(found.force);
   if (found.turned) {
     TurnForce(found.force);
@@ -53,8 +53,8 @@ ChannelContacts ContactsForm::Search(int channel) const {
       units_ == kPercent ? *std::max_element(found.force.begin(), found.force.end()) / 100 : 1.0;
   found.rule = {.on = on_ * part,
                 .off = off_ * part,
-                .shortest = SamplesOf(shortest_),
-                .shortestGap = SamplesOf(shortestGap_)};
+                .shortest = SamplesIn(shortest_),
+                .shortestGap = SamplesIn(shortestGap_)};
   // A channel of nothing but zeros has no largest force to take a part of.
   if (found.rule.on > 0) {
     found.contacts = MeasureContacts(found.force, found.rule, workbench_.trial.Rate, interpolate_);
@@ -132,7 +132,7 @@ void FindFootContacts(Workbench& workbench) {
   }
   ContactsForm form(workbench, range);
   if (form.Ask()) {
-    ContactsView(workbench, form).Show(workbench);
+    ShowContacts(workbench, form);
   }
 }
 

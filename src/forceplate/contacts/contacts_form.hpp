@@ -34,7 +34,7 @@ class ContactsForm : public AnalysisForm {
   enum Units : std::int32_t { kNewtons, kPercent };
 
   bool Compute() override;
-  [[nodiscard]] std::int64_t SamplesOf(double seconds) const;
+  [[nodiscard]] std::int64_t SamplesIn(double seconds) const;
   [[nodiscard]] ChannelContacts Search(int channel) const;
   void KeepEvents();
 

@@ -5,16 +5,18 @@
 #include <string>
 #include <utility>
 
+#include "core/results/pictures_form.hpp"
 #include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "dsp/math/mean_deviation.hpp"
+#include "results/pictured_results.hpp"
 #include "results/signal_picture.hpp"
 
 namespace velmora {
 namespace {
 
-constexpr int kForceColour = 1;
+constexpr int kContactForceColour = 1;
 constexpr int kContactColour = 3;
 constexpr int kOnColour = 2;
 constexpr int kOffColour = 6;
@@ -130,37 +132,10 @@ ResultTable SummaryTable(const Workbench& workbench, const std::vector<ChannelCo
   return table;
 }
 
-}  // namespace
-
-ContactsView::ContactsView(Workbench& workbench, const ContactsForm& form)
-    : PicturedResults(workbench,
-                      {.name = "frmContacts",
-                       .title = "Foot contacts",
-                       .file = {.what = "Foot Contacts", .extension = ".tab"},
-                       .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
-                       .tables = {ContactTable(workbench, form), SummaryTable(workbench, form.Found())},
-                       .graph = FormGraph{}}),
-      range_(form.Range()),
-      found_(form.Found()) {
-  std::vector<std::string> names;
-  for (const ChannelContacts& of : found_) {
-    names.push_back(ChannelNumber(of.channel) + ": " + LabelOnOneLine(workbench.trial, of.channel));
-  }
-  fields_.push_back({.name = "comShown",
-                     .caption = "&Picture of",
-                     .target = &shown_,
-                     .choices = std::move(names),
-                     .edited = [this] { Draw(); },
-                     .isList = true});
-  Draw();
-}
-
 // The force with both thresholds, and a band a contact.
-void ContactsView::Draw() {
-  const ChannelContacts& of = found_[static_cast<std::size_t>(shown_)];
-  FormGraph graph = SignalPicture(workbench_.trial, of.channel);
-  graph.resets = graph_->resets + 1;
-  const std::vector<double> times = AbscissaOf(workbench_.trial, range_);
+FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelContacts& of) {
+  FormGraph graph = SignalPicture(trial, of.channel);
+  const std::vector<double> times = SamplesOf(trial, 0, range);
   for (std::size_t k = 0; k < of.contacts.size() && k < kMostBands; ++k) {
     graph.bands.push_back({.from = times.front() + of.contacts[k].on,
                            .to = times.front() + of.contacts[k].off,
@@ -173,11 +148,32 @@ void ContactsView::Draw() {
     return FormGraph::Plot{
         .name = name, .colour = colour, .x = {times.front(), times.back()}, .y = {level, level}};
   };
-  graph.plots = {{.name = "force", .colour = kForceColour, .x = times, .y = of.force},
+  graph.plots = {{.name = "force", .colour = kContactForceColour, .x = times, .y = of.force},
                  threshold("on", kOnColour, of.rule.on),
                  threshold("off", kOffColour, of.rule.off)};
   FitAxes(graph);
-  graph_ = std::move(graph);
+  return graph;
+}
+
+}  // namespace
+
+void ShowContacts(Workbench& workbench, const ContactsForm& form) {
+  const std::vector<ChannelContacts>& found = form.Found();
+  std::vector<int> channels;
+  channels.reserve(found.size());
+  for (const ChannelContacts& of : found) {
+    channels.push_back(of.channel);
+  }
+  Pictured<PicturesForm>(
+      workbench,
+      Results{.name = "frmContacts",
+              .title = "Foot contacts",
+              .file = {.what = "Foot Contacts", .extension = ".tab"},
+              .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
+              .tables = {ContactTable(workbench, form), SummaryTable(workbench, found)}},
+      ChannelNames(workbench.trial, channels),
+      [&](std::size_t which) { return PictureOf(workbench.trial, form.Range(), found[which]); })
+      .Show(workbench);
 }
 
 }  // namespace velmora

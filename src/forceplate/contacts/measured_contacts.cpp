@@ -6,8 +6,8 @@
 namespace velmora {
 namespace {
 
-MeasuredContact Measure(std::span<const double> force, const Contact& contact, double rate,
-                        bool interpolate) {
+MeasuredContact MeasureOne(std::span<const double> force, const Contact& contact, double rate,
+                           bool interpolate) {
   MeasuredContact of{.on = (interpolate ? contact.on : static_cast<double>(contact.first)) / rate,
                      .off = (interpolate ? contact.off : static_cast<double>(contact.last)) / rate,
                      .beganHere = contact.first > 0,
@@ -35,7 +35,7 @@ std::vector<MeasuredContact> MeasureContacts(std::span<const double> force, cons
                                              double rate, bool interpolate) {
   std::vector<MeasuredContact> measured;
   for (const Contact& contact : FindContacts(force, rule)) {
-    measured.push_back(Measure(force, contact, rate, interpolate));
+    measured.push_back(MeasureOne(force, contact, rate, interpolate));
   }
   for (std::size_t k = 0; k + 1 < measured.size(); ++k) {
     measured[k].swingTime = measured[k + 1].on - measured[k].off;

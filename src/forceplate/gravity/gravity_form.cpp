@@ -205,7 +205,7 @@ std::optional<HorizontalMotion> GravityForm::FindHorizontal(const GravityFound& 
   const double dt = 1.0 / trial.Rate;
   HorizontalMotion motion;
   if (NeedsPressure()) {
-    motion.pressure = SamplesOfRange(trial, pressure, range_);
+    motion.pressure = SamplesOf(trial, pressure, range_);
     const double metres = *MetresIn(trial, pressure);
     for (double& place : motion.pressure) {
       place *= metres;
@@ -215,7 +215,7 @@ std::optional<HorizontalMotion> GravityForm::FindHorizontal(const GravityFound& 
     motion.motion = MotionOfPendulum(motion.pressure, dt, PendulumFrequency(height_, gravity_));
     return motion;
   }
-  std::vector<double> forces = SamplesOfRange(trial, force, range_);
+  std::vector<double> forces = SamplesOf(trial, force, range_);
   if (found.turned) {
     TurnForce(forces);
   }
@@ -334,6 +334,7 @@ void GravityForm::AddMotions(const GravityFound& found) {
     return;
   }
   std::vector<NewChannel> channels;
+  channels.reserve(added.size());
   for (const Added& one : added) {
     channels.push_back(one.channel);
   }
@@ -353,7 +354,7 @@ bool GravityForm::Compute() {
     return false;
   }
   GravityFound found{.range = range_,
-                     .vertical = SamplesOfRange(workbench_.trial, fz_, range_),
+                     .vertical = SamplesOf(workbench_.trial, fz_, range_),
                      .drift = static_cast<DriftRule>(driftChoice_),
                      .horizontal = horizontal_};
   if (!TakeWeight(found) || !IsLoaded(found) || !FindMotions(found)) {

@@ -12,8 +12,8 @@
 namespace velmora {
 namespace {
 
-constexpr int kForceColour = 1;
-constexpr int kWeightColour = 0;
+constexpr int kJumpForceColour = 1;
+constexpr int kJumpWeightColour = 0;
 
 std::string TitleOf(const GravityFound& found) {
   constexpr std::array kDrift = {"starts at rest", "starts and ends at rest", "steady on the whole"};
@@ -94,11 +94,11 @@ ResultTable TableOf(const Workbench& workbench, const GravityFound& found) {
 }
 
 void DrawJump(FormGraph& graph, const Trial& trial, const GravityFound& found) {
-  const std::vector<double> times = AbscissaOf(trial, found.range);
+  const std::vector<double> times = SamplesOf(trial, 0, found.range);
   graph.y.caption = "Vertical force (N)";
-  graph.plots = {{.name = "force", .colour = kForceColour, .x = times, .y = found.vertical, .width = 2.0},
+  graph.plots = {{.name = "force", .colour = kJumpForceColour, .x = times, .y = found.vertical, .width = 2.0},
                  {.name = "weight",
-                  .colour = kWeightColour,
+                  .colour = kJumpWeightColour,
                   .x = {times.front(), times.back()},
                   .y = {found.weight, found.weight}}};
   const Jump& jump = *found.jump;
@@ -128,7 +128,7 @@ void AddWay(FormGraph& graph, const std::vector<double>& times, std::vector<doub
 
 // Directions lie far apart on a plate: each is drawn about its own mean.
 void DrawWays(FormGraph& graph, const Trial& trial, const GravityFound& found) {
-  const std::vector<double> times = AbscissaOf(trial, found.range);
+  const std::vector<double> times = SamplesOf(trial, 0, found.range);
   graph.y.caption = "About the mean (m)";
   const auto add = [&](const HorizontalMotion& of, const char* gravity, const char* pressure, int colour) {
     const double middle = MeanOf(of.pressure.empty() ? of.motion.position : of.pressure);

@@ -67,7 +67,7 @@ bool SwayForm::HasChannels() {
 }
 
 std::vector<double> SwayForm::Prepared(int channel) const {
-  std::vector<double> samples = SamplesOfRange(workbench_.trial, channel, range_);
+  std::vector<double> samples = SamplesOf(workbench_.trial, channel, range_);
   if (cutoff_ > 0) {
     SmoothByLowPass(samples, workbench_.trial.Rate, cutoff_);
   }
