@@ -147,13 +147,15 @@ void ShowThreeAxes(ui::MainWindow& window, Photographer& photographer) {
   const auto fill = [](QWidget* dialog) { Choose(dialog, QStringLiteral("1000")); };
   Run(window, photographer, "impact.accelerometry",
       {{"frmAccelerometry", "Compute", "accelerometry", fill},
-       {"frmAccelerometry", "Graph", "accelerometry-found"},
-       {"frmAccelerometry", "Exit", "accelerometry-picture"}});
+       {"frmAccelerometry", "Exit", "accelerometry-found"}});
 }
 
 void ShowStrikes(ui::MainWindow& window, Photographer& photographer) {
-  const auto fill =
-      Channels({2}, [](QWidget* dialog) { Type(dialog, "txtBodyWeight", QStringLiteral("720")); });
+  const auto fill = Channels({2}, [](QWidget* dialog) {
+    Choose(dialog, QStringLiteral("First local maximum"));
+    Type(dialog, "txtPeakWindow", QStringLiteral("0.3"));
+    Type(dialog, "txtBodyWeight", QStringLiteral("720"));
+  });
   Run(window, photographer, "impact.analysis",
       {{"frmImpact", "Compute", "impacts", fill}, {"frmImpact", "Exit", "impacts-found"}});
 }

@@ -92,7 +92,7 @@ FormGraph AccelerometryForm::Graph() const {
     }
   }
   FitAxes(graph);
-  graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);  // the texts stand above the peak
+  graph.y.maximum += 0.25 * (graph.y.maximum - graph.y.minimum);  // the texts stand above the peak
   graph.points.push_back({TimeAt(found_.peakResultant.first), found_.peakResultant.value,
                           "peak " + FormatNumber(found_.peakResultant.value, "0.0 ") + "g"});
   return graph;
