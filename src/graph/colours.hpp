@@ -53,7 +53,7 @@ constexpr Colour TimeColour(double part) {
   const double at = part <= 0.5 ? part * 2 : part * 2 - 1;
   const Stop& from = kStops[part <= 0.5 ? 0 : 1];
   const Stop& to = kStops[part <= 0.5 ? 1 : 2];
-  const auto mix = [at](double a, double b) { return static_cast<Colour>(a + at * (b - a) + 0.5); };
+  const auto mix = [at](double a, double b) { return static_cast<Colour>(a + at * (b - a)); };
   return mix(from.red, to.red) | mix(from.green, to.green) << 8 | mix(from.blue, to.blue) << 16;
 }
 

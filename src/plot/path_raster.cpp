@@ -306,6 +306,9 @@ class PathPainter {
     constexpr int kBetweenCores = 2048;
     const auto [left, right] = std::minmax(from.x, to.x);
     const auto [top, bottom] = std::minmax(from.y, to.y);
+    if (right < -1 || left > area_.columns || bottom < -reach_ - 1 || top > area_.rows + reach_) {
+      return;
+    }
     const Cells box{std::max(x_.CellAt(left), 0), std::min(x_.CellAt(right), area_.columns - 1),
                     covered_.Seen({y_.CellAt(top), y_.CellAt(bottom)})};
     if (box.left > box.right || box.rows.Empty() || covered_.Core().Holds(box)) {
@@ -331,9 +334,12 @@ class PathPainter {
     int column = segment.First();
     while (column <= segment.Last()) {
       const int last = std::min(column | (CoveredColumns::kBlock - 1), segment.Last());
-      if (last - column >= kFew && covered_.BlockCovers(column, SeenRows(segment, column, last))) {
-        column = last + 1;
-        continue;
+      if (last - column >= kFew) {
+        const RowSpan all = SeenRows(segment, column, last);
+        if (all.Empty() || covered_.BlockCovers(column, all)) {
+          column = last + 1;
+          continue;
+        }
       }
       int enters = y_.CellAt(segment.Enters(column));
       for (; column <= last; ++column) {

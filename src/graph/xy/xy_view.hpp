@@ -12,7 +12,7 @@ namespace velmora {
 
 /// One channel against another. It keeps a copy of what it shows, in which row 0 is X and the channels are
 /// those of Y, one after the other; a sample at which either is no finite number is a gap.
-class XYView : public GraphView {
+class XYView final : public GraphView {
  public:
   /// Throws std::bad_alloc.
   XYView(Workbench& workbench, const XYSetup& setup);
@@ -28,8 +28,8 @@ class XYView : public GraphView {
   [[nodiscard]] std::string TitleText() const override { return Lead().Title; }
   [[nodiscard]] std::string StyleName(int /*graph*/) const override { return "XY.cwx"; }
 
-  /// Takes the samples anew; channels that are gone are left out. What is shown of the axes stays when as many
-  /// samples of the same channels are there as before.
+  /// Takes the samples anew; channels that are gone are left out. What is shown of the axes stays when as
+  /// many samples of the same channels are there as before.
   bool TrialChanged() override;
 
   // Drawing.
