@@ -86,7 +86,7 @@ void ReadPiece(const Source& source, int row, std::int64_t sample, std::int64_t 
 // All rows of a short trial, which lie behind each other, by one call of the system. False when they are to
 // be read one by one, for what is missing of them.
 bool ReadTogether(const Source& source, Bundle bundle, float* rows) {
-  if (source.samples > kPieceSamples || source.rows.samples != source.samples) {
+  if (source.samples < 1 || source.samples > kPieceSamples || source.rows.samples != source.samples) {
     return false;
   }
   const auto bytes = static_cast<std::size_t>((bundle.last - bundle.first + 1) * source.samples * kFloat);
