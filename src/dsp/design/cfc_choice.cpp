@@ -7,6 +7,7 @@ namespace velmora {
 
 std::vector<std::string> CfcClassNames() {
   std::vector<std::string> names;
+  names.reserve(kCfcClasses.size());
   for (const int one : kCfcClasses) {
     names.push_back(std::to_string(one));
   }
