@@ -50,6 +50,17 @@ const std::vector<Answer>& AnswersOf(const Step& step) {
   return view != nullptr ? view->answers : none;
 }
 
+/// A report with the picture of the graph that was opened last: what a report tells must lead to it.
+RecordedStep ReportOfView(const std::vector<RecordedStep>& steps) {
+  RecordedStep report{.steps = {{.what = CommandStep{.id = "report.save", .file = {}, .answers = {}}}},
+                      .deeds = {{.what = "Report", .channels = {}, .refused = {}}},
+                      .needsView = true};
+  for (const RecordedStep& step : steps) {
+    report.view = std::max(report.view, step.view);
+  }
+  return report;
+}
+
 }  // namespace
 
 void History::Attach(Workbench& workbench) {
@@ -87,7 +98,13 @@ int History::Place() const {
 }
 
 std::string History::RecipeOf(bool withReports) const {
-  const std::vector<RecordedStep>& recorded = recorder_.Steps();
+  std::vector<RecordedStep> recorded = recorder_.Steps();
+  if (!withReports) {
+    std::erase_if(recorded, [](const RecordedStep& step) { return SavesReport(step.steps.front()); });
+    if (workbench_->view != nullptr) {
+      recorded.push_back(ReportOfView(recorded));
+    }
+  }
   const std::vector<bool> needed = NeededSteps(recorded);
   std::vector<Step> steps;
   for (std::size_t k = 0; k < recorded.size(); ++k) {

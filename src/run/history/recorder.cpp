@@ -227,7 +227,8 @@ void Recorder::NoteWhatIsLeft(RecordedStep& step) const {
   step.coloured = step.coloured || now.colours != before_.colours;
   step.picked = step.picked || now.selected != before_.selected || now.constants != before_.constants;
   const Command* const* command = std::get_if<const Command*>(&action_);
-  step.needsView = command == nullptr || (*command)->needs == Needs::View;
+  const bool pictured = IsCommand(action_, "report.save") && workbench_->view != nullptr;
+  step.needsView = command == nullptr || (*command)->needs == Needs::View || pictured;
   step.view = CurrentView();
   step.graph = GraphWords(*workbench_);
 }
