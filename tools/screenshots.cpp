@@ -320,6 +320,9 @@ steps:
   }
   photographer.Keep(dialog, "recipe");
   dialog->close();
+  for (const char* made : {"peaks.yaml", "stride-7.vmb", "results"}) {
+    fs::remove_all(data / made);  // the pictures that follow show the folder as it was
+  }
 }
 
 void ParseText(ui::MainWindow& window, Photographer& photographer, const fs::path& data) {
