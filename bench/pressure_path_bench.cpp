@@ -1,11 +1,12 @@
-// The path of the centre of pressure of 1,000,000 samples over its plate, drawn at 1600 x 900 without a display:
-// the first picture with everything before it, and a redraw of it.
+// The path of the centre of pressure of 1,000,000 samples over its plate, drawn at 1600 x 900 without a
+// display: the first picture with everything before it, and a redraw of it.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <cmath>
 
 #include "bench_support.hpp"
+#include "core/questions/form.hpp"
 #include "forceplate/pressure_path_form.hpp"
 #include "graph/drawn_form_graph.hpp"
 #include "plot/graph_widget.hpp"
