@@ -56,7 +56,8 @@ void MakeAnkleStep(Trial& trial);
 void MakeHoldOfFirst(Trial& trial);
 void MakeHoldOfSecond(Trial& trial);
 
-/// One stride of a walk from heel strike to heel strike at 100 Hz, 1.1 s: the flexion of hip and knee in degrees.
+/// One stride of a walk from heel strike to heel strike at 100 Hz, 1.1 s: the flexion of hip and knee in
+/// degrees.
 void MakeHipKneeStride(Trial& trial);
 
 /// One stride of a walk from heel strike to heel strike at 200 Hz: the vertical force under the foot in N, of

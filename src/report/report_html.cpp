@@ -81,8 +81,8 @@ void AddRows(std::string& html, const ResultTable& table, std::span<const std::s
            std::holds_alternative<double>(table.rows[i][k]);
   };
   for (const std::size_t k : columns) {
-    html += (isNumber(0, k) ? "<th class=\"number\" align=\"right\">" : "<th align=\"left\">") + Line(table.columns[k]) +
-            "</th>";
+    html += (isNumber(0, k) ? "<th class=\"number\" align=\"right\">" : "<th align=\"left\">") +
+            Line(table.columns[k]) + "</th>";
   }
   html += "</tr></thead>\n<tbody>\n";
   for (std::size_t i = 0; i < std::min(table.rows.size(), kMostRows); ++i) {

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/files/file_digest.hpp"
 #include "run/batch/arguments.hpp"
 #include "run/batch/run_result.hpp"
-#include "core/files/file_digest.hpp"
 
 namespace velmora {
 
