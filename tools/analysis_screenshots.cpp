@@ -6,13 +6,6 @@
 namespace velmora::pictures {
 namespace {
 
-void Open(ui::MainWindow& window, const fs::path& path) {
-  window.State().trial.FileChanged = false;
-  window.State().events = {};
-  window.OpenFile(path.string());
-  QTest::qWait(300);
-}
-
 void TickChannel(QWidget* dialog, int row) {
   auto* table = dialog->findChild<QTableView*>();
   for (int column = 0; column < table->model()->columnCount(); ++column) {

@@ -182,4 +182,12 @@ inline void KeepMenu(QWidget* window, Qt::Key letter, Photographer& photographer
   menu->close();
 }
 
+/// Loads a trial as a double click would.
+inline void Open(ui::MainWindow& window, const fs::path& path) {
+  window.State().trial.FileChanged = false;
+  window.State().events = {};
+  window.OpenFile(path.string());
+  QTest::qWait(300);
+}
+
 }  // namespace velmora::pictures

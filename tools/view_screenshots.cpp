@@ -8,12 +8,6 @@
 namespace velmora::pictures {
 namespace {
 
-void Open(ui::MainWindow& window, const fs::path& path) {
-  window.State().trial.FileChanged = false;
-  window.OpenFile(path.string());
-  QTest::qWait(300);
-}
-
 // 64 channels, from a sample in the middle on: rows between the cursors, a block that is selected, and a
 // value of every kind.
 void ShowTable(ui::MainWindow& window, Photographer& photographer) {

@@ -58,7 +58,7 @@ std::optional<float> ValueTyped(Workbench& workbench, std::string_view typed) {
 
 std::string ShownSample(float value, std::string_view pattern) {
   constexpr double kLongest = 1e9;
-  const std::string shown = FormatNumber(value, pattern);
+  std::string shown = FormatNumber(value, pattern);
   const bool digits = shown.find_first_of("123456789") != std::string::npos;
   if (!std::isfinite(value) || (std::abs(value) < kLongest && (digits || value == 0))) {
     return shown;

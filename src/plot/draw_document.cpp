@@ -11,12 +11,12 @@
 #include <optional>
 #include <stdexcept>
 
+#include "plot/draw_picture.hpp"
 #include "plot/picture_object.hpp"
 
 namespace velmora {
 namespace {
 
-constexpr int kDotsAnInch = 96;
 constexpr QMargins kMargins{18, 16, 18, 18};  // mm
 constexpr int kFoot = 26;                     // dots, of the line at the foot of a page
 

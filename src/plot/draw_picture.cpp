@@ -13,8 +13,6 @@
 namespace velmora {
 namespace {
 
-constexpr int kDotsAnInch = 96;
-
 void PaintPlot(QCustomPlot& plot, QPaintDevice& device, const QSize& size, bool shapes) {
   QCPPainter painter;
   if (!painter.begin(&device)) {

@@ -7,6 +7,8 @@
 
 namespace velmora {
 
+inline constexpr int kDotsAnInch = 96;  // of pictures and pages: text and lines as large as on the screen
+
 /// The bytes of the file. In SVG and PDF lines stay lines and text stays text. Needs a QApplication.
 /// Throws std::bad_alloc, std::runtime_error when Qt cannot paint it.
 std::string DrawPicture(const PictureOrder& order);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/files/paths.hpp"
 #include "core/questions/long_work.hpp"
 #include "core/results/result_form.hpp"
 #include "core/text/numbers.hpp"
@@ -125,7 +126,7 @@ void ShowCorrelations(Workbench& workbench, SampleRange range) {
       channels);
   ShowResults(workbench,
               {.name = "frmCorrelation",
-               .title = "Correlations of " + workbench.trial.FileName,
+               .title = "Correlations of " + FileNamePart(workbench.trial.FileName),
                .file = {.what = "statistics", .extension = ".tab"},
                .head = {.range = range},
                .tables = {PairTable(workbench, channels, all), MatrixTable(workbench, channels, all)}});

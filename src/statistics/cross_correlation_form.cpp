@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/files/paths.hpp"
 #include "core/questions/long_work.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -137,7 +138,7 @@ void CrossCorrelationForm::MakeResults(std::int32_t largestLag, const BestLag& b
                            {"r at the lag", best.r},
                            {"r at 0", CellOf(r_[static_cast<std::size_t>(largestLag)])}}};
   results_ = {.name = "frmCrossCorrelation",
-              .title = "Cross-correlation of " + trial.FileName,
+              .title = "Cross-correlation of " + FileNamePart(trial.FileName),
               .file = {.what = "statistics", .extension = ".tab"},
               .head = {.range = range_, .parameters = ParametersOf(trial, *this)},
               .tables = {std::move(lag), std::move(curve)},

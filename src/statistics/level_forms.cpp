@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/files/paths.hpp"
 #include "core/questions/long_work.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -111,7 +112,7 @@ void ShowMeans(Workbench& workbench, SampleRange range) {
     return;
   }
   const std::string title =
-      "Means and extremes of " + workbench.trial.FileName + " (standard deviations with n-1)";
+      "Means and extremes of " + FileNamePart(workbench.trial.FileName) + " (standard deviations with n-1)";
   TellTable(workbench, "Mean, minimum and maximum", range, channels);
   LevelForm(workbench, StatisticsForm::Kind::Descriptive, "frmMeans", title, range,
             MeansTable(workbench, title, channels, all))
@@ -136,8 +137,8 @@ void ShowMedians(Workbench& workbench, SampleRange range) {
   if (all.empty() || moments.empty()) {
     return;
   }
-  const std::string title =
-      "Medians and percentiles of " + workbench.trial.FileName + " (linear between order statistics)";
+  const std::string title = "Medians and percentiles of " + FileNamePart(workbench.trial.FileName) +
+                            " (linear between order statistics)";
   TellTable(workbench, "Median and percentiles", range, channels);
   LevelForm(workbench, StatisticsForm::Kind::Median, "frmMedians", title, range,
             MediansTable(workbench, title, channels, all, moments))

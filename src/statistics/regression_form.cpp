@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/new_channels.hpp"
@@ -157,7 +158,7 @@ ResultTable RegressionForm::AgreementTable() const {
 
 void RegressionForm::MakeTables() {
   results_ = {.name = "frmRegression",
-              .title = "Linear regression of " + workbench_.trial.FileName,
+              .title = "Linear regression of " + FileNamePart(workbench_.trial.FileName),
               .file = {.what = "statistics", .extension = ".tab"},
               .head = {.range = range_, .parameters = ParametersOf(workbench_.trial, *this)},
               .tables = {TermTable(), FitTable()}};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/files/paths.hpp"
 #include "core/questions/long_work.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -193,7 +194,7 @@ bool WindowForm::FillTable(const Windows& windows) {
     }
   }
   results_ = {.name = "frmWindowStats",
-              .title = "Window statistics of " + trial.FileName,
+              .title = "Window statistics of " + FileNamePart(trial.FileName),
               .file = {.what = "statistics", .extension = ".tab"},
               .head = {.range = range_, .parameters = ParametersOf(trial, *this)},
               .tables = {std::move(table)}};

@@ -58,17 +58,23 @@ void StreamOut(const float* from, std::int64_t count, float* to) {
 }
 
 void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int64_t samples, float* frames,
-                  std::int64_t frameStride, Stores stores) {
+                  std::int64_t frameStride) {
   std::int64_t done = 0;
   const bool aligned = reinterpret_cast<std::uintptr_t>(frames) % sizeof(__m128) == 0;
-  if (stores == Stores::AroundCaches && frameStride == width && width <= kMostWidth && aligned) {
+  if (frameStride == width && width <= kMostWidth && aligned) {
     alignas(64) std::array<float, kMostWidth * kBlockSamples> block;  // NOLINT: filled before it is read
     for (; done + kBlockSamples <= samples; done += kBlockSamples) {
       Transpose(rows + done, rowStride, width, kBlockSamples, block.data(), width);
       StreamOut(block.data(), width * kBlockSamples, frames + done * width);
     }
   }
-  for (; done < samples; done += kBlockSamples) {
+  RowsToFramesInCaches(rows + done, rowStride, width, samples - done, frames + done * frameStride,
+                       frameStride);
+}
+
+void RowsToFramesInCaches(const float* rows, std::int64_t rowStride, int width, std::int64_t samples,
+                          float* frames, std::int64_t frameStride) {
+  for (std::int64_t done = 0; done < samples; done += kBlockSamples) {
     Transpose(rows + done, rowStride, width, std::min(kBlockSamples, samples - done),
               frames + done * frameStride, frameStride);
   }

@@ -8,15 +8,14 @@ namespace velmora {
 /// `rows` are `width` channels of `samples` floats each, `rowStride` floats apart; `frames` are
 /// `samples` frames, `frameStride` floats apart, of which the first `width` floats are meant.
 
-enum class Stores {
-  /// For a matrix that is filled once and too large to be found in a cache later. It takes contiguous frames
-  /// (frameStride == width), aligned to 16 bytes.
-  AroundCaches,
-  IntoCaches,
-};
-
+/// For a matrix that is filled once and too large to be found in a cache later: contiguous frames
+/// (frameStride == width), aligned to 16 bytes, are written around the caches.
 void RowsToFrames(const float* rows, std::int64_t rowStride, int width, std::int64_t samples, float* frames,
-                  std::int64_t frameStride, Stores stores = Stores::AroundCaches);
+                  std::int64_t frameStride);
+
+/// The same for a matrix that is read again soon.
+void RowsToFramesInCaches(const float* rows, std::int64_t rowStride, int width, std::int64_t samples,
+                          float* frames, std::int64_t frameStride);
 
 void FramesToRows(const float* frames, std::int64_t frameStride, int width, std::int64_t samples, float* rows,
                   std::int64_t rowStride);

@@ -106,10 +106,9 @@ FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelBursts& 
 
 void ShowOnsets(Workbench& workbench, const OnsetsForm& form) {
   const std::vector<ChannelBursts>& found = form.Found();
-  std::vector<int> channels;
-  for (const ChannelBursts& of : found) {
-    channels.push_back(of.channel);
-  }
+  std::vector<int> channels(found.size());
+  std::transform(found.begin(), found.end(), channels.begin(),
+                 [](const ChannelBursts& of) { return of.channel; });
   PicturesForm(workbench,
                {.name = "frmOnsets",
                 .title = "Onsets and offsets",

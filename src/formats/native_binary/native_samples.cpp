@@ -100,11 +100,10 @@ bool ReadTogether(const Source& source, Bundle bundle, float* rows) {
 void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle bundle, float* pieces,
                 std::optional<Loss>& lost) {
   const bool isShort = trial.matrix.Stride() * source.samples * kFloat <= kShortTrial;
-  const Stores stores = isShort ? Stores::IntoCaches : Stores::AroundCaches;
-  const int rows = bundle.last - bundle.first + 1;
+  const auto toFrames = isShort ? RowsToFramesInCaches : RowsToFrames;
   if (isShort && ReadTogether(source, bundle, pieces)) {
-    RowsToFrames(pieces, source.samples, rows, source.samples, trial.matrix.Frame(1) + bundle.first,
-                 trial.matrix.Stride(), stores);
+    toFrames(pieces, source.samples, bundle.last - bundle.first + 1, source.samples,
+             trial.matrix.Frame(1) + bundle.first, trial.matrix.Stride());
     return;
   }
   Prefetch(source, bundle, 0);
@@ -122,8 +121,8 @@ void ReadBundle(Trial& trial, ProgressPanel& panel, const Source& source, Bundle
     for (int row = bundle.first; row <= bundle.last; ++row) {
       ReadPiece(source, row, sample, count, pieces + (row - bundle.first) * kPieceStride, lost);
     }
-    RowsToFrames(pieces, kPieceStride, bundle.last - bundle.first + 1, count,
-                 trial.matrix.Frame(sample + 1) + bundle.first, trial.matrix.Stride(), stores);
+    toFrames(pieces, kPieceStride, bundle.last - bundle.first + 1, count,
+             trial.matrix.Frame(sample + 1) + bundle.first, trial.matrix.Stride());
   }
 }
 

@@ -166,41 +166,45 @@ class TextTableFile : public RecordingFile {
     ScanFaults faults;
     source_.Rewind();
     LineBlocks blocks(source_, kTableBlock);
-    std::int64_t line = 1;
-    std::int64_t rows = 0;
+    Progress at;
     bool goOn = true;
     for (std::size_t k = 0; k < stretches_.size() && goOn; ++k) {
-      line += blocks.SkipLines(stretches_[k].firstLine - line);
-      const std::int64_t end = std::min(rows + stretches_[k].rows, target.matrix.Samples());
-      goOn = ReadStretch(blocks, plan, target, end, line, rows, faults);
+      at.line += blocks.SkipLines(stretches_[k].firstLine - at.line);
+      const std::int64_t end = std::min(at.rows + stretches_[k].rows, target.matrix.Samples());
+      goOn = ReadStretch(blocks, plan, target, end, at, faults);
     }
     if (layout_.timeColumn == 0) {
-      StoreTimes(1, rows, target);
+      StoreTimes(1, at.rows, target);
     } else {
-      NoteUnevenTimes(target.matrix, rows);
+      NoteUnevenTimes(target.matrix, at.rows);
     }
-    NoteFaults(faults, target, rows);
-    return rows;
+    NoteFaults(faults, target, at.rows);
+    return at.rows;
   }
 
  private:
+  struct Progress {
+    std::int64_t line = 1;  // that is read next, from 1
+    std::int64_t rows = 0;  // that were read
+  };
+
   // Reads on until there are `end` rows. False when it is to end.
   bool ReadStretch(LineBlocks& blocks, const ScanPlan& plan, const SampleTarget& target, std::int64_t end,
-                   std::int64_t& line, std::int64_t& rows, ScanFaults& faults) const {
-    while (rows < end) {
+                   Progress& at, ScanFaults& faults) const {
+    while (at.rows < end) {
       std::string_view lines = blocks.Lines();
       if (stretches_.size() > 1) {  // or the scan looks at the stretches behind this one, too
-        lines = LinesOf(lines, end - rows);
+        lines = LinesOf(lines, end - at.rows);
       }
       if (lines.empty()) {
         return false;
       }
       const ScanProgress scanned =
-          ScanOnCores(lines, plan, {target.matrix.Frame(rows + 1), end - rows}, line, faults);
-      rows += scanned.rows;
-      line += scanned.lines;
+          ScanOnCores(lines, plan, {target.matrix.Frame(at.rows + 1), end - at.rows}, at.line, faults);
+      at.rows += scanned.rows;
+      at.line += scanned.lines;
       blocks.Consume(scanned.bytes);
-      if (target.turn(static_cast<double>(rows) / static_cast<double>(target.matrix.Samples()))) {
+      if (target.turn(static_cast<double>(at.rows) / static_cast<double>(target.matrix.Samples()))) {
         return false;
       }
     }

@@ -20,7 +20,7 @@ TEST(Transpose, EqualsTheObviousLoop) {
         alignas(64) float frames[66 * 50 + 4] = {};
         RowsToFrames(rows.data(), 100, width, samples, frames + shift, width);
         alignas(64) float cached[66 * 50 + 4] = {};
-        RowsToFrames(rows.data(), 100, width, samples, cached + shift, width, Stores::IntoCaches);
+        RowsToFramesInCaches(rows.data(), 100, width, samples, cached + shift, width);
         ASSERT_TRUE(std::equal(std::begin(frames), std::end(frames), std::begin(cached)));
         std::vector<float> back(65 * 64, -1.0F);
         FramesToRows(frames + shift, width, width, samples, back.data(), 64);
