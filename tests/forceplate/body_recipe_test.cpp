@@ -1,6 +1,5 @@
 // Contacts, centre of gravity and sway as a recipe runs them: fields, files, tables of the info.
 #include <cmath>
-#include <set>
 
 #include "support/recipe_test.hpp"
 
@@ -27,20 +26,6 @@ class BodyRecipe : public RecipeTest {
     trial.ChanUnits[1] = "N";
     trial.ChanUnits[2] = "cm";
     trial.ChanUnits[3] = "cm";
-  }
-
-  [[nodiscard]] std::set<std::string> FieldsOf(const std::string& form) const {
-    for (const std::string& line : lines_) {
-      const auto told = nlohmann::json::parse(line);
-      if (told.at("kind") == "form" && told.at("name") == form) {
-        std::set<std::string> names;
-        for (const auto& [name, value] : told.at("fields").items()) {
-          names.insert(name);
-        }
-        return names;
-      }
-    }
-    return {};
   }
 };
 

@@ -1,6 +1,5 @@
 // Impacts and work as steps of a recipe.
 #include <cmath>
-#include <set>
 
 #include "support/recipe_test.hpp"
 
@@ -27,21 +26,6 @@ struct ImpactRecipe : RecipeTest {
     }
     trial.TrialName = "fall";
     trial.ChanLabel[6] = "Fz";
-  }
-
-  /// The names of the fields that the form showed when it was asked about first.
-  [[nodiscard]] std::set<std::string> FieldsOf(const std::string& form) const {
-    for (const std::string& line : lines_) {
-      const auto told = nlohmann::json::parse(line);
-      if (told.at("kind") == "form" && told.at("name") == form) {
-        std::set<std::string> names;
-        for (const auto& [name, value] : told.at("fields").items()) {
-          names.insert(name);
-        }
-        return names;
-      }
-    }
-    return {};
   }
 };
 

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <set>
 
 #include "app/command_table.hpp"
 #include "support/recipe_test.hpp"
@@ -21,21 +20,6 @@ class AnalysesRecipe : public RecipeTest {
     trial.TrialName = "walk";
     trial.ChanLabel[1] = "EMG";
     trial.ChanLabel[2] = "Force";
-  }
-
-  /// The names of the fields that the form showed when it was asked about first.
-  [[nodiscard]] std::set<std::string> FieldsOf(const std::string& form) const {
-    for (const std::string& line : lines_) {
-      const auto told = nlohmann::json::parse(line);
-      if (told.at("kind") == "form" && told.at("name") == form) {
-        std::set<std::string> names;
-        for (const auto& [name, value] : told.at("fields").items()) {
-          names.insert(name);
-        }
-        return names;
-      }
-    }
-    return {};
   }
 };
 

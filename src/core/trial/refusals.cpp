@@ -1,7 +1,6 @@
 #include "core/trial/refusals.hpp"
 
 #include "core/text/numbers.hpp"
-#include "core/trial/helpers.hpp"
 
 namespace velmora {
 
@@ -39,6 +38,18 @@ bool HasTimeBase(Workbench& workbench) {
                           .text = "Data not time based.  Processing cannot continue.",
                           .icon = Icon::Exclamation});
   return false;
+}
+
+std::optional<SampleRange> AskTimedRange(Workbench& workbench, std::int64_t fewest) {
+  if (workbench.trial.NData < 1 || !HasTimeBase(workbench)) {
+    return std::nullopt;
+  }
+  const SampleRange range = AskCursorRange(workbench);
+  if (std::int64_t{range.hi} - range.lo + 1 < fewest) {
+    RefuseTooFewData(workbench);
+    return std::nullopt;
+  }
+  return range;
 }
 
 }  // namespace velmora

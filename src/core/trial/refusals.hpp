@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 
 // What analyses refuse alike. Each shows its box with the exclamation icon, which a recipe hears as a
@@ -25,5 +27,9 @@ void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, 
 /// Where an analysis needs seconds: whether samples have a rate and the abscissa counts seconds. Refuses
 /// otherwise.
 bool HasTimeBase(Workbench& workbench);
+
+/// The range that such an analysis is asked for, at least so many samples. None where there is no trial, no
+/// time base or too little of it, which is refused.
+std::optional<SampleRange> AskTimedRange(Workbench& workbench, std::int64_t fewest = 1);
 
 }  // namespace velmora

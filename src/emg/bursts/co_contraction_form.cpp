@@ -99,13 +99,11 @@ bool CoContractionForm::Compute() {
 }
 
 void FindCoContraction(Workbench& workbench) {
-  if (workbench.trial.NData < 1 || !HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  CoContractionForm form(workbench, range);
-  if (form.Ask()) {
-    ShowResults(workbench, form.TakeResults());
+  if (const auto range = AskTimedRange(workbench)) {
+    CoContractionForm form(workbench, *range);
+    if (form.Ask()) {
+      ShowResults(workbench, form.TakeResults());
+    }
   }
 }
 

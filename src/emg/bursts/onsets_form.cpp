@@ -180,17 +180,11 @@ void OnsetsForm::KeepEvents() {
 
 void FindOnsets(Workbench& workbench) {
   constexpr int kFewestSamples = 5;
-  if (workbench.trial.NData < 1 || !HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  if (range.hi - range.lo + 1 < kFewestSamples) {
-    RefuseTooFewData(workbench);
-    return;
-  }
-  OnsetsForm form(workbench, range);
-  if (form.Ask()) {
-    ShowOnsets(workbench, form);
+  if (const auto range = AskTimedRange(workbench, kFewestSamples)) {
+    OnsetsForm form(workbench, *range);
+    if (form.Ask()) {
+      ShowOnsets(workbench, form);
+    }
   }
 }
 

@@ -122,17 +122,11 @@ void ContactsForm::KeepEvents() {
 
 void FindFootContacts(Workbench& workbench) {
   constexpr int kFewestSamples = 5;
-  if (!HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  if (range.hi - range.lo + 1 < kFewestSamples) {
-    RefuseTooFewData(workbench);
-    return;
-  }
-  ContactsForm form(workbench, range);
-  if (form.Ask()) {
-    ShowContacts(workbench, form);
+  if (const auto range = AskTimedRange(workbench, kFewestSamples)) {
+    ContactsForm form(workbench, *range);
+    if (form.Ask()) {
+      ShowContacts(workbench, form);
+    }
   }
 }
 

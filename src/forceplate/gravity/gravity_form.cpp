@@ -369,17 +369,11 @@ bool GravityForm::Compute() {
 
 void FindCentreOfGravity(Workbench& workbench) {
   constexpr int kFewestSamples = 5;
-  if (!HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  if (range.hi - range.lo + 1 < kFewestSamples) {
-    RefuseTooFewData(workbench);
-    return;
-  }
-  GravityForm form(workbench, range);
-  if (form.Ask()) {
-    ShowPicturedResults(workbench, form.TakeResults());
+  if (const auto range = AskTimedRange(workbench, kFewestSamples)) {
+    GravityForm form(workbench, *range);
+    if (form.Ask()) {
+      ShowPicturedResults(workbench, form.TakeResults());
+    }
   }
 }
 

@@ -182,17 +182,11 @@ bool SwayForm::Compute() {
 
 void MeasureSway(Workbench& workbench) {
   constexpr int kFewestSamples = 5;
-  if (!HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  if (range.hi - range.lo + 1 < kFewestSamples) {
-    RefuseTooFewData(workbench);
-    return;
-  }
-  SwayForm form(workbench, range);
-  if (form.Ask()) {
-    ShowPicturedResults(workbench, form.TakeResults());
+  if (const auto range = AskTimedRange(workbench, kFewestSamples)) {
+    SwayForm form(workbench, *range);
+    if (form.Ask()) {
+      ShowPicturedResults(workbench, form.TakeResults());
+    }
   }
 }
 

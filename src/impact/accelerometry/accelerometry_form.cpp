@@ -172,17 +172,11 @@ std::string AccelerometryForm::Words() const {
 
 void MeasureThreeAxes(Workbench& workbench) {
   constexpr std::int32_t kFewestSamples = 3;  // of a filtered channel
-  if (workbench.trial.NData < 1 || !HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  if (range.hi - range.lo + 1 < kFewestSamples) {
-    RefuseTooFewData(workbench);
-    return;
-  }
-  AccelerometryForm form(workbench, range);
-  if (form.Ask()) {
-    form.ShowFound();
+  if (const auto range = AskTimedRange(workbench, kFewestSamples)) {
+    AccelerometryForm form(workbench, *range);
+    if (form.Ask()) {
+      form.ShowFound();
+    }
   }
 }
 

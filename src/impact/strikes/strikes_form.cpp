@@ -161,17 +161,11 @@ std::string StrikesForm::Words() const {
 
 void AnalyseImpacts(Workbench& workbench) {
   constexpr int kFewestSamples = 3;  // for a value with a neighbour on either side
-  if (workbench.trial.NData < 1 || !HasTimeBase(workbench)) {
-    return;
-  }
-  const SampleRange range = AskCursorRange(workbench);
-  if (range.hi - range.lo + 1 < kFewestSamples) {
-    RefuseTooFewData(workbench);
-    return;
-  }
-  StrikesForm form(workbench, range);
-  if (form.Ask()) {
-    ShowStrikes(workbench, form);
+  if (const auto range = AskTimedRange(workbench, kFewestSamples)) {
+    StrikesForm form(workbench, *range);
+    if (form.Ask()) {
+      ShowStrikes(workbench, form);
+    }
   }
 }
 
