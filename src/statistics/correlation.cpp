@@ -45,7 +45,7 @@ bool Varies(const Series& series) {
   return least != series.end() && *least < *most;
 }
 
-double MeanOf(const Series& series) {
+double MeanOfSeries(const Series& series) {
   double sum = 0.0;
   for (const float x : series) {
     sum += x;
@@ -76,7 +76,7 @@ class PairsOf {
     const std::size_t m = series.size();
     count_ = static_cast<std::int64_t>(series.front().size());
     for (const Series& of : series) {
-      mean_.push_back(count_ > 0 ? MeanOf(of) : 0.0);
+      mean_.push_back(count_ > 0 ? MeanOfSeries(of) : 0.0);
       varies_.push_back(Varies(of));
       lag1_.push_back(varies_.back() ? Lag1Of(of, mean_.back()) : 0.0);
     }
