@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::int32_t kSamples = 1'000'000;
 
-// A person who sways about the middle of a reduced plate.
-void Sway(Workbench& workbench) {
+// A person who sways about the middle of a reduced plate; the noise in micrometres.
+void Sway(Workbench& workbench, std::int64_t micrometres) {
   Trial& trial = workbench.trial;
   trial.Rate = 1000;
   trial.AllocateData(6, kSamples);
@@ -25,11 +25,12 @@ void Sway(Workbench& workbench) {
   std::uint32_t random = 1;
   for (std::int32_t i = 1; i <= kSamples; ++i) {
     random = random * 1664525U + 1013904223U;
-    const double noise = static_cast<double>(random >> 8) / 0x1p24 - 0.5;
+    const double noise =
+        (static_cast<double>(random >> 8) / 0x1p24 - 0.5) * 1e-4 * static_cast<double>(micrometres);
     float* frame = trial.matrix.Frame(i);
     frame[3] = 700.0F;
-    frame[4] = static_cast<float>(2 * std::sin(i * 3.1e-4) + std::sin(i * 1.7e-3) + 0.2 * noise);
-    frame[5] = static_cast<float>(3 * std::cos(i * 2.3e-4) + std::sin(i * 1.1e-3) - 0.2 * noise);
+    frame[4] = static_cast<float>(2 * std::sin(i * 3.1e-4) + std::sin(i * 1.7e-3) + noise);
+    frame[5] = static_cast<float>(3 * std::cos(i * 2.3e-4) + std::sin(i * 1.1e-3) - noise);
   }
   trial.ForcesReduced = true;
   trial.NPlates = 1;
@@ -68,7 +69,7 @@ struct Picture {
 void FirstPicture(benchmark::State& state) {
   Onlooker person;
   Workbench workbench(person);
-  Sway(workbench);
+  Sway(workbench, state.range(0));
   person.look = [](Form& form) { benchmark::DoNotOptimize(Picture(form)); };
   for (auto _ : state) {
     ShowPressurePath(workbench);
@@ -78,7 +79,7 @@ void FirstPicture(benchmark::State& state) {
 void Redraw(benchmark::State& state) {
   Onlooker person;
   Workbench workbench(person);
-  Sway(workbench);
+  Sway(workbench, state.range(0));
   person.look = [&state](Form& form) {
     Picture picture(form);
     for (auto _ : state) {
@@ -88,8 +89,8 @@ void Redraw(benchmark::State& state) {
   ShowPressurePath(workbench);
 }
 
-BENCHMARK(FirstPicture)->Unit(benchmark::kMillisecond);
-BENCHMARK(Redraw)->Unit(benchmark::kMillisecond);
+BENCHMARK(FirstPicture)->ArgName("noise")->Arg(0)->Arg(20)->Arg(200)->Unit(benchmark::kMillisecond);
+BENCHMARK(Redraw)->ArgName("noise")->Arg(0)->Arg(20)->Arg(200)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace velmora
