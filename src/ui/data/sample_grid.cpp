@@ -232,7 +232,7 @@ void SampleGrid::timerEvent(QTimerEvent* event) {
     return;
   }
   const QPoint at = viewport()->mapFromGlobal(QCursor::pos());
-  const int down = at.y() >= viewport()->height() ? 1 : at.y() < headHeight_ ? -1 : 0;
+  const std::int64_t down = at.y() >= viewport()->height() ? 1 : at.y() < headHeight_ ? -1 : 0;
   const int right = at.x() >= viewport()->width() ? 1 : at.x() < FrozenWidth() ? -1 : 0;
   MoveBy(3 * down, right, true);
 }

@@ -5,7 +5,7 @@
 namespace velmora::ui {
 namespace {
 
-constexpr std::string_view kFile = "&File";
+constexpr std::string_view kFileMenu = "&File";
 constexpr std::string_view kSave = "&File/&Save";
 constexpr std::string_view kEdit = "&Edit";
 constexpr std::string_view kChannel = "&Channel";
@@ -25,9 +25,9 @@ constexpr std::string_view kStatistics = "&Statistics";
 constexpr std::string_view kView = "&View";
 
 constexpr std::array kPlaces = {
-    MenuPlace{"file.load", kFile},
-    MenuPlace{"file.merge", kFile},
-    MenuPlace{"file.read-units", kFile},
+    MenuPlace{"file.load", kFileMenu},
+    MenuPlace{"file.merge", kFileMenu},
+    MenuPlace{"file.read-units", kFileMenu},
     MenuPlace{"save.vma", kSave},
     MenuPlace{"save.dat", kSave},
     MenuPlace{"save.csv", kSave},
@@ -42,15 +42,15 @@ constexpr std::array kPlaces = {
     MenuPlace{"save.vmu", kSave},
     MenuPlace{"save.fsv", kSave},
     MenuPlace{"save.vad", kSave},
-    MenuPlace{"report.save", kFile},
-    MenuPlace{"file.open-directory", kFile, "", true},
-    MenuPlace{"file.make-subdirectory", kFile},
-    MenuPlace{"file.remove-directory", kFile},
-    MenuPlace{"file.close", kFile},
-    MenuPlace{"file.delete", kFile},
-    MenuPlace{"file.explore", kFile},
-    MenuPlace{"file.refresh", kFile},
-    MenuPlace{"file.exit", kFile, "", true},
+    MenuPlace{"report.save", kFileMenu},
+    MenuPlace{"file.open-directory", kFileMenu, "", true},
+    MenuPlace{"file.make-subdirectory", kFileMenu},
+    MenuPlace{"file.remove-directory", kFileMenu},
+    MenuPlace{"file.close", kFileMenu},
+    MenuPlace{"file.delete", kFileMenu},
+    MenuPlace{"file.explore", kFileMenu},
+    MenuPlace{"file.refresh", kFileMenu},
+    MenuPlace{"file.exit", kFileMenu, "", true},
     MenuPlace{"edit.recall-labels", kEdit},
     MenuPlace{"edit.sampling-rate", kEdit},
     MenuPlace{"edit.labels", kEdit},
