@@ -12,9 +12,9 @@
 #include "impact/head_impact_form.hpp"
 #include "impact/integral_form.hpp"
 #include "impact/integrals.hpp"
+#include "impact/phases/moment_power_form.hpp"
+#include "impact/phases/work_form.hpp"
 #include "impact/strikes/strikes_form.hpp"
-#include "impact/work/moment_power_form.hpp"
-#include "impact/work/work_form.hpp"
 
 namespace velmora {
 namespace {

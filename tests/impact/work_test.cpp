@@ -4,8 +4,8 @@
 #include <numbers>
 #include <numeric>
 
-#include "impact/work/work_phases.hpp"
-#include "impact/work/work_units.hpp"
+#include "impact/phases/work_phases.hpp"
+#include "impact/phases/work_units.hpp"
 #include "statistics/table_test.hpp"
 
 namespace velmora::test {

@@ -8,7 +8,7 @@
 #include "core/text/numbers.hpp"
 #include "dsp/math/mean_deviation.hpp"
 #include "impact/acceleration_units.hpp"
-#include "impact/work/work_phases.hpp"
+#include "impact/phases/work_phases.hpp"
 
 namespace velmora {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "impact/work/work_phases.hpp"
+#include "impact/phases/work_phases.hpp"
 
 namespace velmora {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/questions/analysis_form.hpp"
-#include "impact/work/work_results.hpp"
+#include "impact/phases/work_results.hpp"
 
 namespace velmora {
 

@@ -1,4 +1,4 @@
-#include "impact/work/work_results.hpp"
+#include "impact/phases/work_results.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
-#include "impact/work/work_units.hpp"
+#include "impact/phases/work_units.hpp"
 #include "results/signal_picture.hpp"
 
 namespace velmora {

@@ -1,4 +1,4 @@
-#include "impact/work/moment_power_form.hpp"
+#include "impact/phases/moment_power_form.hpp"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 #include "core/trial/missing_samples.hpp"
 #include "core/trial/new_channels.hpp"
 #include "core/trial/refusals.hpp"
-#include "impact/work/work_units.hpp"
+#include "impact/phases/work_units.hpp"
 
 namespace velmora {
 namespace {

@@ -1,4 +1,4 @@
-#include "impact/work/work_form.hpp"
+#include "impact/phases/work_form.hpp"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "impact/work/moment_power.hpp"
+#include "impact/phases/moment_power.hpp"
 
 #include <cmath>
 #include <stdexcept>

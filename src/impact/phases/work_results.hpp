@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/results/result_form.hpp"
-#include "impact/work/work_phases.hpp"
+#include "impact/phases/work_phases.hpp"
 
 namespace velmora {
 

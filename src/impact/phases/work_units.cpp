@@ -1,4 +1,4 @@
-#include "impact/work/work_units.hpp"
+#include "impact/phases/work_units.hpp"
 
 namespace velmora {
 

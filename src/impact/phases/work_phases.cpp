@@ -1,4 +1,4 @@
-#include "impact/work/work_phases.hpp"
+#include "impact/phases/work_phases.hpp"
 
 #include <cmath>
 #include <optional>

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "impact/work/moment_power.hpp"
-#include "impact/work/phases_form.hpp"
+#include "impact/phases/moment_power.hpp"
+#include "impact/phases/phases_form.hpp"
 
 namespace velmora {
 

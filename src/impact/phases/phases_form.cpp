@@ -1,4 +1,4 @@
-#include "impact/work/phases_form.hpp"
+#include "impact/phases/phases_form.hpp"
 
 #include <utility>
 

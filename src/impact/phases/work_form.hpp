@@ -1,6 +1,6 @@
 #pragma once
 
-#include "impact/work/phases_form.hpp"
+#include "impact/phases/phases_form.hpp"
 
 namespace velmora {
 
