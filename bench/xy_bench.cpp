@@ -12,8 +12,8 @@
 #include "bench_support.hpp"
 #include "graph/xy/xy_view.hpp"
 #include "plot/graph_widget.hpp"
-#include "plot/path_parts.hpp"
-#include "plot/path_raster.hpp"
+#include "plot/traces/path_parts.hpp"
+#include "plot/traces/path_raster.hpp"
 
 namespace velmora {
 namespace {

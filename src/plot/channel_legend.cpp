@@ -4,8 +4,8 @@
 
 #include "graph/graph.hpp"
 #include "plot/plot_colours.hpp"
-#include "plot/point_marks.hpp"
-#include "plot/trace_raster.hpp"
+#include "plot/traces/point_marks.hpp"
+#include "plot/traces/trace_raster.hpp"
 
 namespace velmora {
 namespace {

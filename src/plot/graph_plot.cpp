@@ -1,13 +1,13 @@
 #include "plot/graph_plot.hpp"
 
-#include "plot/arrange_axis.hpp"
+#include "plot/axes/arrange_axis.hpp"
+#include "plot/axes/drawn_axes.hpp"
 #include "plot/channel_legend.hpp"
 #include "plot/cursor_overlay.hpp"
-#include "plot/drawn_axes.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/preview_overlay.hpp"
 #include "plot/result_marks.hpp"
-#include "plot/trace_plottable.hpp"
+#include "plot/traces/trace_plottable.hpp"
 
 namespace velmora {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "plot/axis_moves.hpp"
+#include "plot/axes/axis_moves.hpp"
 
 namespace velmora {
 

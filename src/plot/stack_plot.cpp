@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plot/arrange_axis.hpp"
-#include "plot/number_ticker.hpp"
+#include "plot/axes/arrange_axis.hpp"
+#include "plot/axes/number_ticker.hpp"
 #include "plot/plot_colours.hpp"
 #include "plot/result_marks.hpp"
 #include "plot/stack_overlay.hpp"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "graph/picture.hpp"
-#include "plot/trace_plottable.hpp"
+#include "plot/traces/trace_plottable.hpp"
 
 namespace velmora {
 

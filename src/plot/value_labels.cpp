@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plot/pixel_scale.hpp"
+#include "plot/traces/pixel_scale.hpp"
 
 namespace velmora {
 namespace {

@@ -2,10 +2,10 @@
 #include <limits>
 #include <random>
 
-#include "plot/path_raster.hpp"
-#include "plot/pixel_scale.hpp"
-#include "plot/trace_columns.hpp"
-#include "plot/trace_raster.hpp"
+#include "plot/traces/path_raster.hpp"
+#include "plot/traces/pixel_scale.hpp"
+#include "plot/traces/trace_columns.hpp"
+#include "plot/traces/trace_raster.hpp"
 #include "support/trials.hpp"
 
 namespace velmora::test {

@@ -1,4 +1,4 @@
-#include "plot/trace_raster.hpp"
+#include "plot/traces/trace_raster.hpp"
 
 #include <algorithm>
 #include <cmath>

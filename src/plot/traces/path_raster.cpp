@@ -1,4 +1,4 @@
-#include "plot/path_raster.hpp"
+#include "plot/traces/path_raster.hpp"
 
 #include <algorithm>
 #include <cmath>

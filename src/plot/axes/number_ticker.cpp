@@ -1,6 +1,6 @@
-#include "plot/number_ticker.hpp"
+#include "plot/axes/number_ticker.hpp"
 
-#include "plot/tick_text.hpp"
+#include "plot/axes/tick_text.hpp"
 
 namespace velmora {
 

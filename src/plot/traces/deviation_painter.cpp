@@ -1,12 +1,12 @@
-#include "plot/deviation_painter.hpp"
+#include "plot/traces/deviation_painter.hpp"
 
 #include <QPainterPath>
 #include <cmath>
 #include <vector>
 
-#include "plot/pixel_scale.hpp"
 #include "plot/plot_colours.hpp"
-#include "plot/polylines.hpp"
+#include "plot/traces/pixel_scale.hpp"
+#include "plot/traces/polylines.hpp"
 
 namespace velmora {
 namespace {

@@ -1,4 +1,4 @@
-#include "plot/point_marks.hpp"
+#include "plot/traces/point_marks.hpp"
 
 #include <QPainterPath>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "plot/path_parts.hpp"
+#include "plot/traces/path_parts.hpp"
 
 #include <algorithm>
 

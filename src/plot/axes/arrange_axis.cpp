@@ -1,8 +1,8 @@
-#include "plot/arrange_axis.hpp"
+#include "plot/axes/arrange_axis.hpp"
 
-#include "plot/number_ticker.hpp"
-#include "plot/pixel_scale.hpp"
+#include "plot/axes/number_ticker.hpp"
 #include "plot/plot_colours.hpp"
+#include "plot/traces/pixel_scale.hpp"
 
 namespace velmora {
 namespace {

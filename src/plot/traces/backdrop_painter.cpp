@@ -1,9 +1,9 @@
-#include "plot/backdrop_painter.hpp"
+#include "plot/traces/backdrop_painter.hpp"
 
 #include <QPolygonF>
 
-#include "plot/pixel_scale.hpp"
 #include "plot/plot_colours.hpp"
+#include "plot/traces/pixel_scale.hpp"
 
 namespace velmora {
 

@@ -1,4 +1,4 @@
-#include "plot/trace_columns.hpp"
+#include "plot/traces/trace_columns.hpp"
 
 #include <cmath>
 #include <limits>

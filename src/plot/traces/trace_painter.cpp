@@ -1,16 +1,16 @@
-#include "plot/trace_painter.hpp"
+#include "plot/traces/trace_painter.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-#include "plot/drawn_axes.hpp"
-#include "plot/path_parts.hpp"
-#include "plot/path_raster.hpp"
+#include "plot/axes/drawn_axes.hpp"
 #include "plot/plot_colours.hpp"
-#include "plot/point_marks.hpp"
-#include "plot/polylines.hpp"
-#include "plot/trace_raster.hpp"
+#include "plot/traces/path_parts.hpp"
+#include "plot/traces/path_raster.hpp"
+#include "plot/traces/point_marks.hpp"
+#include "plot/traces/polylines.hpp"
+#include "plot/traces/trace_raster.hpp"
 
 namespace velmora {
 namespace {

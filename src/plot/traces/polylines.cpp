@@ -1,4 +1,4 @@
-#include "plot/polylines.hpp"
+#include "plot/traces/polylines.hpp"
 
 #include <QLineF>
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "plot/tick_text.hpp"
+#include "plot/axes/tick_text.hpp"
 
 #include <algorithm>
 #include <array>

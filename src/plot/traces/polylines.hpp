@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "graph/graph.hpp"
-#include "plot/pixel_scale.hpp"
-#include "plot/trace_columns.hpp"
+#include "plot/traces/pixel_scale.hpp"
+#include "plot/traces/trace_columns.hpp"
 
 namespace velmora {
 

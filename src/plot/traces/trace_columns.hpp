@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "graph/graph.hpp"
-#include "plot/pixel_scale.hpp"
+#include "plot/traces/pixel_scale.hpp"
 
 namespace velmora {
 

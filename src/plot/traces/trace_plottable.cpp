@@ -1,10 +1,10 @@
-#include "plot/trace_plottable.hpp"
+#include "plot/traces/trace_plottable.hpp"
 
-#include "plot/backdrop_painter.hpp"
-#include "plot/deviation_painter.hpp"
-#include "plot/drawn_axes.hpp"
-#include "plot/pixel_scale.hpp"
+#include "plot/axes/drawn_axes.hpp"
 #include "plot/plot_colours.hpp"
+#include "plot/traces/backdrop_painter.hpp"
+#include "plot/traces/deviation_painter.hpp"
+#include "plot/traces/pixel_scale.hpp"
 
 namespace velmora {
 

@@ -2,7 +2,7 @@
 
 #include <qcustomplot.h>
 
-#include "plot/trace_painter.hpp"
+#include "plot/traces/trace_painter.hpp"
 
 namespace velmora {
 

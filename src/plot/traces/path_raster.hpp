@@ -3,7 +3,7 @@
 #include <span>
 
 #include "graph/graph.hpp"
-#include "plot/trace_raster.hpp"
+#include "plot/traces/trace_raster.hpp"
 
 namespace velmora {
 

@@ -1,8 +1,8 @@
-#include "plot/drawn_axes.hpp"
+#include "plot/axes/drawn_axes.hpp"
 
 #include <cmath>
 
-#include "plot/pixel_scale.hpp"
+#include "plot/traces/pixel_scale.hpp"
 
 namespace velmora {
 namespace {
