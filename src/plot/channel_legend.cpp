@@ -11,7 +11,7 @@ namespace velmora {
 namespace {
 
 constexpr int kSample = 22;  // the piece of line
-constexpr int kGap = 6;
+constexpr int kItemGap = 6;
 
 QString TextOf(const Trial& trial, const Plot& plot) {
   return QString::fromStdString(LabelWithUnits(plot.Name, trial.ChanUnits[plot.Channel].Text()));
@@ -21,7 +21,7 @@ QString TextOf(const Trial& trial, const Plot& plot) {
 
 ChannelLegend::ChannelLegend(QCustomPlot* plot) : QCPLayoutElement(plot) {
   setLayer("legend");
-  setMargins({kGap, kGap, kGap, kGap});
+  setMargins({kItemGap, kItemGap, kItemGap, kItemGap});
 }
 
 void ChannelLegend::Show(const Graph* graph, Colour background) {
@@ -60,7 +60,7 @@ int ChannelLegend::ColumnWidth() const {
   for (const Entry& entry : entries_) {
     widest = std::max(widest, metrics.horizontalAdvance(entry.text));
   }
-  return kSample + kGap + std::min(widest, mParentPlot->viewport().width() / 5) + 2 * kGap;
+  return kSample + kItemGap + std::min(widest, mParentPlot->viewport().width() / 5) + 2 * kItemGap;
 }
 
 QSize ChannelLegend::minimumOuterSizeHint() const {
@@ -69,7 +69,7 @@ QSize ChannelLegend::minimumOuterSizeHint() const {
   }
   const int rows = Rows();
   const int columns = (static_cast<int>(entries_.size()) + rows - 1) / rows;
-  return {columns * ColumnWidth() + 2 * kGap, rows * RowHeight() + 2 * kGap};
+  return {columns * ColumnWidth() + 2 * kItemGap, rows * RowHeight() + 2 * kItemGap};
 }
 
 QSize ChannelLegend::maximumOuterSizeHint() const {
@@ -113,7 +113,7 @@ void ChannelLegend::DrawEntry(QCPPainter& painter, const Entry& entry, const QRe
   }
   painter.setFont(Font());
   painter.setPen(Foreground(background_));
-  const QRect textRect = rect.adjusted(kSample + kGap, 0, -kGap, 0);
+  const QRect textRect = rect.adjusted(kSample + kItemGap, 0, -kItemGap, 0);
   const QString text = QFontMetrics(Font()).elidedText(entry.text, Qt::ElideRight, textRect.width());
   painter.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter, text);
 }

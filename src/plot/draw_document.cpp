@@ -17,8 +17,8 @@
 namespace velmora {
 namespace {
 
-constexpr QMargins kMargins{18, 16, 18, 18};  // mm
-constexpr int kFoot = 26;                     // dots, of the line at the foot of a page
+constexpr QMargins kPageMargins{18, 16, 18, 18};  // mm
+constexpr int kFootHeight = 26;                   // dots, of the line at the foot of a page
 
 /// While it lives, what Qt keeps in hash tables (the fonts of a document) has the same order in every run.
 struct SameOrder {
@@ -53,7 +53,7 @@ void PaintPage(QPainter& painter, QTextDocument& document, int page, const QStri
   small.setPointSizeF(8);
   painter.setFont(small);
   painter.setPen(QColor(0x5D6874));
-  const QRectF foot(0, size.height(), size.width(), kFoot);
+  const QRectF foot(0, size.height(), size.width(), kFootHeight);
   const QString count = QStringLiteral("%1 / %2").arg(page + 1).arg(document.pageCount());
   painter.drawText(foot, Qt::AlignRight | Qt::AlignBottom, count);
   const qreal room = size.width() - 2 * painter.fontMetrics().horizontalAdvance(count);
@@ -88,14 +88,14 @@ std::string DrawDocument(const DocumentOrder& order) {
     QPdfWriter writer(&buffer);
     writer.setResolution(kDotsAnInch);
     writer.setPageSize(QPageSize(QPageSize::A4));
-    writer.setPageMargins(kMargins, QPageLayout::Millimeter);
+    writer.setPageMargins(kPageMargins, QPageLayout::Millimeter);
     writer.setTitle(QString::fromStdString(order.title));
     writer.setCreator(QStringLiteral("Velmora2"));
     const QSizeF paper = writer.pageLayout().paintRectPixels(kDotsAnInch).size();
     QTextDocument document;
     document.documentLayout()->setPaintDevice(&writer);
     document.setDocumentMargin(0);
-    document.setPageSize({paper.width(), paper.height() - kFoot});
+    document.setPageSize({paper.width(), paper.height() - kFootHeight});
     document.setHtml(QString::fromStdString(order.html));
     std::optional<PictureObject> picture;
     if (order.picture != nullptr) {

@@ -8,24 +8,22 @@
 
 namespace velmora {
 
-using Complex = std::complex<double>;
-
-Complex Response(const Biquad& section, Complex inverseZ) {
+std::complex<double> Response(const Biquad& section, std::complex<double> inverseZ) {
   const auto polynomial = [inverseZ](double c0, double c1, double c2) {
     return c0 + inverseZ * (c1 + inverseZ * c2);
   };
   return polynomial(section.b0, section.b1, section.b2) / polynomial(1.0, section.a1, section.a2);
 }
 
-Complex Response(const Biquads& sections, Complex inverseZ) {
-  Complex response = 1.0;
+std::complex<double> Response(const Biquads& sections, std::complex<double> inverseZ) {
+  std::complex<double> response = 1.0;
   for (const Biquad& section : sections) {
     response *= Response(section, inverseZ);
   }
   return response;
 }
 
-Complex ResponseAt(const Biquads& sections, double frequency, double rate) {
+std::complex<double> ResponseAt(const Biquads& sections, double frequency, double rate) {
   return Response(sections, std::polar(1.0, -2 * Pi * frequency / rate));
 }
 

@@ -17,7 +17,7 @@ namespace {
 constexpr std::int32_t kButterworthByPassesOption = 6;
 
 // Where the fields lie in fields_.
-enum FieldIndex : std::size_t {
+enum TestingField : std::size_t {
   kPassTypeField,
   kFilterField,
   kCutoffField,
@@ -147,7 +147,7 @@ RunningFilter FilterTestingForm::DesignByPasses() const {
 }
 
 std::string FilterTestingForm::Description() const {
-  const auto choice = [this](FieldIndex field, std::int32_t index) {
+  const auto choice = [this](TestingField field, std::int32_t index) {
     return WithoutMnemonic(fields_[field].choices[static_cast<std::size_t>(index)]);
   };
   std::string text = choice(kFilterField, optFilter_) + ", " + choice(kPassTypeField, optPassType_) + ", " +

@@ -24,9 +24,9 @@ constexpr std::int32_t kNotchOption = 4;
 constexpr std::int32_t kSplineOption = 6;
 
 // Where the fields lie in fields_.
-enum FieldIndex : std::size_t {
-  kPassTypeField = 1,
-  kDesignField,
+enum SmoothField : std::size_t {
+  kSmoothPassField = 1,
+  kSmoothDesignField,
   kCutoffsField,
   kSecondCutoffsField,
   kOrdersField
@@ -139,9 +139,9 @@ void SmoothForm::PassTypeEdited() {
 
 void SmoothForm::DesignEdited() {
   fields_[kOrdersField].caption = IsDesignByPasses(optFilter_) ? "Passes" : "Order";
-  fields_[kPassTypeField].disabledChoices.clear();
+  fields_[kSmoothPassField].disabledChoices.clear();
   if (IsDesignByPasses(optFilter_)) {
-    fields_[kPassTypeField].disabledChoices = {kBandPassOption, kBandStopOption};
+    fields_[kSmoothPassField].disabledChoices = {kBandPassOption, kBandStopOption};
   }
 }
 
@@ -251,12 +251,12 @@ void SmoothForm::DesignAndRun(int channel) {
 
 // "Band-pass Chebyshev, order 4, one way, 20 to 450 Hz"
 std::string SmoothForm::DesignWords(int channel) const {
-  const auto caption = [this](FieldIndex field, std::int32_t choice) {
+  const auto caption = [this](SmoothField field, std::int32_t choice) {
     return WithoutMnemonic(fields_[field].choices[static_cast<std::size_t>(choice)]);
   };
-  std::string words = caption(kPassTypeField, optPassType_) + " " + caption(kDesignField, optFilter_) +
-                      ", order " + std::to_string(Order(channel)) + ", one way, " +
-                      PlainNumber(workbench_.filters.FilterCutoffs[channel]);
+  std::string words = caption(kSmoothPassField, optPassType_) + " " +
+                      caption(kSmoothDesignField, optFilter_) + ", order " + std::to_string(Order(channel)) +
+                      ", one way, " + PlainNumber(workbench_.filters.FilterCutoffs[channel]);
   if (IsBandOption(optPassType_)) {
     words += " to " + PlainNumber(workbench_.filters.SecondCutoffs[channel]);
   }

@@ -14,7 +14,6 @@ namespace {
 
 constexpr int kBurstEnvelopeColour = 3;
 constexpr int kSignalColour = 9;
-constexpr std::size_t kMostBands = 500;  // of a picture
 
 double TimeAt(const Trial& trial, SampleRange range, std::int64_t at) {
   return trial.Data(range.lo + at, 0);

@@ -20,7 +20,6 @@ constexpr int kContactForceColour = 1;
 constexpr int kContactColour = 3;
 constexpr int kOnColour = 2;
 constexpr int kOffColour = 6;
-constexpr std::size_t kMostBands = 500;  // of a picture
 
 using Cell = ResultTable::Cell;
 

@@ -4,6 +4,7 @@
 
 #include "core/text/numbers.hpp"
 #include "formats/c3d/c3d_layout.hpp"
+#include "formats/recording/usable_rate.hpp"
 
 namespace velmora {
 namespace {
@@ -53,10 +54,6 @@ std::string_view SectionOf(const std::string& bytes, ByteOrder order) {
       (ByteReader(bytes, order).At<std::uint16_t>(c3d::kDataBlock) - std::size_t{1}) * c3d::kBlock;
   const std::size_t end = dataAt > at && dataAt < bytes.size() ? dataAt : bytes.size();
   return std::string_view(bytes).substr(at, end - at);
-}
-
-double UsableRate(double rate) {
-  return std::isfinite(rate) && rate > 0 ? rate : 0.0;
 }
 
 // Two words, low word first; 0 when there is no such parameter.

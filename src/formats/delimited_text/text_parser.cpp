@@ -27,7 +27,6 @@
 namespace velmora {
 namespace {
 
-constexpr std::int16_t kPlainText = 15;
 constexpr std::int16_t kFsv = 33;
 constexpr std::int16_t kReadAgain = 92;
 
@@ -60,7 +59,7 @@ std::string NameDialect(Trial& trial) {
     return known->text;
   }
   if (trial.FileExt == "FIL") {
-    trial.FileTypeCode = kPlainText;
+    trial.FileTypeCode = kPlainTextCode;
     return "Hybrid III ASCII data";
   }
   if (trial.FileExt == "FSV" || trial.FileExt == "TSV") {
@@ -70,7 +69,7 @@ std::string NameDialect(Trial& trial) {
   if (OneOf(trial.FileTypeCode, {91, 93})) {
     return "Visual3D ASCII data";
   }
-  trial.FileTypeCode = KeepsCode(trial.FileTypeCode) ? trial.FileTypeCode : kPlainText;
+  trial.FileTypeCode = KeepsCode(trial.FileTypeCode) ? trial.FileTypeCode : kPlainTextCode;
   return {};
 }
 

@@ -171,7 +171,7 @@ class AncFile : public RecordingFile {
   }
 
   void ToVolts(const SampleTarget& target, std::int64_t first, std::int64_t count) const {
-    constexpr std::int64_t kTile = 64;  // frames that stay in the first-level cache
+    constexpr std::int64_t kFramesAtOnce = 64;  // frames that stay in the first-level cache
     std::array<double, kMaxChannels> offset{};
     std::array<double, kMaxChannels> gain{};
     for (std::size_t k = 0; k < target.channels.size(); ++k) {
@@ -180,9 +180,9 @@ class AncFile : public RecordingFile {
       gain.at(k) = channel.gain;
     }
     const std::int64_t stride = target.matrix.Stride();
-    std::array<float, (kMaxChannels + 1) * kTile> counts;  // NOLINT: filled before it is read
-    for (std::int64_t done = 0; done < count; done += kTile) {
-      const std::int64_t frames = std::min(kTile, count - done);
+    std::array<float, (kMaxChannels + 1) * kFramesAtOnce> counts;  // NOLINT: filled before it is read
+    for (std::int64_t done = 0; done < count; done += kFramesAtOnce) {
+      const std::int64_t frames = std::min(kFramesAtOnce, count - done);
       float* const out = target.matrix.Frame(first + done);
       std::copy_n(out, frames * stride, counts.data());
       ScaleFrames(FramesToScale<float>{.words = reinterpret_cast<const char*>(counts.data() + 1),

@@ -22,11 +22,12 @@ void ColumnsInMemory::AddColumn(RecordedChannel channel, std::vector<float> samp
 }
 
 std::int64_t ColumnsInMemory::ReadSamples(const SampleTarget& target) {
-  constexpr std::int64_t kTile = 256;  // samples, whose frames stay in a cache while the columns go in
-  constexpr std::int64_t kTilesInATurn = 64;
+  constexpr std::int64_t kSamplesAtOnce =
+      256;  // samples, whose frames stay in a cache while the columns go in
+  constexpr std::int64_t kPortionsInATurn = 64;
   const std::int64_t wanted = target.matrix.Samples();
-  for (std::int64_t first = 0; first < wanted; first += kTile) {
-    if (first / kTile % kTilesInATurn == 0 &&
+  for (std::int64_t first = 0; first < wanted; first += kSamplesAtOnce) {
+    if (first / kSamplesAtOnce % kPortionsInATurn == 0 &&
         target.turn(static_cast<double>(first) / static_cast<double>(wanted))) {
       return 0;
     }
@@ -34,7 +35,7 @@ std::int64_t ColumnsInMemory::ReadSamples(const SampleTarget& target) {
     for (const int c : target.channels) {
       const std::vector<float>& from = columns_[static_cast<std::size_t>(c)];
       const ChannelView to = target.matrix.Channel(++column);
-      const auto end = std::min({first + kTile, wanted, static_cast<std::int64_t>(from.size())});
+      const auto end = std::min({first + kSamplesAtOnce, wanted, static_cast<std::int64_t>(from.size())});
       for (std::int64_t i = first; i < end; ++i) {
         to[i] = from[static_cast<std::size_t>(i)];
       }

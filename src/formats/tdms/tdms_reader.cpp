@@ -241,13 +241,13 @@ class TdmsRecording : public RecordingFile {
   // Returns the samples that are there, at most `wanted`; 0 when it was stopped.
   std::int64_t ReadChannel(const TdmsChannel& channel, int column, std::int64_t wanted, double done,
                            const SampleTarget& target) {
-    constexpr std::int64_t kBlock = std::int64_t{4} << 20;
+    constexpr std::int64_t kReadAtOnce = std::int64_t{4} << 20;
     const ConvertTdms convert = ConversionOf(channel.type);
     const TdmsScale& scale = scales_[static_cast<std::size_t>(&channel - channels_.data())];
     const std::int64_t each = BytesOfTdms(channel.type);
     std::int64_t row = 0;
     for (const TdmsRun& run : channel.runs) {
-      const std::int64_t atOnce = std::max<std::int64_t>(1, kBlock / run.stride);
+      const std::int64_t atOnce = std::max<std::int64_t>(1, kReadAtOnce / run.stride);
       for (std::int64_t first = 0; first < run.count && row < wanted; first += atOnce) {
         const std::int64_t count = std::min({atOnce, run.count - first, wanted - row});
         const std::string bytes =

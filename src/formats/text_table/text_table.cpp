@@ -371,8 +371,8 @@ double RateFromTimes(double rate) {
   if (std::abs(rate - std::round(rate)) <= kWhole * rate) {
     return std::round(rate);
   }
-  constexpr int kDigits = 12;
-  const double unit = std::pow(10.0, std::floor(std::log10(rate)) + 1 - kDigits);
+  constexpr int kSignificantDigits = 12;
+  const double unit = std::pow(10.0, std::floor(std::log10(rate)) + 1 - kSignificantDigits);
   return std::round(rate / unit) * unit;
 }
 

@@ -92,10 +92,10 @@ class Worksheet {
         .Add(static_cast<std::uint16_t>(row));
   }
   void Record(std::uint16_t type, const ByteBuilder& body) {
-    constexpr std::size_t kBlock = std::size_t{256} << 10;
+    constexpr std::size_t kWrittenAtOnce = std::size_t{256} << 10;
     bytes_ +=
         ByteBuilder().Add(type).Add(static_cast<std::uint16_t>(body.Size())).AddBytes(body.Bytes()).Bytes();
-    if (bytes_.size() > kBlock) {
+    if (bytes_.size() > kWrittenAtOnce) {
       file_.Write(bytes_);
       bytes_.clear();
     }

@@ -42,11 +42,11 @@ void ShowTable(Workbench& workbench) {
                           .tables = {view.Table()}});
 }
 
-constexpr std::string_view kView = "&View";
+constexpr std::string_view kViewMenu = "&View";
 constexpr std::string_view kPlot = "&X-Y plot";
 
 constexpr std::array kXYCommands = {
-    Command{"graph.xy", "&X-Y plot", kView, Needs::Data, Open},
+    Command{"graph.xy", "&X-Y plot", kViewMenu, Needs::Data, Open},
     Command{"xy.table", "&Loop area, length, slope", kPlot, Needs::View, ShowTable},
     Command{"xy.equal-scales", "&Equal scales", kPlot, Needs::View, OnView<&XYView::ToggleEqualScales>,
             nullptr, IsOn<&XYSetup::EqualScales>},

@@ -52,12 +52,12 @@ void XYView::TakeSamples() {
     panel->SetStatus("Plotting data");
   }
   CopyChannels(trial, setup_.X, channels_, range_, shown_);
-  constexpr float kGap = std::numeric_limits<float>::quiet_NaN();
+  constexpr float kBreak = std::numeric_limits<float>::quiet_NaN();
   const auto rows = static_cast<int>(channels_.size());
   for (std::int64_t i = 1; i <= shown_.NData; ++i) {
     float* frame = shown_.matrix.Frame(i);
     for (int row = 0; row <= rows; ++row) {
-      frame[row] = std::isfinite(frame[row]) ? frame[row] : kGap;
+      frame[row] = std::isfinite(frame[row]) ? frame[row] : kBreak;
     }
   }
   Lead().PlotXY(shown_);

@@ -17,9 +17,7 @@ namespace {
 
 constexpr int kPositiveColour = 6;
 constexpr int kNegativeColour = 3;
-constexpr std::size_t kMostBands = 500;   // of a picture
-constexpr std::size_t kMostNumbers = 40;  // that do not run into each other
-constexpr double kRoomForText = 0.15;     // of the range, beside its number
+constexpr double kRoomForText = 0.15;  // of the range, beside its number
 
 /// The abscissa at a place of the range, which may lie between two samples.
 double TimeAt(const Trial& trial, SampleRange range, double place) {
@@ -74,7 +72,7 @@ ResultTable TotalsTable(const Workbench& workbench, const std::vector<ChannelWor
 
 /// The number of a phase, with its integral where the band is wide enough.
 std::string BandText(const Workbench& workbench, const ChannelWork& of, std::size_t k) {
-  if (of.listed.size() > kMostNumbers) {
+  if (of.listed.size() > kMostNumberedBands) {
     return {};
   }
   const WorkPhase& phase = of.listed[k];

@@ -15,9 +15,7 @@ namespace {
 constexpr int kSignalColour = 9;
 constexpr int kImpactColour = 3;
 constexpr int kRiseColour = 2;
-constexpr std::size_t kMostMarked = 500;  // impacts of a picture
-// Texts that do not run into each other.
-constexpr std::size_t kMostNumbers = 40;
+// Values that do not run into each other.
 constexpr std::size_t kMostValues = 12;
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
@@ -76,15 +74,16 @@ FormGraph PictureOf(const Workbench& workbench, SampleRange range, const Channel
   FormGraph graph = SignalPicture(trial, of.channel);
   const std::vector<double> times = SamplesOf(trial, 0, range);
   FormGraph::Plot rises{.name = "20 to 80 % of the rise", .colour = kRiseColour, .width = 3.0};
-  for (std::size_t k = 0; k < of.strikes.size() && k < kMostMarked; ++k) {
+  for (std::size_t k = 0; k < of.strikes.size() && k < kMostBands; ++k) {
     const Strike& strike = of.strikes[k];
     const auto timeAt = [&times](std::int64_t i) { return times[static_cast<std::size_t>(i)]; };
-    graph.bands.push_back({.from = timeAt(strike.contact.first),
-                           .to = timeAt(strike.contact.last),
-                           .text = of.strikes.size() > kMostNumbers ? std::string() : std::to_string(k + 1),
-                           .colour = kImpactColour,
-                           .strength = 0.8,
-                           .above = true});
+    graph.bands.push_back(
+        {.from = timeAt(strike.contact.first),
+         .to = timeAt(strike.contact.last),
+         .text = of.strikes.size() > kMostNumberedBands ? std::string() : std::to_string(k + 1),
+         .colour = kImpactColour,
+         .strength = 0.8,
+         .above = true});
     graph.points.push_back({.x = timeAt(strike.peak),
                             .y = strike.peakValue,
                             .text = of.strikes.size() > kMostValues

@@ -71,7 +71,7 @@ Json DigestJson(const FileDigest& digest) {
   return {{"path", TextJson(digest.path)}, {"size", digest.size}, {"sha256", digest.sha256}};
 }
 
-FileDigest DigestIn(const Json& json) {
+FileDigest DigestFromObject(const Json& json) {
   return {TextOf(json.at("path")), json.at("size").get<std::int64_t>(), json.at("sha256").get<std::string>()};
 }
 
@@ -86,7 +86,7 @@ Json DigestList(const std::vector<FileDigest>& digests) {
 std::vector<FileDigest> DigestsIn(const Json& json) {
   std::vector<FileDigest> digests;
   for (const Json& digest : json) {
-    digests.push_back(DigestIn(digest));
+    digests.push_back(DigestFromObject(digest));
   }
   return digests;
 }
@@ -169,7 +169,7 @@ RunResult ResultIn(const Json& json) {
   RunResult result{.input = TextOf(json.at("path")), .state = StateIn(json)};
   Outcome& outcome = result.outcome;
   if (json.contains("sha256")) {
-    outcome.read = DigestIn(json);
+    outcome.read = DigestFromObject(json);
   }
   if (json.contains("failure")) {
     outcome.failure = ProblemIn(json.at("failure"));

@@ -14,7 +14,7 @@
 namespace velmora::ui {
 namespace {
 
-enum Column { Name, Size, Date, Columns };
+enum ListColumn { Name, Size, Date, Columns };
 constexpr int kSortRole = Qt::UserRole;
 constexpr int kNameRole = Qt::UserRole + 1;
 constexpr int kUnreadableRole = Qt::UserRole + 2;

@@ -81,11 +81,11 @@ void ResultTableView::Show(const ResultTable& table) {
                        // else
     horizontalHeader()->ensurePolished();
     resizeColumnsToContents();
-    constexpr int kWidest = 1200;
-    constexpr int kNarrowest = 360;
+    constexpr int kWidestTable = 1200;
+    constexpr int kNarrowestTable = 360;
     const int width =
         horizontalHeader()->length() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
-    setMinimumWidth(std::clamp(width, kNarrowest, kWidest));
+    setMinimumWidth(std::clamp(width, kNarrowestTable, kWidestTable));
   }
 }
 

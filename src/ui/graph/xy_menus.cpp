@@ -12,9 +12,9 @@ namespace velmora::ui {
 namespace {
 
 constexpr std::string_view kOwn = "&X-Y plot";
-constexpr std::array<std::string_view, 11> kMenus = {"&File",     "&X-Y plot", "&Grid", "&Background",
-                                                     "&Abscissa", "&Ordinate", "&Line", "&Point",
-                                                     "&Scale",    "&Zoom",     "&Help"};
+constexpr std::array<std::string_view, 11> kXYMenus = {"&File",     "&X-Y plot", "&Grid", "&Background",
+                                                       "&Abscissa", "&Ordinate", "&Line", "&Point",
+                                                       "&Scale",    "&Zoom",     "&Help"};
 constexpr std::array<std::string_view, 5> kOverTime = {"view.save", "view.save-intervals", "view.save-events",
                                                        "grid.thresholds", "zoom.cursor"};
 
@@ -25,7 +25,7 @@ bool NeedsNoTime(std::string_view id) {
 }  // namespace
 
 void AddXYMenus(GraphMenus& menus, QMenuBar* bar) {
-  for (const std::string_view name : kMenus) {
+  for (const std::string_view name : kXYMenus) {
     QMenu* menu = bar->addMenu(ToQt(name));
     menu->setToolTipsVisible(true);
     if (name == kOwn) {

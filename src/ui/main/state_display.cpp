@@ -12,11 +12,11 @@ namespace {
 
 // Some window managers make a window as wide as its title: the ends of a path tell most.
 QString Shortened(const QString& path) {
-  constexpr qsizetype kLongest = 100;
+  constexpr qsizetype kLongestPath = 100;
   constexpr qsizetype kStart = 40;
-  return path.size() <= kLongest
+  return path.size() <= kLongestPath
              ? path
-             : path.left(kStart) + QStringLiteral("…") + path.right(kLongest - kStart - 1);
+             : path.left(kStart) + QStringLiteral("…") + path.right(kLongestPath - kStart - 1);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 namespace velmora::ui {
 namespace {
 
-constexpr int kWidth = 460;
+constexpr int kPanelWidth = 460;
 constexpr int kBesideName = 60;  // icon and margins of a button
 
 QLabel* Quiet(const QString& text) {
@@ -24,7 +24,7 @@ QLabel* Quiet(const QString& text) {
 
 WelcomePanel::WelcomePanel(QWidget* parent) : QWidget(parent) {
   auto* column = new QWidget;
-  column->setMaximumWidth(kWidth);
+  column->setMaximumWidth(kPanelWidth);
   auto* layout = new QVBoxLayout(column);
   layout->setSpacing(10);
   auto* sentence = new QLabel(tr("Open a trial to see its signals."));
@@ -68,7 +68,7 @@ void WelcomePanel::ShowRecent(const QStringList& paths) {
   }
   for (const QString& path : paths) {
     const QString name =
-        fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, kWidth - kBesideName);
+        fontMetrics().elidedText(QFileInfo(path).fileName(), Qt::ElideMiddle, kPanelWidth - kBesideName);
     auto* button = new QPushButton(IconOf(Glyph::File), QString(name).replace('&', QStringLiteral("&&")));
     button->setFlat(true);
     button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);

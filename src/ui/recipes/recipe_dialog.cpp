@@ -20,7 +20,7 @@
 namespace velmora::ui {
 namespace {
 
-enum Column { kFile, kState, kMessage, kColumns };
+enum FileColumn { kFile, kState, kMessage, kColumns };
 constexpr int kPathRole = Qt::UserRole;
 constexpr int kMessageRole = Qt::UserRole + 1;
 

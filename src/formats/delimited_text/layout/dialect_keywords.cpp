@@ -11,8 +11,6 @@
 namespace velmora {
 namespace {
 
-constexpr int kPlainText = 15;
-
 struct KeywordLine {
   TextHeader& header;
   std::string_view text;
@@ -279,7 +277,7 @@ void ReadKeywords(TextHeader& header, int code) {
     }
   }
   FindRateInWords(header);
-  if (code == kPlainText) {
+  if (code == kPlainTextCode) {
     ReadSavedHead(header);
   }
 }

@@ -144,8 +144,8 @@ void FinishVisual3D(Trial& trial, const TextHeader& header, const ParseSettings&
 // A table that this program saved: its names are taken as they stand, the abscissa's too.
 std::string ReadSavedNames(Trial& trial, const TextHeader& header, const ParseSettings& settings) {
   const auto columns = static_cast<std::size_t>(settings.columns);
-  const std::vector<std::string> labels = SavedNames(header, header.labelsLine);
-  const std::vector<std::string> units = SavedNames(header, header.unitsLine);
+  const std::vector<std::string> labels = NamesInSavedLine(header, header.labelsLine);
+  const std::vector<std::string> units = NamesInSavedLine(header, header.unitsLine);
   if (labels.size() != columns || units.size() != columns) {
     return "Lines " + std::to_string(header.labelsLine) + " and " + std::to_string(header.unitsLine) +
            " name " + std::to_string(labels.size()) + " labels and " + std::to_string(units.size()) +

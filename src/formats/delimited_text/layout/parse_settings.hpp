@@ -6,6 +6,9 @@
 
 namespace velmora {
 
+/// The file type code of text in nobody's dialect.
+inline constexpr std::int16_t kPlainTextCode = 15;
+
 /// How the numbers of a line are told apart. Tabs always separate, and so do commas unless they are
 /// decimal commas; blanks separate where no separator stands between two numbers.
 struct NumberLayout {

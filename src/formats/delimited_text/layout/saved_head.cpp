@@ -52,10 +52,10 @@ void ReadSavedHead(TextHeader& header) {
   header.labelsLine = kLabelsLine;
   header.unitsLine = kUnitsLine;
   header.lastLine = kUnitsLine;
-  header.hasTime = NamesAbscissa(SavedNames(header, kLabelsLine).front());
+  header.hasTime = NamesAbscissa(NamesInSavedLine(header, kLabelsLine).front());
 }
 
-std::vector<std::string> SavedNames(const TextHeader& header, int line) {
+std::vector<std::string> NamesInSavedLine(const TextHeader& header, int line) {
   const std::string text = header.Line(line);
   const std::string_view separator = header.savedSeparator;
   std::vector<std::string> names;

@@ -13,6 +13,6 @@ namespace velmora {
 void ReadSavedHead(TextHeader& header);
 
 /// The labels or units of such a file, one for every column saved.
-std::vector<std::string> SavedNames(const TextHeader& header, int line);
+std::vector<std::string> NamesInSavedLine(const TextHeader& header, int line);
 
 }  // namespace velmora

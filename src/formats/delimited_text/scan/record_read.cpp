@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t kRecordsPerTurn = 1000;
 // Enough for every core, and little enough that Cancel is heard soon.
-constexpr std::size_t kBlock = std::size_t{8} << 20;
+constexpr std::size_t kBytesAtOnce = std::size_t{8} << 20;
 
 }  // namespace
 
@@ -53,7 +53,7 @@ std::int64_t ReadRecords(Trial& trial, ProgressPanel& panel, TextSource& source,
                          const ParseSettings& settings, ScanFaults& faults) {
   const ScanPlan plan = PlanScan(settings);
   const std::int64_t wanted = trial.NData;
-  LineBlocks blocks(source, kBlock);
+  LineBlocks blocks(source, kBytesAtOnce);
   std::int64_t line = blocks.SkipLines(settings.ParseSkip) + 1;
   std::int64_t rows = 0;
   std::size_t sinceTurn = 0;
