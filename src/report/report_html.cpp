@@ -45,7 +45,7 @@ svg { max-width: 100%; height: auto; }
 @media print { body { margin: 0; max-width: none; } h2, p.caption { break-after: avoid; } tr { break-inside: avoid; } }
 )";
 
-/// Text as HTML shows it. What no XML may hold (control characters) is a blank.
+/// Text as HTML shows it, its lines kept. Control characters, which no page may hold, are blanks.
 std::string Escaped(std::string_view text) {
   std::string html;
   html.reserve(text.size() + text.size() / 16);
@@ -63,8 +63,12 @@ std::string Escaped(std::string_view text) {
       case '"':
         html += "&quot;";
         break;
-      default:
+      case '\n':
+      case '\t':
         html += c;
+        break;
+      default:
+        html += IsControl(c) ? ' ' : c;
     }
   }
   return html;

@@ -112,8 +112,7 @@ std::string PadLeft(std::string_view text, std::size_t count) {
 
 std::string OneLine(std::string_view text) {
   std::string out(text);
-  std::replace_if(
-      out.begin(), out.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
+  std::replace_if(out.begin(), out.end(), IsControl, ' ');
   return out;
 }
 

@@ -24,6 +24,11 @@ std::string PadRight(std::string_view text, std::size_t count);
 /// Padded on the left with blanks to at least `count` characters; longer text stays whole.
 std::string PadLeft(std::string_view text, std::size_t count);
 
+/// Of ASCII: what no line of text shows.
+inline bool IsControl(char c) {
+  return (c >= 0 && c < ' ') || c == 0x7F;
+}
+
 /// Blanks in place of line breaks, tabs and other control characters: for a text that has to stay in its
 /// place in a line of a file.
 std::string OneLine(std::string_view text);
