@@ -8,8 +8,8 @@
 
 namespace velmora::test {
 
-TemporaryDirectory::TemporaryDirectory() {
-  std::string name = (std::filesystem::temp_directory_path() / "velmora2-test-XXXXXX").string();
+TemporaryDirectory::TemporaryDirectory(const std::filesystem::path& in) {
+  std::string name = (in / "velmora2-test-XXXXXX").string();
   if (mkdtemp(name.data()) == nullptr) {
     throw std::runtime_error("no temporary directory");
   }

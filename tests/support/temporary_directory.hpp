@@ -9,7 +9,7 @@ namespace velmora::test {
 /// A directory of its own for one test, gone when the test ends.
 class TemporaryDirectory {
  public:
-  TemporaryDirectory();
+  explicit TemporaryDirectory(const std::filesystem::path& in = std::filesystem::temp_directory_path());
   TemporaryDirectory(const TemporaryDirectory&) = delete;
   TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
   ~TemporaryDirectory();

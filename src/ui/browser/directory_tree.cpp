@@ -42,14 +42,18 @@ DirectoryTree::DirectoryTree(QWidget* parent)
     hideColumn(k);
   }
   connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &DirectoryTree::CurrentChanged);
-  connect(directories_, &QFileSystemModel::directoryLoaded, this, [this] {
-    // The model sorts what it has read a little later.
+  // The model reads and sorts in turns: what it did not know a moment ago is there then, and what was in
+  // sight may be far off.
+  const auto revealSoon = [this] {
     QTimer::singleShot(0, this, [this] {
       if (revealing_) {
         Reveal();
       }
     });
-  });
+  };
+  connect(directories_, &QFileSystemModel::directoryLoaded, this, revealSoon);
+  connect(directories_, &QFileSystemModel::rowsInserted, this, revealSoon);
+  connect(directories_, &QFileSystemModel::layoutChanged, this, revealSoon);
   connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { revealing_ = false; });
 }
 
@@ -63,15 +67,18 @@ void DirectoryTree::Show(const QString& path) {
   if (currentIndex().isValid() && SamePlace(directories_->filePath(currentIndex()), directory)) {
     return;
   }
-  showing_ = true;
-  setCurrentIndex(directories_->index(directory));
-  expand(currentIndex());
-  showing_ = false;
+  shown_ = directory;
   revealing_ = true;
   Reveal();
 }
 
 void DirectoryTree::Reveal() {
+  if (const QModelIndex index = directories_->index(shown_); index != currentIndex()) {
+    showing_ = true;
+    setCurrentIndex(index);
+    expand(index);
+    showing_ = false;
+  }
   const QRect row = visualRect(currentIndex());
   if (!row.isValid() || !viewport()->rect().contains(row.center())) {
     scrollTo(currentIndex(), PositionAtCenter);

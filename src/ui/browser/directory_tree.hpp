@@ -35,6 +35,7 @@ class DirectoryTree : public QTreeView {
 
   std::unique_ptr<QAbstractFileIconProvider> icons_;
   QFileSystemModel* directories_;
+  QString shown_;           // the directory to be seen, which the tree may not have read yet
   bool showing_ = false;    // the current row changes because the program says so
   bool revealing_ = false;  // rows may still come in above what is to be seen
 };
