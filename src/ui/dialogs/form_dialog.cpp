@@ -61,9 +61,9 @@ FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* pict
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(14);
   auto* content = new QWidget;
-  // Beside a graph a narrow dialogue is out of the way.
-  auto* sides =
-      new QBoxLayout(form_.StandsBesideGraph() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, content);
+  // Beside a graph a narrow dialogue is out of the way; a single field beside results would take their width.
+  const bool above = form_.StandsBesideGraph() || (form_.Graph() && form_.Fields().size() <= 1);
+  auto* sides = new QBoxLayout(above ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, content);
   sides->setContentsMargins(0, 0, 0, 0);
   sides->setSpacing(18);
   for (const FormButton& button : form_.Buttons()) {
@@ -302,6 +302,7 @@ void FormDialog::ShowResults() {
   }
   for (std::size_t k = 0; k < tables.size(); ++k) {
     tables_[k].title->setText(ToQt(tables[k].title));
+    tables_[k].view->LeaveRoom(graph_ != nullptr && !form_.Graph()->hidden);
     tables_[k].view->Show(tables[k]);
     if (form_.StandsBesideGraph()) {
       tables_[k].view->setMinimumWidth(kNarrow);

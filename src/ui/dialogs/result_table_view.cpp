@@ -72,10 +72,12 @@ void ResultTableView::Show(const ResultTable& table) {
   model_->Show(table);
   // A short table leaves its room to what stands beside it.
   constexpr int kLowest = 220;
+  constexpr int kFewRows = 10;
   const int rows = model_->rowCount({});
   const int content = horizontalHeader()->sizeHint().height() + 2 * frameWidth() + 20 +
-                      std::min(rows, 10) * verticalHeader()->defaultSectionSize();
+                      std::min(rows, kFewRows) * verticalHeader()->defaultSectionSize();
   setMinimumHeight(std::min(kLowest, content));
+  setMaximumHeight(leavesRoom_ && rows <= kFewRows ? content : QWIDGETSIZE_MAX);
   if (!sameColumns) {
     ensurePolished();  // heads have their margins and letters from the style, which comes with the screen
                        // else

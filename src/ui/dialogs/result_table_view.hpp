@@ -12,6 +12,8 @@ class ResultTableView : public QTableView {
  public:
   explicit ResultTableView(QWidget* parent = nullptr);
 
+  /// Whether what lies beside it has the room that a short table does not need; from the next Show on.
+  void LeaveRoom(bool leaves) { leavesRoom_ = leaves; }
   void Show(const ResultTable& table);
 
  protected:
@@ -23,6 +25,7 @@ class ResultTableView : public QTableView {
   void CopySelection() const;
 
   Model* model_;  // a child
+  bool leavesRoom_ = false;
 };
 
 }  // namespace velmora::ui
