@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/questions/form.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "forceplate/plate_geometry.hpp"
@@ -54,7 +55,7 @@ class PressurePathForm : public Form {
  private:
   void Draw() {
     FormGraph& graph = *graph_;
-    graph = {.title = workbench_.trial.TrialTitle,
+    graph = {.title = TitleOnOneLine(workbench_.trial),
              .background = FormGraph::Background::White,
              .equalScales = true,
              .resets = graph.resets + 1};

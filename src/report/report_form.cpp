@@ -7,7 +7,7 @@
 
 #include "core/files/paths.hpp"
 #include "core/questions/analysis_form.hpp"
-#include "core/text/text.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/trial/helpers.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
 #include "graph/picture.hpp"
@@ -20,9 +20,7 @@ namespace {
 class ReportForm : public AnalysisForm {
  public:
   explicit ReportForm(Workbench& workbench) : AnalysisForm(workbench, "frmReport", "Report") {
-    title_ = Trim(workbench.trial.TrialTitle);
-    title_ =
-        title_.find('/') == std::string::npos ? title_ : FileNamePart(title_);  // some formats name a path
+    title_ = TitleOnOneLine(workbench.trial);
     parts_.experiment = workbench.trial.FileTypeCode == native::kFileTypeCode;
     AddText("txtTitle", "&Title", title_);
     AddFlag("chkTables", "Last &results", parts_.tables);

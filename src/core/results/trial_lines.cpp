@@ -1,5 +1,6 @@
 #include "core/results/trial_lines.hpp"
 
+#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 
@@ -12,6 +13,12 @@ std::string TrialLines(const Workbench& workbench) {
          "\tTrial:\t" + std::to_string(trial.TrialIndex) + "\nDuration (s):\t" +
          FormatNumber(trial.Duration, patterns.TimePattern) + "\nSampling rate (Hz):\t" +
          FormatNumber(trial.Rate, patterns.RatePattern) + "\n";
+}
+
+std::string TitleOnOneLine(const Trial& trial) {
+  const std::string title = OneLine(Trim(trial.TrialTitle));
+  const bool isPath = title.starts_with('/') || (title.size() > 2 && title[1] == ':' && title[2] == '\\');
+  return isPath ? FileNamePart(title) : title;
 }
 
 std::string LabelOnOneLine(const Trial& trial, int channel) {

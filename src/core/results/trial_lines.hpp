@@ -10,6 +10,10 @@ namespace velmora {
 /// "Filename:", "Trial code:" with "Trial:", "Duration (s):" and "Sampling rate (Hz):".
 std::string TrialLines(const Workbench& workbench);
 
+/// A trial's title as pictures and reports tell it: on one line, and of a title that is a path, as some
+/// formats have it, the file's name.
+std::string TitleOnOneLine(const Trial& trial);
+
 /// A channel's label as results tell it: on one line, without blanks around it.
 std::string LabelOnOneLine(const Trial& trial, int channel);
 

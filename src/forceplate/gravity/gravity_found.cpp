@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "dsp/math/mean_deviation.hpp"
 #include "results/signal_picture.hpp"
@@ -151,7 +152,7 @@ void DrawWays(FormGraph& graph, const Trial& trial, const GravityFound& found) {
 }  // namespace
 
 Results GravityResults(const Workbench& workbench, const GravityFound& found, ResultHead head) {
-  FormGraph graph{.title = workbench.trial.TrialTitle,
+  FormGraph graph{.title = TitleOnOneLine(workbench.trial),
                   .x = {.caption = "Time (s)"},
                   .background = FormGraph::Background::White};
   if (found.jump) {

@@ -125,7 +125,7 @@ ResultTable SwayForm::Table(const Sway& sway) const {
 FormGraph SwayForm::Picture(std::vector<double> ml, std::vector<double> ap, const Sway& sway) const {
   const Trial& trial = workbench_.trial;
   const std::string units = Units().empty() ? "" : " (" + Units() + ")";
-  FormGraph graph{.title = trial.TrialTitle,
+  FormGraph graph{.title = TitleOnOneLine(trial),
                   .x = {.caption = LabelOnOneLine(trial, ml_) + units},
                   .y = {.caption = LabelOnOneLine(trial, ap_) + units},
                   .background = FormGraph::Background::White,
