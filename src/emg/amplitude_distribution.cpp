@@ -8,6 +8,7 @@
 #include <limits>
 #include <vector>
 
+#include "core/cores.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 
@@ -46,19 +47,41 @@ void ForBlocks(const ChannelView& samples, const Take& take) {
   }
 }
 
-// NaN when a sample is not finite. Magnitudes are ordered as their bits are, those not finite last.
-float LargestAmplitude(const ChannelView& samples, const Lanes& lanes) {
-  constexpr std::int32_t kInfinity = 0x7F800000;
+// About equal parts, for work whose order is nothing to its result.
+std::vector<ChannelView> PartsOf(const ChannelView& samples) {
+  constexpr std::int64_t kFewest = std::int64_t{1}
+                                   << 17;  // of a part: fewer are counted before a thread runs
+  const std::int64_t most = std::max<std::int64_t>(samples.size() / kFewest, 1);
+  const std::int64_t count = std::min(static_cast<std::int64_t>(PartsForCores()), most);
+  std::vector<ChannelView> parts;
+  for (std::int64_t k = 0; k < count; ++k) {
+    const std::int64_t first = samples.size() * k / count;
+    parts.emplace_back(samples.data() + first * samples.stride(), samples.stride(),
+                       samples.size() * (k + 1) / count - first);
+  }
+  return parts;
+}
+
+// The bits of the largest magnitude: these are ordered as their bits are, those not finite last.
+std::int32_t LargestBits(const ChannelView& samples, const Lanes& lanes) {
   std::array<std::int32_t, kBlock> largest{};
   ForBlocks(samples, [&](const Block& block, std::size_t /*count*/) {
     lanes.raiseLargest(block.data(), largest.data());
   });
+  return *std::max_element(largest.begin(), largest.end());
+}
+
+// NaN when a sample is not finite.
+float LargestAmplitude(const std::vector<ChannelView>& parts, const Lanes& lanes) {
+  constexpr std::int32_t kInfinity = 0x7F800000;
+  std::vector<std::int32_t> largest(parts.size());
+  OnCores(parts.size(), [&](std::size_t k) { largest[k] = LargestBits(parts[k], lanes); });
   const std::int32_t most = *std::max_element(largest.begin(), largest.end());
   return most < kInfinity ? std::bit_cast<float>(most) : std::numeric_limits<float>::quiet_NaN();
 }
 
 // Neighbours mostly fall into neighbouring bins: in four tables by turns none waits for the one before.
-std::vector<double> CountAmplitudes(const ChannelView& samples, float width, std::int16_t bins,
+std::vector<std::int32_t> CountPart(const ChannelView& samples, float width, std::int16_t bins,
                                     const Lanes& lanes) {
   constexpr std::size_t kTables = 4;
   const auto size = static_cast<std::size_t>(bins);
@@ -75,10 +98,22 @@ std::vector<double> CountAmplitudes(const ChannelView& samples, float width, std
       }
     }
   });
-  std::vector<double> counts(size + 1);
-  for (std::size_t b = 1; b <= size; ++b) {
-    for (std::size_t t = 0; t < kTables; ++t) {
-      counts[b] += tables[t * size + b - 1];
+  for (std::size_t i = size; i < tables.size(); ++i) {
+    tables[i % size] += tables[i];
+  }
+  tables.resize(size);
+  return tables;
+}
+
+// By bin, from 1.
+std::vector<double> CountAmplitudes(const std::vector<ChannelView>& parts, float width, std::int16_t bins,
+                                    const Lanes& lanes) {
+  std::vector<std::vector<std::int32_t>> counted(parts.size());
+  OnCores(parts.size(), [&](std::size_t k) { counted[k] = CountPart(parts[k], width, bins, lanes); });
+  std::vector<double> counts(static_cast<std::size_t>(bins) + 1);
+  for (const std::vector<std::int32_t>& part : counted) {
+    for (std::size_t b = 0; b < part.size(); ++b) {
+      counts[b + 1] += part[b];
     }
   }
   return counts;
@@ -105,14 +140,15 @@ double PlaceOfLevel(const std::vector<float>& capdf, double level, const Reached
 std::optional<AmplitudeDistribution> ComputeAmplitudeDistribution(Trial& trial, int channel,
                                                                   std::int16_t bins, SimdLevel level) {
   const ChannelView samples = trial.Channel(channel);
+  const std::vector<ChannelView> parts = PartsOf(samples);
   const Lanes lanes = LanesOf(level);
   AmplitudeDistribution made;
   made.ApdfBinPercent = 100.0 / bins;
-  const auto width = static_cast<float>(LargestAmplitude(samples, lanes) / (made.ApdfBinPercent * 100));
+  const auto width = static_cast<float>(LargestAmplitude(parts, lanes) / (made.ApdfBinPercent * 100));
   if (!(width > 0)) {
     return std::nullopt;
   }
-  made.ApdfCounts = CountAmplitudes(samples, width, bins, lanes);
+  made.ApdfCounts = CountAmplitudes(parts, width, bins, lanes);
   made.Apdf.assign(made.ApdfCounts.size(), 0.0F);
   made.Capdf = made.Apdf;
   for (std::size_t b = 1; b < made.Apdf.size(); ++b) {

@@ -53,8 +53,7 @@ std::int32_t AllHarmonics(const FatigueIntervals& intervals) {
   return RoundHalfEven32(static_cast<double>(intervals.span) / 2);
 }
 
-FatigueRow TakeFatigueRow(const Trial& trial, const Epoch& epoch, const FourFrequencies& frequencies,
-                          const FatigueRow* first) {
+FatigueRow TakeFatigueRow(const Trial& trial, const Epoch& epoch, const FourFrequencies& frequencies) {
   double sum = 0.0;
   double squares = 0.0;
   const float* at = trial.matrix.Frame(epoch.first) + epoch.channel;
@@ -68,11 +67,14 @@ FatigueRow TakeFatigueRow(const Trial& trial, const Epoch& epoch, const FourFreq
           .to = SampleToTime(trial, epoch.last),
           .median = frequencies.median,
           .mean = frequencies.mean,
-          .percentMedian = Percent(frequencies.median, first != nullptr ? first->median : frequencies.median),
-          .percentMean = Percent(frequencies.mean, first != nullptr ? first->mean : frequencies.mean),
           .absoluteMean = sum / n,
           .rms = std::sqrt(squares / n),
           .absoluteIntegral = sum * (1.0 / trial.Rate)};
+}
+
+void SetPercentages(FatigueRow& row, double firstMedian, double firstMean) {
+  row.percentMedian = Percent(row.median, firstMedian);
+  row.percentMean = Percent(row.mean, firstMean);
 }
 
 }  // namespace velmora

@@ -58,9 +58,11 @@ struct FatigueRow {
   double exactMedian = 0.0;  // between the lines of the spectrum; NaN without power
 };
 
-/// The row of an interval whose spectrum has these frequencies; `first`: the row of the first interval,
-/// nullptr for that one. Sums are in double precision.
-FatigueRow TakeFatigueRow(const Trial& trial, const Epoch& epoch, const FourFrequencies& frequencies,
-                          const FatigueRow* first);
+/// The row of an interval whose spectrum has these frequencies, without its percentages. Sums are in double
+/// precision.
+FatigueRow TakeFatigueRow(const Trial& trial, const Epoch& epoch, const FourFrequencies& frequencies);
+
+/// The percentages of a row, where the first interval has these frequencies.
+void SetPercentages(FatigueRow& row, double firstMedian, double firstMean);
 
 }  // namespace velmora

@@ -1,7 +1,10 @@
 #include "emg/fatigue_series.hpp"
 
+#include <algorithm>
 #include <optional>
+#include <utility>
 
+#include "core/cores.hpp"
 #include "core/questions/progress.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
@@ -12,6 +15,12 @@ namespace velmora {
 namespace {
 
 constexpr std::int64_t kMostSpectraShown = 24;
+
+/// An interval that is done but not kept yet.
+struct Ahead {
+  SpectrumMemory spectrum;
+  FatigueRow row;
+};
 
 class Runner {
  public:
@@ -38,13 +47,13 @@ class Runner {
     panel.ShowTable(table_);
     for (std::int64_t k = 0; k < count_; ++k) {
       panel.SetStatus("Interval " + std::to_string(k + 1) + " of " + std::to_string(count_));
-      const Epoch epoch = intervals_.At(k, order_.channel);
-      const FourFrequencies frequencies = Spectrum(epoch, panel);
+      const FatigueRow row = order_.settings.method == FatigueMethod::FastFourierTransform
+                                 ? TakeByFFT(k)
+                                 : TakeByRegression(k, panel);
       if (workbench_.CancelRequested) {
         break;
       }
-      Keep(k, TakeFatigueRow(workbench_.trial, epoch, frequencies,
-                             series_.rows.empty() ? nullptr : &series_.rows.front()));
+      Keep(k, row);
       panel.SetValue(static_cast<double>(k + 1));
       if (panel.GiveTurn() || !GoesOn(k)) {
         break;
@@ -55,25 +64,60 @@ class Runner {
     }
   }
 
-  FourFrequencies Spectrum(const Epoch& epoch, ProgressPanel& panel) {
-    if (order_.settings.method == FatigueMethod::FastFourierTransform) {
-      std::int32_t all = epoch.Samples() / 2;
-      return SpectrumByFFT(workbench_.trial, epoch, all, workbench_.spectrum, transform_);
-    }
+  // Leaves its spectrum in the workbench, as both ways do.
+  FatigueRow TakeByRegression(std::int64_t k, ProgressPanel& panel) {
+    const Epoch epoch = intervals_.At(k, order_.channel);
     std::int32_t harmonics = order_.settings.harmonics;
     if (harmonics == 0) {
       harmonics = AllHarmonics(intervals_);
     }
-    return HarmonicRegressionPlain(workbench_.trial, epoch, harmonics, workbench_.spectrum,
-                                   [&](std::int32_t /*done*/) { return !panel.GiveTurn(); });
+    const FourFrequencies frequencies =
+        HarmonicRegressionPlain(workbench_.trial, epoch, harmonics, workbench_.spectrum,
+                                [&](std::int32_t /*done*/) { return !panel.GiveTurn(); });
+    return RowOf(epoch, frequencies, workbench_.spectrum);
+  }
+
+  FatigueRow TakeByFFT(std::int64_t k) {
+    if (k == aheadFrom_ + static_cast<std::int64_t>(ahead_.size())) {
+      TakeAhead(k);
+    }
+    Ahead& taken = ahead_[static_cast<std::size_t>(k - aheadFrom_)];
+    std::swap(workbench_.spectrum, taken.spectrum);
+    return taken.row;
+  }
+
+  // The next intervals, on all cores; after a pause who knows whether there is a next.
+  void TakeAhead(std::int64_t from) {
+    constexpr std::int64_t kMostAhead = 256;
+    constexpr std::size_t kFewest = 16;  // of a core
+    aheadFrom_ = from;
+    ahead_.resize(static_cast<std::size_t>(order_.pause ? 1 : std::min(kMostAhead, count_ - from)),
+                  {workbench_.spectrum, {}});
+    const std::size_t parts = std::clamp(ahead_.size() / kFewest, std::size_t{1}, transforms_.size());
+    OnCores(parts, [&](std::size_t part) {
+      for (std::size_t i = ahead_.size() * part / parts; i < ahead_.size() * (part + 1) / parts; ++i) {
+        const Epoch epoch = intervals_.At(from + static_cast<std::int64_t>(i), order_.channel);
+        std::int32_t all = epoch.Samples() / 2;
+        SpectrumMemory& spectrum = ahead_[i].spectrum;
+        ahead_[i].row =
+            RowOf(epoch, SpectrumByFFT(workbench_.trial, epoch, all, spectrum, transforms_[part]), spectrum);
+      }
+    });
+  }
+
+  [[nodiscard]] FatigueRow RowOf(const Epoch& epoch, const FourFrequencies& frequencies,
+                                 const SpectrumMemory& spectrum) const {
+    FatigueRow row = TakeFatigueRow(workbench_.trial, epoch, frequencies);
+    row.exactMedian =
+        ExactMedianFrequency(spectrum.PowerAbs, spectrum.HarmFreq.size() > 1 ? spectrum.HarmFreq[1] : 0.0);
+    return row;
   }
 
   void Keep(std::int64_t k, const FatigueRow& row) {
     const SpectrumMemory& spectrum = workbench_.spectrum;
     series_.rows.push_back(row);
-    series_.rows.back().exactMedian =
-        ExactMedianFrequency(spectrum.PowerAbs, spectrum.HarmFreq.size() > 1 ? spectrum.HarmFreq[1] : 0.0);
-    AddFatigueRow(table_, row);
+    SetPercentages(series_.rows.back(), series_.rows.front().median, series_.rows.front().mean);
+    AddFatigueRow(table_, series_.rows.back());
     series_.harmonics = spectrum.NHarm;
     series_.lastPower = spectrum.PowerAbs;
     if (k % shownEvery_ == 0) {
@@ -120,7 +164,9 @@ class Runner {
   std::int64_t count_;
   std::int64_t shownEvery_;
   ResultTable table_;  // grows while it is looked at
-  EpochTransform transform_;
+  std::int64_t aheadFrom_ = 0;
+  std::vector<Ahead> ahead_;
+  std::vector<EpochTransform> transforms_{PartsForCores()};
   std::optional<SpectraFile> file_;
   FatigueSeries series_;
 };

@@ -3,13 +3,20 @@
 #include <fftw3.h>
 
 #include <limits>
+#include <mutex>
 #include <new>
 
 namespace velmora {
+namespace {
+
+std::mutex planner;  // FFTW's, which is one for all threads
+
+}  // namespace
 
 struct AutoPowerSpectrum::Plan {
   explicit Plan(std::size_t n) : count(n), samples(fftw_alloc_real(n)), lines(fftw_alloc_complex(n / 2 + 1)) {
     if (samples != nullptr && lines != nullptr && n <= std::numeric_limits<int>::max()) {
+      const std::lock_guard lock(planner);
       plan = fftw_plan_dft_r2c_1d(static_cast<int>(n), samples, lines, FFTW_ESTIMATE | FFTW_NO_SIMD);
     }
     if (plan == nullptr) {
@@ -22,6 +29,7 @@ struct AutoPowerSpectrum::Plan {
   ~Plan() { Free(); }
 
   void Free() const {
+    const std::lock_guard lock(planner);
     fftw_destroy_plan(plan);
     fftw_free(lines);
     fftw_free(samples);

@@ -65,7 +65,7 @@ TEST(EmgStatistics, ChannelsSideBySideGiveTheBitsOfPlainLoops) {
 }
 
 TEST(AmplitudeDistribution, EveryWidthCountsAsAPlainLoop) {
-  for (const int samples : {3, 1024, 3071}) {
+  for (const int samples : {3, 1024, 3071, 300'001}) {
     Trial trial;
     SetChannels(trial, NoiseChannels(3, samples));
     const Samples x = NoiseChannels(3, samples)[1];

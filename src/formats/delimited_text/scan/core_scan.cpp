@@ -1,10 +1,9 @@
 #include "formats/delimited_text/scan/core_scan.hpp"
 
 #include <algorithm>
-#include <future>
-#include <thread>
 #include <vector>
 
+#include "core/cores.hpp"
 #include "formats/delimited_text/scan/fast_scan.hpp"
 #include "formats/delimited_text/scan/full_lines.hpp"
 #include "formats/line_blocks.hpp"
@@ -14,7 +13,6 @@ namespace {
 
 // A smaller piece is read sooner than a thread starts.
 constexpr std::size_t kLeastPiece = std::size_t{64} << 10;
-constexpr unsigned kMostCores = 16;
 
 struct Piece {
   std::string_view text;
@@ -27,8 +25,8 @@ struct Piece {
 };
 
 // About equal pieces of whole lines.
-std::vector<Piece> Cut(std::string_view text, unsigned cores) {
-  const std::size_t size = std::max(text.size() / cores + 1, kLeastPiece);
+std::vector<Piece> Cut(std::string_view text, std::size_t parts) {
+  const std::size_t size = std::max(text.size() / parts + 1, kLeastPiece);
   std::vector<Piece> pieces;
   while (!text.empty()) {
     std::string_view rest = text.substr(std::min(size, text.size()));
@@ -53,36 +51,21 @@ void CountRows(Piece& piece) {
   }
 }
 
-// The first piece is the caller's; a machine without a thread to spare does the others as they are waited
-// for.
-template <typename Work>
-void ForEach(std::vector<Piece>& pieces, const Work& work) {
-  std::vector<std::future<void>> others;
-  for (std::size_t k = 1; k < pieces.size(); ++k) {
-    others.push_back(std::async([&work, &piece = pieces[k]] { work(piece); }));
-  }
-  work(pieces.front());
-  for (std::future<void>& other : others) {
-    other.get();
-  }
-}
-
 }  // namespace
 
 ScanProgress ScanOnCores(std::string_view text, const ScanPlan& plan, FrameRoom room, std::int64_t firstLine,
                          ScanFaults& faults, ScanMeans means) {
-  const unsigned cores =
-      std::clamp(means.cores > 0 ? means.cores : std::thread::hardware_concurrency(), 1U, kMostCores);
-  std::vector<Piece> pieces = Cut(text, cores);
+  std::vector<Piece> pieces = Cut(text, PartsForCores(means.cores));
   if (pieces.size() < 2) {
     return FastScanRows(text, plan, room, firstLine, faults, means.level);
   }
-  ForEach(pieces, CountRows);
+  OnCores(pieces.size(), [&](std::size_t k) { CountRows(pieces[k]); });
   for (std::size_t k = 1; k < pieces.size(); ++k) {
     pieces[k].rowsBefore = pieces[k - 1].rowsBefore + pieces[k - 1].rows;
     pieces[k].linesBefore = pieces[k - 1].linesBefore + pieces[k - 1].lines;
   }
-  ForEach(pieces, [&](Piece& piece) {
+  OnCores(pieces.size(), [&](std::size_t k) {
+    Piece& piece = pieces[k];
     const FrameRoom own = {room.first + piece.rowsBefore * plan.stride,
                            std::max<std::int64_t>(room.rows - piece.rowsBefore, 0)};
     piece.scanned =
