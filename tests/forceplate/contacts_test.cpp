@@ -1,6 +1,6 @@
 // Contacts of feet with plates and belts, as the command finds and stores them.
 #include "core/text/numbers.hpp"
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {

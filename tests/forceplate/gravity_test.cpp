@@ -1,7 +1,7 @@
 // Where the centre of gravity goes, as the command finds it, and what a jump came to.
 #include "core/text/numbers.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {

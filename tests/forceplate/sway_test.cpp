@@ -3,7 +3,7 @@
 
 #include "core/text/numbers.hpp"
 #include "forceplate/sway/sway_measures.hpp"
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 #include "support/number_rows.hpp"
 #include "support/recordings.hpp"
 

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -44,11 +44,10 @@ TEST(Strikes, RatesByHand) {
   EXPECT_FALSE(flat.largestRate);
 }
 
-struct StrikesTest : TableTest {
+struct StrikesTest : AnalysisTest {
+  StrikesTest() : AnalysisTest("impact.analysis") {}
   const ResultTable& Find(const Edits& edits) {
-    questions.FillForm(edits, "Compute");
-    questions.FillForm({}, "Exit");
-    Run("impact.analysis");
+    Compute(edits);
     return Table("frmImpact");
   }
 };
@@ -101,18 +100,12 @@ TEST_F(StrikesTest, RefusalsAndChannelsWithoutAnImpact) {
   EXPECT_TRUE(none.rows.empty());
   ASSERT_EQ(questions.boxes.size(), 2U) << "nothing is at or above 5 % of zero, or of less";
   EXPECT_EQ(LastBox(), "No Impacts|Channel 01 has no value above zero, and so no impact.");
-  questions.FillForm({{"channels 1", "no"}}, "Compute");
-  questions.FillForm({{"channels 1", "yes"}, {"txtThreshold", "5"}, {"txtRelease", "6"}}, "Compute");
-  questions.FillForm({{"txtRelease", "0"}, {"comClass", "60"}}, "Compute");
-  questions.FillForm({}, "Cancel");
-  Run("impact.analysis");
-  ASSERT_EQ(questions.boxes.size(), 5U);
-  EXPECT_EQ(questions.boxes[2].title, "Too Few Channels Selected");
-  EXPECT_EQ(questions.boxes[3].text, "Release must be from 0 to 5.");
-  EXPECT_EQ(questions.boxes[4].title, "Invalid Filter") << "100 Hz";
+  EXPECT_EQ(Refused({}), "Too Few Channels Selected|You must choose at least 1 channel.");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtThreshold", "5"}, {"txtRelease", "6"}}),
+            "Invalid Entry|Release must be from 0 to 5.");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"comClass", "60"}}).substr(0, 14), "Invalid Filter") << "100 Hz";
   SetChannels(trial, {{1, 2}}, 100);
-  Run("impact.analysis");
-  EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
+  EXPECT_EQ(RefusedAtOnce(), "Too Few Data|Too few data points.");
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 #include "impact/phases/work_phases.hpp"
 #include "impact/phases/work_units.hpp"
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -80,11 +80,8 @@ TEST(WorkUnits, JoulesOfWattsAndWattsOfMoments) {
   EXPECT_EQ(PowerUnitsOf("Nmm"), "mW");
 }
 
-struct WorkTest : TableTest {
-  void Answer(const Edits& edits) {
-    questions.FillForm(edits, "Compute");
-    questions.FillForm({}, "Exit");
-  }
+struct WorkTest : AnalysisTest {
+  WorkTest() : AnalysisTest("integrate.work") {}
 };
 
 TEST_F(WorkTest, TablesTotalsAndTheRunningIntegral) {
@@ -94,12 +91,11 @@ TEST_F(WorkTest, TablesTotalsAndTheRunningIntegral) {
   trial.ChanLabel[1] = "Knee";
   SetCursors(2, 7);
   questions.boxAnswers = {Button::Yes};
-  Answer({{"channels 1", "yes"},
-          {"channels 2", "yes"},
-          {"txtSmallest", "0.02"},
-          {"txtMass", "50"},
-          {"chkIntegral", "yes"}});
-  Run("integrate.work");
+  Compute({{"channels 1", "yes"},
+           {"channels 2", "yes"},
+           {"txtSmallest", "0.02"},
+           {"txtMass", "50"},
+           {"chkIntegral", "yes"}});
   // 1.5 J, -1.5 J and 0.5 J of 50 kg: the last is too small for the list, not for the totals.
   const ResultTable& phases = Table("frmWork");
   ASSERT_EQ(phases.rows.size(), 3U);
@@ -131,34 +127,23 @@ TEST_F(WorkTest, TablesTotalsAndTheRunningIntegral) {
 TEST_F(WorkTest, RefusesWhatCannotBeIntegrated) {
   const std::string few = "Too Few Data|Too few data points to integrate.";
   SetChannels(trial, {{1, 2, 3, 4}}, 2);
-  Run("integrate.work");
-  EXPECT_EQ(LastBox(), few);
+  EXPECT_EQ(RefusedAtOnce(), few);
   SetChannels(trial, {{1, 2, kNan, 4, 5, 6, 7}}, 2);
   SetCursors(4, 7);
   questions.boxAnswers = {Button::Yes};
-  Run("integrate.work");
-  EXPECT_EQ(LastBox(), few);
+  EXPECT_EQ(RefusedAtOnce(), few);
   SetCursors(0, 0);
-  questions.FillForm({{"txtSmallest", "-1"}}, "Compute");
-  questions.FillForm({{"txtSmallest", "0"}, {"channels 1", "no"}}, "Compute");
-  questions.FillForm({{"channels 1", "yes"}}, "Compute");
-  questions.FillForm({}, "Cancel");
-  Run("integrate.work");
-  ASSERT_GE(questions.boxes.size(), 3U);
-  const auto last = questions.boxes.end();
-  EXPECT_EQ((last - 3)->text, "Smallest reportable integral must be from 0 to 999999999.");
-  EXPECT_EQ((last - 2)->title, "Too Few Channels Selected");
-  EXPECT_EQ((last - 1)->text, "Channel 00 has 1 samples that are no numbers between samples 1 and 7.");
+  EXPECT_EQ(Refused({{"txtSmallest", "-1"}}),
+            "Invalid Entry|Smallest reportable integral must be from 0 to 999999999.");
+  EXPECT_EQ(Refused({{"channels 1", "no"}}), "Too Few Channels Selected|You must choose at least 1 channel.");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}}),
+            "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 7.");
   EXPECT_TRUE(workbench.results.ResultTables.empty());
   trial.Rate = 0;
-  Run("integrate.work");
-  EXPECT_EQ(LastBox(), "Invalid Sampling Rate or Timebase|Data not time based.  Processing cannot continue.");
-
+  EXPECT_EQ(RefusedAtOnce(),
+            "Invalid Sampling Rate or Timebase|Data not time based.  Processing cannot continue.");
   SetChannels(trial, NoiseChannels(64, 9), 10);
-  questions.FillForm({{"channels 1", "yes"}, {"chkIntegral", "yes"}}, "Compute");
-  questions.FillForm({}, "Cancel");
-  Run("integrate.work");
-  EXPECT_EQ(questions.boxes.back().title, "No Free Channels");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"chkIntegral", "yes"}}).substr(0, 16), "No Free Channels");
   EXPECT_EQ(trial.NChan, 64);
   EXPECT_FALSE(trial.FileChanged);
 }

@@ -1,6 +1,6 @@
 #include "statistics/correlation.hpp"
 
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {

@@ -1,8 +1,8 @@
 #include <limits>
 
 #include "core/questions/result_table.hpp"
-#include "statistics/table_test.hpp"
 #include "statistics/window_statistics.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
