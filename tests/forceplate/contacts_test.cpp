@@ -5,18 +5,12 @@
 namespace velmora::test {
 namespace {
 
-struct FootContacts : TableTest {
+struct FootContacts : AnalysisTest {
+  FootContacts() : AnalysisTest("plates.contacts") {}
+
   void Find(Edits edits) {
     edits.insert(edits.begin(), {"channels 1", "yes"});
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Exit");
-    Run("plates.contacts");
-  }
-  std::string Refused(const Edits& edits) {
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Cancel");
-    Run("plates.contacts");
-    return LastBox();
+    Compute(edits);
   }
   /// "0.01-0.04 0.08-0.08!" of a channel's rows; an exclamation mark where it is not whole.
   std::string Times(const std::string& channel = "00") {
@@ -121,11 +115,10 @@ TEST_F(FootContacts, RefuseWhatCannotBe) {
   EXPECT_EQ(Refused({{"channels 1", "yes"}}),
             "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 10.");
   SetChannels(trial, {Samples(4, 5.0F)}, 100);
-  Run("plates.contacts");
-  EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
+  EXPECT_EQ(RefusedAtOnce(), "Too Few Data|Too few data points.");
   trial.Rate = 0;
-  Run("plates.contacts");
-  EXPECT_EQ(LastBox(), "Invalid Sampling Rate or Timebase|Data not time based.  Processing cannot continue.");
+  EXPECT_EQ(RefusedAtOnce(),
+            "Invalid Sampling Rate or Timebase|Data not time based.  Processing cannot continue.");
 }
 
 }  // namespace

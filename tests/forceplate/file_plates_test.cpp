@@ -2,7 +2,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "forceplate/amti_reduction.hpp"
 #include "formats/bytes/byte_builder.hpp"
 #include "support/command_test.hpp"
 #include "support/recordings.hpp"
@@ -122,36 +121,6 @@ TEST_F(FilePlatesTest, AWalkOverTwoPlatesGivesThePublishedPoints) {
     }
   }
   EXPECT_GE(compared, 198);
-}
-
-// How far the two formulas lie apart in walking, where the plate is loaded: the figures of
-// docs/force-plates.md, once more worked out from the file's floats in another language.
-TEST_F(FilePlatesTest, TheTwoFormulasLieApartInWalking) {
-  const auto points = [this](bool published) {
-    LoadPath(*Recording("c3d/walking2.c3d"));
-    if (published) {
-      Reduce();
-    } else {
-      constexpr std::array<float, kAmtiChannels> newtonMillimetres = {1, 1, 1, 1e-3F, 1e-3F, 1e-3F};
-      for (const int base : {0, 6}) {
-        ReduceAmtiForces(trial, base, newtonMillimetres, 0.1F, MomentUnit::NewtonMetres);
-      }
-    }
-    return std::vector{Channel(trial, 4), Channel(trial, 5), Channel(trial, 10), Channel(trial, 11)};
-  };
-  const auto given = points(false);
-  const auto published = points(true);
-  constexpr std::array apart = {0.34912, 60.38787, 12.42398, 25.28568};  // mm
-  for (std::size_t k = 0; k < apart.size(); ++k) {
-    const Samples Fz = Channel(trial, k < 2 ? 3 : 9);
-    double most = 0;
-    for (std::size_t i = 0; i < Fz.size(); ++i) {
-      if (std::abs(Fz[i]) > 25) {
-        most = std::max(most, 10.0 * std::abs(given[k][i] - published[k][i]));
-      }
-    }
-    EXPECT_NEAR(most, apart[k], 1e-4) << k;
-  }
 }
 
 }  // namespace

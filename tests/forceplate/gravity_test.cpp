@@ -6,33 +6,20 @@
 namespace velmora::test {
 namespace {
 
-struct Gravity : TableTest {
+struct Gravity : AnalysisTest {
+  Gravity() : AnalysisTest("plates.gravity") {}
+
   void Find(const Edits& edits) {
     workbench.results.ResultTables.clear();
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Exit");
-    Run("plates.gravity");
+    Compute(edits);
   }
-  std::string Refused(const Edits& edits) {
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Cancel");
-    Run("plates.gravity");
-    return LastBox();
+  bool Has(std::string_view quantity) {
+    return RowOf(Table("frmGravity"), quantity) < Table("frmGravity").rows.size();
   }
   /// A quantity of the table; NaN where it is empty or none.
   double Of(std::string_view quantity) {
     const ResultTable& table = Table("frmGravity");
-    for (std::size_t k = 0; k < table.rows.size(); ++k) {
-      if (ShownCell(table, k, 0) == quantity) {
-        return Cell(table, k, "Value");
-      }
-    }
-    return NAN;
-  }
-  bool Has(std::string_view quantity) {
-    const ResultTable& table = Table("frmGravity");
-    return std::any_of(table.rows.begin(), table.rows.end(),
-                       [&](const auto& row) { return std::get<std::string>(row[0]) == quantity; });
+    return Has(quantity) ? Cell(table, RowOf(table, quantity), "Value") : NAN;
   }
   /// A second of 700 N, 0.2 s of twice as much, 0.4 s of flight, and the landing; at 100 Hz.
   static Samples PushAndFlight() {
@@ -217,8 +204,7 @@ TEST_F(Gravity, RefusesWhatItCannotTell) {
       "with the Channel menu.");
   EXPECT_EQ(trial.NChan, 63);
   SetVertical(Samples(4, 700.0F));
-  Run("plates.gravity");
-  EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
+  EXPECT_EQ(RefusedAtOnce(), "Too Few Data|Too few data points.");
 }
 
 }  // namespace

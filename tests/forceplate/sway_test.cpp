@@ -3,35 +3,21 @@
 
 #include "core/text/numbers.hpp"
 #include "forceplate/sway/sway_measures.hpp"
-#include "support/table_test.hpp"
 #include "support/number_rows.hpp"
 #include "support/recordings.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
 
 using Values = std::vector<double>;
 
-struct SwayTest : TableTest {
-  void Measure(const Edits& edits) {
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Exit");
-    Run("plates.sway");
-  }
-  std::string Refused(const Edits& edits) {
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Cancel");
-    Run("plates.sway");
-    return LastBox();
-  }
+struct SwayTest : AnalysisTest {
+  SwayTest() : AnalysisTest("plates.sway") {}
+
   double Of(std::string_view measure, std::string_view head) {
     const ResultTable& table = Table("frmSway");
-    for (std::size_t k = 0; k < table.rows.size(); ++k) {
-      if (ShownCell(table, k, 0) == measure) {
-        return Cell(table, k, head);
-      }
-    }
-    throw std::runtime_error("no measure " + std::string(measure));
+    return Cell(table, RowOf(table, measure), head);
   }
   void SetPlane(const Samples& x, const Samples& y, double rate) {
     SetChannels(trial, {x, y}, rate);
@@ -52,7 +38,7 @@ TEST_F(SwayTest, OfACircleIsWhatItsRadiusAndPeriodSay) {
     y.push_back(static_cast<float>(-5 + 2 * std::sin(w * i / 100)));
   }
   SetPlane(x, y, 100);
-  Measure({});
+  Compute({});
   EXPECT_NEAR(Of("Mean position", "ML"), 10, 1e-6);
   EXPECT_NEAR(Of("Mean position", "AP"), -5, 1e-6);
   EXPECT_NEAR(Of("Mean distance", "Both"), 2, 1e-6);
@@ -83,11 +69,11 @@ TEST_F(SwayTest, SlowWaysAndNoiseAreTakenOff) {
     y.push_back(static_cast<float>(0.3 * t));
   }
   SetPlane(x, y, 100);
-  Measure({});
+  Compute({});
   EXPECT_GT(Of("Range", "ML"), 10);
   EXPECT_NEAR(Of("Angle", "Both"), std::atan2(0.3, 0.5) * 180 / Pi, 3);
   const double rough = Of("Path length", "ML");
-  Measure({{"chkDetrend", "yes"}, {"txtCutoff", "5"}});
+  Compute({{"chkDetrend", "yes"}, {"txtCutoff", "5"}});
   EXPECT_NEAR(Of("Range", "ML"), 2, 0.1);
   EXPECT_NEAR(Of("Range", "AP"), 0, 0.005) << "of a filter's start on a slope";
   EXPECT_LT(Of("Path length", "ML"), rough / 2);
@@ -98,7 +84,7 @@ TEST_F(SwayTest, SlowWaysAndNoiseAreTakenOff) {
 
 TEST_F(SwayTest, NobodyMoves) {
   SetPlane(Samples(100, 3.0F), Samples(100, 4.0F), 100);
-  Measure({});
+  Compute({});
   EXPECT_EQ(Of("Path length", "Both"), 0);
   EXPECT_TRUE(std::isnan(Of("Mean frequency", "Both")));
   EXPECT_TRUE(std::isnan(Of("Spectral mean frequency", "Both")));
@@ -121,7 +107,7 @@ TEST_F(SwayTest, OfAPersonAgreesWithWhatWasPublished) {
       100);
   trial.ChanLabel[1] = "COPx[cm]";
   trial.ChanLabel[2] = "COPy[cm]";
-  Measure({});
+  Compute({});
   EXPECT_NEAR(Of("95% ellipse area", "Both"), 0.9446915167229832, 1e-6);
   EXPECT_NEAR(Of("Mean velocity", "Both"), 0.620189911656219, 1e-6);
   EXPECT_NEAR(Of("Spectral mean frequency", "Both"), 0.2565758824783575, 1e-6);
@@ -139,8 +125,7 @@ TEST_F(SwayTest, RefusesWhatIsNoPlane) {
   EXPECT_EQ(Refused({}),
             "Missing Data|Channel 01 has 1 samples that are no numbers between samples 1 and 50.");
   SetPlane(Samples(4, 1.0F), Samples(4, 2.0F), 100);
-  Run("plates.sway");
-  EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
+  EXPECT_EQ(RefusedAtOnce(), "Too Few Data|Too few data points.");
 }
 
 }  // namespace
