@@ -193,12 +193,6 @@ TEST_F(ChannelCommandsTest, AGraphIsLeftBeforeItsChannelsAreOthers) {
   questions.boxAnswers = {Button::Yes};
   RunPicking("channel.erase", {5});
   EXPECT_EQ(workbench.view, nullptr);
-  SetCursors(1, 3);
-  trial.DiscardData();
-  for (const char* id : {"channel.erase", "channel.copy", "channel.move", "channel.combine",
-                         "channel.teager-kaiser", "channel.interpolate"}) {
-    Run(id);  // without a trial none asks anything
-  }
 }
 
 TEST_F(ChannelCommandsTest, InterpolatesBetweenTheCursors) {
