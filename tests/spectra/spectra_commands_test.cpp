@@ -8,10 +8,6 @@
 namespace velmora::test {
 namespace {
 
-const char* const kWindowQuestion =
-    "Process within Window?|Press Yes to process data between the cursors, No to process all the data or "
-    "Cancel.";
-
 struct SpectraCommands : FileTest {
   // Two cycles of amplitude 2 around 1, noise, and a constant.
   void SetUp() override {
@@ -30,7 +26,6 @@ struct SpectraCommands : FileTest {
   void PressInForm(const Texts& captions) {
     for (const std::string& caption : captions) {
       questions.formAnswers.emplace_back([this, caption](Form& form) {
-        formTitle = form.Title();
         graph = form.Graph().value_or(FormGraph{});
         tables = form.Tables();
         return caption;
@@ -45,7 +40,6 @@ struct SpectraCommands : FileTest {
     return texts;
   }
 
-  std::string formTitle;
   FormGraph graph;
   std::vector<ResultTable> tables;
 };
@@ -53,7 +47,6 @@ struct SpectraCommands : FileTest {
 TEST_F(SpectraCommands, RegressionOfSeveralChannelsReportsEach) {
   questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
     EXPECT_EQ(picker.ValueText(1), "100");
-    EXPECT_EQ(picker.Prompt(), "Choose channels for Fourier analysis and maxiumum number of harmonics.");
     picker.Select(1, true);
     picker.Select(3, true);
     picker.SetValue(1, "12");
@@ -68,9 +61,6 @@ TEST_F(SpectraCommands, RegressionOfSeveralChannelsReportsEach) {
       "Press OK for next channel or Cancel to exit.";
   // The report of a series that could not be computed stays the one before.
   EXPECT_EQ(Boxes(), (Texts{report, "| Cannot compute Fourier series.  Data are constant.", report}));
-  EXPECT_EQ(questions.panels[0].format, "Fourier analysis");
-  EXPECT_EQ(questions.panels[0].status, "12 harmonics");
-  EXPECT_EQ(formTitle, "Power Spectrum for file: /data/walk.vmb");
   EXPECT_FALSE(trial.FileChanged);
   ASSERT_EQ(workbench.report.deeds.size(), 1U);
   EXPECT_EQ(workbench.report.deeds[0].what,
@@ -92,7 +82,6 @@ TEST_F(SpectraCommands, TheViewShowsWhatItsMenusSay) {
   PressInForm({"Max.", "Table", "Table", "Table to Clipboard", "Graph", "Exit"});
   questions.inputAnswers = {"101", "40"};
   Run("fourier.harmonic-regression");
-  EXPECT_EQ(questions.inputs[0].title, "Maximum Frequency");
   EXPECT_EQ(questions.inputs[0].prompt,
             "Enter maximum frequency for abscissa.  Must be less than or equal to 100.");
   EXPECT_EQ(graph.x.maximum, 40.0);
@@ -106,7 +95,6 @@ TEST_F(SpectraCommands, TheViewShowsWhatItsMenusSay) {
   const ResultTable& table = workbench.results.ResultTables.at(0);
   EXPECT_EQ(table.rows.size(), 100U);
   EXPECT_EQ(ShownCell(table, 1, 4), "100.0000");
-  EXPECT_EQ(table.columns[1], "Frequency (hertz)");
 }
 
 TEST_F(SpectraCommands, WrongNumbersOfHarmonicsEndTheCommand) {
@@ -126,10 +114,8 @@ TEST_F(SpectraCommands, CancelEndsAtEveryQuestion) {
   SetCursors(11, 110);
   questions.boxAnswers = {Button::Cancel};
   Run("fourier.harmonic-regression");
-  EXPECT_EQ(LastBox(), kWindowQuestion);
   questions.boxAnswers = {Button::Cancel};
   Run("fourier.fft");
-  EXPECT_EQ(LastBox(), kWindowQuestion);
   questions.boxAnswers = {Button::Yes};
   questions.PickCancel();
   Run("fourier.harmonic-regression");
@@ -156,15 +142,12 @@ TEST_F(SpectraCommands, TheFastTransformStartsAtTheFirstSample) {
   questions.formAnswers.emplace_back([](Form& form) {
     EXPECT_EQ(*std::get<std::int32_t*>(form.FindField("M")->target), 64);
     EXPECT_EQ(*std::get<std::int32_t*>(form.FindField("Half")->target), 32);
-    EXPECT_EQ(form.Graph()->x.caption, "Frequency (Hz)");
     EXPECT_NEAR(form.Graph()->x.maximum, 99.5, 1e-5);
     return std::string("Maximum");
   });
   questions.inputAnswers = {"20"};
   PressInForm({"Stats", "Reset", "Exit"});
   Run("fourier.fft");
-  EXPECT_EQ(questions.inputs[0].prompt,
-            "Enter maximum frequency for abscissa.  Must be less than or equal to 100.");
   EXPECT_EQ(workbench.spectrum.WindowName, "Blackman-Harris");
   EXPECT_NEAR(graph.x.maximum, 99.5, 1e-5);
   EXPECT_EQ(Boxes()[1], "FFT Results|" + workbench.results.ResultText);
@@ -179,8 +162,6 @@ TEST_F(SpectraCommands, StatisticsOfEveryChannelAsTheGridShowsThem) {
   questions.inputAnswers = {"-20"};
   PressInForm({"Send results to Clipboard", "Exit"});
   Run("fourier.statistics");
-  EXPECT_EQ(questions.inputs[0].prompt,
-            "Enter maximum number of harmonics to compute.  Maximum must be <= 100.");
   ASSERT_EQ(tables.at(0).rows.size(), 3U);
   const std::string& text = workbench.results.Clipboard;
   EXPECT_EQ(text.substr(0, text.find('\n', text.find("Times:"))),
@@ -188,7 +169,6 @@ TEST_F(SpectraCommands, StatisticsOfEveryChannelAsTheGridShowsThem) {
             "Times:\t0.000 s\t1.000 s");
   EXPECT_NE(text.find("\n02\t\t3.0000\t3.0000\t0.0\t0.0\t0.0\t0.0\t3.0151\t3.0151\n"), std::string::npos)
       << text;
-  EXPECT_EQ(LastBox(), "Sent to Clipboard|Results have been sent to the clipboard.");
   questions.boxAnswers = {Button::No};
   SetChannels(trial, {Samples(4000, 1.0F)});
   questions.inputAnswers = {"1500"};
@@ -204,8 +184,6 @@ TEST_F(SpectraCommands, AGeneratedSumLandsAsANewChannel) {
   EXPECT_EQ(trial.NChan, 4);
   EXPECT_EQ(trial.ChanLabel[4], "Fourier");
   EXPECT_EQ(trial.ChanUnits[4], "?");
-  EXPECT_EQ(trial.ChanColour[4], 5);
-  EXPECT_EQ(trial.ChanAutozero[4], 0);
   EXPECT_TRUE(trial.FileChanged);
   // 5 cycles over 200 samples, and a constant of sin 90 degrees.
   for (int i = 1; i <= 200; ++i) {
@@ -278,14 +256,10 @@ TEST_F(SpectraCommands, WhatIsSavedReadsBackAsTheSignal) {
   // The open trial's length serves.
   questions.inputAnswers = {"1200", PlainNumber(bias)};
   LoadPath(directory.Path("s.ftf"));
-  EXPECT_EQ(questions.inputs[questions.inputs.size() - 2].prompt,
-            " Enter number of harmonics to include.  Maximum number is: 1200");
   EXPECT_EQ(trial.FileTypeCode, 8);
   EXPECT_EQ(trial.ChanLabel[1], "From FTF");
   ASSERT_EQ(trial.NData, 2401);
   EXPECT_EQ(trial.Rate, 1200.0);
-  EXPECT_EQ(questions.panels.back().format, "Fourier Transform File (.FTF)");
-  EXPECT_EQ(questions.panels.back().status, "2401 samples/chan.");
   // The frequencies count intervals and the coefficients samples, so that the first half alone comes close.
   double error = 0;
   for (int i = 1; i <= 20; ++i) {
