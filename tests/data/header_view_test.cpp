@@ -1,28 +1,19 @@
 #include "run/report/json_text.hpp"
-#include "support/command_test.hpp"
 #include "support/full_disk.hpp"
 #include "support/native_file.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
 
-struct HeaderView : NativeFileTest {
-  const ResultTable& Table(const std::string& name) {
-    for (const ResultTable& table : workbench.results.ResultTables) {
-      if (table.name == name) {
-        return table;
-      }
-    }
-    throw std::runtime_error("no table " + name);
-  }
-};
+struct HeaderView : TableTest {};
 
 TEST_F(HeaderView, TellsTheLinesOfTheFileAndWhatIsKnownOfEachChannel) {
   std::string bytes = FileByHand(2, 4);
   const std::string lines = "1st <b> & \"second\"";
   bytes.replace(kSamplesAt - 248, 61, lines + std::string(61 - lines.size(), ' '));
   WriteFile(directory.Path("trial.vmb"), bytes);
-  FileTest::LoadPath(directory.Path("trial.vmb"));
+  LoadPath(directory.Path("trial.vmb"));
   std::string info;
   std::string list;
   questions.formAnswers.emplace_back([&](Form& form) {

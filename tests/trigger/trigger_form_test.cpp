@@ -65,9 +65,6 @@ TEST_F(TriggerFormTest, AScanSetsCursorsAndTellsOfThem) {
     EXPECT_EQ(TextOf(form, "txtUnits"), "N");
     EXPECT_EQ(TextOf(form, "txtTime"), "1.200 s");
     EXPECT_EQ(form.FindField("comChannels")->choices, (Texts{"00: A&&B", "01: Fz"}));
-    EXPECT_EQ(form.Tables().front().columns,
-              (Texts{"Sample (#)", "Time (s)", "Fz (N)", "Change (N)", "Duration (s)", "Deriv. (N/s)",
-                     "Rate (/min)", "Frequency (hertz)", "Integral (N.s)"}));
   });
   EXPECT_EQ(Cursors(), (std::vector<double>{0.1, 0.6, 1.0}));
   EXPECT_EQ(View().Drawing().Cursors[0].Color, kYellow);
@@ -83,7 +80,6 @@ TEST_F(TriggerFormTest, AScanSetsCursorsAndTellsOfThem) {
             "2\t0.10000\t30.0000\t30.0000\t0.10000\t300.0000 \n"
             "7\t0.60000\t40.0000\t10.0000\t0.50000\t20.0000\t120.0\t2.00\t5.5000\n"
             "11\t1.00000\t50.0000\t10.0000\t0.40000\t25.0000\t150.0\t2.50\t9.0000\n");
-  EXPECT_EQ(questions.files.back().title, "Save as .TRG file");
   EXPECT_EQ(questions.files.back().extension, ".evt");
   EXPECT_TRUE(
       workbench.results.Clipboard.starts_with("Filename:\twalk.vmb\nTrial:\twalk\nChannel:\tFz\tTriggering:"
@@ -111,7 +107,6 @@ TEST_F(TriggerFormTest, BoxesTakeTheLevelsInOrder) {
   Exit([](Form& form) {
     EXPECT_EQ(TextOf(form, "txtTrigLevel1"), "45");
     EXPECT_EQ(TextOf(form, "txtTrigLevel2"), "-3");
-    EXPECT_EQ(form.FindField("txtTrigLevel1")->tip, "Lower trigger level");
   });
   EXPECT_EQ(shown.size(), 2U);  // 5 below, 11 above
   // With one level the second box shows what was kept, then keeps the first.
@@ -143,7 +138,6 @@ TEST_F(TriggerFormTest, WithoutTriggersTheMenuRestsAndTheKeyWorks) {
   Exit([](Form& form) { EXPECT_EQ(TextOf(form, "txtFound"), "0"); });
   ASSERT_EQ(questions.boxes.size(), 9U);
   EXPECT_EQ(LastBox(), kNotScanned);
-  EXPECT_EQ(questions.boxes[6].title, "Data Not Scanned");
   EXPECT_TRUE(Cursors().empty());
   EXPECT_EQ(trial.CursorHi, 13);
   Run("trigger.open");  // greyed: nothing is asked
@@ -204,8 +198,6 @@ TEST_F(TriggerFormTest, FiltersAreEnteredInTheMenu) {
   EXPECT_EQ(found("Only Positive integrals", nullptr), "3 integrals not above 0");
   EXPECT_EQ(found("Only Negative integrals", nullptr), "2 integrals not below 0");
   EXPECT_EQ(found("Enter Minimum integral", "-6"), "3 integrals below 6 in size");
-  EXPECT_EQ(questions.inputs.back().prompt,
-            "Enter minimum (absolute value) integral for reporting. Enter zero or all.");
   EXPECT_EQ(found("Enter Minimum integral", ""), "5 none");
   EXPECT_EQ(found("Enter Refractory period", "0.2"), "4 within 0.2 s of the one before");
   EXPECT_EQ(found("Enter Refractory period", "-3"), "3 within 0.3 s of the one before");
