@@ -10,22 +10,6 @@
 namespace velmora {
 namespace {
 
-TEST(Integrals, SimpsonKeepsItsWeightsAndTrapezoidIsExactForLines) {
-  Trial trial;
-  test::SetChannels(trial, {{1, 1, 1, 1, 1}, {0, 1, 2, 3, 4}, {2, -1, 5, 0, 3}}, 1);
-  const PerChannel<float> simpson = SimpsonIntegrals(trial, 1.0);
-  EXPECT_FLOAT_EQ(simpson[1], 10.0F / 3);                       // not the true 4
-  EXPECT_FLOAT_EQ(simpson[2], (0 + 4 + 4 * 2 + 2 * 4) / 3.0F);  // not the true 8
-  EXPECT_FLOAT_EQ(simpson[3], (2 + 3 + 4 * 5 + 2 * -1) / 3.0F);
-  const PerChannel<float> trapezoid = TrapezoidIntegrals(trial, 0.5);
-  EXPECT_EQ(trapezoid[1], 2.0F);
-  EXPECT_EQ(trapezoid[2], 4.0F);
-  EXPECT_EQ(trapezoid[3], 3.25F);
-  // An even count: x(5) of six has the weight 4.
-  test::SetChannels(trial, {{1, 2, 3, 4, 5, 6}}, 1);
-  EXPECT_FLOAT_EQ(SimpsonIntegrals(trial, 1.0)[1], (7 + 4 * 8 + 2 * 6) / 3.0F);
-}
-
 TEST(Integrals, StatisticsOfARange) {
   Trial trial;
   const float nan = std::numeric_limits<float>::quiet_NaN();
