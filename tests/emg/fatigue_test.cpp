@@ -158,8 +158,6 @@ TEST_F(Fatigue, AToneKeepsItsFrequencyByBothMethods) {
     EXPECT_NEAR(Cell(row, AbsMean), 6 / Pi, 0.05);
     EXPECT_NEAR(Cell(row, Integral), Cell(row, AbsMean) * 1.001, 1e-9);
   }
-  EXPECT_EQ(workbench.report.deeds.at(0).what,
-            "EMG Fatigue Analysis by harmonic regression, intervals of 1 s, 5 intervals");
   EXPECT_FALSE(trial.FileChanged);
 
   // 102.4 cycles in 1024 samples stand a line higher, at 103.4 of 1000 / 1023 Hz.
@@ -169,8 +167,6 @@ TEST_F(Fatigue, AToneKeepsItsFrequencyByBothMethods) {
     EXPECT_NEAR(Cell(row, From), 0.511 * static_cast<double>(row), 1e-9);
     EXPECT_NEAR(Cell(row, Mean), 103.4 * 1000 / 1023, 1);
   }
-  EXPECT_EQ(workbench.report.deeds.back().what,
-            "Time Series Fourier Analysis by FFT, intervals of 1024 samples, 8 intervals");
 }
 
 TEST_F(Fatigue, TheMeanFrequencyFallsWithAChirp) {

@@ -1,9 +1,8 @@
 #include <cmath>
-#include <fstream>
-#include <sstream>
 
 #include "formats/bytes/byte_builder.hpp"
 #include "support/command_test.hpp"
+#include "support/number_rows.hpp"
 #include "support/recordings.hpp"
 
 namespace velmora::test {
@@ -22,23 +21,6 @@ struct FilePlatesTest : FileTest {
     Run("plates.reduce");
     ASSERT_TRUE(trial.ForcesReduced) << LastBox();
   }
-  static std::vector<std::vector<double>> Table(const std::string& path, int headLines, char separator) {
-    std::ifstream in(path);
-    std::string line;
-    for (int k = 0; k < headLines; ++k) {
-      std::getline(in, line);
-    }
-    std::vector<std::vector<double>> rows;
-    while (std::getline(in, line)) {
-      std::replace(line.begin(), line.end(), separator, ' ');
-      std::istringstream numbers(line);
-      rows.emplace_back();
-      for (double number = 0; numbers >> number;) {
-        rows.back().push_back(number);
-      }
-    }
-    return rows;
-  }
 };
 
 // The distributor of the sample files prints what a plate's matrix makes of 22 rows of counts, forces in N,
@@ -46,7 +28,7 @@ struct FilePlatesTest : FileTest {
 // the third decimal makes 0.13 N of 2048 counts. The rows take the
 // place of the file's first samples.
 TEST_F(FilePlatesTest, ACalibrationMatrixGivesThePrintedLoads) {
-  const auto rows = Table(*Recording("reference/TYPE-4_table_DERIVED.csv"), 1, ',');
+  const auto rows = NumbersOf(*Recording("reference/TYPE-4_table_DERIVED.csv"));
   ASSERT_EQ(rows.size(), 22U);
   ByteBuilder file;
   file.AddBytes(ReadFile(*Recording("c3d/TYPE-4.C3D")));
@@ -86,7 +68,7 @@ TEST_F(FilePlatesTest, ACalibrationMatrixGivesThePrintedLoads) {
 // them (OpenSim). Corners of the file tell how the plates lie: X and Y of plate 1 are -Y and -X of the room,
 // of plate 2 -X, Y.
 TEST_F(FilePlatesTest, AWalkOverTwoPlatesGivesThePublishedPoints) {
-  const auto rows = Table(*Recording("reference/std_cop_walking2_grfs.sto"), 6, '\t');
+  const auto rows = NumbersOf(*Recording("reference/std_cop_walking2_grfs.sto"));
   ASSERT_EQ(rows.size(), 101U);
   LoadPath(*Recording("c3d/walking2.c3d"));
   ASSERT_EQ(trial.NPlates, 2);
