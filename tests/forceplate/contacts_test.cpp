@@ -33,13 +33,10 @@ TEST_F(FootContacts, AreMeasuredFromTheirSamples) {
   EXPECT_EQ(Bits(trial), before) << "the channels stay as they are";
   EXPECT_EQ(Times(), "0.010-0.040 0.080-0.080");
   const ResultTable& table = Table("frmContacts");
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Contact time"), 0.03);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Swing time"), 0.04);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Stride time"), 0.07);
-  EXPECT_EQ(Cell(table, 0, "Peak"), 30);
-  EXPECT_EQ(Cell(table, 0, "Mean"), 95.0 / 4);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Impulse"), 0.30 + 0.175 + 0.175);
-  EXPECT_TRUE(std::isnan(Cell(table, 1, "Swing time")) && std::isnan(Cell(table, 1, "Stride time")));
+  ExpectCells(table, 0, {{"Peak", 30}, {"Mean", 95.0 / 4}});
+  ExpectCells(table, 0, {{"Contact time", 0.03}, {"Swing time", 0.04}, {"Stride time", 0.07}}, 1e-16);
+  ExpectCells(table, 0, {{"Impulse", 0.30 + 0.175 + 0.175}}, 1e-15);
+  ExpectCells(table, 1, {{"Swing time", NAN}, {"Stride time", NAN}});
   EXPECT_EQ(workbench.events.ChannelEvents.at(0)[1], (EventTimes{0.01, 0.04}));
   EXPECT_EQ(workbench.events.ChannelEvents.at(1)[1], (EventTimes{0.08, 0.08}));
   Find({{"txtMinContact", "0.02"}, {"txtMinGap", "0.02"}, {"chkInterpolate", "no"}, {"chkEvents", "no"}});
@@ -72,18 +69,14 @@ TEST_F(FootContacts, InterpolateTurnAndCompareTwoFeet) {
   EXPECT_EQ(LastBox(), "Not in Newtons|Channel 01 is in V.  It is taken as if it were in newtons.");
   EXPECT_NE(Table("frmContacts").title.find("Fz right points down and was turned"), std::string::npos);
   const ResultTable& summary = Table("frmContactsSummary");
-  EXPECT_EQ(Cell(summary, 0, "Contacts"), 4);
-  EXPECT_EQ(Cell(summary, 0, "Whole"), 2);
-  EXPECT_NEAR(Cell(summary, 0, "Contact time"), 0.27, 1e-12);
-  EXPECT_NEAR(Cell(summary, 0, "Contact time SD"), 0, 1e-12);
-  EXPECT_NEAR(Cell(summary, 0, "Swing time"), 0.23, 1e-12);
-  EXPECT_NEAR(Cell(summary, 0, "Cadence (/min)"), 120, 1e-9);
-  EXPECT_EQ(Cell(summary, 1, "Peak"), 50);
-  EXPECT_NEAR(Cell(summary, 1, "Contact time"), (0.34 + 0.34 + 0.24) / 3, 1e-12);
-  EXPECT_NEAR(Cell(summary, 1, "Contact time SD"), 0.1 / std::sqrt(3.0), 1e-12);
+  ExpectCells(summary, 0, {{"Contacts", 4}, {"Whole", 2}});
+  ExpectCells(summary, 0, {{"Contact time", 0.27}, {"Contact time SD", 0}, {"Swing time", 0.23}}, 1e-12);
+  ExpectCells(summary, 0, {{"Cadence (/min)", 120}}, 1e-9);
+  ExpectCells(summary, 1, {{"Peak", 50}});
+  ExpectCells(summary, 1,
+              {{"Contact time", (0.34 + 0.34 + 0.24) / 3}, {"Contact time SD", 0.1 / std::sqrt(3.0)}}, 1e-12);
   EXPECT_EQ(ShownCell(summary, 2, 1), "Symmetry (%)");
-  EXPECT_NEAR(Cell(summary, 2, "Peak"), 100 * 50 / 75.0, 1e-9);
-  EXPECT_NEAR(Cell(summary, 2, "Cadence (/min)"), 0, 1e-9);
+  ExpectCells(summary, 2, {{"Peak", 100 * 50 / 75.0}, {"Cadence (/min)", 0}}, 1e-9);
 }
 
 TEST_F(FootContacts, ThresholdsInPercentServeLightPeople) {

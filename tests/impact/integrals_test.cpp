@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 #include "support/trials.hpp"
 
@@ -17,9 +18,7 @@ TEST(Integrals, StatisticsOfARange) {
       trial, {{9, 1, -2, 3, 6, 9}, {0, 5, 5, 5, 5, 0}, {0, -1, 1, -1, 1, 7}, {1, 2, nan, 4, 5, 6}}, 10);
   const auto all = IntegrateChannels(trial, {1, 2, 3, 4}, {2, 5}, 0.1);
   ASSERT_EQ(all.size(), 4U);
-  EXPECT_EQ(all[0].sum, 8);
-  EXPECT_EQ(all[0].absoluteSum, 12);
-  EXPECT_EQ(all[0].path, 3 + 5 + 3);
+  EXPECT_EQ(std::tuple(all[0].sum, all[0].absoluteSum, all[0].path), std::tuple(8, 12, 3 + 5 + 3));
   EXPECT_DOUBLE_EQ(all[0].timeIntegral, 0.8);
   EXPECT_DOUBLE_EQ(all[0].absoluteIntegral, 1.2);
   EXPECT_EQ(all[0].mean, 2);
@@ -37,18 +36,16 @@ TEST(Integrals, EveryVectorWidthGivesTheSameBits) {
   for (const int channels : {1, 7, 64}) {
     Trial trial;
     test::SetChannels(trial, test::NoiseChannels(channels, 777), 100);
-    ChannelList all;
-    for (int c = 1; c <= channels; ++c) {
-      all.push_back(c);
-    }
+    ChannelList all(static_cast<std::size_t>(channels));
+    std::iota(all.begin(), all.end(), 1);
+    const auto fields = [](const auto& of) {
+      return std::tuple(of.sum, of.absoluteSum, of.path, of.deviation);
+    };
     const auto narrow = IntegrateChannels(trial, all, {3, 777}, 0.01, SimdLevel::Sse2);
     for (const SimdLevel level : MachineSimdLevels()) {
       const auto wide = IntegrateChannels(trial, all, {3, 777}, 0.01, level);
       for (std::size_t k = 0; k < all.size(); ++k) {
-        EXPECT_EQ(wide[k].sum, narrow[k].sum);
-        EXPECT_EQ(wide[k].absoluteSum, narrow[k].absoluteSum);
-        EXPECT_EQ(wide[k].path, narrow[k].path);
-        EXPECT_EQ(wide[k].deviation, narrow[k].deviation);
+        EXPECT_EQ(fields(wide[k]), fields(narrow[k])) << k;
       }
     }
   }

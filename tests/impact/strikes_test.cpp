@@ -66,14 +66,9 @@ TEST_F(StrikesTest, ThresholdsByUnitsAndWhatThePageNames) {
       &Find({{"channels 1", "yes"}, {"txtMinDuration", "0"}, {"txtBodyWeight", "500"}});
   ASSERT_EQ(table->rows.size(), 2U);
   EXPECT_FLOAT_EQ(static_cast<float>(Cell(*table, 0, "Onset")), 0.03F);
-  EXPECT_EQ(Cell(*table, 0, "Threshold"), 20);
-  EXPECT_EQ(Cell(*table, 0, "Peak"), 600);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Time to peak"), 0.02);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Avg. rate"), 20000);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Peak (BW)"), 1.2);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Avg. rate (BW/s)"), 40);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Duration"), 0.04);
-  EXPECT_DOUBLE_EQ(Cell(*table, 1, "Impulse"), 5);
+  ExpectCells(*table, 0, {{"Threshold", 20}, {"Peak", 600}, {"Time to peak", 0.02}, {"Duration", 0.04}});
+  ExpectCells(*table, 0, {{"Avg. rate", 20000}, {"Peak (BW)", 1.2}, {"Avg. rate (BW/s)", 40}});
+  ExpectCells(*table, 1, {{"Impulse", 5}});
   EXPECT_EQ(std::get<std::string>(table->rows[1][12]), "yes");
   EXPECT_FALSE(trial.FileChanged);
 

@@ -99,21 +99,13 @@ TEST_F(WorkTest, TablesTotalsAndTheRunningIntegral) {
   // 1.5 J, -1.5 J and 0.5 J of 50 kg: the last is too small for the list, not for the totals.
   const ResultTable& phases = Table("frmWork");
   ASSERT_EQ(phases.rows.size(), 3U);
-  EXPECT_DOUBLE_EQ(Cell(phases, 0, "Integral"), 1.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Integral"), -1.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 0, "From"), 0.5);
-  EXPECT_DOUBLE_EQ(Cell(phases, 0, "To"), 1.25);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Duration"), 0.75);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Peak"), -4.0 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Peak at"), 1.5);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Mean"), -2.0 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 2, "Integral"), 2.5 / 50);
+  ExpectCells(phases, 0, {{"Integral", 1.5 / 50}, {"From", 0.5}, {"To", 1.25}}, 1e-17);
+  ExpectCells(phases, 1, {{"Integral", -1.5 / 50}, {"Duration", 0.75}, {"Peak", -4.0 / 50}}, 1e-17);
+  ExpectCells(phases, 1, {{"Peak at", 1.5}, {"Mean", -2.0 / 50}}, 1e-17);
+  ExpectCells(phases, 2, {{"Integral", 2.5 / 50}}, 1e-17);
   const ResultTable& totals = Table("frmWorkTotals");
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Positive"), 2.0 / 50);
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Negative"), -1.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Net"), 0.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Absolute"), 3.5 / 50);
-  EXPECT_EQ(Cell(totals, 0, "Phases"), 3);
+  ExpectCells(totals, 0, {{"Positive", 2.0 / 50}, {"Negative", -1.5 / 50}, {"Phases", 3}}, 1e-17);
+  ExpectCells(totals, 0, {{"Net", 0.5 / 50}, {"Absolute", 3.5 / 50}}, 1e-17);
   EXPECT_EQ(std::get<std::string>(totals.rows[0].back()), "J/kg");
   EXPECT_EQ(std::get<std::string>(totals.rows[1].back()), "N.m.s/kg");
   EXPECT_EQ(phases.title, "1 smaller phase is not listed.\nPhases");

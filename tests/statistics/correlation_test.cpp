@@ -1,5 +1,7 @@
 #include "statistics/correlation.hpp"
 
+#include <numeric>
+
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -18,15 +20,12 @@ TEST_F(CorrelationTest, ByHand) {
   Correlate({1, 2, 3, 4});
   const ResultTable& table = Table("frmCorrelation");
   ASSERT_EQ(table.rows.size(), 6U);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "r"), 0.8);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "r squared"), 0.64);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "t"), 0.8 * std::sqrt(3 / 0.36));
+  ExpectCells(table, 0, {{"r", 0.8}, {"r squared", 0.64}, {"t", 0.8 * std::sqrt(3 / 0.36)}}, 1e-15);
   EXPECT_DOUBLE_EQ(Cell(table, 0, "95% low"), std::tanh(std::atanh(0.8) - 1.959963984540054 / std::sqrt(2)));
   EXPECT_DOUBLE_EQ(Cell(table, 0, "Spearman"), 0.8);  // they are ranks already
   // r1(x) = (2 + 0 + 0 + 2) / 10, r1(y) = (2 - 2 + 0 + 0) / 10.
   EXPECT_DOUBLE_EQ(Cell(table, 0, "n eff."), 5);
-  EXPECT_TRUE(std::isnan(Cell(table, 1, "r")));  // constant
-  EXPECT_EQ(Cell(table, 1, "n"), 5);
+  ExpectCells(table, 1, {{"r", NAN}, {"n", 5}});  // constant
   // Ranks 1, 2.5, 2.5, 5, 4 against 1 to 5: S = 8.5, of squares 9.5 and 10.
   EXPECT_DOUBLE_EQ(Cell(table, 2, "Spearman"), 8.5 / std::sqrt(95.0));
   const ResultTable& matrix = Table("frmCorrelationMatrix");
@@ -78,8 +77,7 @@ TEST_F(CorrelationTest, SmoothCurvesAreNotCertain) {
   Correlate({1, 2});
   const ResultTable& table = Table("frmCorrelation");
   EXPECT_LT(Cell(table, 0, "p"), 1e-6);
-  EXPECT_EQ(Cell(table, 0, "n eff."), 2);
-  EXPECT_TRUE(std::isnan(Cell(table, 0, "p (autocorr.)")));
+  ExpectCells(table, 0, {{"n eff.", 2}, {"p (autocorr.)", NAN}});
 }
 
 TEST_F(CorrelationTest, PairsUseTheSamplesThatBothHave) {
@@ -89,8 +87,7 @@ TEST_F(CorrelationTest, PairsUseTheSamplesThatBothHave) {
   EXPECT_EQ(Cell(table, 0, "n"), 4);
   // 1, 2, 4, 5 against 2, 1, 3, 5: S = 8, of squares 10 and 8.75.
   EXPECT_DOUBLE_EQ(Cell(table, 0, "r"), 8 / std::sqrt(87.5));
-  EXPECT_EQ(Cell(table, 1, "n"), 5);
-  EXPECT_EQ(Cell(table, 1, "Spearman"), 1);
+  ExpectCells(table, 1, {{"n", 5}, {"Spearman", 1}});
 }
 
 TEST_F(CorrelationTest, TakesTwoChannelsAndTwoSamples) {
@@ -102,16 +99,13 @@ TEST_F(CorrelationTest, TakesTwoChannelsAndTwoSamples) {
   EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
   SetChannels(trial, {{1, 3}, {4, 5}});
   Correlate({1, 2});
-  EXPECT_EQ(Cell(Table("frmCorrelation"), 0, "r"), 1);
-  EXPECT_TRUE(std::isnan(Cell(Table("frmCorrelation"), 0, "p")));
+  ExpectCells(Table("frmCorrelation"), 0, {{"r", 1}, {"p", NAN}});
 }
 
 TEST_F(CorrelationTest, EveryVectorWidthGivesTheBitsOfThePlainLoop) {
   SetChannels(trial, NoiseChannels(13, 333));
-  ChannelList all;
-  for (int c = 1; c <= 13; ++c) {
-    all.push_back(c);
-  }
+  ChannelList all(13);
+  std::iota(all.begin(), all.end(), 1);
   const auto plain = CorrelatePairs(trial, all, {2, 333}, {}, std::nullopt);
   ASSERT_EQ(plain.size(), 78U);
   for (const SimdLevel level : MachineSimdLevels()) {

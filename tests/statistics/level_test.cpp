@@ -1,5 +1,6 @@
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 #include "statistics/descriptive.hpp"
 #include "statistics/order_statistics.hpp"
@@ -18,21 +19,15 @@ TEST_F(LevelTest, MeansByHand) {
   RunPicking("statistics.descriptive", {1, 2, 3, 4});
   const ResultTable& table = Table("frmMeans");
   EXPECT_TRUE(table.title.ends_with("(standard deviations with n-1)"));
-  EXPECT_EQ(Cell(table, 0, "n"), 4);
-  EXPECT_EQ(Cell(table, 0, "Mean"), 2.75);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Std.Dev."), std::sqrt(24.75 / 3));
-  EXPECT_EQ(Cell(table, 0, "Minimum"), -1);
-  EXPECT_FLOAT_EQ(static_cast<float>(Cell(table, 0, "Time of min.")), 0.1F);
-  EXPECT_FLOAT_EQ(static_cast<float>(Cell(table, 0, "Time of max.")), 0.2F);  // the first of two
-  EXPECT_EQ(Cell(table, 0, "Range"), 6);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "RMS"), std::sqrt(55.0 / 4));
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Std.Err."), std::sqrt(24.75 / 3) / 2);
-  EXPECT_EQ(Cell(table, 1, "Coeff. var'n"), 0);
-  EXPECT_EQ(Cell(table, 2, "n"), 2);  // what is no number is left out
-  EXPECT_EQ(Cell(table, 2, "Mean"), 3.5);
-  EXPECT_EQ(Cell(table, 2, "Maximum"), 4);
-  EXPECT_EQ(Cell(table, 3, "n"), 0);
-  EXPECT_TRUE(std::isnan(Cell(table, 3, "Mean")));
+  const double deviation = std::sqrt(24.75 / 3);
+  ExpectCells(table, 0, {{"n", 4}, {"Mean", 2.75}, {"Std.Dev.", deviation}, {"Std.Err.", deviation / 2}});
+  ExpectCells(table, 0, {{"Minimum", -1}, {"Range", 6}, {"RMS", std::sqrt(55.0 / 4)}});
+  // Of two largest the first.
+  ExpectCells(table, 0, {{"Time of min.", 0.1F}, {"Time of max.", 0.2F}});
+  ExpectCells(table, 1, {{"Coeff. var'n", 0}});
+  // What is no number is left out.
+  ExpectCells(table, 2, {{"n", 2}, {"Mean", 3.5}, {"Maximum", 4}});
+  ExpectCells(table, 3, {{"n", 0}, {"Mean", NAN}});
   EXPECT_FALSE(trial.FileChanged);
   EXPECT_EQ(workbench.report.deeds.back().what, "Mean, minimum and maximum over samples 1 to 4");
 }
@@ -43,19 +38,13 @@ TEST_F(LevelTest, MediansByHand) {
   RunPicking("statistics.median", {1, 2, 3});
   const ResultTable& table = Table("frmMedians");
   EXPECT_TRUE(table.title.ends_with("(linear between order statistics)"));
-  EXPECT_EQ(Cell(table, 0, "25th %ile"), 2);
-  EXPECT_EQ(Cell(table, 0, "Median"), 3);
-  EXPECT_EQ(Cell(table, 0, "75th %ile"), 4);
-  EXPECT_EQ(Cell(table, 0, "Interquartile"), 2);
-  EXPECT_EQ(Cell(table, 0, "Median abs.dev."), 1);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "5th %ile"), 1.2);
+  ExpectCells(table, 0, {{"25th %ile", 2}, {"Median", 3}, {"75th %ile", 4}, {"Interquartile", 2}});
+  ExpectCells(table, 0, {{"Median abs.dev.", 1}, {"5th %ile", 1.2}});
   // d = 6, -1, -3, 0, -2 about the mean 4: m2 = 10, m3 = 36, m4 = 1394 / 5.
   EXPECT_DOUBLE_EQ(Cell(table, 0, "Skewness"), 36 / std::pow(10, 1.5));
   EXPECT_DOUBLE_EQ(Cell(table, 0, "Kurtosis"), 1394.0 / 5 / 100 - 3);
-  EXPECT_EQ(Cell(table, 1, "Median abs.dev."), 0);
-  EXPECT_TRUE(std::isnan(Cell(table, 1, "Skewness")));
-  EXPECT_EQ(Cell(table, 2, "n"), 2);
-  EXPECT_EQ(Cell(table, 2, "Median"), 3);
+  ExpectCells(table, 1, {{"Median abs.dev.", 0}, {"Skewness", NAN}});
+  ExpectCells(table, 2, {{"n", 2}, {"Median", 3}});
 }
 
 // NIST StRD NumAcc3: 1000000.2, then 1000000.1 and 1000000.3 by turns, 1001 in all; in 32 bits those are
@@ -81,10 +70,8 @@ TEST_F(LevelTest, EveryVectorWidthGivesTheBitsOfThePlainLoop) {
   channels[17][776] = -kInfinity;
   channels[18][0] = kInfinity;
   SetChannels(trial, channels);
-  ChannelList all;
-  for (int c = 1; c <= 19; ++c) {
-    all.push_back(c);
-  }
+  ChannelList all(19);
+  std::iota(all.begin(), all.end(), 1);
   const SampleRange range{3, 777};
   const auto fields = [](const Descriptive& of) {
     return std::tie(of.count, of.mean, of.deviation, of.minimum, of.minimumAt, of.maximumAt, of.rms);

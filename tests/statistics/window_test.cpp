@@ -29,13 +29,9 @@ TEST_F(WindowTest, CutsARangeInTwoWays) {
   EXPECT_EQ(Pieces(), "1-4 3-6 5-8 7-10");
   EXPECT_EQ(workbench.smoothing.WindowWidth, 4);
   const ResultTable& table = Table("frmWindowStats");
-  EXPECT_EQ(Cell(table, 1, "Mean"), 4.5);
-  EXPECT_DOUBLE_EQ(Cell(table, 1, "Std.Dev."), std::sqrt(5.0 / 3));
-  EXPECT_EQ(Cell(table, 1, "Minimum"), 3);
-  EXPECT_EQ(Cell(table, 1, "Maximum"), 6);
-  EXPECT_DOUBLE_EQ(Cell(table, 1, "RMS"), std::sqrt(86.0 / 4));
-  EXPECT_EQ(Cell(table, 1, "Median"), 4.5);
-  EXPECT_DOUBLE_EQ(Cell(table, 1, "Integral"), 1.8);
+  ExpectCells(table, 1, {{"Mean", 4.5}, {"Minimum", 3}, {"Maximum", 6}, {"Median", 4.5}});
+  ExpectCells(table, 1, {{"Std.Dev.", std::sqrt(5.0 / 3)}, {"RMS", std::sqrt(86.0 / 4)}, {"Integral", 1.8}},
+              1e-15);
   EXPECT_NEAR(Cell(table, 1, "Slope"), 10, 1e-6);  // per second; the abscissa has 32 bits
   EXPECT_EQ(questions.formNames, (Texts{"frmWindowStats", "frmWindowStats"}));
   Compute({{"channels 1", "yes"}, {"optSplit", "Equal windows"}, {"txtCount", "4"}});
@@ -94,16 +90,12 @@ TEST_F(WindowTest, RefusesWhatCutsNothing) {
 TEST_F(WindowTest, MissingSamplesAndTimesLeaveCellsEmpty) {
   trial.Data(2, 1) = std::numeric_limits<float>::quiet_NaN();
   Compute({{"channels 1", "yes"}, {"optSplit", "1"}, {"txtCount", "2"}});
-  EXPECT_EQ(Cell(Table("frmWindowStats"), 0, "n"), 4);
-  EXPECT_EQ(Cell(Table("frmWindowStats"), 0, "Mean"), 13.0 / 4);
-  EXPECT_TRUE(std::isnan(Cell(Table("frmWindowStats"), 0, "Integral")));
-  EXPECT_TRUE(std::isnan(Cell(Table("frmWindowStats"), 0, "Slope")));
-  EXPECT_EQ(Cell(Table("frmWindowStats"), 1, "Integral"), 4);
+  ExpectCells(Table("frmWindowStats"), 0, {{"n", 4}, {"Mean", 13.0 / 4}, {"Integral", NAN}, {"Slope", NAN}});
+  ExpectCells(Table("frmWindowStats"), 1, {{"Integral", 4}});
   trial.Rate = 0;
   Compute({{"channels 1", "yes"}, {"optSplit", "1"}, {"txtCount", "10"}});
-  EXPECT_TRUE(std::isnan(Cell(Table("frmWindowStats"), 5, "Integral")));
-  EXPECT_TRUE(std::isnan(Cell(Table("frmWindowStats"), 5, "Std.Dev.")));
-  EXPECT_EQ(Cell(Table("frmWindowStats"), 1, "n"), 0);
+  ExpectCells(Table("frmWindowStats"), 5, {{"Integral", NAN}, {"Std.Dev.", NAN}});
+  ExpectCells(Table("frmWindowStats"), 1, {{"n", 0}});
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "support/command_test.hpp"
 
@@ -32,6 +34,34 @@ inline std::size_t RowOf(const ResultTable& table, std::string_view first) {
     ++row;
   }
   return row;
+}
+
+using NamedNumbers = std::vector<std::pair<std::string_view, double>>;
+
+inline void ExpectNumber(double found, double expected, double within) {
+  if (std::isnan(expected)) {
+    EXPECT_TRUE(std::isnan(found)) << found;
+  } else {
+    EXPECT_NEAR(found, expected, within);
+  }
+}
+
+/// What stands under these heads in a row, to the bit unless said otherwise; NaN where nothing does.
+inline void ExpectCells(const ResultTable& table, std::size_t row, const NamedNumbers& cells,
+                        double within = 0) {
+  for (const auto& [head, expected] : cells) {
+    SCOPED_TRACE("row " + std::to_string(row) + ", " + std::string(head));
+    ExpectNumber(Cell(table, row, head), expected, within);
+  }
+}
+
+/// What stands under a head in the rows that begin with these texts.
+inline void ExpectRows(const ResultTable& table, std::string_view head, const NamedNumbers& rows,
+                       double within = 0) {
+  for (const auto& [first, expected] : rows) {
+    SCOPED_TRACE(std::string(first) + ", " + std::string(head));
+    ExpectNumber(Cell(table, RowOf(table, first), head), expected, within);
+  }
 }
 
 /// Commands that end with tables.
