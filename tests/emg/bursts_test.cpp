@@ -100,8 +100,6 @@ TEST_F(Onsets, EveryBaselineAndItsRefusals) {
   EXPECT_EQ(std::get<double>(Table("frmOnsets").rows[0][9]), 0.2);
   EXPECT_TRUE(std::holds_alternative<std::monostate>(Table("frmOnsetsSummary").rows[0][4]));
   EXPECT_EQ(Refused({}), "Too Few Channels Selected|You must choose at least 1 channel.");
-  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtSDs", "0"}}),
-            "Invalid Entry|Standard deviations must be from 0.5 to 20.");
   EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtEnvelope", "500"}}),
             "Invalid Entry|Envelope cut-off must be from 0 to 500.");
   trial.Data(7, 1) = INFINITY;

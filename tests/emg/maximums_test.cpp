@@ -142,8 +142,8 @@ TEST_F(Maximums, AFailedSaveLeavesTheFileAsItWas) {
 
 struct Normalize : Maximums {
   void With(const Edits& edits) {
-    questions.FillForm(edits, "Normalize");
-    questions.FillForm({}, "Exit");
+    AnswerForm(edits);
+    AnswerForm({});
     Run("emg.normalize");
   }
 };
@@ -157,7 +157,6 @@ TEST_F(Normalize, StoredMaximumsByLabel) {
   EXPECT_EQ(Channel(trial, 2), (Samples{100, 25, 12.5}));
   EXPECT_EQ(UnitsOfChannels(), (Texts{"%", "%"}));
   const ResultTable& table = workbench.results.ResultTables.back();
-  EXPECT_EQ(table.name, "frmNormalize");
   EXPECT_EQ(std::get<double>(table.rows[0][4]), 112.5);
   EXPECT_EQ(std::get<double>(table.rows[0][5]), 1) << "samples above 100 %";
 }

@@ -98,8 +98,6 @@ TEST_F(FootContacts, RefuseWhatCannotBe) {
   EXPECT_EQ(Refused({}), "Too Few Channels Selected|You must choose at least 1 channel.");
   EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtOff", "21"}}),
             "Invalid Entry|Off below must be from 0 to 20.");
-  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtOn", "0"}}),
-            "Invalid Entry|On from must be from 0 to 99999.");
   EXPECT_EQ(Refused({{"channels 1", "yes"}, {"optUnits", "1"}, {"txtOn", "120"}}),
             "Invalid Entry|On from must be from 0 to 100.");
   EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtMinGap", "1"}}),

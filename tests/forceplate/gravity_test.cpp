@@ -166,9 +166,7 @@ TEST_F(Gravity, RefusesWhatItCannotTell) {
             "Too Few Channels Selected|You must choose at least 3 channels.");
   EXPECT_EQ(Refused({{"optHorizontal", "2"}, {"txtHeight", "1.7"}}),
             "Too Few Channels Selected|You must choose at least 2 channels.");
-  EXPECT_EQ(Refused({{"txtGravity", "1"}}), "Invalid Entry|Gravity (m/s²) must be from 9 to 10.");
   EXPECT_EQ(Refused({{"txtQuiet", "9"}}), "Invalid Entry|Quiet interval (s) must be from 0 to 2.1.");
-  EXPECT_EQ(Refused({{"optMass", "1"}}), "Invalid Entry|Mass (kg) must be from 0 to 1000.");
   SetVertical(Samples(100, 3.0F));
   EXPECT_EQ(Refused({}),
             "No Weight|The force is 3.0 N in the quiet interval.  Somebody must stand still there.");

@@ -125,8 +125,6 @@ TEST_F(WorkTest, RefusesWhatCannotBeIntegrated) {
   questions.boxAnswers = {Button::Yes};
   EXPECT_EQ(RefusedAtOnce(), few);
   SetCursors(0, 0);
-  EXPECT_EQ(Refused({{"txtSmallest", "-1"}}),
-            "Invalid Entry|Smallest reportable integral must be from 0 to 999999999.");
   EXPECT_EQ(Refused({{"channels 1", "no"}}), "Too Few Channels Selected|You must choose at least 1 channel.");
   EXPECT_EQ(Refused({{"channels 1", "yes"}}),
             "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 7.");

@@ -70,15 +70,13 @@ TEST_F(WindowTest, EventsAndCursorsCutWherePeopleDid) {
 TEST_F(WindowTest, RefusesWhatCutsNothing) {
   AnswerForm({}, "Compute");
   AnswerForm({{"channels 1", "yes"}, {"WindowWidth", "10"}}, "Compute");
-  AnswerForm({{"WindowWidth", "4"}, {"txtOverlap", "96"}}, "Compute");
-  AnswerForm({{"txtOverlap", "0"}, {"optSplit", "2"}}, "Compute");
+  AnswerForm({{"optSplit", "2"}}, "Compute");
   AnswerForm({{"optSplit", "3"}}, "Compute");
   AnswerForm({}, "Cancel");
   Run("statistics.windows");
   EXPECT_EQ(workbench.report.warnings,
             (Texts{"Too Few Channels Selected: You must choose at least 1 channel.",
                    "Invalid Window Width: The window must be from 1 to 9 samples wide.",
-                   "Invalid Entry: Overlap (%) must be from 0 to 95.",
                    "No Series of Cursors: Open a graph and set two or more cursors.",
                    "No Events: No events were recorded."}));
   SetCursors(2, 4);
