@@ -1,6 +1,7 @@
 #include <limits>
 
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 namespace {
@@ -162,10 +163,7 @@ TEST_F(ChannelCommandsTest, CopiesHaveTheSameBitsUnderNamesOfTheirOwn) {
 }
 
 TEST_F(ChannelCommandsTest, EnergyOfAToneIsTheSameEverywhere) {
-  Samples tone;
-  for (int i = 0; i < 200; ++i) {
-    tone.push_back(static_cast<float>(3 * std::sin(0.4 * i + 1)));
-  }
+  const Samples tone = Sampled(200, [](int i) { return 3 * std::sin(0.4 * i + 1); });
   SetChannels(trial, {tone, Samples(200, 2.0F)});
   RunPicking("channel.teager-kaiser", {1, 2});
   const double energy = 3 * std::sin(0.4) * 3 * std::sin(0.4);

@@ -5,6 +5,7 @@
 
 #include "core/text/numbers.hpp"
 #include "dsp/math/mean_deviation.hpp"
+#include "support/signals.hpp"
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -35,10 +36,7 @@ TEST(SignalBursts, RestIsTheQuietestStretch) {
 
 TEST(SignalBursts, TheEnergyOperatorIsFlatOverATone) {
   constexpr double w = 0.3;
-  Samples tone;
-  for (int i = 0; i < 50; ++i) {
-    tone.push_back(static_cast<float>(2 * std::sin(w * i)));
-  }
+  const Samples tone = Sampled(50, [&](int i) { return 2 * std::sin(w * i); });
   Trial trial;
   SetChannels(trial, {tone}, 1000);
   for (const double e : EnvelopeOf(trial, 1, {1, 50}, {.teagerKaiser = true, .cutoff = 0})) {
@@ -108,10 +106,7 @@ TEST_F(Onsets, EveryBaselineAndItsRefusals) {
 }
 
 TEST_F(Onsets, TenThousandOfThem) {
-  Samples teeth;
-  for (int i = 0; i < 20000; ++i) {
-    teeth.push_back(i % 2 == 0 ? 0.0F : 1.0F);
-  }
+  const Samples teeth = Sampled(20000, [](int i) { return i % 2 == 0 ? 0.0F : 1.0F; });
   SetChannels(trial, {teeth}, 1000);
   Compute({{"optBaseline", "3"},
            {"Thresholds 1", "0.5"},

@@ -6,6 +6,7 @@
 
 #include "core/questions/form.hpp"
 #include "core/text/numbers.hpp"
+#include "support/signals.hpp"
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -14,10 +15,8 @@ namespace {
 struct EmgCommandsTest : TableTest {
   // Amplitudes 0.5, 1.5, ... 99.5 once with each sign, and the largest, 100.
   void SetUniform() {
-    Samples x;
-    for (int i = 0; i < 100; ++i) {
-      x.push_back((static_cast<float>(i) + 0.5F) * (i % 2 == 0 ? 1.0F : -1.0F));
-    }
+    Samples x =
+        Sampled(100, [](int i) { return (static_cast<float>(i) + 0.5F) * (i % 2 == 0 ? 1.0F : -1.0F); });
     x.push_back(-100.0F);
     SetChannels(trial, {x}, 1000);
     trial.ChanLabel[1] = "Vastus lat";
@@ -137,12 +136,8 @@ TEST_F(EmgCommandsTest, ChannelsWithoutADistributionAreToldAndTheNextGoesOn) {
 
 TEST_F(EmgCommandsTest, StatisticsOfATone) {
   // Ten periods of amplitude 3 around 0, sampled off its zeros; a constant; one with exact zeros.
-  Samples tone;
-  Samples zeros;
-  for (int i = 0; i < 1000; ++i) {
-    tone.push_back(static_cast<float>(3 * std::sin(2 * Pi * (i + 0.5) / 100)));
-    zeros.push_back(i % 2 == 0 ? 0.0F : (i % 4 == 1 ? 1.0F : -1.0F));
-  }
+  const Samples tone = Sampled(1000, [](int i) { return 3 * std::sin(2 * Pi * (i + 0.5) / 100); });
+  const Samples zeros = Sampled(1000, [](int i) { return i % 2 == 0 ? 0.0F : (i % 4 == 1 ? 1.0F : -1.0F); });
   SetChannels(trial, {tone, Samples(1000, -2.0F), zeros}, 1000);
   trial.CursorLo = 5;
   questions.inputAnswers = {"1"};
@@ -188,10 +183,7 @@ TEST_F(EmgCommandsTest, StatisticsOfATone) {
 }
 
 TEST_F(EmgCommandsTest, RemovesTheDelayOfTheSensorsAlone) {
-  Samples x(200);
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    x[i] = static_cast<float>(i + 1);
-  }
+  const Samples x = Sampled(200, [](int i) { return i + 1; });
   SetChannels(trial, {x, x, x}, 1925.9);
   questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
     EXPECT_EQ(picker.Remark(),
@@ -217,10 +209,7 @@ TEST_F(EmgCommandsTest, RectifiesAndIntegratesAndEnvelops) {
   EXPECT_EQ(Channel(trial, 1), (Samples{0.5F, 1.5F, 3.0F}));
   EXPECT_EQ(Channel(trial, 2), (Samples{-1, 1, 1}));
 
-  Samples hum;
-  for (int i = 0; i < 4000; ++i) {
-    hum.push_back(static_cast<float>(std::sin(2 * Pi * 80 * i / 1000.0 + 0.1)));
-  }
+  const Samples hum = Sampled(4000, [](int i) { return std::sin(2 * Pi * 80 * i / 1000.0 + 0.1); });
   SetChannels(trial, {hum, hum}, 1000);
   trial.FileChanged = false;
   workbench.filters.LastLowPassCutoffs[1] = 7;

@@ -11,6 +11,7 @@
 #include "core/text/text.hpp"
 #include "emg/fatigue_slopes.hpp"
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 namespace {
@@ -87,10 +88,7 @@ struct Fatigue : FileTest {
   }
   /// Three channels at 1000 Hz, the second 1 and -1 in turn.
   void SetAlternating() {
-    Samples turns;
-    for (int i = 0; i < 101; ++i) {
-      turns.push_back(i % 2 == 0 ? 1.0F : -1.0F);
-    }
+    const Samples turns = Sampled(101, [](int i) { return i % 2 == 0 ? 1.0F : -1.0F; });
     SetChannels(trial, {Zeros(101), turns, Samples(101, 2.0F)}, 1000);
     trial.ChanLabel[2] = "Delt ant";
     trial.ChanUnits[2] = "mV";
@@ -123,10 +121,7 @@ struct Fatigue : FileTest {
 enum Column : std::size_t { From, To, Median, Mean, FirstMedian, FirstMean, AbsMean, Rms, Integral };
 
 TEST_F(Fatigue, AToneKeepsItsFrequencyByBothMethods) {
-  Samples tone;
-  for (int i = 0; i < 5001; ++i) {
-    tone.push_back(static_cast<float>(3 * std::sin(2 * Pi * 100 * (i + 0.5) / 1000)));
-  }
+  const Samples tone = Sampled(5001, [](int i) { return 3 * std::sin(2 * Pi * 100 * (i + 0.5) / 1000); });
   SetChannels(trial, {tone}, 1000);
   Analyse({{"txtInterval", "1"}});
   ASSERT_EQ(Table().rows.size(), 5U);
@@ -166,11 +161,11 @@ TEST_F(Fatigue, AToneKeepsItsFrequencyByBothMethods) {
 }
 
 TEST_F(Fatigue, TheMeanFrequencyFallsWithAChirp) {
-  Samples chirp;
-  for (int i = 0; i <= 10'000; ++i) {
+  // 200 Hz - 10 Hz/s
+  const Samples chirp = Sampled(10001, [](int i) {
     const double t = i / 1000.0;
-    chirp.push_back(static_cast<float>(std::sin(2 * Pi * (200 * t - 5 * t * t))));  // 200 Hz - 10 Hz/s
-  }
+    return std::sin(2 * Pi * (200 * t - 5 * t * t));
+  });
   SetChannels(trial, {chirp}, 1000);
   FormGraph graph;
   std::map<std::string, std::size_t> plots;

@@ -49,10 +49,7 @@ TEST_F(EnsembleFormTest, AveragesFilesOfDifferentLengthsSampleBySample) {
 }
 
 TEST_F(EnsembleFormTest, TheMeanOfEqualFilesIsTheFile) {
-  std::vector<float> file;
-  for (int i = 0; i <= 40; ++i) {
-    file.push_back(static_cast<float>(i % 7) - 2.5F);
-  }
+  const std::vector<float> file = Sampled(41, [](int i) { return static_cast<float>(i % 7) - 2.5F; });
   const std::string same = File("same.vmb", {file});
   Begin(same, {}, {{"txtNumber", "40"}});
   Open({same, same, same});

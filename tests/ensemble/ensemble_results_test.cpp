@@ -1,6 +1,7 @@
 // What an average leads to: graphs, files, and what a full disk does to them.
 #include "ensemble/ensemble_steps.hpp"
 #include "support/full_disk.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 namespace {
@@ -44,10 +45,9 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
 
 TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
   // A walk of three strides of 1 s, each a ramp from 0 to 10, 0 to 20 and 0 to 30.
-  std::vector<float> walk;
-  for (int i = 0; i < 300; ++i) {
-    walk.push_back(static_cast<float>((i / 100 + 1) * 10) * static_cast<float>(i % 100) / 99.0F);
-  }
+  const std::vector<float> walk = Sampled(300, [](int i) {
+    return static_cast<float>((i / 100 + 1) * 10) * static_cast<float>(i % 100) / 99.0F;
+  });
   SetChannels(trial, {walk});
   questions.boxAnswers.clear();
   Run("graph.all");

@@ -5,6 +5,7 @@
 
 #include "graph/single_view.hpp"
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 
@@ -32,11 +33,10 @@ struct EnsembleFormTest : FileTest {
   }
   /// One channel that runs evenly from a to b in `samples` samples.
   std::string Ramp(const std::string& name, float a, float b, int samples, double rate = 100.0) {
-    std::vector<float> x;
-    for (int i = 0; i < samples; ++i) {
-      x.push_back(a + (b - a) * static_cast<float>(i) / static_cast<float>(samples - 1));
-    }
-    return File(name, {x}, rate);
+    const auto line = [=](int i) {
+      return a + (b - a) * static_cast<float>(i) / static_cast<float>(samples - 1);
+    };
+    return File(name, {Sampled(samples, line)}, rate);
   }
   std::string Out(const char* name) const { return directory.Path(name); }
 

@@ -1,6 +1,7 @@
 // Where the centre of gravity goes, as the command finds it, and what a jump came to.
 #include "core/text/numbers.hpp"
 #include "formats/native_binary/native_binary_layout.hpp"
+#include "support/signals.hpp"
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -64,12 +65,11 @@ TEST_F(Gravity, OfAJumpByItsImpulseAndByItsFlight) {
 TEST_F(Gravity, OfACountermovement) {
   // From rest down at 3 m/s^2 for 0.2 s, up at 6 m/s^2 for 0.3 s: deepest 0.09 m after 0.3 s, 1.2 m/s at
   // take-off. 80 kg, at 1000 Hz; the plate reads 12 N too much.
-  Samples force;
-  for (int i = 0; i < 2500; ++i) {
+  const Samples force = Sampled(2500, [](int i) {
     const double t = i / 1000.0;
     const double a = t < 1 ? 0 : t < 1.2 ? -3 : t < 1.5 ? 6 : t < 1.74 ? -9.80665 : 4;
-    force.push_back(static_cast<float>(80 * (9.80665 + a) + 12));
-  }
+    return 80 * (9.80665 + a) + 12;
+  });
   SetVertical(force, 1000);
   Find({{"chkUnloaded", "yes"}, {"chkAcceleration", "yes"}});
   Expect({{"Mass", 80}}, 1e-4);
@@ -101,16 +101,13 @@ TEST_F(Gravity, OfACountermovement) {
 
 TEST_F(Gravity, WithoutAFlightTellsWhereTheBodyWent) {
   // Up and down by 4 cm, left and right by 1 cm, at 0.5 Hz; 60 kg.
-  Samples fx;
-  Samples fz;
-  Samples ax;
   const double w = Pi;
-  for (int i = 0; i <= 400; ++i) {
-    const double t = i / 100.0;
-    fx.push_back(static_cast<float>(-60 * w * w * 0.01 * std::cos(w * t)));
-    fz.push_back(static_cast<float>(60 * (9.81 - w * w * 0.04 * std::cos(w * t))));
-    ax.push_back(static_cast<float>(2 + 1.8 * std::cos(w * t)));  // cm
-  }
+  const auto swing = [w](double mean, double size) {
+    return Sampled(401, [=](int i) { return mean + size * std::cos(w * i / 100); });
+  };
+  Samples fx = swing(0, -60 * w * w * 0.01);
+  const Samples fz = swing(60 * 9.81, -60 * w * w * 0.04);
+  const Samples ax = swing(2, 1.8);  // cm
   const auto set = [&] {
     SetChannels(trial, {fx, fz, ax, ax}, 100);
     const char* const labels[] = {"Fx comb.", "FZ comb.", "COPx[cm]", "Fx#1"};

@@ -2,6 +2,7 @@
 
 #include "forceplate/plate_database.hpp"
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 namespace {
@@ -11,13 +12,8 @@ class PlateCommandsTest : public CommandTest {
  protected:
   /// Channels of a force that rises from 0 to 100 N a sensor, ten samples.
   void SetRamp(int channels) {
-    std::vector<Samples> all(static_cast<std::size_t>(channels));
-    for (std::size_t c = 0; c < all.size(); ++c) {
-      for (int i = 0; i < 10; ++i) {
-        all[c].push_back(static_cast<float>(i * 10));
-      }
-    }
-    SetChannels(trial, all);
+    const Samples ramp = Sampled(10, [](int i) { return i * 10; });
+    SetChannels(trial, std::vector<Samples>(static_cast<std::size_t>(channels), ramp));
   }
   /// A newton a unit.
   const Edits ranges = {{"XYRange", "1"}, {"ZRange", "1"}, {"XSens", "-1"}, {"YSens", "-1"}, {"ZSens", "-1"}};

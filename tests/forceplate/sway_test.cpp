@@ -5,6 +5,7 @@
 #include "forceplate/sway/sway_measures.hpp"
 #include "support/number_rows.hpp"
 #include "support/recordings.hpp"
+#include "support/signals.hpp"
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -32,13 +33,9 @@ struct SwayTest : AnalysisTest {
 
 TEST_F(SwayTest, OfACircleIsWhatItsRadiusAndPeriodSay) {
   // Radius 2 cm about (10, -5), a turn in 2 s, five of them; 100 Hz.
-  Samples x;
-  Samples y;
   const double w = Pi;
-  for (int i = 0; i < 1000; ++i) {
-    x.push_back(static_cast<float>(10 + 2 * std::cos(w * i / 100)));
-    y.push_back(static_cast<float>(-5 + 2 * std::sin(w * i / 100)));
-  }
+  const Samples x = Sampled(1000, [&](int i) { return 10 + 2 * std::cos(w * i / 100); });
+  const Samples y = Sampled(1000, [&](int i) { return -5 + 2 * std::sin(w * i / 100); });
   SetPlane(x, y, 100);
   Compute({});
   Expect("ML", {{"Mean position", 10}, {"Range", 4}}, 1e-6);

@@ -6,6 +6,7 @@
 
 #include "impact/phases/work_phases.hpp"
 #include "impact/phases/work_units.hpp"
+#include "support/signals.hpp"
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -27,10 +28,9 @@ double SumOf(const std::vector<WorkPhase>& phases) {
 }
 
 TEST(WorkPhases, HalvesOfASineAndCrossingsByHand) {
-  Numbers sine;
-  for (int i = 0; i <= 2000; ++i) {
-    sine.push_back(std::sin(2 * std::numbers::pi * (i + 0.3) / 1000));  // 1 Hz at 1000 Hz, no sample at 0
-  }
+  // 1 Hz at 1000 Hz, no sample at 0
+  const Numbers sine =
+      Sampled<double>(2001, [](int i) { return std::sin(2 * std::numbers::pi * (i + 0.3) / 1000); });
   const std::vector<WorkPhase> halves = FindWorkPhases(sine, 1e-3);
   ASSERT_EQ(halves.size(), 5U);
   EXPECT_NEAR(halves[1].integral, -1 / std::numbers::pi, 2e-6) << "trapezoids are off by some dt squared";

@@ -4,6 +4,7 @@
 
 #include "core/text/numbers.hpp"
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 namespace {
@@ -11,10 +12,7 @@ namespace {
 struct SpectraCommands : FileTest {
   // Two cycles of amplitude 2 around 1, noise, and a constant.
   void SetUp() override {
-    Samples sine;
-    for (int i = 0; i < 200; ++i) {
-      sine.push_back(static_cast<float>(1 + 2 * std::sin(2 * Pi * 2 * i / 200)));
-    }
+    const Samples sine = Sampled(200, [](int i) { return 1 + 2 * std::sin(2 * Pi * 2 * i / 200); });
     SetChannels(trial, {sine, NoiseChannels(1, 200)[0], Samples(200, 3.0F)}, 199.0);
     trial.ChanLabel[1] = "Sine";
     trial.ChanLabel[2] = "Noise";

@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "support/signals.hpp"
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -67,12 +68,8 @@ TEST_F(CorrelationTest, ProbabilityHasItsClosedForm) {
 
 // Two smooth curves: hundreds of samples that are worth a handful.
 TEST_F(CorrelationTest, SmoothCurvesAreNotCertain) {
-  Samples a;
-  Samples b;
-  for (int i = 0; i < 500; ++i) {
-    a.push_back(static_cast<float>(std::sin(i * 0.01)));
-    b.push_back(static_cast<float>(std::sin(i * 0.011 + 1)));
-  }
+  const Samples a = Sampled(500, [](int i) { return std::sin(i * 0.01); });
+  const Samples b = Sampled(500, [](int i) { return std::sin(i * 0.011 + 1); });
   SetChannels(trial, {a, b});
   Correlate({1, 2});
   const ResultTable& table = Table("frmCorrelation");

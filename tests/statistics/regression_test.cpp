@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "support/signals.hpp"
 #include "support/table_test.hpp"
 
 namespace velmora::test {
@@ -119,12 +120,8 @@ TEST_F(RegressionTest, RefusesWhatHasNoAnswer) {
 }
 
 TEST_F(RegressionTest, ALongColumnIsFittedByPartsAndMissingSamplesAreLeftOut) {
-  Samples x;
-  Samples y;
-  for (int i = 0; i < 5000; ++i) {
-    x.push_back(static_cast<float>(i));
-    y.push_back(static_cast<float>(3 * i + 7));
-  }
+  const Samples x = Sampled(5000, [](int i) { return i; });
+  Samples y = Sampled(5000, [](int i) { return 3 * i + 7; });
   y[17] = std::numeric_limits<float>::quiet_NaN();
   SetChannels(trial, {x, y});
   Compute({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}});

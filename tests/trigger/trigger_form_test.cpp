@@ -2,6 +2,7 @@
 #include "trigger/trigger_form.hpp"
 
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 namespace {
@@ -207,10 +208,7 @@ TEST_F(TriggerFormTest, FiltersAreEnteredInTheMenu) {
 }
 
 TEST_F(TriggerFormTest, AThousandIsTheMost) {
-  Samples saw;
-  for (int i = 0; i < 4001; ++i) {
-    saw.push_back(static_cast<float>(i % 2));
-  }
+  const Samples saw = Sampled(4001, [](int i) { return i % 2; });
   SetChannels(trial, {saw}, 1000.0);
   workbench.view.reset();
   Run("graph.all");
