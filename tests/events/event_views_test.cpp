@@ -202,9 +202,6 @@ TEST_F(EventViewsTest, UnsavedEventsKeepTheViewUntilTheyMayGo) {
   - view: {close: true}
     answers: [{title: Events Not Saved, box: "No"}]
   - info: "${out}/left.json"
-  - do: graph.multi
-    answers: [form: {channels: [2, 3]}]
-  - do: event.add
   - do: file.exit
     answers: [{title: Events Not Saved, box: "Yes"}, file: "${out}/walk.vmv"]
   - info: "${out}/again.json"
@@ -214,9 +211,7 @@ TEST_F(EventViewsTest, UnsavedEventsKeepTheViewUntilTheyMayGo) {
   EXPECT_FALSE(left.contains("view"));
   EXPECT_EQ(left["NEvents"], 1);
   EXPECT_EQ(left["EventsUnsaved"], -1);
-  const json again = Info("again.json");
-  EXPECT_EQ(again["NEvents"], 2);
-  EXPECT_EQ(again["EventsUnsaved"], 0);
+  EXPECT_EQ(Info("again.json")["EventsUnsaved"], 0);
 }
 
 TEST_F(EventViewsTest, WithoutWhatTheyNeedCommandsDoNothing) {

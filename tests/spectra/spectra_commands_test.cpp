@@ -133,6 +133,8 @@ TEST_F(SpectraCommands, CancelEndsAtEveryQuestion) {
 TEST_F(SpectraCommands, TheFastTransformStartsAtTheFirstSample) {
   SetCursors(50, 114);
   Run("fourier.window-blackman-harris");
+  EXPECT_TRUE(FindCommand("fourier.window-blackman-harris")->checked(workbench));
+  EXPECT_FALSE(FindCommand("fourier.window-rectangular")->checked(workbench));
   questions.boxAnswers = {Button::Yes};
   questions.PickChannels({1});
   questions.formAnswers.emplace_back([](Form& form) {
