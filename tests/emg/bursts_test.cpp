@@ -105,18 +105,6 @@ TEST_F(Onsets, EveryBaselineAndItsRefusals) {
             "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 2000.");
 }
 
-TEST_F(Onsets, TenThousandOfThem) {
-  const Samples teeth = Sampled(20000, [](int i) { return i % 2 == 0 ? 0.0F : 1.0F; });
-  SetChannels(trial, {teeth}, 1000);
-  Compute({{"optBaseline", "3"},
-           {"Thresholds 1", "0.5"},
-           {"txtEnvelope", "0"},
-           {"txtAbove", "0"},
-           {"txtBelow", "0"}});
-  EXPECT_EQ(Table("frmOnsets").rows.size(), 10000U);
-  EXPECT_EQ(workbench.events.NEvents(), 10000);
-}
-
 struct CoContractions : AnalysisTest {
   CoContractions() : AnalysisTest("emg.co-contraction") {}
 };

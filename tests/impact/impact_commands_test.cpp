@@ -152,7 +152,7 @@ TEST_F(ImpactCommandsTest, IntegratesByThreeRules) {
 }
 
 TEST_F(ImpactCommandsTest, ShowsIntegrationStatisticsOfTheRange) {
-  SetChannels(trial, {{5, 1, -1, 1, 5}, {1e6F, 1e6F, -1e6F, 0, 0}}, 1);
+  SetChannels(trial, {{5, 1, -1, 1, 5}, {1e6F, 1e6F, -1e6F, 0, 0}}, 2);
   trial.ChanLabel[1] = "Chan01";
   trial.ChanLabel[2] = "Chan02";
   SetCursors(2, 4);
@@ -162,11 +162,11 @@ TEST_F(ImpactCommandsTest, ShowsIntegrationStatisticsOfTheRange) {
   questions.FillForm({});
   Run("integrate.statistics");
   EXPECT_EQ(workbench.results.Clipboard,
-            "Filename:\t\nTrial:\t\nRange:\t1.000\t3.000\n"
+            "Filename:\t\nTrial:\t\nRange:\t0.500\t1.500\n"
             "Channel\tLabel\tMean\tStd.Dev.\tPath Integ'l\tTime Integ'l\tAbs. Integ'l\tCoeff. var'n\tSum\t"
             "Abs. sum\n"
-            "00\tChan01\t0.3333\t0.9428\t4.0000\t1.0000\t3.0000\t282.8%\t1.0000\t3.0000\n"
-            "01\tChan02\t0.0000\t816496.5809\t3000000.\t0.0000\t2000000.\t0.0%\t0.0000\t2000000.\n");
+            "00\tChan01\t0.3333\t0.9428\t4.0000\t0.5000\t1.5000\t282.8%\t1.0000\t3.0000\n"
+            "01\tChan02\t0.0000\t816496.5809\t3000000.\t0.0000\t1000000.\t0.0%\t0.0000\t2000000.\n");
   EXPECT_FALSE(trial.FileChanged);
 }
 

@@ -11,25 +11,12 @@
 namespace velmora {
 namespace {
 
-TEST(Integrals, StatisticsOfARange) {
+TEST(Integrals, OfOneSampleAndOfWhatIsNoNumber) {
   Trial trial;
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  test::SetChannels(
-      trial, {{9, 1, -2, 3, 6, 9}, {0, 5, 5, 5, 5, 0}, {0, -1, 1, -1, 1, 7}, {1, 2, nan, 4, 5, 6}}, 10);
-  const auto all = IntegrateChannels(trial, {1, 2, 3, 4}, {2, 5}, 0.1);
-  ASSERT_EQ(all.size(), 4U);
-  EXPECT_EQ(std::tuple(all[0].sum, all[0].absoluteSum, all[0].path), std::tuple(8, 12, 3 + 5 + 3));
-  EXPECT_DOUBLE_EQ(all[0].timeIntegral, 0.8);
-  EXPECT_DOUBLE_EQ(all[0].absoluteIntegral, 1.2);
-  EXPECT_EQ(all[0].mean, 2);
-  EXPECT_DOUBLE_EQ(all[0].deviation, std::sqrt((1 + 16 + 1 + 16) / 4.0));
-  EXPECT_DOUBLE_EQ(all[0].Variation(), std::sqrt(8.5) / 2);
-  EXPECT_EQ(all[1].deviation, 0);
-  EXPECT_EQ(all[1].path, 0);
-  EXPECT_EQ(all[2].mean, 0);
-  EXPECT_EQ(all[2].Variation(), 0);  // and no division
-  EXPECT_TRUE(std::isnan(all[3].sum));
-  EXPECT_EQ(IntegrateChannels(trial, {3}, {6, 6}, 0.1)[0].path, 0);
+  test::SetChannels(trial, {{0, -1, 1, -1, 1, 7}, {1, 2, nan, 4, 5, 6}}, 10);
+  EXPECT_EQ(IntegrateChannels(trial, {1}, {6, 6}, 0.1)[0].path, 0);
+  EXPECT_TRUE(std::isnan(IntegrateChannels(trial, {2}, {2, 5}, 0.1)[0].sum));
 }
 
 TEST(Integrals, EveryVectorWidthGivesTheSameBits) {
