@@ -2,6 +2,7 @@
 
 #include "support/command_test.hpp"
 #include "support/signals.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -98,7 +99,7 @@ TEST_F(ChannelCommandsTest, WhatStaysMovesUpAndWhatGoesIsForgotten) {
   MarkAll();
   questions.boxAnswers = {Button::No, Button::Yes};
   RunPicking("channel.erase", {1, 4});
-  EXPECT_NE(LastBox().find("The channels of the reduced forces will no longer be known."), std::string::npos);
+  EXPECT_HAS(LastBox(), "The channels of the reduced forces will no longer be known.");
   EXPECT_EQ(trial.NChan, 5);
   EXPECT_FALSE(trial.FileChanged);
   RunPicking("channel.erase", {1, 4});

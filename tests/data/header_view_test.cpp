@@ -2,6 +2,7 @@
 #include "support/full_disk.hpp"
 #include "support/native_file.hpp"
 #include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -26,9 +27,9 @@ TEST_F(HeaderView, TellsTheLinesOfTheFileAndWhatIsKnownOfEachChannel) {
   questions.fileAnswers = {{directory.Path("header")}};
   Run("data.header");
 
-  EXPECT_NE(info.find("Format:  Velmora2"), std::string::npos) << info;
-  EXPECT_NE(info.find("Channels:  2\nSamples:  4"), std::string::npos) << info;
-  EXPECT_NE(info.find("50.00 Hz"), std::string::npos) << info;
+  EXPECT_HAS(info, "Format:  Velmora2");
+  EXPECT_HAS(info, "Channels:  2\nSamples:  4");
+  EXPECT_HAS(info, "50.00 Hz");
   EXPECT_EQ(list.substr(0, 22), "01  " + lines);
   const Json header = JsonTable(Table("frmHeaderLines"));
   EXPECT_EQ(header["columns"], Json({"Line", "Text"}));
@@ -39,8 +40,8 @@ TEST_F(HeaderView, TellsTheLinesOfTheFileAndWhatIsKnownOfEachChannel) {
             Json({{"00", "label 1", "°/s", 51.0, 2.0, -0.5, 4.0, "no"},
                   {"01", "label 2", "°/s", 52.0, 4.0, -1.0, 5.0, "yes"}}));
   const std::string file = ReadFile(directory.Path("header.txt"));
-  EXPECT_NE(file.find("01\t" + lines + "\r\n"), std::string::npos) << file;
-  EXPECT_NE(file.find("00\tlabel 1\t°/s\t51\t2\t-0.5\t4\tno\r\n"), std::string::npos) << file;
+  EXPECT_HAS(file, "01\t" + lines + "\r\n");
+  EXPECT_HAS(file, "00\tlabel 1\t°/s\t51\t2\t-0.5\t4\tno\r\n");
   EXPECT_FALSE(trial.FileChanged);
 }
 

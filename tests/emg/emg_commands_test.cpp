@@ -8,6 +8,7 @@
 #include "core/text/numbers.hpp"
 #include "support/signals.hpp"
 #include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -106,12 +107,10 @@ TEST_F(EmgCommandsTest, BinsOtherThanAHundredKeepTheirWidth) {
   Run("emg.apdf");
   // Bins of half a percent of the largest: all above a quarter of it lie in the last one.
   const std::string file = ReadFile(directory.Path("a.apd"));
-  EXPECT_NE(
-      file.find("Channel:\t00\tVastus lat\nMaximum amplitude=\t20\nBin size=\t1\nNumber of samples=\t101\n"),
-      std::string::npos)
-      << file;
-  EXPECT_NE(file.find("\n002\t    2.0000\t     1.000\t    0.9901\t    0.9901\n"), std::string::npos) << file;
-  EXPECT_NE(file.find("\n050\t   50.0000\t    77.000\t   76.2376\t  100.0000\n"), std::string::npos) << file;
+  EXPECT_HAS(file,
+             "Channel:\t00\tVastus lat\nMaximum amplitude=\t20\nBin size=\t1\nNumber of samples=\t101\n");
+  EXPECT_HAS(file, "\n002\t    2.0000\t     1.000\t    0.9901\t    0.9901\n");
+  EXPECT_HAS(file, "\n050\t   50.0000\t    77.000\t   76.2376\t  100.0000\n");
   EXPECT_EQ(Table("frmAPDF").rows.size(), 100U);  // below 1
 }
 
@@ -171,14 +170,10 @@ TEST_F(EmgCommandsTest, StatisticsOfATone) {
   EXPECT_EQ(workbench.thresholds.ChanSD[2], 0);
   EXPECT_EQ(workbench.thresholds.SDMultiplier, 1.0F);
   EXPECT_TRUE(workbench.thresholds.ThresholdsValid);
-  EXPECT_NE(workbench.results.Clipboard.find(
-                "Range:\t1\t1000\nTimes:\t0.000\t0.999\nChannel\tLabel\tMean Abs.Value"),
-            std::string::npos)
-      << workbench.results.Clipboard;
-  EXPECT_NE(workbench.results.Clipboard.find(
-                "\n01\t\t2.0000\t2.0000\t0\t0\t2.0000\t2.0000\t-2000.0000\t2000.0000\n"),
-            std::string::npos)
-      << workbench.results.Clipboard;
+  EXPECT_HAS(workbench.results.Clipboard,
+             "Range:\t1\t1000\nTimes:\t0.000\t0.999\nChannel\tLabel\tMean Abs.Value");
+  EXPECT_HAS(workbench.results.Clipboard,
+             "\n01\t\t2.0000\t2.0000\t0\t0\t2.0000\t2.0000\t-2000.0000\t2000.0000\n");
   EXPECT_FALSE(trial.FileChanged);
 }
 

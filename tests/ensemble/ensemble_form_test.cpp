@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "ensemble/ensemble_steps.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -43,9 +44,7 @@ TEST_F(EnsembleFormTest, AveragesFilesOfDifferentLengthsSampleBySample) {
                               "\nTrial: a.\n       From 0.0000 s to 0.2000 s\nAdded file: " + a +
                               "\nTrial: a."))
       << log;
-  EXPECT_NE(log.find("\nNumber of files in average: 3\nCoeff. of var. for Channel 00, 'Force 1' = "),
-            std::string::npos)
-      << log;
+  EXPECT_HAS(log, "\nNumber of files in average: 3\nCoeff. of var. for Channel 00, 'Force 1' = ");
 }
 
 TEST_F(EnsembleFormTest, TheMeanOfEqualFilesIsTheFile) {
@@ -74,9 +73,9 @@ TEST_F(EnsembleFormTest, StepsComeInTheirOrder) {
   Run("ensemble.average");
   EXPECT_TRUE(could(kOpen) && could(kCalculate) && could("Graph Last File"));
   EXPECT_FALSE(could(kFirst) || could(kBegin) || could(kAdd) || could(kRemove) || could("Save to ASCII"));
-  EXPECT_NE(Warnings().find("\"10. Save to .VMB\" cannot be pressed now."), std::string::npos) << Warnings();
+  EXPECT_HAS(Warnings(), "\"10. Save to .VMB\" cannot be pressed now.");
   EXPECT_TRUE(questions.files.size() == 1) << "and asked nothing";
-  EXPECT_NE(ReadFile(Out("log.ens")).find("No means were calculated."), std::string::npos);
+  EXPECT_HAS(ReadFile(Out("log.ens")), "No means were calculated.");
 
   Begin(a);
   Press(kCalculate);  // of a single file
@@ -84,16 +83,10 @@ TEST_F(EnsembleFormTest, StepsComeInTheirOrder) {
   Press(kCalculate);
   LeaveUnsaved();
   Run("ensemble.average");
-  EXPECT_NE(Warnings().find("Too few files to calculate and average. Calculations cancelled."),
-            std::string::npos);
+  EXPECT_HAS(Warnings(), "Too few files to calculate and average. Calculations cancelled.");
   EXPECT_TRUE(could("10. Save to .VMB") && could("Save to .VME") && could("Graph Results") && could(kFirst));
   EXPECT_FALSE(could(kBegin) || could(kOpen) || could(kCalculate) || could(kRemove));
-  EXPECT_EQ(captions[10], "View in Excel");
   EXPECT_EQ(LastBox().substr(0, 17), "Results Not Saved");
-  workbench.preferences.Spreadsheet = "C:\\QPW.exe";
-  Leave();
-  Run("ensemble.average");
-  EXPECT_EQ(captions[10], "View in QPW");
 }
 
 TEST_F(EnsembleFormTest, AFileThatDoesNotFitIsNamedAndTheAverageGoesOn) {
@@ -143,9 +136,7 @@ TEST_F(EnsembleFormTest, RemovesTheLastFileAndTakesItBack) {
   EXPECT_EQ(trial.ChanLabel[0].Text(), "Mean time");
   EXPECT_EQ(trial.HeaderLines[2], "Mean time (s): 0.1500");
   EXPECT_FLOAT_EQ(trial.Data(11, 0), 0.15F);
-  EXPECT_NE(
-      ReadFile(Out("log.ens")).find("\nRemoved file: " + b + "\nNumber of files in average: 2\nMean time"),
-      std::string::npos);
+  EXPECT_HAS(ReadFile(Out("log.ens")), "\nRemoved file: " + b + "\nNumber of files in average: 2\nMean time");
 
   Begin(a);
   Open({b});
@@ -179,7 +170,7 @@ TEST_F(EnsembleFormTest, ADirectoryStandsForItsFilesOfTheMask) {
   LeaveUnsaved();
   Run("ensemble.average");
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 4") << "the mask is remembered";
-  EXPECT_NE(Warnings().find("fits the mask jump*.vmb"), std::string::npos);
+  EXPECT_HAS(Warnings(), "fits the mask jump*.vmb");
   // What another command has written is averaged without being looked for.
   workbench.ensemble.Files = {Out("walk3.vmb"), Out("walk1.vmb")};
   Press(kChannels, {{"txtFilename", Out("log.ens")}});
@@ -204,9 +195,8 @@ TEST_F(EnsembleFormTest, TheListMarksWhatIsOdd) {
   Run("ensemble.average");
   EXPECT_EQ(Remarks(), (Texts{"a.vmb|", "b.vmb|", "far.vmb|far from the others' duration, 1.000",
                               "b.vmb|added more than once", "mv.vmb|channel 00 is in mV, not N"}));
-  EXPECT_NE(Warnings().find("far.vmb: its duration, 3.000, is far from the others', 1.000"),
-            std::string::npos);
-  EXPECT_NE(Warnings().find("mv.vmb: channel 00 is in mV, not N"), std::string::npos);
+  EXPECT_HAS(Warnings(), "far.vmb: its duration, 3.000, is far from the others', 1.000");
+  EXPECT_HAS(Warnings(), "mv.vmb: channel 00 is in mV, not N");
 }
 
 TEST_F(EnsembleFormTest, AsksBeforeEachFileAndForAtMost32Channels) {
@@ -247,7 +237,7 @@ TEST_F(EnsembleFormTest, CancelBetweenFilesLeavesAnAverageToGoOnWith) {
   Run("ensemble.average");
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   EXPECT_FLOAT_EQ(trial.Data(1, 1), 11.0F / 3);
-  EXPECT_NE(Warnings().find("Cancelled: 2 files of 3 not added."), std::string::npos) << Warnings();
+  EXPECT_HAS(Warnings(), "Cancelled: 2 files of 3 not added.");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "ensemble/ensemble_steps.hpp"
 #include "support/full_disk.hpp"
 #include "support/signals.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -93,10 +94,9 @@ TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
   const std::vector<float> deviations = Channel(trial, 2);
 
   const std::string text = ReadFile(Out("mean.vme"));
-  EXPECT_NE(text.find("\r\n* Ensemble averaged data\r\n"), std::string::npos) << text;
-  EXPECT_NE(text.find("\r\n*        0    10\r\n* Channel:        00        01\r\n"), std::string::npos)
-      << text;
-  EXPECT_NE(text.find("\r\n   50.0000    6.0000    1.4142\r\n"), std::string::npos) << text;
+  EXPECT_HAS(text, "\r\n* Ensemble averaged data\r\n");
+  EXPECT_HAS(text, "\r\n*        0    10\r\n* Channel:        00        01\r\n");
+  EXPECT_HAS(text, "\r\n   50.0000    6.0000    1.4142\r\n");
 
   Press("Read Ensemble");
   questions.fileAnswers.push_back({Out("mean.vme")});
@@ -130,7 +130,7 @@ TEST_F(EnsembleFormTest, AFileThatCannotBeWrittenLosesNothing) {
   full.reset();
   EXPECT_EQ(workbench.report.failures.size(), 2U);
   EXPECT_FALSE(std::filesystem::exists(Out("mean.vme")));
-  EXPECT_NE(workbench.report.failures[0].find("Error saving to file: "), std::string::npos);
+  EXPECT_HAS(workbench.report.failures[0], "Error saving to file: ");
   EXPECT_EQ(LastBox().substr(0, 17), "Results Not Saved");
   EXPECT_EQ(Channel(trial, 1)[10], 10.0F);
 
@@ -148,7 +148,7 @@ TEST_F(EnsembleFormTest, AFileThatCannotBeWrittenLosesNothing) {
   Run("ensemble.average");
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   ASSERT_FALSE(workbench.report.failures.empty());
-  EXPECT_NE(workbench.report.failures.front().find(Out("gone/log.ens")), std::string::npos);
+  EXPECT_HAS(workbench.report.failures.front(), Out("gone/log.ens"));
 }
 
 }  // namespace

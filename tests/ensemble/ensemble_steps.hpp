@@ -58,9 +58,7 @@ struct EnsembleFormTest : FileTest {
     files = *std::get<std::int32_t*>(form.FindField("txtNfiles")->target);
     tables = form.Tables();
     possible.clear();
-    captions.clear();
     for (const FormButton& button : form.Buttons()) {
-      captions.push_back(WithoutMnemonic(button.caption));
       if (button.whyNot.empty()) {
         possible.insert(WithoutMnemonic(button.caption));
       }
@@ -106,7 +104,6 @@ struct EnsembleFormTest : FileTest {
   std::int32_t files = 0;
   std::vector<ResultTable> tables;
   std::set<std::string> possible;
-  Texts captions;
 };
 
 }  // namespace velmora::test

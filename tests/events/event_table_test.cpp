@@ -5,6 +5,7 @@
 #include "events/event_files.hpp"
 #include "support/command_test.hpp"
 #include "support/full_disk.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -144,7 +145,7 @@ TEST_F(EventFilesTest, AnotherFileIsLoadedOnlyWhenTheEventsMayGo) {
   EXPECT_EQ(trial.NData, 2);
   EXPECT_FALSE(workbench.events.EventTracking);
   EXPECT_EQ(workbench.events.NEvents(), 0);
-  EXPECT_NE(Saved("b.vmv").find("Filename:\t" + directory.Path("b.vmb")), std::string::npos);
+  EXPECT_HAS(Saved("b.vmv"), "Filename:\t" + directory.Path("b.vmb"));
 }
 
 TEST_F(EventFilesTest, CursorsOfTheSingleAxisGraphBecomeEvents) {

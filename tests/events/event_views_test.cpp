@@ -4,6 +4,7 @@
 
 #include "support/command_test.hpp"
 #include "support/recipe_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -181,9 +182,7 @@ TEST_F(EventViewsTest, BurstAfterBurstIsFoundCorrectedRecordedAndSaved) {
   EXPECT_EQ(third["ChannelEvents"][1][0], json({-1.0, -1.0}));
   EXPECT_EQ(third["CursorLo"], 1);
   const std::string file = ReadFile(directory_.Path("walk.vmv"));
-  EXPECT_NE(file.find(" 1\tOff time\t1.000\t1.200\t1.900\r\n 1\t    amp.\t10.0000\t5.0000\t-1.0000\r\n"),
-            std::string::npos)
-      << file;
+  EXPECT_HAS(file, " 1\tOff time\t1.000\t1.200\t1.900\r\n 1\t    amp.\t10.0000\t5.0000\t-1.0000\r\n");
   EXPECT_EQ(Info("saved.json")["EventsUnsaved"], 0);
   EXPECT_EQ(Info("ended.json")["NEvents"], 0);
   EXPECT_EQ(Info("ended.json")["EventTracking"], 0);
@@ -314,9 +313,9 @@ TEST_F(EventViewsTest, GapsAmongTheGraphsAndChannelsLeftOutStayEmpty) {
   // What was recorded lies behind the end of the trial now: times without amplitudes.
   EXPECT_NE(gaps["view"]["sidebar"][0].get<std::string>().find("1= 0.700 s,  . V"), std::string::npos)
       << gaps["view"]["sidebar"][0];
-  EXPECT_NE(ReadFile(directory_.Path("walk.vmv")).find(" 1\t    amp.\t.\t.\t-1.0000\r\n"), std::string::npos);
+  EXPECT_HAS(ReadFile(directory_.Path("walk.vmv")), " 1\t    amp.\t.\t.\t-1.0000\r\n");
   Run("  - view: {click: 1}\n");
-  EXPECT_NE(Why().find("no graph is open"), std::string::npos) << Why();
+  EXPECT_HAS(Why(), "no graph is open");
   Run(kOpen + std::string("  - view: {threshold: 9, y: 1}\n"));
   EXPECT_EQ(Why(), "there is no graph 9, but 3");
 }
@@ -349,7 +348,7 @@ TEST_F(EventViewsTest, ThresholdsThatAreNoNumbersAreTold) {
   EXPECT_TRUE(one["channels"][1]["ChanThreshold"].is_null());
   EXPECT_EQ(one["view"]["graphs"][0]["cursors"].size(), 2U);
   ASSERT_EQ(one["Notices"].size(), 1U);
-  EXPECT_NE(one["Notices"][0].get<std::string>().find("EMG 1, EMG 2, EMG 3"), std::string::npos);
+  EXPECT_HAS(one["Notices"][0].get<std::string>(), "EMG 1, EMG 2, EMG 3");
 }
 
 }  // namespace

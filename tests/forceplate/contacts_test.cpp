@@ -1,6 +1,7 @@
 // Contacts of feet with plates and belts, as the command finds and stores them.
 #include "core/text/numbers.hpp"
 #include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -67,7 +68,7 @@ TEST_F(FootContacts, InterpolateTurnAndCompareTwoFeet) {
   EXPECT_EQ(Times(), "0.000-0.190! 0.420-0.690 0.920-1.190 1.420-1.500!");
   EXPECT_EQ(Times("01"), "0.240-0.580 0.740-1.080 1.240-1.480");
   EXPECT_EQ(LastBox(), "Not in Newtons|Channel 01 is in V.  It is taken as if it were in newtons.");
-  EXPECT_NE(Table("frmContacts").title.find("Fz right points down and was turned"), std::string::npos);
+  EXPECT_HAS(Table("frmContacts").title, "Fz right points down and was turned");
   const ResultTable& summary = Table("frmContactsSummary");
   ExpectCells(summary, 0, {{"Contacts", 4}, {"Whole", 2}});
   ExpectCells(summary, 0, {{"Contact time", 0.27}, {"Contact time SD", 0}, {"Swing time", 0.23}}, 1e-12);

@@ -3,6 +3,7 @@
 #include "formats/native_binary/native_binary_layout.hpp"
 #include "support/signals.hpp"
 #include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -59,7 +60,7 @@ TEST_F(Gravity, OfAJumpByItsImpulseAndByItsFlight) {
     Expect({{"Peak power", 1400 * 1.9}, {"Net impulse", 133}}, 1e-9);
     EXPECT_TRUE(workbench.report.warnings.empty());
   }
-  EXPECT_NE(Table("frmGravity").title.find("were turned"), std::string::npos);
+  EXPECT_HAS(Table("frmGravity").title, "were turned");
 }
 
 TEST_F(Gravity, OfACountermovement) {
@@ -95,8 +96,8 @@ TEST_F(Gravity, OfACountermovement) {
   SetVertical(force, 1000);
   Find({{"txtQuiet", "1.5"}});
   ASSERT_EQ(workbench.report.warnings.size(), 2U);
-  EXPECT_NE(workbench.report.warnings[0].find("nobody stands still there"), std::string::npos);
-  EXPECT_NE(workbench.report.warnings[1].find("begins within the quiet interval"), std::string::npos);
+  EXPECT_HAS(workbench.report.warnings[0], "nobody stands still there");
+  EXPECT_HAS(workbench.report.warnings[1], "begins within the quiet interval");
 }
 
 TEST_F(Gravity, WithoutAFlightTellsWhereTheBodyWent) {
@@ -146,7 +147,7 @@ TEST_F(Gravity, WithoutAFlightTellsWhereTheBodyWent) {
   set();
   Find(with({{"optHorizontal", "1"}}));
   ASSERT_EQ(workbench.report.warnings.size(), 1U);
-  EXPECT_NE(workbench.report.warnings.back().find("runs with the centre of pressure"), std::string::npos);
+  EXPECT_HAS(workbench.report.warnings.back(), "runs with the centre of pressure");
 
   set();
   native::Put(workbench.records.FILMINFO, native::kHeight, 170.0F);

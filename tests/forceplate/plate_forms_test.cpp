@@ -3,6 +3,7 @@
 #include "support/full_disk.hpp"
 #include "support/recipe_test.hpp"
 #include "support/recorded_person.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -82,7 +83,7 @@ TEST_F(PlateFormsTest, MakerAndTypeFollowEachOtherAndTouchNoNumber) {
   EXPECT_EQ(Lines("form").at(2)["fields"]["XYRange"], 0);
   EXPECT_EQ(run_->State().trial.NPlates, 0);
   Run(open + "optType: 5, XYRange: 1, press: OK}}]\n");
-  EXPECT_NE(Why().find("field XYRange: does not apply here"), std::string::npos);
+  EXPECT_HAS(Why(), "field XYRange: does not apply here");
 }
 
 TEST_F(PlateFormsTest, WhatAPlateLacksIsSaidAndTheFormStaysOpen) {
@@ -122,7 +123,7 @@ TEST_F(PlateFormsTest, TheTrialsPlatesAreShownAndEditedWithinLimits) {
     answers: [{box: OK}, {form: {optMaker: AMTI, Width: 464, FirstChannel: 2, press: OK}}]
 )";
   Run(define + "  - do: plates.show\n    answers: [form: {a: 1, press: OK}]\n");
-  EXPECT_NE(Why().find("field a: is shown"), std::string::npos);
+  EXPECT_HAS(Why(), "field a: is shown");
   Run(define + R"(
   - do: plates.edit
     answers:
@@ -205,7 +206,7 @@ TEST_F(PlateFormsTest, ABadDatabaseIsToldAndNeverLost) {
   Run("  - do: plates.change-type\n    answers: [{box: OK}, {form: {press: Load}}, {file: \"${out}\"}, "
       "{form: "
       "{press: Cancel}}]\n");
-  EXPECT_NE(Why().find("Error reading file"), std::string::npos);
+  EXPECT_HAS(Why(), "Error reading file");
   // A new record goes in front of what was left over; one of the same name in the place of the old.
   PlateDatabase database(std::string(620, 'a') + "rest");
   database.Put({.PlateName = "b", .a = 1});

@@ -7,6 +7,7 @@
 
 #include "core/questions/form.hpp"
 #include "support/command_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -80,9 +81,7 @@ TEST_F(ImpactCommandsTest, ReducesAnewAfterEveryEdit) {
   EXPECT_NEAR(seen.numbers.at("       end time ms") - seen.numbers.at("HIC start time ms"), 20, 1e-4);
   EXPECT_EQ(seen.warnings, "   No warnings.");
   EXPECT_EQ(workbench.impact.HeadformMass, 5.0F);
-  EXPECT_NE(seen.reduction.find("HIC over 400 samples, 20.000 ms\nThe channel is in m/s^2"),
-            std::string::npos)
-      << seen.reduction;
+  EXPECT_HAS(seen.reduction, "HIC over 400 samples, 20.000 ms\nThe channel is in m/s^2");
   EXPECT_FALSE(trial.FileChanged);
   EXPECT_EQ(workbench.results.ResultTables.front().name, "frmGSIHIC");
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -78,7 +79,7 @@ TEST_F(StrikesTest, ThresholdsByUnitsAndWhatThePageNames) {
   ASSERT_EQ(table->rows.size(), 2U);
   EXPECT_NEAR(Cell(*table, 1, "Threshold"), 0.035, 1e-8);
   EXPECT_NEAR(Cell(*table, 1, "Peak"), 0.7, 1e-7);
-  EXPECT_NE(table->title.find("turned upside down"), std::string::npos);
+  EXPECT_HAS(table->title, "turned upside down");
   // A moment is no force.
   trial.ChanUnits[1] = "N.m";
   table = &Find({{"channels 1", "yes"}, {"txtMinDuration", "0"}});

@@ -5,6 +5,7 @@
 #include "core/text/numbers.hpp"
 #include "support/command_test.hpp"
 #include "support/signals.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -71,8 +72,7 @@ TEST_F(SpectraCommands, TheViewShowsWhatItsMenusSay) {
     EXPECT_EQ(form.Graph()->x.maximum, 100.0);  // 100 harmonics of 1 Hz
     EXPECT_TRUE(form.Graph()->y.log);
     EXPECT_GT(form.Graph()->y.minimum, 0.0);
-    EXPECT_NE(form.Graph()->readOut(2.2, 0).find("Harmonic 2,  2.000 Hz,  Normalized power 100 %"),
-              std::string::npos);
+    EXPECT_HAS(form.Graph()->readOut(2.2, 0), "Harmonic 2,  2.000 Hz,  Normalized power 100 %");
     return std::string("Max.");
   });
   PressInForm({"Max.", "Table", "Table", "Table to Clipboard", "Graph", "Exit"});
@@ -86,8 +86,8 @@ TEST_F(SpectraCommands, TheViewShowsWhatItsMenusSay) {
   EXPECT_TRUE(tables.empty());
   const std::string& text = workbench.results.Clipboard;
   EXPECT_EQ(text.substr(0, text.find('\n')), "Power spectrum for: 7 A walk");
-  EXPECT_NE(text.find("\nBias=1.0000\nHarmonic\tFrequency\t"), std::string::npos);
-  EXPECT_NE(text.find("\n2\t2.000\t"), std::string::npos);
+  EXPECT_HAS(text, "\nBias=1.0000\nHarmonic\tFrequency\t");
+  EXPECT_HAS(text, "\n2\t2.000\t");
   const ResultTable& table = workbench.results.ResultTables.at(0);
   EXPECT_EQ(table.rows.size(), 100U);
   EXPECT_EQ(ShownCell(table, 1, 4), "100.0000");
@@ -165,8 +165,7 @@ TEST_F(SpectraCommands, StatisticsOfEveryChannelAsTheGridShowsThem) {
   EXPECT_EQ(text.substr(0, text.find('\n', text.find("Times:"))),
             "Fourier analyses for: \t7 A walk\nCode:\twalk\nMax. harmonics\t20\nRange:\t1\t200\n"
             "Times:\t0.000 s\t1.000 s");
-  EXPECT_NE(text.find("\n02\t\t3.0000\t3.0000\t0.0\t0.0\t0.0\t0.0\t3.0151\t3.0151\n"), std::string::npos)
-      << text;
+  EXPECT_HAS(text, "\n02\t\t3.0000\t3.0000\t0.0\t0.0\t0.0\t0.0\t3.0151\t3.0151\n");
   questions.boxAnswers = {Button::No};
   SetChannels(trial, {Samples(4000, 1.0F)});
   questions.inputAnswers = {"1500"};
