@@ -6,24 +6,16 @@
 #include <string>
 
 #include "core/questions/form.hpp"
-#include "support/command_test.hpp"
+#include "support/table_test.hpp"
 #include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
 
-/// A form's table as "Quantify Units" and number.
-std::map<std::string, double> NumbersOf(const ResultTable& table) {
-  std::map<std::string, double> numbers;
-  for (const auto& row : table.rows) {
-    if (const double* number = std::get_if<double>(&row[1])) {
-      numbers[std::get<std::string>(row[0]) + " " + std::get<std::string>(row[2])] = *number;
-    }
-  }
-  return numbers;
-}
+struct ImpactCommandsTest : TableTest {
+  std::map<std::string, std::string> told;  // by the form's texts
+  Texts lastButtons;                        // of each form
 
-struct ImpactCommandsTest : CommandTest {
   // 2 s at 20 kHz; an impact of 80 g over 20 ms, in channel 2 with a sample below 0 before it.
   void SetUp() override {
     std::vector<float> a(40000, 0.0F);
@@ -36,90 +28,82 @@ struct ImpactCommandsTest : CommandTest {
     trial.ChanUnits[1] = "m/s^2";
   }
 
-  /// Answers the next form: looks at it after these edits and presses, then leaves it.
-  struct Seen {
-    std::map<std::string, double> numbers;
-    std::string warnings;
-    std::string reduction;
-    std::string scaling;
-    std::vector<std::string> buttons;
-  };
-  void See(const Edits& edits, const std::string& press, Seen& seen) {
+  /// The next form is filled in, pressed, looked at and left.
+  void See(const Edits& edits, const std::string& press = "Recalculate") {
     questions.FillForm(edits, press);
-    questions.formAnswers.emplace_back([&seen](Form& form) {
-      const auto text = [&form](const char* name) {
-        return *std::get<std::string*>(form.FindField(name)->target);
-      };
-      seen = {NumbersOf(form.Tables().front()),
-              text("txtWarnings"),
-              text("txtReduction"),
-              text("txtScaling"),
-              {}};
-      for (const FormButton& button : form.Buttons()) {
-        seen.buttons.push_back(button.caption);
+    questions.formAnswers.emplace_back([this](Form& form) {
+      for (const char* name : {"txtWarnings", "txtReduction", "txtScaling"}) {
+        told[name] = Form::TextOf(*form.FindField(name));
       }
+      lastButtons.push_back(form.Buttons().back().caption);
       return std::string("OK");
     });
   }
-  Seen Reduced(const Edits& edits, const std::string& press = "Recalculate", int channel = 1) {
-    Seen seen;
+  void Reduce(const Edits& edits, const std::string& press = "Recalculate", int channel = 1) {
     questions.PickChannels({channel});
     questions.boxAnswers = {Button::OK};
-    See(edits, press, seen);
+    See(edits, press);
     Run("impact.gsi-hic");
-    return seen;
+  }
+  void Expect(const NamedNumbers& quantities, double within = 0) {
+    ExpectRows(Table("frmGSIHIC"), "Value", quantities, within);
+  }
+  double Of(std::string_view quantity) {
+    return Cell(Table("frmGSIHIC"), RowOf(Table("frmGSIHIC"), quantity), "Value");
+  }
+  std::string UnitsOf(std::string_view quantity) {
+    return ShownCell(Table("frmGSIHIC"), RowOf(Table("frmGSIHIC"), quantity), 2);
   }
 };
 
 TEST_F(ImpactCommandsTest, ReducesAnewAfterEveryEdit) {
-  const Seen seen = Reduced({{"cwnCutoff", "0"}, {"HeadformMass", "5"}, {"cwnHICtime", "20"}});
+  Reduce({{"cwnCutoff", "0"}, {"HeadformMass", "5"}, {"cwnHICtime", "20"}});
   const double area = 80 * 0.02 * 2 / std::numbers::pi;  // of the half sine, g s
-  EXPECT_NEAR(seen.numbers.at("GSI "), 0.45766 * std::pow(80, 2.5) * 0.02, 1);
-  EXPECT_NEAR(seen.numbers.at("HIC "), std::pow(area / 0.02, 2.5) * 0.02, 1);
-  EXPECT_NEAR(seen.numbers.at("Time to peak ms"), 1010, 1e-3);
-  EXPECT_NEAR(seen.numbers.at("HIC start time ms"), 1000, 1);
-  EXPECT_NEAR(seen.numbers.at("       end time ms") - seen.numbers.at("HIC start time ms"), 20, 1e-4);
-  EXPECT_EQ(seen.warnings, "   No warnings.");
+  Expect({{"GSI", 0.45766 * std::pow(80, 2.5) * 0.02}, {"HIC", std::pow(area / 0.02, 2.5) * 0.02}}, 1);
+  Expect({{"Time to peak", 1010}}, 1e-3);
+  Expect({{"HIC start time", 1000}}, 1);
+  Expect({{"       end time", Of("HIC start time") + 20}}, 1e-4);
+  EXPECT_EQ(UnitsOf("Time to peak"), "ms");
+  EXPECT_EQ(told["txtWarnings"], "   No warnings.");
   EXPECT_EQ(workbench.impact.HeadformMass, 5.0F);
-  EXPECT_HAS(seen.reduction, "HIC over 400 samples, 20.000 ms\nThe channel is in m/s^2");
+  EXPECT_HAS(told["txtReduction"], "HIC over 400 samples, 20.000 ms\nThe channel is in m/s^2");
   EXPECT_FALSE(trial.FileChanged);
-  EXPECT_EQ(workbench.results.ResultTables.front().name, "frmGSIHIC");
 
-  const Seen again = Reduced({{"txtScaling", "g"}, {"optAbscissa", "1"}, {"cwnCutoff", "0"}});
-  EXPECT_EQ(again.scaling, "9.80667");
-  EXPECT_NEAR(again.numbers.at("Maximum acc. g"), 80 * 9.80667, 1e-2);
-  EXPECT_NEAR(again.numbers.at("Time to peak s"), 1.010, 1e-5);
-  EXPECT_EQ(Reduced({{"chkMtoG", "1"}, {"chkMtoG", "0"}}).scaling, "1.000");
+  Reduce({{"txtScaling", "g"}, {"optAbscissa", "1"}, {"cwnCutoff", "0"}});
+  EXPECT_EQ(told["txtScaling"], "9.80667");
+  Expect({{"Maximum acc.", 80 * 9.80667}}, 1e-2);
+  Expect({{"Time to peak", 1.010}}, 1e-5);
+  EXPECT_EQ(UnitsOf("Time to peak"), "s");
+  Reduce({{"chkMtoG", "1"}, {"chkMtoG", "0"}});
+  EXPECT_EQ(told["txtScaling"], "1.000");
 }
 
 TEST_F(ImpactCommandsTest, WarnsOfWhatSpoilsAReduction) {
-  Seen seen = Reduced({}, "Recalculate", 2);
-  EXPECT_EQ(seen.warnings,
+  const auto warnings = [this](const Edits& edits, const std::string& press, int channel) {
+    Reduce(edits, press, channel);
+    return told["txtWarnings"];
+  };
+  EXPECT_EQ(warnings({}, "Recalculate", 2),
             " Data values cannot be negative. \nPress Zero Negative Numbers button.\nHeadform mass is zero.");
-  EXPECT_EQ(seen.numbers.at("GSI "), 0);
-  seen = Reduced({}, "Zero Negative Numbers", 2);
-  EXPECT_EQ(seen.warnings, "Headform mass is zero.");
-  EXPECT_NEAR(seen.numbers.at("GSI "), 0.45766 * std::pow(80, 2.5) * 0.02, 1);
-  seen = Reduced({{"txtScaling", "none"}});
-  EXPECT_EQ(seen.warnings, "Results are low.  Did you scale the data to g's?\nHeadform mass is zero.");
+  Expect({{"GSI", 0}});
+  EXPECT_EQ(warnings({}, "Zero Negative Numbers", 2), "Headform mass is zero.");
+  Expect({{"GSI", 0.45766 * std::pow(80, 2.5) * 0.02}}, 1);
+  EXPECT_EQ(warnings({{"txtScaling", "none"}}, "Recalculate", 1),
+            "Results are low.  Did you scale the data to g's?\nHeadform mass is zero.");
   questions.boxes.clear();
-  seen = Reduced({{"cwnCutoff", "9900"}});  // above half the rate once adjusted for the passes
+  Reduce({{"cwnCutoff", "9900"}});  // above half the rate once adjusted for the passes
   EXPECT_EQ(questions.boxes.back().title, "Invalid Cutoff Frequency");
   trial.Rate = 100;
-  seen = Reduced({});
-  EXPECT_EQ(seen.warnings.substr(0, 43), "Sampling rate too low for 1000 Hz cutoff.  ");
+  EXPECT_HAS(warnings({}, "Recalculate", 1), "Sampling rate too low for 1000 Hz cutoff.  ");
 }
 
 TEST_F(ImpactCommandsTest, GoesFromChannelToChannelAndEndsAtEveryCancel) {
-  Seen first;
-  Seen second;
   questions.PickChannels({1, 2});
   questions.boxAnswers = {Button::OK};
-  See({}, "Recalculate", first);
-  See({}, "Recalculate", second);
+  See({});
+  See({});
   Run("integrate.gsi-hic");
-  EXPECT_EQ(first.buttons.back(), "&Next channel");
-  EXPECT_EQ(second.buttons.back(), "E&xit");
+  EXPECT_EQ(lastButtons, (Texts{"&Next channel", "E&xit"}));
   questions.formNames.clear();
   questions.PickChannels({1});
   questions.boxAnswers = {Button::Cancel};
