@@ -10,9 +10,7 @@ namespace {
 TEST_F(EnsembleFormTest, AveragesFilesOfDifferentLengthsSampleBySample) {
   Begin(Ramp("a.vmb", 0, 10, 21));
   Open({Ramp("b.vmb", 2, 22, 41, 50), Ramp("c.vmb", 4, 4, 11, 200)});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   ASSERT_EQ(trial.NChan, 2);
   ASSERT_EQ(trial.NData, 11);
   for (int k = 0; k <= 10; ++k) {
@@ -52,9 +50,7 @@ TEST_F(EnsembleFormTest, TheMeanOfEqualFilesIsTheFile) {
   const std::string same = File("same.vmb", {file});
   Begin(same, {}, {{"txtNumber", "40"}});
   Open({same, same, same});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(Channel(trial, 1), file);
   EXPECT_EQ(Channel(trial, 2), std::vector<float>(41, 0.0F));
   EXPECT_TRUE(list.ends_with("Coeff. of var. for Chan. 00, 'Force 1' =0.0000%")) << list;
@@ -63,14 +59,12 @@ TEST_F(EnsembleFormTest, TheMeanOfEqualFilesIsTheFile) {
 TEST_F(EnsembleFormTest, StepsComeInTheirOrder) {
   const std::string a = Ramp("a.vmb", 0, 10, 21);
   const auto could = [this](const char* step) { return possible.contains(step); };
-  Leave();
-  Run("ensemble.average");
+  End();
   EXPECT_TRUE(could(kFirst) && could("Read Ensemble") && could("Exit"));
   EXPECT_FALSE(could(kChannels) || could(kBegin) || could(kOpen) || could("Graph Last File"));
   Begin(a);
   Press("10. Save to .VMB");  // which cannot be pressed yet
-  Leave();
-  Run("ensemble.average");
+  End();
   EXPECT_TRUE(could(kOpen) && could(kCalculate) && could("Graph Last File"));
   EXPECT_FALSE(could(kFirst) || could(kBegin) || could(kAdd) || could(kRemove) || could("Save to ASCII"));
   EXPECT_HAS(Warnings(), "\"10. Save to .VMB\" cannot be pressed now.");
@@ -80,9 +74,7 @@ TEST_F(EnsembleFormTest, StepsComeInTheirOrder) {
   Begin(a);
   Press(kCalculate);  // of a single file
   Open({a});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_HAS(Warnings(), "Too few files to calculate and average. Calculations cancelled.");
   EXPECT_TRUE(could("10. Save to .VMB") && could("Save to .VME") && could("Graph Results") && could(kFirst));
   EXPECT_FALSE(could(kBegin) || could(kOpen) || could(kCalculate) || could(kRemove));
@@ -102,9 +94,7 @@ TEST_F(EnsembleFormTest, AFileThatDoesNotFitIsNamedAndTheAverageGoesOn) {
         File("gap.vmb", {x, gap}), Out("empty.vmb"), File("wide.vmb", {y, x, y}),
         File("wider.vmb", {y, y, y, y})});
   questions.boxAnswers = {Button::OK, Button::Cancel};  // of the two that are too wide
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(Channel(trial, 1)[0], 2.0F);
   EXPECT_EQ(Channel(trial, 3)[0], 1.0F);
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 2");
@@ -127,9 +117,7 @@ TEST_F(EnsembleFormTest, RemovesTheLastFileAndTakesItBack) {
   Press(kRemove);
   questions.boxAnswers = {Button::Yes};
   Press(kRemove);  // the one before it is not at hand any more
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(Channel(trial, 1), std::vector<float>(11, 2.0F));
   EXPECT_EQ(questions.boxes.front().text, "Remove file: " + b);
   EXPECT_FLOAT_EQ(static_cast<float>(trial.Duration), 0.15F) << "the mean of 0.1 s and 0.2 s";
@@ -143,9 +131,7 @@ TEST_F(EnsembleFormTest, RemovesTheLastFileAndTakesItBack) {
   Press(kRemove);
   questions.boxAnswers = {Button::Yes};
   Press(kAdd);
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(Channel(trial, 1), std::vector<float>(11, 3.0F));
   EXPECT_EQ(Channel(trial, 2), std::vector<float>(11, std::sqrt(8.0F)));
 }
@@ -157,27 +143,21 @@ TEST_F(EnsembleFormTest, ADirectoryStandsForItsFilesOfTheMask) {
   Ramp("run1.vmb", 100, 100, 15);
   // The first of them opens the average, the others come with it.
   Begin(directory.Path(""), {}, {{"txtMask", "walk?.vmb"}});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   EXPECT_EQ(trial.Data(1, 1), 2.0F);
   // Later, those that are not in the average yet.
   Begin(Out("walk2.vmb"));
   Open({directory.Path("")});
   Open({Out("r*.vmb"), Out("jump*.vmb")});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 4") << "the mask is remembered";
   EXPECT_HAS(Warnings(), "fits the mask jump*.vmb");
   // What another command has written is averaged without being looked for.
   workbench.ensemble.Files = {Out("walk3.vmb"), Out("walk1.vmb")};
   Press(kChannels, {{"txtFilename", Out("log.ens")}});
   Press(kBegin);
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 2");
 }
 
@@ -190,9 +170,7 @@ TEST_F(EnsembleFormTest, TheListMarksWhatIsOdd) {
     made.ChanUnits[1] = "mV";
   });
   Open({Out("mv.vmb")});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(Remarks(), (Texts{"a.vmb|", "b.vmb|", "far.vmb|far from the others' duration, 1.000",
                               "b.vmb|added more than once", "mv.vmb|channel 00 is in mV, not N"}));
   EXPECT_HAS(Warnings(), "far.vmb: its duration, 3.000, is far from the others', 1.000");
@@ -215,9 +193,7 @@ TEST_F(EnsembleFormTest, AsksBeforeEachFileAndForAtMost32Channels) {
   Press(kBegin);
   questions.boxAnswers = {Button::Yes, Button::No, Button::Yes};
   Open({a, a});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.NData, 101) << "9 intervals are not taken";
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 2");
   EXPECT_EQ(trial.ChanLabel[1].Text(), "Force 33");
@@ -232,9 +208,7 @@ TEST_F(EnsembleFormTest, CancelBetweenFilesLeavesAnAverageToGoOnWith) {
   Open({Ramp("b.vmb", 3, 3, 11), Ramp("c.vmb", 5, 5, 11), Ramp("d.vmb", 7, 7, 11)});
   questions.CancelAt("File 2 of 3");
   Open({Out("d.vmb")});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   EXPECT_FLOAT_EQ(trial.Data(1, 1), 11.0F / 3);
   EXPECT_HAS(Warnings(), "Cancelled: 2 files of 3 not added.");

@@ -37,8 +37,7 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
   EXPECT_FALSE(trial.PairedGraphs);
   EXPECT_EQ(Channel(trial, 1), std::vector<float>(11, 3.0F)) << "half of b.vmb was cropped away";
   EXPECT_EQ(trial.Duration, 1.0);
-  LeaveUnsaved();
-  Run("ensemble.average");  // brings the form back, too
+  EndUnsaved();  // the command brings the form back, too
   EXPECT_EQ(workbench.view, nullptr);
   EXPECT_TRUE(questions.formAnswers.empty());
   EXPECT_EQ(files, 2);
@@ -58,9 +57,7 @@ TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
   ASSERT_EQ(workbench.ensemble.Files.size(), 3U);
   Press(kChannels, {{"txtFilename", Out("log.ens")}, {"txtNumber", "10"}});
   Press(kBegin);
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   EXPECT_FLOAT_EQ(trial.Data(11, 1), 20.0F) << "10, 20 and 30 at the ends of the strides";
   EXPECT_TRUE(workbench.ensemble.Files.empty());
@@ -84,8 +81,7 @@ TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
     return std::string();
   };
   Press("View in Excel");
-  Leave();
-  Run("ensemble.average");
+  End();
   EXPECT_EQ(questions.boxes.front().text, "You must save the file in ASCII first.");
   EXPECT_EQ(LastBox(), "Finished averaging|Ensemble averages are in the file " + Out("mean.vme"));
   EXPECT_EQ(opened, "Excel.exe " + Out("mean.tab"));
@@ -100,8 +96,7 @@ TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
 
   Press("Read Ensemble");
   questions.fileAnswers.push_back({Out("mean.vme")});
-  Leave();
-  Run("ensemble.average");
+  End();
   EXPECT_EQ(Channel(trial, 1), means);
   EXPECT_NEAR(trial.Data(3, 2), deviations[2], 1e-4);
   LoadPath(Out("mean.vmb"));
@@ -125,8 +120,7 @@ TEST_F(EnsembleFormTest, AFileThatCannotBeWrittenLosesNothing) {
     return std::string("Save to .VME");
   });
   questions.fileAnswers.push_back({Out("mean.vme")});
-  LeaveUnsaved();
-  Run("ensemble.average");
+  EndUnsaved();
   full.reset();
   EXPECT_EQ(workbench.report.failures.size(), 2U);
   EXPECT_FALSE(std::filesystem::exists(Out("mean.vme")));
@@ -143,9 +137,7 @@ TEST_F(EnsembleFormTest, AFileThatCannotBeWrittenLosesNothing) {
     return std::string(kOpen);
   });
   questions.fileAnswers.push_back({a, a});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   ASSERT_FALSE(workbench.report.failures.empty());
   EXPECT_HAS(workbench.report.failures.front(), Out("gone/log.ens"));

@@ -47,11 +47,12 @@ struct EnsembleFormTest : FileTest {
       return std::string(button);
     });
   }
-  void Leave() {
+  void End() {
     questions.formAnswers.emplace_back([this](Form& form) {
       Look(form);
       return std::string("Exit");
     });
+    Run("ensemble.average");
   }
   void Look(Form& form) {
     list = *std::get<std::string*>(form.FindField("lstFiles")->target);
@@ -80,9 +81,13 @@ struct EnsembleFormTest : FileTest {
     questions.fileAnswers.push_back(paths);
   }
   /// Nothing is saved of what was calculated.
-  void LeaveUnsaved() {
-    Leave();
+  void EndUnsaved() {
     questions.boxAnswers.push_back(Button::No);
+    End();
+  }
+  void Average() {
+    Press(kCalculate);
+    EndUnsaved();
   }
   [[nodiscard]] std::string Warnings() const {
     std::string all;
