@@ -61,13 +61,6 @@ TEST_F(EmgCommandsTest, RunningSumsOfChosenChannelsAndLimitsLieOverEachOther) {
   });
   questions.boxAnswers = {Button::Cancel};
   Run("emg.apdf");
-  questions.formAnswers.emplace_back([](Form& form) {
-    EXPECT_TRUE(form.FindField("chkAll")->hidden);  // there is one
-    return std::string("Exit");
-  });
-  questions.PickChannels({1});
-  questions.boxAnswers = {Button::OK};
-  Run("emg.apdf");
 }
 
 TEST_F(EmgCommandsTest, TablesOfStatisticsLeadToEachOther) {

@@ -125,18 +125,15 @@ TEST_F(LevelTest, GraphsSayWhichSamples) {
   Run("cursor.two");
   workbench.view->MoveCursor(1, 0.2);
   workbench.view->MoveCursor(2, 0.5);
-  questions.FillForm({});
-  workbench.view->PressKey({.name = "D"});
-  EXPECT_EQ(Cell(Table("frmMeans"), 0, "Mean"), 4.5);
-  questions.FillForm({});
-  workbench.view->PressKey({.name = "M"});
-  EXPECT_EQ(Cell(Table("frmMedians"), 0, "n"), 4);
-  questions.FillForm({});
-  workbench.view->PressKey({.name = "I"});
-  EXPECT_EQ(Cell(Table("frmIntegral"), 0, "Sum"), 18);
-  questions.FillForm({});
-  workbench.view->PressKey({.name = "E"});
-  EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Abs. Sum"), 18);
+  const auto shown = [this](const char* key, const char* table, const char* head) {
+    questions.FillForm({});
+    workbench.view->PressKey({.name = key});
+    return Cell(Table(table), 0, head);
+  };
+  EXPECT_EQ(shown("D", "frmMeans", "Mean"), 4.5);
+  EXPECT_EQ(shown("M", "frmMedians", "n"), 4);
+  EXPECT_EQ(shown("I", "frmIntegral", "Sum"), 18);
+  EXPECT_EQ(shown("E", "frmEMGstats", "Abs. Sum"), 18);
   questions.FillForm({});
   Run("all-stats.emg");
   EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Sum"), 55);
