@@ -64,10 +64,11 @@ TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
 }
 
 TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
+  workbench.preferences.Spreadsheet = "C:\\QPW.exe";
   Begin(Ramp("a.vmb", 0, 10, 21));
   Open({Ramp("b.vmb", 2, 12, 21)});
   Press(kCalculate);
-  Press("View in Excel");
+  Press("View in QPW");
   Press("10. Save to .VMB");
   questions.fileAnswers.push_back({Out("mean.vmb")});
   Press("Save to ASCII");
@@ -80,11 +81,11 @@ TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
     opened = program + " " + path;
     return std::string();
   };
-  Press("View in Excel");
+  Press("View in QPW");
   End();
   EXPECT_EQ(questions.boxes.front().text, "You must save the file in ASCII first.");
   EXPECT_EQ(LastBox(), "Finished averaging|Ensemble averages are in the file " + Out("mean.vme"));
-  EXPECT_EQ(opened, "Excel.exe " + Out("mean.tab"));
+  EXPECT_EQ(opened, "C:\\QPW.exe " + Out("mean.tab"));
   EXPECT_FALSE(trial.FileChanged);
   const std::vector<float> means = Channel(trial, 1);
   const std::vector<float> deviations = Channel(trial, 2);
