@@ -44,22 +44,21 @@ TEST_F(DataForm, ListsRowsWithAllDigitsAndShowsThemReadably) {
 }
 
 TEST_F(DataForm, RefusesRowsThatAreNotThereOrTooMany) {
-  for (const auto& [from, to] : {std::pair("0", "1"), {"3", "2"}, {"1", "5"}, {"5", "6"}}) {
+  const auto list = [this](const char* from, const char* to) {
     AnswerForm({{"txtFrom", from}, {"txtTo", to}}, "Exit");
     Run("data.table");
-    EXPECT_TRUE(Table()["rows"].empty());
+    return Table()["rows"].size();
+  };
+  for (const auto& [from, to] : {std::pair("0", "1"), {"3", "2"}, {"1", "5"}, {"5", "6"}}) {
+    EXPECT_EQ(list(from, to), 0U) << from << " to " << to;
   }
   EXPECT_EQ(workbench.report.warnings, (Texts{"Invalid Entry: From sample must be from 1 to 4.",
                                               "Invalid Entry: to sample must be from 3 to 4.",
                                               "Invalid Entry: to sample must be from 1 to 4.",
                                               "Invalid Entry: From sample must be from 1 to 4."}));
   SetChannels(trial, {Samples(10005, 1.0F)});
-  AnswerForm({{"txtFrom", "2"}, {"txtTo", "10001"}}, "Exit");
-  Run("data.table");
-  EXPECT_EQ(Table()["rows"].size(), 10000U);
-  AnswerForm({{"txtFrom", "2"}, {"txtTo", "10002"}}, "Exit");
-  Run("data.table");
-  EXPECT_EQ(workbench.report.warnings.back(), "Invalid Entry: to sample must be from 2 to 10001.");
+  EXPECT_EQ(list("2", "10001"), 10000U);
+  EXPECT_EQ(list("2", "10002"), 0U);
 }
 
 TEST_F(DataForm, ChangesOneCellAtATimeAndTellsIt) {

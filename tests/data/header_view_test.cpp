@@ -1,28 +1,20 @@
 #include "run/report/json_text.hpp"
-#include "support/command_test.hpp"
 #include "support/full_disk.hpp"
 #include "support/native_file.hpp"
+#include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
 
-struct HeaderView : NativeFileTest {
-  const ResultTable& Table(const std::string& name) {
-    for (const ResultTable& table : workbench.results.ResultTables) {
-      if (table.name == name) {
-        return table;
-      }
-    }
-    throw std::runtime_error("no table " + name);
-  }
-};
+struct HeaderView : TableTest {};
 
 TEST_F(HeaderView, TellsTheLinesOfTheFileAndWhatIsKnownOfEachChannel) {
   std::string bytes = FileByHand(2, 4);
   const std::string lines = "1st <b> & \"second\"";
   bytes.replace(kSamplesAt - 248, 61, lines + std::string(61 - lines.size(), ' '));
   WriteFile(directory.Path("trial.vmb"), bytes);
-  FileTest::LoadPath(directory.Path("trial.vmb"));
+  LoadPath(directory.Path("trial.vmb"));
   std::string info;
   std::string list;
   questions.formAnswers.emplace_back([&](Form& form) {
@@ -35,9 +27,9 @@ TEST_F(HeaderView, TellsTheLinesOfTheFileAndWhatIsKnownOfEachChannel) {
   questions.fileAnswers = {{directory.Path("header")}};
   Run("data.header");
 
-  EXPECT_NE(info.find("Format:  Velmora2"), std::string::npos) << info;
-  EXPECT_NE(info.find("Channels:  2\nSamples:  4"), std::string::npos) << info;
-  EXPECT_NE(info.find("50.00 Hz"), std::string::npos) << info;
+  EXPECT_HAS(info, "Format:  Velmora2");
+  EXPECT_HAS(info, "Channels:  2\nSamples:  4");
+  EXPECT_HAS(info, "50.00 Hz");
   EXPECT_EQ(list.substr(0, 22), "01  " + lines);
   const Json header = JsonTable(Table("frmHeaderLines"));
   EXPECT_EQ(header["columns"], Json({"Line", "Text"}));
@@ -48,8 +40,8 @@ TEST_F(HeaderView, TellsTheLinesOfTheFileAndWhatIsKnownOfEachChannel) {
             Json({{"00", "label 1", "°/s", 51.0, 2.0, -0.5, 4.0, "no"},
                   {"01", "label 2", "°/s", 52.0, 4.0, -1.0, 5.0, "yes"}}));
   const std::string file = ReadFile(directory.Path("header.txt"));
-  EXPECT_NE(file.find("01\t" + lines + "\r\n"), std::string::npos) << file;
-  EXPECT_NE(file.find("00\tlabel 1\t°/s\t51\t2\t-0.5\t4\tno\r\n"), std::string::npos) << file;
+  EXPECT_HAS(file, "01\t" + lines + "\r\n");
+  EXPECT_HAS(file, "00\tlabel 1\t°/s\t51\t2\t-0.5\t4\tno\r\n");
   EXPECT_FALSE(trial.FileChanged);
 }
 

@@ -5,7 +5,8 @@
 
 #include "core/text/numbers.hpp"
 #include "dsp/math/mean_deviation.hpp"
-#include "support/command_test.hpp"
+#include "support/signals.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -35,10 +36,7 @@ TEST(SignalBursts, RestIsTheQuietestStretch) {
 
 TEST(SignalBursts, TheEnergyOperatorIsFlatOverATone) {
   constexpr double w = 0.3;
-  Samples tone;
-  for (int i = 0; i < 50; ++i) {
-    tone.push_back(static_cast<float>(2 * std::sin(w * i)));
-  }
+  const Samples tone = Sampled(50, [&](int i) { return 2 * std::sin(w * i); });
   Trial trial;
   SetChannels(trial, {tone}, 1000);
   for (const double e : EnvelopeOf(trial, 1, {1, 50}, {.teagerKaiser = true, .cutoff = 0})) {
@@ -46,7 +44,9 @@ TEST(SignalBursts, TheEnergyOperatorIsFlatOverATone) {
   }
 }
 
-struct Onsets : CommandTest {
+struct Onsets : AnalysisTest {
+  Onsets() : AnalysisTest("emg.onsets") {}
+
   // 2 s at 1000 Hz: rest of small noise, bursts from 0.5 to 0.8 s and from 1.2 to 1.6 s.
   void SetUp() override {
     Samples emg = NoiseChannels(1, 2000, 3)[0];
@@ -56,24 +56,11 @@ struct Onsets : CommandTest {
     }
     SetChannels(trial, {emg, emg}, 1000);
   }
-  void Find(const Edits& edits) {
-    questions.FillForm(edits, "Compute");
-    questions.FillForm({}, "Exit");
-    Run("emg.onsets");
-  }
-  [[nodiscard]] const ResultTable& Table(const char* name) const {
-    for (const ResultTable& table : workbench.results.ResultTables) {
-      if (table.name == name) {
-        return table;
-      }
-    }
-    throw std::out_of_range(name);
-  }
 };
 
 TEST_F(Onsets, AreFoundAndStoredAsEvents) {
   const auto before = Bits(trial);
-  Find({{"channels 1", "yes"}});
+  Compute({{"channels 1", "yes"}});
   EXPECT_EQ(Bits(trial), before) << "the channels stay as they are";
   const ResultTable& bursts = Table("frmOnsets");
   ASSERT_EQ(bursts.rows.size(), 2U);
@@ -94,60 +81,37 @@ TEST_F(Onsets, AreFoundAndStoredAsEvents) {
   // Times that are there are replaced after a question alone; fewer bursts leave no old ones behind.
   const auto stored = workbench.events.ChannelEvents;
   questions.boxAnswers = {Button::No};
-  Find({{"channels 1", "yes"}, {"txtAbove", "350"}});
+  Compute({{"channels 1", "yes"}, {"txtAbove", "350"}});
   EXPECT_EQ(workbench.events.ChannelEvents[1][1], stored[1][1]);
   questions.boxAnswers = {Button::Yes};
-  Find({{"channels 1", "yes"}, {"txtAbove", "350"}});
+  Compute({{"channels 1", "yes"}, {"txtAbove", "350"}});
   EXPECT_NEAR(workbench.events.ChannelEvents[0][1].on, 1.2, 0.03);
   EXPECT_EQ(workbench.events.ChannelEvents[1][1], EventTimes{});
 }
 
 TEST_F(Onsets, EveryBaselineAndItsRefusals) {
-  Find({{"channels 2", "yes"}, {"optBaseline", "1"}, {"chkEvents", "no"}});
+  Compute({{"channels 2", "yes"}, {"optBaseline", "1"}, {"chkEvents", "no"}});
   EXPECT_EQ(Table("frmOnsets").rows.size(), 2U);
   EXPECT_FALSE(workbench.events.EventTracking);
-  Find({{"channels 2", "yes"}, {"optBaseline", "3"}, {"Thresholds 2", "0.2"}, {"chkEvents", "no"}});
+  Compute({{"channels 2", "yes"}, {"optBaseline", "3"}, {"Thresholds 2", "0.2"}, {"chkEvents", "no"}});
   EXPECT_EQ(Table("frmOnsets").rows.size(), 2U);
   EXPECT_EQ(std::get<double>(Table("frmOnsets").rows[0][9]), 0.2);
   EXPECT_TRUE(std::holds_alternative<std::monostate>(Table("frmOnsetsSummary").rows[0][4]));
-  const auto refused = [this](const Edits& edits) {
-    questions.FillForm(edits, "Compute");
-    questions.FillForm({}, "Cancel");
-    Run("emg.onsets");
-    return LastBox();
-  };
-  EXPECT_EQ(refused({}), "Too Few Channels Selected|You must choose at least 1 channel.");
-  EXPECT_EQ(refused({{"channels 1", "yes"}, {"txtSDs", "0"}}),
-            "Invalid Entry|Standard deviations must be from 0.5 to 20.");
-  EXPECT_EQ(refused({{"channels 1", "yes"}, {"txtEnvelope", "500"}}),
+  EXPECT_EQ(Refused({}), "Too Few Channels Selected|You must choose at least 1 channel.");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtEnvelope", "500"}}),
             "Invalid Entry|Envelope cut-off must be from 0 to 500.");
   trial.Data(7, 1) = INFINITY;
-  EXPECT_EQ(refused({{"channels 1", "yes"}}),
+  EXPECT_EQ(Refused({{"channels 1", "yes"}}),
             "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 2000.");
 }
 
-TEST_F(Onsets, TenThousandOfThem) {
-  Samples teeth;
-  for (int i = 0; i < 20000; ++i) {
-    teeth.push_back(i % 2 == 0 ? 0.0F : 1.0F);
-  }
-  SetChannels(trial, {teeth}, 1000);
-  Find({{"optBaseline", "3"},
-        {"Thresholds 1", "0.5"},
-        {"txtEnvelope", "0"},
-        {"txtAbove", "0"},
-        {"txtBelow", "0"}});
-  EXPECT_EQ(Table("frmOnsets").rows.size(), 10000U);
-  EXPECT_EQ(workbench.events.NEvents(), 10000);
-}
-
-struct CoContractions : CommandTest {};
+struct CoContractions : AnalysisTest {
+  CoContractions() : AnalysisTest("emg.co-contraction") {}
+};
 
 TEST_F(CoContractions, ThreeIndicesByHandAndTheCurve) {
   SetChannels(trial, {{1, 0}, {1, 2}}, 4);
-  questions.FillForm({{"comAgonist", "1"}, {"comAntagonist", "2"}, {"chkCurve", "yes"}}, "Compute");
-  questions.FillForm({}, "Exit");
-  Run("emg.co-contraction");
+  Compute({{"comAgonist", "1"}, {"comAntagonist", "2"}, {"chkCurve", "yes"}});
   const ResultTable& table = workbench.results.ResultTables.back();
   EXPECT_EQ(std::get<double>(table.rows[0][1]), 50);
   EXPECT_EQ(std::get<double>(table.rows[1][1]), 1);
@@ -158,15 +122,11 @@ TEST_F(CoContractions, ThreeIndicesByHandAndTheCurve) {
 
   // Silence has no percentage; what is below 0 is told.
   SetChannels(trial, {{0, -1}, {0, 0}}, 4);
-  questions.FillForm({{"comAgonist", "1"}, {"comAntagonist", "2"}}, "Compute");
-  questions.FillForm({}, "Exit");
-  Run("emg.co-contraction");
+  Compute({{"comAgonist", "1"}, {"comAntagonist", "2"}});
   EXPECT_TRUE(std::holds_alternative<std::monostate>(workbench.results.ResultTables.back().rows[0][1]));
   EXPECT_EQ(LastBox(), "Not an Envelope|1 sample below 0 counted as 0: the channels are to be envelopes.");
-  questions.FillForm({{"comAntagonist", "1"}}, "Compute");
-  questions.FillForm({}, "Cancel");
-  Run("emg.co-contraction");
-  EXPECT_EQ(LastBox(), "Too Few Channels Selected|You must choose at least 2 channels.");
+  EXPECT_EQ(Refused({{"comAntagonist", "1"}}),
+            "Too Few Channels Selected|You must choose at least 2 channels.");
 }
 
 }  // namespace

@@ -6,34 +6,21 @@
 
 #include "core/questions/form.hpp"
 #include "core/text/numbers.hpp"
-#include "support/command_test.hpp"
+#include "support/signals.hpp"
+#include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
 
-double Cell(const ResultTable& table, std::size_t row, const std::string& column) {
-  const auto at = std::find(table.columns.begin(), table.columns.end(), column) - table.columns.begin();
-  return std::get<double>(table.rows.at(row).at(static_cast<std::size_t>(at)));
-}
-
-struct EmgCommandsTest : FileTest {
+struct EmgCommandsTest : TableTest {
   // Amplitudes 0.5, 1.5, ... 99.5 once with each sign, and the largest, 100.
   void SetUniform() {
-    Samples x;
-    for (int i = 0; i < 100; ++i) {
-      x.push_back((static_cast<float>(i) + 0.5F) * (i % 2 == 0 ? 1.0F : -1.0F));
-    }
+    Samples x =
+        Sampled(100, [](int i) { return (static_cast<float>(i) + 0.5F) * (i % 2 == 0 ? 1.0F : -1.0F); });
     x.push_back(-100.0F);
     SetChannels(trial, {x}, 1000);
     trial.ChanLabel[1] = "Vastus lat";
-  }
-  const ResultTable& Table(const char* name) {
-    for (const ResultTable& table : workbench.results.ResultTables) {
-      if (table.name == name) {
-        return table;
-      }
-    }
-    throw std::out_of_range(name);
   }
 };
 
@@ -53,8 +40,7 @@ TEST_F(EmgCommandsTest, UniformAmplitudesMakeAStraightDistribution) {
   EXPECT_EQ(workbench.results.ResultText,
             "Channel: (0)  Vastus lat\n Amplitude of 10th percentile is 10.100\n"
             " Amplitude of 50th percentile is 50.500\n Amplitude of 90th percentile is 90.900\n");
-  EXPECT_EQ(LastBox(), "C/APDF statistics|" + workbench.results.ResultText +
-                           "\n\nPress OK for next channel or Cancel to exit.");
+  EXPECT_EQ(questions.boxes.back().text.find(workbench.results.ResultText), 0U);
   EXPECT_FALSE(trial.FileChanged);
 }
 
@@ -74,13 +60,6 @@ TEST_F(EmgCommandsTest, RunningSumsOfChosenChannelsAndLimitsLieOverEachOther) {
     return std::string("Exit");
   });
   questions.boxAnswers = {Button::Cancel};
-  Run("emg.apdf");
-  questions.formAnswers.emplace_back([](Form& form) {
-    EXPECT_TRUE(form.FindField("chkAll")->hidden);  // there is one
-    return std::string("Exit");
-  });
-  questions.PickChannels({1});
-  questions.boxAnswers = {Button::OK};
   Run("emg.apdf");
 }
 
@@ -121,18 +100,15 @@ TEST_F(EmgCommandsTest, BinsOtherThanAHundredKeepTheirWidth) {
   Run("emg.apdf");
   // Bins of half a percent of the largest: all above a quarter of it lie in the last one.
   const std::string file = ReadFile(directory.Path("a.apd"));
-  EXPECT_NE(
-      file.find("Channel:\t00\tVastus lat\nMaximum amplitude=\t20\nBin size=\t1\nNumber of samples=\t101\n"),
-      std::string::npos)
-      << file;
-  EXPECT_NE(file.find("\n002\t    2.0000\t     1.000\t    0.9901\t    0.9901\n"), std::string::npos) << file;
-  EXPECT_NE(file.find("\n050\t   50.0000\t    77.000\t   76.2376\t  100.0000\n"), std::string::npos) << file;
+  EXPECT_HAS(file,
+             "Channel:\t00\tVastus lat\nMaximum amplitude=\t20\nBin size=\t1\nNumber of samples=\t101\n");
+  EXPECT_HAS(file, "\n002\t    2.0000\t     1.000\t    0.9901\t    0.9901\n");
+  EXPECT_HAS(file, "\n050\t   50.0000\t    77.000\t   76.2376\t  100.0000\n");
   EXPECT_EQ(Table("frmAPDF").rows.size(), 100U);  // below 1
 }
 
 TEST_F(EmgCommandsTest, ChannelsWithoutADistributionAreToldAndTheNextGoesOn) {
-  const float nan = std::numeric_limits<float>::quiet_NaN();
-  SetChannels(trial, {{0, 0, 0}, {1, nan, 2}, {1, 2, 4}}, 1000);
+  SetChannels(trial, {{0, 0, 0}, {1, kNan, 2}, {1, 2, 4}}, 1000);
   for (int k = 0; k < 3; ++k) {
     questions.FillForm({});
   }
@@ -152,12 +128,8 @@ TEST_F(EmgCommandsTest, ChannelsWithoutADistributionAreToldAndTheNextGoesOn) {
 
 TEST_F(EmgCommandsTest, StatisticsOfATone) {
   // Ten periods of amplitude 3 around 0, sampled off its zeros; a constant; one with exact zeros.
-  Samples tone;
-  Samples zeros;
-  for (int i = 0; i < 1000; ++i) {
-    tone.push_back(static_cast<float>(3 * std::sin(2 * Pi * (i + 0.5) / 100)));
-    zeros.push_back(i % 2 == 0 ? 0.0F : (i % 4 == 1 ? 1.0F : -1.0F));
-  }
+  const Samples tone = Sampled(1000, [](int i) { return 3 * std::sin(2 * Pi * (i + 0.5) / 100); });
+  const Samples zeros = Sampled(1000, [](int i) { return i % 2 == 0 ? 0.0F : (i % 4 == 1 ? 1.0F : -1.0F); });
   SetChannels(trial, {tone, Samples(1000, -2.0F), zeros}, 1000);
   trial.CursorLo = 5;
   questions.inputAnswers = {"1"};
@@ -176,37 +148,27 @@ TEST_F(EmgCommandsTest, StatisticsOfATone) {
     return std::string("Send results to Clipboard");
   });
   Run("emg.statistics");
-  EXPECT_NEAR(Cell(first, 0, "RMS"), 3 / std::sqrt(2.0), 1e-5);
-  EXPECT_NEAR(Cell(first, 0, "Mean Abs.Value"), 6 / Pi, 1e-3);
-  EXPECT_NEAR(Cell(first, 0, "Abs. Integ'l"), 6 / Pi, 1e-3);  // of 1 s
-  EXPECT_EQ(Cell(first, 0, "Zero-cross"), 19);
-  EXPECT_EQ(Cell(first, 1, "Sum"), -2000);
-  EXPECT_EQ(Cell(first, 1, "Abs. Max."), 2);
-  EXPECT_EQ(Cell(first, 2, "Zero-cross"), 0);  // each crossing is hidden by a zero
-  const ResultTable& last = Table("frmEMGstats");
-  EXPECT_EQ(Cell(last, 2, "Zero-cross"), 499);  // zeros lie below the threshold now
-  EXPECT_EQ(Cell(last, 2, "Peak Count"), 500 - 1);
+  ExpectCells(first, 0, {{"RMS", 3 / std::sqrt(2.0)}}, 1e-5);
+  ExpectCells(first, 0, {{"Mean Abs.Value", 6 / Pi}, {"Abs. Integ'l", 6 / Pi}}, 1e-3);  // of 1 s
+  ExpectCells(first, 0, {{"Zero-cross", 19}});
+  ExpectCells(first, 1, {{"Sum", -2000}, {"Abs. Max.", 2}});
+  ExpectCells(first, 2, {{"Zero-cross", 0}});  // each crossing is hidden by a zero
+  // Zeros lie below the threshold now.
+  ExpectCells(Table("frmEMGstats"), 2, {{"Zero-cross", 499}, {"Peak Count", 499}});
   EXPECT_EQ(workbench.thresholds.ChanThreshold[1], 1.5);
   EXPECT_NEAR(workbench.thresholds.ChanSD[1], 3 / std::sqrt(2.0), 1e-5);
   EXPECT_EQ(workbench.thresholds.ChanSD[2], 0);
   EXPECT_EQ(workbench.thresholds.SDMultiplier, 1.0F);
   EXPECT_TRUE(workbench.thresholds.ThresholdsValid);
-  EXPECT_NE(workbench.results.Clipboard.find(
-                "Range:\t1\t1000\nTimes:\t0.000\t0.999\nChannel\tLabel\tMean Abs.Value"),
-            std::string::npos)
-      << workbench.results.Clipboard;
-  EXPECT_NE(workbench.results.Clipboard.find(
-                "\n01\t\t2.0000\t2.0000\t0\t0\t2.0000\t2.0000\t-2000.0000\t2000.0000\n"),
-            std::string::npos)
-      << workbench.results.Clipboard;
+  EXPECT_HAS(workbench.results.Clipboard,
+             "Range:\t1\t1000\nTimes:\t0.000\t0.999\nChannel\tLabel\tMean Abs.Value");
+  EXPECT_HAS(workbench.results.Clipboard,
+             "\n01\t\t2.0000\t2.0000\t0\t0\t2.0000\t2.0000\t-2000.0000\t2000.0000\n");
   EXPECT_FALSE(trial.FileChanged);
 }
 
 TEST_F(EmgCommandsTest, RemovesTheDelayOfTheSensorsAlone) {
-  Samples x(200);
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    x[i] = static_cast<float>(i + 1);
-  }
+  const Samples x = Sampled(200, [](int i) { return i + 1; });
   SetChannels(trial, {x, x, x}, 1925.9);
   questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
     EXPECT_EQ(picker.Remark(),
@@ -232,10 +194,7 @@ TEST_F(EmgCommandsTest, RectifiesAndIntegratesAndEnvelops) {
   EXPECT_EQ(Channel(trial, 1), (Samples{0.5F, 1.5F, 3.0F}));
   EXPECT_EQ(Channel(trial, 2), (Samples{-1, 1, 1}));
 
-  Samples hum;
-  for (int i = 0; i < 4000; ++i) {
-    hum.push_back(static_cast<float>(std::sin(2 * Pi * 80 * i / 1000.0 + 0.1)));
-  }
+  const Samples hum = Sampled(4000, [](int i) { return std::sin(2 * Pi * 80 * i / 1000.0 + 0.1); });
   SetChannels(trial, {hum, hum}, 1000);
   trial.FileChanged = false;
   workbench.filters.LastLowPassCutoffs[1] = 7;
@@ -263,26 +222,6 @@ TEST_F(EmgCommandsTest, RectifiesAndIntegratesAndEnvelops) {
   EXPECT_FALSE(trial.FileChanged);
 }
 
-TEST_F(EmgCommandsTest, AGraphShowsStatisticsOfWhatLiesBetweenItsCursors) {
-  SetChannels(trial, {Samples(101, 2.0F)}, 100);
-  questions.FillForm({{"channels 1", "true"}});
-  Run("graph.single");
-  Run("cursor.two");
-  workbench.view->MoveCursor(1, 0.8);
-  workbench.view->MoveCursor(2, 0.3);
-  questions.FillForm({});
-  workbench.view->PressKey({.name = "I"});
-  EXPECT_EQ(Cell(Table("frmIntegral"), 0, "Sum"), 51 * 2.0);
-  questions.FillForm({});
-  workbench.view->PressKey({.name = "E"});
-  EXPECT_EQ(workbench.graph.StatLo, 31);
-  EXPECT_EQ(workbench.graph.StatHi, 81);
-  EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Abs. Sum"), 51 * 2.0);
-  questions.FillForm({});
-  Run("all-stats.emg");
-  EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Sum"), 101 * 2.0);
-}
-
 TEST_F(EmgCommandsTest, EntriesThatForwardRunTheOtherCommand) {
   SetChannels(trial, {{-1, 2, -3, 4}}, 1000);
   RunPicking("emg.rectify", {1});
@@ -290,11 +229,6 @@ TEST_F(EmgCommandsTest, EntriesThatForwardRunTheOtherCommand) {
   questions.FillForm({}, "Cancel");
   Run("emg.smoothing");
   EXPECT_EQ(questions.formNames.back(), "frmButterworth");
-  trial.DiscardData();
-  for (const char* id : {"emg.apdf", "emg.trigno-delay", "emg.statistics", "emg.linear-envelope", "emg.rms",
-                         "emg.rectify-integrate"}) {
-    Run(id);  // without a trial none asks anything
-  }
 }
 
 }  // namespace

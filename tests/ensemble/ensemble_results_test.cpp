@@ -1,6 +1,8 @@
 // What an average leads to: graphs, files, and what a full disk does to them.
 #include "ensemble/ensemble_steps.hpp"
 #include "support/full_disk.hpp"
+#include "support/signals.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -35,8 +37,7 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
   EXPECT_FALSE(trial.PairedGraphs);
   EXPECT_EQ(Channel(trial, 1), std::vector<float>(11, 3.0F)) << "half of b.vmb was cropped away";
   EXPECT_EQ(trial.Duration, 1.0);
-  LeaveUnsaved();
-  Run("ensemble.average");  // brings the form back, too
+  EndUnsaved();  // the command brings the form back, too
   EXPECT_EQ(workbench.view, nullptr);
   EXPECT_TRUE(questions.formAnswers.empty());
   EXPECT_EQ(files, 2);
@@ -44,10 +45,9 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
 
 TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
   // A walk of three strides of 1 s, each a ramp from 0 to 10, 0 to 20 and 0 to 30.
-  std::vector<float> walk;
-  for (int i = 0; i < 300; ++i) {
-    walk.push_back(static_cast<float>((i / 100 + 1) * 10) * static_cast<float>(i % 100) / 99.0F);
-  }
+  const std::vector<float> walk = Sampled(300, [](int i) {
+    return static_cast<float>((i / 100 + 1) * 10) * static_cast<float>(i % 100) / 99.0F;
+  });
   SetChannels(trial, {walk});
   questions.boxAnswers.clear();
   Run("graph.all");
@@ -57,19 +57,18 @@ TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
   ASSERT_EQ(workbench.ensemble.Files.size(), 3U);
   Press(kChannels, {{"txtFilename", Out("log.ens")}, {"txtNumber", "10"}});
   Press(kBegin);
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   EXPECT_FLOAT_EQ(trial.Data(11, 1), 20.0F) << "10, 20 and 30 at the ends of the strides";
   EXPECT_TRUE(workbench.ensemble.Files.empty());
 }
 
 TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
+  workbench.preferences.Spreadsheet = "C:\\QPW.exe";
   Begin(Ramp("a.vmb", 0, 10, 21));
   Open({Ramp("b.vmb", 2, 12, 21)});
   Press(kCalculate);
-  Press("View in Excel");
+  Press("View in QPW");
   Press("10. Save to .VMB");
   questions.fileAnswers.push_back({Out("mean.vmb")});
   Press("Save to ASCII");
@@ -82,30 +81,25 @@ TEST_F(EnsembleFormTest, SavesInThreeFormatsThatReadBack) {
     opened = program + " " + path;
     return std::string();
   };
-  Press("View in Excel");
-  Leave();
-  Run("ensemble.average");
+  Press("View in QPW");
+  End();
   EXPECT_EQ(questions.boxes.front().text, "You must save the file in ASCII first.");
   EXPECT_EQ(LastBox(), "Finished averaging|Ensemble averages are in the file " + Out("mean.vme"));
-  EXPECT_EQ(opened, "Excel.exe " + Out("mean.tab"));
-  EXPECT_EQ(questions.files.back().defaultName, "log.vme");
+  EXPECT_EQ(opened, "C:\\QPW.exe " + Out("mean.tab"));
   EXPECT_FALSE(trial.FileChanged);
   const std::vector<float> means = Channel(trial, 1);
   const std::vector<float> deviations = Channel(trial, 2);
 
   const std::string text = ReadFile(Out("mean.vme"));
-  EXPECT_NE(text.find("\r\n* Ensemble averaged data\r\n"), std::string::npos) << text;
-  EXPECT_NE(text.find("\r\n*        0    10\r\n* Channel:        00        01\r\n"), std::string::npos)
-      << text;
-  EXPECT_NE(text.find("\r\n   50.0000    6.0000    1.4142\r\n"), std::string::npos) << text;
+  EXPECT_HAS(text, "\r\n* Ensemble averaged data\r\n");
+  EXPECT_HAS(text, "\r\n*        0    10\r\n* Channel:        00        01\r\n");
+  EXPECT_HAS(text, "\r\n   50.0000    6.0000    1.4142\r\n");
 
   Press("Read Ensemble");
   questions.fileAnswers.push_back({Out("mean.vme")});
-  Leave();
-  Run("ensemble.average");
+  End();
   EXPECT_EQ(Channel(trial, 1), means);
   EXPECT_NEAR(trial.Data(3, 2), deviations[2], 1e-4);
-  EXPECT_EQ(questions.files.back().title, "Read Ensemble");
   LoadPath(Out("mean.vmb"));
   EXPECT_EQ(Channel(trial, 1), means);
   EXPECT_EQ(Channel(trial, 2), deviations);
@@ -127,12 +121,11 @@ TEST_F(EnsembleFormTest, AFileThatCannotBeWrittenLosesNothing) {
     return std::string("Save to .VME");
   });
   questions.fileAnswers.push_back({Out("mean.vme")});
-  LeaveUnsaved();
-  Run("ensemble.average");
+  EndUnsaved();
   full.reset();
   EXPECT_EQ(workbench.report.failures.size(), 2U);
   EXPECT_FALSE(std::filesystem::exists(Out("mean.vme")));
-  EXPECT_NE(workbench.report.failures[0].find("Error saving to file: "), std::string::npos);
+  EXPECT_HAS(workbench.report.failures[0], "Error saving to file: ");
   EXPECT_EQ(LastBox().substr(0, 17), "Results Not Saved");
   EXPECT_EQ(Channel(trial, 1)[10], 10.0F);
 
@@ -145,12 +138,10 @@ TEST_F(EnsembleFormTest, AFileThatCannotBeWrittenLosesNothing) {
     return std::string(kOpen);
   });
   questions.fileAnswers.push_back({a, a});
-  Press(kCalculate);
-  LeaveUnsaved();
-  Run("ensemble.average");
+  Average();
   EXPECT_EQ(trial.HeaderLines[1], "Number of files in average: 3");
   ASSERT_FALSE(workbench.report.failures.empty());
-  EXPECT_NE(workbench.report.failures.front().find(Out("gone/log.ens")), std::string::npos);
+  EXPECT_HAS(workbench.report.failures.front(), Out("gone/log.ens"));
 }
 
 }  // namespace

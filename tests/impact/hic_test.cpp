@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "support/signals.hpp"
 #include "support/trials.hpp"
 
 namespace velmora {
@@ -22,11 +23,7 @@ Samples Filled(std::size_t count, float value) {
 
 // The published example a = sin(20 pi t) g over 0 to 0.05 s, sampled every 0.1 ms.
 Samples SineImpact() {
-  Samples a;
-  for (int i = 0; i <= 500; ++i) {
-    a.push_back(static_cast<float>(std::sin(20 * std::numbers::pi * i * 1e-4)));
-  }
-  return a;
+  return test::Sampled(501, [](int i) { return std::sin(20 * std::numbers::pi * i * 1e-4); });
 }
 
 TEST(Hic, ClosedForms) {

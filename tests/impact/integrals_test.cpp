@@ -4,67 +4,35 @@
 
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 #include "support/trials.hpp"
 
 namespace velmora {
 namespace {
 
-TEST(Integrals, SimpsonKeepsItsWeightsAndTrapezoidIsExactForLines) {
-  Trial trial;
-  test::SetChannels(trial, {{1, 1, 1, 1, 1}, {0, 1, 2, 3, 4}, {2, -1, 5, 0, 3}}, 1);
-  const PerChannel<float> simpson = SimpsonIntegrals(trial, 1.0);
-  EXPECT_FLOAT_EQ(simpson[1], 10.0F / 3);                       // not the true 4
-  EXPECT_FLOAT_EQ(simpson[2], (0 + 4 + 4 * 2 + 2 * 4) / 3.0F);  // not the true 8
-  EXPECT_FLOAT_EQ(simpson[3], (2 + 3 + 4 * 5 + 2 * -1) / 3.0F);
-  const PerChannel<float> trapezoid = TrapezoidIntegrals(trial, 0.5);
-  EXPECT_EQ(trapezoid[1], 2.0F);
-  EXPECT_EQ(trapezoid[2], 4.0F);
-  EXPECT_EQ(trapezoid[3], 3.25F);
-  // An even count: x(5) of six has the weight 4.
-  test::SetChannels(trial, {{1, 2, 3, 4, 5, 6}}, 1);
-  EXPECT_FLOAT_EQ(SimpsonIntegrals(trial, 1.0)[1], (7 + 4 * 8 + 2 * 6) / 3.0F);
-}
-
-TEST(Integrals, StatisticsOfARange) {
+TEST(Integrals, OfOneSampleAndOfWhatIsNoNumber) {
   Trial trial;
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  test::SetChannels(
-      trial, {{9, 1, -2, 3, 6, 9}, {0, 5, 5, 5, 5, 0}, {0, -1, 1, -1, 1, 7}, {1, 2, nan, 4, 5, 6}}, 10);
-  const auto all = IntegrateChannels(trial, {1, 2, 3, 4}, {2, 5}, 0.1);
-  ASSERT_EQ(all.size(), 4U);
-  EXPECT_EQ(all[0].sum, 8);
-  EXPECT_EQ(all[0].absoluteSum, 12);
-  EXPECT_EQ(all[0].path, 3 + 5 + 3);
-  EXPECT_DOUBLE_EQ(all[0].timeIntegral, 0.8);
-  EXPECT_DOUBLE_EQ(all[0].absoluteIntegral, 1.2);
-  EXPECT_EQ(all[0].mean, 2);
-  EXPECT_DOUBLE_EQ(all[0].deviation, std::sqrt((1 + 16 + 1 + 16) / 4.0));
-  EXPECT_DOUBLE_EQ(all[0].Variation(), std::sqrt(8.5) / 2);
-  EXPECT_EQ(all[1].deviation, 0);
-  EXPECT_EQ(all[1].path, 0);
-  EXPECT_EQ(all[2].mean, 0);
-  EXPECT_EQ(all[2].Variation(), 0);  // and no division
-  EXPECT_TRUE(std::isnan(all[3].sum));
-  EXPECT_EQ(IntegrateChannels(trial, {3}, {6, 6}, 0.1)[0].path, 0);
+  test::SetChannels(trial, {{0, -1, 1, -1, 1, 7}, {1, 2, nan, 4, 5, 6}}, 10);
+  EXPECT_EQ(IntegrateChannels(trial, {1}, {6, 6}, 0.1)[0].path, 0);
+  EXPECT_TRUE(std::isnan(IntegrateChannels(trial, {2}, {2, 5}, 0.1)[0].sum));
 }
 
 TEST(Integrals, EveryVectorWidthGivesTheSameBits) {
   for (const int channels : {1, 7, 64}) {
     Trial trial;
     test::SetChannels(trial, test::NoiseChannels(channels, 777), 100);
-    ChannelList all;
-    for (int c = 1; c <= channels; ++c) {
-      all.push_back(c);
-    }
+    ChannelList all(static_cast<std::size_t>(channels));
+    std::iota(all.begin(), all.end(), 1);
+    const auto fields = [](const auto& of) {
+      return std::tuple(of.sum, of.absoluteSum, of.path, of.deviation);
+    };
     const auto narrow = IntegrateChannels(trial, all, {3, 777}, 0.01, SimdLevel::Sse2);
     for (const SimdLevel level : MachineSimdLevels()) {
       const auto wide = IntegrateChannels(trial, all, {3, 777}, 0.01, level);
       for (std::size_t k = 0; k < all.size(); ++k) {
-        EXPECT_EQ(wide[k].sum, narrow[k].sum);
-        EXPECT_EQ(wide[k].absoluteSum, narrow[k].absoluteSum);
-        EXPECT_EQ(wide[k].path, narrow[k].path);
-        EXPECT_EQ(wide[k].deviation, narrow[k].deviation);
+        EXPECT_EQ(fields(wide[k]), fields(narrow[k])) << k;
       }
     }
   }

@@ -3,7 +3,8 @@
 
 #include <cmath>
 
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -44,11 +45,10 @@ TEST(Strikes, RatesByHand) {
   EXPECT_FALSE(flat.largestRate);
 }
 
-struct StrikesTest : TableTest {
+struct StrikesTest : AnalysisTest {
+  StrikesTest() : AnalysisTest("impact.analysis") {}
   const ResultTable& Find(const Edits& edits) {
-    questions.FillForm(edits, "Compute");
-    questions.FillForm({}, "Exit");
-    Run("impact.analysis");
+    Compute(edits);
     return Table("frmImpact");
   }
 };
@@ -67,14 +67,9 @@ TEST_F(StrikesTest, ThresholdsByUnitsAndWhatThePageNames) {
       &Find({{"channels 1", "yes"}, {"txtMinDuration", "0"}, {"txtBodyWeight", "500"}});
   ASSERT_EQ(table->rows.size(), 2U);
   EXPECT_FLOAT_EQ(static_cast<float>(Cell(*table, 0, "Onset")), 0.03F);
-  EXPECT_EQ(Cell(*table, 0, "Threshold"), 20);
-  EXPECT_EQ(Cell(*table, 0, "Peak"), 600);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Time to peak"), 0.02);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Avg. rate"), 20000);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Peak (BW)"), 1.2);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Avg. rate (BW/s)"), 40);
-  EXPECT_DOUBLE_EQ(Cell(*table, 0, "Duration"), 0.04);
-  EXPECT_DOUBLE_EQ(Cell(*table, 1, "Impulse"), 5);
+  ExpectCells(*table, 0, {{"Threshold", 20}, {"Peak", 600}, {"Time to peak", 0.02}, {"Duration", 0.04}});
+  ExpectCells(*table, 0, {{"Avg. rate", 20000}, {"Peak (BW)", 1.2}, {"Avg. rate (BW/s)", 40}});
+  ExpectCells(*table, 1, {{"Impulse", 5}});
   EXPECT_EQ(std::get<std::string>(table->rows[1][12]), "yes");
   EXPECT_FALSE(trial.FileChanged);
 
@@ -84,7 +79,7 @@ TEST_F(StrikesTest, ThresholdsByUnitsAndWhatThePageNames) {
   ASSERT_EQ(table->rows.size(), 2U);
   EXPECT_NEAR(Cell(*table, 1, "Threshold"), 0.035, 1e-8);
   EXPECT_NEAR(Cell(*table, 1, "Peak"), 0.7, 1e-7);
-  EXPECT_NE(table->title.find("turned upside down"), std::string::npos);
+  EXPECT_HAS(table->title, "turned upside down");
   // A moment is no force.
   trial.ChanUnits[1] = "N.m";
   table = &Find({{"channels 1", "yes"}, {"txtMinDuration", "0"}});
@@ -101,18 +96,12 @@ TEST_F(StrikesTest, RefusalsAndChannelsWithoutAnImpact) {
   EXPECT_TRUE(none.rows.empty());
   ASSERT_EQ(questions.boxes.size(), 2U) << "nothing is at or above 5 % of zero, or of less";
   EXPECT_EQ(LastBox(), "No Impacts|Channel 01 has no value above zero, and so no impact.");
-  questions.FillForm({{"channels 1", "no"}}, "Compute");
-  questions.FillForm({{"channels 1", "yes"}, {"txtThreshold", "5"}, {"txtRelease", "6"}}, "Compute");
-  questions.FillForm({{"txtRelease", "0"}, {"comClass", "60"}}, "Compute");
-  questions.FillForm({}, "Cancel");
-  Run("impact.analysis");
-  ASSERT_EQ(questions.boxes.size(), 5U);
-  EXPECT_EQ(questions.boxes[2].title, "Too Few Channels Selected");
-  EXPECT_EQ(questions.boxes[3].text, "Release must be from 0 to 5.");
-  EXPECT_EQ(questions.boxes[4].title, "Invalid Filter") << "100 Hz";
+  EXPECT_EQ(Refused({}), "Too Few Channels Selected|You must choose at least 1 channel.");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtThreshold", "5"}, {"txtRelease", "6"}}),
+            "Invalid Entry|Release must be from 0 to 5.");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"comClass", "60"}}).substr(0, 14), "Invalid Filter") << "100 Hz";
   SetChannels(trial, {{1, 2}}, 100);
-  Run("impact.analysis");
-  EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
+  EXPECT_EQ(RefusedAtOnce(), "Too Few Data|Too few data points.");
 }
 
 }  // namespace

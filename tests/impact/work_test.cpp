@@ -6,7 +6,8 @@
 
 #include "impact/phases/work_phases.hpp"
 #include "impact/phases/work_units.hpp"
-#include "statistics/table_test.hpp"
+#include "support/signals.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -27,10 +28,9 @@ double SumOf(const std::vector<WorkPhase>& phases) {
 }
 
 TEST(WorkPhases, HalvesOfASineAndCrossingsByHand) {
-  Numbers sine;
-  for (int i = 0; i <= 2000; ++i) {
-    sine.push_back(std::sin(2 * std::numbers::pi * (i + 0.3) / 1000));  // 1 Hz at 1000 Hz, no sample at 0
-  }
+  // 1 Hz at 1000 Hz, no sample at 0
+  const Numbers sine =
+      Sampled<double>(2001, [](int i) { return std::sin(2 * std::numbers::pi * (i + 0.3) / 1000); });
   const std::vector<WorkPhase> halves = FindWorkPhases(sine, 1e-3);
   ASSERT_EQ(halves.size(), 5U);
   EXPECT_NEAR(halves[1].integral, -1 / std::numbers::pi, 2e-6) << "trapezoids are off by some dt squared";
@@ -80,11 +80,8 @@ TEST(WorkUnits, JoulesOfWattsAndWattsOfMoments) {
   EXPECT_EQ(PowerUnitsOf("Nmm"), "mW");
 }
 
-struct WorkTest : TableTest {
-  void Answer(const Edits& edits) {
-    questions.FillForm(edits, "Compute");
-    questions.FillForm({}, "Exit");
-  }
+struct WorkTest : AnalysisTest {
+  WorkTest() : AnalysisTest("integrate.work") {}
 };
 
 TEST_F(WorkTest, TablesTotalsAndTheRunningIntegral) {
@@ -94,30 +91,21 @@ TEST_F(WorkTest, TablesTotalsAndTheRunningIntegral) {
   trial.ChanLabel[1] = "Knee";
   SetCursors(2, 7);
   questions.boxAnswers = {Button::Yes};
-  Answer({{"channels 1", "yes"},
-          {"channels 2", "yes"},
-          {"txtSmallest", "0.02"},
-          {"txtMass", "50"},
-          {"chkIntegral", "yes"}});
-  Run("integrate.work");
+  Compute({{"channels 1", "yes"},
+           {"channels 2", "yes"},
+           {"txtSmallest", "0.02"},
+           {"txtMass", "50"},
+           {"chkIntegral", "yes"}});
   // 1.5 J, -1.5 J and 0.5 J of 50 kg: the last is too small for the list, not for the totals.
   const ResultTable& phases = Table("frmWork");
   ASSERT_EQ(phases.rows.size(), 3U);
-  EXPECT_DOUBLE_EQ(Cell(phases, 0, "Integral"), 1.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Integral"), -1.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 0, "From"), 0.5);
-  EXPECT_DOUBLE_EQ(Cell(phases, 0, "To"), 1.25);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Duration"), 0.75);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Peak"), -4.0 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Peak at"), 1.5);
-  EXPECT_DOUBLE_EQ(Cell(phases, 1, "Mean"), -2.0 / 50);
-  EXPECT_DOUBLE_EQ(Cell(phases, 2, "Integral"), 2.5 / 50);
+  ExpectCells(phases, 0, {{"Integral", 1.5 / 50}, {"From", 0.5}, {"To", 1.25}}, 1e-17);
+  ExpectCells(phases, 1, {{"Integral", -1.5 / 50}, {"Duration", 0.75}, {"Peak", -4.0 / 50}}, 1e-17);
+  ExpectCells(phases, 1, {{"Peak at", 1.5}, {"Mean", -2.0 / 50}}, 1e-17);
+  ExpectCells(phases, 2, {{"Integral", 2.5 / 50}}, 1e-17);
   const ResultTable& totals = Table("frmWorkTotals");
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Positive"), 2.0 / 50);
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Negative"), -1.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Net"), 0.5 / 50);
-  EXPECT_DOUBLE_EQ(Cell(totals, 0, "Absolute"), 3.5 / 50);
-  EXPECT_EQ(Cell(totals, 0, "Phases"), 3);
+  ExpectCells(totals, 0, {{"Positive", 2.0 / 50}, {"Negative", -1.5 / 50}, {"Phases", 3}}, 1e-17);
+  ExpectCells(totals, 0, {{"Net", 0.5 / 50}, {"Absolute", 3.5 / 50}}, 1e-17);
   EXPECT_EQ(std::get<std::string>(totals.rows[0].back()), "J/kg");
   EXPECT_EQ(std::get<std::string>(totals.rows[1].back()), "N.m.s/kg");
   EXPECT_EQ(phases.title, "1 smaller phase is not listed.\nPhases");
@@ -131,34 +119,21 @@ TEST_F(WorkTest, TablesTotalsAndTheRunningIntegral) {
 TEST_F(WorkTest, RefusesWhatCannotBeIntegrated) {
   const std::string few = "Too Few Data|Too few data points to integrate.";
   SetChannels(trial, {{1, 2, 3, 4}}, 2);
-  Run("integrate.work");
-  EXPECT_EQ(LastBox(), few);
+  EXPECT_EQ(RefusedAtOnce(), few);
   SetChannels(trial, {{1, 2, kNan, 4, 5, 6, 7}}, 2);
   SetCursors(4, 7);
   questions.boxAnswers = {Button::Yes};
-  Run("integrate.work");
-  EXPECT_EQ(LastBox(), few);
+  EXPECT_EQ(RefusedAtOnce(), few);
   SetCursors(0, 0);
-  questions.FillForm({{"txtSmallest", "-1"}}, "Compute");
-  questions.FillForm({{"txtSmallest", "0"}, {"channels 1", "no"}}, "Compute");
-  questions.FillForm({{"channels 1", "yes"}}, "Compute");
-  questions.FillForm({}, "Cancel");
-  Run("integrate.work");
-  ASSERT_GE(questions.boxes.size(), 3U);
-  const auto last = questions.boxes.end();
-  EXPECT_EQ((last - 3)->text, "Smallest reportable integral must be from 0 to 999999999.");
-  EXPECT_EQ((last - 2)->title, "Too Few Channels Selected");
-  EXPECT_EQ((last - 1)->text, "Channel 00 has 1 samples that are no numbers between samples 1 and 7.");
+  EXPECT_EQ(Refused({{"channels 1", "no"}}), "Too Few Channels Selected|You must choose at least 1 channel.");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}}),
+            "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 7.");
   EXPECT_TRUE(workbench.results.ResultTables.empty());
   trial.Rate = 0;
-  Run("integrate.work");
-  EXPECT_EQ(LastBox(), "Invalid Sampling Rate or Timebase|Data not time based.  Processing cannot continue.");
-
+  EXPECT_EQ(RefusedAtOnce(),
+            "Invalid Sampling Rate or Timebase|Data not time based.  Processing cannot continue.");
   SetChannels(trial, NoiseChannels(64, 9), 10);
-  questions.FillForm({{"channels 1", "yes"}, {"chkIntegral", "yes"}}, "Compute");
-  questions.FillForm({}, "Cancel");
-  Run("integrate.work");
-  EXPECT_EQ(questions.boxes.back().title, "No Free Channels");
+  EXPECT_EQ(Refused({{"channels 1", "yes"}, {"chkIntegral", "yes"}}).substr(0, 16), "No Free Channels");
   EXPECT_EQ(trial.NChan, 64);
   EXPECT_FALSE(trial.FileChanged);
 }

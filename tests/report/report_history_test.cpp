@@ -1,6 +1,7 @@
 // A report saved by a person at work: its recipe leads to what it shows.
 #include "graph/single_view.hpp"
 #include "support/recorded_person.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -29,8 +30,8 @@ TEST_F(ReportHistory, TellsTheStepsToThePictureAndNotThoseToItself) {
   Do("graph.single");
   OpenSingleView(workbench).PressKey({.name = "2"});
   const std::string html = Save("b.html");
-  EXPECT_TRUE(Has(html, "do: math.absolute")) << html;
-  EXPECT_TRUE(Has(html, "do: graph.single")) << html;
+  EXPECT_HAS(html, "do: math.absolute");
+  EXPECT_HAS(html, "do: graph.single");
   EXPECT_FALSE(Has(html, "report.save"));
   EXPECT_FALSE(Has(html, "Report saved"));
   // The history itself has the reports, and with them the graph of the second.

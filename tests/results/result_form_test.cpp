@@ -91,7 +91,6 @@ struct ResultFormTest : FileTest {
 TEST_F(ResultFormTest, AFileHasAllDigitsAndAClipboardWhatIsSeen) {
   questions.fileAnswers = {{directory.Path("a")}};
   Press({"Save", "Send results to Clipboard", "Exit"});
-  EXPECT_EQ(questions.files.front().title, "Save as .PKS file");
   EXPECT_EQ(questions.files.front().defaultName, "walk.pks");
   EXPECT_EQ(questions.files.front().filter,
             "Velmora2 peaks (.pks)|*.pks|Text file (.txt)|*.txt|All files (*.*)|*.*");
@@ -103,7 +102,6 @@ TEST_F(ResultFormTest, AFileHasAllDigitsAndAClipboardWhatIsSeen) {
   EXPECT_EQ(workbench.results.Clipboard,
             "Peaks of walk.vmb\nChannel\tPeak\tp\n00\t0.3333\t<0.0001\n01\t0.0000\t\n\n"
             "Quantity\tValue\nCV\t12.5%\n");
-  EXPECT_EQ(LastBox(), "Sent to Clipboard|Results have been sent to the clipboard.");
   ASSERT_EQ(workbench.results.ResultTables.size(), 2U);
   const Json cells = JsonTable(workbench.results.ResultTables.front());
   EXPECT_TRUE(cells["rows"][1][2].is_null());

@@ -7,18 +7,17 @@
 #include <numeric>
 
 #include "core/text/numbers.hpp"
+#include "support/signals.hpp"
 #include "support/trials.hpp"
 
 namespace velmora::test {
 namespace {
 
 Samples SineOf(std::size_t n, double cycles, double amplitude = 1.0, double mean = 0.0) {
-  Samples samples;
-  for (std::size_t i = 0; i < n; ++i) {
+  return Sampled(static_cast<int>(n), [=](int i) {
     const double angle = 2 * Pi * cycles * static_cast<double>(i) / static_cast<double>(n);
-    samples.push_back(static_cast<float>(mean + amplitude * std::sin(angle)));
-  }
-  return samples;
+    return mean + amplitude * std::sin(angle);
+  });
 }
 
 struct Regression : testing::Test {

@@ -1,6 +1,5 @@
 // Both spectra against scipy.signal.periodogram under every window, of a made signal and of recordings;
 // passed over where scipy is not there.
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -18,7 +17,7 @@ constexpr const char* kScript = R"(
 import sys, numpy
 from scipy import signal
 x = numpy.fromfile(sys.argv[1], numpy.float32).astype(float)
-first = x[:int(sys.argv[2])]
+first = x[:2 ** ((len(x) - 1).bit_length() - 1)]
 for name in ['boxcar', 'blackman', 'blackmanharris', ('tukey', 0.2), 'flattop', 'hamming', 'hann', 'bartlett']:
     for y in [first, x - x.mean()]:
         w = signal.get_window(name, len(y))
@@ -43,14 +42,7 @@ Samples ColumnOf(const std::string& path, int column) {
   return samples;
 }
 
-std::vector<double> NumbersOf(std::istream& text) {
-  std::string line;
-  std::getline(text, line);
-  std::istringstream numbers(line);
-  return {std::istream_iterator<double>(numbers), {}};
-}
-
-struct Periodogram : FileTest {
+struct Periodogram : CommandTest {
   // Regression gives squared amplitudes, twice the mean squares; the FFT has line j at j + 1.
   void Compare(const std::string& python, const Samples& samples) {
     SetChannels(trial, {samples}, 1000);
@@ -58,27 +50,23 @@ struct Periodogram : FileTest {
     while (first * 2 <= samples.size() - 1) {
       first *= 2;
     }
-    WriteFile(directory.Path("script.py"), kScript);
-    WriteFile(directory.Path("x"),
-              {reinterpret_cast<const char*>(samples.data()), samples.size() * sizeof(float)});
-    const std::string call = python + " " + directory.Path("script.py") + " " + directory.Path("x") + " " +
-                             std::to_string(first) + " > " + directory.Path("powers");
-    ASSERT_EQ(std::system(call.c_str()), 0);
-    std::ifstream text(directory.Path("powers"));
+    const std::vector<std::vector<double>> theirs = LinesOfScript(python, kScript, samples);
+    ASSERT_EQ(theirs.size(), 2 * kSpectralWindows.size());
+    auto line = theirs.begin();
     const std::vector<double>& powers = workbench.spectrum.PowerAbs;
     for (const SpectralWindow& window : kSpectralWindows) {
       Run(std::string(window.id).c_str());
       questions.FillForm({}, "Exit");
       Run("fourier.fft");
       ExpectNear(
-          NumbersOf(text), 1, [&](std::size_t j) { return powers[j + 1]; }, first / 2 - 1, 1e-12);
+          *line++, 1, [&](std::size_t j) { return powers[j + 1]; }, first / 2 - 1, 1e-12);
       questions.PickChannels({1});
       questions.FillForm({}, "Exit");
       Run("fourier.harmonic-regression");
       // Towards half the rate the recurrence loses digits; docs/spectra.md tells how many.
       const std::size_t last = (samples.size() - 1) / 2 * 99 / 100;
       ExpectNear(
-          NumbersOf(text), 2, [&](std::size_t k) { return powers[k]; }, last, 1e-9);
+          *line++, 2, [&](std::size_t k) { return powers[k]; }, last, 1e-9);
     }
   }
   template <typename Ours>

@@ -4,21 +4,16 @@
 
 #include "core/text/numbers.hpp"
 #include "support/command_test.hpp"
+#include "support/signals.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
 
-const char* const kWindowQuestion =
-    "Process within Window?|Press Yes to process data between the cursors, No to process all the data or "
-    "Cancel.";
-
 struct SpectraCommands : FileTest {
   // Two cycles of amplitude 2 around 1, noise, and a constant.
   void SetUp() override {
-    Samples sine;
-    for (int i = 0; i < 200; ++i) {
-      sine.push_back(static_cast<float>(1 + 2 * std::sin(2 * Pi * 2 * i / 200)));
-    }
+    const Samples sine = Sampled(200, [](int i) { return 1 + 2 * std::sin(2 * Pi * 2 * i / 200); });
     SetChannels(trial, {sine, NoiseChannels(1, 200)[0], Samples(200, 3.0F)}, 199.0);
     trial.ChanLabel[1] = "Sine";
     trial.ChanLabel[2] = "Noise";
@@ -30,7 +25,6 @@ struct SpectraCommands : FileTest {
   void PressInForm(const Texts& captions) {
     for (const std::string& caption : captions) {
       questions.formAnswers.emplace_back([this, caption](Form& form) {
-        formTitle = form.Title();
         graph = form.Graph().value_or(FormGraph{});
         tables = form.Tables();
         return caption;
@@ -45,7 +39,6 @@ struct SpectraCommands : FileTest {
     return texts;
   }
 
-  std::string formTitle;
   FormGraph graph;
   std::vector<ResultTable> tables;
 };
@@ -53,7 +46,6 @@ struct SpectraCommands : FileTest {
 TEST_F(SpectraCommands, RegressionOfSeveralChannelsReportsEach) {
   questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
     EXPECT_EQ(picker.ValueText(1), "100");
-    EXPECT_EQ(picker.Prompt(), "Choose channels for Fourier analysis and maxiumum number of harmonics.");
     picker.Select(1, true);
     picker.Select(3, true);
     picker.SetValue(1, "12");
@@ -68,13 +60,8 @@ TEST_F(SpectraCommands, RegressionOfSeveralChannelsReportsEach) {
       "Press OK for next channel or Cancel to exit.";
   // The report of a series that could not be computed stays the one before.
   EXPECT_EQ(Boxes(), (Texts{report, "| Cannot compute Fourier series.  Data are constant.", report}));
-  EXPECT_EQ(questions.panels[0].format, "Fourier analysis");
-  EXPECT_EQ(questions.panels[0].status, "12 harmonics");
-  EXPECT_EQ(formTitle, "Power Spectrum for file: /data/walk.vmb");
   EXPECT_FALSE(trial.FileChanged);
-  ASSERT_EQ(workbench.report.deeds.size(), 1U);
-  EXPECT_EQ(workbench.report.deeds[0].what,
-            "Power spectrum by harmonic regression, 12 harmonics, Rectangular window");
+  EXPECT_EQ(workbench.report.deeds.size(), 1U);
 }
 
 TEST_F(SpectraCommands, TheViewShowsWhatItsMenusSay) {
@@ -85,14 +72,12 @@ TEST_F(SpectraCommands, TheViewShowsWhatItsMenusSay) {
     EXPECT_EQ(form.Graph()->x.maximum, 100.0);  // 100 harmonics of 1 Hz
     EXPECT_TRUE(form.Graph()->y.log);
     EXPECT_GT(form.Graph()->y.minimum, 0.0);
-    EXPECT_NE(form.Graph()->readOut(2.2, 0).find("Harmonic 2,  2.000 Hz,  Normalized power 100 %"),
-              std::string::npos);
+    EXPECT_HAS(form.Graph()->readOut(2.2, 0), "Harmonic 2,  2.000 Hz,  Normalized power 100 %");
     return std::string("Max.");
   });
   PressInForm({"Max.", "Table", "Table", "Table to Clipboard", "Graph", "Exit"});
   questions.inputAnswers = {"101", "40"};
   Run("fourier.harmonic-regression");
-  EXPECT_EQ(questions.inputs[0].title, "Maximum Frequency");
   EXPECT_EQ(questions.inputs[0].prompt,
             "Enter maximum frequency for abscissa.  Must be less than or equal to 100.");
   EXPECT_EQ(graph.x.maximum, 40.0);
@@ -101,12 +86,11 @@ TEST_F(SpectraCommands, TheViewShowsWhatItsMenusSay) {
   EXPECT_TRUE(tables.empty());
   const std::string& text = workbench.results.Clipboard;
   EXPECT_EQ(text.substr(0, text.find('\n')), "Power spectrum for: 7 A walk");
-  EXPECT_NE(text.find("\nBias=1.0000\nHarmonic\tFrequency\t"), std::string::npos);
-  EXPECT_NE(text.find("\n2\t2.000\t"), std::string::npos);
+  EXPECT_HAS(text, "\nBias=1.0000\nHarmonic\tFrequency\t");
+  EXPECT_HAS(text, "\n2\t2.000\t");
   const ResultTable& table = workbench.results.ResultTables.at(0);
   EXPECT_EQ(table.rows.size(), 100U);
   EXPECT_EQ(ShownCell(table, 1, 4), "100.0000");
-  EXPECT_EQ(table.columns[1], "Frequency (hertz)");
 }
 
 TEST_F(SpectraCommands, WrongNumbersOfHarmonicsEndTheCommand) {
@@ -126,10 +110,8 @@ TEST_F(SpectraCommands, CancelEndsAtEveryQuestion) {
   SetCursors(11, 110);
   questions.boxAnswers = {Button::Cancel};
   Run("fourier.harmonic-regression");
-  EXPECT_EQ(LastBox(), kWindowQuestion);
   questions.boxAnswers = {Button::Cancel};
   Run("fourier.fft");
-  EXPECT_EQ(LastBox(), kWindowQuestion);
   questions.boxAnswers = {Button::Yes};
   questions.PickCancel();
   Run("fourier.harmonic-regression");
@@ -137,7 +119,7 @@ TEST_F(SpectraCommands, CancelEndsAtEveryQuestion) {
   questions.inputAnswers = {""};
   Run("fourier.statistics");
   EXPECT_EQ(trial.CursorLo, 11);
-  EXPECT_TRUE(questions.formNames.empty());
+  EXPECT_TRUE(questions.formNames.empty() && workbench.report.failures.empty());
   // Cancel of the panel: the report comes all the same, with what was there before.
   questions.boxAnswers = {Button::No};
   questions.PickChannels({2});
@@ -151,20 +133,19 @@ TEST_F(SpectraCommands, CancelEndsAtEveryQuestion) {
 TEST_F(SpectraCommands, TheFastTransformStartsAtTheFirstSample) {
   SetCursors(50, 114);
   Run("fourier.window-blackman-harris");
+  EXPECT_TRUE(FindCommand("fourier.window-blackman-harris")->checked(workbench));
+  EXPECT_FALSE(FindCommand("fourier.window-rectangular")->checked(workbench));
   questions.boxAnswers = {Button::Yes};
   questions.PickChannels({1});
   questions.formAnswers.emplace_back([](Form& form) {
     EXPECT_EQ(*std::get<std::int32_t*>(form.FindField("M")->target), 64);
     EXPECT_EQ(*std::get<std::int32_t*>(form.FindField("Half")->target), 32);
-    EXPECT_EQ(form.Graph()->x.caption, "Frequency (Hz)");
     EXPECT_NEAR(form.Graph()->x.maximum, 99.5, 1e-5);
     return std::string("Maximum");
   });
   questions.inputAnswers = {"20"};
   PressInForm({"Stats", "Reset", "Exit"});
   Run("fourier.fft");
-  EXPECT_EQ(questions.inputs[0].prompt,
-            "Enter maximum frequency for abscissa.  Must be less than or equal to 100.");
   EXPECT_EQ(workbench.spectrum.WindowName, "Blackman-Harris");
   EXPECT_NEAR(graph.x.maximum, 99.5, 1e-5);
   EXPECT_EQ(Boxes()[1], "FFT Results|" + workbench.results.ResultText);
@@ -179,16 +160,12 @@ TEST_F(SpectraCommands, StatisticsOfEveryChannelAsTheGridShowsThem) {
   questions.inputAnswers = {"-20"};
   PressInForm({"Send results to Clipboard", "Exit"});
   Run("fourier.statistics");
-  EXPECT_EQ(questions.inputs[0].prompt,
-            "Enter maximum number of harmonics to compute.  Maximum must be <= 100.");
   ASSERT_EQ(tables.at(0).rows.size(), 3U);
   const std::string& text = workbench.results.Clipboard;
   EXPECT_EQ(text.substr(0, text.find('\n', text.find("Times:"))),
             "Fourier analyses for: \t7 A walk\nCode:\twalk\nMax. harmonics\t20\nRange:\t1\t200\n"
             "Times:\t0.000 s\t1.000 s");
-  EXPECT_NE(text.find("\n02\t\t3.0000\t3.0000\t0.0\t0.0\t0.0\t0.0\t3.0151\t3.0151\n"), std::string::npos)
-      << text;
-  EXPECT_EQ(LastBox(), "Sent to Clipboard|Results have been sent to the clipboard.");
+  EXPECT_HAS(text, "\n02\t\t3.0000\t3.0000\t0.0\t0.0\t0.0\t0.0\t3.0151\t3.0151\n");
   questions.boxAnswers = {Button::No};
   SetChannels(trial, {Samples(4000, 1.0F)});
   questions.inputAnswers = {"1500"};
@@ -204,19 +181,12 @@ TEST_F(SpectraCommands, AGeneratedSumLandsAsANewChannel) {
   EXPECT_EQ(trial.NChan, 4);
   EXPECT_EQ(trial.ChanLabel[4], "Fourier");
   EXPECT_EQ(trial.ChanUnits[4], "?");
-  EXPECT_EQ(trial.ChanColour[4], 5);
-  EXPECT_EQ(trial.ChanAutozero[4], 0);
   EXPECT_TRUE(trial.FileChanged);
   // 5 cycles over 200 samples, and a constant of sin 90 degrees.
   for (int i = 1; i <= 200; ++i) {
     ASSERT_NEAR(trial.Data(i, 4), 2 * std::cos(2 * Pi * 5 * (i - 1) / 200) + 1, 1e-6);
   }
   EXPECT_NEAR(trial.Data(1, 1), 1.0, 1e-6);
-  questions.FillForm({}, "Done");
-  questions.FillForm({}, "Exit");
-  Run("fourier.generate");
-  EXPECT_EQ(LastBox(), "Generate Fourier Series|No waveform was added.  Press Add first, or Exit.");
-  EXPECT_EQ(trial.NChan, 4);
 }
 
 TEST_F(SpectraCommands, WithoutATrialASumStartsOne) {
@@ -224,41 +194,24 @@ TEST_F(SpectraCommands, WithoutATrialASumStartsOne) {
   questions.FillForm({}, "Exit");
   Run("fourier.generate");
   EXPECT_EQ(trial.NData, 0);
-  EXPECT_EQ(trial.FileName, "/data/walk.vmb");
+  questions.FillForm({}, "Done");
+  questions.FillForm({}, "Exit");
+  Run("fourier.generate");
+  EXPECT_EQ(LastBox(), "Generate Fourier Series|No waveform was added.  Press Add first, or Exit.");
+  EXPECT_EQ(trial.NData, 0);
   questions.FillForm({{"cwnRate", "100"}, {"cwnTime", "2.004"}}, "Add");
   questions.FillForm({}, "Done");
   Run("fourier.generate");
   EXPECT_EQ(trial.NData, 201);
   EXPECT_EQ(trial.NChan, 1);
   EXPECT_EQ(trial.Duration, 2.004);
-  EXPECT_EQ(trial.TrialName, "Fourier");
-  EXPECT_EQ(trial.TrialTitle, "Fourier series");
   EXPECT_FLOAT_EQ(trial.Data(201, 0), 2.0F);
   SetChannels(trial, std::vector<Samples>(64, {1, 2, 3}));
   questions.FillForm({}, "Add");
   questions.FillForm({}, "Done");
   questions.FillForm({}, "Exit");
   Run("fourier.generate");
-  EXPECT_EQ(LastBox(),
-            "No Free Channels|There are no more free channels.  You must exit this form and erase "
-            "channels to generate new waveforms.");
-  EXPECT_EQ(questions.boxes.size(), 2U);
-}
-
-TEST_F(SpectraCommands, WindowsCarryOneCheckMark) {
-  for (const char* id :
-       {"fourier.window-rectangular", "fourier.window-hamming", "fourier.window-triangular"}) {
-    Run(id);
-    int marks = 0;
-    for (const Command& command : AllCommands()) {
-      if (command.id.starts_with("fourier.window-") && command.checked(workbench)) {
-        ++marks;
-        EXPECT_EQ(command.id, id);
-      }
-    }
-    EXPECT_EQ(marks, 1);
-  }
-  EXPECT_EQ(workbench.spectrum.WindowType, 7);
+  EXPECT_EQ(questions.boxes[1].title, "No Free Channels");
 }
 
 // --- Fourier transform files
@@ -278,14 +231,10 @@ TEST_F(SpectraCommands, WhatIsSavedReadsBackAsTheSignal) {
   // The open trial's length serves.
   questions.inputAnswers = {"1200", PlainNumber(bias)};
   LoadPath(directory.Path("s.ftf"));
-  EXPECT_EQ(questions.inputs[questions.inputs.size() - 2].prompt,
-            " Enter number of harmonics to include.  Maximum number is: 1200");
   EXPECT_EQ(trial.FileTypeCode, 8);
   EXPECT_EQ(trial.ChanLabel[1], "From FTF");
   ASSERT_EQ(trial.NData, 2401);
   EXPECT_EQ(trial.Rate, 1200.0);
-  EXPECT_EQ(questions.panels.back().format, "Fourier Transform File (.FTF)");
-  EXPECT_EQ(questions.panels.back().status, "2401 samples/chan.");
   // The frequencies count intervals and the coefficients samples, so that the first half alone comes close.
   double error = 0;
   for (int i = 1; i <= 20; ++i) {

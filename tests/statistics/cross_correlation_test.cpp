@@ -2,7 +2,8 @@
 
 #include <limits>
 
-#include "statistics/table_test.hpp"
+#include "support/signals.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -26,11 +27,7 @@ struct CrossCorrelationTest : TableTest {
 
 /// A bump around sample `middle` (from 0), the wider the smaller `sharpness`.
 Samples Bump(double middle, double sign = 1, int count = 400) {
-  Samples samples;
-  for (int i = 0; i < count; ++i) {
-    samples.push_back(static_cast<float>(sign * std::exp(-(i - middle) * (i - middle) / 200)));
-  }
-  return samples;
+  return Sampled(count, [&](int i) { return sign * std::exp(-(i - middle) * (i - middle) / 200); });
 }
 
 // x = 0 3 0 0, y = 0 0 3 0: deviations -.75 2.25 -.75 -.75; r(1) = (.5625 + 5.0625 + .5625) / 6.75.

@@ -1,9 +1,10 @@
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 #include "statistics/descriptive.hpp"
 #include "statistics/order_statistics.hpp"
-#include "statistics/table_test.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -17,23 +18,16 @@ TEST_F(LevelTest, MeansByHand) {
   questions.FillForm({});
   RunPicking("statistics.descriptive", {1, 2, 3, 4});
   const ResultTable& table = Table("frmMeans");
-  EXPECT_EQ(questions.pickPrompts.back(), "Choose channel(s) for statistics.");
   EXPECT_TRUE(table.title.ends_with("(standard deviations with n-1)"));
-  EXPECT_EQ(Cell(table, 0, "n"), 4);
-  EXPECT_EQ(Cell(table, 0, "Mean"), 2.75);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Std.Dev."), std::sqrt(24.75 / 3));
-  EXPECT_EQ(Cell(table, 0, "Minimum"), -1);
-  EXPECT_FLOAT_EQ(static_cast<float>(Cell(table, 0, "Time of min.")), 0.1F);
-  EXPECT_FLOAT_EQ(static_cast<float>(Cell(table, 0, "Time of max.")), 0.2F);  // the first of two
-  EXPECT_EQ(Cell(table, 0, "Range"), 6);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "RMS"), std::sqrt(55.0 / 4));
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "Std.Err."), std::sqrt(24.75 / 3) / 2);
-  EXPECT_EQ(Cell(table, 1, "Coeff. var'n"), 0);
-  EXPECT_EQ(Cell(table, 2, "n"), 2);  // what is no number is left out
-  EXPECT_EQ(Cell(table, 2, "Mean"), 3.5);
-  EXPECT_EQ(Cell(table, 2, "Maximum"), 4);
-  EXPECT_EQ(Cell(table, 3, "n"), 0);
-  EXPECT_TRUE(std::isnan(Cell(table, 3, "Mean")));
+  const double deviation = std::sqrt(24.75 / 3);
+  ExpectCells(table, 0, {{"n", 4}, {"Mean", 2.75}, {"Std.Dev.", deviation}, {"Std.Err.", deviation / 2}});
+  ExpectCells(table, 0, {{"Minimum", -1}, {"Range", 6}, {"RMS", std::sqrt(55.0 / 4)}});
+  // Of two largest the first.
+  ExpectCells(table, 0, {{"Time of min.", 0.1F}, {"Time of max.", 0.2F}});
+  ExpectCells(table, 1, {{"Coeff. var'n", 0}});
+  // What is no number is left out.
+  ExpectCells(table, 2, {{"n", 2}, {"Mean", 3.5}, {"Maximum", 4}});
+  ExpectCells(table, 3, {{"n", 0}, {"Mean", NAN}});
   EXPECT_FALSE(trial.FileChanged);
   EXPECT_EQ(workbench.report.deeds.back().what, "Mean, minimum and maximum over samples 1 to 4");
 }
@@ -44,19 +38,13 @@ TEST_F(LevelTest, MediansByHand) {
   RunPicking("statistics.median", {1, 2, 3});
   const ResultTable& table = Table("frmMedians");
   EXPECT_TRUE(table.title.ends_with("(linear between order statistics)"));
-  EXPECT_EQ(Cell(table, 0, "25th %ile"), 2);
-  EXPECT_EQ(Cell(table, 0, "Median"), 3);
-  EXPECT_EQ(Cell(table, 0, "75th %ile"), 4);
-  EXPECT_EQ(Cell(table, 0, "Interquartile"), 2);
-  EXPECT_EQ(Cell(table, 0, "Median abs.dev."), 1);
-  EXPECT_DOUBLE_EQ(Cell(table, 0, "5th %ile"), 1.2);
+  ExpectCells(table, 0, {{"25th %ile", 2}, {"Median", 3}, {"75th %ile", 4}, {"Interquartile", 2}});
+  ExpectCells(table, 0, {{"Median abs.dev.", 1}, {"5th %ile", 1.2}});
   // d = 6, -1, -3, 0, -2 about the mean 4: m2 = 10, m3 = 36, m4 = 1394 / 5.
   EXPECT_DOUBLE_EQ(Cell(table, 0, "Skewness"), 36 / std::pow(10, 1.5));
   EXPECT_DOUBLE_EQ(Cell(table, 0, "Kurtosis"), 1394.0 / 5 / 100 - 3);
-  EXPECT_EQ(Cell(table, 1, "Median abs.dev."), 0);
-  EXPECT_TRUE(std::isnan(Cell(table, 1, "Skewness")));
-  EXPECT_EQ(Cell(table, 2, "n"), 2);
-  EXPECT_EQ(Cell(table, 2, "Median"), 3);
+  ExpectCells(table, 1, {{"Median abs.dev.", 0}, {"Skewness", NAN}});
+  ExpectCells(table, 2, {{"n", 2}, {"Median", 3}});
 }
 
 // NIST StRD NumAcc3: 1000000.2, then 1000000.1 and 1000000.3 by turns, 1001 in all; in 32 bits those are
@@ -82,11 +70,12 @@ TEST_F(LevelTest, EveryVectorWidthGivesTheBitsOfThePlainLoop) {
   channels[17][776] = -kInfinity;
   channels[18][0] = kInfinity;
   SetChannels(trial, channels);
-  ChannelList all;
-  for (int c = 1; c <= 19; ++c) {
-    all.push_back(c);
-  }
+  ChannelList all(19);
+  std::iota(all.begin(), all.end(), 1);
   const SampleRange range{3, 777};
+  const auto fields = [](const Descriptive& of) {
+    return std::tie(of.count, of.mean, of.deviation, of.minimum, of.minimumAt, of.maximumAt, of.rms);
+  };
   const auto plain = DescribeChannels(trial, all, range, {}, std::nullopt);
   const auto moments = MomentsOf(trial, all, range, {}, std::nullopt);
   EXPECT_EQ(plain[3].count, 774);
@@ -95,13 +84,7 @@ TEST_F(LevelTest, EveryVectorWidthGivesTheBitsOfThePlainLoop) {
     const auto fast = DescribeChannels(trial, all, range, {}, level);
     const auto fastMoments = MomentsOf(trial, all, range, {}, level);
     for (std::size_t k = 0; k < all.size(); ++k) {
-      EXPECT_EQ(fast[k].count, plain[k].count);
-      EXPECT_EQ(fast[k].mean, plain[k].mean);
-      EXPECT_EQ(fast[k].deviation, plain[k].deviation);
-      EXPECT_EQ(fast[k].minimum, plain[k].minimum);
-      EXPECT_EQ(fast[k].minimumAt, plain[k].minimumAt);
-      EXPECT_EQ(fast[k].maximumAt, plain[k].maximumAt);
-      EXPECT_EQ(fast[k].rms, plain[k].rms);
+      EXPECT_EQ(fields(fast[k]), fields(plain[k])) << k;
       EXPECT_EQ(fastMoments[k].third, moments[k].third);
       EXPECT_EQ(fastMoments[k].fourth, moments[k].fourth);
     }
@@ -110,14 +93,10 @@ TEST_F(LevelTest, EveryVectorWidthGivesTheBitsOfThePlainLoop) {
 
 TEST_F(LevelTest, SelectionFindsWhatSortingFinds) {
   const auto holds = [](const std::vector<float>& samples) {
-    const OrderStatistics fast = OrderBySelection(samples);
-    const OrderStatistics sorted = OrderBySorting(samples);
-    EXPECT_EQ(fast.median, sorted.median);
-    EXPECT_EQ(fast.p5, sorted.p5);
-    EXPECT_EQ(fast.p25, sorted.p25);
-    EXPECT_EQ(fast.p75, sorted.p75);
-    EXPECT_EQ(fast.p95, sorted.p95);
-    EXPECT_EQ(fast.medianDeviation, sorted.medianDeviation);
+    const auto fields = [](const OrderStatistics& of) {
+      return std::tuple(of.median, of.p5, of.p25, of.p75, of.p95, of.medianDeviation);
+    };
+    EXPECT_EQ(fields(OrderBySelection(samples)), fields(OrderBySorting(samples)));
   };
   std::vector<float> noise = NoiseChannels(1, 50001)[0];
   holds(noise);
@@ -146,12 +125,18 @@ TEST_F(LevelTest, GraphsSayWhichSamples) {
   Run("cursor.two");
   workbench.view->MoveCursor(1, 0.2);
   workbench.view->MoveCursor(2, 0.5);
+  const auto shown = [this](const char* key, const char* table, const char* head) {
+    questions.FillForm({});
+    workbench.view->PressKey({.name = key});
+    return Cell(Table(table), 0, head);
+  };
+  EXPECT_EQ(shown("D", "frmMeans", "Mean"), 4.5);
+  EXPECT_EQ(shown("M", "frmMedians", "n"), 4);
+  EXPECT_EQ(shown("I", "frmIntegral", "Sum"), 18);
+  EXPECT_EQ(shown("E", "frmEMGstats", "Abs. Sum"), 18);
   questions.FillForm({});
-  workbench.view->PressKey({.name = "D"});
-  EXPECT_EQ(Cell(Table("frmMeans"), 0, "Mean"), 4.5);
-  questions.FillForm({});
-  workbench.view->PressKey({.name = "M"});
-  EXPECT_EQ(Cell(Table("frmMedians"), 0, "n"), 4);
+  Run("all-stats.emg");
+  EXPECT_EQ(Cell(Table("frmEMGstats"), 0, "Sum"), 55);
   questions.FillForm({}, "Median stats.");  // and from there over the same samples, then out of both
   questions.FillForm({});
   questions.FillForm({});

@@ -2,7 +2,8 @@
 
 #include <limits>
 
-#include "statistics/table_test.hpp"
+#include "support/signals.hpp"
+#include "support/table_test.hpp"
 
 namespace velmora::test {
 namespace {
@@ -19,24 +20,8 @@ const std::vector<std::pair<double, double>>& Norris() {
   return data;
 }
 
-struct RegressionTest : TableTest {
-  void Regress(Edits edits) {
-    AnswerForm(edits, "Compute");
-    questions.FillForm({}, "Exit");
-    Run("statistics.regression");
-  }
-  void LoadNorris() {
-    Samples x;
-    Samples y;
-    for (const auto& [a, b] : Norris()) {
-      x.push_back(static_cast<float>(a));
-      y.push_back(static_cast<float>(b));
-    }
-    SetChannels(trial, {x, y});
-    trial.ChanLabel[1] = "x";
-    trial.ChanLabel[2] = "y";
-    trial.ChanUnits[2] = "ppb";
-  }
+struct RegressionTest : AnalysisTest {
+  RegressionTest() : AnalysisTest("statistics.regression") {}
 };
 
 TEST_F(RegressionTest, CertifiedValuesOfNorris) {
@@ -57,21 +42,13 @@ TEST_F(RegressionTest, CertifiedValuesOfNorris) {
   EXPECT_NEAR(fit.estimateError, 0.884796396144373, 1e-11);
   EXPECT_NEAR(fit.f.value(), 5436385.54079785, 1e-3);
   EXPECT_NEAR(fit.sse, 26.6173985294224, 1e-9);
-
-  LoadNorris();
-  Regress({{"comY", "2"}, {"channels 1", "yes"}});
-  const ResultTable& terms = Table("frmRegression");
-  EXPECT_NEAR(Cell(terms, 0, "Coefficient"), -0.2623255459827986, 1e-10);
-  EXPECT_NEAR(Cell(terms, 1, "Coefficient"), 1.0021168285920892, 1e-12);
-  EXPECT_EQ(std::get<std::string>(terms.rows[1][0]), "x");
-  EXPECT_EQ(Cell(Table("frmRegressionFit"), 6, "Value"), 36);
-  EXPECT_EQ(Table("frmAgreement").rows.size(), 5U);
-  EXPECT_FALSE(trial.FileChanged);
 }
 
 TEST_F(RegressionTest, LinesByHandAndTheirAgreement) {
   SetChannels(trial, {{1, 2, 3, 4}, {3, 5, 7, 10}, {1, 0, 0, 1}}, 1);
-  Regress({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}, {"chkResiduals", "yes"}});
+  trial.ChanLabel[1] = "x";
+  Compute({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}, {"chkResiduals", "yes"}});
+  EXPECT_EQ(ShownCell(Table("frmRegression"), 1, 0), "x");
   // Means 2.5 and 6.25, S(x,y) = 11.5, S(x,x) = 5.
   EXPECT_NEAR(Cell(Table("frmRegression"), 0, "Coefficient"), 0.5, 1e-13);
   EXPECT_NEAR(Cell(Table("frmRegression"), 1, "Coefficient"), 2.3, 1e-14);
@@ -82,18 +59,21 @@ TEST_F(RegressionTest, LinesByHandAndTheirAgreement) {
   EXPECT_EQ(Cell(Table("frmAgreement"), 0, "Value"), 3.75);
   EXPECT_DOUBLE_EQ(Cell(Table("frmAgreement"), 1, "Value"), std::sqrt(8.75 / 3));
   EXPECT_DOUBLE_EQ(Cell(Table("frmAgreement"), 3, "Value"), 3.75 + 1.96 * std::sqrt(8.75 / 3));
+  EXPECT_EQ(Table("frmAgreement").rows.size(), 5U);
   EXPECT_EQ(Labels()[3], "Fitted");
   EXPECT_EQ(Labels()[4], "Residual");
   EXPECT_NEAR(trial.Data(4, 4), 9.7, 1e-6);
   EXPECT_NEAR(trial.Data(4, 5), 0.3, 1e-6);
   EXPECT_TRUE(trial.FileChanged);
 
-  Regress({{"comY", "2"}, {"channels 1", "yes"}, {"chkIntercept", "no"}});
+  trial.FileChanged = false;
+  Compute({{"comY", "2"}, {"channels 1", "yes"}, {"chkIntercept", "no"}});
   // S(x,y) / S(x,x) about 0: 74 / 30; R squared 74^2 / 30 / 183.
   EXPECT_NEAR(Cell(Table("frmRegression"), 0, "Coefficient"), 74.0 / 30, 1e-13);
   EXPECT_NEAR(Cell(Table("frmRegressionFit"), 0, "Value"), 74.0 * 74 / 30 / 183, 1e-13);
+  EXPECT_FALSE(trial.FileChanged);
 
-  Regress({{"comY", "2"}, {"channels 1", "no"}, {"channels 3", "yes"}, {"chkTime", "yes"}});
+  Compute({{"comY", "2"}, {"channels 1", "no"}, {"channels 3", "yes"}, {"chkTime", "yes"}});
   // t = 0..3 and the third channel, which is even about its middle: the slope stays, and the channel takes
   // its part.
   EXPECT_NEAR(Cell(Table("frmRegression"), 1, "Coefficient"), 2.3, 1e-12);
@@ -132,29 +112,19 @@ TEST_F(RegressionTest, RefusesWhatHasNoAnswer) {
                    "Channels Depend on Each Other: The regression has no single answer.  Take out one of the "
                    "channels."}));
   SetChannels(trial, {{1, 2}, {3, 5}});
-  workbench.report = {};
-  AnswerForm({{"comY", "2"}, {"channels 1", "yes"}}, "Compute");
-  AnswerForm({}, "Cancel");
-  Run("statistics.regression");
-  EXPECT_EQ(workbench.report.warnings, Texts{"Too Few Data: Too few data points."});
+  EXPECT_EQ(Refused({{"comY", "2"}, {"channels 1", "yes"}}), "Too Few Data|Too few data points.");
   std::vector<std::vector<float>> full(64, Samples{1, 2, 4});
   SetChannels(trial, full);
-  AnswerForm({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}}, "Compute");
-  AnswerForm({}, "Cancel");
-  Run("statistics.regression");
+  Refused({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}});
   EXPECT_EQ(questions.boxes.back().title, "No Free Channels");
 }
 
 TEST_F(RegressionTest, ALongColumnIsFittedByPartsAndMissingSamplesAreLeftOut) {
-  Samples x;
-  Samples y;
-  for (int i = 0; i < 5000; ++i) {
-    x.push_back(static_cast<float>(i));
-    y.push_back(static_cast<float>(3 * i + 7));
-  }
+  const Samples x = Sampled(5000, [](int i) { return i; });
+  Samples y = Sampled(5000, [](int i) { return 3 * i + 7; });
   y[17] = std::numeric_limits<float>::quiet_NaN();
   SetChannels(trial, {x, y});
-  Regress({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}});
+  Compute({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}});
   EXPECT_NEAR(Cell(Table("frmRegression"), 0, "Coefficient"), 7, 1e-9);
   EXPECT_NEAR(Cell(Table("frmRegression"), 1, "Coefficient"), 3, 1e-12);
   EXPECT_EQ(Cell(Table("frmRegressionFit"), 6, "Value"), 4999);

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "support/command_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 
@@ -104,7 +105,5 @@ class Program : public testing::Test {
 
   TemporaryDirectory directory_;
 };
-
-#define EXPECT_HAS(text, part) EXPECT_NE((text).find(part), std::string::npos) << (text)
 
 }  // namespace velmora::test

@@ -4,7 +4,6 @@
 
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -34,20 +33,6 @@ class RecipeTest : public testing::Test {
     outcome_ = run_->Run(recipe);
   }
   [[nodiscard]] std::string Why() const { return outcome_.failure ? outcome_.failure->why : "all ran"; }
-  /// The names of the fields that the form showed when it was asked about first.
-  [[nodiscard]] std::set<std::string> FieldsOf(const std::string& form) const {
-    for (const std::string& line : lines_) {
-      const auto told = nlohmann::json::parse(line);
-      if (told.at("kind") == "form" && told.at("name") == form) {
-        std::set<std::string> names;
-        for (const auto& [name, value] : told.at("fields").items()) {
-          names.insert(name);
-        }
-        return names;
-      }
-    }
-    return {};
-  }
   [[nodiscard]] nlohmann::json Info(const char* name) const {
     return nlohmann::json::parse(ReadFile(directory_.Path(name)));
   }
