@@ -1,20 +1,12 @@
 #include <algorithm>
-#include <cstdlib>
 
-#include "import/reader_table.hpp"
+#include "support/recordings.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
 namespace {
 
 struct TextFormatsTest : TextLoadTest {
-  [[nodiscard]] std::string Told() const {
-    std::string told;
-    for (const std::string& notice : trial.Notices) {
-      told += notice + "\n";
-    }
-    return told;
-  }
   [[nodiscard]] std::vector<float> Times() { return velmora::test::Channel(trial, 0); }
 };
 
@@ -43,14 +35,13 @@ TEST_F(TextFormatsTest, ViconDevicesOfNexus) {
 }
 
 TEST_F(TextFormatsTest, ViconTextAgreesWithTheC3dOfTheTrial) {
-  const char* folder = std::getenv("VELMORA_RECORDINGS");
-  if (folder == nullptr || FormatOfCode(19).open == nullptr) {
-    GTEST_SKIP() << "needs VELMORA_RECORDINGS and the reader of C3D files";
+  if (!Recording("vendor")) {
+    GTEST_SKIP() << "needs VELMORA_RECORDINGS";
   }
-  LoadPath(std::string(folder) + "/vendor/vicon_nexus_analogs.csv");
+  LoadPath(*Recording("vendor/vicon_nexus_analogs.csv"));
   const Texts labels = Labels();
   const Frames rows = Rows();
-  LoadPath(std::string(folder) + "/c3d/pyomeca_markers_analogs.c3d");
+  LoadPath(*Recording("c3d/pyomeca_markers_analogs.c3d"));
   ASSERT_EQ(trial.NData, 11600);
   int matched = 0;
   for (int c = 1; c <= trial.NChan; ++c) {
