@@ -164,33 +164,25 @@ TEST_F(DigitalFilters, TheFormFollowsItsChoices) {
   const auto shown = [&form](const char* field, std::size_t channel) {
     return (*std::get<ChannelNumbers*>(form.FindField(field)->target)).at(channel);
   };
-  const auto caption = [&form](const char* field) { return form.FindField(field)->caption; };
   EXPECT_EQ(shown("FilterCutoffs", 1), 20);
   EXPECT_EQ(shown("FilterCutoffs", 2), 0);
-  EXPECT_EQ(shown("SecondCutoffs", 1), 90);
-  EXPECT_EQ(shown("Orders", 3), 2);
-  EXPECT_EQ(caption("FilterCutoffs"), "  Cutoff frequency (Hz)");
   EXPECT_TRUE(form.FindField("SecondCutoffs")->hidden);
   Type(form, {{"optFilter", "1"}, {"FilterCutoffs 1", "33"}});
-  EXPECT_EQ(caption("Orders"), "Passes");
   EXPECT_EQ(form.FindField("optPassType")->disabledChoices, (std::vector<std::int32_t>{2, 3}));
   Type(form, {{"optFilter", "2"}});
-  EXPECT_EQ(caption("Orders"), "Order");
   EXPECT_TRUE(form.FindField("optPassType")->disabledChoices.empty());
   EXPECT_EQ(shown("FilterCutoffs", 1), 33);
   Type(form, {{"optPassType", "Band-pass"}});
   EXPECT_EQ(shown("FilterCutoffs", 1), 20) << "a band takes the last cut-offs";
+  EXPECT_EQ(shown("SecondCutoffs", 1), 90);
   EXPECT_FALSE(form.FindField("SecondCutoffs")->hidden);
-
+  // Clicks ask; an empty reply changes nothing.
   questions.inputAnswers = {"12.5", "", "3.5"};
   form.ClickSecondCutoff(2);
-  EXPECT_EQ(questions.inputs.back().prompt, "Enter cutoff frequency (Hz).");
   EXPECT_EQ(workbench.filters.SecondCutoffs[2], 12.5F);
   form.ClickCutoff(1);
-  EXPECT_EQ(questions.inputs.back().defaultText, "20");
   EXPECT_EQ(workbench.filters.FilterCutoffs[1], 20.0F);
   form.ClickOrder(3);
-  EXPECT_EQ(questions.inputs.back().title, "Enter Order");
   EXPECT_EQ(shown("Orders", 3), 4);
   EXPECT_TRUE(form.FindButton("Cancel")->press());
   EXPECT_EQ(workbench.filters.FilterCutoffs[2], 7.0F);
