@@ -9,11 +9,7 @@ using nlohmann::json;
 class ViewStepsTest : public RecipeTest {
  protected:
   void MakeTrial(Trial& trial) override {
-    std::vector<float> up;
-    for (int i = 1; i <= 101; ++i) {
-      up.push_back(static_cast<float>(i));
-    }
-    SetChannels(trial, {up, std::vector<float>(101, -2.5F)});
+    SetChannels(trial, {CountingUp(101), Samples(101, -2.5F)});
     trial.TrialName = "jump";
   }
 };
