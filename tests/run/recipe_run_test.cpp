@@ -48,25 +48,6 @@ TEST_F(RecipeRunTest, EveryWayAStepCanFailIsTold) {
   EXPECT_TRUE(outcome_.failure);
 }
 
-TEST_F(RecipeRunTest, ARefusalIsAWarningUnlessStrict) {
-  const std::string steps = R"(
-  - do: math.power
-    answers: [pick: {values: {1: -2}}]
-  - do: math.negate
-    answers: [pick: {channels: [1]}]
-)";
-  Run(steps);
-  EXPECT_EQ(Why(), "all ran");
-  ASSERT_EQ(outcome_.warnings.size(), 1U);
-  EXPECT_EQ(outcome_.warnings[0].why,
-            "Invalid power: Negative powers are not permitted.  Array 1 will not be altered.");
-  EXPECT_EQ(outcome_.warnings[0].at.step, 1);
-  EXPECT_EQ(Channel(1), (std::vector<float>{-1, -2, -4}));
-  Run(steps, true);
-  EXPECT_NE(Why().find("Negative powers"), std::string::npos);
-  EXPECT_EQ(Channel(1), (std::vector<float>{1, 2, 4}));
-}
-
 TEST_F(RecipeRunTest, ACutFileIsToldInTheTableAndTheInfoAndFailsAStrictRun) {
   WriteFile(directory_.Path("cut.vmb"), FileByHand(1, 100).substr(0, kSamplesAt + std::size_t{4} * 150));
   const std::string steps = "  - do: file.load\n    file: \"${out}/cut.vmb\"\n  - info: \"${out}/i.json\"\n";
