@@ -224,11 +224,8 @@ TEST_F(GraphWindowTest, MenusMarkWhatIsSo) {
   EXPECT_EQ(marks("line."), "line.dotted line.thin");
   Choose("line.half");
   Choose("line.thick");
-  EXPECT_EQ(marks("line."), "line.half line.thick");
   Choose("line.alternate");
   EXPECT_EQ(marks("line."), "line.alternate line.thick");
-  Choose("point.alternate");
-  EXPECT_EQ(marks("point."), "point.alternate");
   Choose("grid.zero-no-labels");
   EXPECT_EQ(marks("grid.z"), "grid.zero grid.zero-no-labels");
   Choose("grid.y");
@@ -247,9 +244,6 @@ TEST_F(GraphWindowTest, MenusMarkWhatIsSo) {
   Press("cmdPoints");
   EXPECT_EQ(marks("line."), "line.solid line.thick");
   EXPECT_EQ(marks("point."), "point.dot");
-  Key(Qt::Key_L);
-  Key(Qt::Key_L);
-  EXPECT_EQ(marks("line."), "line.solid line.thick");
 }
 
 // One letter with Alt: a menu or a button. A button without its letter has a key, told by its tip.

@@ -12,6 +12,35 @@
 
 namespace velmora::test {
 
+/// The visible windows of a class, or with this object name.
+template <typename Window = QWidget>
+QList<Window*> VisibleWindows(const QString& name = {}) {
+  QList<Window*> visible;
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    auto* window = qobject_cast<Window*>(top);
+    if (window != nullptr && window->isVisible() && (name.isEmpty() || window->objectName() == name)) {
+      visible << window;
+    }
+  }
+  return visible;
+}
+
+/// Files are dropped in the middle of a widget.
+inline void DropFiles(QWidget* widget, const std::vector<std::string>& paths) {
+  QMimeData files;
+  QList<QUrl> urls;
+  for (const std::string& path : paths) {
+    urls << QUrl::fromLocalFile(QString::fromStdString(path));
+  }
+  files.setUrls(urls);
+  const QPoint middle = widget->rect().center();
+  QDragEnterEvent enter(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(widget, &enter);
+  ASSERT_TRUE(enter.isAccepted());
+  QDropEvent drop(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(widget, &drop);
+}
+
 /// Somebody at the window: waits for what is expected to appear and then acts on it with mouse and keys,
 /// also while the program waits for an answer.
 class Person {

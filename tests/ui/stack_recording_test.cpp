@@ -57,10 +57,16 @@ TEST_F(StackRecording, GesturesAtTheStackRepeatFromTheHistory) {
   Choose("threshold.calculate");
   Choose("grid.thresholds");
   const double calculated = workbench.thresholds.ChanThreshold[1];
+  // A click on a line asks nothing as long as it stands at the threshold; Cancel takes nothing.
   const QPoint line = Line(1, 5.0);
+  QTest::mouseClick(&Plot(), Qt::LeftButton, {}, line);
   DragIn(Plot(), line, line - QPoint(0, 12));
-  person.boxAnswers = {Button::Yes};
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[1], calculated);
+  person.boxAnswers = {Button::Cancel, Button::Yes};
+  PressIn(Plot(), Qt::Key_T);
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[1], calculated);
   QTest::mouseClick(&Plot(), Qt::LeftButton, {}, Line(1, 5.0));
+  EXPECT_EQ(person.boxes.back().title, "Change Threshold.");
   const double dragged = workbench.thresholds.ChanThreshold[1];
   ASSERT_GT(dragged, calculated);
   // A record by the right button, one by a double click on one graph, with a mark that was moved.
