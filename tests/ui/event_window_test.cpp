@@ -4,18 +4,13 @@
 #include "graph/threshold_lines.hpp"
 #include "ui/graph/event_table.hpp"
 #include "ui/multi_window_person.hpp"
+#include "ui/person.hpp"
 
 namespace velmora::ui {
 namespace {
 
 struct EventWindowTest : MultiWindowTest {
-  void Choose(const char* id) {
-    auto* action = window->findChild<QAction*>(QString::fromLatin1(id));
-    ASSERT_NE(action, nullptr) << id;
-    ASSERT_TRUE(action->isEnabled()) << id;
-    action->trigger();
-    QApplication::processEvents();
-  }
+  void Choose(const char* id) { test::ChooseIn(*window, id); }
   [[nodiscard]] bool Greyed(const char* id) const {
     return !window->findChild<QAction*>(QString::fromLatin1(id))->isEnabled();
   }

@@ -80,13 +80,7 @@ struct GraphWindowTest : test::FileTest {
       return std::string("OK");
     });
   }
-  void Choose(const char* entry) {
-    auto* action = window->findChild<QAction*>(entry);
-    ASSERT_NE(action, nullptr) << entry;
-    ASSERT_TRUE(action->isEnabled()) << entry;
-    action->trigger();
-    QApplication::processEvents();
-  }
+  void Choose(const char* entry) { test::ChooseIn(*window, entry); }
   [[nodiscard]] bool Marked(const char* entry) const {
     return window->findChild<QAction*>(entry)->isChecked();
   }

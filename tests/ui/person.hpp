@@ -25,6 +25,15 @@ QList<Window*> VisibleWindows(const QString& name = {}) {
   return visible;
 }
 
+/// An entry of a window's menus by the command that it runs.
+inline void ChooseIn(QWidget& window, const char* id) {
+  auto* action = window.findChild<QAction*>(QString::fromUtf8(id));
+  ASSERT_NE(action, nullptr) << id;
+  ASSERT_TRUE(action->isEnabled()) << id;
+  action->trigger();
+  QApplication::processEvents();
+}
+
 /// Files are dropped in the middle of a widget.
 inline void DropFiles(QWidget* widget, const std::vector<std::string>& paths) {
   QMimeData files;

@@ -4,6 +4,7 @@
 #include "sample_trials.hpp"
 #include "support/recorded_person.hpp"
 #include "ui/multi_window_person.hpp"
+#include "ui/person.hpp"
 
 namespace velmora::test {
 namespace {
@@ -38,10 +39,7 @@ struct StackRecording : RecordedPerson {
     QTest::mouseClick(&Plot(), button, {}, PlaceIn(Plot(), graph, x, 0.4));
     QApplication::processEvents();
   }
-  void Choose(const char* id) {
-    graphs->findChild<QAction*>(QString::fromLatin1(id))->trigger();
-    QApplication::processEvents();
-  }
+  void Choose(const char* id) { ChooseIn(*graphs, id); }
   QPoint Line(int graph, double x) {
     return PlaceOfValue(Plot(), graph, x, ThresholdLineOf(View().GraphAt(graph))->YPosition);
   }
