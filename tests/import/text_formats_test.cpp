@@ -135,18 +135,15 @@ TEST_F(TextFormatsTest, DelsysTimesForEachChannel) {
   // More columns than a trial holds channels: half of them are times.
   std::string names;
   std::string values;
+  std::string later;
   for (int c = 1; c <= 70; ++c) {
-    names += (c > 1 ? ",X[s],c" : "X[s],c") + std::to_string(c);
-    values += (c > 1 ? ",0," : "0,") + std::to_string(c);
-  }
-  std::string later = values;
-  for (std::size_t at = 0; (at = later.find("0,", at)) != std::string::npos; at += 3) {
-    if (at == 0 || later[at - 1] == ',') {
-      later.replace(at, 2, "1,");
-    }
+    const std::string number = std::to_string(c) + (c < 70 ? "," : "\n");
+    names += "X[s],c" + number;
+    values += "0," + number;
+    later += "1," + number;
   }
   AnswerForm({{"ChannelsToRead", "1, 70"}});
-  Load("a.csv", "DEMG\n" + names + "\n" + values + "\n" + later + "\n");
+  Load("a.csv", "DEMG\n" + names + values + later);
   EXPECT_EQ(trial.FileTypeCode, 62);
   EXPECT_EQ(Rows(), (Frames{{1, 70}, {1, 70}}));
   EXPECT_EQ(trial.Rate, 1.0);

@@ -19,6 +19,7 @@ TEST(Residuals, CutOffsSideBySideAreTheLowPassRunAgainAndAgain) {
     SetChannels(trial, NoiseChannels(2, samples), 100);
     const std::vector<float> cutoffs = ResidualCutoffs(0.5, 38, 70);
     ASSERT_EQ(cutoffs.size(), 71U);
+    EXPECT_EQ(cutoffs.back(), 38.0F);
     const SampleRange range{3, static_cast<std::int32_t>(samples) - 2};
     const std::vector<double> plain = ResidualCurvePlain(trial, 2, range, cutoffs);
     for (const SimdLevel level : MachineSimdLevels()) {

@@ -59,7 +59,7 @@ TEST_F(MathCommand, DerivativesOfPolynomials) {
 
   EXPECT_EQ(RunOn("math.differentiate", {1, 3, 9}, 2.0), (Samples{4, 8, 12}));
   // To the bit: 64 bits, divided by one step or by two, rounded where it is stored.
-  const Samples x = NoiseChannels(1, 300, 11)[0];
+  const Samples x = NoiseChannels(1, 3000, 11)[0];
   const Samples slopes = RunOn("math.differentiate", x, 960.0);
   const double step = 1.0 / 960.0;
   for (std::size_t i = 0; i < x.size(); ++i) {

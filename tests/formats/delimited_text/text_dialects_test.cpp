@@ -119,7 +119,10 @@ TEST_F(TextDialectsTest, FormulasStandBehindSixteenRawChannels) {
 
 TEST_F(TextDialectsTest, CountersOfMarkerAndMeasurementFiles) {
   // "File" and "Frame" on the third line: the first two channels are counters.
-  LoadWithDefaults("a.txt", "one\ntwo\nFile Frame\tItem\n0\t1\t1\t11\n0.5\t2\t2\t12\n1\t3\t3\t13\n");
+  const char* marked = "one\ntwo\nFile Frame\tItem\n0\t1\t1\t11\n0.5\t2\t2\t12\n1\t3\t3\t13\n";
+  LoadWithDefaults("a.txt", marked, {{"ParseLeaveOut", "2"}});
+  EXPECT_EQ(trial.NChan, 2) << "columns chosen one by one";
+  LoadWithDefaults("a.txt", marked);
   EXPECT_EQ(trial.FileTypeCode, 93);
   EXPECT_EQ(Rows(), (Frames{{11}, {12}, {13}}));
   // SignalExpress: a second X column repeats the first one.
