@@ -29,18 +29,16 @@ TEST_F(DesignedHistory, IsRepeatedWithItsFiles) {
   person.PickValues({{1, "6"}, {2, "6"}});
   Do("emg.linear-envelope");
   person.FillForm({{"optMethod", "3"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "Compute");
-  person.FillForm({}, "Save");
-  person.fileAnswers.push_back({directory.Path("day.max")});
-  person.FillForm({}, "Exit");
+  Press("Save", {}, "day.max");
+  Press("Exit");
   Do("emg.maximums");
-  person.fileAnswers.push_back({directory.Path("day.max")});
-  person.FillForm({{"optSource", "1"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "Normalize");
-  person.FillForm({}, "Exit");
+  Press("Normalize", {{"optSource", "1"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "day.max");
+  Press("Exit");
   Do("emg.normalize");
   EXPECT_EQ(workbench.trial.ChanUnits[1].Text(), "%");
   const auto analyse = [this](const char* command, const Edits& edits, const char* press = "Compute") {
-    person.FillForm(edits, press);
-    person.FillForm({}, "Exit");
+    Press(press, edits);
+    Press("Exit");
     Do(command);
   };
   analyse("filter.residuals", {{"txtLineFrom", "200"}, {"channels 2", "yes"}});

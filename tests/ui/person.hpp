@@ -28,8 +28,9 @@ QList<Window*> VisibleWindows(const QString& name = {}) {
 /// An entry of a window's menus by the command that it runs.
 inline void ChooseIn(QWidget& window, const char* id) {
   auto* action = window.findChild<QAction*>(QString::fromUtf8(id));
-  ASSERT_NE(action, nullptr) << id;
-  ASSERT_TRUE(action->isEnabled()) << id;
+  if (action == nullptr || !action->isEnabled()) {
+    throw std::runtime_error(std::string("cannot be chosen: ") + id);
+  }
   action->trigger();
   QApplication::processEvents();
 }
@@ -45,7 +46,9 @@ inline void DropFiles(QWidget* widget, const std::vector<std::string>& paths) {
   const QPoint middle = widget->rect().center();
   QDragEnterEvent enter(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(widget, &enter);
-  ASSERT_TRUE(enter.isAccepted());
+  if (!enter.isAccepted()) {
+    throw std::runtime_error("files are not taken");
+  }
   QDropEvent drop(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(widget, &drop);
 }
