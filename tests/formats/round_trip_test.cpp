@@ -54,12 +54,6 @@ struct RoundTrip : FileTest {
   }
 };
 
-TEST_F(RoundTrip, NativeBinaryKeepsEveryBitAndTheNames) {
-  SaveAndLoad("save.vmb", "trial.vmb");
-  ExpectEveryBit();
-  ExpectNames();
-}
-
 TEST_F(RoundTrip, WhatASaveLosesOfNamesIsTold) {
   trial.ChanLabel[1] = "Vastus lateralis";
   trial.ChanLabel[2] = "Kąt łokcia";

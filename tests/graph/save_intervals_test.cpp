@@ -11,11 +11,7 @@ namespace {
 
 struct SaveIntervalsTest : FileTest {
   void SetUp() override {
-    Samples up;
-    for (int i = 1; i <= 101; ++i) {
-      up.push_back(static_cast<float>(i));
-    }
-    SetChannels(trial, {up});
+    SetChannels(trial, {CountingUp(101)});
     trial.TrialName = "walk";
     workbench.DataDir = directory.Path("");
     Run("graph.all");

@@ -1,5 +1,8 @@
 #include "graph/single_view.hpp"
 
+#include <algorithm>
+#include <functional>
+
 #include "support/command_test.hpp"
 
 namespace velmora::test {
@@ -10,12 +13,9 @@ struct SingleViewTest : CommandTest {
   std::vector<WindowRequest> requests;
 
   void SetUp() override {
-    Samples up;
-    Samples down;
-    for (int i = 1; i <= 101; ++i) {
-      up.push_back(static_cast<float>(i));
-      down.push_back(static_cast<float>(-i));
-    }
+    const Samples up = CountingUp(101);
+    Samples down = up;
+    std::transform(up.begin(), up.end(), down.begin(), std::negate<>());
     SetChannels(trial, {up, down});
     trial.ChanLabel[1] = "Force ";
     trial.ChanUnits[1] = "N";
@@ -31,6 +31,15 @@ struct SingleViewTest : CommandTest {
     View().onRequest = [this](WindowRequest request) { requests.push_back(request); };
   }
 
+  /// The same trial as a stretch of a longer recording: at 534 s 32 bits are 61 us apart.
+  void StartAt(double start) {
+    CloseView(workbench);
+    requests.clear();
+    SetUp();
+    for (int i = 1; i <= 101; ++i) {
+      trial.Data(i, 0) = static_cast<float>(start + (i - 1) / 100.0);
+    }
+  }
   SingleView& View() { return OpenSingleView(workbench); }
   void Key(const char* name, bool ctrl = false) {
     EXPECT_TRUE(View().PressKey({.name = name, .ctrl = ctrl}));
@@ -185,38 +194,47 @@ TEST_F(SingleViewTest, SeveralCursorsAreNumberedDeletedAndPaired) {
   EXPECT_EQ(trial.Data(1, 1), 61.0F);
 }
 
-TEST_F(SingleViewTest, WindowAndPan) {
-  Open({{"TxtWindow", "0.4"}});
-  Key("PageUp");
-  ExpectWindow(0.4, 0.8);
-  Key("PageUp");
-  EXPECT_TRUE(requests.empty());
-  Key("PageUp");  // 1.2 lies past the end
-  EXPECT_EQ(requests, std::vector{WindowRequest::Beep});
-  ExpectWindow(0.6, 1.0);
-  Key("PageDown");
-  ExpectWindow(0.2, 0.6);
-  Key("PageDown", true);
-  ExpectWindow(0, 0.4);
-  Key("2");
-  View().MoveCursor(1, 0.7);
-  View().MoveCursor(2, 0.5);
-  Key("F");  // there is no window to leave
-  EXPECT_FALSE(View().WindowMode());
-  Key("W");
-  ExpectWindow(0.5, 0.7);
-  EXPECT_STREQ(View().WindowCaption(), "&Full");
-  EXPECT_NEAR(workbench.graph.ViewDuration, 0.2, 1e-15);
-  Key("Z");
-  ExpectWindow(0, 1.01);  // NData / Rate
-  Key("1");
-  Key("Z");
-  ExpectWindow(0, 0.7);
-  Key("F");
-  ExpectWindow(0, 1);
-  Key("0");
-  Run("view.window");
-  EXPECT_FALSE(View().WindowMode());
+TEST_F(SingleViewTest, WindowAndPanWhereverTheTrialStarts) {
+  for (const double start : {0.0, 534.0}) {
+    SCOPED_TRACE(start);
+    StartAt(start);
+    const auto expectWindow = [&](double min, double max) { ExpectWindow(start + min, start + max); };
+    Open({{"TxtWindow", "0.4"}});
+    expectWindow(0, 0.4);
+    Key("PageUp");
+    expectWindow(0.4, 0.8);
+    Key("PageUp");
+    EXPECT_TRUE(requests.empty());
+    Key("PageUp");  // 1.2 lies past the end
+    EXPECT_EQ(requests, std::vector{WindowRequest::Beep});
+    expectWindow(0.6, 1.0);
+    Key("PageDown");
+    expectWindow(0.2, 0.6);
+    Key("PageDown", true);
+    expectWindow(0, 0.4);
+    Run("view.reset");
+    Key("PageUp");  // all is shown: it stays
+    expectWindow(0, 1);
+    Key("2");
+    View().MoveCursor(1, start + 0.7);
+    View().MoveCursor(2, start + 0.5);
+    Key("F");  // there is no window to leave
+    EXPECT_FALSE(View().WindowMode());
+    Key("W");
+    expectWindow(0.5, 0.7);
+    EXPECT_STREQ(View().WindowCaption(), "&Full");
+    EXPECT_NEAR(workbench.graph.ViewDuration, 0.2, 1e-12);
+    Key("Z");
+    expectWindow(0, 1.01);  // NData / Rate
+    Key("1");
+    Key("Z");
+    expectWindow(0, 0.7);
+    Key("F");
+    expectWindow(0, 1);
+    Key("0");
+    Run("view.window");
+    EXPECT_FALSE(View().WindowMode());
+  }
 }
 
 TEST_F(SingleViewTest, Scales) {
@@ -239,68 +257,58 @@ TEST_F(SingleViewTest, Scales) {
 }
 
 TEST_F(SingleViewTest, CropKeepsWhatLiesBetweenTheCursors) {
-  Open();
-  Run("crop.outside");  // no cursors: nothing is asked
-  Key("2");
-  View().MoveCursor(1, 0.5);
-  View().MoveCursor(2, 0.2);
-  AnswerClip(false, "Cancel");
-  Run("crop.outside");
-  EXPECT_EQ(trial.NData, 101);
-  ExpectRange(21, 51);
-  EXPECT_FALSE(trial.FileChanged);
-  AnswerClip(false, "Crop");
-  Run("crop.outside");
-  EXPECT_EQ(trial.NData, 31);
-  EXPECT_EQ(trial.Duration, 0.3);
-  EXPECT_EQ(trial.Data(1, 0), 0.2F);
-  EXPECT_EQ(trial.Data(1, 1), 21.0F);
-  EXPECT_EQ(trial.Data(31, 2), -51.0F);
-  EXPECT_TRUE(trial.FileChanged);
-  ExpectRange(1, 31);  // the cursors went to the ends
-  EXPECT_EQ(View().Drawing().Ordinate.Maximum, 51);
-
-  MarkChanged(workbench, false);
-  AnswerClip(false);
-  Run("crop.outside");  // all of it: nothing changes
-  EXPECT_FALSE(trial.FileChanged);
-  View().MoveCursor(1, 0.3);
-  AnswerClip(true, "Trim Left");
-  Run("crop.left");
-  EXPECT_EQ(trial.NData, 21);
-  EXPECT_EQ(trial.Data(1, 0), 0.2F);  // the old first time, not the cursor's
-  EXPECT_EQ(trial.Data(1, 1), 31.0F);
-  AnswerClip(true, "Trim Right");
-  View().MoveCursor(2, 0.3);
-  Run("crop.right");
-  EXPECT_EQ(trial.NData, 11);
-  EXPECT_EQ(trial.Data(11, 1), 41.0F);
+  for (const double start : {0.0, 534.0}) {
+    SCOPED_TRACE(start);
+    StartAt(start);
+    const auto first = static_cast<float>(start + 0.2);
+    Open({{"TxtWindow", "1"}});
+    Run("crop.outside");  // no cursors: nothing is asked
+    Key("2");
+    View().MoveCursor(1, start + 0.5);
+    View().MoveCursor(2, start + 0.2);
+    AnswerClip(false, "Cancel");
+    Run("crop.outside");
+    EXPECT_EQ(trial.NData, 101);
+    ExpectRange(21, 51);
+    EXPECT_FALSE(trial.FileChanged);
+    AnswerClip(false, "Crop");
+    Run("crop.outside");
+    EXPECT_EQ(trial.NData, 31);
+    EXPECT_EQ(trial.Duration, 0.3);
+    EXPECT_EQ(trial.Data(1, 0), first);
+    EXPECT_EQ(trial.Data(1, 1), 21.0F);
+    EXPECT_EQ(trial.Data(31, 2), -51.0F);
+    EXPECT_TRUE(trial.FileChanged);
+    ExpectRange(1, 31);  // the cursors went to the ends
+    EXPECT_EQ(View().Drawing().Cursors[0].XPosition, View().Drawing().Abscissa.Minimum);
+    EXPECT_EQ(View().Drawing().Cursors[1].XPosition, View().Drawing().Abscissa.Maximum);
+    ExpectWindow(double{first}, double{first} + 0.3);
+    EXPECT_EQ(View().Drawing().Ordinate.Maximum, 51);
+    MarkChanged(workbench, false);
+    AnswerClip(false);
+    Run("crop.outside");  // all of it: nothing changes
+    EXPECT_FALSE(trial.FileChanged);
+    View().MoveCursor(1, start + 0.3);
+    AnswerClip(true, "Trim Left");
+    Run("crop.left");
+    EXPECT_EQ(trial.NData, 21);
+    EXPECT_EQ(trial.Data(1, 0), first);  // the old first time, not the cursor's
+    EXPECT_EQ(trial.Data(1, 1), 31.0F);
+    AnswerClip(true, "Trim Right");
+    View().MoveCursor(2, start + 0.3);
+    Run("crop.right");
+    EXPECT_EQ(trial.NData, 11);
+    EXPECT_EQ(trial.Data(11, 1), 41.0F);
+    MarkChanged(workbench, false);
+  }
 }
 
-// The same trial as a stretch of a longer recording: it starts at 534 s, whose 32 bits are 61 us apart.
-TEST_F(SingleViewTest, AnAbscissaThatStartsLateCountsFromItsStart) {
-  for (int i = 1; i <= 101; ++i) {
-    trial.Data(i, 0) = static_cast<float>(534.0 + (i - 1) / 100.0);
-  }
+TEST_F(SingleViewTest, CursorsOfATrialThatStartsLateCountFromItsStart) {
   const TemporaryDirectory directory;
-  Open({{"TxtWindow", "0.4"}});
-  ExpectWindow(534, 534.4);
-  Key("PageUp");
-  Key("PageUp");
-  Key("PageUp");
-  ExpectWindow(534.6, 535);
-  EXPECT_EQ(requests, std::vector{WindowRequest::Beep});
-  Key("PageDown", true);
-  ExpectWindow(534, 534.4);
-  Run("view.reset");
-  ExpectWindow(534, 535);
-  Key("PageUp");  // all is shown: it stays
-  ExpectWindow(534, 535);
+  StartAt(534.0);
+  Open();
   Key("1");
   ExpectRange(1, 51);
-  Key("W");
-  ExpectWindow(534, 534.5);
-  Key("F");
   Key("2");
   View().MoveCursor(1, 534.2);
   View().MoveCursor(2, 534.5);
@@ -313,9 +321,6 @@ TEST_F(SingleViewTest, AnAbscissaThatStartsLateCountsFromItsStart) {
   Key("F10");
   EXPECT_NE(ReadFile(directory.Path("c.vmc")).find("1\t21\t534.2000\t0.0000\n2\t51\t534.5000\t0.3000\n"),
             std::string::npos);
-  Key("W");
-  Key("F");
-  ExpectWindow(534, 535.01);  // NData / Rate from the start
   View().MoveCursor(1, 0.2);  // before the trial
   ExpectRange(1, 51);
   Key("End");
@@ -323,24 +328,6 @@ TEST_F(SingleViewTest, AnAbscissaThatStartsLateCountsFromItsStart) {
   ExpectRange(1, 101);
   EXPECT_EQ(View().Drawing().Cursors[0].XPosition, 534.0);
   EXPECT_EQ(View().Drawing().Cursors[1].XPosition, 535.0);
-
-  View().MoveCursor(1, 534.2);
-  View().MoveCursor(2, 534.5);
-  AnswerClip(false, "Crop");
-  Run("crop.outside");
-  EXPECT_EQ(trial.NData, 31);
-  EXPECT_EQ(trial.Data(1, 1), 21.0F);
-  EXPECT_EQ(trial.Data(31, 1), 51.0F);
-  ExpectWindow(534.2F, 534.2F + 0.3);
-  EXPECT_EQ(View().Drawing().Cursors[0].XPosition, View().Drawing().Abscissa.Minimum);
-  EXPECT_EQ(View().Drawing().Cursors[1].XPosition, View().Drawing().Abscissa.Maximum);
-  ExpectRange(1, 31);
-  View().MoveCursor(1, 534.3);
-  AnswerClip(false, "Trim Left");
-  Run("crop.left");
-  EXPECT_EQ(trial.NData, 21);
-  EXPECT_EQ(trial.Data(1, 1), 31.0F);
-  ExpectRange(1, 21);
 }
 
 TEST_F(SingleViewTest, CutRemovesWhatLiesBetweenTheCursors) {

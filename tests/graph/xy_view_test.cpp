@@ -144,11 +144,7 @@ TEST_F(XYViewTest, FewSamplesAndEqualChannelsAreNoTrouble) {
   }
   SetChannels(trial, NoiseChannels(64, 50));
   Name(1, "Hip", "deg");
-  Edits all = {{"comX", "00: Hip"}, {"chkEllipse", "true"}};
-  for (int c = 1; c <= 64; ++c) {
-    all.emplace_back("channels " + std::to_string(c), "true");
-  }
-  Open(all);
+  Open(WithChannels(64, {{"comX", "00: Hip"}, {"chkEllipse", "true"}}));
   EXPECT_EQ(OpenXYView(workbench).Drawing().Plots.size(), 64U);
   EXPECT_DOUBLE_EQ(Number(0, kR), 1.0) << "X against itself";
   EXPECT_DOUBLE_EQ(Number(0, kSlope), 1.0);

@@ -13,20 +13,6 @@ namespace velmora::test {
 namespace {
 
 struct BinaryFormatsTest : TextLoadTest {
-  [[nodiscard]] std::string Told() const {
-    std::string told;
-    for (const std::string& notice : trial.Notices) {
-      told += notice + "\n";
-    }
-    return told;
-  }
-  double Sum(int c) {
-    double sum = 0.0;
-    for (const float value : Channel(trial, c)) {
-      sum += static_cast<double>(value);
-    }
-    return sum;
-  }
   // Every cut of a file ends in a box or in a trial that holds what it promises.
   void ExpectCutsAreTold(const std::string& name, const std::string& bytes, std::size_t step) {
     for (std::size_t size = 0; size < bytes.size(); size += step) {

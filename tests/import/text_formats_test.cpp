@@ -1,20 +1,12 @@
 #include <algorithm>
-#include <cstdlib>
 
-#include "import/reader_table.hpp"
+#include "support/recordings.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
 namespace {
 
 struct TextFormatsTest : TextLoadTest {
-  [[nodiscard]] std::string Told() const {
-    std::string told;
-    for (const std::string& notice : trial.Notices) {
-      told += notice + "\n";
-    }
-    return told;
-  }
   [[nodiscard]] std::vector<float> Times() { return velmora::test::Channel(trial, 0); }
 };
 
@@ -43,14 +35,13 @@ TEST_F(TextFormatsTest, ViconDevicesOfNexus) {
 }
 
 TEST_F(TextFormatsTest, ViconTextAgreesWithTheC3dOfTheTrial) {
-  const char* folder = std::getenv("VELMORA_RECORDINGS");
-  if (folder == nullptr || FormatOfCode(19).open == nullptr) {
-    GTEST_SKIP() << "needs VELMORA_RECORDINGS and the reader of C3D files";
+  if (!Recording("vendor")) {
+    GTEST_SKIP() << "needs VELMORA_RECORDINGS";
   }
-  LoadPath(std::string(folder) + "/vendor/vicon_nexus_analogs.csv");
+  LoadPath(*Recording("vendor/vicon_nexus_analogs.csv"));
   const Texts labels = Labels();
   const Frames rows = Rows();
-  LoadPath(std::string(folder) + "/c3d/pyomeca_markers_analogs.c3d");
+  LoadPath(*Recording("c3d/pyomeca_markers_analogs.c3d"));
   ASSERT_EQ(trial.NData, 11600);
   int matched = 0;
   for (int c = 1; c <= trial.NChan; ++c) {
@@ -144,18 +135,15 @@ TEST_F(TextFormatsTest, DelsysTimesForEachChannel) {
   // More columns than a trial holds channels: half of them are times.
   std::string names;
   std::string values;
+  std::string later;
   for (int c = 1; c <= 70; ++c) {
-    names += (c > 1 ? ",X[s],c" : "X[s],c") + std::to_string(c);
-    values += (c > 1 ? ",0," : "0,") + std::to_string(c);
-  }
-  std::string later = values;
-  for (std::size_t at = 0; (at = later.find("0,", at)) != std::string::npos; at += 3) {
-    if (at == 0 || later[at - 1] == ',') {
-      later.replace(at, 2, "1,");
-    }
+    const std::string number = std::to_string(c) + (c < 70 ? "," : "\n");
+    names += "X[s],c" + number;
+    values += "0," + number;
+    later += "1," + number;
   }
   AnswerForm({{"ChannelsToRead", "1, 70"}});
-  Load("a.csv", "DEMG\n" + names + "\n" + values + "\n" + later + "\n");
+  Load("a.csv", "DEMG\n" + names + values + later);
   EXPECT_EQ(trial.FileTypeCode, 62);
   EXPECT_EQ(Rows(), (Frames{{1, 70}, {1, 70}}));
   EXPECT_EQ(trial.Rate, 1.0);

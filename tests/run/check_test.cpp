@@ -17,7 +17,7 @@ TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
     answers:
       - form: {optPasType: 1, FilterCutoffs: {"EMG*": 20}, press: Fliter}
   - do: math.square
-    answers: [{box: Yess}, {pick: {channels: [1], press: Proces}}]
+    answers: [{box: Yess}, {pick: {chanels: [1], press: Proces}}, {form: {a: {0: 1}, found: perhaps}}]
   - do: graph.single
     answers:
       - form: {channels: Fz, TxtWindw: 2}
@@ -35,6 +35,9 @@ TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
       {8, "no button \"Fliter\", but Filter, Zero-lag, Cancel; did you mean \"Filter\"?"},
       {10, "no box has a button \"Yess\"; did you mean \"Yes\"?"},
       {10, "no button \"Proces\"; did you mean \"Process\"?"},
+      {10, "pick has no key \"chanels\"; did you mean \"channels\"?"},
+      {10, "\"0\" is no channel: channels count from 1"},
+      {10, "found must be true or false"},
       {13, "no field \"TxtWindw\""},
       {14, "a step has no key \"inf\"; did you mean \"info\"?"},
       {15, "unknown variable ${factr}; did you mean \"factor\"?"},

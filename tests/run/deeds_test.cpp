@@ -33,11 +33,9 @@ class Yes : public Questions {
   }
   std::string AskForm(Form& form) override {
     ++forms;
-    for (const char* flags : {"channels"}) {
-      if (const FormField* field = form.FindField(flags)) {
-        form.Edit(*field, 1, "true");
-        form.Edit(*field, 2, "true");
-      }
+    if (const FormField* field = form.FindField("channels")) {
+      form.Edit(*field, 1, "true");
+      form.Edit(*field, 2, "true");
     }
     for (const auto& [name, value] : Edits{{"FilterCutoffs", "9"}, {"CursorLo", "20"}, {"CursorHi", "300"}}) {
       if (const FormField* field = form.FindField(name); field != nullptr && !field->readOnly) {

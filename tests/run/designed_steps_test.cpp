@@ -1,6 +1,6 @@
-// Filters by design and the EMG analyses as steps: every command from a recipe with its tables, and what a
-// person did repeated from the history.
-#include "support/recipe_test.hpp"
+// Filters by design and the EMG analyses as steps: what a person did, repeated from the history with its
+// files and tables.
+#include "run/report/info.hpp"
 #include "support/recorded_person.hpp"
 
 namespace velmora::test {
@@ -17,71 +17,6 @@ std::vector<Samples> Bursting() {
   return channels;
 }
 
-struct DesignedSteps : RecipeTest {
-  void MakeTrial(Trial& trial) override {
-    SetChannels(trial, Bursting(), 1000);
-    trial.ChanLabel[1] = "Biceps";
-    trial.ChanLabel[2] = "Triceps";
-    trial.ChanUnits[1] = trial.ChanUnits[2] = "mV";
-  }
-};
-
-TEST_F(DesignedSteps, EveryCommandRunsAndItsTablesAreInTheInfo) {
-  Run(R"(
-  - do: filter.residuals
-    answers:
-      - form: {txtLineFrom: 200, channels: {1: true}, press: Compute}
-      - form: {press: Exit}
-  - do: filter.design
-    answers:
-      - form: {optFamily: Notch, txtCutoff: 50, channels: {1: true, 2: true}, press: Filter}
-  - do: emg.onsets
-    answers:
-      - form: {channels: {1: true}, press: Compute}
-      - form: {press: Graph}
-      - form: {press: Exit}
-  - do: emg.linear-envelope
-    answers:
-      - pick: {values: {1: 6, 2: 6}}
-  - do: emg.maximums
-    answers:
-      - form: {channels: {1: true, 2: true}, press: Compute}
-      - form: {press: Exit}
-  - do: emg.co-contraction
-    answers:
-      - form: {press: Compute}
-      - form: {press: Exit}
-  - do: emg.integrate-epoch
-    answers:
-      - form: {WindowWidth: 0.5, WindowInSeconds: true, channels: {1: true}}
-      - form: {press: Exit}
-  - do: emg.normalize
-    answers:
-      - form: {channels: {1: true, 2: true}, press: Normalize}
-      - form: {press: Exit}
-  - do: emg.integrate-reset
-    answers:
-      - form: {optReset: At a level, txtLevel: 5, channels: {1: true}, press: Integrate}
-      - form: {press: Exit}
-  - do: graph.multi
-    answers:
-      - form: {channels: [2]}
-  - view: {key: "2"}
-  - do: values.maximums
-    answers:
-      - form: {txtWindow: 0.1, press: Compute}
-      - form: {press: Exit}
-  - info: "${out}/all.json"
-)");
-  ASSERT_FALSE(outcome_.failure) << Why();
-  const std::string info = ReadFile(directory_.Path("all.json"));
-  for (const char* table :
-       {"frmResiduals", "frmResidualCurve", "frmOnsets", "frmOnsetsSummary", "frmMaximums",
-        "frmCoContraction", "frmEpoch", "frmNormalize", "frmIntegrateReset"}) {
-    EXPECT_NE(info.find("\"" + std::string(table) + "\""), std::string::npos) << table;
-  }
-}
-
 using DesignedHistory = RecordedPerson;
 
 // What a person does is heard, written as a recipe, and repeated in a fresh program.
@@ -94,18 +29,34 @@ TEST_F(DesignedHistory, IsRepeatedWithItsFiles) {
   person.PickValues({{1, "6"}, {2, "6"}});
   Do("emg.linear-envelope");
   person.FillForm({{"optMethod", "3"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "Compute");
-  person.FillForm({}, "Save");
-  person.fileAnswers.push_back({directory.Path("day.max")});
-  person.FillForm({}, "Exit");
+  Press("Save", {}, "day.max");
+  Press("Exit");
   Do("emg.maximums");
-  person.fileAnswers.push_back({directory.Path("day.max")});
-  person.FillForm({{"optSource", "1"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "Normalize");
-  person.FillForm({}, "Exit");
+  Press("Normalize", {{"optSource", "1"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "day.max");
+  Press("Exit");
   Do("emg.normalize");
   EXPECT_EQ(workbench.trial.ChanUnits[1].Text(), "%");
+  const auto analyse = [this](const char* command, const Edits& edits, const char* press = "Compute") {
+    Press(press, edits);
+    Press("Exit");
+    Do(command);
+  };
+  analyse("filter.residuals", {{"txtLineFrom", "200"}, {"channels 2", "yes"}});
+  analyse("emg.onsets", {{"channels 1", "yes"}});
+  analyse("emg.co-contraction", {});
+  analyse("emg.integrate-epoch", {{"WindowWidth", "0.5"}, {"WindowInSeconds", "yes"}, {"channels 1", "yes"}},
+          "OK");
+  analyse("emg.integrate-reset", {{"optReset", "1"}, {"txtLevel", "5"}, {"channels 1", "yes"}}, "Integrate");
+  EXPECT_TRUE(person.formAnswers.empty());
   const std::vector<std::uint32_t> done = Bits(workbench.trial);
 
-  EXPECT_EQ(Bits(Replay()->State().trial), done) << history.Recipe();
+  const auto again = Replay();
+  EXPECT_EQ(Bits(again->State().trial), done) << history.Recipe();
+  const std::string info = InfoText(again->State());
+  for (const char* table : {"frmMaximums", "frmNormalize", "frmResiduals", "frmResidualCurve", "frmOnsets",
+                            "frmOnsetsSummary", "frmCoContraction", "frmEpoch", "frmIntegrateReset"}) {
+    EXPECT_NE(info.find("\"" + std::string(table) + "\""), std::string::npos) << table;
+  }
 }
 
 }  // namespace

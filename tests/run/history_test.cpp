@@ -65,29 +65,23 @@ struct HistoryTest : RecordedPerson {
 
 // Analyses that change no sample are steps as well, with the files they leave.
 TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
-  const auto press = [this](const Edits& edits, const std::string& button, const std::string& file = "") {
-    person.FillForm(edits, button);
-    if (!file.empty()) {
-      person.fileAnswers.push_back({directory.Path(file)});
-    }
-  };
   Load();
   Do("fourier.window-hamming");
   person.PickValues({{2, "40"}});
-  press({{"mnuSeries", "4"}, {"mnuOrdinate", "Log"}}, "Save", "walk.ftf");
-  press({}, "Exit");
+  Press("Save", {{"mnuSeries", "4"}, {"mnuOrdinate", "Log"}}, "walk.ftf");
+  Press("Exit");
   Do("fourier.harmonic-regression");
   person.PickChannels({1});
-  press({}, "Save", "walk.apd");
-  press({{"EpochCount", "50"}}, "Exit");
+  Press("Save", {}, "walk.apd");
+  Press("Exit", {{"EpochCount", "50"}});
   person.boxAnswers = {Button::OK};
   Do("emg.apdf");
-  press({{"txtInterval", "0.5"}, {"optInterleave", "50%"}, {"chkSave", "true"}}, "Select Channel");
+  Press("Select Channel", {{"txtInterval", "0.5"}, {"optInterleave", "50%"}, {"chkSave", "true"}});
   person.PickChannels({3});
   person.fileAnswers.push_back({directory.Path("walk.tab")});
-  press({}, "Save", "walk.fat");
-  press({}, "Done");
-  press({}, "Exit");
+  Press("Save", {}, "walk.fat");
+  Press("Done");
+  Press("Exit");
   Do("fourier.time-series");
   std::filesystem::create_directories(directory.Path("again"));
   Replay("again");
@@ -109,18 +103,16 @@ TEST_F(HistoryTest, AnAverageIsRepeatedWithItsFiles) {
       trial.ChanLabel[2] = "Knee";
     });
   }
-  const auto press = [this](const char* button, const Edits& edits = {}) { person.FillForm(edits, button); };
-  press("4. Select First File", {{"txtFilename", directory.Path("mean.ens")}, {"txtNumber", "20"}});
+  Press("4. Select First File", {{"txtFilename", directory.Path("mean.ens")}, {"txtNumber", "20"}});
   person.fileAnswers.push_back({strides[0]});
-  press("5. Channel Selection");
+  Press("5. Channel Selection");
   person.PickChannels({1, 2});
-  press("6. Begin Average");
-  press("7. Open Next File");
+  Press("6. Begin Average");
+  Press("7. Open Next File");
   person.fileAnswers.push_back({strides[1], strides[2]});
-  press("9. Calculate Means &SDs");
-  press("10. Save to .VMB");
-  person.fileAnswers.push_back({directory.Path("mean.vmb")});
-  press("Exit");
+  Press("9. Calculate Means &SDs");
+  Press("10. Save to .VMB", {}, "mean.vmb");
+  Press("Exit");
   Do("ensemble.average");
   ASSERT_TRUE(person.formAnswers.empty());
   const std::string mean = ReadFile(directory.Path("mean.vmb"));

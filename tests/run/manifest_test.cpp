@@ -28,9 +28,9 @@ class ManifestTest : public Program {
  protected:
   ManifestTest() {
     recipe_ = Recipe(kStudy);
-    for (int i = 0; i < 5; ++i) {
-      trials_.push_back(
-          Trial("t" + std::to_string(i) + ".vmb", NoiseChannels(2, 50 + static_cast<std::size_t>(i))));
+    for (int i = 0; i < 5; ++i) {  // they do not end in the order in which they begin
+      const int samples = i % 3 == 0 ? 5000 : 50 + i;
+      trials_.push_back(Trial("t" + std::to_string(i) + ".vmb", NoiseChannels(2, samples)));
     }
   }
   /// Runs the study over some of the trials, with results in out/.
@@ -78,6 +78,12 @@ TEST_F(ManifestTest, NamesWhatWasReadAndWrittenInTheOrderOfTheInputs) {
     }
   }
   EXPECT_EQ(manifest["inputs"][3]["failure"]["step"], 1);
+  std::istringstream table(ReadFile(Path("out/table.csv")));
+  for (const char* row : {"name,peak", "t0,", "t1,", "t2,", "t4,"}) {
+    std::string line;
+    std::getline(table, line);
+    EXPECT_TRUE(line.starts_with(row)) << line;
+  }
   ASSERT_EQ(manifest["tables"].size(), 1U);
   EXPECT_EQ(manifest["tables"][0]["sha256"], Sha256(ReadFile(Path("out/table.csv"))));
 }
@@ -275,13 +281,9 @@ TEST_F(ManifestTest, TheMadeStudyGivesOneTableOfThreeLaboratories) {
     inputs.push_back(Path("data/study/" + name));
   }
   ASSERT_EQ(inputs.size(), 24U);
-  ASSERT_EQ(Study("one.json", inputs).status, 0);
-  const std::string table = ReadFile(Path("out/landings.csv"));
-  ASSERT_EQ(Study("two.json", inputs, {"--jobs", "2"}).status, 0);
-  EXPECT_EQ(ReadFile(Path("out/landings.csv")), table);
-  EXPECT_EQ(ReadFile(Path("two.json")), ReadFile(Path("one.json")));
+  ASSERT_EQ(Study("one.json", inputs, {"--jobs", "2"}).status, 0);
   // A person stands still at the end: their weight, 560 N and 45 N for each number, whatever wrote it.
-  std::istringstream lines(table);
+  std::istringstream lines(ReadFile(Path("out/landings.csv")));
   std::string line;
   std::getline(lines, line);
   EXPECT_EQ(line.substr(0, 54), "trial,rate,peak force,time of peak,force at the end,va");

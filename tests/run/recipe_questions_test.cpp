@@ -254,6 +254,8 @@ TEST_F(RecipeQuestionsTest, FormRefusesWhatItDoesNotHave) {
   ExpectFound(FormWith("{form: {press: Smooth}}"), {"no button \"Smooth\"", "Filter, Apply, Cancel"});
   ExpectFound(FormWith("{form: {cwnPadding: 101}}"), {"cwnPadding", "101"});
   ExpectFound(FormWith("{form: {optPad: Wrap}}"), {"optPad", "Wrap"});
+  ExpectFound(FormWith("{form: {optPad: 2}}"), {"optPad", "2"});
+  ExpectFound(FormWith("{form: {Cutoffs: {1: -6}}}"), {"Cutoffs", "-6"});
   ExpectFound(FormWith("{form: {chkRectify: perhaps}}"), {"chkRectify", "perhaps"});
   ExpectFound(FormWith("{form: {Cutoffs: 6}}"), {"Cutoffs"});
   ExpectFound(FormWith("{form: {Cutoffs: [6]}}"), {"Cutoffs"});

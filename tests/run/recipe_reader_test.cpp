@@ -149,31 +149,6 @@ TEST(RecipeReader, RefusesWhatItDoesNotKnowAndSaysWhere) {
   }
 }
 
-TEST(RecipeReader, TellsAllFaultsAtOnceWithTheNameThatWasMeant) {
-  const std::string text = R"(velmora2: 1
-stepps: []
-steps:
-  - do: math.add
-    answrs: []
-  - do: math.add
-    answers:
-      - {pick: {chanels: [1]}}
-      - {box: Yes, titel: "${factr}"}
-      - form: {a: {0: 1}, b: [x], c: [0], found: perhaps}
-  - inf: x
-  - info: "${stem}${oxt}"
-)";
-  EXPECT_EQ(ErrorOf(text, {{"out", "o"}, {"factor", "2"}, {"stem", "s"}}),
-            "r.yaml:2: a recipe has no key \"stepps\"; did you mean \"steps\"?\n"
-            "r.yaml:5: a step has no key \"answrs\"; did you mean \"answers\"?\n"
-            "r.yaml:8: pick has no key \"chanels\"; did you mean \"channels\"?\n"
-            "r.yaml:9: an answer has no key \"titel\"; did you mean \"title\"?\n"
-            "r.yaml:10: \"0\" is no channel: channels count from 1\n"
-            "r.yaml:10: found must be true or false\n"
-            "r.yaml:11: a step has no key \"inf\"; did you mean \"info\"?\n"
-            "r.yaml:12: unknown variable ${oxt}; did you mean \"out\"?");
-}
-
 TEST(RecipeReader, HostileNestingIsAnErrorNotACrash) {
   EXPECT_EQ(ErrorOf(std::string(100000, '[')), "r.yaml:1: lists and maps are nested too deeply");
   EXPECT_EQ(ErrorOf("velmora2: 1\nsteps:\n  - " + std::string(900, '[') + std::string(900, ']') + "\n"),

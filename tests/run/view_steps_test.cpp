@@ -9,11 +9,7 @@ using nlohmann::json;
 class ViewStepsTest : public RecipeTest {
  protected:
   void MakeTrial(Trial& trial) override {
-    std::vector<float> up;
-    for (int i = 1; i <= 101; ++i) {
-      up.push_back(static_cast<float>(i));
-    }
-    SetChannels(trial, {up, std::vector<float>(101, -2.5F)});
+    SetChannels(trial, {CountingUp(101), Samples(101, -2.5F)});
     trial.TrialName = "jump";
   }
 };
@@ -30,8 +26,6 @@ TEST_F(ViewStepsTest, APieceIsSelectedAndCropped) {
   - view: {move: 2, x: 0.25}
   - view: {key: n}
   - info: "${out}/selected.json"
-  - view: {key: F10}
-    answers: [box: "Yes", file: "${out}/jump.vmc"]
   - do: crop.outside
     answers: [form: {ClipResetTime: true, press: Crop}]
   - view: {key: Delete}
@@ -57,8 +51,6 @@ TEST_F(ViewStepsTest, APieceIsSelectedAndCropped) {
   EXPECT_EQ(view["cursors"][0],
             json({{"x", 0.75}, {"y", 0.0}, {"colour", 0xFFFF}, {"name", "1"}, {"kind", "cursor"}}));
   EXPECT_EQ(view["cursors"][1]["x"], 0.25);
-  EXPECT_NE(ReadFile(directory_.Path("jump.vmc")).find("1\t76\t0.7500\t0.0000\n2\t26\t0.2500\t-0.5000\n"),
-            std::string::npos);
 
   const json cropped = Info("cropped.json");
   EXPECT_EQ(cropped["NData"], 51);

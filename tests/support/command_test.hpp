@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -91,6 +92,25 @@ struct FileTest : CommandTest {
     workbench.report = {};
     trial.FileName = path;
     Run("file.load");
+  }
+  /// The file is refused with these words and leaves no trial.
+  void ExpectRefused(const std::string& name, std::string_view bytes, const std::string& why) {
+    Load(name, bytes);
+    EXPECT_EQ(trial.NData, 0) << why;
+    EXPECT_NE(LastBox().find(why), std::string::npos) << why << " in " << LastBox();
+  }
+  /// The notices of the trial, a line each.
+  [[nodiscard]] std::string Told() const {
+    std::string told;
+    for (const std::string& notice : trial.Notices) {
+      told += notice + "\n";
+    }
+    return told;
+  }
+  [[nodiscard]] bool Tells(const std::string& text) const { return Told().find(text) != std::string::npos; }
+  double Sum(int channel) {
+    const std::vector<float> samples = Channel(trial, channel);
+    return std::accumulate(samples.begin(), samples.end(), 0.0);
   }
   /// Returns the path.
   std::string SaveAs(const std::string& name, const char* id = "save.vmb") {

@@ -22,6 +22,13 @@ struct RecordedPerson : testing::Test {
   void SetUp() override { history.Attach(workbench); }
 
   void Do(const char* id) { RunCommand(workbench, *FindCommand(id)); }
+  /// The next form is filled in so and left by this button, which may ask for a file.
+  void Press(const std::string& button, const Edits& edits = {}, const std::string& file = "") {
+    person.FillForm(edits, button);
+    if (!file.empty()) {
+      person.fileAnswers.push_back({directory.Path(file)});
+    }
+  }
   void Load() {
     workbench.trial.FileName = input;
     Do("file.load");

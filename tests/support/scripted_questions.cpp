@@ -18,6 +18,13 @@ T Next(std::deque<T>& answers, const std::string& question) {
 
 }  // namespace
 
+Edits WithChannels(int last, Edits edits) {
+  for (int c = 1; c <= last; ++c) {
+    edits.emplace_back("channels " + std::to_string(c), "yes");
+  }
+  return edits;
+}
+
 void Type(Form& form, const Edits& edits) {
   for (const auto& [name, text] : edits) {
     const std::size_t blank = name.find(' ');

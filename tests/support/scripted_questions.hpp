@@ -14,6 +14,9 @@ namespace velmora::test {
 
 using Edits = std::vector<std::pair<std::string, std::string>>;  // "Field" or "Field 3", and the text
 
+/// These, and the check boxes of the first channels.
+Edits WithChannels(int last, Edits edits = {});
+
 void Type(Form& form, const Edits& edits);
 
 /// Answers in the order given and keeps what was asked. A box with OK alone needs no answer; any

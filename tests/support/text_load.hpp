@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/questions/form.hpp"
-#include "core/text/numbers.hpp"
 #include "support/command_test.hpp"
 
 namespace velmora::test {
@@ -23,7 +22,7 @@ struct TextLoadTest : FileTest {
         [this, edits = std::move(edits), press = std::move(press)](Form& form) {
           offered.emplace_back();
           for (const FormField& field : form.Fields()) {
-            offered.back().emplace_back(field.name, TextOf(field));
+            offered.back().emplace_back(field.name, Form::TextOf(field));
           }
           Type(form, edits);
           return press;
@@ -58,23 +57,6 @@ struct TextLoadTest : FileTest {
       }
     }
     return rows;
-  }
-
- private:
-  static std::string TextOf(const FormField& field) {
-    if (auto* const* flag = std::get_if<bool*>(&field.target)) {
-      return **flag ? "true" : "false";
-    }
-    if (auto* const* whole = std::get_if<std::int32_t*>(&field.target)) {
-      return std::to_string(**whole);
-    }
-    if (auto* const* number = std::get_if<double*>(&field.target)) {
-      return PlainNumber(**number);
-    }
-    if (auto* const* text = std::get_if<std::string*>(&field.target)) {
-      return **text;
-    }
-    return {};
   }
 };
 

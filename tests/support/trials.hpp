@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -66,6 +67,13 @@ inline std::vector<std::uint32_t> Bits(const Trial& trial) {
 /// Whether two vectors are the same bit by bit, NaN and signs of zero included.
 inline bool SameBits(const std::vector<float>& a, const std::vector<float>& b) {
   return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+}
+
+/// 1, 2, 3, ...
+inline Samples CountingUp(std::size_t samples) {
+  Samples up(samples);
+  std::iota(up.begin(), up.end(), 1.0F);
+  return up;
 }
 
 /// Uniform noise in -1..1, the same on every machine.

@@ -5,8 +5,6 @@
 #include <QClipboard>
 #include <QScrollBar>
 
-#include "run/recipe/recipe_reader.hpp"
-#include "run/recipe/recipe_run.hpp"
 #include "ui/data/sample_grid.hpp"
 #include "ui/shot.hpp"
 #include "ui/story.hpp"
@@ -20,15 +18,7 @@ using ui::SampleGrid;
 
 class DataWindowTest : public Story {
  protected:
-  static DataWindow* Table() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      auto* table = qobject_cast<DataWindow*>(window);
-      if (table != nullptr && table->isVisible()) {
-        return table;
-      }
-    }
-    return nullptr;
-  }
+  static DataWindow* Table() { return VisibleWindows<DataWindow>().value(0); }
   SampleGrid& Grid() { return Table()->Grid(); }
   void OpenTable() {
     Choose("Data table");
@@ -38,15 +28,19 @@ class DataWindowTest : public Story {
   void Click(const GridCell& cell, Qt::KeyboardModifiers keys = {}) {
     QTest::mouseClick(Grid().viewport(), Qt::LeftButton, keys, Grid().CellRect(cell).center());
   }
-  /// Types into the box of this title, which `act` brings up, and presses a button.
+  /// Types into the box of this title, which `act` brings up, and presses a button; a refusal is read.
   template <typename Act>
-  void Answer(const char* title, const char* typed, const char* button, const Act& act) {
+  void Answer(const char* title, const char* typed, const char* button, const Act& act,
+              bool refused = false) {
     person_.When(QString::fromUtf8(title), [=](QWidget* dialog) {
       auto* line = dialog->findChild<QLineEdit*>();
       line->selectAll();
       QTest::keyClicks(line, QString::fromUtf8(typed));
       Person::Press(dialog, QString::fromUtf8(button));
     });
+    if (refused) {
+      person_.When("Invalid Entry", [](QWidget* box) { Person::Press(box, "OK"); });
+    }
     act();
     person_.Work();
   }
@@ -55,8 +49,9 @@ class DataWindowTest : public Story {
     ASSERT_TRUE(test::WaitForWindowActive(Table()));
     QTest::keyClick(&to, key, held);
   }
-  void GoTo(const char* typed) {
-    Answer("Go to", typed, "OK", [this] { Type(*Table(), Qt::Key_G, Qt::ControlModifier); });
+  void GoTo(const char* typed, bool refused = false) {
+    Answer(
+        "Go to", typed, "OK", [this] { Type(*Table(), Qt::Key_G, Qt::ControlModifier); }, refused);
   }
   std::string Place() { return Table()->findChild<QLabel*>("place")->text().toStdString(); }
   int HistoryLength() { return Find<QListWidget>("historyList")->count(); }
@@ -84,15 +79,8 @@ TEST_F(DataWindowTest, ACellIsChangedByMouseOrKeysAndTakenBackAndTheRecipeMakesT
   // Called off, empty, or no number: nothing happens, or a box tells why.
   Answer("Change Value", "7", "Cancel", [this] { Type(*Table(), Qt::Key_F2); });
   for (const char* typed : {"seven", "1e39"}) {
-    person_.When("Change Value", [typed](QWidget* dialog) {
-      auto* line = dialog->findChild<QLineEdit*>();
-      line->selectAll();
-      QTest::keyClicks(line, typed);
-      Person::Press(dialog, "OK");
-    });
-    person_.When("Invalid Entry", [](QWidget* box) { Person::Press(box, "OK"); });
-    Type(*Table(), Qt::Key_F2);
-    person_.Work();
+    Answer(
+        "Change Value", typed, "OK", [this] { Type(*Table(), Qt::Key_F2); }, true);
   }
   Click({5, 0});  // the abscissa counts seconds
   person_.When("Invalid Entry", [](QWidget* box) { Person::Press(box, "OK"); });
@@ -104,15 +92,7 @@ TEST_F(DataWindowTest, ACellIsChangedByMouseOrKeysAndTakenBackAndTheRecipeMakesT
 
   ExpectSaveTo("here.vmb");
   Choose("Velmora2 Binary (.VMB) (default)");
-  ExpectSaveTo("steps.yaml");
-  QTest::mouseClick(Find<QPushButton>("saveRecipe"), Qt::LeftButton);
-  person_.Work();
-  std::filesystem::create_directories(Path("again"));
-  Variables variables = {{"out", Path("again")}};
-  SetInputVariables(variables, Path("walk.vmb"));
-  RecipeRun run({.input = Path("walk.vmb"), .strict = true});
-  const Outcome outcome = run.Run(ReadRecipe(ReadFile(Path("steps.yaml")), "steps.yaml", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why;
+  RunRecipe(SavedRecipe());
   EXPECT_EQ(ReadFile(Path("again/here.vmb")), ReadFile(Path("here.vmb")));
 
   // Undo from the table itself: past the save, then one cell after the other.
@@ -140,15 +120,7 @@ TEST_F(DataWindowTest, GoesToASampleOrATimeSelectsAndCopiesAllDigits) {
   EXPECT_EQ(Grid().Current().sample, 1 + static_cast<int>(std::lround(1.5 * Shown().Rate)));
   const GridCell place = Grid().Current();
   for (const char* wrong : {"0", "6002", "100 s", "here"}) {
-    person_.When("Go to", [wrong](QWidget* dialog) {
-      auto* line = dialog->findChild<QLineEdit*>();
-      line->selectAll();
-      QTest::keyClicks(line, wrong);
-      Person::Press(dialog, "OK");
-    });
-    person_.When("Invalid Entry", [](QWidget* box) { Person::Press(box, "OK"); });
-    Type(*Table(), Qt::Key_G, Qt::ControlModifier);
-    person_.Work();
+    GoTo(wrong, true);
     EXPECT_EQ(Grid().Current(), place);
   }
 

@@ -43,12 +43,8 @@ struct Dialogues : Story {
     Choose("Select Channels for Single-Axis Graph");
   }
   static QWidget* Graph() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->isVisible() && window->objectName() == QStringLiteral("frmGraph")) {
-        return window;
-      }
-    }
-    throw std::runtime_error("no graph");
+    const auto graphs = VisibleWindows("frmGraph");
+    return graphs.isEmpty() ? throw std::runtime_error("no graph") : graphs.front();
   }
 };
 
@@ -227,12 +223,7 @@ class Inspector {
     if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
       return modal;
     }
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (auto* beside = qobject_cast<ui::AskingDialog*>(window); beside != nullptr && beside->isVisible()) {
-        return beside;
-      }
-    }
-    return nullptr;
+    return VisibleWindows<ui::AskingDialog>().value(0);
   }
   static void Leave(QDialog& dialog) {
     if (dialog.windowTitle() == "Confirm Exit") {

@@ -1,6 +1,4 @@
 // An average in the window: files dropped on the form, one taken out again, a look at the results, saving.
-#include <QDropEvent>
-#include <QMimeData>
 
 #include "ui/graph/view_window.hpp"
 #include "ui/story.hpp"
@@ -35,22 +33,20 @@ class EnsembleWindow : public Story {
   static std::function<void(QWidget*)> Pressing(const char* caption) {
     return [caption](QWidget* form) { Person::Press(form, caption); };
   }
-  static Ready Can(const char* caption) {
-    return [caption](QWidget* form) {
+  static Ready Shows(const char* caption, bool (*so)(const QPushButton&)) {
+    return [caption, so](QWidget* form) {
       const auto buttons = form->findChildren<QPushButton*>();
-      return std::any_of(buttons.begin(), buttons.end(), [caption](const QPushButton* button) {
-        return QString(button->text()).remove('&') == QString::fromUtf8(caption) && button->isEnabled();
+      return std::any_of(buttons.begin(), buttons.end(), [&](const QPushButton* button) {
+        return QString(button->text()).remove('&') == QString::fromUtf8(caption) && so(*button);
       });
     };
   }
+  static Ready Can(const char* caption) {
+    return Shows(caption, [](const QPushButton& button) { return button.isEnabled(); });
+  }
   /// It is the step that Enter takes.
   static Ready Offers(const char* caption) {
-    return [caption](QWidget* form) {
-      const auto buttons = form->findChildren<QPushButton*>();
-      return std::any_of(buttons.begin(), buttons.end(), [caption](const QPushButton* button) {
-        return QString(button->text()).remove('&') == QString::fromUtf8(caption) && button->isDefault();
-      });
-    };
+    return Shows(caption, [](const QPushButton& button) { return button.isDefault(); });
   }
   static Ready Lists(int files) {
     return [files](QWidget* form) {
@@ -59,20 +55,11 @@ class EnsembleWindow : public Story {
     };
   }
   std::function<void(QWidget*)> Dropping(const std::vector<const char*>& names) const {
-    QList<QUrl> urls;
+    std::vector<std::string> paths;
     for (const char* name : names) {
-      urls << QUrl::fromLocalFile(QString::fromStdString(Path(name)));
+      paths.push_back(Path(name));
     }
-    return [urls](QWidget* form) {
-      QMimeData files;
-      files.setUrls(urls);
-      const QPoint middle = form->rect().center();
-      QDragEnterEvent enter(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-      QApplication::sendEvent(form, &enter);
-      ASSERT_TRUE(enter.isAccepted());
-      QDropEvent drop(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-      QApplication::sendEvent(form, &drop);
-    };
+    return [paths](QWidget* form) { DropFiles(form, paths); };
   }
 };
 

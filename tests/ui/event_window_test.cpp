@@ -4,18 +4,13 @@
 #include "graph/threshold_lines.hpp"
 #include "ui/graph/event_table.hpp"
 #include "ui/multi_window_person.hpp"
+#include "ui/person.hpp"
 
 namespace velmora::ui {
 namespace {
 
 struct EventWindowTest : MultiWindowTest {
-  void Choose(const char* id) {
-    auto* action = window->findChild<QAction*>(QString::fromLatin1(id));
-    ASSERT_NE(action, nullptr) << id;
-    ASSERT_TRUE(action->isEnabled()) << id;
-    action->trigger();
-    QApplication::processEvents();
-  }
+  void Choose(const char* id) { test::ChooseIn(*window, id); }
   [[nodiscard]] bool Greyed(const char* id) const {
     return !window->findChild<QAction*>(QString::fromLatin1(id))->isEnabled();
   }
@@ -33,44 +28,18 @@ struct EventWindowTest : MultiWindowTest {
     Choose("threshold.calculate");
     Choose("threshold.display");
   }
-  /// The pixel of a graph's threshold line, away from cursors.
-  [[nodiscard]] QPoint Line(int graph) {
-    return test::PlaceOfValue(Plot(), graph, 3.2, ThresholdLineOf(View().GraphAt(graph))->YPosition);
-  }
   [[nodiscard]] EventTable& Table() const { return *window->findChild<EventTable*>(); }
 };
 
-TEST_F(EventWindowTest, AThresholdLineIsDraggedAndTaken) {
-  Open(4);
-  EXPECT_TRUE(Greyed("threshold.display"));
-  EXPECT_TRUE(Greyed("threshold.sd-level"));
-  EXPECT_TRUE(Greyed("threshold.save"));
+TEST_F(EventWindowTest, ThreeEventsAreRecordedAndLeavingIsCalledOff) {
+  Open(3);
+  for (const char* id : {"threshold.display", "threshold.sd-level", "threshold.save"}) {
+    EXPECT_TRUE(Greyed(id)) << id;
+  }
   MakeThresholds();
   EXPECT_FALSE(Greyed("threshold.sd-level"));
   EXPECT_TRUE(window->findChild<QAction*>("grid.thresholds")->isChecked());
-  const double before = workbench.thresholds.ChanThreshold[2];
-  Click(Line(2));  // selects, and asks nothing as long as the line stands at the threshold
-  EXPECT_EQ(View().Selected(), 2);
-  Click(Place(1, 2.0));
-  const QPoint line = Line(2);
-  Drag(line, line - QPoint(0, 25));
-  const double dragged = ThresholdLineOf(View().GraphAt(2))->YPosition;
-  EXPECT_GT(dragged, before);
-  EXPECT_EQ(workbench.thresholds.ChanThreshold[2], before);
-  questions.boxAnswers = {Button::Yes};
-  Click(Line(2));
-  EXPECT_EQ(View().Selected(), 2);
-  EXPECT_EQ(questions.boxes.back().title, "Change Threshold.");
-  EXPECT_EQ(workbench.thresholds.ChanThreshold[2], dragged);
-  questions.boxAnswers = {Button::Cancel};
-  Key(Qt::Key_T);
-  EXPECT_EQ(workbench.thresholds.ChanThreshold[2], dragged);
   test::Shot(*window, "thresholds");
-}
-
-TEST_F(EventWindowTest, ThreeEventsAreRecordedAndLeavingIsCalledOff) {
-  Open(3);
-  MakeThresholds();
   questions.boxAnswers = {Button::No};
   Key(Qt::Key_F9);
   ASSERT_TRUE(workbench.events.EventTracking);

@@ -13,6 +13,7 @@
 #include "plot/draw_picture.hpp"
 #include "support/command_test.hpp"
 #include "ui/graph/channel_windows.hpp"
+#include "ui/person.hpp"
 #include "ui/plot_mouse.hpp"
 
 namespace velmora::ui {
@@ -45,13 +46,8 @@ struct OneChannelWindowTest : test::FileTest {
     workbench.DataDir = directory.Path("");
   }
   static std::vector<OneChannelWindow*> Open() {
-    std::vector<OneChannelWindow*> open;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-      auto* window = qobject_cast<OneChannelWindow*>(widget);
-      if (window != nullptr && window->isVisible()) {
-        open.push_back(window);
-      }
-    }
+    const auto shown = test::VisibleWindows<OneChannelWindow>();
+    std::vector<OneChannelWindow*> open(shown.begin(), shown.end());
     std::sort(open.begin(), open.end(),
               [](const auto* a, const auto* b) { return a->Channel() < b->Channel(); });
     return open;
@@ -156,11 +152,8 @@ TEST_F(OneChannelWindowTest, PansZoomsAndResetsByMenuMouseAndKeys) {
 
 TEST_F(OneChannelWindowTest, FollowsTheTrialAndGoesWithItsChannel) {
   OneChannelWindow& knee = Window(1);
-  OneChannelWindow& marker = Window(2);
-  EXPECT_EQ(marker.windowTitle(), "Channel Marker");
-  EXPECT_EQ(Open().size(), 2U);
+  EXPECT_EQ(Window(2).windowTitle(), "Channel Marker");
   EXPECT_EQ(&Window(1), &knee);
-  EXPECT_EQ(Open().size(), 2U);
   Choose(knee, "&Zoom mode");
   test::DragIn(knee.Plot(), test::PlaceIn(knee.Plot(), 1.0, 0.25), test::PlaceIn(knee.Plot(), 3.0, 0.75));
   const QCPRange zoomed = Times(knee);

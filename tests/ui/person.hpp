@@ -12,6 +12,47 @@
 
 namespace velmora::test {
 
+/// The visible windows of a class, or with this object name.
+template <typename Window = QWidget>
+QList<Window*> VisibleWindows(const QString& name = {}) {
+  QList<Window*> visible;
+  for (QWidget* top : QApplication::topLevelWidgets()) {
+    auto* window = qobject_cast<Window*>(top);
+    if (window != nullptr && window->isVisible() && (name.isEmpty() || window->objectName() == name)) {
+      visible << window;
+    }
+  }
+  return visible;
+}
+
+/// An entry of a window's menus by the command that it runs.
+inline void ChooseIn(QWidget& window, const char* id) {
+  auto* action = window.findChild<QAction*>(QString::fromUtf8(id));
+  if (action == nullptr || !action->isEnabled()) {
+    throw std::runtime_error(std::string("cannot be chosen: ") + id);
+  }
+  action->trigger();
+  QApplication::processEvents();
+}
+
+/// Files are dropped in the middle of a widget.
+inline void DropFiles(QWidget* widget, const std::vector<std::string>& paths) {
+  QMimeData files;
+  QList<QUrl> urls;
+  for (const std::string& path : paths) {
+    urls << QUrl::fromLocalFile(QString::fromStdString(path));
+  }
+  files.setUrls(urls);
+  const QPoint middle = widget->rect().center();
+  QDragEnterEvent enter(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(widget, &enter);
+  if (!enter.isAccepted()) {
+    throw std::runtime_error("files are not taken");
+  }
+  QDropEvent drop(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(widget, &drop);
+}
+
 /// Somebody at the window: waits for what is expected to appear and then acts on it with mouse and keys,
 /// also while the program waits for an answer.
 class Person {

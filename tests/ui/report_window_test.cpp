@@ -1,6 +1,4 @@
 // A report saved from the window, and the same one from the recipe of the history.
-#include "run/recipe/recipe_reader.hpp"
-#include "run/recipe/recipe_run.hpp"
 #include "support/environment_variable.hpp"
 #include "ui/shot.hpp"
 #include "ui/story.hpp"
@@ -38,20 +36,12 @@ TEST_F(ReportWindow, IsSavedWithWhatWasDoneAndTheRecipeMakesTheSameBytes) {
   EXPECT_NE(html.find("do: math.absolute"), std::string::npos);
   EXPECT_NE(html.find("2023-11-14"), std::string::npos);
 
-  ExpectSaveTo("steps.yaml");
-  QTest::mouseClick(Find<QPushButton>("saveRecipe"), Qt::LeftButton);
-  person_.Work();
-  std::string recipe = ReadFile(Path("steps.yaml"));
+  std::string recipe = SavedRecipe();
   EXPECT_NE(recipe.find("report.save"), std::string::npos) << recipe;
   // The header was a look, which the history does not repeat.
   recipe.insert(recipe.find("  - do: report.save"),
                 "  - do: data.header\n    answers: [{form: {press: Exit}}]\n");
-  std::filesystem::create_directories(Path("again"));
-  Variables variables = {{"out", Path("again")}};
-  SetInputVariables(variables, Path("walk.vmb"));
-  RecipeRun run({.input = Path("walk.vmb"), .strict = true});
-  const Outcome outcome = run.Run(ReadRecipe(recipe, "steps.yaml", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why;
+  RunRecipe(recipe);
   const std::string again = ReadFile(Path("again/walk.html"));
   const auto upToSteps = [](const std::string& text) { return text.substr(0, text.find("<h2>Steps")); };
   EXPECT_EQ(upToSteps(again), upToSteps(html));

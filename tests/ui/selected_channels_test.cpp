@@ -1,6 +1,4 @@
 // What is selected in the channel table is what commands start with.
-#include "run/recipe/recipe_reader.hpp"
-#include "run/recipe/recipe_run.hpp"
 #include "ui/story.hpp"
 #include "ui/trial/channel_table_view.hpp"
 
@@ -88,15 +86,7 @@ TEST_F(SelectedChannels, AreWhatCommandsAndDialoguesStartWith) {
   // A recipe of it makes the same bits, and a trial that is opened next starts with nothing selected.
   ExpectSaveTo("here.vmb");
   Choose("Velmora2 Binary (.VMB) (default)");
-  ExpectSaveTo("steps.yaml");
-  QTest::mouseClick(Find<QPushButton>("saveRecipe"), Qt::LeftButton);
-  person_.Work();
-  std::filesystem::create_directories(Path("again"));
-  Variables variables = {{"out", Path("again")}};
-  SetInputVariables(variables, Path("walk.vmb"));
-  RecipeRun run({.input = Path("walk.vmb"), .strict = true});
-  const Outcome outcome = run.Run(ReadRecipe(ReadFile(Path("steps.yaml")), "steps.yaml", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why;
+  RunRecipe(SavedRecipe());
   EXPECT_EQ(ReadFile(Path("again/here.vmb")), ReadFile(Path("here.vmb")));
   DoubleClickFile("here.vmb");
   EXPECT_TRUE(test::WaitFor([this] { return Channels()->selectionModel()->selectedRows().isEmpty(); }));

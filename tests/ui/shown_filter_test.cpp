@@ -64,17 +64,11 @@ TEST_F(ShownFilters, HaveTheGainAtTheirEdgesThatTheirDesignPromises) {
 
 TEST_F(ShownFilters, TellWhyThereIsNone) {
   ShownFilter shown;
-  GainsAtEdges("smooth.digital", {{"FilterCutoffs 1", "0"}}, shown);
-  EXPECT_FALSE(shown.Runs());
-  EXPECT_EQ(shown.refusal, "");
-  for (const test::Edits& edits :
-       {test::Edits{{"FilterCutoffs 1", "700"}}, {{"FilterCutoffs 1", "20"}, {"optPassType", "4"}}}) {
-    GainsAtEdges("smooth.digital", edits, shown);
-    EXPECT_FALSE(shown.Runs());
-    EXPECT_NE(shown.refusal, "");
+  for (const char* cutoff : {"0", "700"}) {
+    GainsAtEdges("smooth.digital", {{"FilterCutoffs 1", cutoff}}, shown);
+    EXPECT_FALSE(shown.Runs()) << cutoff;
+    EXPECT_EQ(shown.refusal.empty(), cutoff[0] == '0') << "nothing is to be filtered";
   }
-  GainsAtEdges("smooth.butterworth", {{"FilterCutoffs 1", "490"}}, shown);
-  EXPECT_NE(shown.refusal, "");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "sample_trials.hpp"
 #include "support/recorded_person.hpp"
 #include "ui/multi_window_person.hpp"
+#include "ui/person.hpp"
 
 namespace velmora::test {
 namespace {
@@ -38,10 +39,7 @@ struct StackRecording : RecordedPerson {
     QTest::mouseClick(&Plot(), button, {}, PlaceIn(Plot(), graph, x, 0.4));
     QApplication::processEvents();
   }
-  void Choose(const char* id) {
-    graphs->findChild<QAction*>(QString::fromLatin1(id))->trigger();
-    QApplication::processEvents();
-  }
+  void Choose(const char* id) { ChooseIn(*graphs, id); }
   QPoint Line(int graph, double x) {
     return PlaceOfValue(Plot(), graph, x, ThresholdLineOf(View().GraphAt(graph))->YPosition);
   }
@@ -57,10 +55,16 @@ TEST_F(StackRecording, GesturesAtTheStackRepeatFromTheHistory) {
   Choose("threshold.calculate");
   Choose("grid.thresholds");
   const double calculated = workbench.thresholds.ChanThreshold[1];
+  // A click on a line asks nothing as long as it stands at the threshold; Cancel takes nothing.
   const QPoint line = Line(1, 5.0);
+  QTest::mouseClick(&Plot(), Qt::LeftButton, {}, line);
   DragIn(Plot(), line, line - QPoint(0, 12));
-  person.boxAnswers = {Button::Yes};
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[1], calculated);
+  person.boxAnswers = {Button::Cancel, Button::Yes};
+  PressIn(Plot(), Qt::Key_T);
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[1], calculated);
   QTest::mouseClick(&Plot(), Qt::LeftButton, {}, Line(1, 5.0));
+  EXPECT_EQ(person.boxes.back().title, "Change Threshold.");
   const double dragged = workbench.thresholds.ChanThreshold[1];
   ASSERT_GT(dragged, calculated);
   // A record by the right button, one by a double click on one graph, with a mark that was moved.

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string>
 
+#include "run/recipe/recipe_reader.hpp"
+#include "run/recipe/recipe_run.hpp"
 #include "sample_trials.hpp"
 #include "support/command_test.hpp"
 #include "ui/browser/file_list_view.hpp"
@@ -126,6 +128,22 @@ class Story : public testing::Test {
   }
   void ExpectSaveTo(const std::string& name) {
     person_.WhenA<QFileDialog>([path = Path(name)](QWidget* dialog) { TypePath(dialog, path, "Save"); });
+  }
+  /// The history as the recipe that its button saves.
+  std::string SavedRecipe() {
+    ExpectSaveTo("steps.yaml");
+    QTest::mouseClick(Find<QPushButton>("saveRecipe"), Qt::LeftButton);
+    person_.Work();
+    return ReadFile(Path("steps.yaml"));
+  }
+  /// Runs a recipe over walk.vmb without the window, with results in a directory.
+  void RunRecipe(const std::string& recipe, const std::string& out = "again") {
+    std::filesystem::create_directories(Path(out));
+    Variables variables = {{"out", Path(out)}};
+    SetInputVariables(variables, Path("walk.vmb"));
+    RecipeRun run({.input = Path("walk.vmb"), .strict = true});
+    const Outcome outcome = run.Run(ReadRecipe(recipe, "steps.yaml", variables));
+    ASSERT_FALSE(outcome.failure) << outcome.failure->why;
   }
 };
 

@@ -5,8 +5,6 @@
 #include <map>
 #include <set>
 
-#include "run/recipe/recipe_reader.hpp"
-#include "run/recipe/recipe_run.hpp"
 #include "ui/main/menu_list.hpp"
 #include "ui/trial/channel_drawing.hpp"
 #include "ui/trial/channel_table_view.hpp"
@@ -90,15 +88,7 @@ TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWor
   EXPECT_TRUE(FileRow("walk-filtered.vmb").isValid()) << "listed at once";
 
   // The history of it is a recipe that makes the same file.
-  ExpectSaveTo("walk.yaml");
-  QTest::mouseClick(Find<QPushButton>("saveRecipe"), Qt::LeftButton);
-  person_.Work();
-  fs::create_directories(Path("again"));
-  Variables variables = {{"out", Path("again")}};
-  SetInputVariables(variables, Path("walk.vmb"));
-  RecipeRun run({.input = Path("walk.vmb"), .strict = true});
-  const Outcome outcome = run.Run(ReadRecipe(ReadFile(Path("walk.yaml")), "walk.yaml", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why;
+  RunRecipe(SavedRecipe());
   EXPECT_EQ(ReadFile(Path("again/walk-filtered.vmb")), ReadFile(Path("walk-filtered.vmb")));
 
   // More is done, and the window is closed with it unsaved: there is a way back, and a way out.
@@ -135,10 +125,8 @@ TEST_F(Story, LooksAtSingleChannelsWhileTheTrialChanges) {
   auto* channels = Find<ui::ChannelTableView>("channels");
   const auto open = [] {
     QStringList titles;
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->isVisible() && window->objectName() == QStringLiteral("frmGraph1")) {
-        titles << window->windowTitle();
-      }
+    for (const QWidget* window : VisibleWindows("frmGraph1")) {
+      titles << window->windowTitle();
     }
     titles.sort();
     return titles.join(QStringLiteral(", ")).toStdString();
@@ -416,28 +404,16 @@ TEST_F(Story, FillsInWhatATextTells) {
 
 TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   window_->State().UserLevel = UserLevelKind::Expert;
-  const auto dropped = [this](const char* name) {
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(Path(name)))});
-    QDragEnterEvent enter(QPoint(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window_.get(), &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop(QPointF(400, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window_.get(), &drop);
-  };
+  const auto dropped = [this](const char* name) { DropFiles(window_.get(), {Path(name)}); };
   dropped("walk.vmb");
   EXPECT_TRUE(test::WaitFor([this] { return Shown().NData == 6001; }));
 
   // A saved spectrum is a trial of one channel, dropped or double-clicked.
-  Variables variables = {{"out", Path("")}};
-  SetInputVariables(variables, Path("walk.vmb"));
-  RecipeRun run({.input = Path("walk.vmb"), .strict = true});
-  const Outcome outcome =
-      run.Run(ReadRecipe("velmora2: 1\nsteps:\n  - do: file.load\n    file: \"${input}\"\n"
-                         "  - do: fourier.harmonic-regression\n    answers: [{pick: {values: {1: \"40\"}}}, "
-                         "{form: {press: Save}}, {file: \"${out}/walk.ftf\"}, {form: {press: Exit}}]\n",
-                         "spectrum.yaml", variables));
-  ASSERT_FALSE(outcome.failure) << outcome.failure->why;
+  RunRecipe(
+      "velmora2: 1\nsteps:\n  - do: file.load\n    file: \"${input}\"\n"
+      "  - do: fourier.harmonic-regression\n    answers: [{pick: {values: {1: \"40\"}}}, "
+      "{form: {press: Save}}, {file: \"${out}/walk.ftf\"}, {form: {press: Exit}}]\n",
+      "");
   const auto agree = [this] {
     for (const char* question : {"Number of Harmonics", "Bias Level"}) {
       person_.When(question, [](QWidget* box) { Person::Press(box, "OK"); });

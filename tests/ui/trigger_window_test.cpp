@@ -22,9 +22,7 @@ struct TriggerWindow : Story {
     person_.When("frmGraphChoose", [](QWidget* dialog) { Person::Press(dialog, "OK"); });
     window_->RunCommand(*FindCommand("graph.single"));
     person_.Work();
-    for (QWidget* top : QApplication::topLevelWidgets()) {
-      graph = top->isVisible() && top->objectName() == "frmGraph" ? top : graph;
-    }
+    graph = VisibleWindows("frmGraph").value(0);
     ASSERT_NE(graph, nullptr);
     for (auto* widget : graph->findChildren<QWidget*>()) {
       plot = widget->inherits("velmora::GraphWidget") ? widget : plot;

@@ -10,11 +10,9 @@ struct UnsavedEventsTest : Story {
     person_.When("frmGraph2Choose", [](QWidget* dialog) { Person::Press(dialog, "All"); });
     person_.When("frmGraph2Choose", [](QWidget* dialog) { Person::Press(dialog, "OK"); });
     Choose("Select Channels for Multiaxis Graph");
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      for (auto* child : window->findChildren<QWidget*>()) {
-        if (child->isVisible() && child->inherits("velmora::StackWidget")) {
-          return *child;
-        }
+    for (QWidget* widget : QApplication::allWidgets()) {
+      if (widget->isVisible() && widget->inherits("velmora::StackWidget")) {
+        return *widget;
       }
     }
     throw std::runtime_error("the graph does not open");

@@ -14,6 +14,7 @@
 
 #include "plot/draw_picture.hpp"
 #include "support/command_test.hpp"
+#include "ui/person.hpp"
 #include "ui/plot_mouse.hpp"
 
 namespace velmora::ui {
@@ -62,12 +63,7 @@ struct XYWindowTest : test::FileTest {
     QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton);
     QApplication::processEvents();
   }
-  void Choose(const char* entry) {
-    auto* action = window->findChild<QAction*>(entry);
-    ASSERT_NE(action, nullptr) << entry;
-    action->trigger();
-    QApplication::processEvents();
-  }
+  void Choose(const char* entry) { test::ChooseIn(*window, entry); }
   [[nodiscard]] QPoint Place(double x, double y) {
     return {static_cast<int>(std::lround(Plot().xAxis->coordToPixel(x))),
             static_cast<int>(std::lround(Plot().yAxis->coordToPixel(y)))};

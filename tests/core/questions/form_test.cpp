@@ -29,36 +29,5 @@ TEST_F(FormFields, TypedTextReachesTheMembers) {
   EXPECT_FALSE(form.channels[2]);
 }
 
-TEST_F(FormFields, WhatDoesNotFitIsRefusedAndNamed) {
-  for (const auto& [field, text] : Edits{{"chkRectify", "maybe"},
-                                         {"cwnPadding", "101"},
-                                         {"optPad", "2"},
-                                         {"optPad", "Bessel"},
-                                         {"Cutoffs", "6"},
-                                         {"Cutoffs 65", "6"},
-                                         {"Cutoffs 1", "-6"},
-                                         {"Width 1", "6"}}) {
-    try {
-      Type(form, {{field, text}});
-      ADD_FAILURE() << field << " takes " << text;
-    } catch (const std::invalid_argument& error) {
-      EXPECT_NE(std::string(error.what()).find(field.substr(0, field.find(' '))), std::string::npos);
-    }
-  }
-  EXPECT_EQ(form.padding, 0);
-  EXPECT_EQ(form.edits, 0);
-}
-
-TEST_F(FormFields, TheFormStaysUntilAButtonClosesIt) {
-  questions.inputAnswers = {"twice"};
-  AnswerForm({}, "apply");
-  AnswerForm({}, "OK");
-  form.Show(workbench);
-  EXPECT_EQ(form.typed, "twice");
-  EXPECT_EQ(questions.formNames.size(), 2U);
-  AnswerForm({}, "Print");
-  EXPECT_THROW(form.Show(workbench), std::invalid_argument);
-}
-
 }  // namespace
 }  // namespace velmora::test

@@ -42,26 +42,21 @@ TEST_F(Picker, PagesGoRoundAndTheWholeTrialIsInverted) {
   EXPECT_FALSE(ChannelPicker(workbench).OffersEights());
 }
 
-TEST_F(Picker, CaptionsPromptsAndPatternsFollowTheMode) {
+TEST_F(Picker, WhatAColumnShowsFollowsTheMode) {
   Load(2);
+  chooser.ChanConst[2] = 2.5F;
+  chooser.ChooserNames[2] = "vastus";
   const auto shown = [this](auto set) {
     chooser.ClearModes();
     set();
     const ChannelPicker picker(workbench);
-    return Texts{picker.Prompt(), picker.ClosingCaption(), picker.ValueText(2)};
+    return Texts{picker.ClosingCaption(), picker.ValueText(2)};
   };
-  chooser.ChanConst[2] = 2.5F;
-  chooser.ChooserNames[2] = "vastus";
-  EXPECT_EQ(shown([&] { chooser.ChooserSingleMode = true; }), (Texts{"Select one channel.", "&Process", ""}));
-  EXPECT_EQ(shown([&] { chooser.ChooserSelectMode = true; }), (Texts{"Select channel(s).", "&Process", ""}));
-  EXPECT_EQ(shown([&] { chooser.ChooserValuesMode = true; }),
-            (Texts{"Enter a value for the channel.", "&Process", "2.50000"}));
-  EXPECT_EQ(shown([&] { chooser.ChooserValuesMode = chooser.ChooserIntegerValues = true; })[2], "2");
-  EXPECT_EQ(shown([&] { chooser.ChooserNamesMode = true; }),
-            (Texts{"Enter a value for the channel.", "&Save", "vastus"}));
-  EXPECT_EQ(shown([&] { chooser.ChooserExitMode = true; })[1], "&Exit");
-  chooser.ChooserPrompt = "Which?";
-  EXPECT_EQ(shown([&] { chooser.ChooserSelectMode = true; })[0], "Which?");
+  EXPECT_EQ(shown([&] { chooser.ChooserSelectMode = true; }), (Texts{"&Process", ""}));
+  EXPECT_EQ(shown([&] { chooser.ChooserValuesMode = true; }), (Texts{"&Process", "2.50000"}));
+  EXPECT_EQ(shown([&] { chooser.ChooserValuesMode = chooser.ChooserIntegerValues = true; })[1], "2");
+  EXPECT_EQ(shown([&] { chooser.ChooserNamesMode = true; }), (Texts{"&Save", "vastus"}));
+  EXPECT_EQ(shown([&] { chooser.ChooserExitMode = true; })[0], "&Exit");
 }
 
 TEST_F(Picker, ClosingCountsAndMarksTheChange) {

@@ -180,12 +180,12 @@ TEST(FilterRuns, CoefficientsRunAsTheirDifferenceEquation) {
   RunDirect(x, MakeDirectFilter({1, 1}, {2, -1}), RunDirection::Forward);
   EXPECT_EQ(x, (std::vector<double>{0.5, 0.75, 1.375, 3.6875}));
   for (const char* unstable : {"1 -1", "1, -2.1; 1.2", "1 0 1"}) {
-    EXPECT_THROW(MakeDirectFilter({1}, NumbersOf(unstable)), FilterDesignError) << unstable;
+    EXPECT_THROW(MakeDirectFilter({1}, velmora::NumbersOf(unstable)), FilterDesignError) << unstable;
   }
   EXPECT_THROW(MakeDirectFilter({1}, {0, 1}), FilterDesignError);
   EXPECT_THROW(MakeDirectFilter({}, {1}), FilterDesignError);
-  EXPECT_THROW(NumbersOf("1 two"), FilterDesignError);
-  EXPECT_EQ(NumbersOf(" 1,\t-2.5;3e-1 "), (std::vector<double>{1, -2.5, 0.3}));
+  EXPECT_THROW(velmora::NumbersOf("1 two"), FilterDesignError);
+  EXPECT_EQ(velmora::NumbersOf(" 1,\t-2.5;3e-1 "), (std::vector<double>{1, -2.5, 0.3}));
   // Sections and their product are one filter, there and back too.
   const Biquads one = DesignFilter({.order = 2, .rate = 100, .cutoff = 10});
   const DirectFilter direct = MakeDirectFilter({one[0].b0, one[0].b1, one[0].b2}, {1, one[0].a1, one[0].a2});

@@ -27,10 +27,6 @@ struct FilterCommand : CommandTest {
 
 TEST_F(FilterCommand, DirectFiltersRememberTheirCutoffs) {
   RunTyping("analysis.low-pass", {{1, "6"}, {3, "12.5"}});
-  EXPECT_EQ(
-      questions.pickPrompts.back(),
-      "Zero-lag, 4th-order, low-pass, Butterworth with 10 padding points. Enter cutoff frequency (Hz) per "
-      "channel (0.0 means no filtering).");
   EXPECT_EQ(Channel(trial, 1), Expected(1, LowPassChannel, {.Cutoff = 6, .Padding = -10, .IsZeroLag = true}));
   EXPECT_EQ(Channel(trial, 2), noise[1]);
   EXPECT_EQ(Channel(trial, 3),
@@ -137,8 +133,6 @@ TEST_F(FilterCommand, FormColumnsAndButtons) {
   workbench.filters.FilterCutoffs[2] = 7.5F;
   ButterworthForm form(workbench);
   const auto press = [&form](const char* caption) { return form.FindButton(caption)->press(); };
-  EXPECT_EQ(Shown(form, "FilterCutoffs", 2), 7.5);
-  EXPECT_EQ(Shown(form, "Order", 1), 4);
   Type(form, {{"Passes 1", "3"}, {"ZeroLag 2", "no"}});
   EXPECT_EQ(Shown(form, "Order", 1), 12);
   EXPECT_EQ(Shown(form, "Order", 2), 2);
@@ -164,12 +158,7 @@ TEST_F(FilterCommand, FormColumnsAndButtons) {
   EXPECT_EQ(Shown(form, "Passes", 2), 3);
   EXPECT_EQ(Shown(form, "FilterCutoffs", 1), 9);
   EXPECT_EQ(Shown(form, "FilterCutoffs", 3), 0);
-  EXPECT_EQ(questions.inputs[0].title, "Number of Passes");
-  EXPECT_EQ(questions.inputs[1].prompt, "Enter cutoff frequency (Hz).");
   EXPECT_EQ(questions.inputs[1].defaultText, "9");
-
-  EXPECT_FALSE(press("Help"));
-  EXPECT_EQ(questions.boxes.back().title, "Filter Help");
   EXPECT_FALSE(press("Reset"));
   EXPECT_EQ(Shown(form, "FilterCutoffs", 1), 0);
   EXPECT_EQ(Shown(form, "Order", 1), 4);

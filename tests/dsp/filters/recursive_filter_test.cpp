@@ -2,9 +2,9 @@
 
 #include <cmath>
 #include <complex>
-#include <fstream>
 #include <numbers>
 
+#include "support/number_rows.hpp"
 #include "support/recordings.hpp"
 #include "support/trials.hpp"
 
@@ -265,16 +265,11 @@ TEST(RecursiveFilter, PublishedErrorsOfAFilmedAcceleration) {
   if (!path) {
     GTEST_SKIP() << "needs VELMORA_RECORDINGS";
   }
-  std::ifstream file(*path);
-  std::string line;
-  for (int header = 0; header < 6; ++header) {
-    std::getline(file, line);
-  }
   Samples angle;
   std::vector<double> measured;
-  for (double time = 0, raw = 0, noisy = 0, acceleration = 0; file >> time >> raw >> noisy >> acceleration;) {
-    angle.push_back(static_cast<float>(raw));
-    measured.push_back(acceleration);
+  for (const auto& row : NumbersOf(*path)) {  // time, raw, noisy, acceleration
+    angle.push_back(static_cast<float>(row.at(1)));
+    measured.push_back(row.at(3));
   }
   ASSERT_EQ(angle.size(), 142U);
   const double step = 0.0201;

@@ -6,17 +6,7 @@
 namespace velmora::test {
 namespace {
 
-struct PlateFilesTest : FileTest {
-  bool Notices(const std::string& text) const {
-    return std::any_of(trial.Notices.begin(), trial.Notices.end(),
-                       [&text](const std::string& notice) { return notice.find(text) != std::string::npos; });
-  }
-  void ExpectRefused(const std::string& name, const std::string& bytes, const std::string& why) {
-    Load(name, bytes);
-    EXPECT_EQ(trial.NData, 0) << why;
-    EXPECT_NE(LastBox().find(why), std::string::npos) << LastBox();
-  }
-};
+using PlateFilesTest = FileTest;
 
 TEST_F(PlateFilesTest, BioWare2IsReadInVoltsAndReducedByItsHeader) {
   for (const bool padded : {true, false}) {
@@ -135,7 +125,7 @@ TEST_F(PlateFilesTest, AmtiFilesAreNewtonsInBothVersions) {
   file.sensitivity = 0.0F;
   Load("a.bsf", file.Bytes());
   EXPECT_EQ(trial.Data(2, 3), 21.0F);
-  EXPECT_TRUE(Notices("The sensitivity of channel 3 is 0"));
+  EXPECT_TRUE(Tells("The sensitivity of channel 3 is 0"));
   const std::string good = BsfFileBytes{}.Bytes();
   const auto with = [&good](std::size_t at, std::int32_t value) {
     return ByteBuilder().AddBytes(good).Put(at, value).Bytes();
@@ -156,11 +146,7 @@ TEST_F(PlateFilesTest, AmtiFilesAreNewtonsInBothVersions) {
     ASSERT_EQ(trial.NData, 1000);
     const double means[] = {25.3885046, -11.1393538, 211.847716, -2.36943383, 2.80951711, -.202897693};
     for (int c = 1; c <= 6; ++c) {
-      double sum = 0;
-      for (const float value : Channel(trial, c)) {
-        sum += value;
-      }
-      EXPECT_NEAR(sum / 1000, means[c - 1], 1e-6);
+      EXPECT_NEAR(Sum(c) / 1000, means[c - 1], 1e-6);
     }
     EXPECT_NEAR(trial.Data(1, 3), 3.60485839, 1e-7);
   }
@@ -175,11 +161,11 @@ TEST_F(PlateFilesTest, DelsysFilesAreScaledByTheirGains) {
     EXPECT_EQ(Labels(), (Texts{"EMG 1", "EMG 2"}));
     EXPECT_EQ(trial.ChanUnits[1], "mV");
     EXPECT_FLOAT_EQ(trial.Data(3, 2), static_cast<float>((-12 * 0.5 - 3) / 1000));
-    EXPECT_EQ(Notices("EMG 2 has a rate of 148 Hz"), version == 4);
+    EXPECT_EQ(Tells("EMG 2 has a rate of 148 Hz"), version == 4);
   }
   Load("a.emg", DelsysEmgBytes(3, 4, 0.0));
   EXPECT_EQ(trial.Data(3, 2), -12.0F);
-  EXPECT_TRUE(Notices("The gain of EMG 1 says nothing"));
+  EXPECT_TRUE(Tells("The gain of EMG 1 says nothing"));
   Load("a.emg", DelsysEmgBytes(3, 1000));
   EXPECT_EQ(questions.boxes.back().title, "Fewer Samples Than Promised");
   ExpectRefused("a.emg", DelsysEmgBytes(2), "version 2 of the format is not known for certain");
@@ -196,9 +182,7 @@ TEST_F(PlateFilesTest, DelsysFilesAreScaledByTheirGains) {
     EXPECT_EQ(trial.Data(5000, 8), 4.7760009765625e-5F);
     double sum = 0;
     for (int c = 1; c <= 8; ++c) {
-      for (const float value : Channel(trial, c)) {
-        sum += value;
-      }
+      sum += Sum(c);
     }
     EXPECT_NEAR(sum, 1.12107452, 1e-8);
   }

@@ -62,22 +62,13 @@ TEST_F(DelimitedText, WrittenToTheByte) {
   EXPECT_TRUE(head.ends_with("\nleft foot\nV\n1\n2\n"));
 }
 
-TEST_F(DelimitedText, TheQuestionsAndTheirCancel) {
+TEST_F(DelimitedText, AQuietSaveHasNamesAndTimes) {
   SetJump();
-  questions.boxAnswers = {Button::Cancel};
-  Run("save.csv");
-  EXPECT_TRUE(questions.files.empty());
-  EXPECT_EQ(questions.boxes.at(0).title, "Include Lables?");
-
-  questions.boxAnswers = {Button::No, Button::No};
-  questions.fileAnswers = {{}};
-  MarkChanged(workbench, true);
-  Run("save.csv");
-  EXPECT_EQ(questions.boxes.at(2).title, "Include Sample Time?");
-  EXPECT_TRUE(trial.FileChanged);
-
   workbench.SaveQuietly = true;
-  questions.fileAnswers = {{directory.Path("quiet.tab")}};
+  questions.fileAnswers = {{}, {directory.Path("quiet.tab")}};
+  MarkChanged(workbench, true);
+  SaveData(workbench, SaveFormat::TabDelimited);
+  EXPECT_TRUE(trial.FileChanged) << "no name, no save";
   SaveData(workbench, SaveFormat::TabDelimited);
   EXPECT_EQ(ReadFile(directory.Path("quiet.tab")).substr(0, 6), "A jump");
   EXPECT_NE(ReadFile(directory.Path("quiet.tab")).find("Time\tForce"), std::string::npos);

@@ -7,10 +7,6 @@ namespace {
 
 struct EdfTest : FileTest {
   void LoadEdf(const EdfFile& file) { Load(file.isBdf ? "a.bdf" : "a.edf", file.Bytes()); }
-  bool Notices(const std::string& text) const {
-    return std::any_of(trial.Notices.begin(), trial.Notices.end(),
-                       [&text](const std::string& notice) { return notice.find(text) != std::string::npos; });
-  }
 };
 
 TEST_F(EdfTest, CountsBecomeValuesInBothWidths) {
@@ -64,7 +60,7 @@ TEST_F(EdfTest, AnnotationsAreEventsFromTheFirstSample) {
   EXPECT_EQ(trial.HeaderLines[6], "Event 1.000 s gap of 1.000 s in the recording");
   EXPECT_EQ(trial.HeaderLines[7], "Event 1.250 s step (0.2 s)");
   EXPECT_EQ(trial.HeaderLines[8], "Event 1.250 s left (0.2 s)");
-  EXPECT_TRUE(Notices("interrupted 1 time"));
+  EXPECT_TRUE(Tells("interrupted 1 time"));
   file.signals.erase(file.signals.begin(), file.signals.begin() + 2);
   file.seconds = "0";
   LoadEdf(file);
@@ -85,15 +81,15 @@ TEST_F(EdfTest, WhatPeopleWroteIsReadLeniently) {
   EXPECT_EQ(trial.NData, 12);
   EXPECT_EQ(Channel(trial, 1)[4], 10.0F) << "counts, since their limits say nothing";
   for (const char* told : {"The limits of EMG", "512 bytes", "counts -1 records", "ends inside a record"}) {
-    EXPECT_TRUE(Notices(told)) << told;
+    EXPECT_TRUE(Tells(told)) << told;
   }
   file = {};
   file.seconds = "0";
   file.signals[0].digitalMax = "12";  // reached by 12 and 20, 22; passed, since nothing is cut off
   LoadEdf(file);
   EXPECT_EQ(trial.Rate, 4.0);
-  EXPECT_TRUE(Notices("1 s was taken"));
-  EXPECT_TRUE(Notices("25 % of EMG is at the limit"));
+  EXPECT_TRUE(Tells("1 s was taken"));
+  EXPECT_TRUE(Tells("25 % of EMG is at the limit"));
 }
 
 TEST_F(EdfTest, WhatIsDamagedIsRefused) {
@@ -124,9 +120,7 @@ TEST_F(EdfTest, WhatIsDamagedIsRefused) {
            {with([](EdfFile& f) { f.signals[1].physicalMax = "1e300"; }),
             "the values of Knee are too large"}}) {
     questions.boxAnswers = {Button::Yes};
-    Load("a.edf", bytes);
-    EXPECT_EQ(trial.NData, 0) << why;
-    EXPECT_NE(LastBox().find(why), std::string::npos) << LastBox();
+    ExpectRefused("a.edf", bytes, why);
   }
 }
 
@@ -157,12 +151,8 @@ TEST_F(EdfTest, PublicRecordingsHoldWhatOthersReadOfThem) {
     ASSERT_EQ(trial.NData, p.samples) << LastBox();
     EXPECT_EQ(trial.NChan, p.channels);
     EXPECT_EQ(trial.Rate, p.rate);
-    double sum = 0;
-    for (const float value : Channel(trial, p.channel)) {
-      sum += value;
-    }
     EXPECT_EQ(trial.Data(1, p.channel), static_cast<float>(p.first));
-    EXPECT_NEAR(sum, p.sum, 1e-9 * std::abs(p.sum) + 1e-9);
+    EXPECT_NEAR(Sum(p.channel), p.sum, 1e-9 * std::abs(p.sum) + 1e-9);
   }
   LoadPath(*Recording("edf/pyedflib_test_subsecond.edf"));
   EXPECT_NE(trial.HeaderLines[5].find("Event 1.951 s XLSpike"), std::string::npos)

@@ -177,22 +177,6 @@ TEST_F(NativeBinary, CancelKeepsTheChannelsReadSoFar) {
   EXPECT_EQ(trial.NData, 0);
 }
 
-TEST_F(NativeBinary, ThePanelTellsEveryRow) {
-  std::vector<double> values;
-  questions.onProgress = [&values](ProgressPanel& panel) {
-    if (panel.Highest() == 4 && (values.empty() || values.back() != panel.Value())) {
-      values.push_back(panel.Value());
-    }
-  };
-  Load(FileByHand(2, 30));
-  const auto& told = questions.statuses;
-  EXPECT_EQ(Texts(std::find(told.begin(), told.end(), "Reading setup"), told.end()),
-            (Texts{"Reading setup", "Reading trial information", "Header read.", "Reading 30 x 2 data",
-                   "Header read.  Reading times.", "Reading channel 1 of 2.", "Reading channel 2 of 2.",
-                   "30 samples/channel"}));
-  EXPECT_EQ(values, (std::vector<double>{0, 1, 2, 3, 4}));
-}
-
 // Bundles of 16 rows, which only a file of gigabytes would have.
 struct NativeBundles : NativeBinary {
   static constexpr int kRows = 41;
