@@ -23,12 +23,8 @@ class StackWidget : public StackPlot {
 
   [[nodiscard]] QSize minimumSizeHint() const override { return {320, 200}; }
 
-  /// Draws the stack anew before the next event; several calls in a row draw once.
-  void Redraw();
-  /// The same of cursors, lines and marks alone, which is quick.
-  void RedrawCursors();
-  /// Ends a drag or a zoom area that is being drawn, without effect. False when there was none.
-  bool CancelGesture();
+  void Redraw() override;
+  bool CancelGesture() override;
 
  signals:
   /// Cursor `cursor` (from 1) of the graph's list was dragged to `x`.
@@ -51,13 +47,11 @@ class StackWidget : public StackPlot {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
   [[nodiscard]] static RangeMoves MovesOf(const Shown& shown);
   void DragLine(const QPointF& place);
-  void PanTo(const QPointF& place);
-  void ShowPointer(const QPointF& place);
+  [[nodiscard]] Qt::CursorShape PointerAt(const QPointF& place) const;
 
   Gesture gesture_ = Gesture::None;
   StackOverlay::Hit hit_;
