@@ -62,6 +62,8 @@ class GraphView : public OpenView {
   virtual void SetDefaultLooks() = 0;
   virtual void SetBackground(Colour colour);
   void SetTrack(TrackMode mode);
+  /// The mouse does again what it did before a mode was chosen.
+  virtual void LeaveMode() = 0;
   /// Styles were read into the graphs: what must be the same in all is that of the first.
   void TakeStyles();
 

@@ -382,9 +382,12 @@ void XYView::Pick(double x, double y, PixelSize pixel) {
   Decorate();
 }
 
-void XYView::Unpick() {
-  picked_.reset();
-  Decorate();
+void XYView::LeaveMode() {
+  if (Lead().Track == TrackMode::None) {
+    picked_.reset();
+    Decorate();
+  }
+  SetTrack(TrackMode::None);
 }
 
 std::string XYView::PickedText() const {
