@@ -403,11 +403,7 @@ std::string XYView::PickedText() const {
 }
 
 XYView& OpenXYView(Workbench& workbench) {
-  auto* view = dynamic_cast<XYView*>(workbench.view.get());
-  if (view == nullptr) {
-    throw std::runtime_error("no X-Y plot is open");
-  }
-  return *view;
+  return OpenAs<XYView>(workbench, "X-Y plot");
 }
 
 const XYView* FindXYView(const Workbench& workbench) {
