@@ -9,9 +9,8 @@ namespace velmora {
 
 /// A stack of graphs under the mouse. It changes nothing of them by itself: it tells what a person did, and
 /// shows them again when Redraw is called.
-///   wheel               zoom of the abscissa at the pointer; with shift of the lane's ordinate; with ctrl a
-///   pan;
-///                       beside the lanes it scrolls
+///   wheel               zoom of the abscissa at the pointer; with shift of the lane's ordinate; with ctrl
+///                       a pan; beside the lanes it scrolls
 ///   middle button       pan, whatever the mode
 ///   left button         drags a cursor, a threshold line, an onset; else what the graphs' track mode says
 ///   double click        on a lane's label: the lane alone, and back
