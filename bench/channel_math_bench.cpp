@@ -4,6 +4,7 @@
 
 #include "bench_support.hpp"
 #include "dsp/math/channel_math.hpp"
+#include "memory_passes.hpp"
 
 namespace velmora {
 namespace {
@@ -32,14 +33,8 @@ void Refill(Trial& trial) {
 void PassInPlace(benchmark::State& state) {
   Trial& trial = SharedTrial();
   Refill(trial);
-  float* x = trial.matrix.Frame(1);
-  const std::int64_t count = trial.matrix.Stride() * kSamples;
-  using Four = float __attribute__((vector_size(16), aligned(4)));
   for (auto _ : state) {
-    for (std::int64_t k = 0; k + 4 <= count; k += 4) {
-      auto* four = reinterpret_cast<Four*>(x + k);
-      *four = -*four;
-    }
+    NegateInPlace(trial.matrix, kSamples);
     benchmark::ClobberMemory();
   }
 }

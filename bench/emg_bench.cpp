@@ -15,6 +15,7 @@
 #include "emg/emg_statistics.hpp"
 #include "emg/envelope_preview.hpp"
 #include "emg/fatigue_series.hpp"
+#include "memory_passes.hpp"
 
 namespace velmora {
 namespace {
@@ -47,19 +48,10 @@ Trial& Many() {
 
 // --- Passes over the matrix
 
-using Four = float __attribute__((vector_size(16), aligned(4)));
-
 void ReadOnce(benchmark::State& state) {
-  const float* x = Many().matrix.Frame(1);
-  const std::int64_t count = Many().matrix.Stride() * kSamples;
+  const SampleMatrix& matrix = Many().matrix;
   for (auto _ : state) {
-    Four sum[4] = {};
-    for (std::int64_t k = 0; k + 16 <= count; k += 16) {
-      for (int v = 0; v < 4; ++v) {
-        sum[v] += *reinterpret_cast<const Four*>(x + k + 4 * v);
-      }
-    }
-    benchmark::DoNotOptimize(sum[0] + sum[1] + sum[2] + sum[3]);
+    benchmark::DoNotOptimize(ReadMatrix(matrix, kSamples));
   }
 }
 

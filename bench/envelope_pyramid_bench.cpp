@@ -4,6 +4,7 @@
 
 #include "core/trial/trial.hpp"
 #include "graph/envelope_pyramid.hpp"
+#include "memory_passes.hpp"
 
 namespace velmora {
 namespace {
@@ -35,17 +36,9 @@ const EnvelopePyramid& Pyramid() {
 }
 
 void ReadOfTheMatrix(benchmark::State& state) {
-  const float* x = Matrix().Frame(1);
-  const std::int64_t count = Matrix().Stride() * kSamples;
-  using Four = float __attribute__((vector_size(16), aligned(4)));
+  const SampleMatrix& matrix = Matrix();
   for (auto _ : state) {
-    Four sums[4] = {};
-    for (std::int64_t k = 0; k + 16 <= count; k += 16) {
-      for (std::int64_t j = 0; j < 4; ++j) {
-        sums[j] += *reinterpret_cast<const Four*>(x + k + 4 * j);
-      }
-    }
-    benchmark::DoNotOptimize(sums);
+    benchmark::DoNotOptimize(ReadMatrix(matrix, kSamples));
   }
 }
 BENCHMARK(ReadOfTheMatrix)->Unit(benchmark::kMillisecond);

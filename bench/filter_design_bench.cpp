@@ -12,6 +12,7 @@
 #include "dsp/design/section_runs.hpp"
 #include "dsp/design/tap_runs.hpp"
 #include "emg/maximums/window_maximum.hpp"
+#include "memory_passes.hpp"
 
 namespace velmora {
 namespace {
@@ -68,15 +69,9 @@ void ByChannel(Trial& trial, const Work& work) {
 
 void FourPassesInPlace(benchmark::State& state) {
   Trial& trial = SharedTrial(64, kSamples);
-  float* x = trial.matrix.Frame(1);
-  const std::int64_t count = trial.matrix.Stride() * kSamples;
-  using Four = float __attribute__((vector_size(16), aligned(4)));
   for (auto _ : state) {
     for (int pass = 0; pass < 4; ++pass) {
-      for (std::int64_t k = 0; k + 4 <= count; k += 4) {
-        auto* four = reinterpret_cast<Four*>(x + k);
-        *four = -*four;
-      }
+      NegateInPlace(trial.matrix, kSamples);
       benchmark::ClobberMemory();
     }
   }

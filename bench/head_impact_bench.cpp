@@ -11,6 +11,7 @@
 #include "impact/accelerometry/hic_over_pairs.hpp"
 #include "impact/head_impact.hpp"
 #include "impact/integrals.hpp"
+#include "memory_passes.hpp"
 
 namespace velmora {
 namespace {
@@ -117,18 +118,9 @@ Trial& Many() {
 }
 
 void ReadOnce(benchmark::State& state) {
-  const Trial& trial = Many();
-  const float* x = trial.matrix.Frame(1);
-  const std::int64_t count = trial.matrix.Stride() * kSamples;
-  using Four = float __attribute__((vector_size(16), aligned(4)));
+  const SampleMatrix& matrix = Many().matrix;
   for (auto _ : state) {
-    Four sum[4] = {};
-    for (std::int64_t k = 0; k + 16 <= count; k += 16) {
-      for (int v = 0; v < 4; ++v) {
-        sum[v] += *reinterpret_cast<const Four*>(x + k + 4 * v);
-      }
-    }
-    benchmark::DoNotOptimize(sum[0] + sum[1] + sum[2] + sum[3]);
+    benchmark::DoNotOptimize(ReadMatrix(matrix, kSamples));
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include "dsp/filters/recursive_filter.hpp"
 #include "dsp/filters/recursive_filter_lanes.hpp"
+#include "memory_passes.hpp"
 
 namespace velmora {
 namespace {
@@ -54,15 +55,9 @@ std::vector<int> FirstChannels(int count) {
 
 void TwoPassesInPlace(benchmark::State& state) {
   Trial& trial = SharedTrial(64);
-  float* x = trial.matrix.Frame(1);
-  const std::int64_t count = trial.matrix.Stride() * kSamples;
-  using Four = float __attribute__((vector_size(16), aligned(4)));
   for (auto _ : state) {
     for (int pass = 0; pass < 2; ++pass) {
-      for (std::int64_t k = 0; k + 4 <= count; k += 4) {
-        auto* four = reinterpret_cast<Four*>(x + k);
-        *four = -*four;
-      }
+      NegateInPlace(trial.matrix, kSamples);
       benchmark::ClobberMemory();
     }
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bench_support.hpp"
+#include "memory_passes.hpp"
 #include "statistics/correlation.hpp"
 #include "statistics/cross_correlation.hpp"
 #include "statistics/descriptive.hpp"
@@ -42,18 +43,10 @@ Trial& Many() {
 }
 
 void ReadTwice(benchmark::State& state) {
-  const float* x = Many().matrix.Frame(1);
-  const std::int64_t count = Many().matrix.Stride() * kSamples;
-  using Four = float __attribute__((vector_size(16), aligned(4)));
+  const SampleMatrix& matrix = Many().matrix;
   for (auto _ : state) {
     for (int pass = 0; pass < 2; ++pass) {
-      Four sum[4] = {};
-      for (std::int64_t k = 0; k + 16 <= count; k += 16) {
-        for (int v = 0; v < 4; ++v) {
-          sum[v] += *reinterpret_cast<const Four*>(x + k + 4 * v);
-        }
-      }
-      benchmark::DoNotOptimize(sum[0] + sum[1] + sum[2] + sum[3]);
+      benchmark::DoNotOptimize(ReadMatrix(matrix, kSamples));
     }
   }
 }

@@ -22,25 +22,19 @@ std::vector<std::string> FuzzSeeds() {
   return {File(kLines), File(""), File(kLines).substr(0, 330), "Harmonic\n       001\t\t\n"};
 }
 
-// The first byte tells whether a trial is open, whose length then serves.
+// An even size has a trial open, whose length then serves.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const fuzz::MemoryFile file(data, size);
-  fuzz::BlindAnswers answers;
-  Workbench workbench(answers);
-  Trial& trial = workbench.trial;
-  trial.FileName = file.Path();
+  fuzz::Load load(data, size);
+  Trial& trial = load.trial;
   if (size % 2 == 0) {
     trial.AllocateData(2, 50);
     trial.Duration = 0.49;
   }
-  ProgressPanel panel(workbench);
   try {
-    ReadFourierFile(workbench, panel);
+    ReadFourierFile(load.workbench, load.panel);
   } catch (const CommandAbandoned&) {
     return 0;
   }
-  if (trial.NData > 0) {
-    static_cast<void>(trial.Data(1, 0) + trial.Data(trial.NData, trial.NChan));
-  }
+  fuzz::ReachSamples(trial);
   return 0;
 }

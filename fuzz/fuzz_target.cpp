@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdlib>
 
 namespace velmora::fuzz {
@@ -52,6 +53,22 @@ std::string BlindAnswers::AskPick(ChannelPicker& /*picker*/) {
 std::string BlindAnswers::AskForm(Form& /*form*/) {
   Count();
   return "OK";
+}
+
+void ReachSamples(const Trial& trial) {
+  for (int c = 0; trial.NData > 0 && c <= trial.NChan; ++c) {
+    static_cast<void>(trial.Data(1, c) + trial.Data(trial.NData, c));
+  }
+}
+
+void WantNumbers(const Trial& trial) {
+  for (int c = 0; trial.NData > 0 && c <= trial.NChan; ++c) {
+    for (std::int64_t i = 1; i <= trial.NData; ++i) {
+      if (!std::isfinite(trial.Data(i, c))) {
+        std::abort();
+      }
+    }
+  }
 }
 
 }  // namespace velmora::fuzz

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "core/questions/progress.hpp"
 #include "core/questions/questions.hpp"
+#include "core/workbench.hpp"
 
 /// Reads the bytes as its format; any crash, sanitizer report or broken promise (abort) is a finding.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -46,5 +48,28 @@ class BlindAnswers : public Questions {
 
   int asked_ = 0;
 };
+
+/// A program that is about to read the bytes as the file of its trial.
+template <typename Answers = BlindAnswers>
+struct Load {
+  /// `choices` make the answers.
+  template <typename... Choices>
+  Load(const std::uint8_t* data, std::size_t size, Choices... choices)
+      : file(data, size), answers(choices...) {
+    trial.FileName = file.Path();
+  }
+
+  MemoryFile file;
+  Answers answers;
+  Workbench workbench{answers};
+  Trial& trial = workbench.trial;
+  ProgressPanel panel{workbench};
+};
+
+/// A trial must hold the samples that it counts: the first and the last of every channel are reached.
+void ReachSamples(const Trial& trial);
+
+/// The same of all samples, each of which must be a finite number.
+void WantNumbers(const Trial& trial);
 
 }  // namespace velmora::fuzz

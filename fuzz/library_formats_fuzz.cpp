@@ -2,12 +2,10 @@
 #include <matio.h>
 #include <unistd.h>
 
-#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 
-#include "core/workbench.hpp"
 #include "formats/hdf5/hdf5_reader.hpp"
 #include "formats/matlab/mat_reader.hpp"
 #include "fuzz_target.hpp"
@@ -69,20 +67,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size == 0) {
     return 0;
   }
-  const fuzz::MemoryFile file(data + 1, size - 1);
-  fuzz::BlindAnswers answers;
-  Workbench workbench(answers);
-  Trial& trial = workbench.trial;
-  trial.FileName = file.Path();
-  trial.PreviousRate = 100.0;
-  ProgressPanel panel(workbench);
-  ReadRecording(workbench, panel, "library", data[0] % 2 == 1 ? OpenMat : OpenHdf5);
-  for (int c = 0; trial.NData > 0 && c <= trial.NChan; ++c) {
-    for (std::int64_t i = 1; i <= trial.NData; ++i) {
-      if (!std::isfinite(trial.Data(i, c))) {
-        std::abort();
-      }
-    }
-  }
+  fuzz::Load load(data + 1, size - 1);
+  load.trial.PreviousRate = 100.0;
+  ReadRecording(load.workbench, load.panel, "library", data[0] % 2 == 1 ? OpenMat : OpenHdf5);
+  fuzz::WantNumbers(load.trial);
   return 0;
 }

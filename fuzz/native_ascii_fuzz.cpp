@@ -19,22 +19,13 @@ std::vector<std::string> FuzzSeeds() {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const fuzz::MemoryFile file(data, size);
-  fuzz::BlindAnswers answers;
-  Workbench workbench(answers);
-  Trial& trial = workbench.trial;
-  trial.FileName = file.Path();
-  trial.FileExt = size % 2 == 0 ? "VMA" : "VME";
-  ProgressPanel panel(workbench);
+  fuzz::Load load(data, size);
+  load.trial.FileExt = size % 2 == 0 ? "VMA" : "VME";
   try {
-    ReadNativeAscii(workbench, panel);
+    ReadNativeAscii(load.workbench, load.panel);
   } catch (const CommandAbandoned&) {
     return 0;  // the text parser asked again and again for what nobody answers
   }
-  if (trial.NData > 0) {
-    for (int c = 0; c <= trial.NChan; ++c) {
-      static_cast<void>(trial.Data(1, c) + trial.Data(trial.NData, c));
-    }
-  }
+  fuzz::ReachSamples(load.trial);
   return 0;
 }

@@ -47,18 +47,8 @@ std::vector<std::string> FuzzSeeds() {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const fuzz::MemoryFile file(data, size);
-  fuzz::BlindAnswers answers;
-  Workbench workbench(answers);
-  workbench.trial.FileName = file.Path();
-  ProgressPanel panel(workbench);
-  ReadNativeBinary(workbench, panel);
-  const Trial& trial = workbench.trial;
-  if (trial.NData > 0) {
-    // The first and the last sample of every channel can be reached.
-    for (int c = 0; c <= trial.NChan; ++c) {
-      static_cast<void>(trial.Data(1, c) + trial.Data(trial.NData, c));
-    }
-  }
+  fuzz::Load load(data, size);
+  ReadNativeBinary(load.workbench, load.panel);
+  fuzz::ReachSamples(load.trial);
   return 0;
 }

@@ -11,22 +11,16 @@ namespace velmora::fuzz {
 /// Reads the bytes as a file of channels, as the load route does. A trial must hold the samples that it
 /// counts, and no more of them than there are bytes.
 inline int ReadAsRecording(OpenRecording open, const std::uint8_t* data, std::size_t size) {
-  const MemoryFile file(data, size);
-  BlindAnswers answers;
-  Workbench workbench(answers);
-  Trial& trial = workbench.trial;
-  trial.FileName = file.Path();
-  ProgressPanel panel(workbench);
-  ReadRecording(workbench, panel, "fuzz", open);
+  Load load(data, size);
+  const Trial& trial = load.trial;
+  ReadRecording(load.workbench, load.panel, "fuzz", open);
   if (trial.NData == 0) {
     return 0;
   }
   if (trial.NData < 0 || static_cast<std::size_t>(trial.NData) > size || trial.NPlates > kMostPlates) {
     std::abort();
   }
-  for (int c = 0; c <= trial.NChan; ++c) {
-    static_cast<void>(trial.Data(1, c) + trial.Data(trial.NData, c));
-  }
+  ReachSamples(trial);
   for (const FilePlate& plate : trial.FilePlates) {
     static_cast<void>(trial.Data(trial.NData, plate.base + 1));
   }

@@ -1,7 +1,3 @@
-#include <cmath>
-#include <cstdlib>
-
-#include "core/workbench.hpp"
 #include "formats/tdms/tdms_reader.hpp"
 #include "fuzz_target.hpp"
 #include "import/read_recording.hpp"
@@ -27,20 +23,9 @@ std::vector<std::string> FuzzSeeds() {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const fuzz::MemoryFile file(data, size);
-  fuzz::BlindAnswers answers;
-  Workbench workbench(answers);
-  Trial& trial = workbench.trial;
-  trial.FileName = file.Path();
-  trial.PreviousRate = 100.0;
-  ProgressPanel panel(workbench);
-  ReadRecording(workbench, panel, "TDMS", OpenTdms);
-  for (int c = 0; trial.NData > 0 && c <= trial.NChan; ++c) {
-    for (std::int64_t i = 1; i <= trial.NData; ++i) {
-      if (!std::isfinite(trial.Data(i, c))) {
-        std::abort();
-      }
-    }
-  }
+  fuzz::Load load(data, size);
+  load.trial.PreviousRate = 100.0;
+  ReadRecording(load.workbench, load.panel, "TDMS", OpenTdms);
+  fuzz::WantNumbers(load.trial);
   return 0;
 }

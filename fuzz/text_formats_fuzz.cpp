@@ -1,9 +1,6 @@
 #include <array>
-#include <cmath>
-#include <cstdlib>
 
 #include "core/questions/form.hpp"
-#include "core/workbench.hpp"
 #include "fuzz_target.hpp"
 #include "import/detect_text_format.hpp"
 #include "import/reader_table.hpp"
@@ -70,26 +67,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size == 0) {
     return 0;
   }
-  const fuzz::MemoryFile file(data + 1, size - 1);
-  Reading answers((data[0] & 64U) != 0);
-  Workbench workbench(answers);
-  Trial& trial = workbench.trial;
-  trial.FileName = file.Path();
+  fuzz::Load<Reading> load(data + 1, size - 1, (data[0] & 64U) != 0);
+  Trial& trial = load.trial;
   trial.FileExt = kExtensions[data[0] % 64 % kExtensions.size()];
-  ProgressPanel panel(workbench);
   const std::string_view head(reinterpret_cast<const char*>(data + 1), std::min(size - 1, kHeadBytes));
   if (const Format* format = FindFormat(trial.FileExt, head)) {
-    ReadFormat(workbench, panel, *format);
+    ReadFormat(load.workbench, load.panel, *format);
   } else {
-    DetectTextFormat(workbench, panel);
+    DetectTextFormat(load.workbench, load.panel);
   }
-  // A trial holds what it promises, and nothing that is no number.
-  for (int c = 0; trial.NData > 0 && c <= trial.NChan; ++c) {
-    for (std::int64_t i = 1; i <= trial.NData; ++i) {
-      if (!std::isfinite(trial.Data(i, c))) {
-        std::abort();
-      }
-    }
-  }
+  fuzz::WantNumbers(trial);
   return 0;
 }

@@ -49,17 +49,10 @@ class Reading : public fuzz::BlindAnswers {
 };
 
 void LoadThem(const std::uint8_t* data, std::size_t size, unsigned choice) {
-  const fuzz::MemoryFile file(data, size);
-  Reading answers(choice);
-  Workbench workbench(answers);
-  Trial& trial = workbench.trial;
-  trial.FileName = file.Path();
-  trial.FileExt = (choice & 32U) != 0 ? "TSV" : "TXT";
-  ProgressPanel panel(workbench);
-  DetectTextFormat(workbench, panel);
-  for (int c = 0; trial.NData > 0 && c <= trial.NChan; ++c) {
-    static_cast<void>(trial.Data(1, c) + trial.Data(trial.NData, c));
-  }
+  fuzz::Load<Reading> load(data, size, choice);
+  load.trial.FileExt = (choice & 32U) != 0 ? "TSV" : "TXT";
+  DetectTextFormat(load.workbench, load.panel);
+  fuzz::ReachSamples(load.trial);
 }
 
 // One of the vector widths, another for another input: each costs as much as the plain way.

@@ -27,20 +27,8 @@ void OpenView::DoMoveThreshold(const ThresholdMove& move) {
   throw std::out_of_range("there is no threshold line in graph " + std::to_string(move.graph));
 }
 
-void OpenView::Click(int graph) {
-  const GraphClick click{graph, Clicked::Once};
-  const ActionScope action(Listener(), click);
-  DoClick(click);
-}
-
-void OpenView::DoubleClick(int graph) {
-  const GraphClick click{graph, Clicked::Twice};
-  const ActionScope action(Listener(), click);
-  DoClick(click);
-}
-
-void OpenView::RightClick(int graph) {
-  const GraphClick click{graph, Clicked::Right};
+void OpenView::Click(int graph, Clicked how) {
+  const GraphClick click{graph, how};
   const ActionScope action(Listener(), click);
   DoClick(click);
 }

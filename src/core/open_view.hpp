@@ -60,10 +60,8 @@ class OpenView {
   /// The threshold line of a graph was dragged to y; the threshold itself stays until it is taken over.
   /// Throws as MoveCursor.
   void MoveThreshold(int graph, double y);
-  /// Throw std::out_of_range when there is no such graph.
-  void Click(int graph);
-  void DoubleClick(int graph);
-  void RightClick(int graph);
+  /// Throws std::out_of_range when there is no such graph.
+  void Click(int graph, Clicked how = Clicked::Once);
 
   /// A command outside the view may have changed the trial. Returns false when the view has nothing
   /// left to show and is to be closed.

@@ -10,4 +10,7 @@ namespace velmora {
 /// and leaves NData 0.
 void ReportReadError(Workbench& workbench, std::string_view errorText);
 
+/// Whether the trial's file has no bytes: says so and leaves NData 0. Throws FileError.
+bool RefuseEmptyFile(Workbench& workbench);
+
 }  // namespace velmora

@@ -93,11 +93,7 @@ void GraphView::ScaleOrdinate(Axis& ordinate, Scale scale, const std::function<v
 }
 
 GraphView& OpenGraphView(Workbench& workbench) {
-  auto* view = dynamic_cast<GraphView*>(workbench.view.get());
-  if (view == nullptr) {
-    throw std::runtime_error("no graph is open");
-  }
-  return *view;
+  return OpenAs<GraphView>(workbench, "graph");
 }
 
 }  // namespace velmora

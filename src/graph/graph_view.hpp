@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,8 @@ class GraphView : public OpenView {
   virtual void SetDefaultLooks() = 0;
   virtual void SetBackground(Colour colour);
   void SetTrack(TrackMode mode);
+  /// The mouse does again what it did before a mode was chosen.
+  virtual void LeaveMode() = 0;
   /// Styles were read into the graphs: what must be the same in all is that of the first.
   void TakeStyles();
 
@@ -94,6 +97,17 @@ class GraphView : public OpenView {
   bool PressWindowKey(const std::string& name);
   bool PressLookKey(const std::string& name);
 };
+
+/// The view that is open, which is to be of this kind. Throws std::runtime_error, which names the kind, when
+/// none of it is.
+template <typename View>
+View& OpenAs(Workbench& workbench, const char* kind) {
+  auto* view = dynamic_cast<View*>(workbench.view.get());
+  if (view == nullptr) {
+    throw std::runtime_error(std::string("no ").append(kind) + " is open");
+  }
+  return *view;
+}
 
 /// The view that is open. Throws std::runtime_error when none is.
 GraphView& OpenGraphView(Workbench& workbench);

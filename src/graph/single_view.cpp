@@ -175,11 +175,7 @@ void SingleView::PanBack(bool toStart) {
 }
 
 SingleView& OpenSingleView(Workbench& workbench) {
-  auto* view = dynamic_cast<SingleView*>(workbench.view.get());
-  if (view == nullptr) {
-    throw std::runtime_error("no single-axis graph is open");
-  }
-  return *view;
+  return OpenAs<SingleView>(workbench, "single-axis graph");
 }
 
 }  // namespace velmora

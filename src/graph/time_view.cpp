@@ -44,6 +44,10 @@ void TimeView::KeepColours() {
   }
 }
 
+void TimeView::LeaveMode() {
+  SetTrack(Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None);
+}
+
 void TimeView::CaptionAbscissa() {
   const std::string caption = LabelWithUnits(workbench_.trial.ChanLabel[0].Text(), AbscissaUnits(workbench_));
   for (Graph& graph : graphs_) {

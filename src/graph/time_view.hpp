@@ -24,6 +24,8 @@ class TimeView : public GraphView {
   /// A channel that turns white on this ground is that everywhere.
   void SetBackground(Colour colour) override;
   void CaptionAbscissa();
+  /// With cursors it drags them.
+  void LeaveMode() override;
 
   // Cursors.
   [[nodiscard]] int Cursors() const;

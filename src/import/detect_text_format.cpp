@@ -155,9 +155,7 @@ void DetectTextFormat(Workbench& workbench, ProgressPanel& panel) {
   Trial& trial = workbench.trial;
   const FirstLine* found = nullptr;
   try {
-    if (InputFile(trial.FileName).Size() == 0) {
-      trial.DiscardData();
-      ShowFailure(workbench, {.text = "File is empty.", .icon = Icon::Exclamation});
+    if (RefuseEmptyFile(workbench)) {
       return;
     }
     if (HasIncompleteLineEnds(trial.FileName) && !RepairOnRequest(workbench)) {

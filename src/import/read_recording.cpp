@@ -203,8 +203,7 @@ void ReadRecording(Workbench& workbench, ProgressPanel& panel, std::string_view 
   panel.SetFormat(name);
   std::unique_ptr<RecordingFile> file;
   try {
-    if (InputFile(workbench.trial.FileName).Size() == 0) {
-      ShowFailure(workbench, {.text = "File is empty.", .icon = Icon::Exclamation});
+    if (RefuseEmptyFile(workbench)) {
       return;
     }
     file = open(workbench.trial.FileName);

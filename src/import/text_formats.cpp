@@ -48,8 +48,7 @@ void ReadTextRecording(Workbench& workbench, ProgressPanel& panel, OpenRecording
   panel.SetFormat(format.name);
   std::unique_ptr<RecordingFile> file;
   try {
-    if (InputFile(workbench.trial.FileName).Size() == 0) {
-      ShowFailure(workbench, {.text = "File is empty.", .icon = Icon::Exclamation});
+    if (RefuseEmptyFile(workbench)) {
       return;
     }
     file = open(workbench.trial.FileName);

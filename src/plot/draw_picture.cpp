@@ -23,8 +23,7 @@ void PaintPlot(QCustomPlot& plot, QPaintDevice& device, const QSize& size, bool 
   painter.end();
 }
 
-template <typename Drawing>
-void Prepare(Drawing& plot, const PictureOrder& order, const QSize& size) {
+void Prepare(DrawnPlot& plot, const PictureOrder& order, const QSize& size) {
   plot.SetTitle(QString::fromStdString(order.title));
   plot.SetPaper(order.paper);
   plot.setViewport(QRect(QPoint(0, 0), size));

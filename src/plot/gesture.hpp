@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QPointF>
+#include <Qt>
+
 #include "graph/graph.hpp"
 
 namespace velmora {
@@ -9,21 +12,14 @@ namespace velmora {
 enum class Gesture { None, Line, Crosshair, Level, Pan, PanX, PanY, Area };
 
 /// Of the left button where it has hit no line. Beside the cursors a drag pans.
-inline Gesture LeftGesture(TrackMode track) {
-  switch (track) {
-    case TrackMode::PanXAndY:
-      return Gesture::Pan;
-    case TrackMode::PanX:
-    case TrackMode::DragCursors:
-      return Gesture::PanX;
-    case TrackMode::PanY:
-      return Gesture::PanY;
-    case TrackMode::ZoomArea:
-      return Gesture::Area;
-    case TrackMode::None:
-      break;
-  }
-  return Gesture::None;
-}
+Gesture LeftGesture(TrackMode track);
+[[nodiscard]] bool IsPan(Gesture gesture);
+
+/// The pointer over axes where it is on no line.
+Qt::CursorShape PointerOf(TrackMode track);
+
+/// Of the distance between two places, in pixels; less is a click, and no area.
+inline constexpr double kClickReach = 4.0;
+[[nodiscard]] bool IsClick(const QPointF& pressed, const QPointF& released);
 
 }  // namespace velmora

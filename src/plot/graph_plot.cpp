@@ -19,9 +19,7 @@ constexpr int kBetweenRows = 55;
 }  // namespace
 
 // The plot library's layouts and layers delete what is made here.
-GraphPlot::GraphPlot(QWidget* parent) : QCustomPlot(parent) {
-  setAutoAddPlottableToLegend(false);
-  setInteractions(QCP::iNone);
+GraphPlot::GraphPlot(QWidget* parent) : DrawnPlot(parent) {
   legend->setVisible(false);
 
   heading_ = new QCPTextElement(this);
@@ -58,24 +56,6 @@ void GraphPlot::FitScales() {
   fit();
 }
 
-void GraphPlot::SetGraph(const Graph* graph) {
-  graph_ = graph;
-}
-
-Colour GraphPlot::Background() const {
-  return paper_.value_or(graph_ == nullptr ? kBlack : graph_->Background);
-}
-
-std::optional<PictureOrder> GraphPlot::Picture() const {
-  if (graph_ == nullptr) {
-    return std::nullopt;
-  }
-  return PictureOrder{.graph = *graph_,
-                      .title = title_.toStdString(),
-                      .width = std::max(width(), PictureOrder::kSmallest),
-                      .height = std::max(height(), PictureOrder::kSmallest)};
-}
-
 void GraphPlot::Arrange() {
   const Colour background = Background();
   setBackground(QBrush(ToQColor(background)));
@@ -94,15 +74,14 @@ void GraphPlot::Arrange() {
 }
 
 void GraphPlot::ArrangeTitle() {
-  const bool shown = graph_ != nullptr && graph_->TitleVisible && !title_.isEmpty();
+  const QString heading = Heading();
   constexpr int kMargins = 16;
   QFont bold = font();
   bold.setBold(true);
   heading_->setFont(bold);
   heading_->setTextColor(Foreground(Background()));
-  const QString fits = QFontMetrics(bold).elidedText(title_, Qt::ElideMiddle, viewport().width() - kMargins);
-  heading_->setText(shown ? fits : QString());
-  heading_->setMargins(shown ? QMargins(4, 8, 4, 2) : QMargins(0, 4, 0, 0));
+  heading_->setText(QFontMetrics(bold).elidedText(heading, Qt::ElideMiddle, viewport().width() - kMargins));
+  heading_->setMargins(heading.isEmpty() ? QMargins(0, 4, 0, 0) : QMargins(4, 8, 4, 2));
 }
 
 }  // namespace velmora

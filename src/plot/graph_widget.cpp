@@ -22,20 +22,6 @@ GraphWidget::GraphWidget(QWidget* parent) : GraphPlot(parent) {
   }
 }
 
-void GraphWidget::Redraw() {
-  Arrange();
-  replot(QCustomPlot::rpQueuedReplot);
-}
-
-void GraphWidget::RedrawCursors() {
-  CursorLayer()->replot();
-}
-
-void GraphWidget::resizeEvent(QResizeEvent* event) {
-  QCustomPlot::resizeEvent(event);
-  Redraw();
-}
-
 bool GraphWidget::CancelGesture() {
   const bool busy = gesture_ != Gesture::None;
   gesture_ = Gesture::None;
@@ -47,7 +33,7 @@ bool GraphWidget::CancelGesture() {
 
 void GraphWidget::mousePressEvent(QMouseEvent* event) {
   event->accept();
-  if (Shown() == nullptr || gesture_ != Gesture::None) {
+  if (Lead() == nullptr || gesture_ != Gesture::None) {
     return;
   }
   pressed_ = last_ = event->position();
@@ -66,20 +52,20 @@ void GraphWidget::mousePressEvent(QMouseEvent* event) {
   } else if (event->button() == Qt::LeftButton) {
     PressLeft();
   }
-  ShowPointer(pressed_);
+  ShowPointer(PointerAt(pressed_));
 }
 
 void GraphWidget::PressLeft() {
   if (Previews()) {
     cursor_ = PreviewLines().LevelAt(pressed_);
-    gesture_ = cursor_ > 0 ? Gesture::Level : LeftGesture(Shown()->Track);
+    gesture_ = cursor_ > 0 ? Gesture::Level : LeftGesture(Lead()->Track);
     return;
   }
   const CursorOverlay::Hit hit = Overlay().At(pressed_);
   cursor_ = hit.cursor;
   gesture_ = hit.part == CursorOverlay::Part::Line        ? Gesture::Line
              : hit.part == CursorOverlay::Part::Crosshair ? Gesture::Crosshair
-                                                          : LeftGesture(Shown()->Track);
+                                                          : LeftGesture(Lead()->Track);
   if (gesture_ == Gesture::Line) {
     DragCursor(pressed_);
   }
@@ -108,19 +94,18 @@ void GraphWidget::mouseMoveEvent(QMouseEvent* event) {
       RedrawCursors();
       break;
     default:
-      PanTo(place);
+      emit rangeChosen(Moves().Panned(last_, place, gesture_));
   }
   last_ = place;
-  ShowPointer(place);
-  if (Shown() != nullptr && axisRect()->rect().contains(place.toPoint())) {
+  ShowPointer(PointerAt(place));
+  if (Lead() != nullptr && axisRect()->rect().contains(place.toPoint())) {
     emit pointed(xAxis->pixelToCoord(place.x()), yAxis->pixelToCoord(place.y()));
   }
 }
 
 void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
-  constexpr double kSmallest = 4.0;
   const QPointF place = event->position();
-  const bool still = (place - pressed_).manhattanLength() < kSmallest;
+  const bool still = IsClick(pressed_, place);
   const Gesture ended = gesture_;
   if (!CancelGesture()) {
     if (event->button() == Qt::LeftButton && still && !Previews()) {
@@ -131,9 +116,11 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (still && event->button() == Qt::LeftButton && ended != Gesture::Line && !Previews()) {
     EmitClicked(place);
   } else if (ended == Gesture::Area) {
-    ZoomToArea(QRectF(pressed_, place).normalized());
+    if (const std::optional<GraphRange> area = Moves().Zoomed(pressed_, place)) {
+      emit rangeChosen(*area);
+    }
   }
-  ShowPointer(place);
+  ShowPointer(PointerAt(place));
   emit dragEnded();
 }
 
@@ -144,7 +131,7 @@ void GraphWidget::EmitClicked(const QPointF& place) {
 void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   event->accept();
   CancelGesture();
-  if (Shown() != nullptr && event->button() == Qt::LeftButton && !Previews()) {
+  if (Lead() != nullptr && event->button() == Qt::LeftButton && !Previews()) {
     emit doubleClicked();
   }
 }
@@ -152,65 +139,42 @@ void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event) {
 void GraphWidget::DragCursor(const QPointF& place) {
   const double x = xAxis->pixelToCoord(place.x());
   emit cursorDragged(cursor_, x);
-  if (Shown() == nullptr || cursor_ > static_cast<int>(Shown()->Cursors.size())) {
+  if (Lead() == nullptr || cursor_ > static_cast<int>(Lead()->Cursors.size())) {
     CancelGesture();
     return;
   }
-  const double now = Shown()->Cursors[static_cast<std::size_t>(cursor_ - 1)].XPosition;
+  const double now = Lead()->Cursors[static_cast<std::size_t>(cursor_ - 1)].XPosition;
   Overlay().SetDragged(cursor_, QString::fromStdString(FormatNumber(now, "0.000")));
   RedrawCursors();
 }
 
-void GraphWidget::PanTo(const QPointF& place) {
-  emit rangeChosen(Moves().Panned(last_, place,
-                                  gesture_ == Gesture::PanX   ? RangeMoves::Along::X
-                                  : gesture_ == Gesture::PanY ? RangeMoves::Along::Y
-                                                              : RangeMoves::Along::Both));
-}
-
-void GraphWidget::ZoomToArea(const QRectF& area) {
-  constexpr double kSmallest = 4.0;
-  const QRectF inside = area & QRectF(axisRect()->rect());
-  if (inside.width() < kSmallest || inside.height() < kSmallest) {
-    return;
-  }
-  emit rangeChosen(Moves().Zoomed(inside));
-}
-
 void GraphWidget::wheelEvent(QWheelEvent* event) {
   event->accept();
-  if (Shown() != nullptr) {
+  if (Lead() != nullptr) {
     emit rangeChosen(Moves().Wheeled(*event));
   }
 }
 
 Qt::CursorShape GraphWidget::PointerAt(const QPointF& place) const {
-  Qt::CursorShape shape = Qt::ArrowCursor;
-  const bool inside = Shown() != nullptr && axisRect()->rect().contains(place.toPoint());
+  const bool inside = Lead() != nullptr && axisRect()->rect().contains(place.toPoint());
   if (gesture_ == Gesture::Level || (inside && Previews() && PreviewLines().LevelAt(place) > 0)) {
     return Qt::SplitVCursor;
   }
   const CursorOverlay::Part part =
       inside && !Previews() ? Overlay().At(place).part : CursorOverlay::Part::None;
-  if (gesture_ == Gesture::Pan || gesture_ == Gesture::PanX || gesture_ == Gesture::PanY) {
-    shape = Qt::ClosedHandCursor;
-  } else if (inside && (gesture_ == Gesture::Line || part == CursorOverlay::Part::Line)) {
-    shape = Qt::SplitHCursor;
-  } else if (inside && (gesture_ == Gesture::Crosshair || part != CursorOverlay::Part::None)) {
-    shape = Qt::SplitVCursor;
-  } else if (inside && Shown()->Track == TrackMode::ZoomArea) {
-    shape = Qt::CrossCursor;
-  } else if (inside && Shown()->Track != TrackMode::None && Shown()->Track != TrackMode::DragCursors) {
-    shape = Qt::OpenHandCursor;
+  if (IsPan(gesture_)) {
+    return Qt::ClosedHandCursor;
   }
-  return shape;
-}
-
-void GraphWidget::ShowPointer(const QPointF& place) {
-  const Qt::CursorShape shape = PointerAt(place);
-  if (cursor().shape() != shape) {
-    setCursor(shape);
+  if (!inside) {
+    return Qt::ArrowCursor;
   }
+  if (gesture_ == Gesture::Line || part == CursorOverlay::Part::Line) {
+    return Qt::SplitHCursor;
+  }
+  if (gesture_ == Gesture::Crosshair || part != CursorOverlay::Part::None) {
+    return Qt::SplitVCursor;
+  }
+  return PointerOf(Lead()->Track);
 }
 
 }  // namespace velmora

@@ -23,13 +23,7 @@ class GraphWidget : public GraphPlot {
   /// Titles and names are elided and ask for no room.
   [[nodiscard]] QSize minimumSizeHint() const override { return {240, 160}; }
 
-  /// Draws the graph anew before the next event; several calls in a row draw once.
-  void Redraw();
-  /// The same of the cursors alone, which is quick.
-  void RedrawCursors();
-
-  /// Ends a drag or a zoom area that is being drawn, without effect. False when there was none.
-  bool CancelGesture();
+  bool CancelGesture() override;
 
  signals:
   /// Cursor `cursor` (from 1) was dragged to `x`.
@@ -53,20 +47,16 @@ class GraphWidget : public GraphPlot {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
   [[nodiscard]] RangeMoves Moves() const {
-    return {*xAxis, *yAxis, Shown() != nullptr && Shown()->EqualScales};
+    return {*xAxis, *yAxis, Lead() != nullptr && Lead()->EqualScales};
   }
   void PressLeft();
   void EmitClicked(const QPointF& place);
   void DragCursor(const QPointF& place);
-  [[nodiscard]] bool Previews() const { return Shown() != nullptr && Shown()->Preview; }
+  [[nodiscard]] bool Previews() const { return Lead() != nullptr && Lead()->Preview; }
   [[nodiscard]] Qt::CursorShape PointerAt(const QPointF& place) const;
-  void PanTo(const QPointF& place);
-  void ZoomToArea(const QRectF& area);
-  void ShowPointer(const QPointF& place);
 
   Gesture gesture_ = Gesture::None;
   int cursor_ = 0;  // or level that is dragged

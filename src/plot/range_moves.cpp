@@ -10,15 +10,15 @@ GraphRange RangeMoves::Now() const {
   return {x_.range().lower, x_.range().upper, y_.range().lower, y_.range().upper};
 }
 
-GraphRange RangeMoves::Panned(const QPointF& from, const QPointF& to, Along along) const {
+GraphRange RangeMoves::Panned(const QPointF& from, const QPointF& to, Gesture pan) const {
   const auto step = [](const QCPAxis& axis, double a, double b) {
     return AxisMove{axis.scaleType() == QCPAxis::stLogarithmic, axis.pixelToCoord(a), axis.pixelToCoord(b)};
   };
   GraphRange range = Now();
-  if (along != Along::Y) {
+  if (pan != Gesture::PanY) {
     step(x_, from.x(), to.x()).Pan(range.left, range.right);
   }
-  if (along != Along::X) {
+  if (pan != Gesture::PanX) {
     step(y_, from.y(), to.y()).Pan(range.bottom, range.top);
   }
   return range;
@@ -57,9 +57,13 @@ GraphRange RangeMoves::Wheeled(const QWheelEvent& event) const {
   return range;
 }
 
-GraphRange RangeMoves::Zoomed(const QRectF& area) const {
-  return {x_.pixelToCoord(area.left()), x_.pixelToCoord(area.right()), y_.pixelToCoord(area.bottom()),
-          y_.pixelToCoord(area.top())};
+std::optional<GraphRange> RangeMoves::Zoomed(const QPointF& from, const QPointF& to) const {
+  const QRectF area = QRectF(from, to).normalized() & QRectF(x_.axisRect()->rect());
+  if (area.width() < kClickReach || area.height() < kClickReach) {
+    return std::nullopt;
+  }
+  return GraphRange{x_.pixelToCoord(area.left()), x_.pixelToCoord(area.right()),
+                    y_.pixelToCoord(area.bottom()), y_.pixelToCoord(area.top())};
 }
 
 }  // namespace velmora

@@ -2,6 +2,10 @@
 
 #include <qcustomplot.h>
 
+#include <optional>
+
+#include "plot/gesture.hpp"
+
 namespace velmora {
 
 /// The ranges of both axes, as a person set them with the mouse.
@@ -20,11 +24,12 @@ class RangeMoves {
       : x_(x), y_(y), equalScales_(equalScales) {}
 
   [[nodiscard]] GraphRange Now() const;
-  enum class Along { Both, X, Y };
-  [[nodiscard]] GraphRange Panned(const QPointF& from, const QPointF& to, Along along) const;
+  /// PanX and PanY move one axis alone.
+  [[nodiscard]] GraphRange Panned(const QPointF& from, const QPointF& to, Gesture pan) const;
   /// Zooms the abscissa at the pointer, with shift the ordinate; with control, or sideways, pans.
   [[nodiscard]] GraphRange Wheeled(const QWheelEvent& event) const;
-  [[nodiscard]] GraphRange Zoomed(const QRectF& area) const;
+  /// Shows what of the area from corner to corner lies inside the axes. Nothing when that is too small.
+  [[nodiscard]] std::optional<GraphRange> Zoomed(const QPointF& from, const QPointF& to) const;
 
  private:
   const QCPAxis& x_;

@@ -44,9 +44,7 @@ class LaneTicker : public NumberTicker {
 }  // namespace
 
 // The plot library's layouts and layers delete what is made here.
-StackPlot::StackPlot(QWidget* parent) : QCustomPlot(parent) {
-  setAutoAddPlottableToLegend(false);
-  setInteractions(QCP::iNone);
+StackPlot::StackPlot(QWidget* parent) : DrawnPlot(parent) {
   plotLayout()->clear();
   inset_ = new QCPLayoutInset;
   plotLayout()->addElement(0, 0, inset_);
@@ -67,20 +65,12 @@ std::vector<Lane> StackPlot::Stacked() const {
   return lanes_;
 }
 
-Colour StackPlot::Background() const {
-  return paper_.value_or(lanes_.empty() ? kBlack : lanes_.front().graph->Background);
-}
-
 std::optional<PictureOrder> StackPlot::Picture() const {
-  const std::vector<Lane> lanes = Stacked();
-  if (lanes.empty()) {
-    return std::nullopt;
+  std::optional<PictureOrder> order = DrawnPlot::Picture();
+  if (order) {
+    order->lanes = Stacked();
   }
-  return PictureOrder{.graph = *lanes.front().graph,
-                      .title = title_.toStdString(),
-                      .width = std::max(width(), PictureOrder::kSmallest),
-                      .height = std::max(height(), PictureOrder::kSmallest),
-                      .lanes = lanes};
+  return order;
 }
 
 int StackPlot::LeftMargin() const {
@@ -210,10 +200,6 @@ void StackPlot::ArrangeLane(const Drawn& drawn, const Lane& lane, bool lowest) {
   if (metrics.horizontalAdvance(y.label()) + 2 * kLaneGap > height) {
     y.setLabel({});
   }
-}
-
-QString StackPlot::Heading() const {
-  return !lanes_.empty() && lanes_.front().graph->TitleVisible ? title_ : QString();
 }
 
 const StackPlot::Shown* StackPlot::LaneAt(const QPointF& place) const {

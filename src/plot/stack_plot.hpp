@@ -1,11 +1,8 @@
 #pragma once
 
-#include <qcustomplot.h>
-
-#include <optional>
 #include <vector>
 
-#include "graph/picture.hpp"
+#include "plot/drawn_plot.hpp"
 #include "plot/traces/trace_plottable.hpp"
 
 namespace velmora {
@@ -14,18 +11,16 @@ class ResultMarks;
 class StackOverlay;
 
 /// A stack of graphs drawn as one picture: lanes of equal height with the abscissa once at the bottom, each
-/// with its ordinate and the names of its channels, cursors through all of them. It shows what the graphs
-/// hold at the last Arrange; they must outlive it or be replaced.
+/// with its ordinate and the names of its channels, cursors through all of them.
 ///
 /// On the screen lanes have a least height: what does not fit is scrolled to. A picture holds all.
-class StackPlot : public QCustomPlot {
+class StackPlot : public DrawnPlot {
  public:
   explicit StackPlot(QWidget* parent = nullptr);
 
   /// None shows an empty plot.
   void SetLanes(std::vector<Lane> lanes) { lanes_ = std::move(lanes); }
-  void SetTitle(const QString& title) { title_ = title; }
-  void SetPaper(std::optional<Colour> paper) { paper_ = paper; }
+  void Clear() override { lanes_.clear(); }
   /// The graph in a frame; 0: none.
   void SetSelected(int graph) { selected_ = graph; }
   /// Whether all lanes are shown, however low they get.
@@ -36,16 +31,14 @@ class StackPlot : public QCustomPlot {
   void ShowAlone(int graph) { alone_ = graph; }
   [[nodiscard]] int Alone() const { return alone_; }
 
-  /// Takes everything from the graphs; draws nothing yet.
-  void Arrange();
+  void Arrange() final;
 
   /// Lanes that have room at once, and all there are.
   [[nodiscard]] int FittingLanes() const;
   [[nodiscard]] int Lanes() const { return static_cast<int>(Stacked().size()); }
   [[nodiscard]] int First() const { return first_; }
-  [[nodiscard]] Colour Background() const;
-  /// What is shown, all lanes of it, as a picture of the same size; nothing without a graph.
-  [[nodiscard]] std::optional<PictureOrder> Picture() const;
+  /// Of all lanes.
+  [[nodiscard]] std::optional<PictureOrder> Picture() const override;
 
   /// A lane on the screen.
   struct Shown {
@@ -60,13 +53,10 @@ class StackPlot : public QCustomPlot {
   /// Whether the place is a lane's label: its names or what stands to its left.
   [[nodiscard]] bool IsLabel(const Shown& shown, const QPointF& place) const;
   [[nodiscard]] int Selected() const { return selected_; }
-  /// What stands above the lanes; empty: nothing.
-  [[nodiscard]] QString Heading() const;
 
  protected:
   [[nodiscard]] StackOverlay& Overlay() const { return *overlay_; }
-  /// The topmost layer, which can be drawn without the rest.
-  [[nodiscard]] QCPLayer* CursorLayer() const { return layer("overlay"); }
+  [[nodiscard]] const Graph* Lead() const final { return lanes_.empty() ? nullptr : lanes_.front().graph; }
 
  private:
   /// What draws one lane; the plot library deletes it.
@@ -85,8 +75,6 @@ class StackPlot : public QCustomPlot {
   std::vector<Lane> lanes_;
   std::vector<Drawn> drawn_;
   std::vector<Shown> shown_;
-  QString title_;
-  std::optional<Colour> paper_;
   int selected_ = 0;
   int first_ = 0;
   int alone_ = 0;

@@ -6,11 +6,6 @@
 #include "core/text/numbers.hpp"
 
 namespace velmora {
-namespace {
-
-constexpr double kClickReach = 4.0;  // pixels; less is a click
-
-}  // namespace
 
 StackWidget::StackWidget(QWidget* parent) : StackPlot(parent) {
   setMouseTracking(true);
@@ -19,18 +14,8 @@ StackWidget::StackWidget(QWidget* parent) : StackPlot(parent) {
 }
 
 void StackWidget::Redraw() {
-  Arrange();
-  replot(QCustomPlot::rpQueuedReplot);
+  StackPlot::Redraw();
   emit scrolled();
-}
-
-void StackWidget::RedrawCursors() {
-  CursorLayer()->replot();
-}
-
-void StackWidget::resizeEvent(QResizeEvent* event) {
-  QCustomPlot::resizeEvent(event);
-  Redraw();
 }
 
 bool StackWidget::CancelGesture() {
@@ -62,7 +47,7 @@ void StackWidget::mousePressEvent(QMouseEvent* event) {
     hit_ = Overlay().At(pressed_);
     gesture_ = hit_.graph > 0 ? Gesture::Line : LeftGesture(shown->lane.graph->Track);
   }
-  ShowPointer(pressed_);
+  ShowPointer(PointerAt(pressed_));
 }
 
 void StackWidget::mouseMoveEvent(QMouseEvent* event) {
@@ -71,21 +56,23 @@ void StackWidget::mouseMoveEvent(QMouseEvent* event) {
     case Gesture::None:
       break;
     case Gesture::Line:
-      if (last_ != pressed_ || (place - pressed_).manhattanLength() >= kClickReach) {
+      if (last_ != pressed_ || !IsClick(pressed_, place)) {
         DragLine(place);
         last_ = place;
       }
-      ShowPointer(place);
+      ShowPointer(PointerAt(place));
       return;
     case Gesture::Area:
       Overlay().SetBand(QRectF(pressed_, place).normalized());
       RedrawCursors();
       break;
     default:
-      PanTo(place);
+      if (const Shown* shown = LaneOf(graph_)) {
+        emit rangeChosen(graph_, MovesOf(*shown).Panned(last_, place, gesture_));
+      }
   }
   last_ = place;
-  ShowPointer(place);
+  ShowPointer(PointerAt(place));
   if (const Shown* shown = LaneAt(place)) {
     const QCPAxis& x = *shown->rect->axis(QCPAxis::atBottom);
     const QCPAxis& y = *shown->rect->axis(QCPAxis::atLeft);
@@ -95,7 +82,7 @@ void StackWidget::mouseMoveEvent(QMouseEvent* event) {
 
 void StackWidget::mouseReleaseEvent(QMouseEvent* event) {
   const QPointF place = event->position();
-  const bool still = (place - pressed_).manhattanLength() < kClickReach;
+  const bool still = IsClick(pressed_, place);
   const bool dragged = gesture_ == Gesture::Line && last_ != pressed_;
   const Gesture ended = gesture_;
   const bool onThreshold = ended == Gesture::Line && hit_.kind == CursorKind::Threshold;
@@ -105,12 +92,11 @@ void StackWidget::mouseReleaseEvent(QMouseEvent* event) {
       onThreshold ? emit thresholdClicked(graph_) : emit clicked(graph_);
     }
   } else if (const Shown* shown = LaneOf(graph_); ended == Gesture::Area && shown != nullptr) {
-    const QRectF area = QRectF(pressed_, place).normalized() & QRectF(shown->rect->rect());
-    if (area.width() >= kClickReach && area.height() >= kClickReach) {
-      emit rangeChosen(graph_, MovesOf(*shown).Zoomed(area));
+    if (const std::optional<GraphRange> area = MovesOf(*shown).Zoomed(pressed_, place)) {
+      emit rangeChosen(graph_, *area);
     }
   }
-  ShowPointer(place);
+  ShowPointer(PointerAt(place));
   if (ended_one) {
     emit dragEnded();
   }
@@ -156,15 +142,6 @@ void StackWidget::DragLine(const QPointF& place) {
   RedrawCursors();
 }
 
-void StackWidget::PanTo(const QPointF& place) {
-  if (const Shown* shown = LaneOf(graph_)) {
-    emit rangeChosen(graph_, MovesOf(*shown).Panned(last_, place,
-                                                    gesture_ == Gesture::PanX   ? RangeMoves::Along::X
-                                                    : gesture_ == Gesture::PanY ? RangeMoves::Along::Y
-                                                                                : RangeMoves::Along::Both));
-  }
-}
-
 void StackWidget::wheelEvent(QWheelEvent* event) {
   event->accept();
   const Shown* shown = LaneAt(event->position());
@@ -179,24 +156,17 @@ void StackWidget::wheelEvent(QWheelEvent* event) {
   emit rangeChosen(shown->lane.number, MovesOf(*shown).Wheeled(*event));
 }
 
-void StackWidget::ShowPointer(const QPointF& place) {
-  Qt::CursorShape shape = Qt::ArrowCursor;
+Qt::CursorShape StackWidget::PointerAt(const QPointF& place) const {
   const Shown* shown = LaneAt(place);
   const bool inside = shown != nullptr && shown->rect->rect().contains(place.toPoint());
   const StackOverlay::Hit hit = gesture_ == Gesture::Line ? hit_ : Overlay().At(place);
-  if (gesture_ == Gesture::Pan || gesture_ == Gesture::PanX || gesture_ == Gesture::PanY) {
-    shape = Qt::ClosedHandCursor;
-  } else if (hit.graph > 0) {
-    shape = hit.kind == CursorKind::Threshold ? Qt::SplitVCursor : Qt::SplitHCursor;
-  } else if (inside && shown->lane.graph->Track == TrackMode::ZoomArea) {
-    shape = Qt::CrossCursor;
-  } else if (inside && shown->lane.graph->Track != TrackMode::None &&
-             shown->lane.graph->Track != TrackMode::DragCursors) {
-    shape = Qt::OpenHandCursor;
+  if (IsPan(gesture_)) {
+    return Qt::ClosedHandCursor;
   }
-  if (cursor().shape() != shape) {
-    setCursor(shape);
+  if (hit.graph > 0) {
+    return hit.kind == CursorKind::Threshold ? Qt::SplitVCursor : Qt::SplitHCursor;
   }
+  return inside ? PointerOf(shown->lane.graph->Track) : Qt::ArrowCursor;
 }
 
 }  // namespace velmora

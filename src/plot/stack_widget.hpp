@@ -9,9 +9,8 @@ namespace velmora {
 
 /// A stack of graphs under the mouse. It changes nothing of them by itself: it tells what a person did, and
 /// shows them again when Redraw is called.
-///   wheel               zoom of the abscissa at the pointer; with shift of the lane's ordinate; with ctrl a
-///   pan;
-///                       beside the lanes it scrolls
+///   wheel               zoom of the abscissa at the pointer; with shift of the lane's ordinate; with ctrl
+///                       a pan; beside the lanes it scrolls
 ///   middle button       pan, whatever the mode
 ///   left button         drags a cursor, a threshold line, an onset; else what the graphs' track mode says
 ///   double click        on a lane's label: the lane alone, and back
@@ -23,12 +22,8 @@ class StackWidget : public StackPlot {
 
   [[nodiscard]] QSize minimumSizeHint() const override { return {320, 200}; }
 
-  /// Draws the stack anew before the next event; several calls in a row draw once.
-  void Redraw();
-  /// The same of cursors, lines and marks alone, which is quick.
-  void RedrawCursors();
-  /// Ends a drag or a zoom area that is being drawn, without effect. False when there was none.
-  bool CancelGesture();
+  void Redraw() override;
+  bool CancelGesture() override;
 
  signals:
   /// Cursor `cursor` (from 1) of the graph's list was dragged to `x`.
@@ -51,13 +46,11 @@ class StackWidget : public StackPlot {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
   [[nodiscard]] static RangeMoves MovesOf(const Shown& shown);
   void DragLine(const QPointF& place);
-  void PanTo(const QPointF& place);
-  void ShowPointer(const QPointF& place);
+  [[nodiscard]] Qt::CursorShape PointerAt(const QPointF& place) const;
 
   Gesture gesture_ = Gesture::None;
   StackOverlay::Hit hit_;

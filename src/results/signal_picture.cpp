@@ -53,6 +53,27 @@ FormGraph SignalPicture(const Trial& trial, int channel) {
           .background = FormGraph::Background::White};
 }
 
+double TimeAt(const Trial& trial, SampleRange range, double place) {
+  const double sample = std::floor(place);
+  return double{trial.Data(range.lo + static_cast<std::int64_t>(sample), 0)} + (place - sample) / trial.Rate;
+}
+
+void AddBands(FormGraph& graph, const std::vector<TimeSpan>& found, int colour, bool numbered) {
+  const std::size_t drawn = std::min(found.size(), kMostBands);
+  for (std::size_t k = 0; k < drawn; ++k) {
+    graph.bands.push_back({.from = found[k].from,
+                           .to = found[k].to,
+                           .text = numbered ? std::to_string(k + 1) : std::string(),
+                           .colour = colour,
+                           .strength = 0.8,
+                           .above = true});
+  }
+}
+
+FormGraph::Plot LevelLine(std::string name, int colour, const std::vector<double>& times, double level) {
+  return {.name = std::move(name), .colour = colour, .x = {times.front(), times.back()}, .y = {level, level}};
+}
+
 void FitAxes(FormGraph& graph) {
   Extent across;
   Extent up;
@@ -75,6 +96,10 @@ void FitAxes(FormGraph& graph) {
   graph.x.maximum = across.high + beside;
   graph.y.minimum = up.low - up.Room();
   graph.y.maximum = up.high + up.Room();
+}
+
+void AddRoomAbove(FormGraph& graph, double part) {
+  graph.y.maximum += part * (graph.y.maximum - graph.y.minimum);
 }
 
 }  // namespace velmora

@@ -43,10 +43,10 @@ struct EventHistoryTest : RecordedPerson {
     Press("O");
     workbench.view->MoveCursor(4, 2.05, 1);
     workbench.view->MoveCursor(4, 2.08, 1);
-    workbench.view->RightClick(1);
+    workbench.view->Click(1, Clicked::Right);
     Press("Insert");
     Span(2.2, 2.7);
-    workbench.view->DoubleClick(2);
+    workbench.view->Click(2, Clicked::Twice);
   }
   void Span(double from, double to) {
     workbench.view->MoveCursor(1, from);

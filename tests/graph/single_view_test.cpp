@@ -438,7 +438,7 @@ TEST_F(SingleViewTest, WhatTheMouseChoosesStaysOnTheTrialAndSetsTheStepOfPans) {
   EXPECT_EQ(View().Drawing().Ordinate.Minimum, -5);
 
   View().ShowRange(1, 0.2, 0.4, -5, 5);
-  View().DoubleClick(1);
+  View().Click(1, Clicked::Twice);
   ExpectWindow(0.0, 1.0);
   Key("PageUp");  // by the view window again, which is the whole trial
   ExpectWindow(0.0, 1.0);

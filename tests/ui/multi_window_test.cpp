@@ -1,5 +1,6 @@
 // The window of the multi-axis graph as a person uses it. With VELMORA_SCREENSHOTS set to a directory it
 // leaves pictures of what it saw there.
+#include <QPushButton>
 #include <QScrollBar>
 
 #include "ui/multi_window_person.hpp"
@@ -28,6 +29,11 @@ TEST_F(MultiWindowTest, ACursorIsDraggedOnTheThirdOfEightGraphsAndMovesOnAll) {
   EXPECT_EQ(View().SampleOf(1), before + 99);
   EXPECT_EQ(Sidebar().at(1), "Cursor#1   Yellow:");
   EXPECT_EQ(Sidebar().at(3), QString::fromStdString("      n =  " + std::to_string(before + 99)));
+  Key(Qt::Key_8);  // the bar's own
+  EXPECT_EQ(View().Lead().Track, TrackMode::ZoomArea);
+  EXPECT_TRUE(window->findChild<QPushButton*>("optZoom")->isChecked());
+  Key(Qt::Key_Escape);
+  EXPECT_TRUE(window->findChild<QPushButton*>("optCursor")->isChecked());
   test::Shot(*window, "multi-8");
 }
 

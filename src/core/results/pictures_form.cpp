@@ -32,13 +32,8 @@ void PicturesForm::ShowChosen() {
   graph_->resets = resets;
 }
 
-std::vector<std::string> ChannelNames(const Trial& trial, const std::vector<int>& channels) {
-  std::vector<std::string> names;
-  names.reserve(channels.size());
-  for (const int c : channels) {
-    names.push_back(ChannelNumber(c) + ": " + LabelOnOneLine(trial, c));
-  }
-  return names;
+std::string ListedChannel(const Trial& trial, int channel) {
+  return ChannelNumber(channel) + ": " + LabelOnOneLine(trial, channel);
 }
 
 }  // namespace velmora

@@ -25,7 +25,18 @@ class PicturesForm : public ResultForm {
   std::int32_t shown_ = 0;
 };
 
-/// Channels by number and label, as the list of pictures names them.
-std::vector<std::string> ChannelNames(const Trial& trial, const std::vector<int>& channels);
+/// A channel by number and label, as the list of pictures names it.
+std::string ListedChannel(const Trial& trial, int channel);
+
+/// The names of the channels in which something was found; `Found` has a `channel`.
+template <typename Found>
+std::vector<std::string> ChannelNames(const Trial& trial, const std::vector<Found>& all) {
+  std::vector<std::string> names;
+  names.reserve(all.size());
+  for (const Found& found : all) {
+    names.push_back(ListedChannel(trial, found.channel));
+  }
+  return names;
+}
 
 }  // namespace velmora

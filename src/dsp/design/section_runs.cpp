@@ -59,11 +59,6 @@ std::span<const RowKernel> RowKernelsOf(SimdLevel level) {
   return AtLevel<std::span<const RowKernel>>(level, kSse2, kAvx2, kAvx512);
 }
 
-struct SectionState {
-  double s1 = 0.0;
-  double s2 = 0.0;
-};
-
 // After an endless run of samples u.
 std::vector<SectionState> SteadyState(const Biquads& sections, double u) {
   std::vector<SectionState> states;
@@ -78,16 +73,7 @@ std::vector<SectionState> SteadyState(const Biquads& sections, double u) {
 template <typename Samples>
 void SweepPlain(Samples first, Samples last, const Biquads& sections, std::vector<SectionState> states) {
   for (; first != last; ++first) {
-    double value = *first;
-    for (std::size_t k = 0; k < sections.size(); ++k) {
-      const Biquad& c = sections[k];
-      SectionState& s = states[k];
-      const double y = c.b0 * value + s.s1;
-      s.s1 = c.b1 * value - c.a1 * y + s.s2;
-      s.s2 = c.b2 * value - c.a2 * y;
-      value = y;
-    }
-    *first = value;
+    *first = NextOutput(sections, states, *first);
   }
 }
 

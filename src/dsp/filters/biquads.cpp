@@ -32,24 +32,10 @@ bool IsStable(const Biquad& section) {
   return std::abs(section.a2) < 1 && std::abs(section.a1) < 1 + section.a2;
 }
 
-// Transposed direct form II (Oppenheim and Schafer, Discrete-Time Signal Processing, 6.3.4).
 void RunBiquads(const Biquads& sections, const ChannelView& x) {
-  struct State {
-    double first = 0.0;
-    double second = 0.0;
-  };
-  std::vector<State> states(sections.size());
+  std::vector<SectionState> states(sections.size());
   for (std::int64_t i = 0; i < x.size(); ++i) {
-    double value = x[i];
-    for (std::size_t k = 0; k < sections.size(); ++k) {
-      const Biquad& section = sections[k];
-      State& state = states[k];
-      const double output = section.b0 * value + state.first;
-      state.first = section.b1 * value - section.a1 * output + state.second;
-      state.second = section.b2 * value - section.a2 * output;
-      value = output;
-    }
-    x[i] = static_cast<float>(value);
+    x[i] = static_cast<float>(NextOutput(sections, states, x[i]));
   }
 }
 

@@ -29,6 +29,26 @@ std::complex<double> ResponseAt(const Biquads& sections, double frequency, doubl
 /// Whether the poles lie inside the unit circle.
 bool IsStable(const Biquad& section);
 
+/// What a section keeps from one sample to the next.
+struct SectionState {
+  double s1 = 0.0;
+  double s2 = 0.0;
+};
+
+/// What the sections make of the next sample, one after the other; a state each. Transposed direct form II
+/// (Oppenheim and Schafer, Discrete-Time Signal Processing, 6.3.4).
+inline double NextOutput(const Biquads& sections, std::vector<SectionState>& states, double value) {
+  for (std::size_t k = 0; k < sections.size(); ++k) {
+    const Biquad& c = sections[k];
+    SectionState& s = states[k];
+    const double y = c.b0 * value + s.s1;
+    s.s1 = c.b1 * value - c.a1 * y + s.s2;
+    s.s2 = c.b2 * value - c.a2 * y;
+    value = y;
+  }
+  return value;
+}
+
 /// Filters x in place from rest, forward, in 64 bits; each output is rounded to 32 bits once.
 void RunBiquads(const Biquads& sections, const ChannelView& x);
 

@@ -15,8 +15,9 @@ namespace {
 constexpr int kBurstEnvelopeColour = 3;
 constexpr int kSignalColour = 9;
 
-double TimeAt(const Trial& trial, SampleRange range, std::int64_t at) {
-  return trial.Data(range.lo + at, 0);
+TimeSpan TimeSpanOf(const Trial& trial, SampleRange range, const SignalBurst& burst) {
+  return {TimeAt(trial, range, static_cast<double>(burst.on)),
+          TimeAt(trial, range, static_cast<double>(burst.off))};
 }
 
 ResultTable BurstTable(const Workbench& workbench, SampleRange range,
@@ -39,10 +40,9 @@ ResultTable BurstTable(const Workbench& workbench, SampleRange range,
         sum += of.envelope[static_cast<std::size_t>(i)];
         peak = std::max(peak, of.envelope[static_cast<std::size_t>(i)]);
       }
-      const double on = TimeAt(trial, range, burst.on);
-      const double off = TimeAt(trial, range, burst.off);
+      const TimeSpan active = TimeSpanOf(trial, range, burst);
       table.rows.push_back({ChannelNumber(of.channel), LabelOnOneLine(trial, of.channel),
-                            static_cast<double>(b + 1), on, off,
+                            static_cast<double>(b + 1), active.from, active.to,
                             static_cast<double>(burst.off - burst.on) / trial.Rate,
                             sum / static_cast<double>(burst.off - burst.on + 1), peak,
                             sum * (1.0 / trial.Rate), of.threshold});
@@ -82,21 +82,15 @@ FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelBursts& 
   const std::vector<double> times = SamplesOf(trial, 0, range);
   FormGraph::Plot signal{
       .name = "EMG", .colour = kSignalColour, .x = times, .y = SamplesOf(trial, of.channel, range)};
-  for (std::size_t b = 0; b < of.bursts.size() && b < kMostBands; ++b) {
-    graph.bands.push_back({.from = TimeAt(trial, range, of.bursts[b].on),
-                           .to = TimeAt(trial, range, of.bursts[b].off),
-                           .text = std::to_string(b + 1),
-                           .colour = kBurstEnvelopeColour,
-                           .strength = 0.8,
-                           .above = true});
+  std::vector<TimeSpan> active;
+  for (const SignalBurst& burst : of.bursts) {
+    active.push_back(TimeSpanOf(trial, range, burst));
   }
+  AddBands(graph, active, kBurstEnvelopeColour);
   graph.plots = {
       std::move(signal),
       {.name = "envelope", .colour = kBurstEnvelopeColour, .x = times, .y = of.envelope, .width = 2.0},
-      {.name = "threshold",
-       .colour = 0,
-       .x = {times.front(), times.back()},
-       .y = {of.threshold, of.threshold}}};
+      LevelLine("threshold", 0, times, of.threshold)};
   FitAxes(graph);
   return graph;
 }
@@ -105,16 +99,13 @@ FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelBursts& 
 
 void ShowOnsets(Workbench& workbench, const OnsetsForm& form) {
   const std::vector<ChannelBursts>& found = form.Found();
-  std::vector<int> channels(found.size());
-  std::transform(found.begin(), found.end(), channels.begin(),
-                 [](const ChannelBursts& of) { return of.channel; });
   PicturesForm(workbench,
                {.name = "frmOnsets",
                 .title = "Onsets and offsets",
                 .file = {.what = "Onsets", .extension = ".tab"},
                 .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
                 .tables = {BurstTable(workbench, form.Range(), found), SummaryTable(workbench, found)}},
-               ChannelNames(workbench.trial, channels),
+               ChannelNames(workbench.trial, found),
                [&](std::size_t which) { return PictureOf(workbench.trial, form.Range(), found[which]); })
       .Show(workbench);
 }

@@ -135,21 +135,14 @@ ResultTable SummaryTable(const Workbench& workbench, const std::vector<ChannelCo
 FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelContacts& of) {
   FormGraph graph = SignalPicture(trial, of.channel);
   const std::vector<double> times = SamplesOf(trial, 0, range);
-  for (std::size_t k = 0; k < of.contacts.size() && k < kMostBands; ++k) {
-    graph.bands.push_back({.from = times.front() + of.contacts[k].on,
-                           .to = times.front() + of.contacts[k].off,
-                           .text = std::to_string(k + 1),
-                           .colour = kContactColour,
-                           .strength = 0.8,
-                           .above = true});
+  std::vector<TimeSpan> stances;
+  for (const MeasuredContact& contact : of.contacts) {
+    stances.push_back({times.front() + contact.on, times.front() + contact.off});
   }
-  const auto threshold = [&times](const char* name, int colour, double level) {
-    return FormGraph::Plot{
-        .name = name, .colour = colour, .x = {times.front(), times.back()}, .y = {level, level}};
-  };
+  AddBands(graph, stances, kContactColour);
   graph.plots = {{.name = "force", .colour = kContactForceColour, .x = times, .y = of.force},
-                 threshold("on", kOnColour, of.rule.on),
-                 threshold("off", kOffColour, of.rule.off)};
+                 LevelLine("on", kOnColour, times, of.rule.on),
+                 LevelLine("off", kOffColour, times, of.rule.off)};
   FitAxes(graph);
   return graph;
 }
@@ -158,11 +151,6 @@ FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelContacts
 
 void ShowContacts(Workbench& workbench, const ContactsForm& form) {
   const std::vector<ChannelContacts>& found = form.Found();
-  std::vector<int> channels;
-  channels.reserve(found.size());
-  for (const ChannelContacts& of : found) {
-    channels.push_back(of.channel);
-  }
   Pictured<PicturesForm>(
       workbench,
       Results{.name = "frmContacts",
@@ -170,7 +158,7 @@ void ShowContacts(Workbench& workbench, const ContactsForm& form) {
               .file = {.what = "Foot Contacts", .extension = ".tab"},
               .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
               .tables = {ContactTable(workbench, form), SummaryTable(workbench, found)}},
-      ChannelNames(workbench.trial, channels),
+      ChannelNames(workbench.trial, found),
       [&](std::size_t which) { return PictureOf(workbench.trial, form.Range(), found[which]); })
       .Show(workbench);
 }

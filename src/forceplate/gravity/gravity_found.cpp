@@ -98,10 +98,7 @@ void DrawJump(FormGraph& graph, const Trial& trial, const GravityFound& found) {
   const std::vector<double> times = SamplesOf(trial, 0, found.range);
   graph.y.caption = "Vertical force (N)";
   graph.plots = {{.name = "force", .colour = kJumpForceColour, .x = times, .y = found.vertical, .width = 2.0},
-                 {.name = "weight",
-                  .colour = kJumpWeightColour,
-                  .x = {times.front(), times.back()},
-                  .y = {found.weight, found.weight}}};
+                 LevelLine("weight", kJumpWeightColour, times, found.weight)};
   const Jump& jump = *found.jump;
   graph.title += graph.title.empty() ? "" : ", ";
   if (jump.impulseHeight) {
@@ -162,7 +159,7 @@ Results GravityResults(const Workbench& workbench, const GravityFound& found, Re
   }
   FitAxes(graph);
   if (found.jump) {  // room for the names of the moments
-    graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);
+    AddRoomAbove(graph);
   }
   return {.name = "frmGravity",
           .title = found.jump ? "Centre of gravity, jump" : "Centre of gravity",

@@ -247,11 +247,7 @@ const MultiView* FindMultiView(const Workbench& workbench) {
 }
 
 MultiView& OpenMultiView(Workbench& workbench) {
-  auto* view = dynamic_cast<MultiView*>(workbench.view.get());
-  if (view == nullptr) {
-    throw std::runtime_error("no multi-axis graph is open");
-  }
-  return *view;
+  return OpenAs<MultiView>(workbench, "multi-axis graph");
 }
 
 }  // namespace velmora

@@ -382,9 +382,12 @@ void XYView::Pick(double x, double y, PixelSize pixel) {
   Decorate();
 }
 
-void XYView::Unpick() {
-  picked_.reset();
-  Decorate();
+void XYView::LeaveMode() {
+  if (Lead().Track == TrackMode::None) {
+    picked_.reset();
+    Decorate();
+  }
+  SetTrack(TrackMode::None);
 }
 
 std::string XYView::PickedText() const {
@@ -400,11 +403,7 @@ std::string XYView::PickedText() const {
 }
 
 XYView& OpenXYView(Workbench& workbench) {
-  auto* view = dynamic_cast<XYView*>(workbench.view.get());
-  if (view == nullptr) {
-    throw std::runtime_error("no X-Y plot is open");
-  }
-  return *view;
+  return OpenAs<XYView>(workbench, "X-Y plot");
 }
 
 const XYView* FindXYView(const Workbench& workbench) {

@@ -66,7 +66,8 @@ class XYView final : public GraphView {
   /// Marks the sample nearest to a place of the axes, if one lies within a few pixels, and otherwise takes
   /// the mark away.
   void Pick(double x, double y, PixelSize pixel);
-  void Unpick();
+  /// First what the mouse does, then the sample that was clicked.
+  void LeaveMode() override;
   /// "n = 123, 0.122 s: 45.2 deg, 12.1 deg" of the sample that was clicked; empty while none is.
   [[nodiscard]] std::string PickedText() const;
   [[nodiscard]] const std::optional<Picked>& PickedSample() const { return picked_; }

@@ -18,7 +18,7 @@ constexpr std::array<int, 2> kIntervalColours = {12, 10};
 }  // namespace
 
 double AccelerometryForm::TimeAt(std::int64_t sampleOfRange) const {
-  return workbench_.trial.Data(range_.lo + sampleOfRange, 0);
+  return velmora::TimeAt(workbench_.trial, range_, static_cast<double>(sampleOfRange));
 }
 
 ResultTable AccelerometryForm::Table() const {
@@ -92,7 +92,7 @@ FormGraph AccelerometryForm::Graph() const {
     }
   }
   FitAxes(graph);
-  graph.y.maximum += 0.25 * (graph.y.maximum - graph.y.minimum);  // the texts stand above the peak
+  AddRoomAbove(graph, 0.25);  // the texts stand above the peak
   graph.points.push_back({TimeAt(found_.peakResultant.first), found_.peakResultant.value,
                           "peak " + FormatNumber(found_.peakResultant.value, "0.0 ") + "g"});
   return graph;

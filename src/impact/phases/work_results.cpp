@@ -19,12 +19,6 @@ constexpr int kPositiveColour = 6;
 constexpr int kNegativeColour = 3;
 constexpr double kRoomForText = 0.15;  // of the range, beside its number
 
-/// The abscissa at a place of the range, which may lie between two samples.
-double TimeAt(const Trial& trial, SampleRange range, double place) {
-  const double sample = std::floor(place);
-  return double{trial.Data(range.lo + static_cast<std::int64_t>(sample), 0)} + (place - sample) / trial.Rate;
-}
-
 ResultTable PhaseTable(const Workbench& workbench, SampleRange range, const std::vector<ChannelWork>& all) {
   const Trial& trial = workbench.trial;
   const ResultTable::Format value = ThroughPattern(workbench.patterns.ValuePattern);
@@ -100,7 +94,7 @@ FormGraph PictureOf(const Workbench& workbench, SampleRange range, const Channel
                            .above = true});
   }
   FitAxes(graph);
-  graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);  // room for the texts
+  AddRoomAbove(graph);
   graph.plots.push_back({.name = "zero", .colour = 0, .x = {graph.x.minimum, graph.x.maximum}, .y = {0, 0}});
   return graph;
 }
@@ -127,10 +121,8 @@ ChannelWork FindWork(const Trial& trial, int channel, SampleRange range, const W
 
 void ShowWork(Workbench& workbench, Results results, const std::vector<ChannelWork>& all) {
   const SampleRange range = results.head.range.value();
-  std::vector<int> channels;
   std::int64_t small = 0;
   for (const ChannelWork& of : all) {
-    channels.push_back(of.channel);
     small += static_cast<std::int64_t>(of.phases.size() - of.listed.size());
   }
   if (small > 0) {
@@ -139,9 +131,9 @@ void ShowWork(Workbench& workbench, Results results, const std::vector<ChannelWo
   }
   results.file = {.what = "Work", .extension = ".tab"};
   results.tables = {PhaseTable(workbench, range, all), TotalsTable(workbench, all)};
-  PicturesForm(workbench, std::move(results), ChannelNames(workbench.trial, channels),
-               [&](std::size_t which) { return PictureOf(workbench, range, all[which]); })
-      .Show(workbench);
+  PicturesForm(workbench, std::move(results), ChannelNames(workbench.trial, all), [&](std::size_t which) {
+    return PictureOf(workbench, range, all[which]);
+  }).Show(workbench);
 }
 
 }  // namespace velmora

@@ -39,7 +39,7 @@ ResultTable StrikeTable(const Workbench& workbench, const StrikesForm& form) {
     table.formats.insert(table.formats.end(), 2, value);
   }
   const double step = 1.0 / trial.Rate;
-  const auto timeAt = [&](std::int64_t i) { return double{trial.Data(form.Range().lo + i, 0)}; };
+  const auto timeAt = [&](std::int64_t i) { return TimeAt(trial, form.Range(), static_cast<double>(i)); };
   for (const ChannelStrikes& of : form.Found()) {
     double number = 0;
     for (const Strike& strike : of.strikes) {
@@ -74,16 +74,11 @@ FormGraph PictureOf(const Workbench& workbench, SampleRange range, const Channel
   FormGraph graph = SignalPicture(trial, of.channel);
   const std::vector<double> times = SamplesOf(trial, 0, range);
   FormGraph::Plot rises{.name = "20 to 80 % of the rise", .colour = kRiseColour, .width = 3.0};
+  const auto timeAt = [&times](std::int64_t i) { return times[static_cast<std::size_t>(i)]; };
+  std::vector<TimeSpan> impacts;
   for (std::size_t k = 0; k < of.strikes.size() && k < kMostBands; ++k) {
     const Strike& strike = of.strikes[k];
-    const auto timeAt = [&times](std::int64_t i) { return times[static_cast<std::size_t>(i)]; };
-    graph.bands.push_back(
-        {.from = timeAt(strike.contact.first),
-         .to = timeAt(strike.contact.last),
-         .text = of.strikes.size() > kMostNumberedBands ? std::string() : std::to_string(k + 1),
-         .colour = kImpactColour,
-         .strength = 0.8,
-         .above = true});
+    impacts.push_back({timeAt(strike.contact.first), timeAt(strike.contact.last)});
     graph.points.push_back({.x = timeAt(strike.peak),
                             .y = strike.peakValue,
                             .text = of.strikes.size() > kMostValues
@@ -99,31 +94,25 @@ FormGraph PictureOf(const Workbench& workbench, SampleRange range, const Channel
       rises.y.push_back(kNone);  // a gap
     }
   }
+  AddBands(graph, impacts, kImpactColour, impacts.size() <= kMostNumberedBands);
   graph.plots = {{.name = "signal", .colour = kSignalColour, .x = times, .y = of.signal},
-                 {.name = "threshold",
-                  .colour = 0,
-                  .x = {times.front(), times.back()},
-                  .y = {of.rule.contact.on, of.rule.contact.on}},
+                 LevelLine("threshold", 0, times, of.rule.contact.on),
                  std::move(rises)};
   FitAxes(graph);
-  graph.y.maximum += 0.1 * (graph.y.maximum - graph.y.minimum);  // room for the numbers
+  AddRoomAbove(graph);
   return graph;
 }
 
 }  // namespace
 
 void ShowStrikes(Workbench& workbench, const StrikesForm& form) {
-  std::vector<int> channels;
-  for (const ChannelStrikes& of : form.Found()) {
-    channels.push_back(of.channel);
-  }
   PicturesForm(workbench,
                {.name = "frmImpact",
                 .title = "Impact analysis",
                 .file = {.what = "Impacts", .extension = ".tab"},
                 .head = {.range = form.Range(), .parameters = ParametersOf(workbench.trial, form)},
                 .tables = {StrikeTable(workbench, form)}},
-               ChannelNames(workbench.trial, channels),
+               ChannelNames(workbench.trial, form.Found()),
                [&](std::size_t which) { return PictureOf(workbench, form.Range(), form.Found()[which]); })
       .Show(workbench);
 }

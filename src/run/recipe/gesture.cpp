@@ -23,19 +23,7 @@ struct Gesture {
     workbench.view->MoveCursor(move.cursor, move.x, move.graph);
   }
   void operator()(const ThresholdMove& move) const { workbench.view->MoveThreshold(move.graph, move.y); }
-  void operator()(const GraphClick& click) const {
-    switch (click.how) {
-      case Clicked::Once:
-        workbench.view->Click(click.graph);
-        return;
-      case Clicked::Twice:
-        workbench.view->DoubleClick(click.graph);
-        return;
-      case Clicked::Right:
-        workbench.view->RightClick(click.graph);
-        return;
-    }
-  }
+  void operator()(const GraphClick& click) const { workbench.view->Click(click.graph, click.how); }
   void operator()(const ImageGesture& image) const {
     PictureOrder order = PictureOfView(workbench);
     order.format = *PictureFormatOf(image.file);

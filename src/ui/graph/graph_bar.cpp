@@ -10,6 +10,7 @@
 
 #include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/two_part_bar.hpp"
+#include "ui/text.hpp"
 
 namespace velmora::ui {
 namespace {
@@ -65,6 +66,11 @@ QPushButton* GraphBar::Add(QLayout& bar, const Button& button) {
   return push;
 }
 
+void GraphBar::AddWindow(QLayout& bar) {
+  windowButton_ = Add(bar, {"cmdWindow", "&Window", "view.window",
+                            QObject::tr("Shows what lies between the cursors, or all of it again"), "W, F"});
+}
+
 // A letter that a menu answers to with Alt opens that menu: with two answers neither would come at the
 // first press. Such a button has a key of its own.
 void GraphBar::Caption(QPushButton& button, const QString& caption) const {
@@ -114,9 +120,10 @@ void GraphBar::AddModes(QLayout& bar, bool cursors) {
   }
 }
 
-void GraphBar::ShowMode(TrackMode shown) const {
+void GraphBar::Show(const GraphView& view) const {
+  Caption(*windowButton_, ToQt(view.WindowCaption()));
   for (const auto& [mode, button] : modes_) {
-    button->setChecked(shown == mode);
+    button->setChecked(view.Lead().Track == mode);
   }
 }
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/open_view.hpp"
-#include "graph/graph.hpp"
+#include "graph/graph_view.hpp"
 
 class QHBoxLayout;
 class QLayout;
@@ -39,11 +39,14 @@ class GraphBar {
   [[nodiscard]] QHBoxLayout& First() const;
   [[nodiscard]] QHBoxLayout& Second() const;
   QPushButton* Add(QLayout& bar, const Button& button);
+  /// What lies between the cursors, or all of it again.
+  void AddWindow(QLayout& bar);
   /// A caption, with its letter as a key unless a menu has that.
   void Caption(QPushButton& button, const QString& caption) const;
   /// What the mouse does; dragging cursors only where there are cursors.
   void AddModes(QLayout& bar, bool cursors);
-  void ShowMode(TrackMode mode) const;
+  /// The caption of the window's button, and what the mouse does.
+  void Show(const GraphView& view) const;
   /// Returns whether the key is one of a button.
   bool PressKey(const KeyPress& key) const;
 
@@ -51,6 +54,7 @@ class GraphBar {
   QMainWindow& window_;
   RunById run_;
   TwoPartBar* strip_;  // a child of the window, as all buttons
+  QPushButton* windowButton_ = nullptr;
   std::map<std::string, QPushButton*> keys_;
   std::vector<std::pair<TrackMode, QPushButton*>> modes_;
 };

@@ -2,6 +2,10 @@
 
 #include <QLabel>
 
+#include "core/text/numbers.hpp"
+#include "core/trial/helpers.hpp"
+#include "ui/text.hpp"
+
 namespace velmora::ui {
 
 QString HintOf(TrackMode mode) {
@@ -36,6 +40,11 @@ void GraphStatusBar::ShowMode(TrackMode mode) {
 
 void GraphStatusBar::ShowPlace(const QString& x, const QString& y) {
   ShowText(QStringLiteral("%1 : %2").arg(x, y));
+}
+
+void GraphStatusBar::ShowTimePlace(const Workbench& workbench, double x, double y) {
+  ShowPlace(ToQt(AbscissaText(workbench, x, workbench.patterns.TimePattern)),
+            ToQt(FormatNumber(y, workbench.patterns.ValuePattern)));
 }
 
 void GraphStatusBar::ShowText(const QString& text) {

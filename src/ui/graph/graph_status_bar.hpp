@@ -2,6 +2,7 @@
 
 #include <QStatusBar>
 
+#include "core/workbench.hpp"
 #include "graph/graph.hpp"
 
 class QLabel;
@@ -19,7 +20,10 @@ class GraphStatusBar : public QStatusBar {
   explicit GraphStatusBar(QWidget* parent = nullptr);
 
   void ShowMode(TrackMode mode);
+  /// Where the mouse is.
   void ShowPlace(const QString& x, const QString& y);
+  /// The same where the abscissa is the trial's.
+  void ShowTimePlace(const Workbench& workbench, double x, double y);
   /// In place of where the mouse is.
   void ShowText(const QString& text);
 

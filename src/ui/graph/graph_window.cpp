@@ -1,38 +1,26 @@
 #include "ui/graph/graph_window.hpp"
 
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QSplitter>
 
-#include "app/command_table.hpp"
-#include "core/text/numbers.hpp"
-#include "core/trial/helpers.hpp"
-#include "plot/graph_widget.hpp"
 #include "ui/graph/arrow_pan.hpp"
 #include "ui/graph/cursor_values.hpp"
-#include "ui/graph/graph_bar.hpp"
-#include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_sidebar.hpp"
 #include "ui/graph/graph_status_bar.hpp"
-#include "ui/graph/key_names.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
+
 GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
-    : ViewWindow(workbench, std::move(run), parent),
+    : ViewWindow(workbench, std::move(run), parent,
+                 {.name = "frmGraph",
+                  .hint = tr("1 or 2 for cursors, wheel to zoom, ? for all keys"),
+                  .addMenus = AddSingleMenus}),
       plot_(new GraphWidget),
-      status_(new GraphStatusBar),
       sidebar_(new GraphSidebar),
-      values_(new CursorValuesPanel(this)),
-      pictures_(workbench, this, [this] { return plot_->Picture(); }) {
-  setObjectName(QStringLiteral("frmGraph"));
-  menus_ = std::make_unique<GraphMenus>([this](const Command& command) { RunCommand(command); });
-  AddSingleMenus(*menus_, menuBar());
-  AddFileEntries(menus_->FileMenu(), pictures_);
+      values_(new CursorValuesPanel(this)) {
   AddBar();
-  setStatusBar(status_);
   plot_->SetLegend(false);  // the sidebar is one
   auto* splitter = new QSplitter;
   splitter->addWidget(plot_);
@@ -43,28 +31,7 @@ GraphWindow::GraphWindow(Workbench& workbench, Run run, QWidget* parent)
   connect(splitter, &QSplitter::splitterMoved, this, [this] { sidebarMoved_ = true; });
   setCentralWidget(splitter);
   ConnectPlot();
-  resize(1200, 760);
-  plot_->setFocus();
-  Refresh();
-}
-
-GraphWindow::~GraphWindow() = default;
-
-QString GraphWindow::Hint() const {
-  return tr("1 or 2 for cursors, wheel to zoom, ? for all keys");
-}
-
-QWidget& GraphWindow::HintPlace() const {
-  return *plot_;
-}
-
-SingleView* GraphWindow::View() const {
-  return dynamic_cast<SingleView*>(workbench_.view.get());
-}
-
-void GraphWindow::Rest() {
-  plot_->SetGraph(nullptr);
-  plot_->Arrange();
+  Begin({1200, 760});
 }
 
 void GraphWindow::ConnectPlot() {
@@ -80,25 +47,12 @@ void GraphWindow::ConnectPlot() {
       view->onLevel(level, y);
     }
   });
-  connect(plot_, &GraphWidget::rangeChosen, this, [this](const GraphRange& range) {
-    if (SingleView* view = View()) {
-      view->ShowRange(1, range.left, range.right, range.bottom, range.top);
-      plot_->Redraw();
-    }
-  });
-  connect(plot_, &GraphWidget::pointed, this, [this](double x, double y) {
-    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.patterns.TimePattern)),
-                       ToQt(FormatNumber(y, workbench_.patterns.ValuePattern)));
-  });
-  connect(plot_, &GraphWidget::clicked, this, [this] {
-    Act(GraphClick{1, Clicked::Once}, [this] { View()->Click(1); });
-  });
-  connect(plot_, &GraphWidget::doubleClicked, this, [this] {
-    Act(GraphClick{1, Clicked::Twice}, [this] { View()->DoubleClick(1); });
-  });
-  connect(plot_, &GraphWidget::rightClicked, this, [this] {
-    Act(GraphClick{1, Clicked::Right}, [this] { View()->RightClick(1); });
-  });
+  connect(plot_, &GraphWidget::rangeChosen, this, [this](const GraphRange& range) { ShowRange(1, range); });
+  connect(plot_, &GraphWidget::pointed, this,
+          [this](double x, double y) { status_->ShowTimePlace(workbench_, x, y); });
+  connect(plot_, &GraphWidget::clicked, this, [this] { Click(1, Clicked::Once); });
+  connect(plot_, &GraphWidget::doubleClicked, this, [this] { Click(1, Clicked::Twice); });
+  connect(plot_, &GraphWidget::rightClicked, this, [this] { Click(1, Clicked::Right); });
   connect(values_, &CursorValuesPanel::Closed, this, [this] { RunById("cursor.values"); });
 }
 
@@ -157,60 +111,30 @@ void GraphWindow::DrawBeside(SingleView::Redraw what) {
   held ? plot_->RedrawCursors() : plot_->Redraw();
 }
 
-void GraphWindow::ShowView() {
+void GraphWindow::ShowGraphs() {
   SingleView* view = View();
   view->onRedraw = [this](SingleView::Redraw what) { DrawBeside(what); };
   plot_->SetGraph(&view->Drawing());
-  plot_->SetTitle(ToQt(view->TitleText()));
   plot_->Redraw();
   sidebar_->setVisible(view->Drawing().SidebarVisible);
   sidebar_->Rebuild(*view, workbench_);
   FitSidebar();
   values_->Show(view->Values(), workbench_);
-  menus_->Update(*view, workbench_);
   ShowState(*view);
 }
 
 void GraphWindow::ShowState(const SingleView& view) {
-  bar_->Caption(*windowButton_, ToQt(view.WindowCaption()));
-  bar_->Caption(*pointsButton_, ToQt(view.PointsCaption()));
+  bar_.Caption(*pointsButton_, ToQt(view.PointsCaption()));
   trial_->setText(ToQt(workbench_.trial.TrialName));
   countCaption_->setText(view.Cursors() == 1 ? tr("Datum:") : tr("# data:"));
   intervalCaption_->setText(view.Cursors() == 1 ? tr("Time:") : tr("Interval:"));
   count_->setText(ToQt(view.CountText()));
   interval_->setText(ToQt(view.IntervalText()));
-  bar_->ShowMode(view.Drawing().Track);
-  status_->ShowMode(view.Drawing().Track);
-}
-
-void GraphWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape) {
-    LeaveMode();
-    return;
-  }
-  const std::optional<KeyPress> key = GraphKey(*event);
-  if (!key || View() == nullptr || StepByArrow(*key) || bar_->PressKey(*key)) {
-    return;
-  }
-  Act(*key, [&] {
-    if (!View()->PressKey(*key)) {
-      event->ignore();
-    }
-  });
-}
-
-void GraphWindow::LeaveMode() {
-  SingleView* view = View();
-  if (plot_->CancelGesture() || view == nullptr) {
-    return;
-  }
-  view->Drawing().Track = view->Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None;
-  Refresh();
 }
 
 // With a cursor the arrows move the one that was moved last, by a pixel or a sample, whichever is more,
 // with shift ten times as far; without one they pan.
-bool GraphWindow::StepByArrow(const KeyPress& key) {
+bool GraphWindow::TakeKey(const KeyPress& key, const QKeyEvent& /*event*/) {
   constexpr double kFar = 10.0;
   if (key.name != "Left" && key.name != "Right") {
     return false;

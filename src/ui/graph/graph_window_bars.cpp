@@ -3,10 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "plot/graph_widget.hpp"
 #include "ui/elided_label.hpp"
-#include "ui/graph/graph_bar.hpp"
-#include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_window.hpp"
 #include "ui/text.hpp"
 
@@ -26,22 +23,20 @@ QLabel* Value(QLabel* label, const char* name) {
 }  // namespace
 
 void GraphWindow::AddBar() {
-  bar_ = std::make_unique<GraphBar>(*this, [this](const char* id) { RunById(id); });
-  QHBoxLayout& bar = bar_->First();
-  bar_->Add(bar, {"cmdExit", "E&xit", "view.exit", tr("Closes the graph")});
-  bar_->Add(bar, {"cmdSave", "Sa&ve to .VMB", "view.save", tr("Saves what the cursors select"), "F5"});
-  bar_->Add(bar, {"cmdStats", "&Stats", nullptr, tr("Not in this version yet")});
-  bar_->Add(bar, {"cmdSelect", "&Channels", "view.channels", tr("Selects the channels that are shown"),
-                  nullptr, "F8"});
-  windowButton_ = bar_->Add(bar, {"cmdWindow", "&Window", "view.window",
-                                  tr("Shows what lies between the cursors, or all of it again"), "W, F"});
-  pointsButton_ = bar_->Add(
+  QHBoxLayout& bar = bar_.First();
+  bar_.Add(bar, {"cmdExit", "E&xit", "view.exit", tr("Closes the graph")});
+  bar_.Add(bar, {"cmdSave", "Sa&ve to .VMB", "view.save", tr("Saves what the cursors select"), "F5"});
+  bar_.Add(bar, {"cmdStats", "&Stats", nullptr, tr("Not in this version yet")});
+  bar_.Add(bar, {"cmdSelect", "&Channels", "view.channels", tr("Selects the channels that are shown"),
+                 nullptr, "F8"});
+  bar_.AddWindow(bar);
+  pointsButton_ = bar_.Add(
       bar, {"cmdPoints", "&Points", "view.points", tr("Changes between lines and points"), nullptr, "F9"});
-  bar_->Add(bar, {"cmdReplot", "&Reset", "view.reset", tr("Draws the trial as at first"), "R"});
+  bar_.Add(bar, {"cmdReplot", "&Reset", "view.reset", tr("Draws the trial as at first"), "R"});
   bar.addStretch(1);
-  bar_->AddModes(bar_->Second(), true);
-  bar_->Second().addStretch(1);
-  AddReadOuts(bar_->Second());
+  bar_.AddModes(bar_.Second(), true);
+  bar_.Second().addStretch(1);
+  AddReadOuts(bar_.Second());
 }
 
 void GraphWindow::AddReadOuts(QHBoxLayout& bar) {

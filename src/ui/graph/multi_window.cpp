@@ -3,39 +3,28 @@
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMenuBar>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
-#include <QToolBar>
 
-#include "core/text/numbers.hpp"
 #include "graph/threshold_lines.hpp"
-#include "plot/stack_widget.hpp"
 #include "ui/graph/event_table.hpp"
-#include "ui/graph/graph_menus.hpp"
 #include "ui/graph/graph_status_bar.hpp"
-#include "ui/graph/key_names.hpp"
 #include "ui/graph/multi_sidebar.hpp"
-#include "ui/graph/two_part_bar.hpp"
 #include "ui/text.hpp"
 
 namespace velmora::ui {
 
 MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
-    : ViewWindow(workbench, std::move(run), parent),
+    : ViewWindow(workbench, std::move(run), parent,
+                 {.name = "frmGraph2",
+                  .hint = tr("Click a graph first; then 1 or 2 for cursors, wheel to zoom, ? for all keys"),
+                  .addMenus = AddMultiMenus,
+                  .keys = KeysHeld::All}),
       plot_(new StackWidget),
       scroll_(new QScrollBar(Qt::Vertical)),
       sidebar_(new MultiSidebar),
-      events_(new EventTable),
-      status_(new GraphStatusBar),
-      pictures_(workbench, this, [this] { return plot_->Picture(); }) {
-  setObjectName(QStringLiteral("frmGraph2"));
-  menus_ = std::make_unique<GraphMenus>([this](const Command& command) { RunCommand(command); });
-  AddMultiMenus(*menus_, menuBar());
-  AddFileEntries(menus_->FileMenu(), pictures_);
+      events_(new EventTable) {
   AddBar();
-  setStatusBar(status_);
   auto* stack = new QWidget;
   auto* layout = new QHBoxLayout(stack);
   layout->setContentsMargins({});
@@ -58,95 +47,32 @@ MultiWindow::MultiWindow(Workbench& workbench, Run run, QWidget* parent)
   setCentralWidget(splitter);
   ConnectPlot();
   ConnectEvents();
-  resize(1200, 800);
-  plot_->setFocus();
-  Refresh();
-}
-
-MultiWindow::~MultiWindow() = default;
-
-MultiView* MultiWindow::View() const {
-  return dynamic_cast<MultiView*>(workbench_.view.get());
-}
-
-QString MultiWindow::Hint() const {
-  return tr("Click a graph first; then 1 or 2 for cursors, wheel to zoom, ? for all keys");
-}
-
-QWidget& MultiWindow::HintPlace() const {
-  return *plot_;
-}
-
-void MultiWindow::Rest() {
-  plot_->SetLanes({});
-  plot_->Arrange();
-}
-
-void MultiWindow::AddButton(QLayout& bar, const char* name, const QString& caption, const char* id) {
-  auto* button = new QPushButton(caption);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setFocusPolicy(Qt::NoFocus);
-  connect(button, &QPushButton::clicked, this, [this, id] { RunById(id); });
-  bar.addWidget(button);
-  if (std::string_view(id) == "view.window") {
-    windowButton_ = button;
-  }
+  Begin({1200, 800});
 }
 
 void MultiWindow::AddBar() {
-  auto* strip = new TwoPartBar;
-  QHBoxLayout& bar = strip->First();
-  AddButton(bar, "cmdOK", tr("E&xit"), "view.exit");
-  AddButton(bar, "mnuSave", tr("Sa&ve to .VMB"), "view.save");
-  AddButton(bar, "cmdSelect", tr("&Channels"), "view.change-channels");
-  AddButton(bar, "cmdWindow", tr("&Window"), "view.window");
-  AddButton(bar, "mnuResets", tr("&Reset"), "zoom.reset-all");
+  QHBoxLayout& bar = bar_.First();
+  bar_.Add(bar, {"cmdOK", "E&xit", "view.exit", tr("Closes the graph")});
+  bar_.Add(bar, {"mnuSave", "Sa&ve to .VMB", "view.save", tr("Saves what the cursors select"), "F5"});
+  bar_.Add(bar, {"cmdSelect", "&Channels", "view.change-channels",
+                 tr("Chooses the channels and their graphs"), nullptr, "F8"});
+  bar_.AddWindow(bar);
+  bar_.Add(bar, {"mnuResets", "&Reset", "zoom.reset-all", tr("Draws the trial as at first"), "F2"});
   bar.addStretch(1);
-  struct Mode {
-    TrackMode mode;
-    const char* caption;
-    const char* id;
-  };
-  const Mode modes[] = {{TrackMode::None, "&None", "zoom.disable"},
-                        {TrackMode::DragCursors, "&Cursor", "zoom.cursor"},
-                        {TrackMode::ZoomArea, "&Zoom", "zoom.area"},
-                        {TrackMode::PanXAndY, "&Pan", "zoom.pan"}};
-  for (const Mode& mode : modes) {
-    AddButton(strip->Second(), "mode", QString::fromLatin1(mode.caption), mode.id);
-    auto* button = qobject_cast<QPushButton*>(strip->Second().itemAt(strip->Second().count() - 1)->widget());
-    button->setCheckable(true);
-    modes_.emplace_back(mode.mode, button);
-  }
-  strip->Second().addStretch(1);
-  auto* tools = new QToolBar(tr("Graph"));
-  tools->setObjectName(QStringLiteral("graphBar"));
-  tools->setMovable(false);
-  tools->setContextMenuPolicy(Qt::PreventContextMenu);
-  tools->addWidget(strip);
-  addToolBar(tools);
+  bar_.AddModes(bar_.Second(), true);
+  bar_.Second().addStretch(1);
 }
 
 void MultiWindow::ConnectPlot() {
   connect(plot_, &StackWidget::cursorDragged, this, &MultiWindow::DragCursor);
   connect(plot_, &StackWidget::thresholdDragged, this, &MultiWindow::DragThreshold);
   connect(plot_, &StackWidget::dragEnded, this, &MultiWindow::EndDrag);
-  connect(plot_, &StackWidget::rangeChosen, this, [this](int graph, const GraphRange& range) {
-    if (MultiView* view = View()) {
-      view->ShowRange(graph, range.left, range.right, range.bottom, range.top);
-      plot_->Redraw();
-    }
-  });
-  connect(plot_, &StackWidget::pointed, this, [this](double x, double y) {
-    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.patterns.TimePattern)),
-                       ToQt(FormatNumber(y, workbench_.patterns.ValuePattern)));
-  });
+  connect(plot_, &StackWidget::rangeChosen, this, &MultiWindow::ShowRange);
+  connect(plot_, &StackWidget::pointed, this,
+          [this](double x, double y) { status_->ShowTimePlace(workbench_, x, y); });
   connect(plot_, &StackWidget::clicked, this, &MultiWindow::SelectGraph);
-  connect(plot_, &StackWidget::doubleClicked, this, [this](int graph) {
-    Act(GraphClick{graph, Clicked::Twice}, [this, graph] { View()->DoubleClick(graph); });
-  });
-  connect(plot_, &StackWidget::rightClicked, this, [this](int graph) {
-    Act(GraphClick{graph, Clicked::Right}, [this, graph] { View()->RightClick(graph); });
-  });
+  connect(plot_, &StackWidget::doubleClicked, this, [this](int graph) { Click(graph, Clicked::Twice); });
+  connect(plot_, &StackWidget::rightClicked, this, [this](int graph) { Click(graph, Clicked::Right); });
   connect(plot_, &StackWidget::scrolled, this, &MultiWindow::ShowScrolled);
   connect(scroll_, &QScrollBar::valueChanged, this, [this](int first) {
     if (first != plot_->First()) {
@@ -202,7 +128,7 @@ void MultiWindow::ConnectEvents() {
 // A click on what is selected says nothing new.
 void MultiWindow::SelectGraph(int graph) {
   if (View() != nullptr && View()->Selected() != graph) {
-    Act(GraphClick{graph, Clicked::Once}, [this, graph] { View()->Click(graph); });
+    Click(graph, Clicked::Once);
   }
 }
 
@@ -233,22 +159,15 @@ void MultiWindow::ChooseEvent(int event) {
   }
 }
 
-void MultiWindow::ShowView() {
+void MultiWindow::ShowGraphs() {
   const MultiView& view = *View();
   plot_->SetLanes(LanesOf(view));
-  plot_->SetTitle(ToQt(view.TitleText()));
   setWindowTitle(ToQt(view.TitleText()) + QStringLiteral("[*]"));
   plot_->SetSelected(view.Selected());
   plot_->Redraw();
   sidebar_->parentWidget()->setVisible(view.Lead().SidebarVisible);
   sidebar_->Take(view, workbench_);
   events_->Take(view, workbench_);
-  menus_->Update(view, workbench_);
-  windowButton_->setText(ToQt(view.WindowCaption()));
-  for (const auto& [mode, button] : modes_) {
-    button->setChecked(view.Lead().Track == mode);
-  }
-  status_->ShowMode(view.Lead().Track);
 }
 
 // A worn key that comes twice within a twentieth of a second.
@@ -258,36 +177,20 @@ bool MultiWindow::IsDoubled(const QKeyEvent& event) {
   const bool doubled = !event.isAutoRepeat() && event.key() == lastKey_ && now - lastKeyTime_ < kMilliseconds;
   lastKey_ = event.key();
   lastKeyTime_ = now;
-  return doubled && View() != nullptr && View()->FixesDouble();
+  return doubled && View()->FixesDouble();
 }
 
-void MultiWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape) {
-    LeaveMode();
-    return;
+// An arrow is as a drag: to where the cursor came to rest.
+bool MultiWindow::TakeKey(const KeyPress& key, const QKeyEvent& event) {
+  if (IsDoubled(event)) {
+    return true;
   }
-  const std::optional<KeyPress> key = GraphKey(*event, KeysHeld::All);
-  if (!key || View() == nullptr || IsDoubled(*event)) {
-    return;
+  const std::optional<CursorMove> move = View()->ArrowMove(key);
+  if (!move || View()->Selected() == 0) {
+    return false;
   }
-  if (const std::optional<CursorMove> move = View()->ArrowMove(*key); move && View()->Selected() > 0) {
-    Act(*move, [&] { View()->MoveCursor(move->cursor, move->x); });  // as a drag: to where it came to rest
-    return;
-  }
-  Act(*key, [&] {
-    if (!View()->PressKey(*key)) {
-      event->ignore();
-    }
-  });
-}
-
-void MultiWindow::LeaveMode() {
-  MultiView* view = View();
-  if (plot_->CancelGesture() || view == nullptr) {
-    return;
-  }
-  view->SetTrack(view->Cursors() > 0 ? TrackMode::DragCursors : TrackMode::None);
-  Refresh();
+  Act(*move, [&] { View()->MoveCursor(move->cursor, move->x); });
+  return true;
 }
 
 }  // namespace velmora::ui

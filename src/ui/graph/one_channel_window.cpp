@@ -3,7 +3,6 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 
-#include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "plot/graph_widget.hpp"
 #include "ui/graph/graph_status_bar.hpp"
@@ -88,12 +87,10 @@ void OneChannelWindow::ConnectPlot() {
     view_.ShowRange(range.left, range.right, range.bottom, range.top);
     plot_->Redraw();
   });
-  connect(plot_, &GraphWidget::pointed, this, [this](double x, double y) {
-    status_->ShowPlace(ToQt(AbscissaText(workbench_, x, workbench_.patterns.TimePattern)),
-                       ToQt(FormatNumber(y, workbench_.patterns.ValuePattern)));
-  });
+  connect(plot_, &GraphWidget::pointed, this,
+          [this](double x, double y) { status_->ShowTimePlace(workbench_, x, y); });
   connect(plot_, &GraphWidget::doubleClicked, this, [this] {
-    view_.DoubleClick(1);
+    view_.Click(1, Clicked::Twice);
     ShowView();
   });
 }

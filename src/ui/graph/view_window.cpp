@@ -1,14 +1,18 @@
 #include "ui/graph/view_window.hpp"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QShortcut>
 #include <QTimer>
 
 #include "app/command_table.hpp"
 #include "graph/multi/multi_view.hpp"
-#include "ui/graph/graph_pictures.hpp"
+#include "plot/drawn_plot.hpp"
+#include "plot/range_moves.hpp"
+#include "ui/graph/graph_status_bar.hpp"
 #include "ui/graph/graph_window.hpp"
 #include "ui/graph/multi_window.hpp"
 #include "ui/graph/window_requests.hpp"
@@ -18,10 +22,28 @@
 
 namespace velmora::ui {
 
-ViewWindow::ViewWindow(Workbench& workbench, Run run, QWidget* parent)
-    : QMainWindow(parent, Qt::Window), workbench_(workbench), run_(std::move(run)) {
+ViewWindow::ViewWindow(Workbench& workbench, Run run, QWidget* parent, const Kind& kind)
+    : QMainWindow(parent, Qt::Window),
+      workbench_(workbench),
+      menus_([this](const Command& command) { RunCommand(command); }),
+      bar_(*this, [this](const char* id) { RunById(id); }),
+      status_(new GraphStatusBar),
+      run_(std::move(run)),
+      pictures_(workbench, this, [this] { return Plot().Picture(); }),
+      hintText_(kind.hint),
+      keys_(kind.keys) {
   setAttribute(Qt::WA_DeleteOnClose);
+  setObjectName(QString::fromLatin1(kind.name));
+  kind.addMenus(menus_, menuBar());
+  AddFileEntries(menus_.FileMenu());
+  setStatusBar(status_);
   ConnectParent();
+}
+
+void ViewWindow::Begin(const QSize& size) {
+  resize(size);
+  Plot().setFocus();
+  Refresh();
 }
 
 ViewWindow* MakeViewWindow(Workbench& workbench, ViewWindow::Run run, QWidget* parent) {
@@ -32,10 +54,6 @@ ViewWindow* MakeViewWindow(Workbench& workbench, ViewWindow::Run run, QWidget* p
     return new XYWindow(workbench, std::move(run), parent);
   }
   return new GraphWindow(workbench, std::move(run), parent);
-}
-
-GraphView* ViewWindow::View() const {
-  return Fits() ? dynamic_cast<GraphView*>(workbench_.view.get()) : nullptr;
 }
 
 void ViewWindow::ShowGraph() {
@@ -85,6 +103,46 @@ void ViewWindow::Act(const Action& action, const std::function<void()>& work) {
   Q_EMIT Changed();
 }
 
+void ViewWindow::Click(int graph, Clicked how) {
+  Act(GraphClick{graph, how}, [&] { View()->Click(graph, how); });
+}
+
+void ViewWindow::ShowRange(int graph, const GraphRange& range) {
+  if (GraphView* view = View()) {
+    view->ShowRange(graph, range.left, range.right, range.bottom, range.top);
+    Plot().Redraw();
+  }
+}
+
+void ViewWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    LeaveMode();
+    return;
+  }
+  const std::optional<KeyPress> key = GraphKey(*event, keys_);
+  if (!key || View() == nullptr || TakeKey(*key, *event) || bar_.PressKey(*key)) {
+    return;
+  }
+  Act(*key, [&] {
+    if (!View()->PressKey(*key)) {
+      event->ignore();
+    }
+  });
+}
+
+// First what the mouse is doing, then what it would do.
+void ViewWindow::LeaveMode() {
+  if (!Plot().CancelGesture() && View() != nullptr) {
+    View()->LeaveMode();
+    Refresh();
+  }
+}
+
+void ViewWindow::Rest() {
+  Plot().Clear();
+  Plot().Arrange();
+}
+
 void ViewWindow::Refresh() {
   GraphView* view = View();
   if (view == nullptr) {
@@ -101,6 +159,15 @@ void ViewWindow::Refresh() {
   ShowView();
 }
 
+void ViewWindow::ShowView() {
+  const GraphView& view = *View();
+  Plot().SetTitle(ToQt(view.TitleText()));
+  ShowGraphs();
+  menus_.Update(view, workbench_);
+  bar_.Show(view);
+  status_->ShowMode(view.Lead().Track);
+}
+
 void ViewWindow::ShowTitle() {
   const Trial& trial = workbench_.trial;
   setWindowTitle(tr("Graph of %1[*]").arg(ToQt(trial.TrialName.empty() ? trial.FileName : trial.TrialName)));
@@ -109,8 +176,10 @@ void ViewWindow::ShowTitle() {
 
 void ViewWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  GraphView* view = View();
-  if (event->type() == QEvent::WindowStateChange && view != nullptr) {
+  if (event->type() != QEvent::WindowStateChange) {
+    return;
+  }
+  if (GraphView* view = View()) {
     view->SetMaximised(isMaximized());
   }
 }
@@ -135,9 +204,9 @@ void ViewWindow::closeEvent(QCloseEvent* event) {
   Q_EMIT Changed();
 }
 
-void ViewWindow::AddFileEntries(QMenu* file, GraphPictures& pictures) {
+void ViewWindow::AddFileEntries(QMenu* file) {
   file->addSeparator();
-  pictures.AddEntries(file);
+  pictures_.AddEntries(file);
   file->addSeparator();
   if (parentWidget() != nullptr) {
     connect(file->addAction(tr("&Main window"), kTurnKey), &QAction::triggered, this,
@@ -155,7 +224,7 @@ void ViewWindow::ShowHint() {
     return;
   }
   shown = true;
-  hint_ = new QLabel(Hint(), &HintPlace());
+  hint_ = new QLabel(hintText_, &Plot());
   hint_->setObjectName(QStringLiteral("hint"));
   hint_->setStyleSheet(QStringLiteral(
       "background: rgba(40, 40, 40, 210); color: white; border-radius: 5px; padding: 6px 12px;"));
@@ -169,7 +238,7 @@ void ViewWindow::ShowHint() {
 void ViewWindow::PlaceHint() {
   constexpr int kAboveTheAxis = 90;
   if (hint_ != nullptr) {
-    hint_->move((HintPlace().width() - hint_->width()) / 2, HintPlace().height() - kAboveTheAxis);
+    hint_->move((Plot().width() - hint_->width()) / 2, Plot().height() - kAboveTheAxis);
   }
 }
 

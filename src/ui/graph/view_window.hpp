@@ -9,15 +9,24 @@
 #include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 #include "graph/graph_view.hpp"
+#include "ui/graph/graph_bar.hpp"
+#include "ui/graph/graph_menus.hpp"
+#include "ui/graph/graph_pictures.hpp"
+#include "ui/graph/key_names.hpp"
 
 class QLabel;
-class QMenu;
+
+namespace velmora {
+class DrawnPlot;
+struct GraphRange;
+}  // namespace velmora
 
 namespace velmora::ui {
 
-class GraphPictures;
+class GraphStatusBar;
 
-/// The window of the graph that is open in `workbench.view`; one class a kind of graph.
+/// The window of the graph that is open in `workbench.view`; one class a kind of graph. What they have in
+/// common is here: menus, bar and status of the graph, its pictures, keys, clicks, the way in and out.
 ///
 /// Whoever opens it:
 ///  - makes one with MakeViewWindow when there is a view after a command and no window yet, and shows
@@ -38,48 +47,70 @@ class ViewWindow : public QMainWindow {
   /// Shows the window as large as the view wants it.
   void ShowGraph();
   /// Lets go of the view; the last picture stays until Refresh.
-  virtual void Rest() = 0;
+  void Rest();
   void Refresh();
   /// Whether the view that is open is of the kind that this window shows.
-  [[nodiscard]] virtual bool Fits() const = 0;
+  [[nodiscard]] bool Fits() const { return View() != nullptr; }
+  [[nodiscard]] virtual DrawnPlot& Plot() const = 0;
 
  Q_SIGNALS:
   void Changed();
 
  protected:
-  ViewWindow(Workbench& workbench, Run run, QWidget* parent);
+  /// What differs from the start.
+  struct Kind {
+    const char* name;  // of the window
+    QString hint;      // what the first graph of a session tells of itself
+    void (*addMenus)(GraphMenus& menus, QMenuBar* bar);
+    KeysHeld keys = KeysHeld::Paging;
+  };
+  ViewWindow(Workbench& workbench, Run run, QWidget* parent, const Kind& kind);
+  /// The last of making one, when everything stands in it.
+  void Begin(const QSize& size);
 
+  /// nullptr while the view that is open is of another kind.
+  [[nodiscard]] virtual GraphView* View() const = 0;
   /// Everything of the view that is open, which fits.
-  virtual void ShowView() = 0;
-  /// What the first graph of a session tells of itself, and where.
-  [[nodiscard]] virtual QString Hint() const = 0;
-  [[nodiscard]] virtual QWidget& HintPlace() const = 0;
+  void ShowView();
+  /// Has the plot draw the view, and shows what stands beside it.
+  virtual void ShowGraphs() = 0;
+  /// Returns whether the window answers a key itself, in place of the view and the bar.
+  virtual bool TakeKey(const KeyPress& key, const QKeyEvent& event) = 0;
 
+  void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
-  /// nullptr while the view that is open does not fit.
-  [[nodiscard]] GraphView* View() const;
   void RunCommand(const Command& command);
   void RunById(const char* id);
   /// What a person does in the view without a command: heard by whoever writes down what was done, and
   /// never the end of the program.
   void Act(const Action& action, const std::function<void()>& work);
-  /// Pictures, the way to the main window, and the exit.
-  void AddFileEntries(QMenu* file, GraphPictures& pictures);
-  void ShowTitle();
+  void Click(int graph, Clicked how);
+  /// What the mouse chose of a graph's axes.
+  void ShowRange(int graph, const GraphRange& range);
 
   Workbench& workbench_;
+  GraphMenus menus_;
+  GraphBar bar_;
+  GraphStatusBar* status_;  // a child of the window
 
  private:
   static constexpr Qt::Key kTurnKey = Qt::Key_F12;  // to the graph and back
 
   void ConnectParent();
+  /// Pictures, the way to the main window, and the exit.
+  void AddFileEntries(QMenu* file);
+  void LeaveMode();
+  void ShowTitle();
   void ShowHint();
   void PlaceHint();
 
   Run run_;
+  GraphPictures pictures_;
+  QString hintText_;
+  KeysHeld keys_;
   const OpenView* bound_ = nullptr;  // the view that was shown last
   bool closing_ = false;
   QPointer<QLabel> hint_;  // gone after a while
