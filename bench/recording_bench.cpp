@@ -235,10 +235,12 @@ const bool registered = [] {
     benchmark::RegisterBenchmark(("read/" + name).c_str(),
                                  [file](benchmark::State& state) { ReadBytes(state, file); })
         ->Unit(benchmark::kMillisecond)
+        ->MeasureProcessCPUTime()
         ->UseRealTime();
     benchmark::RegisterBenchmark(("load/" + name).c_str(),
                                  [file](benchmark::State& state) { Load(state, file); })
         ->Unit(benchmark::kMillisecond)
+        ->MeasureProcessCPUTime()
         ->UseRealTime();
   }
   return true;

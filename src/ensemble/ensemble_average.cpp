@@ -51,6 +51,7 @@ void EnsembleAverage::Begin(const Workbench& workbench, std::int32_t intervals) 
   EnsembleFiles_ = 0;
   EnsembleTimeSum_ = 0.0F;
   files_.clear();
+  averagedPaths_.clear();
 }
 
 AveragedFile EnsembleAverage::Describe(const Workbench& workbench) const {
@@ -67,8 +68,7 @@ AveragedFile EnsembleAverage::Describe(const Workbench& workbench) const {
 std::string EnsembleAverage::Oddities(const Trial& trial, const AveragedFile& file) const {
   std::string odd;
   const auto tell = [&odd](const std::string& what) { odd += (odd.empty() ? "" : "; ") + what; };
-  const auto same = [&file](const AveragedFile& other) { return other.averaged && other.path == file.path; };
-  if (std::any_of(files_.begin(), files_.end(), same)) {
+  if (averagedPaths_.contains(file.path)) {
     tell("added more than once");
   }
   if (file.timed != firstTimed_) {
@@ -104,6 +104,7 @@ std::string EnsembleAverage::Add(Trial& trial, AveragedFile file) {
   ++EnsembleFiles_;
   file.averaged = true;
   file.remark = Oddities(trial, file);
+  averagedPaths_.insert(file.path);
   files_.push_back(std::move(file));
   return {};
 }
@@ -114,6 +115,7 @@ void EnsembleAverage::RemoveLast(const Trial& trial) {
   --EnsembleFiles_;
   const auto last =
       std::find_if(files_.rbegin(), files_.rend(), [](const AveragedFile& file) { return file.averaged; });
+  averagedPaths_.erase(averagedPaths_.find(last->path));
   files_.erase(std::next(last).base());
 }
 

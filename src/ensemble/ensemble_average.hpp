@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "core/workbench.hpp"
@@ -73,7 +74,8 @@ class EnsembleAverage {
   std::int32_t EnsembleFiles_ = 0;
   float EnsembleTimeSum_ = 0.0F;
   std::vector<AveragedFile> files_;
-  float lastTime_ = 0.0F;  // of the file added last
+  std::unordered_multiset<std::string> averagedPaths_;  // of those of them that are averaged
+  float lastTime_ = 0.0F;                               // of the file added last
 };
 
 }  // namespace velmora

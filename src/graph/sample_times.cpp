@@ -21,10 +21,6 @@ void SampleTimes::Take(const Trial& trial) {
   uniform_ = uniform_ && sorted_;
 }
 
-double SampleTimes::At(std::int64_t sample) const {
-  return uniform_ ? static_cast<double>(sample - 1) / rate_ : static_cast<double>(*matrix_->Frame(sample));
-}
-
 // Exact but for a sample or so while the times are evenly spaced.
 std::int64_t SampleTimes::Guess(double time) const {
   const double first = At(1);

@@ -17,7 +17,9 @@ class SampleTimes {
   /// Every sample is at the time of the one before it or later, and all times are finite.
   [[nodiscard]] bool Sorted() const { return sorted_; }
   /// Where row 0 counts (i-1)/Rate, that number itself: its 32 bits hold it only nearly.
-  [[nodiscard]] double At(std::int64_t sample) const;
+  [[nodiscard]] double At(std::int64_t sample) const {
+    return uniform_ ? static_cast<double>(sample - 1) / rate_ : static_cast<double>(*matrix_->Frame(sample));
+  }
   /// The first sample at `time` or later, Samples() + 1 when there is none. Only of sorted times.
   [[nodiscard]] std::int64_t FirstFrom(double time) const;
 

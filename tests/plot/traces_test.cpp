@@ -179,6 +179,20 @@ TEST_F(TracesTest, WideAndDashedLinesKeepTheirPeaks) {
   EXPECT_EQ(at(wide, peak, RowOf(1.0) - 2), 0U);
 }
 
+// Wherever rounding puts the ends of an axis.
+TEST_F(TracesTest, BothEndsOfAnAxisLieInThePicture) {
+  Axis axis;
+  for (int k = 1; k <= 500; ++k) {
+    axis.SetMinMax(-0.1 * k / 7, 0.3 * k / 11);
+    const PixelScale across = PixelScale::Across(axis, kWidth);
+    const PixelScale up = PixelScale::Upward(axis, kHeight);
+    EXPECT_EQ(across.Cell(axis.Minimum), 0) << k;
+    EXPECT_EQ(across.Cell(axis.Maximum), kWidth - 1) << k;
+    EXPECT_EQ(up.Cell(axis.Maximum), 0) << k;
+    EXPECT_EQ(up.Cell(axis.Minimum), kHeight - 1) << k;
+  }
+}
+
 TEST_F(TracesTest, TimesThatGoBackDrawACurve) {
   // A circle: each time twice. Its pixels lie on the circle, and each sample has its own.
   std::vector<float> y(721);

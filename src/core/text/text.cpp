@@ -18,6 +18,10 @@ bool IsContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+bool IsHigh(char byte) {
+  return static_cast<unsigned char>(byte) >= 0x80;
+}
+
 void AppendUtf8(std::string& out, char32_t point) {
   if (point < 0x80) {
     out += static_cast<char>(point);
@@ -154,6 +158,9 @@ std::string AsCaption(std::string_view text) {
 }
 
 std::string FromWindows1252(std::string_view bytes) {
+  if (std::none_of(bytes.begin(), bytes.end(), IsHigh)) {
+    return std::string(bytes);
+  }
   std::string out;
   out.reserve(bytes.size());
   for (const char byte : bytes) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <deque>
 #include <vector>
 
 #include "core/trial/huge_block.hpp"
@@ -82,6 +83,10 @@ void SweepPlain(Samples first, Samples last, const Biquads& sections, std::vecto
 constexpr std::int64_t kBlock = 256;
 constexpr std::int64_t kTileOfRows = 32;
 
+std::int64_t BlocksOf(std::int64_t rows) {
+  return (rows + kBlock - 1) / kBlock;
+}
+
 // Channels side by side, run together. A zero-lag run needs the forward results last to first: instead of
 // keeping them all it keeps the states before each block and runs the block forward again when its turn
 // comes, so that a long trial takes no second matrix of 64-bit numbers.
@@ -100,47 +105,55 @@ class SectionStrip {
         rows_(static_cast<std::size_t>(kBlock * lanes_) * sizeof(double)),
         state_(static_cast<std::size_t>(2 * lanes_) * sections.size() * sizeof(double)) {}
 
-  void RunForward() {
-    std::fill_n(State(), StateSize(), 0.0);
-    for (std::int64_t at = 0; at < trial_.NData; at += kBlock) {
-      const std::int64_t n = std::min<std::int64_t>(kBlock, trial_.NData - at);
-      LoadRows(at, n);
-      Sweep(n, 1);
-      StoreRows(at, n);
-      Give(turn_);
+  // From rest, a block after the other.
+  void Forward(std::int64_t block) {
+    const std::int64_t at = block * kBlock;
+    const std::int64_t n = std::min<std::int64_t>(kBlock, trial_.NData - at);
+    if (block == 0) {
+      std::fill_n(State(), StateSize(), 0.0);
     }
+    LoadRows(at, n);
+    Sweep(n, 1);
+    StoreRows(at, n);
+    Give(turn_);
   }
 
-  void RunZeroLag() {
-    padding_ = SectionPadding(trial_.NData, sections_.size());
-    MakeEnds();
-    const std::int64_t length = trial_.NData + 2 * padding_;
-    const std::int64_t blocks = (length + kBlock - 1) / kBlock;
-    std::vector<double> kept(static_cast<std::size_t>(blocks) * StateSize());
-    SetSteady(ends_.data());
-    for (std::int64_t b = 0; b < blocks; ++b) {
-      std::copy_n(State(), StateSize(), kept.data() + static_cast<std::size_t>(b) * StateSize());
-      TakeBlock(b * kBlock, std::min(kBlock, length - b * kBlock));
+  // The first run of a zero-lag filter, from the first block to the last.
+  void ForwardOfTwo(std::int64_t block) {
+    if (block == 0) {
+      padding_ = SectionPadding(trial_.NData, sections_.size());
+      MakeEnds();
+      kept_.resize(static_cast<std::size_t>(Blocks()) * StateSize());
+      SetSteady(ends_.data());
     }
-    std::vector<double> backward(StateSize());
-    for (std::int64_t b = blocks - 1; b >= 0; --b) {
-      const std::int64_t n = std::min(kBlock, length - b * kBlock);
-      if (b + 1 < blocks) {  // the last one stands there still
-        std::copy_n(kept.data() + static_cast<std::size_t>(b) * StateSize(), StateSize(), State());
-        TakeBlock(b * kBlock, n);
-        std::copy_n(backward.data(), StateSize(), State());
-      } else {
-        SetSteady(Rows() + (n - 1) * lanes_);
-      }
-      Sweep(n, -1);
-      std::copy_n(State(), StateSize(), backward.data());
-      PutBlock(b * kBlock, n);
+    std::copy_n(State(), StateSize(), Kept(block));
+    TakeBlock(block);
+  }
+
+  // The second, from the last to the first.
+  void Backward(std::int64_t block) {
+    const std::int64_t n = RowsOf(block);
+    if (block + 1 < Blocks()) {  // the last one stands there still
+      std::copy_n(Kept(block), StateSize(), State());
+      TakeBlock(block);
+      std::copy_n(backward_.data(), StateSize(), State());
+    } else {
+      SetSteady(Rows() + (n - 1) * lanes_);
     }
+    Sweep(n, -1);
+    backward_.assign(State(), State() + StateSize());
+    PutBlock(block * kBlock, n);
   }
 
  private:
   [[nodiscard]] double* Rows() const { return static_cast<double*>(rows_.Get()); }
   [[nodiscard]] double* State() const { return static_cast<double*>(state_.Get()); }
+  // Of the continued channel.
+  [[nodiscard]] std::int64_t Blocks() const { return BlocksOf(trial_.NData + 2 * padding_); }
+  [[nodiscard]] std::int64_t RowsOf(std::int64_t block) const {
+    return std::min(kBlock, trial_.NData + 2 * padding_ - block * kBlock);
+  }
+  double* Kept(std::int64_t block) { return kept_.data() + static_cast<std::size_t>(block) * StateSize(); }
   [[nodiscard]] std::size_t StateSize() const {
     return 2 * static_cast<std::size_t>(lanes_) * sections_.size();
   }
@@ -238,9 +251,10 @@ class SectionStrip {
     }
   }
 
-  void TakeBlock(std::int64_t at, std::int64_t n) {
+  void TakeBlock(std::int64_t block) {
+    const std::int64_t n = RowsOf(block);
     ForParts(
-        at, n,
+        block * kBlock, n,
         [this](std::int64_t first, std::int64_t count, std::int64_t row) { LoadRows(first, count, row); },
         [this](std::int64_t first, std::int64_t count, std::int64_t row) {
           std::copy_n(ends_.data() + first * lanes_, count * lanes_, Rows() + row * lanes_);
@@ -266,6 +280,8 @@ class SectionStrip {
   HugeBlock rows_;
   HugeBlock state_;
   std::vector<double> ends_;
+  std::vector<double> kept_;      // the states before each block
+  std::vector<double> backward_;  // the state behind the block before
   std::int64_t padding_ = 0;
 };
 
@@ -281,19 +297,29 @@ void RunSections(Trial& trial, const ChannelList& channels, const Biquads& secti
     return;
   }
   const std::span<const RowKernel> kernels = RowKernelsOf(level);
-  std::span<const int> left = channels;
-  while (!left.empty()) {
+  std::deque<SectionStrip> strips;
+  for (std::span<const int> left = channels; !left.empty();) {
     const auto fitting = std::find_if(kernels.begin(), kernels.end() - 1, [&left](const RowKernel& kernel) {
       return kernel.lanes >= static_cast<int>(left.size());
     });
     const std::size_t taken = std::min<std::size_t>(left.size(), static_cast<std::size_t>(fitting->lanes));
-    SectionStrip strip(trial, left.first(taken), sections, *fitting, turn);
-    if (direction == RunDirection::Forward) {
-      strip.RunForward();
-    } else {
-      strip.RunZeroLag();
-    }
+    strips.emplace_back(trial, left.first(taken), sections, *fitting, turn);
     left = left.subspan(taken);
+  }
+  // All channels of a block before the next: what one strip has brought into the caches the others find
+  // there.
+  if (direction == RunDirection::Forward) {
+    for (std::int64_t block = 0; block < BlocksOf(trial.NData); ++block) {
+      std::for_each(strips.begin(), strips.end(), [block](SectionStrip& strip) { strip.Forward(block); });
+    }
+    return;
+  }
+  const std::int64_t blocks = BlocksOf(trial.NData + 2 * SectionPadding(trial.NData, sections.size()));
+  for (std::int64_t block = 0; block < blocks; ++block) {
+    std::for_each(strips.begin(), strips.end(), [block](SectionStrip& strip) { strip.ForwardOfTwo(block); });
+  }
+  for (std::int64_t block = blocks - 1; block >= 0; --block) {
+    std::for_each(strips.begin(), strips.end(), [block](SectionStrip& strip) { strip.Backward(block); });
   }
 }
 

@@ -18,7 +18,8 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t kAncBlock = std::size_t{8} << 20;
+// Its text and its samples stay in the second-level cache until they are volts.
+constexpr std::size_t kAncBlock = std::size_t{2} << 20;
 constexpr int kMostAncLines = 50;
 
 // The whole number in front of `at`, which moves behind it; mostly there is nothing else in a field.
@@ -153,9 +154,10 @@ class AncFile : public RecordingFile {
     plan.columns = static_cast<int>(found_.channels.size()) + 1;
     plan.stride = target.matrix.Stride();
     plan.slot.fill(ScanPlan::kNoSlot);
+    plan.slot[0] = 0;  // written over later, but a row with all its columns is copied in one piece
     std::uint8_t next = 1;
     for (const int c : target.channels) {
-      plan.slot[static_cast<std::size_t>(c) + 1] = next++;  // behind the time
+      plan.slot[static_cast<std::size_t>(c) + 1] = next++;
     }
     ScanFaults faults;
     const ScanProgress read =

@@ -4,6 +4,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "core/files/files.hpp"
 #include "core/text/numbers.hpp"
@@ -28,29 +29,32 @@ struct Headers {
   std::int64_t samplesAt = 0;  // offset of the first sample
 };
 
+// What a file begins with, by one call of the system: the identification, where it has one, and all headers.
+std::string ReadHead(const InputFile& file) {
+  std::string head(native::kIdentificationBytes + native::kTrialRecordBytes + native::kFilmInfoBytes +
+                       native::kSetupInfoBytes + native::kExptInfoBytes,
+                   '\0');
+  head.resize(file.ReadAt(0, head.data(), head.size()));
+  return head;
+}
+
 // Throws FileError when the file ends inside a header block.
-std::string ReadBlock(const InputFile& file, std::int64_t& offset, std::size_t bytes) {
-  std::string block(bytes, '\0');
-  if (file.ReadAt(offset, block.data(), bytes) < bytes) {
+std::string TakeBlock(std::string_view head, std::size_t& offset, std::size_t bytes) {
+  if (head.size() < offset + bytes) {
     throw FileError("the file ends inside its header");
   }
-  offset += static_cast<std::int64_t>(bytes);
-  return block;
+  offset += bytes;
+  return std::string(head.substr(offset - bytes, bytes));
 }
 
-bool HasIdentification(const InputFile& file) {
-  std::string magic(std::string_view(native::kMagic).size(), '\0');
-  return file.ReadAt(0, magic.data(), magic.size()) == magic.size() && magic == native::kMagic;
-}
-
-Headers ReadHeaders(const InputFile& file, bool identified) {
+Headers TakeBlocks(std::string_view head, bool identified) {
   Headers headers;
-  std::int64_t at = identified ? static_cast<std::int64_t>(native::kIdentificationBytes) : 0;
-  headers.records.TrialRecord = ReadBlock(file, at, native::kTrialRecordBytes);
-  headers.records.FILMINFO = ReadBlock(file, at, native::kFilmInfoBytes);
-  headers.records.SETUPINFO = ReadBlock(file, at, native::kSetupInfoBytes);
-  headers.records.EXPTINFO = ReadBlock(file, at, native::kExptInfoBytes);
-  headers.samplesAt = at;
+  std::size_t at = identified ? native::kIdentificationBytes : 0;
+  headers.records.TrialRecord = TakeBlock(head, at, native::kTrialRecordBytes);
+  headers.records.FILMINFO = TakeBlock(head, at, native::kFilmInfoBytes);
+  headers.records.SETUPINFO = TakeBlock(head, at, native::kSetupInfoBytes);
+  headers.records.EXPTINFO = TakeBlock(head, at, native::kExptInfoBytes);
+  headers.samplesAt = static_cast<std::int64_t>(at);
   const auto channels = native::Get<std::int16_t>(headers.records.TrialRecord, native::kNChan);
   const auto samples = native::Get<std::int32_t>(headers.records.TrialRecord, native::kNData);
   if (channels < 0 || channels > kMaxChannels || samples < 0) {
@@ -173,7 +177,8 @@ void ReportCancel(Workbench& workbench, ProgressPanel& panel, int lastRow) {
 
 void ReadOpened(Workbench& workbench, ProgressPanel& panel, const InputFile& file) {
   Trial& trial = workbench.trial;
-  const bool identified = HasIdentification(file);
+  const std::string head = ReadHead(file);
+  const bool identified = head.starts_with(native::kMagic);
   if (!identified) {
     // Older files have no identification line: their header blocks start at once.
     ShowRefusal(workbench,
@@ -182,7 +187,7 @@ void ReadOpened(Workbench& workbench, ProgressPanel& panel, const InputFile& fil
                  .icon = Icon::Exclamation});
   }
   panel.SetStatus("Reading trial information");
-  Headers headers = ReadHeaders(file, identified);
+  Headers headers = TakeBlocks(head, identified);
   workbench.records = std::move(headers.records);
   TakeHeaders(workbench);
   panel.SetStatus("Header read.");

@@ -1,60 +1,71 @@
 #include "plot/traces/path_raster.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+
+#include "plot/traces/painted_pixels.hpp"
 
 namespace velmora {
 namespace {
 
-struct Place {
+/// Where a sample lies, and the pixel it is in.
+struct Corner {
   double x;
   double y;
-
-  [[nodiscard]] bool IsNumber() const { return !std::isnan(x + y); }
+  int column;
+  int row;
+  bool isNumber;
 };
 
-/// A line between two places, column by column.
+inline Corner CornerOf(const Graph& graph, int channel, std::int64_t i, const PixelScale& x,
+                       const PixelScale& y) {
+  const double across = x.Pixel(graph.Times().At(i));
+  const double up = y.Pixel(graph.Plotted()->matrix.Frame(i)[channel]);
+  const bool isNumber = !std::isnan(across + up);
+  return {across, up, isNumber ? x.CellAt(across) : 0, isNumber ? y.CellAt(up) : 0, isNumber};
+}
+
+/// A line between two corners, column by column. What it touches lies between their columns and their rows.
 class Segment {
  public:
-  Segment(const Place& from, const Place& to, const PixelScale& x)
-      : left_(from.x <= to.x ? from : to),
+  Segment(const Corner& from, const Corner& to, const PixelScale& y)
+      : y_(y),
+        left_(from.x <= to.x ? from : to),
         right_(from.x <= to.x ? to : from),
-        slope_(right_.x > left_.x ? (right_.y - left_.y) / (right_.x - left_.x) : 0.0),
-        first_(std::max(x.CellAt(left_.x), 0)),
-        last_(std::min(x.CellAt(right_.x), x.Pixels() - 1)) {}
+        top_(std::min(from.y, to.y)),
+        bottom_(std::max(from.y, to.y)),
+        slope_(right_.column > left_.column ? (right_.y - left_.y) / (right_.x - left_.x) : 0.0) {}
 
-  // Of the picture; none when the first is behind the last.
-  [[nodiscard]] int First() const { return first_; }
-  [[nodiscard]] int Last() const { return last_; }
-
-  /// The rows that it touches in columns `from` to `to`, never fewer than in any of them.
-  [[nodiscard]] RowSpan Rows(int from, int to, const PixelScale& y) const {
-    const bool upright = right_.x == left_.x;
-    const double a = upright ? left_.y : Enters(from);
-    const double b = upright ? right_.y : Leaves(to);
-    return {y.CellAt(std::min(a, b)), y.CellAt(std::max(a, b))};
+  [[nodiscard]] const Corner& Left() const { return left_; }
+  [[nodiscard]] const Corner& Right() const { return right_; }
+  /// The row in which it comes into a column, at its left end that of the corner.
+  [[nodiscard]] int Enters(int column) const { return column <= left_.column ? left_.row : RowAt(column); }
+  /// The row in which it leaves a column: but for its right end where it comes into the next.
+  [[nodiscard]] int Leaves(int column) const {
+    return column >= right_.column ? right_.row : RowAt(column + 1);
   }
-
-  // Of a line that is not upright: where it comes into a column, and where it goes on.
-  [[nodiscard]] double Enters(int column) const {
-    return left_.y + slope_ * (std::max<double>(column, left_.x) - left_.x);
+  /// About where it crosses the upper edge of a row that lies between its corners.
+  [[nodiscard]] int ColumnNear(int row) const {
+    return static_cast<int>(std::clamp(left_.x + (row - left_.y) / slope_, left_.x, right_.x));
   }
-  [[nodiscard]] double Leaves(int column) const {
-    return left_.y + slope_ * (std::min<double>(column + 1, right_.x) - left_.x);
-  }
-  /// Whether it comes into the next column where it leaves this one.
-  [[nodiscard]] bool GoesOn(int column) const { return column + 1 <= right_.x; }
 
  private:
-  Place left_;
-  Place right_;
+  // Rounding takes it no further than its corners.
+  [[nodiscard]] int RowAt(int x) const {
+    return y_.CellAt(std::clamp(left_.y + slope_ * (x - left_.x), top_, bottom_));
+  }
+
+  const PixelScale& y_;
+  const Corner& left_;
+  const Corner& right_;
+  double top_;
+  double bottom_;
   double slope_;
-  int first_;
-  int last_;
 };
 
-Place PlaceOf(const Graph& graph, int channel, std::int64_t i, const PixelScale& x, const PixelScale& y) {
-  return {x.Pixel(graph.Times().At(i)), y.Pixel(graph.Plotted()->matrix.Frame(i)[channel])};
+RowSpan Between(int row, int other) {
+  return {std::min(row, other), std::max(row, other)};
 }
 
 /// How far a line of some pixels reaches to either side of its middle.
@@ -64,216 +75,96 @@ struct Reach {
   int behind;
 };
 
-/// Part of a picture, columns and rows included.
-struct Cells {
-  int left = 0;
-  int right = -1;
-  RowSpan rows;
-
-  [[nodiscard]] bool Holds(const Cells& other) const {
-    return other.left >= left && other.right <= right && other.rows.top >= rows.top &&
-           other.rows.bottom <= rows.bottom;
-  }
-};
-
-/// A picture that is painted from front to back, column by column. Of each column it knows one run of rows
-/// that have their colours; of each block of columns the rows that all of them have; and of the whole a
-/// rectangle.
-class CoveredColumns {
+/// Parts of a picture in which no line of some width shows: whatever goes from one place in such a part to
+/// another is hidden.
+class Cores {
  public:
-  explicit CoveredColumns(const PixelArea& area)
-      : area_(area),
-        columns_(static_cast<std::size_t>(area.columns)),
-        blocks_((columns_.size() + kBlock - 1) / kBlock),
-        unpainted_(static_cast<std::int64_t>(area.columns) * area.rows) {}
-
-  static constexpr int kBlock = 32;
-
-  /// What is painted from now on has lines of this width. Under a wider line there is more than under those
-  /// painted so far.
-  void SetWidth(int width) {
-    if (width > width_) {
-      std::fill(columns_.begin(), columns_.end(), RowSpan{});
-      std::fill(blocks_.begin(), blocks_.end(), Block{});
-      core_ = {};
-    }
-    width_ = width;
-    reach_ = Reach(width);
+  Cores(const PaintedPixels& painted, const Reach& reach) {
+    const PixelBox& box = painted.Core();
+    box_ = {box.left + reach.before,
+            box.right - reach.behind,
+            {box.rows.top + reach.before, box.rows.bottom - reach.behind}};
+    constexpr double kRounding = 0.01;
+    const PixelEllipse& round = painted.RoundCore();
+    x_ = round.x;
+    y_ = round.y;
+    acrossAPixel_ = 1 / round.across;
+    upAPixel_ = 1 / round.up;
+    const double beyond = reach.behind + kRounding;
+    const double radius = 1 - std::hypot(beyond * acrossAPixel_, beyond * upAPixel_);
+    within_ = radius > 0 ? radius * radius : 0.0;
   }
 
-  /// Nothing is left to be seen.
-  [[nodiscard]] bool Full() const { return unpainted_ == 0; }
-
-  /// The rows of which a line can show something.
-  [[nodiscard]] RowSpan Seen(RowSpan rows) const {
-    return {std::max(rows.top, -reach_.behind), std::min(rows.bottom, area_.rows - 1 + reach_.before)};
+  [[nodiscard]] const PixelBox& Box() const { return box_; }
+  [[nodiscard]] bool BoxHolds(const Corner& corner) const {
+    return (corner.column >= box_.left) & (corner.column <= box_.right) & HasRow(corner.row);
   }
-
-  /// The rectangle; it grows from time to time.
-  [[nodiscard]] const Cells& Core() const { return core_; }
-
-  /// Of all columns of the block in which `column` is.
-  [[nodiscard]] bool BlockCovers(int column, const RowSpan& rows) {
-    Block& block = blocks_[static_cast<std::size_t>(column / kBlock)];
-    if (block.stale) {
-      Sum(column / kBlock, block);
-    }
-    return rows.top >= block.rows.top && rows.bottom <= block.rows.bottom;
+  [[nodiscard]] bool EllipseHolds(const Corner& corner) const {
+    const double across = (corner.x - x_) * acrossAPixel_;
+    const double up = (corner.y - y_) * upAPixel_;
+    return across * across + up * up < within_;
   }
-
-  /// `rows` as of Seen.
-  void Paint(int column, const RowSpan& rows, std::uint32_t colour) {
-    constexpr int kShort = 8;  // what is quicker looked at than looked up
-    const RowSpan& own = columns_[static_cast<std::size_t>(column)];
-    if (rows.bottom - rows.top > kShort && rows.top >= own.top && rows.bottom <= own.bottom) {
-      return;
-    }
-    const std::int64_t painted = width_ == 1 ? FillColumn(column, rows, colour) : Fill(column, rows, colour);
-    if (painted > 0 || width_ > 1) {
-      unpainted_ -= painted;
-      Take(column, rows);
-    }
-  }
-
-  /// Looks for a larger rectangle: from the longest run on to either side, wherever more of it goes on.
-  void FindCore() {
-    const auto longest = std::max_element(
-        columns_.begin(), columns_.end(),
-        [](const RowSpan& a, const RowSpan& b) { return a.bottom - a.top < b.bottom - b.top; });
-    if (longest == columns_.end() || longest->Empty()) {
-      return;
-    }
-    const int start = static_cast<int>(longest - columns_.begin());
-    Cells now{start, start, *longest};
-    std::int64_t largest = 0;
-    while (!now.rows.Empty()) {
-      const std::int64_t size = (now.right - now.left + 1L) * (now.rows.bottom - now.rows.top + 1L);
-      if (size > largest) {
-        largest = size;
-        core_ = now;
-      }
-      const RowSpan left = Common(now.left - 1, now.rows);
-      const RowSpan right = Common(now.right + 1, now.rows);
-      if (left.bottom - left.top > right.bottom - right.top) {
-        --now.left;
-        now.rows = left;
-      } else {
-        ++now.right;
-        now.rows = right;
-      }
-    }
+  [[nodiscard]] bool HasRow(int row) const { return (row >= box_.rows.top) & (row <= box_.rows.bottom); }
+  /// The edge of the box over which a line comes from a row outside, as the row below that edge.
+  [[nodiscard]] int EdgeFrom(int row) const {
+    return row < box_.rows.top ? box_.rows.top : box_.rows.bottom + 1;
   }
 
  private:
-  struct Block {
-    RowSpan rows{};  // that all of its columns have
-    bool stale = false;
-  };
-
-  [[nodiscard]] RowSpan Common(int column, const RowSpan& rows) const {
-    if (column < 0 || column >= area_.columns) {
-      return {};
-    }
-    const RowSpan& own = columns_[static_cast<std::size_t>(column)];
-    return {std::max(rows.top, own.top), std::min(rows.bottom, own.bottom)};
-  }
-
-  // How many pixels were still to be painted.
-  std::int64_t FillColumn(int column, const RowSpan& rows, std::uint32_t colour) const {
-    std::int64_t painted = 0;
-    std::uint32_t* pixel = area_.first + rows.top * area_.stride + column;
-    for (int row = rows.top; row <= rows.bottom; ++row, pixel += area_.stride) {
-      if (*pixel == 0) {
-        *pixel = colour;
-        ++painted;
-      }
-    }
-    return painted;
-  }
-
-  std::int64_t Fill(int column, const RowSpan& rows, std::uint32_t colour) const {
-    const RowSpan wide{std::max(rows.top - reach_.before, 0),
-                       std::min(rows.bottom + reach_.behind, area_.rows - 1)};
-    std::int64_t painted = 0;
-    for (int k = std::max(column - reach_.before, 0);
-         k <= std::min(column + reach_.behind, area_.columns - 1); ++k) {
-      painted += FillColumn(k, wide, colour);
-    }
-    return painted;
-  }
-
-  // One run a column is kept: with what touches it, or the longer of two.
-  void Take(int column, const RowSpan& rows) {
-    RowSpan& own = columns_[static_cast<std::size_t>(column)];
-    RowSpan run = rows;
-    if (!own.Empty() && rows.top <= own.bottom + 1 && rows.bottom >= own.top - 1) {
-      run.Take(own.top);
-      run.Take(own.bottom);
-    }
-    Extend(column, run);
-    if (own.Empty() || run.bottom - run.top > own.bottom - own.top) {
-      own = run;
-      blocks_[static_cast<std::size_t>(column / kBlock)].stale = true;
-    }
-  }
-
-  // Over what was painted beside the run before it came there. What a wide line has painted is wider than its
-  // run.
-  void Extend(int column, RowSpan& run) const {
-    if (width_ > 1) {
-      return;
-    }
-    const auto painted = [&](int row) {
-      return row >= 0 && row < area_.rows && area_.first[row * area_.stride + column] != 0;
-    };
-    while (painted(run.top - 1)) {
-      --run.top;
-    }
-    while (painted(run.bottom + 1)) {
-      ++run.bottom;
-    }
-  }
-
-  void Sum(int number, Block& block) const {
-    const auto begin = static_cast<std::size_t>(number) * kBlock;
-    const std::size_t end = std::min(begin + kBlock, columns_.size());
-    RowSpan all{-RowSpan::kNone, RowSpan::kNone};
-    for (std::size_t k = begin; k < end; ++k) {
-      all.top = std::max(all.top, columns_[k].top);
-      all.bottom = std::min(all.bottom, columns_[k].bottom);
-    }
-    block = {all, false};
-  }
-
-  PixelArea area_;
-  std::vector<RowSpan> columns_;
-  std::vector<Block> blocks_;
-  Cells core_;
-  std::int64_t unpainted_;
-  int width_ = 0;
-  Reach reach_{1};
+  PixelBox box_;
+  double x_;  // the middle of the ellipse
+  double y_;
+  double acrossAPixel_;  // in half axes
+  double upAPixel_;
+  double within_;  // squared
 };
 
+/// Columns that follow each other, both included.
+struct ColumnSpan {
+  int first;
+  int last;
+};
+
+/// Without those in which a line that ends in the box of `cores` is in there.
+ColumnSpan OutOfCore(const Segment& line, ColumnSpan columns, const Cores& cores) {
+  constexpr int kRounding = 2;
+  const Corner& left = line.Left();
+  const Corner& right = line.Right();
+  if (cores.BoxHolds(right)) {
+    const int crosses = cores.HasRow(left.row) ? columns.first : line.ColumnNear(cores.EdgeFrom(left.row));
+    const int column = std::max(crosses + kRounding, cores.Box().left);
+    if (column > columns.first && column <= columns.last && cores.HasRow(line.Enters(column))) {
+      columns.last = column - 1;
+    }
+  } else if (cores.BoxHolds(left)) {
+    const int crosses = cores.HasRow(right.row) ? columns.last : line.ColumnNear(cores.EdgeFrom(right.row));
+    const int column = std::min(crosses - kRounding, cores.Box().right);
+    if (column < columns.last && column >= columns.first && cores.HasRow(line.Leaves(column))) {
+      columns.first = column + 1;
+    }
+  }
+  return columns;
+}
+
 /// A stretch is passed over in pieces of so many samples where none of them can be seen.
-constexpr std::int64_t kPiece = 256;
+constexpr int kPiece = 128;
 
 class PathPainter {
  public:
   PathPainter(const Graph& graph, const PixelScale& x, const PixelScale& y, const PixelArea& area)
-      : graph_(graph), x_(x), y_(y), area_(area), covered_(area) {}
+      : graph_(graph), x_(x), y_(y), area_(area), painted_(area) {}
 
   void Paint(const PathStretch& stretch) {
     if (stretch.look.line == LineStyle::None) {
       return;
     }
-    reach_ = std::max(stretch.look.width, 1);
-    covered_.SetWidth(reach_);
+    reach_ = Reach(std::max(stretch.look.width, 1));
     std::vector<SampleSpan> pieces;
     for (std::int64_t begin = stretch.samples.begin; begin + 1 < stretch.samples.end; begin += kPiece) {
       pieces.push_back({begin, std::min(begin + kPiece + 1, stretch.samples.end)});
     }
     const ColumnExtremes boxes = graph_.Envelope().Columns(std::span(pieces));
-    for (std::size_t k = pieces.size(); k-- > 0 && !covered_.Full();) {
+    for (std::size_t k = pieces.size(); k-- > 0 && !painted_.Full();) {
       const auto box = static_cast<int>(k);
       if (CanBeSeen(boxes.At(box, 0), boxes.At(box, stretch.channel))) {
         PaintPiece(stretch, pieces[k]);
@@ -282,74 +173,95 @@ class PathPainter {
   }
 
  private:
+  /// Where a corner lies: a line with both ends in one of these shows nothing.
+  enum Part : unsigned { kLeft = 1, kRight = 2, kAbove = 4, kBelow = 8, kInBox = 16, kInEllipse = 32 };
+
   [[nodiscard]] bool CanBeSeen(const Extremes& across, const Extremes& up) const {
     if (across.Empty() || up.Empty()) {
       return false;
     }
-    const Cells box{std::max(x_.Cell(across.min), 0), std::min(x_.Cell(across.max), area_.columns - 1),
-                    covered_.Seen({y_.Cell(up.max), y_.Cell(up.min)})};
-    return box.left <= box.right && !box.rows.Empty() && !covered_.Core().Holds(box);
+    const PixelBox box =
+        Shown({x_.Cell(across.min), x_.Cell(across.max), {y_.Cell(up.max), y_.Cell(up.min)}});
+    return !box.Empty() && !painted_.Hides(box);
   }
 
   void PaintPiece(const PathStretch& stretch, const SampleSpan& samples) {
-    Place behind = PlaceOf(graph_, stretch.channel, samples.end - 1, x_, y_);
-    for (std::int64_t i = samples.end - 2; i >= samples.begin; --i) {
-      const Place here = PlaceOf(graph_, stretch.channel, i, x_, y_);
-      if (here.IsNumber() && behind.IsNumber()) {
-        PaintSegment(here, behind, stretch.look.colour);
+    std::array<Corner, kPiece + 1> corners;
+    std::array<unsigned, kPiece + 1> parts;
+    const Cores cores(painted_, reach_);
+    const auto count = static_cast<std::size_t>(samples.end - samples.begin);
+    for (std::size_t k = 0; k < count; ++k) {
+      corners[k] = CornerOf(graph_, stretch.channel, samples.begin + static_cast<std::int64_t>(k), x_, y_);
+    }
+    for (std::size_t k = 0; k < count; ++k) {
+      parts[k] = PartsOf(corners[k], cores);
+    }
+    for (std::size_t k = count - 1; k-- > 0;) {
+      if ((parts[k] & parts[k + 1]) == 0 && corners[k].isNumber && corners[k + 1].isNumber) {
+        PaintSegment(corners[k], corners[k + 1], cores, stretch.look.colour);
       }
-      behind = here;
     }
   }
 
-  void PaintSegment(const Place& from, const Place& to, std::uint32_t colour) {
-    constexpr int kBetweenCores = 2048;
-    const auto [left, right] = std::minmax(from.x, to.x);
-    const auto [top, bottom] = std::minmax(from.y, to.y);
-    if (right < -1 || left > area_.columns || bottom < -reach_ - 1 || top > area_.rows + reach_) {
+  [[nodiscard]] unsigned PartsOf(const Corner& corner, const Cores& cores) const {
+    const auto part = [](bool is, Part own) { return is ? static_cast<unsigned>(own) : 0U; };
+    return part(corner.column < 0, kLeft) | part(corner.column >= area_.columns, kRight) |
+           part(corner.row + reach_.behind < 0, kAbove) |
+           part(corner.row - reach_.before >= area_.rows, kBelow) | part(cores.BoxHolds(corner), kInBox) |
+           part(cores.EllipseHolds(corner), kInEllipse);
+  }
+
+  void PaintSegment(const Corner& from, const Corner& to, const Cores& cores, std::uint32_t colour) {
+    const auto [left, right] = std::minmax(from.column, to.column);
+    constexpr int kShort = 64;
+    if (right - left < kShort) {
+      const PixelBox box = Shown({left, right, Between(from.row, to.row)});
+      if (box.Empty() || painted_.Hides(box)) {
+        return;
+      }
+    }
+    if (left == right) {
+      PaintColumn(left, Between(from.row, to.row), colour);
       return;
     }
-    const Cells box{std::max(x_.CellAt(left), 0), std::min(x_.CellAt(right), area_.columns - 1),
-                    covered_.Seen({y_.CellAt(top), y_.CellAt(bottom)})};
-    if (box.left > box.right || box.rows.Empty() || covered_.Core().Holds(box)) {
-      return;
-    }
-    if (box.left == box.right) {
-      covered_.Paint(box.left, SeenRows(Segment(from, to, x_), box.left, box.left), colour);
-    } else {
-      PaintColumns(Segment(from, to, x_), colour);
-    }
-    if (++sinceCore_ == kBetweenCores) {
-      sinceCore_ = 0;
-      covered_.FindCore();
-    }
+    const Segment line(from, to, y_);
+    const ColumnSpan seen{std::max(left, 0), std::min(right, area_.columns - 1)};
+    PaintColumns(line, OutOfCore(line, seen, cores), colour);
   }
 
-  [[nodiscard]] RowSpan SeenRows(const Segment& segment, int from, int to) const {
-    return covered_.Seen(segment.Rows(from, to, y_));
+  /// What a line that lies in `box` can show of itself.
+  [[nodiscard]] PixelBox Shown(const PixelBox& box) const {
+    return {std::max(box.left - reach_.before, 0),
+            std::min(box.right + reach_.behind, area_.columns - 1),
+            {std::max(box.rows.top - reach_.before, 0),
+             std::min(box.rows.bottom + reach_.behind, area_.rows - 1)}};
   }
 
-  void PaintColumns(const Segment& segment, std::uint32_t colour) {
-    constexpr int kFew = 4;
-    int column = segment.First();
-    while (column <= segment.Last()) {
-      const int last = std::min(column | (CoveredColumns::kBlock - 1), segment.Last());
-      if (last - column >= kFew) {
-        const RowSpan all = SeenRows(segment, column, last);
-        if (all.Empty() || covered_.BlockCovers(column, all)) {
-          column = last + 1;
+  // Blocks of columns are passed over where it is hidden or outside.
+  void PaintColumns(const Segment& line, const ColumnSpan& columns, std::uint32_t colour) {
+    constexpr int kBlock = PaintedPixels::kBlock;
+    int enters = line.Enters(columns.first);
+    for (int column = columns.first; column <= columns.last; ++column) {
+      const int end = std::min(column + kBlock - 1, columns.last);
+      if (column % kBlock == 0 && end > column) {
+        const int leaves = line.Leaves(end);
+        const PixelBox box = Shown({column, end, Between(enters, leaves)});
+        if (box.Empty() || painted_.Hides(box)) {
+          column = end;
+          enters = leaves;
           continue;
         }
       }
-      int enters = y_.CellAt(segment.Enters(column));
-      for (; column <= last; ++column) {
-        const int leaves = y_.CellAt(segment.Leaves(column));
-        const RowSpan rows = covered_.Seen({std::min(enters, leaves), std::max(enters, leaves)});
-        if (!rows.Empty()) {
-          covered_.Paint(column, rows, colour);
-        }
-        enters = segment.GoesOn(column) ? leaves : y_.CellAt(segment.Enters(column + 1));
-      }
+      const int leaves = line.Leaves(column);
+      PaintColumn(column, Between(enters, leaves), colour);
+      enters = leaves;
+    }
+  }
+
+  void PaintColumn(int column, const RowSpan& rows, std::uint32_t colour) {
+    const PixelBox box = Shown({column, column, rows});
+    for (int k = box.left; !box.rows.Empty() && k <= box.right; ++k) {
+      painted_.Paint(k, box.rows, colour);
     }
   }
 
@@ -357,9 +269,8 @@ class PathPainter {
   const PixelScale& x_;
   const PixelScale& y_;
   PixelArea area_;
-  CoveredColumns covered_;
-  int reach_ = 1;
-  int sinceCore_ = 0;
+  PaintedPixels painted_;
+  Reach reach_{1};
 };
 
 }  // namespace
@@ -377,14 +288,15 @@ void PaintPathsPlainly(const Graph& graph, std::span<const PathStretch> stretche
   for (const PathStretch& stretch : stretches) {
     const Reach reach(std::max(stretch.look.width, 1));
     for (std::int64_t i = stretch.samples.begin; i + 1 < stretch.samples.end; ++i) {
-      const Place from = PlaceOf(graph, stretch.channel, i, x, y);
-      const Place to = PlaceOf(graph, stretch.channel, i + 1, x, y);
-      if (stretch.look.line == LineStyle::None || !from.IsNumber() || !to.IsNumber()) {
+      const Corner from = CornerOf(graph, stretch.channel, i, x, y);
+      const Corner to = CornerOf(graph, stretch.channel, i + 1, x, y);
+      if (stretch.look.line == LineStyle::None || !from.isNumber || !to.isNumber) {
         continue;
       }
-      const Segment segment(from, to, x);
-      for (int column = segment.First(); column <= segment.Last(); ++column) {
-        const RowSpan rows = segment.Rows(column, column, y);
+      const Segment segment(from, to, y);
+      const auto [left, right] = std::minmax(from.column, to.column);
+      for (int column = std::max(left, 0); column <= std::min(right, area.columns - 1); ++column) {
+        const RowSpan rows = Between(segment.Enters(column), segment.Leaves(column));
         const int bottom = std::min(rows.bottom + reach.behind, area.rows - 1);
         for (int row = std::max(rows.top - reach.before, 0); row <= bottom; ++row) {
           for (int k = std::max(column - reach.before, 0);

@@ -26,16 +26,13 @@ class PixelScale {
     const double at = pixel == pixels_ ? to_ : from_ + pixel / factor_;
     return log_ ? std::exp(at) : at;
   }
-  /// The row or column of pixels at a place; the far end of the axis belongs to the last.
+  /// The row or column of pixels at a place, never less for a larger one; the far end of the axis belongs to
+  /// the last, also where rounding has put it a little before.
   [[nodiscard]] int CellAt(double pixel) const {
     constexpr double kRounding = 1e-6;
-    const bool atEnd = pixel >= pixels_ && pixel < pixels_ + kRounding;
-    if (atEnd) {
-      return pixels_ - 1;
-    }
-    const double at = pixel + kRounding;
-    const int cell = static_cast<int>(at);
-    return cell - (at < cell ? 1 : 0);  // as std::floor, which is a call
+    constexpr int kAbove = 1 << 24;  // what is cut off is cut downwards, also left of zero
+    const int cell = static_cast<int>(pixel + (kAbove + kRounding)) - kAbove;
+    return cell == pixels_ && pixel < pixels_ + kRounding ? pixels_ - 1 : cell;
   }
   [[nodiscard]] int Cell(double value) const { return CellAt(Pixel(value)); }
 
