@@ -313,6 +313,7 @@ TEST_F(SingleViewTest, CursorsOfATrialThatStartsLateCountFromItsStart) {
   View().MoveCursor(1, 534.2);
   View().MoveCursor(2, 534.5);
   ExpectRange(21, 51);
+  questions.PickCancel();
   Key("D");
   EXPECT_EQ(workbench.graph.StatLo, 21);
   EXPECT_EQ(workbench.graph.StatHi, 51);
@@ -392,7 +393,8 @@ TEST_F(SingleViewTest, ShowsTheTrialAsOtherCommandsLeaveIt) {
   EXPECT_EQ(View().Drawing().Ordinate.Minimum, -101);
   EXPECT_EQ(View().Cursors(), 1);
   Key("F3");
-  Key("D");  // the range is set although the form is not there yet
+  questions.PickCancel();
+  Key("D");
   EXPECT_EQ(workbench.graph.StatLo, 51);
   EXPECT_EQ(workbench.graph.StatHi, 101);
   EXPECT_FALSE(View().PressKey({.name = "Q"}));

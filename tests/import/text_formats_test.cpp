@@ -26,6 +26,7 @@ TEST_F(TextFormatsTest, ViconDevicesOfNexus) {
   EXPECT_EQ(Rows(), (Frames{{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 0, 11, 12}}));
   EXPECT_EQ(Told(), "Empty fields, read as 0: 1, the first in line 8.\n");
   // Sections before and behind, with other rates.
+  questions.boxAnswers = {Button::No};
   Load("b.csv", "Devices\n\n\nFrame\nnothing\n");
   EXPECT_EQ(trial.NData, 0);
   Load("b.csv",

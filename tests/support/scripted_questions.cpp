@@ -1,5 +1,7 @@
 #include "support/scripted_questions.hpp"
 
+#include <gtest/gtest.h>
+
 #include <stdexcept>
 #include <utility>
 
@@ -9,6 +11,7 @@ namespace {
 template <typename T>
 T Next(std::deque<T>& answers, const std::string& question) {
   if (answers.empty()) {
+    ADD_FAILURE() << "no answer for: " << question;  // of what was thrown a command makes a box
     throw std::runtime_error("no answer for: " + question);
   }
   T answer = std::move(answers.front());

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <deque>
 #include <vector>
 
+#include "core/cores.hpp"
 #include "core/trial/huge_block.hpp"
 #include "dsp/design/reflection.hpp"
 
@@ -92,8 +94,7 @@ std::int64_t BlocksOf(std::int64_t rows) {
 // comes, so that a long trial takes no second matrix of 64-bit numbers.
 class SectionStrip {
  public:
-  SectionStrip(Trial& trial, std::span<const int> channels, const Biquads& sections, const RowKernel& kernel,
-               const Turn& turn)
+  SectionStrip(Trial& trial, std::span<const int> channels, const Biquads& sections, const RowKernel& kernel)
       : trial_(trial),
         channels_(channels.begin(), channels.end()),
         sections_(sections),
@@ -101,7 +102,6 @@ class SectionStrip {
         lanes_(kernel.lanes),
         neighbours_(static_cast<int>(channels.size()) == kernel.lanes &&
                     channels.back() - channels.front() + 1 == kernel.lanes),
-        turn_(turn),
         rows_(static_cast<std::size_t>(kBlock * lanes_) * sizeof(double)),
         state_(static_cast<std::size_t>(2 * lanes_) * sections.size() * sizeof(double)) {}
 
@@ -115,7 +115,6 @@ class SectionStrip {
     LoadRows(at, n);
     Sweep(n, 1);
     StoreRows(at, n);
-    Give(turn_);
   }
 
   // The first run of a zero-lag filter, from the first block to the last.
@@ -260,7 +259,6 @@ class SectionStrip {
           std::copy_n(ends_.data() + first * lanes_, count * lanes_, Rows() + row * lanes_);
         });
     Sweep(n, 1);
-    Give(turn_);
   }
 
   void PutBlock(std::int64_t at, std::int64_t n) {
@@ -276,7 +274,6 @@ class SectionStrip {
   const RowKernel& kernel_;
   std::ptrdiff_t lanes_;
   bool neighbours_;
-  const Turn& turn_;
   HugeBlock rows_;
   HugeBlock state_;
   std::vector<double> ends_;
@@ -284,6 +281,31 @@ class SectionStrip {
   std::vector<double> backward_;  // the state behind the block before
   std::int64_t padding_ = 0;
 };
+
+// As few strips as have a lane for each channel.
+std::deque<SectionStrip> StripsOf(Trial& trial, const ChannelList& channels, const Biquads& sections,
+                                  std::span<const RowKernel> kernels) {
+  std::deque<SectionStrip> strips;
+  for (std::span<const int> left = channels; !left.empty();) {
+    const auto fitting = std::find_if(kernels.begin(), kernels.end() - 1, [&left](const RowKernel& kernel) {
+      return kernel.lanes >= static_cast<int>(left.size());
+    });
+    const std::size_t taken = std::min<std::size_t>(left.size(), static_cast<std::size_t>(fitting->lanes));
+    strips.emplace_back(trial, left.first(taken), sections, *fitting);
+    left = left.subspan(taken);
+  }
+  return strips;
+}
+
+// A turn may throw, which is how Cancel comes: the other cores are to hear of it.
+void GiveOrStop(const Turn& turn, std::atomic<bool>& stopped) {
+  try {
+    Give(turn);
+  } catch (...) {
+    stopped = true;
+    throw;
+  }
+}
 
 }  // namespace
 
@@ -296,31 +318,35 @@ void RunSections(Trial& trial, const ChannelList& channels, const Biquads& secti
   if (trial.NData < 1 || sections.empty()) {
     return;
   }
-  const std::span<const RowKernel> kernels = RowKernelsOf(level);
-  std::deque<SectionStrip> strips;
-  for (std::span<const int> left = channels; !left.empty();) {
-    const auto fitting = std::find_if(kernels.begin(), kernels.end() - 1, [&left](const RowKernel& kernel) {
-      return kernel.lanes >= static_cast<int>(left.size());
-    });
-    const std::size_t taken = std::min<std::size_t>(left.size(), static_cast<std::size_t>(fitting->lanes));
-    strips.emplace_back(trial, left.first(taken), sections, *fitting, turn);
-    left = left.subspan(taken);
-  }
-  // All channels of a block before the next: what one strip has brought into the caches the others find
-  // there.
-  if (direction == RunDirection::Forward) {
-    for (std::int64_t block = 0; block < BlocksOf(trial.NData); ++block) {
-      std::for_each(strips.begin(), strips.end(), [block](SectionStrip& strip) { strip.Forward(block); });
+  std::deque<SectionStrip> strips = StripsOf(trial, channels, sections, RowKernelsOf(level));
+  const std::int64_t frames = direction == RunDirection::Forward
+                                  ? trial.NData
+                                  : trial.NData + 2 * SectionPadding(trial.NData, sections.size());
+  const std::int64_t blocks = BlocksOf(frames);
+  // A core has strips of its own, and goes over all of them block by block: what one strip has brought into
+  // the caches the others find there.
+  constexpr std::int64_t kFewestFrames = 4096;  // fewer are done before a thread runs
+  const std::size_t parts = frames < kFewestFrames ? 1 : std::min(PartsForCores(), strips.size());
+  std::atomic<bool> stopped = false;
+  OnCores(parts, [&](std::size_t part) {
+    const auto step = [&](void (SectionStrip::*run)(std::int64_t), std::int64_t block) {
+      for (std::size_t k = strips.size() * part / parts; k < strips.size() * (part + 1) / parts; ++k) {
+        (strips[k].*run)(block);
+      }
+      if (part == 0) {
+        GiveOrStop(turn, stopped);
+      }
+      return !stopped;
+    };
+    const bool forward = direction == RunDirection::Forward;
+    bool goesOn = true;
+    for (std::int64_t block = 0; goesOn && block < blocks; ++block) {
+      goesOn = step(forward ? &SectionStrip::Forward : &SectionStrip::ForwardOfTwo, block);
     }
-    return;
-  }
-  const std::int64_t blocks = BlocksOf(trial.NData + 2 * SectionPadding(trial.NData, sections.size()));
-  for (std::int64_t block = 0; block < blocks; ++block) {
-    std::for_each(strips.begin(), strips.end(), [block](SectionStrip& strip) { strip.ForwardOfTwo(block); });
-  }
-  for (std::int64_t block = blocks - 1; block >= 0; --block) {
-    std::for_each(strips.begin(), strips.end(), [block](SectionStrip& strip) { strip.Backward(block); });
-  }
+    for (std::int64_t block = blocks - 1; goesOn && !forward && block >= 0; --block) {
+      goesOn = step(&SectionStrip::Backward, block);
+    }
+  });
 }
 
 void RunSectionsPlain(std::span<double> x, const Biquads& sections, RunDirection direction) {

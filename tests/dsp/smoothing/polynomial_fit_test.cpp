@@ -139,11 +139,12 @@ TEST_F(PolynomialCommand, RangesCancelAndTheSelectionBefore) {
   SetUp();
   trial.Data(3, 1) = std::nanf("");
   questions.PickValues({{1, "1"}, {2, "5000"}});
-  questions.boxAnswers = {};
+  questions.boxAnswers = {Button::Cancel};  // for the second: the first has none
   Run("smooth.polynomial");
   EXPECT_EQ(workbench.report.warnings.size(), 1U) << "not finite";
 
   workbench.chooser.ChanSelected.fill(false);
+  questions.boxAnswers = {Button::Yes};
   RunTyping("smooth.polynomial", {{2, "1"}});
   EXPECT_EQ(Channel(trial, 3), x);
 }

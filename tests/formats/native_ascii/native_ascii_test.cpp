@@ -149,7 +149,8 @@ TEST_F(NativeAscii, WhatIsNoTrialIsSaidAndNothingIsLoaded) {
   EXPECT_EQ(trial.FileTypeCode, 238);
   refused("1.0 2.0\n3.0 4.0\n");
   EXPECT_TRUE(questions.boxAnswers.empty());
-  refused("File_Type: something else");
+  questions.boxAnswers = {Button::No};
+  EXPECT_EQ(refused("File_Type: something else"), "Format Not Read");
   LoadPath(directory.Path("missing.vma"));
   EXPECT_EQ(questions.boxes.back().text,
             "Error reading file: " + directory.Path("missing.vma") + "\n\"No such file or directory\"");
