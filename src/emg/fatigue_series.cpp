@@ -88,7 +88,7 @@ class Runner {
 
   // The next intervals, on all cores; after a pause who knows whether there is a next.
   void TakeAhead(std::int64_t from) {
-    constexpr std::int64_t kMostAhead = 256;
+    constexpr std::int64_t kMostAhead = 128;
     constexpr std::size_t kFewest = 16;  // of a core
     aheadFrom_ = from;
     ahead_.resize(static_cast<std::size_t>(order_.pause ? 1 : std::min(kMostAhead, count_ - from)),
