@@ -234,8 +234,8 @@ TEST_F(TracesTest, PathsAreThePixelsOfAllTheirLines) {
     Pixels plain(kWidth * kHeight, 0);
     PaintPaths(graph, stretches, X(), Y(), {fast.data(), kWidth, kWidth, kHeight});
     PaintPathsPlainly(graph, stretches, X(), Y(), {plain.data(), kWidth, kWidth, kHeight});
-    EXPECT_GT(std::count_if(plain.begin(), plain.end(), [](auto pixel) { return pixel != 0; }), 20) << what;
     EXPECT_TRUE(fast == plain) << what;
+    return std::count_if(plain.begin(), plain.end(), [](auto pixel) { return pixel != 0; });
   };
   for (const char* kind : {"noise", "loops", "walk", "gaps"}) {
     std::vector<float> x(kSamples);
@@ -258,9 +258,12 @@ TEST_F(TracesTest, PathsAreThePixelsOfAllTheirLines) {
       trial.Data(i, 0) = x[static_cast<std::size_t>(i - 1)];
     }
     Replot();
-    const Axis whole = graph.Abscissa;
-    for (const double part : {1.0, 0.3, 0.01}) {
-      graph.Abscissa.SetMinMax(whole.Minimum * part, whole.Maximum * part);
+    const Axis across = graph.Abscissa;
+    const Axis up = graph.Ordinate;
+    for (const auto& [wide, high] :
+         {std::pair(1.0, 1.0), {0.3, 1.0}, {0.01, 1.0}, {1.0, 0.05}, {0.1, 0.02}}) {
+      graph.Abscissa.SetMinMax(across.Minimum * wide, across.Maximum * wide);
+      graph.Ordinate.SetMinMax(up.Minimum * high, up.Maximum * high);
       std::vector<PathStretch> stretches;
       for (int k = 0; k < 5; ++k) {  // five colours, then a wide one in front of and behind others
         stretches.push_back({1, {1 + k * 800, 802 + k * 800}, {.colour = 7U + static_cast<unsigned>(k)}});
@@ -271,7 +274,8 @@ TEST_F(TracesTest, PathsAreThePixelsOfAllTheirLines) {
       for (PathStretch& stretch : stretches) {
         stretch.samples.end = std::min<std::int64_t>(stretch.samples.end, kSamples + 1);
       }
-      expectEqual(stretches, kind);
+      const std::ptrdiff_t painted = expectEqual(stretches, kind);
+      EXPECT_TRUE(painted > 20 || wide * high < 1) << kind;
     }
   }
 }

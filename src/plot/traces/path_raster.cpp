@@ -47,7 +47,9 @@ class Segment {
   }
   /// About where it crosses the upper edge of a row that lies between its corners.
   [[nodiscard]] int ColumnNear(int row) const {
-    return static_cast<int>(std::clamp(left_.x + (row - left_.y) / slope_, left_.x, right_.x));
+    constexpr double kFar = 1 << 28;  // a corner may be further away than columns are counted
+    const double column = std::clamp(left_.x + (row - left_.y) / slope_, left_.x, right_.x);
+    return static_cast<int>(std::clamp(column, -kFar, kFar));
   }
 
  private:
@@ -225,8 +227,40 @@ class PathPainter {
       return;
     }
     const Segment line(from, to, y_);
-    const ColumnSpan seen{std::max(left, 0), std::min(right, area_.columns - 1)};
-    PaintColumns(line, OutOfCore(line, seen, cores), colour);
+    const ColumnSpan seen = InRows(line, {std::max(left, 0), std::min(right, area_.columns - 1)});
+    if (seen.first <= seen.last) {
+      PaintColumns(line, OutOfCore(line, seen, cores), colour);
+    }
+  }
+
+  // Without the columns in which a line passes above or below the picture: it goes one way, so where it is
+  // outside at a column, it is at all on that side.
+  [[nodiscard]] ColumnSpan InRows(const Segment& line, ColumnSpan columns) const {
+    constexpr int kRounding = 2;
+    const auto side = [this](int row) {
+      return row + reach_.behind < 0 ? -1 : row - reach_.before >= area_.rows ? 1 : 0;
+    };
+    const auto columnAtEdge = [this, &line](int outside) {
+      return line.ColumnNear(outside < 0 ? -reach_.behind : area_.rows + reach_.before);
+    };
+    const int enters = side(line.Enters(columns.first));
+    const int leaves = side(line.Leaves(columns.last));
+    if (enters != 0 && enters == leaves) {
+      return {0, -1};
+    }
+    if (enters != 0) {
+      const int first = columnAtEdge(enters) - kRounding;
+      if (first > columns.first && first <= columns.last && side(line.Enters(first)) == enters) {
+        columns.first = first;
+      }
+    }
+    if (leaves != 0) {
+      const int last = columnAtEdge(leaves) + kRounding;
+      if (last < columns.last && last >= columns.first && side(line.Leaves(last)) == leaves) {
+        columns.last = last;
+      }
+    }
+    return columns;
   }
 
   /// What a line that lies in `box` can show of itself.
