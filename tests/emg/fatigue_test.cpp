@@ -1,6 +1,7 @@
 // Spectra of successive intervals: the arithmetic of the intervals, and the analysis through its forms.
 #include "emg/fatigue.hpp"
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -9,6 +10,7 @@
 #include "core/questions/form.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "emg/fatigue_series.hpp"
 #include "emg/fatigue_slopes.hpp"
 #include "support/command_test.hpp"
 #include "support/signals.hpp"
@@ -201,6 +203,27 @@ TEST_F(Fatigue, TheMeanFrequencyFallsWithAChirp) {
     EXPECT_NEAR(std::get<double>(slopes.rows[row][2]), -600, 20) << row;
     EXPECT_NEAR(std::get<double>(slopes.rows[row][7]), -600, 20) << row;
   }
+}
+
+// A pause makes the intervals one by one; else they are made ahead, on all cores.
+TEST_F(Fatigue, IntervalsMadeAheadAreThoseMadeOneByOne) {
+  SetChannels(trial, NoiseChannels(1, 10'000), 1000);
+  FatigueOrder order{.settings = {.method = FatigueMethod::FastFourierTransform, .data = 32}};
+  const FatigueSeries ahead = RunFatigue(workbench, order);
+  ASSERT_EQ(ahead.rows.size(), 322U);  // 9968 / 31 + 1
+  order.pause = true;
+  questions.boxAnswers.assign(ahead.rows.size() - 1, Button::OK);
+  const FatigueSeries single = RunFatigue(workbench, order);
+  ASSERT_EQ(single.rows.size(), ahead.rows.size());
+  const auto numbers = [](const FatigueRow& row) {
+    return std::array{row.from, row.median, row.percentMedian, row.percentMean, row.rms, row.exactMedian};
+  };
+  for (std::size_t k = 0; k < ahead.rows.size(); ++k) {
+    EXPECT_EQ(numbers(ahead.rows[k]), numbers(single.rows[k])) << k;
+  }
+  EXPECT_EQ(ahead.lastPower, single.lastPower);
+  ASSERT_EQ(ahead.spectra.size(), single.spectra.size());
+  EXPECT_EQ(ahead.spectra.back().power, single.spectra.back().power);
 }
 
 TEST_F(Fatigue, FilesHoldWhatWasDone) {
