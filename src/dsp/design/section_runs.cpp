@@ -325,7 +325,7 @@ void RunSections(Trial& trial, const ChannelList& channels, const Biquads& secti
   const std::int64_t blocks = BlocksOf(frames);
   // A core has strips of its own, and goes over all of them block by block: what one strip has brought into
   // the caches the others find there.
-  constexpr std::int64_t kFewestFrames = 4096;  // fewer are done before a thread runs
+  constexpr std::int64_t kFewestFrames = 1024;  // fewer are done before a thread runs
   const std::size_t parts = frames < kFewestFrames ? 1 : std::min(PartsForCores(), strips.size());
   std::atomic<bool> stopped = false;
   OnCores(parts, [&](std::size_t part) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <stdexcept>
 
 #include "core/text/numbers.hpp"
 #include "dsp/design/cfc.hpp"
@@ -71,6 +72,22 @@ TEST(FilterRuns, SectionsSideBySideAreThePlainLoopBitForBit) {
       }
     }
   }
+}
+
+// Cancel comes as an exception out of a turn, in one of the threads.
+TEST(FilterRuns, ATurnThatThrowsEndsTheRunOfAllCores) {
+  Trial trial;
+  SetChannels(trial, NoiseChannels(40, 20'000));
+  int turns = 0;
+  const auto stop = [&turns] {
+    if (++turns == 3) {
+      throw std::runtime_error("stop");
+    }
+  };
+  EXPECT_THROW(RunSections(trial, UpTo(40), DesignFilter({.order = 4, .rate = 100, .cutoff = 6}),
+                           RunDirection::ZeroLag, MachineSimdLevel(), stop),
+               std::runtime_error);
+  EXPECT_EQ(turns, 3);
 }
 
 TEST(FilterRuns, SlidingSumsSideBySideAreThePlainLoopBitForBit) {
