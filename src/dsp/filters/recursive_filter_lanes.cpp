@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <span>
 #include <utility>
 #include <vector>
@@ -43,6 +44,7 @@ struct StripKernel {
   int lanes;
   StripProcedure low;
   StripProcedure high;
+  StripProcedure lowOfMagnitudes;
 };
 
 // Conversions by name: from the vector extension alone the compiler makes two halves.
@@ -75,7 +77,7 @@ namespace avx512 {
 SIMD_END
 
 // A lone channel: every sample may be a cache line of its own.
-template <PassType type>
+template <PassType type, bool rectifies = false>
 void RunOne(float* row, std::ptrdiff_t stride, std::int64_t rows, StripState& state) {
   const double a0 = state.a0[0];
   const double b1 = state.b1[0];
@@ -86,7 +88,7 @@ void RunOne(float* row, std::ptrdiff_t stride, std::int64_t rows, StripState& st
   double y2 = state.y2[0];
   for (std::int64_t i = 0; i < rows; ++i, row += stride) {
     __builtin_prefetch(row + kRowsAhead * stride, 1);
-    const double x0 = *row;
+    const double x0 = rectifies ? std::abs(*row) : *row;
     const double sum = type == PassType::Low ? x1 + x0 + x1 + x2 : (x2 + x0) - (x1 + x1);
     *row = static_cast<float>(a0 * sum + b1 * y1 + b2 * y2);
     x2 = x1;
@@ -100,7 +102,7 @@ void RunOne(float* row, std::ptrdiff_t stride, std::int64_t rows, StripState& st
   state.y2[0] = y2;
 }
 
-constexpr StripKernel kOne = {1, RunOne<PassType::Low>, RunOne<PassType::High>};
+constexpr StripKernel kOne = {1, RunOne<PassType::Low>, RunOne<PassType::High>, RunOne<PassType::Low, true>};
 constexpr std::array kSse2 = {kOne, sse2::Kernel<1>(), sse2::Kernel<2>(), sse2::Kernel<4>()};
 constexpr std::array kAvx2 = {kOne, avx2::Kernel<1>(), avx2::Kernel<2>(), avx2::Kernel<4>()};
 constexpr std::array kAvx512 = {kOne, avx512::Kernel<1>(), avx512::Kernel<2>(), avx512::Kernel<4>()};
@@ -148,6 +150,7 @@ class Strip {
       : channels_(channels.begin(), channels.end()),
         lanes_(kernel.lanes),
         run_(type == PassType::Low ? kernel.low : kernel.high),
+        runMagnitudes_(kernel.lowOfMagnitudes),
         neighbours_(channels.back() - channels.front() + 1 == static_cast<int>(channels.size())) {
     for (std::size_t lane = 0; lane < channels_.size(); ++lane) {
       const FilterSection& section = sections[channels_[lane]];
@@ -165,16 +168,18 @@ class Strip {
     }
   }
 
-  void Run(const Rows& rows, Tile& tile) {
+  // `rectified`: of the samples' magnitudes, which a low-pass can be.
+  void Run(const Rows& rows, Tile& tile, bool rectified) {
+    const StripProcedure run = rectified ? runMagnitudes_ : run_;
     if (neighbours_ && static_cast<int>(channels_.size()) == lanes_) {
-      run_(rows.first + channels_.front(), rows.stride, rows.count, state_);
+      run(rows.first + channels_.front(), rows.stride, rows.count, state_);
       return;
     }
     tile.fill(0.0F);
     for (std::int64_t i = 0; i < rows.count; ++i) {
       Gather(rows.Row(i), rows.Row(i + kRowsAhead), tile.data() + i * lanes_);
     }
-    run_(tile.data(), lanes_, rows.count, state_);
+    run(tile.data(), lanes_, rows.count, state_);
     for (std::int64_t i = 0; i < rows.count; ++i) {
       Scatter(tile.data() + i * lanes_, rows.Row(i));
     }
@@ -208,6 +213,7 @@ class Strip {
   std::vector<int> channels_;
   int lanes_;
   StripProcedure run_;
+  StripProcedure runMagnitudes_;
   bool neighbours_;  // the channels lie side by side
   StripState state_;
 };
@@ -239,27 +245,17 @@ float* RowOf(const Signal& signal, std::int64_t i) {
   return nullptr;
 }
 
-void Rectify(const Rows& rows, const std::vector<ChannelRun>& runs) {
-  constexpr int kAtOnce = 8;  // a loop of known length, which becomes vectors
-  for (std::int64_t i = 0; i < rows.count; ++i) {
+void Rectify(const Rows& rows, const ChannelList& channels) {
+  for (std::int64_t i = 0; i < rows.count && !channels.empty(); ++i) {
     float* row = rows.Row(i);
-    for (const ChannelRun& run : runs) {
-      int c = run.first;
-      for (; c + kAtOnce <= run.last + 1; c += kAtOnce) {
-        for (int k = 0; k < kAtOnce; ++k) {
-          row[c + k] = std::abs(row[c + k]);
-        }
-      }
-      for (; c <= run.last; ++c) {
-        row[c] = std::abs(row[c]);
-      }
+    for (const int c : channels) {
+      row[c] = std::abs(row[c]);
     }
   }
 }
 
-// `rectified` channels of the data are made absolute on the way, just before they are filtered.
-void Sweep(const Signal& signal, std::vector<Strip> strips, const std::vector<ChannelRun>& rectified,
-           Tile& tile, const Turn& turn) {
+// `rectifies`: of the data the magnitudes are filtered.
+void Sweep(const Signal& signal, std::vector<Strip> strips, bool rectifies, Tile& tile, const Turn& turn) {
   constexpr std::int64_t tilesATurn = 1024;
   for (Strip& strip : strips) {
     strip.Start(RowOf(signal, 0), RowOf(signal, 1));
@@ -270,11 +266,8 @@ void Sweep(const Signal& signal, std::vector<Strip> strips, const std::vector<Ch
     skipped -= start;
     for (std::int64_t i = start; i < part.count; i += kTileRows) {
       const Rows rows{part.Row(i), part.stride, std::min(kTileRows, part.count - i)};
-      if (&part == &signal[1]) {
-        Rectify(rows, rectified);
-      }
       for (Strip& strip : strips) {
-        strip.Run(rows, tile);
+        strip.Run(rows, tile, rectifies && &part == &signal[1]);
       }
       if (i / kTileRows % tilesATurn == 0) {
         Give(turn);
@@ -284,7 +277,7 @@ void Sweep(const Signal& signal, std::vector<Strip> strips, const std::vector<Ch
 }
 
 // Every channel with a cut-off, whether it can be filtered or not.
-std::vector<ChannelRun> RectifiedRuns(const ChannelsFilter& filter, int channels) {
+ChannelList RectifiedChannels(const ChannelsFilter& filter, int channels) {
   ChannelList rectified;
   if (filter.Rectify && filter.type == PassType::Low && filter.design != FilterDesign::Bessel) {
     for (int c = 1; c <= channels; ++c) {
@@ -293,7 +286,7 @@ std::vector<ChannelRun> RectifiedRuns(const ChannelsFilter& filter, int channels
       }
     }
   }
-  return RunsOf(rectified);
+  return rectified;
 }
 
 // Everything that one call needs once the sections are known.
@@ -304,7 +297,7 @@ class LanesRun {
       : filter_(filter),
         sections_(sections),
         channels_(std::move(channels)),
-        rectified_(RectifiedRuns(filter, trial.NChan)),
+        rectified_(RectifiedChannels(filter, trial.NChan)),
         kernels_(KernelsOf(level)),
         turn_(turn) {
     const FilterPadding padding =
@@ -345,9 +338,12 @@ class LanesRun {
       if (forward.empty()) {
         return;
       }
-      Sweep(signal_, MakeStrips(kernels_, filter_.type, forward, sections_),
-            pass == 1 ? rectified_ : std::vector<ChannelRun>(), tile_, turn_);
-      Sweep(Reversed(signal_), MakeStrips(kernels_, filter_.type, backward, sections_), {}, tile_, turn_);
+      const bool rectifies = pass == 1 && !rectified_.empty();
+      if (rectifies) {
+        RectifyOthers(forward);
+      }
+      Sweep(signal_, MakeStrips(kernels_, filter_.type, forward, sections_), rectifies, tile_, turn_);
+      Sweep(Reversed(signal_), MakeStrips(kernels_, filter_.type, backward, sections_), false, tile_, turn_);
     }
   }
 
@@ -359,10 +355,18 @@ class LanesRun {
     Rectify({data.Row(data.count - ends), data.stride, ends}, rectified_);
   }
 
+  // Those that are rectified and not filtered: all others are rectified on the way into the filter.
+  void RectifyOthers(const std::vector<int>& filtered) const {
+    ChannelList others;
+    std::set_difference(rectified_.begin(), rectified_.end(), filtered.begin(), filtered.end(),
+                        std::back_inserter(others));
+    Rectify(signal_[1], others);
+  }
+
   const ChannelsFilter& filter_;
   const PerChannel<FilterSection>& sections_;
   std::vector<int> channels_;
-  std::vector<ChannelRun> rectified_;
+  ChannelList rectified_;
   std::span<const StripKernel> kernels_;
   const Turn& turn_;
   std::vector<float> padding_;
