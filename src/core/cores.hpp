@@ -15,6 +15,15 @@ inline std::size_t PartsForCores(unsigned wanted = 0) {
   return std::clamp(wanted > 0 ? wanted : std::thread::hardware_concurrency(), 1U, kMost);
 }
 
+/// Which of `count` things in a row a part takes: about as many as each other.
+struct Share {
+  std::size_t first;
+  std::size_t end;  // behind the last
+};
+inline Share ShareOf(std::size_t count, std::size_t part, std::size_t parts) {
+  return {count * part / parts, count * (part + 1) / parts};
+}
+
 /// Calls work(part) for 0 to parts - 1 at the same time, and returns when all are done. The first is the
 /// caller's; a machine without a thread to spare does the others as they are waited for. Throws what a part
 /// throws.

@@ -47,17 +47,16 @@ void ForBlocks(const ChannelView& samples, const Take& take) {
   }
 }
 
-// About equal parts, for work whose order is nothing to its result.
+// For work whose order is nothing to its result.
 std::vector<ChannelView> PartsOf(const ChannelView& samples) {
-  constexpr std::int64_t kFewest = std::int64_t{1}
-                                   << 17;  // of a part: fewer are counted before a thread runs
-  const std::int64_t most = std::max<std::int64_t>(samples.size() / kFewest, 1);
-  const std::int64_t count = std::min(static_cast<std::int64_t>(PartsForCores()), most);
+  constexpr std::size_t kFewest = std::size_t{1} << 17;  // of a part: fewer are counted before a thread runs
+  const auto size = static_cast<std::size_t>(samples.size());
+  const std::size_t count = std::clamp(size / kFewest, std::size_t{1}, PartsForCores());
   std::vector<ChannelView> parts;
-  for (std::int64_t k = 0; k < count; ++k) {
-    const std::int64_t first = samples.size() * k / count;
-    parts.emplace_back(samples.data() + first * samples.stride(), samples.stride(),
-                       samples.size() * (k + 1) / count - first);
+  for (std::size_t k = 0; k < count; ++k) {
+    const Share share = ShareOf(size, k, count);
+    parts.emplace_back(samples.data() + static_cast<std::ptrdiff_t>(share.first) * samples.stride(),
+                       samples.stride(), static_cast<std::int64_t>(share.end - share.first));
   }
   return parts;
 }

@@ -95,7 +95,8 @@ class Runner {
                   {workbench_.spectrum, {}});
     const std::size_t parts = std::clamp(ahead_.size() / kFewest, std::size_t{1}, transforms_.size());
     OnCores(parts, [&](std::size_t part) {
-      for (std::size_t i = ahead_.size() * part / parts; i < ahead_.size() * (part + 1) / parts; ++i) {
+      const Share share = ShareOf(ahead_.size(), part, parts);
+      for (std::size_t i = share.first; i < share.end; ++i) {
         const Epoch epoch = intervals_.At(from + static_cast<std::int64_t>(i), order_.channel);
         std::int32_t all = epoch.Samples() / 2;
         SpectrumMemory& spectrum = ahead_[i].spectrum;

@@ -42,32 +42,31 @@ double AreaUnder(Trial& trial, int channel) {
 
 struct Analysis {
   const char* caption;
-  const char* dialogue;
-  const char* results;
+  const char* dialogue;  // and its results
   const char* extension;
   void (*make)(Trial& trial);
   int channel;  // to be ticked; 0: the dialogue finds its channels by their labels
-  // What stands in this row (from its beginning) and column of the table.
+  // What stands in the row that begins with this cell, in this column.
   const char* row;
   const char* column;
   std::function<double(Trial& trial)> expected;
 };
 
 const Analysis kAnalyses[] = {
-    {"Center of Gravity", "frmGravity", "frmGravity", ".cog", examples::MakeJump, 0, "Height (impulse)",
-     "Value", [](Trial&) { return 2.9 * 2.9 / (2 * 9.80665); }},
-    {"Sway of the centre of pressure", "frmSway", "frmSway", ".cog", MakeCircle, 0, "Path length", "Both",
+    {"Center of Gravity", "frmGravity", ".cog", examples::MakeJump, 0, "Height (impulse)", "Value",
+     [](Trial&) { return 2.9 * 2.9 / (2 * 9.80665); }},
+    {"Sway of the centre of pressure", "frmSway", ".cog", MakeCircle, 0, "Path length", "Both",
      [](Trial&) { return 999 * 4 * std::sin(std::numbers::pi / 200); }},
-    {"3D Accelerometry", "frmAccelerometry", "frmAccelerometry", ".tab", examples::MakeHeadFall, 0,
-     "Peak resultant", "Value", [](Trial& trial) { return Largest(trial, trial.NChan) / 9.80665; }},
-    {"Impact analysis", "frmImpact", "frmImpact", ".tab", examples::MakeForcePlateStep, 3, "02", "Peak",
+    {"3D Accelerometry", "frmAccelerometry", ".tab", examples::MakeHeadFall, 0, "Peak resultant", "Value",
+     [](Trial& trial) { return Largest(trial, trial.NChan) / 9.80665; }},
+    {"Impact analysis", "frmImpact", ".tab", examples::MakeForcePlateStep, 3, "02", "Peak",
      [](Trial& trial) { return Largest(trial, 3); }},
-    {"Work or Angular impulse analysis", "frmWork", "frmWork", ".tab", examples::MakeAnkleStep, 1, "00",
-     "Net", [](Trial& trial) { return AreaUnder(trial, 1); }},
-    {"Moment power analysis", "frmMomentPower", "frmMomentPower", ".tab", examples::MakeAnkleStep, 0, "02",
-     "Net", [](Trial& trial) { return AreaUnder(trial, 3); }},
+    {"Work or Angular impulse analysis", "frmWork", ".tab", examples::MakeAnkleStep, 1, "00", "Net",
+     [](Trial& trial) { return AreaUnder(trial, 1); }},
+    {"Moment power analysis", "frmMomentPower", ".tab", examples::MakeAnkleStep, 0, "02", "Net",
+     [](Trial& trial) { return AreaUnder(trial, 3); }},
     // Last: the next trial would be asked about the events.
-    {"Foot contacts", "frmContacts", "frmContacts", ".tab", examples::MakeTreadmillWalk, 1, "00", "Peak",
+    {"Foot contacts", "frmContacts", ".tab", examples::MakeTreadmillWalk, 1, "00", "Peak",
      [](Trial& trial) { return Largest(trial, 1); }},
 };
 
@@ -119,10 +118,10 @@ TEST_F(AnalysesWindow, ComputeShowAndSave) {
     EXPECT_TRUE(window_->State().results.ResultTables.empty());
     const std::string saved = std::string("results") + analysis.extension;
     ExpectDialogue(analysis, "Compute");
-    person_.When(analysis.results, [&](QWidget* results) {
+    person_.When(analysis.dialogue, [&](QWidget* results) {
       Shot(*results, std::string("analysis-") + analysis.dialogue);
       ExpectSaveTo(saved);
-      person_.When(analysis.results, [](QWidget* after) { Person::Press(after, "Exit"); });
+      person_.When(analysis.dialogue, [](QWidget* after) { Person::Press(after, "Exit"); });
       Person::Press(results, "Save");
     });
     Choose(analysis.caption);

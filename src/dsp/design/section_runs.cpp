@@ -329,8 +329,9 @@ void RunSections(Trial& trial, const ChannelList& channels, const Biquads& secti
   const std::size_t parts = frames < kFewestFrames ? 1 : std::min(PartsForCores(), strips.size());
   std::atomic<bool> stopped = false;
   OnCores(parts, [&](std::size_t part) {
+    const Share share = ShareOf(strips.size(), part, parts);
     const auto step = [&](void (SectionStrip::*run)(std::int64_t), std::int64_t block) {
-      for (std::size_t k = strips.size() * part / parts; k < strips.size() * (part + 1) / parts; ++k) {
+      for (std::size_t k = share.first; k < share.end; ++k) {
         (strips[k].*run)(block);
       }
       if (part == 0) {

@@ -144,12 +144,7 @@ bool MomentPowerForm::Compute() {
 }
 
 void AnalyseMomentPower(Workbench& workbench) {
-  if (const std::optional<SampleRange> range = AskRangeToIntegrate(workbench)) {
-    MomentPowerForm form(workbench, *range);
-    if (form.Ask()) {
-      form.ShowFound();
-    }
-  }
+  AnalysePhases<MomentPowerForm>(workbench);
 }
 
 }  // namespace velmora

@@ -40,4 +40,15 @@ class PhasesForm : public AnalysisForm {
 /// base.
 std::optional<SampleRange> AskRangeToIntegrate(Workbench& workbench);
 
+/// Asks for the range, then the dialogue, and shows the phases.
+template <typename Dialogue>
+void AnalysePhases(Workbench& workbench) {
+  if (const std::optional<SampleRange> range = AskRangeToIntegrate(workbench)) {
+    Dialogue form(workbench, *range);
+    if (form.Ask()) {
+      form.ShowFound();
+    }
+  }
+}
+
 }  // namespace velmora

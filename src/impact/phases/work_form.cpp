@@ -68,12 +68,7 @@ bool WorkForm::Compute() {
 }
 
 void AnalyseWork(Workbench& workbench) {
-  if (const std::optional<SampleRange> range = AskRangeToIntegrate(workbench)) {
-    WorkForm form(workbench, *range);
-    if (form.Ask()) {
-      form.ShowFound();
-    }
-  }
+  AnalysePhases<WorkForm>(workbench);
 }
 
 }  // namespace velmora
