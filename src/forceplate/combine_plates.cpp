@@ -65,11 +65,12 @@ void TurnToProgression(Wrench& sum, const Angles& turned) {
 
 }  // namespace
 
-void CombineTwoPlates(Trial& trial, CombineKind kind, const PlateSpacing& spacing, const Turn& turn) {
+void CombineTwoPlates(Trial& trial, int base, CombineKind kind, const PlateSpacing& spacing,
+                      const Turn& turn) {
   const bool eight = kind == CombineKind::EightChannels;
   const int n = ChannelsOf(eight ? PlateFamily::Kistler : PlateFamily::Amti);
-  (void)trial.Channel(2 * n);
-  const ChannelView first = trial.Channel(1);
+  (void)trial.Channel(base + 2 * n);
+  const ChannelView first = trial.Channel(base + 1);
   const double theta = spacing.angle * Pi / 180;
   const double phi = spacing.progression * Pi / 180;
   const Angles turned{std::cos(theta), std::sin(theta), std::cos(phi), std::sin(phi)};

@@ -18,11 +18,12 @@ struct PlateSpacing {
   double progression = 0.0;  // degrees
 };
 
-/// Makes one resultant of two reduced plates, the first at channel 1, the second right behind it: it
+/// Makes one resultant of two reduced plates, the first from channel base+1, the second right behind it: it
 /// takes the place of the first. Plate 1 is shifted by half the spacing, plate 2 by all of it; the turn
 /// into the direction of progression uses each component as the line before left it. A vertical sum of 0
 /// gives 0 for Ax, Ay, Tz and the coefficient of friction.
 /// Throws std::out_of_range when the trial has not got the channels.
-void CombineTwoPlates(Trial& trial, CombineKind kind, const PlateSpacing& spacing, const Turn& turn = {});
+void CombineTwoPlates(Trial& trial, int base, CombineKind kind, const PlateSpacing& spacing,
+                      const Turn& turn = {});
 
 }  // namespace velmora

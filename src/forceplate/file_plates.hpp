@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "core/trial/trial.hpp"
+#include "forceplate/plate_types.hpp"
 
 namespace velmora {
 
@@ -52,6 +53,11 @@ constexpr PlateSource SourceOfPlates(std::int16_t fileTypeCode) {
 inline PlateSource SourceOfPlates(const Trial& trial) {
   const PlateSource source = SourceOfPlates(trial.FileTypeCode);
   return source == PlateSource::Other && !trial.FilePlates.empty() ? PlateSource::Definition : source;
+}
+
+/// The family of a plate of the trial. BioWare files have eight channels a plate, whatever type was chosen.
+inline PlateFamily FamilyIn(const Trial& trial, const ForcePlate& plate) {
+  return trial.FileTypeCode == kBioWareFile ? PlateFamily::Kistler : FamilyOf(plate);
 }
 
 }  // namespace velmora

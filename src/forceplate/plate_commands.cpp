@@ -14,6 +14,7 @@
 #include "forceplate/force_plate_form.hpp"
 #include "forceplate/gravity/gravity_form.hpp"
 #include "forceplate/plate_form.hpp"
+#include "forceplate/plate_geometry.hpp"
 #include "forceplate/plate_types.hpp"
 #include "forceplate/pressure_path_form.hpp"
 #include "forceplate/reduce_plates.hpp"
@@ -68,11 +69,11 @@ void OfferUsualSpacing(PlateMemory& plates, CombineKind kind) {
   plates.ProgressionAngle = 0.0;
 }
 
-void NameCombined(Trial& trial, CombineKind kind) {
+void NameCombined(Trial& trial, int base, CombineKind kind) {
   constexpr std::array names = {"Fx", "Fy", "Fz", "Ax", "Ay", "Tz", "Ff", "CF"};
   const int count = kind == CombineKind::EightChannels ? 8 : 6;
   for (int k = 0; k < count; ++k) {
-    trial.ChanLabel[k + 1] = std::string(names.at(static_cast<std::size_t>(k))) + " comb.";
+    trial.ChanLabel[base + k + 1] = std::string(names.at(static_cast<std::size_t>(k))) + " comb.";
   }
 }
 
@@ -80,12 +81,13 @@ void CombineChannels(Workbench& workbench, CombineKind kind) {
   constexpr double millimetres = 10.0;  // a centimetre
   const PlateMemory& plates = workbench.plates;
   Trial& trial = workbench.trial;
-  NameCombined(trial, kind);
+  const auto base = static_cast<int>(BaseChannelOf(trial, plates, 0));
+  NameCombined(trial, base, kind);
   ProgressPanel panel(workbench, ProgressPanel::Kind::Processing);
   panel.SetStatus("Combining plates");
   panel.SetLimits(0, trial.NData / 100.0);
   double hundreds = 0;
-  CombineTwoPlates(trial, kind,
+  CombineTwoPlates(trial, base, kind,
                    {.X = plates.PlateOffsetX / millimetres,
                     .Y = plates.PlateOffsetY / millimetres,
                     .angle = plates.PlateAngle,
@@ -94,11 +96,15 @@ void CombineChannels(Workbench& workbench, CombineKind kind) {
   trial.PlatesCombined = true;
   MarkChanged(workbench, true);
   std::vector<int> channels(kind == CombineKind::EightChannels ? 8 : 6);
-  std::iota(channels.begin(), channels.end(), 1);
+  std::iota(channels.begin(), channels.end(), base + 1);
   Did(workbench,
       "Two force plates combined, " + PlainNumber(plates.PlateOffsetX) + " and " +
           PlainNumber(plates.PlateOffsetY) + " mm apart",
       channels);
+  if (!trial.ForcesReduced) {
+    AddNotice(workbench,
+              "The two plates were combined before their forces were reduced: the result means nothing.");
+  }
 }
 
 void Combine(Workbench& workbench) {
@@ -113,7 +119,7 @@ void Combine(Workbench& workbench) {
   if (workbench.questions.AskBox(box) != Button::Yes) {
     return;
   }
-  const CombineKind kind = FamilyOf(workbench.plates.PlateTable[0]) == PlateFamily::Amti
+  const CombineKind kind = FamilyIn(workbench.trial, workbench.plates.PlateTable[0]) == PlateFamily::Amti
                                ? CombineKind::SixChannels
                                : CombineKind::EightChannels;
   const PlateMemory before = workbench.plates;

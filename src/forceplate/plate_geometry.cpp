@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/text/numbers.hpp"
+#include "forceplate/file_plates.hpp"
 #include "forceplate/kistler_reduction.hpp"
 #include "forceplate/plate_distances.hpp"
 #include "forceplate/plate_types.hpp"
@@ -60,7 +61,8 @@ namespace {
 
 const FilePlate* OfFile(const Trial& trial, const PlateMemory& plates, int plate) {
   const auto k = static_cast<std::size_t>(plate);
-  const bool known = k < trial.FilePlates.size() && plates.FirstChannel == trial.FilePlates.front().base;
+  const bool known = k < trial.FilePlates.size() && (trial.FileTypeCode == kBioWareFile ||
+                                                     plates.FirstChannel == trial.FilePlates.front().base);
   return known ? &trial.FilePlates[k] : nullptr;
 }
 
@@ -87,14 +89,15 @@ std::int64_t BaseChannelOf(const Trial& trial, const PlateMemory& plates, int pl
   if (const FilePlate* file = OfFile(trial, plates, plate)) {
     return file->base;
   }
-  return plates.FirstChannel + std::int64_t{plate} * ChannelsOf(FamilyOf(PlateOf(plates, plate)));
+  return plates.FirstChannel + std::int64_t{plate} * ChannelsOf(FamilyIn(trial, PlateOf(plates, plate)));
 }
 
 std::optional<VerticalForce> VerticalForceOf(const Trial& trial, const PlateMemory& plates, int plate) {
   const ForcePlate& how = PlateOf(plates, plate);
-  const bool amti = FamilyOf(how) == PlateFamily::Amti;
+  const PlateFamily family = FamilyIn(trial, how);
+  const bool amti = family == PlateFamily::Amti;
   const std::int64_t base = BaseChannelOf(trial, plates, plate);
-  if (trial.NData < 1 || base + ChannelsOf(FamilyOf(how)) > trial.NChan) {
+  if (trial.NData < 1 || base + ChannelsOf(family) > trial.NChan) {
     return std::nullopt;
   }
   const auto first = static_cast<int>(base) + (amti ? 1 : 5);

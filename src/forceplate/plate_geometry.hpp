@@ -36,7 +36,7 @@ struct VerticalForce {
 std::optional<VerticalForce> VerticalForceOf(const Trial& trial, const PlateMemory& plates, int plate);
 
 /// The channel before a plate's first, of plates of one family: where the file has it, as long as nobody says
-/// another first channel.
+/// another first channel, which a BioWare file does not ask for.
 std::int64_t BaseChannelOf(const Trial& trial, const PlateMemory& plates, int plate);
 
 /// What the file says the channels of a six-channel plate there are; nullptr: they are loads in N and N.m.

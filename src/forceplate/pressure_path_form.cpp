@@ -37,6 +37,9 @@ class PressurePathForm : public Form {
       : Form("frmPressurePath", "Centre of Pressure"),
         workbench_(workbench),
         plates_(std::min<int>(workbench.trial.NPlates, workbench.trial.PlatesCombined ? 1 : 2)) {
+    while (BaseOf(plates_ - 1) + kAy > workbench.trial.NChan) {
+      --plates_;  // more plates were entered than were reduced; the first is there
+    }
     fields_ = {{.name = "BetweenCursors",
                 .caption = "Between the &cursors",
                 .target = &betweenCursors_,

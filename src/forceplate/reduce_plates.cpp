@@ -159,6 +159,17 @@ bool IsLoadedAnywhere(const Trial& trial, int verticalForce) {
   return false;
 }
 
+// A reduced trial that was saved is raw data to whoever opens it.
+void NoteReducedBefore(Workbench& workbench, const Job& job) {
+  for (int plate = 0; plate < job.plates; ++plate) {
+    const std::string label = workbench.trial.ChanLabel[job.BaseOf(plate) + 4].Text();
+    if (label.starts_with("Ax#") || label.starts_with("Ax comb")) {
+      AddNotice(workbench, "The channels of plate " + std::to_string(plate + 1) +
+                               " had the labels of reduced forces: they may have been reduced twice.");
+    }
+  }
+}
+
 // What the numbers do not say by themselves.
 void NoteDoubts(Workbench& workbench, const Job& job, int plate) {
   const std::string name = "Plate " + std::to_string(plate + 1);
@@ -197,10 +208,14 @@ bool ReduceChannels(Workbench& workbench, Job& job) {
     Refuse(workbench, "", "Invalid number of plates.");
     return false;
   }
+  NoteReducedBefore(workbench, job);
   NameChannels(workbench.trial, job);
   MarkChanged(workbench, true);
   for (int plate = 0; plate < job.plates; ++plate) {
     if (job.family == PlateFamily::Kistler && !AskAutozero(workbench, job.BaseOf(plate))) {
+      if (plate > 0) {  // what the file says of raw channels is not true of all any more
+        workbench.trial.FilePlates.clear();
+      }
       return false;
     }
     ReducePlate(workbench, job, plate);
@@ -217,18 +232,13 @@ bool FindJob(Workbench& workbench, Job& job) {
     Refuse(workbench, "", "File has no force platform data.");
     return false;
   }
-  job.family = FamilyOf(PlateOf(workbench, 0));
-  for (int plate = 1; plate < job.plates; ++plate) {
-    if (FamilyOf(PlateOf(workbench, plate)) != job.family) {
+  job.family = FamilyIn(workbench.trial, PlateOf(workbench, 0));
+  for (int plate = 0; plate < job.plates; ++plate) {
+    if (FamilyIn(workbench.trial, PlateOf(workbench, plate)) != job.family) {
       Refuse(workbench, "Unsupported Force Plate", "Force plate not supported.");
       return false;
     }
-  }
-  for (int plate = 0; plate < job.plates; ++plate) {
-    const bool header = workbench.trial.FileTypeCode == kBioWareFile;
-    job.bases.at(static_cast<std::size_t>(plate)) =
-        header ? std::int64_t{plate} * job.Channels()
-               : BaseChannelOf(workbench.trial, workbench.plates, plate);
+    job.bases.at(static_cast<std::size_t>(plate)) = BaseChannelOf(workbench.trial, workbench.plates, plate);
   }
   return true;
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/text/numbers.hpp"
+#include "core/trial/arrange_channels.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/resample.hpp"
 
@@ -56,6 +57,9 @@ void StoreForMerge(const Trial& trial, MergeStore& store) {
   std::copy_n(trial.matrix.Frame(1), floats, stored.matrix.Frame(1));
   stored.Rate = trial.Rate;
   stored.Notices = trial.Notices;
+  if (!trial.ForcesReduced) {
+    stored.FilePlates = trial.FilePlates;
+  }
   CopyChannelFields(trial, stored, trial.NChan, 0);
   stored.ChanLabel[0] = trial.ChanLabel[0];
   stored.ChanUnits[0] = trial.ChanUnits[0];
@@ -119,6 +123,23 @@ void JoinChannels(const Trial& stored, Trial& next, const Trial& times) {
   next.NChan = static_cast<std::int16_t>(first + own);
   MoveChannelFields(next, own, first);
   CopyChannelFields(stored, next, first, 0);
+}
+
+void JoinPlates(Workbench& workbench, const Trial& stored) {
+  Trial& trial = workbench.trial;
+  ForgetReducedForces(trial);
+  if (trial.FilePlates.empty()) {
+    if (!stored.FilePlates.empty()) {
+      trial.FilePlates = stored.FilePlates;
+      trial.NPlates = static_cast<std::int16_t>(stored.FilePlates.size());
+    }
+    return;
+  }
+  MoveFilePlates(workbench, stored.NChan);
+  if (!stored.FilePlates.empty()) {
+    AddNotice(workbench, "The force plates of the data set aside are no longer known: those of " +
+                             trial.FileName + " are.");
+  }
 }
 
 }  // namespace velmora

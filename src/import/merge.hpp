@@ -34,4 +34,8 @@ void MatchLengths(Trial& stored, Trial& next, MergeLengths how);
 /// `times`, which is one of the two. Throws std::invalid_argument or std::bad_alloc, and nothing has changed.
 void JoinChannels(const Trial& stored, Trial& next, const Trial& times);
 
+/// Force plates that a file describes are found behind the stored channels, where JoinChannels puts the
+/// trial's own; those of the stored data are kept when the trial has none, else a notice tells of them.
+void JoinPlates(Workbench& workbench, const Trial& stored);
+
 }  // namespace velmora

@@ -152,6 +152,7 @@ class MergeForm : public Form {
       MatchLengths(stored, trial_, how);
     }
     JoinChannels(stored, trial_, differ && nextKept ? trial_ : stored);
+    JoinPlates(workbench_, stored);
     trial_.Rate = rate;
     std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
     trial_.Duration = trial_.Rate > 0 ? (trial_.NData - 1) / trial_.Rate : trial_.NData;

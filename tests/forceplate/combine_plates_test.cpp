@@ -27,7 +27,7 @@ void ExpectRow(const Trial& trial, const Samples& expected) {
 TEST(CombinePlatesTest, TheShiftsAndTheSignOfEachPlateAreItsOwn) {
   Trial trial;
   SetRow(trial, {3, 4, 300, 1, 2, 0.5F, 7, 8, 5, 6, 100, 3, 5, 0.25F, 9, 10});
-  CombineTwoPlates(trial, CombineKind::EightChannels, {.Y = 60});
+  CombineTwoPlates(trial, 0, CombineKind::EightChannels, {.Y = 60});
   ExpectRow(trial, {8, -2, 400, 1.5F, -4.75F, -267.25F, 8.246211F, 0.02061553F, 5, 6, 100});
 }
 
@@ -35,26 +35,26 @@ TEST(CombinePlatesTest, PlateTwoTurnsAndProgressionUsesWhatItHasWritten) {
   Trial trial;
   // A quarter turn takes (5, 6) to (6, -5), the point (3, 5) to (5, -3).
   SetRow(trial, {3, 4, 300, 1, 2, 0.5F, 5, 6, 100, 3, 5, 0.25F});
-  CombineTwoPlates(trial, CombineKind::SixChannels, {.X = 10, .angle = 90});
+  CombineTwoPlates(trial, 0, CombineKind::SixChannels, {.X = 10, .angle = 90});
   // Fx 9, Fy -9, Ax (300 (1 - 5) + 100 (5 + 10)) / 400, Ay (300 2 + 100 (-3)) / 400.
   ExpectRow(trial, {9, 9, 400, 0.75F, 0.75F});
   // A progression of 90 degrees puts Fy into Fx, and then that into Fy.
   SetRow(trial, {3, 4, 300, 1, 2, 0.5F, 5, 6, 100, 3, 5, 0.25F});
-  CombineTwoPlates(trial, CombineKind::SixChannels, {.progression = 90});
+  CombineTwoPlates(trial, 0, CombineKind::SixChannels, {.progression = 90});
   ExpectRow(trial, {2, -2, 400, 2.75F, 2.75F});
   // 30 degrees: Fx' = 0.8660254 8 + 0.5 2, Fy' = 0.8660254 2 + 0.5 Fx'.
   SetRow(trial, {3, 4, 300, 1, 2, 0.5F, 5, 6, 100, 3, 5, 0.25F});
-  CombineTwoPlates(trial, CombineKind::SixChannels, {.progression = 30});
+  CombineTwoPlates(trial, 0, CombineKind::SixChannels, {.progression = 30});
   ExpectRow(trial, {7.928203F, -5.696152F});
 }
 
 TEST(CombinePlatesTest, NoVerticalForceHasNoPoint) {
   Trial trial;
   SetRow(trial, {3, 4, 0, 1, 2, 0.5F, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0});
-  CombineTwoPlates(trial, CombineKind::EightChannels, {.Y = 60});
+  CombineTwoPlates(trial, 0, CombineKind::EightChannels, {.Y = 60});
   ExpectRow(trial, {3, 4, 0, 0, 0, 0, 5, 0});
   SetRow(trial, {1, 2, 3, 4, 5, 6, 7, 8, 9});
-  EXPECT_THROW(CombineTwoPlates(trial, CombineKind::EightChannels, {}), std::out_of_range);
+  EXPECT_THROW(CombineTwoPlates(trial, 0, CombineKind::EightChannels, {}), std::out_of_range);
 }
 
 }  // namespace

@@ -80,6 +80,11 @@ TEST_F(PlateCommandsTest, ThePathOfThePressureJumpsFromNoPlateToTheOther) {
     }
   }
   EXPECT_GT(drawn, 60U);
+  // A plate that was entered and is not there is not drawn.
+  SetChannels(trial, std::vector<Samples>(10, Samples(100, 500.0F)));
+  AnswerForm({}, "Exit");
+  Run("plates.pressure");
+  EXPECT_TRUE(questions.boxes.empty()) << LastBox();
 }
 
 TEST_F(PlateCommandsTest, AutozeroTakesTheFirstSampleOfEachPlateInItsTurn) {

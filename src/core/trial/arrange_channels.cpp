@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "core/trial/helpers.hpp"
 
@@ -46,7 +47,12 @@ std::optional<int> ShiftOf(std::span<const int> order, int base, int channels) {
   return static_cast<int>(first - order.begin()) - base;
 }
 
-void MovePlates(Workbench& workbench, std::span<const int> order) {
+void ForgetPlates(Trial& trial) {
+  trial.FilePlates.clear();
+  trial.NPlates = 0;
+}
+
+void ArrangePlates(Workbench& workbench, std::span<const int> order) {
   Trial& trial = workbench.trial;
   if (trial.FilePlates.empty()) {
     return;
@@ -56,24 +62,37 @@ void MovePlates(Workbench& workbench, std::span<const int> order) {
   const bool together = shift && std::all_of(trial.FilePlates.begin(), trial.FilePlates.end(),
                                              [&](const FilePlate& plate) { return shiftOf(plate) == shift; });
   if (!together) {
-    trial.FilePlates.clear();
+    ForgetPlates(trial);
     AddNotice(workbench,
               "The force plates of the file are no longer known: their channels do not lie together.");
     return;
   }
-  if (workbench.plates.FirstChannel == trial.FilePlates.front().base) {
-    workbench.plates.FirstChannel += *shift;
-  }
-  for (FilePlate& plate : trial.FilePlates) {
-    plate.base += *shift;
-  }
+  MoveFilePlates(workbench, *shift);
 }
 
 }  // namespace
 
+void MoveFilePlates(Workbench& workbench, int channels) {
+  std::vector<FilePlate>& plates = workbench.trial.FilePlates;
+  if (!plates.empty() && workbench.plates.FirstChannel == plates.front().base) {
+    workbench.plates.FirstChannel += channels;
+  }
+  for (FilePlate& plate : plates) {
+    plate.base += channels;
+  }
+}
+
+// What the file says of its plates is said of raw channels: it goes, or somebody would reduce them again.
+void ForgetReducedForces(Trial& trial) {
+  if (trial.ForcesReduced) {
+    trial.ForcesReduced = false;
+    ForgetPlates(trial);
+  }
+}
+
 void ArrangeChannels(Workbench& workbench, std::span<const int> order) {
-  workbench.trial.ForcesReduced = false;
-  MovePlates(workbench, order);
+  ForgetReducedForces(workbench.trial);
+  ArrangePlates(workbench, order);
   workbench.trial.ArrangeChannels(order);
   EachRow(workbench, [&order](auto& row) {
     const auto before = row;

@@ -45,6 +45,80 @@ TEST_F(PlateFilesTest, BioWare2IsReadInVoltsAndReducedByItsHeader) {
   EXPECT_NEAR(trial.Data(3, 3), volts * 10000 * (228 / 3.8 + 548 / 3.9), 0.1);
 }
 
+// Sample 3 of the plates' vertical forces is 2 + 10 c summed over their last four channels.
+TEST_F(PlateFilesTest, PlatesAreReducedWhereTheirChannelsWentAndOnlyOnce) {
+  const double volts = 10.0 / 2048;
+  const auto reduce = [this] {
+    questions.boxAnswers = {Button::Yes, Button::No, Button::No};
+    questions.inputAnswers = {"25"};
+    Run("plates.reduce");
+  };
+  const auto expectForces = [&](int base) {
+    EXPECT_NEAR(trial.Data(3, base + 3), 228 * volts * 10000 / 3.8, 1e-2);
+    EXPECT_NEAR(trial.Data(3, base + 11), 548 * volts * 10000 / 3.9, 1e-2);
+    EXPECT_EQ(trial.ChanLabel[base + 16], "CF#2");
+  };
+  const std::string file = BioWare2FileBytes{}.Bytes();
+  // The auxiliary channel goes before them.
+  Load("a.dat", file);
+  RunTyping("channel.move", {{17, "0.5"}});
+  workbench.plates.PlateTable[0].PlateType = 5;  // no type makes six channels of the file's eight
+  reduce();
+  expectForces(1);
+  EXPECT_EQ(trial.Data(3, 1), static_cast<float>(162 * (10.0 / 2048 * 2)));
+  questions.boxAnswers = {Button::Yes};
+  AnswerForm({});
+  Run("plates.combine");
+  EXPECT_NEAR(trial.Data(3, 4), volts * 10000 * (228 / 3.8 + 548 / 3.9), 0.1);
+  EXPECT_EQ(trial.ChanLabel[1], "Aux 2");
+  // What is reduced is nothing to reduce again, also when nobody knows where it went.
+  questions.boxAnswers = {Button::Yes};
+  RunPicking("channel.erase", {1});
+  const float Fz = trial.Data(3, 3);
+  reduce();
+  EXPECT_EQ(trial.Data(3, 3), Fz);
+  // A channel that is missing.
+  Load("a.dat", file);
+  questions.boxAnswers = {Button::Yes};
+  RunPicking("channel.erase", {3});
+  reduce();
+  EXPECT_FALSE(trial.ForcesReduced);
+  EXPECT_EQ(trial.Data(3, 1), static_cast<float>(2 * volts));
+  // Channels set aside come first, with their plates when the next file has none.
+  SetChannels(trial, {Samples(5, 7.0F), Samples(5, 8.0F)});
+  AnswerForm({}, "Save");
+  Run("file.merge");
+  AnswerForm({}, "Merge");
+  Load("a.dat", file);
+  ASSERT_EQ(trial.NChan, 19);
+  EXPECT_EQ(workbench.plates.FirstChannel, 2);
+  reduce();
+  expectForces(2);
+  EXPECT_EQ(Channel(trial, 2), Samples(5, 8.0F));
+  Load("a.bsf", BsfFileBytes{}.Bytes());
+  AnswerForm({}, "Save");
+  Run("file.merge");
+  WriteTrialFile(directory.Path("next.vmb"), [](Trial& made) { SetChannels(made, {Samples(4, 1.0F)}, 500); });
+  AnswerForm({}, "Merge");
+  LoadPath(directory.Path("next.vmb"));
+  EXPECT_EQ(trial.NChan, 7);
+  EXPECT_EQ(trial.NPlates, 1);
+  EXPECT_EQ(trial.FilePlates.size(), 1U);
+}
+
+TEST_F(PlateFilesTest, CombinedAndReducedTooEarlyOrTwiceIsTold) {
+  Load("a.dat", BioWare2FileBytes{}.Bytes());
+  questions.boxAnswers = {Button::Yes};
+  AnswerForm({});
+  Run("plates.combine");
+  EXPECT_TRUE(Tells("combined before their forces were reduced"));
+  questions.boxAnswers = {Button::Yes, Button::No, Button::No};
+  questions.inputAnswers = {"25"};
+  Run("plates.reduce");
+  EXPECT_TRUE(Tells("The channels of plate 1 had the labels of reduced forces"));
+  EXPECT_FALSE(Tells("The channels of plate 2 had"));
+}
+
 TEST_F(PlateFilesTest, BioWare2ThatContradictsItselfIsRefused) {
   const std::string good = BioWare2FileBytes{}.Bytes();
   BioWare2FileBytes shorter;
