@@ -15,20 +15,20 @@ constexpr float kA3Duration = 0.003F;
 constexpr std::int32_t kFilterPadding = -100;
 constexpr double kMillisecondsPerSecond = 1000.0;
 
-// The samples of the range in g, and how many of them are below 0.
-std::int64_t TakeSamples(ChannelView samples, SampleRange range, const HeadImpactSettings& settings,
-                         std::vector<float>& a) {
+// The samples of the range in g, how many of them are below 0, and how many no numbers.
+void TakeSamples(ChannelView samples, SampleRange range, const HeadImpactSettings& settings,
+                 HeadImpact& impact) {
+  std::vector<float>& a = impact.acceleration;
   const double scaling = settings.scaling;
   const float floor = settings.zeroNegatives ? 0.0F : -std::numeric_limits<float>::infinity();
-  std::int64_t negatives = 0;
   a.resize(static_cast<std::size_t>(std::int64_t{range.hi} - range.lo + 1));
   std::int64_t i = range.lo - 1;
   for (float& x : a) {
     x = static_cast<float>(scaling * samples[i++]);
     x = x < floor ? floor : x;
-    negatives += x < 0.0F ? 1 : 0;
+    impact.negatives += x < 0.0F ? 1 : 0;
+    impact.missing += std::isfinite(x) ? 0 : 1;
   }
-  return negatives;
 }
 
 void TakeTimes(ChannelView times, SampleRange range, double scale, std::vector<float>& t) {
@@ -108,8 +108,8 @@ HeadImpact ReduceHeadImpact(Trial& trial, int channel, SampleRange range,
   impact.samples = static_cast<std::int64_t>(range.hi) - range.lo + 1;
   const double timeStep = 1.0 / trial.Rate;
   TakeTimes(trial.Channel(0), range, settings.inSeconds ? 1.0 : kMillisecondsPerSecond, impact.time);
-  impact.negatives = TakeSamples(trial.Channel(channel), range, settings, impact.acceleration);
-  if (impact.negatives > 0 || impact.acceleration.empty()) {
+  TakeSamples(trial.Channel(channel), range, settings, impact);
+  if (impact.negatives > 0 || impact.missing > 0 || impact.acceleration.empty()) {
     return impact;
   }
   if (settings.cutoff > 0.0F) {

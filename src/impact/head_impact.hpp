@@ -27,10 +27,11 @@ struct HeadImpactSettings {
 };
 
 /// The measures of one impact. Totals and levels are 32-bit, rounded at each step; what is formed of them is
-/// 64-bit. With `negatives` above 0 nothing was reduced and all measures are 0.
+/// 64-bit. With `negatives` or `missing` above 0 nothing was reduced and all measures are 0.
 struct HeadImpact {
   std::int64_t samples = 0;
   std::int64_t negatives = 0;  // samples below 0 that were left as they are
+  std::int64_t missing = 0;    // samples that are no numbers
   FilterVerdict filter;        // a cut-off that was refused leaves the samples unfiltered
 
   std::vector<float> acceleration;  // scaled and filtered, in g

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::string_view kMetricScaling = "9.80667";  // multiplies, as asked for by "g"
 constexpr std::string_view kNoScaling = "1.000";
+constexpr std::string_view kNotTimeBased = "The abscissa is not in seconds: what is over time means nothing.";
 constexpr double kDefaultCutoff = 1000.0;  // Hz
 constexpr double kLeastGsi = 10.0;         // below it samples are rather not in g
 
@@ -158,6 +159,10 @@ void HeadImpactForm::ShowRefusedFilter() {
   }
 }
 
+bool HeadImpactForm::HasNoResult() const {
+  return impact_.samples < 1 || impact_.missing > 0 || !(workbench_.trial.Rate > 0);
+}
+
 void HeadImpactForm::TellWarnings() {
   warnings_.clear();
   const auto tell = [this](std::string_view line) {
@@ -170,13 +175,16 @@ void HeadImpactForm::TellWarnings() {
   if (impact_.negatives > 0) {
     tell(" Data values cannot be negative. ");
     tell("Press Zero Negative Numbers button.");
-  } else if (impact_.samples < 1 || workbench_.trial.Rate <= 0) {
+  } else if (HasNoResult()) {
     tell(" Could not perform integration.");
   } else if (!(impact_.gsi >= kLeastGsi)) {
     tell("Results are low.  Did you scale the data to g's?");
   }
   if (!(mass_ > 0)) {
     tell("Headform mass is zero.");
+  }
+  if (!IsTimeBased(workbench_)) {
+    tell(kNotTimeBased);
   }
   if (warnings_.empty()) {
     tell("   No warnings.");
@@ -189,7 +197,7 @@ std::string HeadImpactForm::MetricHint() const {
   const bool metric = AccelerationUnitsOf(units) == AccelerationUnits::Metric;
   const double scaling = Val(scalingText_);
   const bool intoG = std::abs(scaling * kGravityConstant - 1) < 0.01;
-  return metric && !intoG ? "\nThe channel is in " + units + ": a scaling of 0.101972 makes g's of it." : "";
+  return metric && !intoG ? "is in " + units + ": a scaling of 0.101972 makes g's of it." : "";
 }
 
 void HeadImpactForm::TellReduction() {
@@ -199,7 +207,10 @@ void HeadImpactForm::TellReduction() {
                          : std::string("no filter")) +
                "; HIC over " + std::to_string(impact_.hicWindow) + " samples, " +
                FormatNumber(static_cast<double>(impact_.hicWindow) * 1000 / workbench_.trial.Rate, "0.000") +
-               " ms" + MetricHint();
+               " ms";
+  if (const std::string hint = MetricHint(); !hint.empty()) {
+    reduction_ += "\nThe channel " + hint;
+  }
 }
 
 double HeadImpactForm::TimeOfSample(std::int64_t sample) const {
@@ -235,6 +246,11 @@ void HeadImpactForm::FillTable() {
       {"A-3 time", TimeOfSample(a.a3Sample), time},
       {"NSI", mass_ > 0 ? FormatNumber(a.nsi, "0.00") : std::string("mass=0"), ""},
   };
+  if (HasNoResult()) {
+    for (std::vector<ResultTable::Cell>& row : table.rows) {
+      row[1] = std::monostate();  // 0 would be a harmless impact
+    }
+  }
   table.formats = {nullptr, ThroughPattern(workbench_.patterns.ValuePattern), nullptr};
   tables_ = {std::move(table)};
 }
@@ -281,7 +297,36 @@ void HeadImpactForm::DrawGraph() {
   graph_ = std::move(graph);
 }
 
+void HeadImpactForm::NoteDoubts() const {
+  const auto note = [this](const std::string& text) {
+    AddNotice(workbench_, "Channel " + ChannelNumber(channel_) + " " + text);
+  };
+  if (impact_.negatives > 0) {
+    note("has " + CountOf(impact_.negatives, "value") +
+         " below 0: nothing was reduced, and all its measures of an impact are 0.");
+    return;
+  }
+  if (HasNoResult()) {
+    note("gave no measures of an impact: it has " +
+         (impact_.missing > 0 ? CountOf(impact_.missing, "sample") + " without a number."
+                              : std::string("no sampling rate or no samples.")));
+    return;
+  }
+  if (!rateCarriesFilter_ && impact_.unfiltered.empty()) {
+    note("was reduced without a filter: the sampling rate is too low for the cut-off of 1000 Hz.");
+  }
+  if (const std::string hint = MetricHint(); !hint.empty()) {
+    note(hint);
+  }
+  if (!IsTimeBased(workbench_)) {
+    AddNotice(workbench_, std::string(kNotTimeBased));
+  }
+}
+
 std::string HeadImpactForm::Words() const {
+  if (impact_.negatives > 0 || HasNoResult()) {
+    return "Head impact, nothing reduced";
+  }
   return "Head impact, GSI " + FormatNumber(impact_.gsi, "0.0") + ", HIC " +
          FormatNumber(impact_.hic.value, "0.0") + " over " + PlainNumber(hicSpan_) + " ms, peak " +
          FormatNumber(impact_.peak, "0.0 ") + "g";

@@ -17,6 +17,8 @@ class HeadImpactForm : public Form {
   [[nodiscard]] const HeadImpact& Impact() const { return impact_; }
   /// What was found, in a line.
   [[nodiscard]] std::string Words() const;
+  /// Notices of what spoils the numbers, for whoever does not see the warnings.
+  void NoteDoubts() const;
 
  private:
   void AddFields();
@@ -28,6 +30,8 @@ class HeadImpactForm : public Form {
   void TellReduction();
   void FillTable();
   void DrawGraph();
+  /// The range, its samples or the sampling rate give none, whatever is pressed.
+  [[nodiscard]] bool HasNoResult() const;
   [[nodiscard]] std::string MetricHint() const;
   [[nodiscard]] double TimeOfSample(std::int64_t sample) const;
   [[nodiscard]] double HicEnd() const;

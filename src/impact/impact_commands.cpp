@@ -47,6 +47,7 @@ void HeadImpacts(Workbench& workbench) {
     HeadImpactForm form(workbench, c, c == channels.back());
     form.Show(workbench);
     Did(workbench, form.Words(), std::array{c});
+    form.NoteDoubts();
   }
 }
 

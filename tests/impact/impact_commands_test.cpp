@@ -86,6 +86,9 @@ TEST_F(ImpactCommandsTest, WarnsOfWhatSpoilsAReduction) {
   EXPECT_EQ(warnings({}, "Recalculate", 2),
             " Data values cannot be negative. \nPress Zero Negative Numbers button.\nHeadform mass is zero.");
   Expect({{"GSI", 0}});
+  EXPECT_EQ(trial.Notices,
+            (Texts{"Channel 01 has 1 value below 0: nothing was reduced, and all its measures of "
+                   "an impact are 0."}));
   EXPECT_EQ(warnings({}, "Zero Negative Numbers", 2), "Headform mass is zero.");
   Expect({{"GSI", 0.45766 * std::pow(80, 2.5) * 0.02}}, 1);
   EXPECT_EQ(warnings({{"txtScaling", "none"}}, "Recalculate", 1),
@@ -93,8 +96,19 @@ TEST_F(ImpactCommandsTest, WarnsOfWhatSpoilsAReduction) {
   questions.boxes.clear();
   Reduce({{"cwnCutoff", "9900"}});  // above half the rate once adjusted for the passes
   EXPECT_EQ(questions.boxes.back().title, "Invalid Cutoff Frequency");
+  EXPECT_EQ(trial.Notices.back(), "Channel 00 is in m/s^2: a scaling of 0.101972 makes g's of it.");
   trial.Rate = 100;
   EXPECT_HAS(warnings({}, "Recalculate", 1), "Sampling rate too low for 1000 Hz cutoff.  ");
+  EXPECT_HAS(trial.Notices.back(), "was reduced without a filter");
+  Run("timebase.percentage");
+  EXPECT_HAS(warnings({}, "Recalculate", 1), "The abscissa is not in seconds");
+  EXPECT_HAS(trial.Notices.back(), "The abscissa is not in seconds");
+  // A sample that is no number leaves no measure, and above all no harmless one.
+  trial.Data(7, 1) = kNan;
+  EXPECT_HAS(warnings({{"cwnCutoff", "0"}}, "Recalculate", 1), " Could not perform integration.");
+  const ResultTable& table = Table("frmGSIHIC");
+  EXPECT_TRUE(std::holds_alternative<std::monostate>(table.rows.at(RowOf(table, "HIC")).at(1)));
+  EXPECT_HAS(trial.Notices.back(), "1 sample without a number");
 }
 
 TEST_F(ImpactCommandsTest, GoesFromChannelToChannelAndEndsAtEveryCancel) {
