@@ -50,6 +50,12 @@ TEST_F(FootContacts, AreMeasuredFromTheirSamples) {
   EXPECT_EQ(Times(), "0.000-0.060! 0.120-0.160");
   EXPECT_EQ(workbench.events.ChannelEvents.at(0)[1], (EventTimes{EventTimes::kNone, 0.06}))
       << "nobody saw it begin";
+  // A recording that was interrupted: the table tells the abscissa.
+  for (std::int64_t i = 11; i <= trial.NData; ++i) {
+    trial.Data(i, 0) += 5;
+  }
+  Find({{"chkInterpolate", "no"}, {"chkEvents", "no"}});
+  EXPECT_EQ(Times(), "0.000-0.060! 5.120-5.160");
 }
 
 TEST_F(FootContacts, InterpolateTurnAndCompareTwoFeet) {

@@ -43,12 +43,12 @@ ResultTable ContactTable(const Workbench& workbench, const ContactsForm& form) {
       .columns = {"Channel", "Label", "Contact", "On", "Off", "Contact time", "Swing time", "Stride time",
                   "Peak", "Mean", "Impulse", "Whole"},
       .formats = {nullptr, nullptr, ThroughPattern("0"), time, time, time, time, time, value, value, value}};
-  const double begin = trial.Data(form.Range().lo, 0);
+  const auto timeAt = [&](double place) { return TimeAt(trial, form.Range(), place); };
   for (const ChannelContacts& of : form.Found()) {
     for (std::size_t k = 0; k < of.contacts.size(); ++k) {
       const MeasuredContact& contact = of.contacts[k];
       table.rows.push_back({ChannelNumber(of.channel), LabelOnOneLine(trial, of.channel),
-                            static_cast<double>(k + 1), begin + contact.on, begin + contact.off,
+                            static_cast<double>(k + 1), timeAt(contact.onPlace), timeAt(contact.offPlace),
                             contact.contactTime, CellOf(contact.swingTime), CellOf(contact.strideTime),
                             contact.peak, contact.mean, contact.impulse, contact.Whole() ? "yes" : "no"});
     }
@@ -137,7 +137,7 @@ FormGraph PictureOf(const Trial& trial, SampleRange range, const ChannelContacts
   const std::vector<double> times = SamplesOf(trial, 0, range);
   std::vector<TimeSpan> stances;
   for (const MeasuredContact& contact : of.contacts) {
-    stances.push_back({times.front() + contact.on, times.front() + contact.off});
+    stances.push_back({TimeAt(trial, range, contact.onPlace), TimeAt(trial, range, contact.offPlace)});
   }
   AddBands(graph, stances, kContactColour);
   graph.plots = {{.name = "force", .colour = kContactForceColour, .x = times, .y = of.force},

@@ -8,10 +8,12 @@ namespace {
 
 MeasuredContact MeasureOne(std::span<const double> force, const Contact& contact, double rate,
                            bool interpolate) {
-  MeasuredContact of{.on = (interpolate ? contact.on : static_cast<double>(contact.first)) / rate,
-                     .off = (interpolate ? contact.off : static_cast<double>(contact.last)) / rate,
+  MeasuredContact of{.onPlace = interpolate ? contact.on : static_cast<double>(contact.first),
+                     .offPlace = interpolate ? contact.off : static_cast<double>(contact.last),
                      .beganHere = contact.first > 0,
                      .endedHere = contact.last + 1 < static_cast<std::int64_t>(force.size())};
+  of.on = of.onPlace / rate;
+  of.off = of.offPlace / rate;
   of.contactTime = of.off - of.on;
   const auto samples = force.subspan(static_cast<std::size_t>(contact.first),
                                      static_cast<std::size_t>(contact.last - contact.first + 1));

@@ -14,6 +14,8 @@ namespace velmora {
 struct MeasuredContact {
   double on = 0.0;  // where the range begins, of a contact that it cuts
   double off = 0.0;
+  double onPlace = 0.0;  // the same in samples: an abscissa need not be even
+  double offPlace = 0.0;
   bool beganHere = true;  // within the range
   bool endedHere = true;
   double contactTime = 0.0;
