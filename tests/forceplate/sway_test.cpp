@@ -7,6 +7,7 @@
 #include "support/recordings.hpp"
 #include "support/signals.hpp"
 #include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -52,6 +53,11 @@ TEST_F(SwayTest, OfACircleIsWhatItsRadiusAndPeriodSay) {
   EXPECT_NEAR(Of("95% ellipse area", "Both"), Pi * 2 * 1000 / 999 * k, 0.001);
   Expect("ML", {{"Spectral mean frequency", 0.5}}, 0.01);
   Expect("Both", {{"Spectral mean frequency", 0.5}, {"Range", NAN}}, 0.01);
+  EXPECT_TRUE(trial.Notices.empty());
+  trial.Data(999, 1) = trial.Data(999, 2) = trial.Data(1000, 2) = 0;  // a step off the plate, and a crossing
+  Compute({});
+  EXPECT_EQ(trial.Notices.size(), 1U);
+  EXPECT_HAS(trial.Notices.back(), "0, 0 in 1 sample of the sway");
 }
 
 TEST_F(SwayTest, SlowWaysAndNoiseAreTakenOff) {

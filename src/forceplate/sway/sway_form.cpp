@@ -146,6 +146,19 @@ FormGraph SwayForm::Picture(std::vector<double> ml, std::vector<double> ap, cons
   return graph;
 }
 
+// A reduction leaves 0, 0 where nobody stands on the plate, and no person sways back to it exactly.
+void SwayForm::NoteUnloaded() {
+  const Trial& trial = workbench_.trial;
+  std::int64_t unloaded = 0;
+  for (std::int64_t i = range_.lo; i <= range_.hi; ++i) {
+    unloaded += trial.Data(i, ml_) == 0 && trial.Data(i, ap_) == 0 ? 1 : 0;
+  }
+  if (unloaded > 0) {
+    AddNotice(workbench_, "The centre of pressure is 0, 0 in " + CountOf(unloaded, "sample") +
+                              " of the sway: there is none while a plate is not loaded.  Use another range.");
+  }
+}
+
 bool SwayForm::Compute() {
   if (!HasChannels()) {
     return false;
@@ -177,6 +190,7 @@ bool SwayForm::Compute() {
   Did(workbench_,
       "Sway of the centre of pressure" + (sway.ellipse ? ", " + EllipseInWords(sway) : std::string()),
       std::array{static_cast<int>(ml_), static_cast<int>(ap_)});
+  NoteUnloaded();
   return true;
 }
 

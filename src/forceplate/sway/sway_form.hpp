@@ -22,6 +22,7 @@ class SwayForm : public AnalysisForm {
   bool Compute() override;
   [[nodiscard]] bool HasChannels();
   [[nodiscard]] std::vector<double> Prepared(int channel) const;
+  void NoteUnloaded();
   [[nodiscard]] ResultTable Table(const Sway& sway) const;
   [[nodiscard]] FormGraph Picture(std::vector<double> ml, std::vector<double> ap, const Sway& sway) const;
   [[nodiscard]] std::string Units() const;
