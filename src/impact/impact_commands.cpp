@@ -3,7 +3,12 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "core/results/trial_lines.hpp"
+#include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/refusals.hpp"
 #include "dsp/channel_picking.hpp"
@@ -18,6 +23,37 @@
 
 namespace velmora {
 namespace {
+
+/// What is kept of one channel is in the way of the next: all of them are kept as a table of their own, a row
+/// each.
+class ImpactsOfChannels {
+ public:
+  void Add(const Trial& trial, int channel, const ResultTable& measures) {
+    std::vector<ResultTable::Cell> row = {ChannelNumber(channel), LabelOnOneLine(trial, channel),
+                                          std::string()};
+    all_.columns = {"Channel", "Label", "Times in"};
+    for (const std::vector<ResultTable::Cell>& measure : measures.rows) {
+      const std::string units = std::get<std::string>(measure[2]);
+      const bool isTime = units == "ms" || units == "s";
+      if (isTime) {
+        row[2] = units;
+      }
+      all_.columns.push_back(Trim(std::get<std::string>(measure[0])) +
+                             (isTime || units.empty() ? "" : " (" + units + ")"));
+      row.push_back(measure[1]);
+    }
+    all_.formats.assign(all_.columns.size(), measures.formats[1]);
+    all_.rows.push_back(std::move(row));
+  }
+  void Keep(Workbench& workbench) && {
+    if (all_.rows.size() > 1) {
+      KeepTable(workbench.results.ResultTables, std::move(all_));
+    }
+  }
+
+ private:
+  ResultTable all_{.name = "frmGSIHICChannels", .title = "Head impacts of all channels"};
+};
 
 void HeadImpacts(Workbench& workbench) {
   Trial& trial = workbench.trial;
@@ -43,12 +79,15 @@ void HeadImpacts(Workbench& workbench) {
     return;
   }
   workbench.TimeStep = 1.0 / trial.Rate;
+  ImpactsOfChannels all;
   for (const int c : channels) {
     HeadImpactForm form(workbench, c, c == channels.back());
     form.Show(workbench);
+    all.Add(trial, c, form.Tables().front());
     Did(workbench, form.Words(), std::array{c});
     form.NoteDoubts();
   }
+  std::move(all).Keep(workbench);
 }
 
 // Every integral starts so; returns false when there is nothing to integrate.

@@ -118,6 +118,14 @@ TEST_F(ImpactCommandsTest, GoesFromChannelToChannelAndEndsAtEveryCancel) {
   See({});
   Run("integrate.gsi-hic");
   EXPECT_EQ(lastButtons, (Texts{"&Next channel", "E&xit"}));
+  // The table of the last channel, and a row for each.
+  Expect({{"HIC", 0}});
+  const double area = 80 * 0.02 * 2 / std::numbers::pi;
+  ExpectCells(Table("frmGSIHICChannels"), 0, {{"HIC", std::pow(area / 0.036, 2.5) * 0.036}}, 0.5);
+  ExpectCells(Table("frmGSIHICChannels"), 0, {{"Maximum acc. (g)", 80}, {"Time to peak", 1010}}, 0.5);
+  ExpectCells(Table("frmGSIHICChannels"), 1, {{"HIC", 0}});
+  EXPECT_EQ(ShownCell(Table("frmGSIHICChannels"), 1, 0), "01");
+  EXPECT_EQ(ShownCell(Table("frmGSIHICChannels"), 1, 2), "ms");
   questions.formNames.clear();
   questions.PickChannels({1});
   questions.boxAnswers = {Button::Cancel};
