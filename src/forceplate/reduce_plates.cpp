@@ -170,6 +170,18 @@ void NoteReducedBefore(Workbench& workbench, const Job& job) {
   }
 }
 
+// Moments of a file without a matrix are taken as newton metres; their units go when the channels are named.
+void NoteMillimetres(Workbench& workbench, const Job& job) {
+  for (int plate = 0; plate < job.plates && job.family == PlateFamily::Amti; ++plate) {
+    const std::string units = OneLine(Trim(workbench.trial.ChanUnits[job.BaseOf(plate) + 4].Text()));
+    if (LoadsOfFile(workbench.trial, workbench.plates, plate) == nullptr &&
+        units.find("mm") != std::string::npos) {
+      AddNotice(workbench, "The moments of plate " + std::to_string(plate + 1) + " are in " + units +
+                               " and were taken for N.m: its Ax, Ay and Tz are wrong.");
+    }
+  }
+}
+
 // What the numbers do not say by themselves.
 void NoteDoubts(Workbench& workbench, const Job& job, int plate) {
   const std::string name = "Plate " + std::to_string(plate + 1);
@@ -209,6 +221,7 @@ bool ReduceChannels(Workbench& workbench, Job& job) {
     return false;
   }
   NoteReducedBefore(workbench, job);
+  NoteMillimetres(workbench, job);
   NameChannels(workbench.trial, job);
   MarkChanged(workbench, true);
   for (int plate = 0; plate < job.plates; ++plate) {

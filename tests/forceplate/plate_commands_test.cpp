@@ -125,6 +125,8 @@ TEST_F(PlateCommandsTest, CancelAtTheSecondAutozeroLeavesPlateOneAndAllLabels) {
 
 TEST_F(PlateCommandsTest, AnAmtiPlateStandsBehindItsFirstChannel) {
   SetRamp(13);
+  trial.ChanUnits[5] = "N.m";
+  trial.ChanUnits[11] = "Nmm";
   AnswerForm({{"NumPlates", "2"}, {"FirstChannel", "1"}, {"optMaker", "AMTI"}}, "Plate 2");
   AnswerForm({{"optType", "AMTI 18.25x20\""}});
   questions.inputAnswers = {"no number"};
@@ -137,6 +139,9 @@ TEST_F(PlateCommandsTest, AnAmtiPlateStandsBehindItsFirstChannel) {
   EXPECT_FLOAT_EQ(trial.Data(2, 6), 104.13F);
   EXPECT_EQ(trial.Data(1, 5), 0);
   EXPECT_TRUE(trial.ForcesReduced);
+  EXPECT_EQ(trial.Notices,
+            (Texts{"The moments of plate 2 are in Nmm and were taken for N.m: its Ax, Ay and Tz are "
+                   "wrong."}));
 }
 
 TEST_F(PlateCommandsTest, WhatCannotBeReducedIsRefusedWithNothingWritten) {
