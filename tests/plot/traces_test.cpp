@@ -230,11 +230,13 @@ TEST_F(TracesTest, PathsAreThePixelsOfAllTheirLines) {
   std::normal_distribution<float> noise;
   constexpr int kSamples = 4000;
   const auto expectEqual = [this](const std::vector<PathStretch>& stretches, const char* what) {
-    Pixels fast(kWidth * kHeight, 0);
     Pixels plain(kWidth * kHeight, 0);
-    PaintPaths(graph, stretches, X(), Y(), {fast.data(), kWidth, kWidth, kHeight});
     PaintPathsPlainly(graph, stretches, X(), Y(), {plain.data(), kWidth, kWidth, kHeight});
-    EXPECT_TRUE(fast == plain) << what;
+    for (const std::size_t strips : {1U, 3U}) {
+      Pixels fast(kWidth * kHeight, 0);
+      PaintPaths(graph, stretches, X(), Y(), {fast.data(), kWidth, kWidth, kHeight}, strips);
+      EXPECT_TRUE(fast == plain) << what << ' ' << strips;
+    }
     return std::count_if(plain.begin(), plain.end(), [](auto pixel) { return pixel != 0; });
   };
   for (const char* kind : {"noise", "loops", "walk", "gaps"}) {

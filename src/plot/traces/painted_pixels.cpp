@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::int64_t kCores = 32;  // are looked for until the picture is full
+constexpr std::int16_t kFarTiles = 1 << 13;
 
 /// A side of a rectangle that is being found.
 struct Step {
@@ -38,11 +38,15 @@ double Apart(double place, int first, int width) {
 
 }  // namespace
 
-PaintedPixels::PaintedPixels(const PixelArea& area)
-    : area_(area),
+PaintedPixels::PaintedPixels(const PixelArea& area, const ColumnSpan& columns)
+    : first_(columns.first),
+      area_{area.first + columns.first, area.stride, columns.last - columns.first + 1, area.rows},
+      blocks_((area_.columns + kBlock - 1) / kBlock),
+      tiles_((area.rows + kBlock - 1) / kBlock),
       words_((static_cast<std::size_t>(area.rows) + kRowsAWord - 1) / kRowsAWord),
-      unpainted_(static_cast<std::int64_t>(area.columns) * area.rows) {
-  auto count = static_cast<std::size_t>(area.columns);
+      full_(TileAt(blocks_ + 1, tiles_), kFarTiles),
+      unpainted_(static_cast<std::int64_t>(area_.columns) * area.rows) {
+  auto count = static_cast<std::size_t>(area_.columns);
   for (std::vector<Word>& level : has_) {
     const std::size_t blocks = (count + kSide - 1) / kSide;
     level.resize(blocks * words_ * kSide);
@@ -53,7 +57,7 @@ PaintedPixels::PaintedPixels(const PixelArea& area)
     }
     count = blocks;
   }
-  nextCores_ = unpainted_ - unpainted_ / kCores;
+  FindFull();
 }
 
 void PaintedPixels::PaintRest(int column, const RowSpan& rows, std::uint32_t colour) {
@@ -72,8 +76,8 @@ void PaintedPixels::PaintRest(int column, const RowSpan& rows, std::uint32_t col
       --unpainted_;
     }
   }
-  if (unpainted_ < nextCores_) {
-    FindCores();
+  if (unpainted_ < nextLook_) {
+    FindFull();
   }
 }
 
@@ -86,38 +90,65 @@ void PaintedPixels::Set(std::size_t column, std::size_t word, Word bits) {
   has_[kBlocks][At(column / kSide, word)] |= bits;
 }
 
-bool PaintedPixels::HasTile(int block, int tile) const {
-  return Has(kBlocks, static_cast<std::size_t>(block), {tile * kBlock, tile * kBlock + kBlock - 1});
+// Anew whenever a 32nd of the picture has been painted, and later at every quarter of what was left: around
+// the last holes most lines are hidden.
+void PaintedPixels::FindFull() {
+  const std::int64_t all = static_cast<std::int64_t>(area_.columns) * area_.rows;
+  nextLook_ = unpainted_ - std::min(all / 32, unpainted_ / 4);
+  FindFullTiles();
+  FindCores();
+}
+
+// A tile is one further away than the nearest of its eight neighbours: those before it, then those behind.
+// A. Rosenfeld, J. L. Pfaltz, Distance functions on digital pictures, Pattern Recognition 1 (1968).
+void PaintedPixels::FindFullTiles() {
+  const auto side = static_cast<std::ptrdiff_t>(blocks_) + 2;
+  const auto nearest = [side](const std::int16_t* at, std::ptrdiff_t before) {
+    return std::min({at[before], at[before * side - 1], at[before * side], at[before * side + 1]});
+  };
+  for (int tile = 0; tile < tiles_; ++tile) {
+    const std::size_t word = static_cast<std::size_t>(tile) * kSide / kRowsAWord;
+    const auto shift = static_cast<std::size_t>(tile) * kSide % kRowsAWord;
+    for (int block = 0; block < blocks_; ++block) {
+      const Word rows = has_[kBlocks][At(static_cast<std::size_t>(block), word)] >> shift;
+      std::int16_t& full = full_[TileAt(block, tile)];
+      full = (rows & 0xFF) == 0xFF ? static_cast<std::int16_t>(nearest(&full, -1) + 1) : std::int16_t{0};
+    }
+  }
+  for (int tile = tiles_; tile-- > 0;) {
+    for (int block = blocks_; block-- > 0;) {
+      std::int16_t& full = full_[TileAt(block, tile)];
+      full = std::min(full, static_cast<std::int16_t>(nearest(&full, 1) + 1));
+    }
+  }
 }
 
 void PaintedPixels::FindCores() {
-  nextCores_ = unpainted_ - static_cast<std::int64_t>(area_.columns) * area_.rows / kCores;
   const PixelBox box = LargestBox();
   if (box.Empty()) {
     return;
   }
   constexpr int kFar = 1 << 28;
   roundCore_ = LargestEllipse(box);
+  roundCore_.x += first_;
   core_ = {
-      box.left == 0 ? -kFar : box.left,
-      box.right == area_.columns - 1 ? kFar : box.right,
+      box.left == 0 ? -kFar : first_ + box.left,
+      box.right == area_.columns - 1 ? kFar : first_ + box.right,
       {box.rows.top == 0 ? -kFar : box.rows.top, box.rows.bottom == area_.rows - 1 ? kFar : box.rows.bottom}};
 }
 
 // Of whole tiles, a block wide and as high. Row by row of tiles each block is as high as the full tiles in it
 // upward from there; a rectangle ends where the next block is lower.
 PixelBox PaintedPixels::LargestBox() const {
-  const int blocks = (area_.columns + kBlock - 1) / kBlock;
-  const int tiles = (area_.rows + kBlock - 1) / kBlock;
-  std::vector<int> heights(static_cast<std::size_t>(blocks) + 1);  // the last stays 0
-  std::vector<Step> steps;                                         // higher and higher
+  std::vector<int> heights(static_cast<std::size_t>(blocks_) + 1);  // the last stays 0
+  std::vector<Step> steps;                                          // higher and higher
   PixelBox box;
   int largest = 0;
-  for (int tile = 0; tile < tiles; ++tile) {
+  for (int tile = 0; tile < tiles_; ++tile) {
     steps.clear();
-    for (int block = 0; block <= blocks; ++block) {
+    for (int block = 0; block <= blocks_; ++block) {
       int& height = heights[static_cast<std::size_t>(block)];
-      height = block < blocks && HasTile(block, tile) ? height + 1 : 0;
+      height = block < blocks_ && HasTile(block, tile) ? height + 1 : 0;
       int from = block;
       while (!steps.empty() && steps.back().height >= height) {
         const Step step = steps.back();

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/cores.hpp"
 #include "plot/traces/painted_pixels.hpp"
 
 namespace velmora {
@@ -45,6 +46,7 @@ class Segment {
   [[nodiscard]] int Leaves(int column) const {
     return column >= right_.column ? right_.row : RowAt(column + 1);
   }
+  [[nodiscard]] bool Descends() const { return slope_ > 0; }
   /// About where it crosses the upper edge of a row that lies between its corners.
   [[nodiscard]] int ColumnNear(int row) const {
     constexpr double kFar = 1 << 28;  // a corner may be further away than columns are counted
@@ -97,19 +99,14 @@ class Cores {
     within_ = radius > 0 ? radius * radius : 0.0;
   }
 
-  [[nodiscard]] const PixelBox& Box() const { return box_; }
   [[nodiscard]] bool BoxHolds(const Corner& corner) const {
-    return (corner.column >= box_.left) & (corner.column <= box_.right) & HasRow(corner.row);
+    return (corner.column >= box_.left) & (corner.column <= box_.right) & (corner.row >= box_.rows.top) &
+           (corner.row <= box_.rows.bottom);
   }
   [[nodiscard]] bool EllipseHolds(const Corner& corner) const {
     const double across = (corner.x - x_) * acrossAPixel_;
     const double up = (corner.y - y_) * upAPixel_;
     return across * across + up * up < within_;
-  }
-  [[nodiscard]] bool HasRow(int row) const { return (row >= box_.rows.top) & (row <= box_.rows.bottom); }
-  /// The edge of the box over which a line comes from a row outside, as the row below that edge.
-  [[nodiscard]] int EdgeFrom(int row) const {
-    return row < box_.rows.top ? box_.rows.top : box_.rows.bottom + 1;
   }
 
  private:
@@ -121,46 +118,22 @@ class Cores {
   double within_;  // squared
 };
 
-/// Columns that follow each other, both included.
-struct ColumnSpan {
-  int first;
-  int last;
-};
-
-/// Without those in which a line that ends in the box of `cores` is in there.
-ColumnSpan OutOfCore(const Segment& line, ColumnSpan columns, const Cores& cores) {
-  constexpr int kRounding = 2;
-  const Corner& left = line.Left();
-  const Corner& right = line.Right();
-  if (cores.BoxHolds(right)) {
-    const int crosses = cores.HasRow(left.row) ? columns.first : line.ColumnNear(cores.EdgeFrom(left.row));
-    const int column = std::max(crosses + kRounding, cores.Box().left);
-    if (column > columns.first && column <= columns.last && cores.HasRow(line.Enters(column))) {
-      columns.last = column - 1;
-    }
-  } else if (cores.BoxHolds(left)) {
-    const int crosses = cores.HasRow(right.row) ? columns.last : line.ColumnNear(cores.EdgeFrom(right.row));
-    const int column = std::min(crosses - kRounding, cores.Box().right);
-    if (column < columns.last && column >= columns.first && cores.HasRow(line.Leaves(column))) {
-      columns.first = column + 1;
-    }
-  }
-  return columns;
-}
-
 /// A stretch is passed over in pieces of so many samples where none of them can be seen.
 constexpr int kPiece = 128;
 
 class PathPainter {
  public:
-  PathPainter(const Graph& graph, const PixelScale& x, const PixelScale& y, const PixelArea& area)
-      : graph_(graph), x_(x), y_(y), area_(area), painted_(area) {}
+  /// Paints `columns` of `area` and no others.
+  PathPainter(const Graph& graph, const PixelScale& x, const PixelScale& y, const PixelArea& area,
+              const ColumnSpan& columns)
+      : graph_(graph), x_(x), y_(y), area_(area), own_(columns), painted_(area, columns) {}
 
   void Paint(const PathStretch& stretch) {
     if (stretch.look.line == LineStyle::None) {
       return;
     }
     reach_ = Reach(std::max(stretch.look.width, 1));
+    near_ = {std::max(own_.first - reach_.behind, 0), std::min(own_.last + reach_.before, area_.columns - 1)};
     std::vector<SampleSpan> pieces;
     for (std::int64_t begin = stretch.samples.begin; begin + 1 < stretch.samples.end; begin += kPiece) {
       pieces.push_back({begin, std::min(begin + kPiece + 1, stretch.samples.end)});
@@ -182,9 +155,7 @@ class PathPainter {
     if (across.Empty() || up.Empty()) {
       return false;
     }
-    const PixelBox box =
-        Shown({x_.Cell(across.min), x_.Cell(across.max), {y_.Cell(up.max), y_.Cell(up.min)}});
-    return !box.Empty() && !painted_.Hides(box);
+    return !IsHidden({x_.Cell(across.min), x_.Cell(across.max), {y_.Cell(up.max), y_.Cell(up.min)}});
   }
 
   void PaintPiece(const PathStretch& stretch, const SampleSpan& samples) {
@@ -200,36 +171,33 @@ class PathPainter {
     }
     for (std::size_t k = count - 1; k-- > 0;) {
       if ((parts[k] & parts[k + 1]) == 0 && corners[k].isNumber && corners[k + 1].isNumber) {
-        PaintSegment(corners[k], corners[k + 1], cores, stretch.look.colour);
+        PaintSegment(corners[k], corners[k + 1], stretch.look.colour);
       }
     }
   }
 
   [[nodiscard]] unsigned PartsOf(const Corner& corner, const Cores& cores) const {
     const auto part = [](bool is, Part own) { return is ? static_cast<unsigned>(own) : 0U; };
-    return part(corner.column < 0, kLeft) | part(corner.column >= area_.columns, kRight) |
+    return part(corner.column < near_.first, kLeft) | part(corner.column > near_.last, kRight) |
            part(corner.row + reach_.behind < 0, kAbove) |
            part(corner.row - reach_.before >= area_.rows, kBelow) | part(cores.BoxHolds(corner), kInBox) |
            part(cores.EllipseHolds(corner), kInEllipse);
   }
 
-  void PaintSegment(const Corner& from, const Corner& to, const Cores& cores, std::uint32_t colour) {
+  void PaintSegment(const Corner& from, const Corner& to, std::uint32_t colour) {
     const auto [left, right] = std::minmax(from.column, to.column);
     constexpr int kShort = 64;
-    if (right - left < kShort) {
-      const PixelBox box = Shown({left, right, Between(from.row, to.row)});
-      if (box.Empty() || painted_.Hides(box)) {
-        return;
-      }
+    if (right - left < kShort && IsHidden({left, right, Between(from.row, to.row)})) {
+      return;
     }
     if (left == right) {
       PaintColumn(left, Between(from.row, to.row), colour);
       return;
     }
     const Segment line(from, to, y_);
-    const ColumnSpan seen = InRows(line, {std::max(left, 0), std::min(right, area_.columns - 1)});
+    const ColumnSpan seen = InRows(line, {std::max(left, near_.first), std::min(right, near_.last)});
     if (seen.first <= seen.last) {
-      PaintColumns(line, OutOfCore(line, seen, cores), colour);
+      PaintColumns(line, seen, colour);
     }
   }
 
@@ -265,31 +233,59 @@ class PathPainter {
 
   /// What a line that lies in `box` can show of itself.
   [[nodiscard]] PixelBox Shown(const PixelBox& box) const {
-    return {std::max(box.left - reach_.before, 0),
-            std::min(box.right + reach_.behind, area_.columns - 1),
+    return {std::max(box.left - reach_.before, own_.first),
+            std::min(box.right + reach_.behind, own_.last),
             {std::max(box.rows.top - reach_.before, 0),
              std::min(box.rows.bottom + reach_.behind, area_.rows - 1)}};
   }
 
-  // Blocks of columns are passed over where it is hidden or outside.
+  // Where it is hidden or outside it is passed over: as far as all is full around it, or a block of columns.
   void PaintColumns(const Segment& line, const ColumnSpan& columns, std::uint32_t colour) {
-    constexpr int kBlock = PaintedPixels::kBlock;
     int enters = line.Enters(columns.first);
-    for (int column = columns.first; column <= columns.last; ++column) {
-      const int end = std::min(column + kBlock - 1, columns.last);
-      if (column % kBlock == 0 && end > column) {
-        const int leaves = line.Leaves(end);
-        const PixelBox box = Shown({column, end, Between(enters, leaves)});
-        if (box.Empty() || painted_.Hides(box)) {
-          column = end;
-          enters = leaves;
-          continue;
-        }
+    int column = columns.first;
+    while (column <= columns.last) {
+      const int block = std::min(column | (PaintedPixels::kBlock - 1), columns.last);
+      int hidden = std::min(LastInFull(line, column, enters), columns.last);
+      if (hidden < column && IsHidden({column, block, Between(enters, line.Leaves(block))})) {
+        hidden = block;
       }
-      const int leaves = line.Leaves(column);
-      PaintColumn(column, Between(enters, leaves), colour);
-      enters = leaves;
+      if (hidden >= column) {
+        column = hidden + 1;
+        enters = line.Enters(column);
+        continue;
+      }
+      for (; column <= block; ++column) {
+        const int leaves = line.Leaves(column);
+        PaintColumn(column, Between(enters, leaves), colour);
+        enters = leaves;
+      }
     }
+  }
+
+  /// Whether nothing shows of a line that lies in `box`.
+  [[nodiscard]] bool IsHidden(const PixelBox& box) const {
+    const PixelBox shown = Shown(box);
+    return shown.Empty() || painted_.Hides(shown);
+  }
+
+  // The last column up to which all is full around a line that comes into a column in row `enters`; one
+  // before it when that is not known.
+  [[nodiscard]] int LastInFull(const Segment& line, int column, int enters) const {
+    const PixelBox full =
+        painted_.FullAround(std::clamp(column, own_.first, own_.last), std::clamp(enters, 0, area_.rows - 1));
+    const PixelBox held{full.left + reach_.before,
+                        full.right - reach_.behind,
+                        {full.rows.top + reach_.before, full.rows.bottom - reach_.behind}};
+    const auto hasRow = [&held](int row) { return row >= held.rows.top && row <= held.rows.bottom; };
+    if (column < held.left || column > held.right || !hasRow(enters)) {
+      return column - 1;
+    }
+    if (hasRow(line.Leaves(held.right))) {
+      return held.right;
+    }
+    constexpr int kRounding = 2;
+    const int crosses = line.ColumnNear(line.Descends() ? held.rows.bottom : held.rows.top + 1) - kRounding;
+    return crosses > column && hasRow(line.Leaves(crosses)) ? crosses : column - 1;
   }
 
   void PaintColumn(int column, const RowSpan& rows, std::uint32_t colour) {
@@ -303,18 +299,44 @@ class PathPainter {
   const PixelScale& x_;
   const PixelScale& y_;
   PixelArea area_;
+  ColumnSpan own_;
+  ColumnSpan near_;  // lines in these reach into the own ones
   PaintedPixels painted_;
   Reach reach_{1};
 };
 
+/// Each strip looks at all samples, and should be worth its thread.
+std::size_t StripsForCores(std::span<const PathStretch> stretches, const PixelArea& area) {
+  constexpr std::size_t kMost = 4;
+  constexpr std::int64_t kManySamples = 50'000;
+  constexpr int kManyColumns = 256;
+  std::int64_t samples = 0;
+  for (const PathStretch& stretch : stretches) {
+    samples += stretch.samples.end - stretch.samples.begin;
+  }
+  return samples < kManySamples || area.columns < kManyColumns ? 1 : std::min(PartsForCores(), kMost);
+}
+
+// Whole blocks, but for the last.
+ColumnSpan ColumnsOf(std::size_t strip, std::size_t strips, const PixelArea& area) {
+  constexpr int kBlock = PaintedPixels::kBlock;
+  const auto blocks = static_cast<std::size_t>((area.columns + kBlock - 1) / kBlock);
+  const Share own = ShareOf(blocks, strip, strips);
+  return {static_cast<int>(own.first) * kBlock,
+          std::min(static_cast<int>(own.end) * kBlock, area.columns) - 1};
+}
+
 }  // namespace
 
 void PaintPaths(const Graph& graph, std::span<const PathStretch> stretches, const PixelScale& x,
-                const PixelScale& y, const PixelArea& area) {
-  PathPainter painter(graph, x, y, area);
-  for (std::size_t k = stretches.size(); k-- > 0;) {
-    painter.Paint(stretches[k]);
-  }
+                const PixelScale& y, const PixelArea& area, std::size_t strips) {
+  strips = strips > 0 ? strips : StripsForCores(stretches, area);
+  OnCores(strips, [&](std::size_t strip) {
+    PathPainter painter(graph, x, y, area, ColumnsOf(strip, strips, area));
+    for (std::size_t k = stretches.size(); k-- > 0;) {
+      painter.Paint(stretches[k]);
+    }
+  });
 }
 
 void PaintPathsPlainly(const Graph& graph, std::span<const PathStretch> stretches, const PixelScale& x,
