@@ -65,6 +65,8 @@ struct HistoryTest : RecordedPerson {
 
 // Analyses that change no sample are steps as well, with the files they leave.
 TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
+  int copies = 0;
+  workbench.desktop.copy = [&copies](const std::string& /*text*/) { ++copies; };
   Load();
   Do("fourier.window-hamming");
   person.PickValues({{2, "40"}});
@@ -73,6 +75,7 @@ TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
   Do("fourier.harmonic-regression");
   person.PickChannels({1});
   Press("Save", {}, "walk.apd");
+  Press("Table to Clipboard");
   Press("Exit", {{"EpochCount", "50"}});
   person.boxAnswers = {Button::OK};
   Do("emg.apdf");
@@ -90,6 +93,12 @@ TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
     EXPECT_GT(bytes.size(), 100U) << name;
     EXPECT_EQ(ReadFile(directory.Path(std::string("again/") + name)), bytes) << name;
   }
+  // Going back and on leaves everything outside the trial alone.
+  WriteFile(directory.Path("walk.apd"), "worked on since");
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_EQ(history.GoTo(history.Lines().size() - 1), "");
+  EXPECT_EQ(ReadFile(directory.Path("walk.apd")), "worked on since");
+  EXPECT_EQ(copies, 1);
 }
 
 // What goes in are files of their own; what comes out, and the log, is the same again.

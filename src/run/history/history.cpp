@@ -1,9 +1,13 @@
 #include "run/history/history.hpp"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "app/command_table.hpp"
+#include "core/files/files.hpp"
+#include "core/files/output_elsewhere.hpp"
+#include "core/files/own_directory.hpp"
 #include "core/files/paths.hpp"
 #include "core/questions/progress.hpp"
 #include "core/trial/helpers.hpp"
@@ -27,6 +31,29 @@ class RepeatedAnswers : public RecipeQuestions {
   ProgressPanel& panel_;
 };
 
+/// While it lives, what is done again stays in the program: files of results are left as they are, which may
+/// have been worked on since, and nothing is copied, opened or printed a second time.
+class Indoors {
+ public:
+  /// Throws FileError.
+  explicit Indoors(DesktopServices& desktop) : desktop_(desktop), before_(desktop) {
+    desktop_.copy = nullptr;
+    desktop_.open = nullptr;
+    desktop_.printPicture = nullptr;
+    desktop_.printTable = nullptr;
+  }
+  Indoors(const Indoors&) = delete;
+  Indoors& operator=(const Indoors&) = delete;
+  ~Indoors() { desktop_ = std::move(before_); }
+
+ private:
+  DesktopServices& desktop_;
+  DesktopServices before_;
+  OwnDirectory directory_;
+  OutputElsewhere elsewhere_{directory_.Path(), {}};
+};
+
+// What would be long to write and is nothing that a later step goes by.
 bool IsSave(const Step& step) {
   if (const auto* command = std::get_if<CommandStep>(&step.what)) {
     return command->id.starts_with("save.") || command->id.find(".save") != std::string::npos;
@@ -159,6 +186,12 @@ std::string History::GoTo(std::size_t line) {
 
 std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last) {
   Trial& trial = workbench_->trial;
+  std::optional<Indoors> indoors;
+  try {
+    indoors.emplace(workbench_->desktop);
+  } catch (const FileError& error) {
+    return std::string("There is no room for temporary files: ") + error.what();
+  }
   // Reading the file again must not pass for another file that was read before it.
   const auto savedLabels = trial.SavedLabels;
   const auto savedUnits = trial.SavedUnits;

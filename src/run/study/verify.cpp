@@ -2,13 +2,13 @@
 
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <set>
 
 #include "core/files/files.hpp"
 #include "core/files/output_elsewhere.hpp"
+#include "core/files/own_directory.hpp"
 #include "core/text/text.hpp"
 #include "run/batch/batch.hpp"
 #include "run/batch/exit_status.hpp"
@@ -22,28 +22,6 @@ namespace velmora {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A directory that goes with the object.
-class OwnDirectory {
- public:
-  OwnDirectory() {
-    std::string name = (fs::temp_directory_path() / "velmora2-verify-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      ThrowFileError(errno);
-    }
-    path_ = fs::canonical(name).string();
-  }
-  OwnDirectory(const OwnDirectory&) = delete;
-  OwnDirectory& operator=(const OwnDirectory&) = delete;
-  ~OwnDirectory() {
-    std::error_code error;
-    fs::remove_all(path_, error);
-  }
-  [[nodiscard]] const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
-};
 
 class Verification {
  public:
