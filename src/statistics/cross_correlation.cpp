@@ -186,17 +186,18 @@ std::vector<double> CrossCorrelate(std::span<const float> x, std::span<const flo
 }
 
 std::optional<BestLag> FindLag(std::span<const double> r) {
+  constexpr double kRounding = 1e-12;  // what the two ways of summing may differ by tells no lag from another
   const auto largest = static_cast<std::ptrdiff_t>(r.size() / 2);
+  const auto size = [&](std::ptrdiff_t k) { return std::fabs(r[static_cast<std::size_t>(largest + k)]); };
+  double most = -1.0;
+  for (std::ptrdiff_t k = -largest; k <= largest; ++k) {
+    most = std::fmax(most, size(k));
+  }
   std::optional<std::ptrdiff_t> best;
-  const auto consider = [&](std::ptrdiff_t k) {
-    const double size = std::fabs(r[static_cast<std::size_t>(largest + k)]);
-    if (std::isfinite(size) && (!best || size > std::fabs(r[static_cast<std::size_t>(largest + *best)]))) {
-      best = k;
-    }
-  };
-  for (std::ptrdiff_t k = 0; k <= largest; ++k) {
-    consider(-k);
-    consider(k);
+  for (std::ptrdiff_t k = 0; k <= largest && !best; ++k) {
+    best = size(-k) >= most - kRounding  ? std::optional(-k)
+           : size(k) >= most - kRounding ? std::optional(k)
+                                         : std::nullopt;
   }
   if (!best) {
     return std::nullopt;
@@ -214,7 +215,7 @@ std::optional<BestLag> FindLag(std::span<const double> r) {
   if (std::isfinite(bend) && bend < 0) {
     const double part = (a - c) / (2 * bend);
     of.between += part;
-    of.r = sign * (b - (a - c) * part / 4);
+    of.r = std::clamp(sign * (b - (a - c) * part / 4), -1.0, 1.0);
   }
   return of;
 }

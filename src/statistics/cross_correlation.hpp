@@ -27,11 +27,11 @@ std::vector<double> LagSumsPlain(std::span<const double> dx, std::span<const dou
 std::vector<double> LagSumsByTransform(std::span<const double> dx, std::span<const double> dy,
                                        std::int32_t largestLag, const GoesOn& goesOn = {});
 
-/// Where |r| is largest; of equal ones the smaller lag in size, then the negative.
+/// Where |r| is largest; of equal ones, to 1e-12, the smaller lag in size, then the negative.
 struct BestLag {
   std::int32_t samples = 0;
   double between = 0.0;  // samples and the part by which a parabola through three points peaks beside it
-  double r = 0.0;        // of that parabola
+  double r = 0.0;        // of that parabola, held to -1 to 1
 };
 /// None where no r is a number.
 std::optional<BestLag> FindLag(std::span<const double> r);

@@ -1,6 +1,7 @@
 #include "statistics/cross_correlation.hpp"
 
 #include <limits>
+#include <numbers>
 
 #include "support/signals.hpp"
 #include "support/table_test.hpp"
@@ -84,6 +85,13 @@ TEST_F(CrossCorrelationTest, OfEqualLagsTheSmallerAndThenTheNegative) {
   EXPECT_EQ(FindLag(std::vector<double>{0.5, 0, 0.5, 0, -0.5, 0, 0.5})->samples, -1);
   EXPECT_EQ(FindLag(std::vector<double>{0.5, 0, 0, -0.2, 0, 0.5, 0.5})->samples, 2);
   EXPECT_FALSE(FindLag(std::vector<double>{NAN, NAN, NAN}));
+  // Every period of a sine is as good as the next but for rounding, and half a period upside down.
+  const Samples sine = Sampled(4000, [](int i) { return std::sin(2 * std::numbers::pi * i / 200); });
+  for (const std::int32_t lags : {210, 1000}) {  // plain sums, and the transform
+    const std::optional<BestLag> lag = FindLag(CrossCorrelate(sine, sine, lags, LagNorm::Overlap));
+    EXPECT_EQ(lag->samples, 0);
+    EXPECT_LE(lag->r, 1.0);
+  }
 }
 
 TEST_F(CrossCorrelationTest, LongWorkShowsAPanelAndCancelLeavesTheTrialAsItWas) {
