@@ -151,8 +151,8 @@ void ApplyTeagerKaiser(Workbench& workbench) {
     RefuseTooFewData(workbench);
     return;
   }
+  MarkChanged(workbench, true);  // also where a sample is found that cannot be stored
   TeagerKaiser(workbench.trial, channels);
-  MarkChanged(workbench, true);
   Did(workbench, "Teager-Kaiser energy operator", channels);
 }
 

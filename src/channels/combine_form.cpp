@@ -69,24 +69,27 @@ bool CombineForm::Compute() {
   if (!TakesAsMany(channels) || (!replaces && !HasFreeChannels(workbench_, 1))) {
     return false;
   }
-  Did(workbench_,
-      std::string(kNames.at(static_cast<std::size_t>(operation_))) +
-          (replaces ? ", in place of the first" : ", as a new channel"),
-      channels);
+  const CombinedChannel made =
+      CombineChannels(trial, static_cast<Combination>(operation_), channels, weights_);
   int to = channels.front();
   if (replaces) {
     trial.ChanLabel[to] = label_;
     trial.ChanUnits[to] = units_;
   } else {
-    const std::array made = {NewChannel{label_, units_}};
-    to = AppendChannels(workbench_, made);
+    to = AppendChannels(workbench_, std::array{NewChannel{label_, units_}});
   }
-  const std::int64_t zeroed =
-      CombineChannels(trial, static_cast<Combination>(operation_), channels, weights_, to);
+  const ChannelView target = trial.Channel(to);
+  for (std::int64_t i = 0; i < target.size(); ++i) {
+    target[i] = made.samples[static_cast<std::size_t>(i)];
+  }
   MarkChanged(workbench_, true);
-  if (zeroed > 0) {
-    AddNotice(workbench_, CountOf(zeroed, "sample") + " of the ratio " + (zeroed == 1 ? "was" : "were") +
-                              " set to 0 since the divisor was 0.");
+  Did(workbench_,
+      std::string(kNames.at(static_cast<std::size_t>(operation_))) +
+          (replaces ? ", in place of the first" : ", as a new channel"),
+      channels);
+  if (made.zeroed > 0) {
+    AddNotice(workbench_, CountOf(made.zeroed, "sample") + " of the ratio " +
+                              (made.zeroed == 1 ? "was" : "were") + " set to 0 since the divisor was 0.");
   }
   return true;
 }

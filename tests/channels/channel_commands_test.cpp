@@ -176,6 +176,11 @@ TEST_F(ChannelCommandsTest, EnergyOfAToneIsTheSameEverywhere) {
   RunPicking("channel.teager-kaiser", {1});
   EXPECT_EQ(LastBox(), "Too Few Data|Too few data points.");
   EXPECT_EQ(Channel(trial, 1), (Samples{1, 2}));
+  SetChannels(trial, {{1, 2, 1e20F, 2}});
+  RunPicking("channel.teager-kaiser", {1});
+  EXPECT_EQ(trial.Data(3, 1), 1e20F) << "no infinity that nobody notices";
+  EXPECT_EQ(workbench.report.failures.size(), 1U);
+  EXPECT_TRUE(trial.FileChanged);
 }
 
 TEST_F(ChannelCommandsTest, AGraphIsLeftBeforeItsChannelsAreOthers) {

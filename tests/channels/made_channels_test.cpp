@@ -63,6 +63,12 @@ TEST_F(CombineTest, ReplacesTheFirstAndRefusesTooFew) {
             (Texts{"Too Few Channels Selected: You must choose at least 2 channels.",
                    "Choose Only 2 Channels: You must only choose two channels."}));
   EXPECT_TRUE(workbench.report.deeds.empty());
+  trial.Data(2, 3) = 3e38F;
+  AnswerForm({{"optOperation", "0"}, {"channels 1", "yes"}, {"channels 3", "yes"}}, "Compute");
+  trial.Data(2, 1) = 3e38F;
+  Run("channel.combine");
+  EXPECT_EQ(LastBox(), "Combine channels|The result for sample 2 is not a number that data can hold.");
+  EXPECT_EQ(trial.NChan, 3);
 }
 
 std::vector<double> Made(const Waveform& wave, std::size_t samples, double rate) {

@@ -1,4 +1,6 @@
 // The dialogue of designed filters runs the filter.
+#include <stdexcept>
+
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/missing_samples.hpp"
@@ -9,6 +11,19 @@
 #include "dsp/filters/filter_options.hpp"
 
 namespace velmora {
+namespace {
+
+// Of samples that were numbers; derivatives and coefficients may make them as large as they like.
+void CheckStored(const Trial& trial, const ChannelList& channels) {
+  for (const int c : channels) {
+    if (MissingSamples(trial, c, {1, trial.NData}) > 0) {
+      throw std::range_error("The result for channel " + ChannelNumber(c) +
+                             " is not one that data can hold.  Nothing was changed.");
+    }
+  }
+}
+
+}  // namespace
 
 // A filter that is longer than the channel has nothing to stand on.
 bool FilterDesignForm::FitsChannels(const PlannedFilter& filter) {
@@ -63,6 +78,7 @@ bool FilterDesignForm::Compute() {
   }
   const bool done = RunCancellable(workbench_, channels, "Filtering", [&](const Turn& turn) {
     RunPlanned(workbench_.trial, channels, filter, MachineSimdLevel(), turn);
+    CheckStored(workbench_.trial, channels);
   });
   if (!done) {
     return false;

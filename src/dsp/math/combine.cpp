@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
+#include <cstddef>
+#include <span>
+#include <stdexcept>
+#include <string>
 
 #include "core/text/numbers.hpp"
 
@@ -101,21 +104,28 @@ double Combined(Combination how, const Values& of) {
 
 }  // namespace
 
-std::int64_t CombineChannels(Trial& trial, Combination how, const ChannelList& channels,
-                             const PerChannel<double>& weights, int target) {
+CombinedChannel CombineChannels(const Trial& trial, Combination how, const ChannelList& channels,
+                                const PerChannel<double>& weights) {
   std::vector<double> x(channels.size());
   std::vector<double> weightOf;
   for (const int c : channels) {
     weightOf.push_back(weights[c]);
   }
-  std::int64_t zeroed = 0;
+  CombinedChannel made;
+  made.samples.reserve(static_cast<std::size_t>(trial.NData));
   for (std::int64_t i = 1; i <= trial.NData; ++i) {
-    float* frame = trial.matrix.Frame(i);
+    const float* frame = trial.matrix.Frame(i);
     std::transform(channels.begin(), channels.end(), x.begin(), [frame](int c) { return frame[c]; });
-    zeroed += how == Combination::Ratio && !DividesBy(x[1]) ? 1 : 0;
-    frame[target] = static_cast<float>(Combined(how, {x, weightOf}));
+    made.zeroed += how == Combination::Ratio && !DividesBy(x[1]) ? 1 : 0;
+    const auto result = static_cast<float>(Combined(how, {x, weightOf}));
+    if (!std::isfinite(result) &&
+        std::all_of(x.begin(), x.end(), [](double value) { return std::isfinite(value); })) {
+      throw std::range_error("The result for sample " + std::to_string(i) +
+                             " is not a number that data can hold.");
+    }
+    made.samples.push_back(result);
   }
-  return zeroed;
+  return made;
 }
 
 }  // namespace velmora

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
+#include <vector>
 
 #include "core/trial/trial.hpp"
 #include "dsp/channel_list.hpp"
@@ -22,10 +22,14 @@ enum class Combination : std::int32_t {
   Angle,  // atan2(second, first) in degrees
 };
 
-/// Writes into channel `target`, which may be one of `channels`, sample by sample: in the order of the list,
-/// in 64 bits and rounded once. `weights` are by channel. Ratio and angle take two channels. Returns how many
-/// ratios became 0.
-std::int64_t CombineChannels(Trial& trial, Combination how, const ChannelList& channels,
-                             const PerChannel<double>& weights, int target);
+struct CombinedChannel {
+  std::vector<float> samples;  // 1 to NData
+  std::int64_t zeroed = 0;     // ratios that became 0
+};
+
+/// Sample by sample, in the order of the list, in 64 bits and rounded once. `weights` are by channel. Ratio
+/// and angle take two channels. Throws std::range_error where numbers make none that 32 bits hold.
+CombinedChannel CombineChannels(const Trial& trial, Combination how, const ChannelList& channels,
+                                const PerChannel<double>& weights);
 
 }  // namespace velmora

@@ -1,5 +1,9 @@
 #include "dsp/math/teager_kaiser.hpp"
 
+#include <cmath>
+
+#include "dsp/math/channel_math.hpp"
+
 namespace velmora {
 
 void TeagerKaiser(Trial& trial, const ChannelList& channels) {
@@ -9,7 +13,11 @@ void TeagerKaiser(Trial& trial, const ChannelList& channels) {
     double here = x[1];
     for (std::int64_t i = 1; i + 1 < x.size(); ++i) {
       const double next = x[i + 1];
-      x[i] = static_cast<float>(here * here - before * next);
+      const auto energy = static_cast<float>(here * here - before * next);
+      if (!std::isfinite(energy) && std::isfinite(before) && std::isfinite(here) && std::isfinite(next)) {
+        throw ArithmeticFault(c, i + 1);
+      }
+      x[i] = energy;
       before = here;
       here = next;
     }

@@ -141,6 +141,12 @@ TEST_F(FilterDesignDialogue, RefusesWithItsMessages) {
   questions.FillForm({}, "Cancel");
   Run("filter.design");
   EXPECT_EQ(LastBox(), "Too Few Channels Selected|You must choose at least 1 channel.");
+  const std::vector<float> before = Channel(trial, 1);
+  Filter({{"optFamily", "8"}, {"txtNumerator", "1e40"}}, 1);
+  EXPECT_EQ(
+      LastBox(),
+      "Digital filter design|The result for channel 00 is not one that data can hold.  Nothing was changed.");
+  EXPECT_EQ(Channel(trial, 1), before);
   trial.Data(3, 1) = NAN;
   Filter({}, 2);
   questions.boxes.clear();
