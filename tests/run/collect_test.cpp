@@ -15,6 +15,9 @@ class CollectTest : public RecipeTest {
     trial.ChanLabel[1] = "Fz";
     trial.ChanLabel[2] = "EMG";
     trial.TrialTitle = "a \"quoted\", title";
+    for (int i = 1; i <= 5; ++i) {
+      trial.Data(i, 0) += start_;
+    }
     trial.CursorLo = lo_;
     trial.CursorHi = hi_;
     ResultTable table{.name = "frmMade",
@@ -53,6 +56,7 @@ class CollectTest : public RecipeTest {
 
   std::int32_t lo_ = 0;
   std::int32_t hi_ = 0;
+  float start_ = 0;
   TableRows rows_;
 };
 
@@ -73,6 +77,8 @@ TEST_F(CollectTest, StatisticsAreOfTheSamplesBetweenTheCursors) {
                                  PlainNumber(std::sqrt(12.5)), "2", "7", "0.2", "0.3", "2"}));
   EXPECT_EQ(Warned(), "");
   EXPECT_EQ(Collect("a: {channel: EMG, statistic: first}"), Texts{"0"});
+  start_ = 534;  // of a recording, or of a crop that keeps its times
+  EXPECT_EQ(Collect("a: {channel: Fz, statistic: time-of-maximum}"), Texts{"534.3"});
   lo_ = hi_ = 1;
   EXPECT_EQ(Collect("a: {channel: EMG, statistic: first}, b: {channel: EMG, statistic: sd}"),
             (Texts{"0.1", ""}));
@@ -97,8 +103,9 @@ TEST_F(CollectTest, AValueThatIsNotThereIsEmptyAndToldOf) {
       Collect(
           "a: {info: /Raet}, b: {info: /channels}, c: {channel: Fx, statistic: mean}, d: {channel: EMG, "
           "statistic: mean}, e: {table: frmMad, row: 1, column: 1}, f: {table: 1, row: Fx, column: 1}, g: "
-          "{table: 1, row: 1, column: Meen}, h: {table: 1, row: EMG, column: Mean}, i: {info: /channels/01}"),
-      Texts(9));
+          "{table: 1, row: 1, column: Meen}, h: {table: 1, row: EMG, column: Mean}, i: {info: /channels/01},"
+          "j: {channel: EMG, statistic: last}"),
+      Texts(10));
   for (const char* part :
        {"column a is empty: the info has no /Raet",
         "column b is empty: /channels of the info is no single value",
@@ -106,7 +113,7 @@ TEST_F(CollectTest, AValueThatIsNotThereIsEmptyAndToldOf) {
         "column d is empty: sample 5 is not finite", "no result table \"frmMad\"; did you mean \"frmMade\"?",
         "no row \"Fx\"; did you mean \"Fz\"?, but 00, Fz, 01, EMG",
         "no column \"Meen\"; did you mean \"Mean\"?", "column h is empty: the cell is empty",
-        "no /channels/01"}) {
+        "no /channels/01", "column j is empty: sample 5 is not finite"}) {
     EXPECT_HAS(Warned(), part);
   }
   const auto fault = [](const std::string& step) {

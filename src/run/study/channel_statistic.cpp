@@ -6,7 +6,6 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
-#include "core/trial/helpers.hpp"
 
 namespace velmora {
 namespace {
@@ -32,8 +31,8 @@ Stretch BetweenCursors(Trial& trial, int channel) {
   return {samples, lo - 1, hi - 1};
 }
 
-void CheckFinite(const Stretch& stretch) {
-  for (std::int64_t i = stretch.lo; i <= stretch.hi; ++i) {
+void CheckFinite(const Stretch& stretch, std::int64_t first, std::int64_t last) {
+  for (std::int64_t i = first; i <= last; ++i) {
     if (!std::isfinite(stretch.samples[i])) {
       throw std::invalid_argument("sample " + std::to_string(i + 1) + " is not finite");
     }
@@ -103,12 +102,11 @@ std::optional<Statistic> StatisticNamed(std::string_view name) {
 
 std::string StatisticText(Trial& trial, int channel, Statistic statistic) {
   const Stretch stretch = BetweenCursors(trial, channel);
-  if (statistic != Statistic::First && statistic != Statistic::Last && statistic != Statistic::Count) {
-    CheckFinite(stretch);
+  if (statistic != Statistic::Count) {
+    CheckFinite(stretch, statistic == Statistic::Last ? stretch.hi : stretch.lo,
+                statistic == Statistic::First ? stretch.lo : stretch.hi);
   }
-  const auto timeOf = [&](bool highest) {
-    return PlainNumber(SampleToTime(trial, static_cast<std::int32_t>(Extreme(stretch, highest) + 1)));
-  };
+  const auto timeOf = [&](bool highest) { return PlainNumber(trial.Data(Extreme(stretch, highest) + 1, 0)); };
   switch (statistic) {
     case Statistic::Minimum:
       return PlainNumber(stretch.samples[Extreme(stretch, false)]);

@@ -32,9 +32,9 @@ std::optional<Statistic> StatisticNamed(std::string_view name);
 
 /// Of channel 1..NChan over the samples from CursorLo to CursorHi, all of them without cursors, in 64-bit
 /// arithmetic from the first sample to the last. `sd` has the divisor n - 1 and takes two passes; times are
-/// in seconds, of the first sample that is the extreme. Samples keep their shortest text as 32-bit numbers.
-/// Throws std::invalid_argument where there is no such value: a sample that is not finite (but for First,
-/// Last and Count), the sd of a single sample.
+/// those of the abscissa, of the first sample that is the extreme. Samples keep their shortest text as 32-bit
+/// numbers. Throws std::invalid_argument where there is no such value: a sample that it takes is not finite,
+/// the sd of a single sample.
 std::string StatisticText(Trial& trial, int channel, Statistic statistic);
 
 }  // namespace velmora
