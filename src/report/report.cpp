@@ -11,6 +11,7 @@
 #include "core/files/file_digest.hpp"
 #include "core/files/paths.hpp"
 #include "core/questions/long_work.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
@@ -63,7 +64,7 @@ std::vector<Fact> TrialFacts(const Workbench& workbench, const GoesOn& goesOn) {
   std::vector<Fact> facts;
   AddFile(facts, workbench.LoadedFile, goesOn);
   Add(facts, "Format", FormatNameOf(trial));
-  Add(facts, "Trial title", Trim(trial.TrialTitle));
+  Add(facts, "Trial title", TitleOnOneLine(trial));
   Add(facts, "Channels", std::to_string(trial.NChan));
   Add(facts, "Samples", FormatCount(trial.NData));
   Add(facts, "Sampling rate", FormatNumber(trial.Rate, patterns.RatePattern) + " Hz");
@@ -95,6 +96,11 @@ void AddPicture(Workbench& workbench, Report& report) {
   order.height = order.lanes.size() > kFewLanes ? 1300 : 600;
   order.paper = kWhite;
   report.pictureTitle = std::exchange(order.title, "");
+  // A trial without a title of its own is titled by the whole path of its file.
+  const std::string& title = workbench.trial.TrialTitle;
+  if (const std::size_t at = report.pictureTitle.find(title); at != std::string::npos) {
+    report.pictureTitle.replace(at, title.size(), TitleOnOneLine(workbench.trial));
+  }
 }
 
 // Files of a third of a second, about, where the processor has no instructions for the digest.

@@ -104,6 +104,13 @@ TEST_F(ReportTest, TellsFileResultsGraphAndStepsAndIsTheSameWhenMadeAgain) {
 
   const EnvironmentVariable nonsense("SOURCE_DATE_EPOCH", "soon");
   EXPECT_FALSE(Has(Save("c.html"), "2023-11-14"));
+
+  CloseView(workbench);
+  trial.TrialTitle = directory.Path("walk.txt");  // as files without a title have it
+  Run("graph.all");
+  const std::string untitled = Save("d.html");
+  EXPECT_FALSE(Has(untitled, directory.Path(""))) << "the directory is nobody's business";
+  EXPECT_HAS(untitled, "Graph of walk.txt");
 }
 
 TEST_F(ReportTest, HasThePartsThatWereChosenAndNoneThatIsEmpty) {
