@@ -23,7 +23,7 @@ class CollectTest : public RecipeTest {
     ResultTable table{.name = "frmMade",
                       .title = "Made of: x.vmb",
                       .columns = {"Channel", "Label", "Mean"},
-                      .rows = {{"00", "Fz", 0.1}, {"01", "EMG", std::nan("")}}};
+                      .rows = {{"00", "Fz", 0.1}, {"01", "EMG", std::monostate()}}};
     run_->State().results.ResultTables = {table};
   }
   /// The cells of the row that these columns give.

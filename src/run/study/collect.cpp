@@ -61,11 +61,11 @@ const ResultTable& FindTable(const Workbench& workbench, const std::string& name
 }
 
 std::string CellText(const ResultTable::Cell& cell) {
-  const auto* number = std::get_if<double>(&cell);
-  if (number == nullptr) {
-    return std::get<std::string>(cell);
+  if (const auto* text = std::get_if<std::string>(&cell)) {
+    return *text;
   }
-  return std::isfinite(*number) ? PlainNumber(*number) : std::string();
+  const auto* number = std::get_if<double>(&cell);
+  return number != nullptr && std::isfinite(*number) ? PlainNumber(*number) : std::string();
 }
 
 // A row by what stands first in it, or in its column of labels.
