@@ -37,7 +37,8 @@ class DataForm : public ResultForm {
                        .caption = "&Channel",
                        .target = &channel_,
                        .choices = std::move(columns),
-                       .isList = true});
+                       .isList = true,
+                       .channelsFrom = 1});
     fields_.push_back({.name = "txtValue", .caption = "&Value", .target = &value_});
     buttons_ = {StayButton("&Set", [this] { Set(); }),
                 {"E&xit", FormButton::Role::Accept, [this] {

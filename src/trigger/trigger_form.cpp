@@ -89,7 +89,8 @@ void TriggerForm::AddConditionFields() {
                      .choices = std::move(channels),
                      .group = group,
                      .edited = follow,
-                     .isList = true});
+                     .isList = true,
+                     .channelsFrom = 0});
   fields_.push_back({.name = "comType",
                      .caption = "T&ype",
                      .target = &type_,

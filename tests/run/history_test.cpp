@@ -137,7 +137,11 @@ TEST_F(HistoryTest, ARecipeNamesChannelsByLabelWhereLabelsTellThemApart) {
   Load();
   Filter();
   Scale();
+  Press("Compute", {{"comX", "1"}, {"comY", "2"}, {"chkShift", "true"}});
+  Press("Exit");
+  Do("statistics.cross-correlation");
   const std::string recipe = history.Recipe();
+  EXPECT_NE(recipe.find("comX: \"EMG 1\""), std::string::npos) << recipe;
   EXPECT_NE(recipe.find("{\"EMG 1\": 0.1"), std::string::npos) << recipe;
   EXPECT_NE(recipe.find("\"EMG 2\": 12.5"), std::string::npos) << recipe;
   const std::vector<float> second = Channel(workbench.trial, 2);

@@ -230,6 +230,11 @@ TEST_F(RecipeQuestionsTest, ChannelsAreNamedByLabelAndByPattern) {
   EXPECT_TRUE(form_.channels[1] && form_.channels[2] && !form_.channels[3]);
   EXPECT_EQ(form_.cutoffs[2], 20.0);
   EXPECT_EQ(form_.cutoffs[3], 6.0);
+  for (const auto& [text, index] :
+       {std::pair("' fz '", 3), {"'M*r'", 8}, {"'label:fx'", 4}, {"'02: Fz'", 3}, {"fx", 0}, {"2", 2}}) {
+    EXPECT_EQ(FormWith("{form: {comX: " + std::string(text) + "}}"), "answered");
+    EXPECT_EQ(form_.x, index) << text;
+  }
 }
 
 TEST_F(RecipeQuestionsTest, AChannelThatIsNotThereIsToldWithThoseThatAre) {
@@ -246,6 +251,9 @@ TEST_F(RecipeQuestionsTest, AChannelThatIsNotThereIsToldWithThoseThatAre) {
               {"fits channels 1, 2"});
   ExpectFound(FormWith("{form: {Cutoffs: {Fx: 6}}}"), {"field Cutoffs", "\"Fx\""});
   ExpectFound(FormWith("{form: {channels: Fx}}"), {"field channels", "\"Fx\""});
+  ExpectFound(FormWith("{form: {comX: Fy}}"),
+              {"field comX", "no channel labelled \"Fy\"; did you mean \"Fz\"?"});
+  ExpectFound(FormWith("{form: {comX: emg}}"), {"\"emg\" is the label of channels 1, 2"});
 }
 
 TEST_F(RecipeQuestionsTest, FormRefusesWhatItDoesNotHave) {

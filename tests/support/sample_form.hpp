@@ -24,6 +24,11 @@ class SampleForm : public Form {
         {.name = "Name", .caption = "Name", .target = &name},
         {.name = "Cutoffs", .caption = "Cut-offs", .target = &cutoffs, .lowest = 0},
         {.name = "channels", .caption = "Channels", .target = &channels},
+        {.name = "comX",
+         .caption = "X",
+         .target = &x,
+         .choices = {"Fx", "00: A", "01: B", "02: Fz", "D", "E", "F", "G", "H"},  // the abscissa first
+         .channelsFrom = 1},
     };
     buttons_ = {
         {.caption = "&Filter", .role = FormButton::Role::Accept, .press = [] { return true; }},
@@ -45,6 +50,7 @@ class SampleForm : public Form {
   std::string name;
   ChannelNumbers cutoffs{};
   ChannelFlags channels{true, true, true, true};
+  std::int32_t x = 0;
   std::string typed;
   int edits = 0;
 };

@@ -72,8 +72,12 @@ FormField& AnalysisForm::AddChannel(const char* name, const char* caption, std::
     choices.push_back(ChannelNumber(c) + ": " + OneLine(Trim(trial.ChanLabel[c].Text())));
   }
   channel = std::clamp<std::int32_t>(channel, 0, trial.NChan);
-  return fields_.emplace_back(FormField{
-      .name = name, .caption = caption, .target = &channel, .choices = std::move(choices), .isList = true});
+  return fields_.emplace_back(FormField{.name = name,
+                                        .caption = caption,
+                                        .target = &channel,
+                                        .choices = std::move(choices),
+                                        .isList = true,
+                                        .channelsFrom = 1});
 }
 
 void AnalysisForm::AddButtons(const char* computeCaption) {

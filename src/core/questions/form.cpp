@@ -58,10 +58,8 @@ double Limited(const FormField& field, double value) {
 }
 
 std::int32_t ChoiceOf(const FormField& field, std::string_view text) {
-  for (std::size_t i = 0; i < field.choices.size(); ++i) {
-    if (EqualNoCase(WithoutMnemonic(field.choices[i]), text)) {
-      return static_cast<std::int32_t>(i);
-    }
+  if (const std::optional<std::int32_t> called = field.ChoiceCalled(text)) {
+    return *called;
   }
   const bool digits = !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
   const double index = digits ? Val(text) : -1;
@@ -97,6 +95,15 @@ struct ShowValue {
 };
 
 }  // namespace
+
+std::optional<std::int32_t> FormField::ChoiceCalled(std::string_view text) const {
+  for (std::size_t i = 0; i < choices.size(); ++i) {
+    if (EqualNoCase(WithoutMnemonic(choices[i]), text)) {
+      return static_cast<std::int32_t>(i);
+    }
+  }
+  return std::nullopt;
+}
 
 FormButton StayButton(std::string caption, std::function<void()> press) {
   return {.caption = std::move(caption), .press = [press = std::move(press)] {

@@ -73,6 +73,11 @@ struct FormField {
   const std::string* valuesOf = nullptr;
   /// Indices of `choices` that cannot be chosen for now; recipes are answered when a button is pressed.
   std::vector<std::int32_t> disabledChoices{};
+  /// The choices from this index on are the channels, from the first: a recipe may call one by its label.
+  std::optional<std::int32_t> channelsFrom{};
+
+  /// The index of the choice of this text, without regard to case.
+  [[nodiscard]] std::optional<std::int32_t> ChoiceCalled(std::string_view text) const;
 };
 
 struct FormButton {

@@ -51,7 +51,8 @@ void CheckTogether(const CLI::App& app, const Arguments& arguments) {
   }
 }
 
-// A command line holds no hundred thousand paths, and a line no path that has a line break in it.
+// A command line holds no hundred thousand paths, and a line no path that has a line break in it. Lists come
+// from Windows, too, with a carriage return at the end of each line.
 std::vector<std::string> ReadInputList(const std::string& path) {
   std::string text;
   try {
@@ -63,6 +64,9 @@ std::vector<std::string> ReadInputList(const std::string& path) {
   std::istringstream lines(text);
   std::vector<std::string> inputs;
   for (std::string line; std::getline(lines, line, separator);) {
+    if (separator == '\n' && line.ends_with('\r')) {
+      line.pop_back();
+    }
     if (!line.empty()) {
       inputs.push_back(line);
     }

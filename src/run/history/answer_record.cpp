@@ -29,7 +29,18 @@ struct ValueOf {
   using Value = decltype(FieldAnswer::value);
 
   Value operator()(const bool* value) const { return YesNoText(*value); }
-  Value operator()(const std::int32_t* value) const { return std::to_string(*value); }
+  Value operator()(const std::int32_t* value) const {
+    const std::string number = std::to_string(*value);
+    if (!field.channelsFrom || *value < *field.channelsFrom) {
+      return number;
+    }
+    const ChannelName name = named(*value - *field.channelsFrom + 1);
+    if (name.number > 0) {
+      return number;
+    }
+    const std::string text = TextOf(name);
+    return field.ChoiceCalled(text) ? "label:" + name.label : text;  // of "(none)", or as the abscissa
+  }
   Value operator()(const double* value) const { return PlainNumber(*value); }
   Value operator()(const std::string* value) const { return *value; }
   Value operator()(const ChannelNumbers* values) const {

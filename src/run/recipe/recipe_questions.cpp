@@ -112,6 +112,16 @@ std::string WhyUnfit(const ChannelPicker& picker, const PickAnswer& answer) {
   return known ? std::string() : NoSuch("button", answer.press, buttons);
 }
 
+// What to choose in a list of channels: a choice by its text or number as in any list, or a channel by its
+// label.
+std::string ChoiceText(const FormField& field, const std::string& text, const Trial& trial) {
+  const bool number = text.find_first_not_of("0123456789") == std::string::npos;
+  if (!field.channelsFrom || number || field.ChoiceCalled(text)) {
+    return text;
+  }
+  return std::to_string(*field.channelsFrom + OneChannelOf(ReadChannelName(text), trial) - 1);
+}
+
 // One text for a set of channels: all, or those of one name.
 ChannelChoice ChoiceOf(const std::string& text) {
   return EqualNoCase(text, "all") ? ChannelChoice{.all = true}
@@ -305,7 +315,7 @@ void RecipeQuestions::EditField(Form& form, const FormField& field, const FieldA
   }
   if (!flags) {
     CheckNumber(field, *text);
-    form.Edit(field, *text);
+    form.Edit(field, ChoiceText(field, *text, *trial_));
     return;
   }
   const ChannelFlags chosen =

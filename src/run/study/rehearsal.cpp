@@ -11,6 +11,7 @@
 #include "core/files/output_guard.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "run/recipe/channel_name.hpp"
 #include "run/recipe/gesture.hpp"
 #include "run/recipe/recipe_questions.hpp"
 
@@ -45,6 +46,11 @@ class NamedLabels {
   void operator()(const FormAnswer& answer) {
     for (const FieldAnswer& field : answer.fields) {
       std::visit(*this, field.value);
+      const auto* text = std::get_if<std::string>(&field.value);
+      const bool list = field.name.starts_with("com");  // of channels, maybe
+      if (list && text != nullptr && text->find_first_not_of(" -0123456789") != std::string::npos) {
+        Take(ReadChannelName(*text));
+      }
     }
   }
   void operator()(const std::string& /*text*/) {}
