@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "results/result_presses.hpp"
 
 namespace velmora {
@@ -51,7 +52,7 @@ void StatisticsForm::AddRangeFields() {
   };
   const auto showTime = [&](const char* name, const char* caption, double& time) {
     show(name, caption, &time);
-    fields_.back().units = "s";
+    fields_.back().units = Trim(workbench_.trial.ChanUnits[0].Text());  // seconds, or "%", or frames
     fields_.back().pattern = workbench_.patterns.TimePattern;
   };
   if (times_ == Times::Texts) {

@@ -34,7 +34,11 @@ TEST_F(LevelTest, MeansByHand) {
 
 TEST_F(LevelTest, MediansByHand) {
   SetChannels(trial, {{10, 3, 1, 4, 2}, {7, 7, 7, 7, 7}, {kNan, 2, kNan, kNan, 4}}, 10);
-  questions.FillForm({});
+  trial.ChanUnits[0] = "%";
+  questions.formAnswers.emplace_back([](Form& form) {
+    EXPECT_EQ(form.FindField("EndTime")->units, "%");
+    return std::string("Exit");
+  });
   RunPicking("statistics.median", {1, 2, 3});
   const ResultTable& table = Table("frmMedians");
   EXPECT_TRUE(table.title.ends_with("(linear between order statistics)"));
