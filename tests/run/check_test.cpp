@@ -17,7 +17,7 @@ TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
     answers:
       - form: {optPasType: 1, FilterCutoffs: {"EMG*": 20}, press: Fliter}
   - do: math.square
-    answers: [{box: Yess}, {pick: {chanels: [1], press: Proces}}, {form: {a: {0: 1}, found: perhaps}}]
+    answers: [{box: Yess}, {pick: {chanels: [1], press: Proces}}, {form: {a: {0: 1}, found: perhaps}}, {bxo: Yes}]
   - do: graph.single
     answers:
       - form: {channels: Fz, TxtWindw: 2}
@@ -38,6 +38,7 @@ TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
       {10, "pick has no key \"chanels\"; did you mean \"channels\"?"},
       {10, "\"0\" is no channel: channels count from 1"},
       {10, "found must be true or false"},
+      {10, "an answer has no key \"bxo\"; did you mean \"box\"?"},
       {13, "no field \"TxtWindw\""},
       {14, "a step has no key \"inf\"; did you mean \"info\"?"},
       {15, "unknown variable ${factr}; did you mean \"factor\"?"},

@@ -118,6 +118,9 @@ Answer ReadAnswer(YamlReader& reader, const YAML::Node& node) {
   if (kinds != 1 && known) {
     reader.Fail(node, "an answer has exactly one of box, input, file, pick and form");
   }
+  if (kinds == 0) {
+    throw Unreadable();  // its kind is mistyped, which is noted
+  }
   if (const YAML::Node title = node["title"]) {
     answer.title = reader.Text(title, "title");
   }
