@@ -166,6 +166,31 @@ TEST_F(Normalize, AFileByNumberWhereNoLabelIsKnown) {
   With({{"optSource", "1"}, {"channels 1", "yes"}, {"channels 2", "yes"}});
   EXPECT_EQ(Channel(trial, 1), (Samples{50, 100, 200}));
   EXPECT_EQ(Channel(trial, 2), (Samples{200, 50, 25}));
+  // Another source in between does not leave its maximums to the file's.
+  Begin({{1, 2, 4}}, {"left"});
+  workbench.emg.Maximums = {{.Label = "left", .Maximum = 4}};
+  questions.fileAnswers.push_back({path});
+  questions.FillForm({}, "Read file...");
+  With({{"optSource", "0"}, {"optSource", "1"}, {"channels 1", "yes"}});
+  EXPECT_EQ(Channel(trial, 1), (Samples{50, 100, 200}));
+}
+
+// Two channels whose labels a file cut alike, of which the second is normalized already.
+TEST_F(Normalize, UnlikeUnitsAndSharedLabelsAreTold) {
+  Begin({{1, 1, 1}, {8, 8, 8}}, {"Vastus lat", "vastus lat "});
+  Determine();
+  EXPECT_EQ(LastBox(),
+            "Same Label|Channels 00, 01 are all labelled \"Vastus lat\".  Maximums are kept by label, so "
+            "these share one, the largest.");
+  questions.boxes.clear();
+  trial.ChanUnits[2] = "%";
+  With({{"channels 1", "yes"}, {"channels 2", "yes"}});
+  EXPECT_EQ(Channel(trial, 1), Samples(3, 12.5F));
+  ASSERT_EQ(questions.boxes.size(), 2U);
+  EXPECT_EQ(questions.boxes[0].title + "|" + questions.boxes[0].text,
+            "Units Differ|Channels in other units than their maximums: 01 (\"%\", its maximum \"mV\").  "
+            "Percentages of unlike units mean nothing.");
+  EXPECT_EQ(questions.boxes[1].title, "Same Label");
 }
 
 TEST_F(Normalize, TellsWhatItLeaves) {

@@ -21,7 +21,11 @@ using DesignedHistory = RecordedPerson;
 
 // What a person does is heard, written as a recipe, and repeated in a fresh program.
 TEST_F(DesignedHistory, IsRepeatedWithItsFiles) {
-  WriteTrialFile(input, [](Trial& trial) { SetChannels(trial, Bursting(), 1000); });
+  WriteTrialFile(input, [](Trial& trial) {
+    SetChannels(trial, Bursting(), 1000);
+    trial.ChanLabel[1] = "Biceps";
+    trial.ChanLabel[2] = "Triceps";
+  });
   Load();
   person.FillForm({{"optFamily", "4"}, {"txtTaps", "51"}, {"txtCutoff", "80"}, {"channels 1", "yes"}},
                   "Filter");

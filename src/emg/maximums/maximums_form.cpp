@@ -79,6 +79,7 @@ bool MaximumsForm::Compute() {
     return false;
   }
   Store(channels, found, width);
+  TellSharedMaximums(workbench_, channels);
   return true;
 }
 
@@ -110,8 +111,8 @@ void MaximumsForm::Store(const ChannelList& channels, const std::vector<WindowMa
     words += " of " + PlainNumber(width / trial.Rate) + " s";
   }
   if (kept > 0) {
-    words +=
-        " (" + std::to_string(kept) + " stored before " + (kept == 1 ? "is" : "are") + " larger and stayed)";
+    words += " (" + std::to_string(kept) + " stored before " + (kept == 1 ? "is" : "are") +
+             " no smaller and stayed)";
   }
   Did(workbench_, words, channels);
 }

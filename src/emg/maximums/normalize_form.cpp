@@ -45,7 +45,7 @@ NormalizeForm::NormalizeForm(Workbench& workbench)
                      .caption = "Maximum",
                      .target = &maximums_,
                      .prompt = "0 means no action.",
-                     .edited = [this] { from_[EditedChannel()] = "entered"; }});
+                     .edited = [this] { references_[EditedChannel()] = {.from = "entered"}; }});
   AddChannels("channels", "&Channels", channels_);
   AddButtons("&Normalize");
   buttons_.insert(buttons_.end() - 1, StayButton("&Read file...", [this] {
@@ -70,7 +70,8 @@ void NormalizeForm::TakeFrom(const std::vector<StoredMaximum>& all, const std::s
                                : numbered != all.end() ? &*numbered
                                                        : nullptr;
     maximums_[c] = one != nullptr ? one->Maximum : 0.0;
-    from_[c] = one != nullptr ? where + (byLabel ? "" : " by number") : std::string();
+    references_[c] =
+        one != nullptr ? Reference{where + (byLabel ? "" : " by number"), one->Units, byLabel} : Reference{};
   }
 }
 
@@ -84,9 +85,10 @@ bool NormalizeForm::ReadFile() {
     return false;
   }
   try {
-    if (const auto all = ReadMaximums(paths.front())) {
-      TakeFrom(*all, paths.front());
-      fileRead_ = true;
+    if (auto all = ReadMaximums(paths.front())) {
+      read_ = std::move(all);
+      readFrom_ = paths.front();
+      TakeFrom(*read_, readFrom_);
       return true;
     }
     ShowRefusal(workbench_, {.title = "Invalid File Format",
@@ -107,14 +109,11 @@ void NormalizeForm::Fill() {
     case kStored:
       return TakeFrom(workbench_.emg.Maximums, "stored");
     case kFile:
-      if (!fileRead_) {  // the press asks for it
-        maximums_.fill(0.0);
-      }
-      return;
+      return TakeFrom(read_.value_or(std::vector<StoredMaximum>()), readFrom_);  // else the press asks for it
     case kLargest:
       for (int c = 1; c <= trial.NChan; ++c) {
         maximums_[c] = LargestOf(trial, c);
-        from_[c] = "largest value";
+        references_[c] = {.from = "largest value"};
       }
       return;
     default:
@@ -148,18 +147,43 @@ ChannelList NormalizeForm::Ready() {
   return ready;
 }
 
+void NormalizeForm::TellDoubts(const ChannelList& channels) {
+  const Trial& trial = workbench_.trial;
+  std::string unlike;
+  ChannelList byLabel;
+  for (const int c : channels) {
+    const Reference& reference = references_[c];
+    const std::string units = OneLine(Trim(trial.ChanUnits[c].Text()));
+    if (!units.empty() && !reference.units.empty() && units != reference.units) {
+      unlike += (unlike.empty() ? "" : ", ") + ChannelNumber(c) + " (\"" + units + "\", its maximum \"" +
+                reference.units + "\")";
+    }
+    if (reference.byLabel) {
+      byLabel.push_back(c);
+    }
+  }
+  if (!unlike.empty()) {
+    ShowRefusal(workbench_, {.title = "Units Differ",
+                             .text = "Channels in other units than their maximums: " + unlike +
+                                     ".  Percentages of unlike units mean nothing.",
+                             .icon = Icon::Exclamation});
+  }
+  TellSharedMaximums(workbench_, byLabel);
+}
+
 bool NormalizeForm::Compute() {
   if (SelectedChannels(workbench_.trial, channels_).empty()) {
     RefuseTooFewChannels(workbench_, 1);
     return false;
   }
-  if (source_ == kFile && !fileRead_ && !ReadFile()) {
+  if (source_ == kFile && !read_ && !ReadFile()) {
     return false;
   }
   const ChannelList ready = Ready();
   if (ready.empty()) {
     return false;
   }
+  TellDoubts(ready);
   Normalize(ready);
   return true;
 }
@@ -181,7 +205,7 @@ void NormalizeForm::Normalize(const ChannelList& channels) {
       above += std::abs(x[i]) > 100 ? 1 : 0;
     }
     trial.ChanUnits[c] = "%";
-    table.rows.push_back({ChannelNumber(c), LabelOnOneLine(trial, c), maximums_[c], from_[c], peak,
+    table.rows.push_back({ChannelNumber(c), LabelOnOneLine(trial, c), maximums_[c], references_[c].from, peak,
                           static_cast<double>(above)});
   }
   MarkChanged(workbench_, true);

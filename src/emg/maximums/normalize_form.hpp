@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "core/command_memory.hpp"
 #include "core/questions/analysis_form.hpp"
 #include "core/results/result_form.hpp"
 #include "dsp/channel_list.hpp"
@@ -27,13 +29,23 @@ class NormalizeForm : public AnalysisForm {
   bool Compute() override;
   /// The chosen channels that have a maximum and are to be normalized; the others are told.
   [[nodiscard]] ChannelList Ready();
+  /// What makes the percentages of these doubtful: units, labels.
+  void TellDoubts(const ChannelList& channels);
   void Normalize(const ChannelList& channels);
 
+  /// Where the maximum of a channel comes from.
+  struct Reference {
+    std::string from;
+    std::string units;  // of the maximum; empty: not known
+    bool byLabel = false;
+  };
+
   std::int32_t source_ = kStored;
-  bool fileRead_ = false;
+  std::optional<std::vector<StoredMaximum>> read_;  // of the file that was read last
+  std::string readFrom_;
   ChannelNumbers maximums_{};
   ChannelFlags channels_{};
-  PerChannel<std::string> from_;
+  PerChannel<Reference> references_;
   Results results_;
 };
 

@@ -8,6 +8,7 @@
 #include "core/files/paths.hpp"
 #include "core/questions/result_table.hpp"
 #include "core/results/result_file.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
@@ -108,6 +109,28 @@ bool StoreMaximum(std::vector<StoredMaximum>& all, const StoredMaximum& one, boo
   }
   all[static_cast<std::size_t>(there - all.data())] = one;
   return true;
+}
+
+void TellSharedMaximums(Workbench& workbench, const std::vector<int>& channels) {
+  std::vector<std::pair<std::string, std::string>> numbersOf;  // by label
+  for (const int c : channels) {
+    const std::string label = LabelOnOneLine(workbench.trial, c);
+    const auto it = std::find_if(numbersOf.begin(), numbersOf.end(),
+                                 [&](const auto& one) { return EqualNoCase(one.first, label); });
+    if (it == numbersOf.end()) {
+      numbersOf.emplace_back(label, ChannelNumber(c));
+    } else {
+      it->second += ", " + ChannelNumber(c);
+    }
+  }
+  for (const auto& [label, numbers] : numbersOf) {
+    if (numbers.find(',') != std::string::npos) {
+      ShowRefusal(workbench, {.title = "Same Label",
+                              .text = "Channels " + numbers + " are all labelled \"" + label +
+                                      "\".  Maximums are kept by label, so these share one, the largest.",
+                              .icon = Icon::Exclamation});
+    }
+  }
 }
 
 ResultTable MaximumTable(const Workbench& workbench, const std::vector<StoredMaximum>& all) {

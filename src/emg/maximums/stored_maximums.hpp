@@ -20,6 +20,9 @@ const StoredMaximum* FindMaximum(const std::vector<StoredMaximum>& all, std::str
 /// there stays. Returns whether it was put.
 bool StoreMaximum(std::vector<StoredMaximum>& all, const StoredMaximum& one, bool keepLarger);
 
+/// Tells which of the channels have one label, and so one maximum.
+void TellSharedMaximums(Workbench& workbench, const std::vector<int>& channels);
+
 /// "frmMaximums": a row a maximum.
 ResultTable MaximumTable(const Workbench& workbench, const std::vector<StoredMaximum>& all);
 
