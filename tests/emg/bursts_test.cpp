@@ -7,6 +7,7 @@
 #include "dsp/math/mean_deviation.hpp"
 #include "support/signals.hpp"
 #include "support/table_test.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -100,6 +101,14 @@ TEST_F(Onsets, EveryBaselineAndItsRefusals) {
   EXPECT_EQ(Refused({}), "Too Few Channels Selected|You must choose at least 1 channel.");
   EXPECT_EQ(Refused({{"channels 1", "yes"}, {"txtEnvelope", "500"}}),
             "Invalid Entry|Envelope cut-off must be from 0 to 500.");
+  // Zeros before the sensor was on are the quietest stretch, but no rest.
+  for (int i = 1; i <= 250; ++i) {
+    trial.Data(i, 2) = 0.0F;
+  }
+  Compute({{"channels 1", "yes"}, {"channels 2", "yes"}, {"chkEvents", "no"}});
+  EXPECT_HAS(LastBox(),
+             "No Rest in the Baseline|Much of the baseline is one value that never changes, in "
+             "channels: 01.");
   trial.Data(7, 1) = INFINITY;
   EXPECT_EQ(Refused({{"channels 1", "yes"}}),
             "Missing Data|Channel 00 has 1 samples that are no numbers between samples 1 and 2000.");
@@ -119,6 +128,14 @@ TEST_F(CoContractions, ThreeIndicesByHandAndTheCurve) {
   ASSERT_EQ(trial.NChan, 3);
   EXPECT_EQ(Channel(trial, 3), (Samples{2, 0}));
   EXPECT_EQ(trial.ChanLabel[3].Text(), "Co-contraction");
+  // The curve goes beyond the range, where samples may be missing.
+  SetChannels(trial, {{1, 1, kNan, 3}, {1, 1, 3, kNan}}, 4);
+  trial.CursorLo = 1;
+  trial.CursorHi = 2;
+  questions.boxAnswers = {Button::Yes};
+  Compute({{"comAgonist", "1"}, {"comAntagonist", "2"}, {"chkCurve", "yes"}});
+  EXPECT_EQ(Channel(trial, 3)[1], 2);
+  EXPECT_TRUE(std::isnan(Channel(trial, 3)[2]) && std::isnan(Channel(trial, 3)[3]));
 
   // Silence has no percentage; what is below 0 is told.
   SetChannels(trial, {{0, -1}, {0, 0}}, 4);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 
 #include "dsp/design/sliding_sums.hpp"
 #include "dsp/design/smooth_low_pass.hpp"
@@ -72,6 +73,9 @@ std::vector<SignalBurst> FindSignalBursts(std::span<const double> signal, const 
 }
 
 double RudolphTerm(double a, double b) {
+  if (!std::isfinite(a) || !std::isfinite(b)) {
+    return std::numeric_limits<double>::quiet_NaN();
+  }
   const double low = std::max(std::min(a, b), 0.0);
   const double high = std::max(std::max(a, b), 0.0);
   return high > 0 ? low / high * (low + high) : 0.0;

@@ -56,6 +56,7 @@ struct CoContraction {
 CoContraction CoContractionOf(const Trial& trial, int agonist, int antagonist, SampleRange range);
 
 /// Rudolph's term of one sample: low/high (low + high), 0 where high is 0; values below 0 count as 0.
+/// NaN where either is no number.
 double RudolphTerm(double a, double b);
 
 }  // namespace velmora

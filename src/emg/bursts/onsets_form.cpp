@@ -12,6 +12,21 @@
 #include "events/store_events.hpp"
 
 namespace velmora {
+namespace {
+
+// Whether a tenth of these samples or more, ten at least, stand in a row and are all the same. The noise of
+// an amplifier is not, unless a converter is too coarse to tell rest from nothing.
+bool IsLifeless(const Trial& trial, int channel, SampleRange range) {
+  constexpr std::int32_t kFewest = 10;
+  const std::int32_t enough = std::max(kFewest, (range.hi - range.lo + 1) / 10);
+  std::int32_t inARow = 1;
+  for (std::int32_t i = range.lo + 1; i <= range.hi && inARow < enough; ++i) {
+    inARow = trial.Data(i, channel) == trial.Data(i - 1, channel) ? inARow + 1 : 1;
+  }
+  return inARow >= enough;
+}
+
+}  // namespace
 
 OnsetsForm::OnsetsForm(Workbench& workbench, SampleRange range)
     : AnalysisForm(workbench, "frmOnsets", "Onsets and Offsets"), range_(range) {
@@ -89,7 +104,7 @@ bool OnsetsForm::HasBaseline() {
   return false;
 }
 
-MeanDeviation OnsetsForm::Rest(const std::vector<double>& envelope) const {
+SampleRange OnsetsForm::Rest(const std::vector<double>& envelope) const {
   std::size_t first = 0;
   std::size_t count = QuietSamples();
   if (baseline_ == kQuietest) {
@@ -98,7 +113,7 @@ MeanDeviation OnsetsForm::Rest(const std::vector<double>& envelope) const {
     first = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorLo} - range_.lo);
     count = static_cast<std::size_t>(std::int64_t{workbench_.trial.CursorHi} - workbench_.trial.CursorLo + 1);
   }
-  return MeanDeviationOf(std::span(envelope).subspan(first, count));
+  return {static_cast<std::int32_t>(first), static_cast<std::int32_t>(first + count - 1)};
 }
 
 ChannelBursts OnsetsForm::Search(int channel) const {
@@ -108,7 +123,11 @@ ChannelBursts OnsetsForm::Search(int channel) const {
   if (baseline_ == kEntered) {
     rule.threshold = thresholds_[channel];
   } else {
-    found.rest = Rest(found.envelope);
+    const SampleRange rest = Rest(found.envelope);
+    found.rest = MeanDeviationOf(
+        std::span(found.envelope)
+            .subspan(static_cast<std::size_t>(rest.lo), static_cast<std::size_t>(rest.hi - rest.lo + 1)));
+    found.lifeless = IsLifeless(workbench_.trial, channel, {range_.lo + rest.lo, range_.lo + rest.hi});
     rule.threshold = found.rest->mean + deviations_ * found.rest->deviation;
     if (second_ > 0) {
       rule.second = found.rest->mean + second_ * found.rest->deviation;
@@ -153,8 +172,26 @@ bool OnsetsForm::Compute() {
         std::find_if(found_.begin(), found_.end(), [c](const auto& of) { return of.channel == c; });
     return Words() + ", " + CountOf(static_cast<std::int64_t>(it->bursts.size()), "burst");
   });
+  TellLifelessRest();
   KeepEvents();
   return true;
+}
+
+void OnsetsForm::TellLifelessRest() {
+  std::string numbers;
+  for (const ChannelBursts& of : found_) {
+    if (of.lifeless) {
+      numbers += (numbers.empty() ? "" : ", ") + ChannelNumber(of.channel);
+    }
+  }
+  if (!numbers.empty()) {
+    ShowRefusal(workbench_,
+                {.title = "No Rest in the Baseline",
+                 .text = "Much of the baseline is one value that never changes, in channels: " + numbers +
+                         ".  A sensor that was off, or samples filled in, say nothing of rest, nor does the "
+                         "threshold made of them.  Choose a range or a baseline without them.",
+                 .icon = Icon::Exclamation});
+  }
 }
 
 std::string OnsetsForm::Words() const {

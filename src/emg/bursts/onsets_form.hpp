@@ -17,6 +17,7 @@ struct ChannelBursts {
   std::vector<double> envelope;  // by sample of the range
   double threshold = 0.0;
   std::optional<MeanDeviation> rest{};  // nothing where the threshold was entered
+  bool lifeless = false;                // much of the rest is one value that never changes
   std::vector<SignalBurst> bursts{};
 };
 
@@ -41,7 +42,10 @@ class OnsetsForm : public AnalysisForm {
   [[nodiscard]] bool HasBaseline();
   [[nodiscard]] std::int64_t SamplesOf(double milliseconds) const;
   [[nodiscard]] std::size_t QuietSamples() const;
-  [[nodiscard]] MeanDeviation Rest(const std::vector<double>& envelope) const;
+  /// The stretch of the envelope that stands for rest, from 0.
+  [[nodiscard]] SampleRange Rest(const std::vector<double>& envelope) const;
+  /// Tells the channels whose rest is no recording of a muscle.
+  void TellLifelessRest();
   [[nodiscard]] ChannelBursts Search(int channel) const;
   [[nodiscard]] std::string Words() const;
   void KeepEvents();
