@@ -120,11 +120,12 @@ std::vector<FatigueSlope> FatigueSlopes(std::span<const FatigueRow> rows) {
   struct Quantity {
     const char* name;
     double FatigueRow::*value;
+    bool ofSpectrum;  // reads 0 in an interval without one, which is no frequency
   };
-  constexpr Quantity quantities[] = {{"Median freq.", &FatigueRow::median},
-                                     {"Mean freq.", &FatigueRow::mean},
-                                     {"Median freq. (exact)", &FatigueRow::exactMedian},
-                                     {"RMS", &FatigueRow::rms}};
+  constexpr Quantity quantities[] = {{"Median freq.", &FatigueRow::median, true},
+                                     {"Mean freq.", &FatigueRow::mean, true},
+                                     {"Median freq. (exact)", &FatigueRow::exactMedian, true},
+                                     {"RMS", &FatigueRow::rms, false}};
   std::vector<double> time;
   for (const FatigueRow& row : rows) {
     time.push_back(MiddleOf(row, rows.front()));
@@ -133,7 +134,8 @@ std::vector<FatigueSlope> FatigueSlopes(std::span<const FatigueRow> rows) {
   for (const Quantity& quantity : quantities) {
     std::vector<double> value;
     for (const FatigueRow& row : rows) {
-      value.push_back(row.*quantity.value);
+      const bool lacks = quantity.ofSpectrum && !std::isfinite(row.exactMedian);
+      value.push_back(lacks ? std::numeric_limits<double>::quiet_NaN() : row.*quantity.value);
     }
     slopes.push_back({quantity.name, SlopeOver(time, value)});
   }

@@ -31,7 +31,7 @@ struct TimeSlope {
 std::optional<TimeSlope> SlopeOver(std::span<const double> time, std::span<const double> value);
 
 /// The slopes of one analysis; times from the start of the first interval. (De Luca's index is the
-/// percentage.)
+/// percentage.) Intervals without a spectrum have no frequency.
 struct FatigueSlope {
   std::string name;
   std::optional<TimeSlope> slope;

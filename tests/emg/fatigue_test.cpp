@@ -404,6 +404,12 @@ TEST_F(Fatigue, TheDialogueAsksForRangeChannelAndFile) {
   EXPECT_TRUE(std::isnan(Cell(2, Rms)));
   EXPECT_EQ(Cell(2, Mean), 0);
   EXPECT_EQ(Cell(3, Rms), 1);
+  // The interval without a spectrum reads 0, which is no frequency on the way of the others: theirs is one.
+  const ResultTable& slopes = workbench.results.ResultTables.at(1);
+  for (std::size_t row = 0; row < slopes.rows.size(); ++row) {
+    EXPECT_NEAR(std::get<double>(slopes.rows[row][2]), 0, 1e-6) << row;
+    EXPECT_EQ(std::get<double>(slopes.rows[row][8]), 4) << row;
+  }
 }
 
 }  // namespace
