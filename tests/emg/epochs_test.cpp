@@ -27,6 +27,21 @@ TEST_F(Epochs, IntegralsByHandAndInPlaceOfTheSamples) {
   EXPECT_EQ(Column(7), (std::vector<double>{0, 2})) << "mean";
   EXPECT_EQ(Column(9), (std::vector<double>{1, 2})) << "RMS";
   EXPECT_EQ(Channel(trial, 1), (Samples{1, 1, 2, 2, 0})) << "the RMS of each epoch, 0 behind the last";
+  // The dialogue stays, with its width, until there is something to integrate.
+  SetChannels(trial, {{1, -1, 2, 2, 7}, {1, 1, 1, 1, 1}}, 2);
+  questions.FillForm({{"WindowWidth", "4"}});
+  questions.FillForm({{"channels 2", "yes"}});
+  questions.FillForm({}, "Exit");
+  Run("integrate.epoch");
+  EXPECT_EQ(questions.boxes.front().title, "Too Few Channels Selected");
+  EXPECT_EQ(Column(5), (std::vector<double>{2}));
+  SetChannels(trial, {Samples(500'001, 1.0F)}, 2);
+  questions.FillForm({{"WindowWidth", "1"}});
+  questions.FillForm({}, "Cancel");
+  Run("integrate.epoch");
+  EXPECT_EQ(LastBox(),
+            "Too Many Epochs|That makes 500,001 epochs of all channels, at most 500,000 are listed.  "
+            "Choose wider epochs.");
   SetChannels(trial, {{1, 1, 1, 1}}, 2);
   Run("emg.integrate-epoch");
   Run("integrate.epoch");

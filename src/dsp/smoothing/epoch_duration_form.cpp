@@ -25,6 +25,7 @@ EpochDurationForm::EpochDurationForm(Workbench& workbench)
 }
 
 bool EpochDurationForm::Ask() {
+  accepted_ = false;
   Show(workbench_);
   return accepted_;
 }

@@ -12,7 +12,7 @@ class EpochDurationForm : public Form {
  public:
   explicit EpochDurationForm(Workbench& workbench);
 
-  /// Whether the form was left with OK.
+  /// Whether the form was left with OK. It may be asked again, as it was left.
   bool Ask();
 
  private:

@@ -89,6 +89,38 @@ class EpochView : public ResultForm {
   std::int32_t value_ = 1;
 };
 
+// Whether the width that was entered makes a table of these channels.
+bool HasEpochs(Workbench& workbench, const ChannelList& channels, SampleRange range) {
+  constexpr std::int64_t kMostRows = 500'000;
+  if (channels.empty()) {
+    RefuseTooFewChannels(workbench, 1);
+    return false;
+  }
+  const std::int64_t epochs = (range.hi - range.lo + 1) / workbench.smoothing.WindowWidth;
+  const std::int64_t rows = epochs * static_cast<std::int64_t>(channels.size());
+  if (rows == 0) {
+    RefuseTooFewData(workbench);
+  } else if (rows > kMostRows) {
+    ShowRefusal(workbench, {.title = "Too Many Epochs",
+                            .text = "That makes " + FormatCount(rows) + " epochs of all channels, at most " +
+                                    FormatCount(kMostRows) + " are listed.  Choose wider epochs.",
+                            .icon = Icon::Exclamation});
+  }
+  return rows > 0 && rows <= kMostRows;
+}
+
+// The channels; the width is the workbench's. None when the dialogue was left.
+ChannelList AskEpochs(Workbench& workbench, SampleRange range) {
+  EpochDurationForm form(workbench);
+  while (form.Ask()) {
+    const ChannelList channels = SelectedChannels(workbench.trial, workbench.chooser.ChanSelected);
+    if (HasEpochs(workbench, channels, range)) {
+      return WithoutMissing(workbench, channels, range);
+    }
+  }
+  return {};
+}
+
 }  // namespace
 
 void IntegrateByEpoch(Workbench& workbench) {
@@ -97,24 +129,12 @@ void IntegrateByEpoch(Workbench& workbench) {
     return;
   }
   const SampleRange range = AskCursorRange(workbench);
-  if (!EpochDurationForm(workbench).Ask()) {
+  const ChannelList channels = AskEpochs(workbench, range);
+  if (channels.empty()) {
     return;
   }
-  ChannelList channels = SelectedChannels(trial, workbench.chooser.ChanSelected);
   const std::int32_t width = workbench.smoothing.WindowWidth;
-  if (channels.empty()) {
-    RefuseTooFewChannels(workbench, 1);
-    return;
-  }
   const std::int32_t samples = range.hi - range.lo + 1;
-  if (width > samples) {
-    RefuseTooFewData(workbench);
-    return;
-  }
-  channels = WithoutMissing(workbench, channels, range);
-  if (channels.empty()) {
-    return;
-  }
   std::vector<ChannelEpochs> all;
   for (const int c : channels) {
     all.push_back({c, IntegrateEpochs(trial, c, range, width, 1.0 / trial.Rate)});
