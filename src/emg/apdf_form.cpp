@@ -40,7 +40,7 @@ FormGraph::Plot LoadLimits() {
 
 }  // namespace
 
-void ComputeApdf(Workbench& workbench, int channel) {
+bool ComputeApdf(Workbench& workbench, int channel) {
   EmgMemory& emg = workbench.emg;
   if (emg.EpochCount < 1) {
     emg.EpochCount = kDefaultBins;
@@ -51,12 +51,12 @@ void ComputeApdf(Workbench& workbench, int channel) {
     ShowRefusal(workbench, {.title = "Invalid APDF",
                             .text = "Invalid data.  APDF could not be computed.",
                             .icon = Icon::Exclamation});
-    LeftOut(workbench, channel, "no amplitude distribution");
-    return;
+    return false;
   }
   emg.distribution = *std::move(made);
   workbench.results.ResultText =
       DistributionText(workbench.trial, channel, emg.distribution, workbench.patterns.TimePattern);
+  return true;
 }
 
 ApdfForm::ApdfForm(Workbench& workbench, int channel, ChannelList chosen)

@@ -9,8 +9,8 @@
 namespace velmora {
 
 /// Computes the distribution of a channel into the workbench, and its report. A channel that has none is
-/// told, with the report as it was and an empty distribution.
-void ComputeApdf(Workbench& workbench, int channel);
+/// told, with the report as it was and an empty distribution, and false comes back.
+bool ComputeApdf(Workbench& workbench, int channel);
 
 /// frmAPDF: the distribution in the workbench as graph and table.
 class ApdfForm : public ResultForm {

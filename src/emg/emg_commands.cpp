@@ -47,8 +47,11 @@ void AmplitudeDistributions(Workbench& workbench) {
   }
   const ChannelList channels = PickForAnalysis(workbench, "Choose channel(s) for C/APDF analysis.");
   for (const int c : channels) {
-    Did(workbench, "Amplitude probability distribution", std::array{c});
-    ComputeApdf(workbench, c);
+    if (ComputeApdf(workbench, c)) {
+      Did(workbench, "Amplitude probability distribution", std::array{c});
+    } else {
+      LeftOut(workbench, c, "no amplitude distribution");
+    }
     ApdfForm(workbench, c, channels).Show(workbench);
     const Box box{.title = "C/APDF statistics",
                   .text = workbench.results.ResultText + "\n\nPress OK for next channel or Cancel to exit.",

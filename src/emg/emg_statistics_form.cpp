@@ -1,6 +1,8 @@
 #include "emg/emg_statistics_form.hpp"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "core/questions/progress.hpp"
@@ -16,6 +18,17 @@ namespace {
 SampleRange StatisticsRange(const Workbench& workbench) {
   const GraphMemory& graph = workbench.graph;
   return {graph.StatLo > 0 ? graph.StatLo : 1, graph.StatHi > 0 ? graph.StatHi : workbench.trial.NData};
+}
+
+// Zero crossings and peaks are counted by thresholds that outlive their trial.
+void TellThresholdsOfAnotherTrial(Workbench& workbench) {
+  const auto& thresholds = workbench.thresholds.ChanThreshold;
+  const bool any = std::any_of(thresholds.begin() + 1, thresholds.begin() + 1 + workbench.trial.NChan,
+                               [](double threshold) { return threshold != 0; });
+  const std::string of = ThresholdsOfAnotherTrial(workbench);
+  if (any && !of.empty()) {
+    AddNotice(workbench, "Zero crossings and peaks: " + of);
+  }
 }
 
 }  // namespace
@@ -46,9 +59,13 @@ void EmgStatisticsForm::Compute() {
     const EmgStatistics& of = all[c];
     thresholds.ChanMean[c] = of.mean;
     thresholds.ChanSD[c] = of.deviation;
+    // With a sample that is no number the others neither count as crossings and peaks nor have a largest.
+    const auto counted = [missing = !std::isfinite(of.absoluteSum)](double value) {
+      return missing ? std::numeric_limits<double>::quiet_NaN() : value;
+    };
     table.rows.push_back({ChannelNumber(c), Trim(trial.ChanLabel[c].Text()), of.meanAbsolute, of.rms,
-                          static_cast<double>(of.zeroCrossings), static_cast<double>(of.peaks),
-                          of.absoluteIntegral, of.largest, of.sum, of.absoluteSum});
+                          counted(of.zeroCrossings), counted(of.peaks), of.absoluteIntegral,
+                          counted(of.largest), of.sum, of.absoluteSum});
   }
   const ResultTable::Format value = ThroughPattern(workbench_.patterns.ValuePattern);
   const ResultTable::Format count = ThroughPattern("0");
@@ -89,6 +106,7 @@ std::string EmgStatisticsForm::ClipboardText() const {
 
 void ShowEmgStatistics(Workbench& workbench) {
   EmgStatisticsForm form(workbench);
+  TellThresholdsOfAnotherTrial(workbench);
   Did(workbench, "EMG statistics over samples " + std::to_string(workbench.graph.StatLo) + " to " +
                      std::to_string(workbench.graph.StatHi));
   form.Show(workbench);

@@ -117,6 +117,9 @@ TEST_F(EmgCommandsTest, ChannelsWithoutADistributionAreToldAndTheNextGoesOn) {
   Run("emg.apdf");
   EXPECT_EQ(workbench.report.warnings, (Texts{"Invalid APDF: Invalid data.  APDF could not be computed.",
                                               "Invalid APDF: Invalid data.  APDF could not be computed."}));
+  ASSERT_EQ(workbench.report.deeds.size(), 1U) << "told of the third alone";
+  EXPECT_EQ(workbench.report.deeds[0].channels.size(), 1U);
+  EXPECT_EQ(workbench.report.deeds[0].refused.size(), 2U);
   questions.formNames.clear();
   questions.FillForm({});
   questions.PickChannels({2, 3});
@@ -165,6 +168,18 @@ TEST_F(EmgCommandsTest, StatisticsOfATone) {
   EXPECT_HAS(workbench.results.Clipboard,
              "\n01\t\t2.0000\t2.0000\t0\t0\t2.0000\t2.0000\t-2000.0000\t2000.0000\n");
   EXPECT_FALSE(trial.FileChanged);
+  // The thresholds serve the next trial too, which says so; one missing sample leaves a channel without
+  // numbers.
+  EXPECT_EQ(workbench.report.warnings, Texts());
+  workbench.LoadedFile = "/data/next.vmb";
+  trial.Data(9, 1) = kNan;
+  questions.FillForm({});
+  Run("emg.statistics");
+  EXPECT_EQ(workbench.report.warnings,
+            Texts{"Zero crossings and peaks: The thresholds are those of another trial."});
+  for (const char* head : {"RMS", "Zero-cross", "Peak Count", "Abs. Max.", "Abs. Sum"}) {
+    ExpectCells(Table("frmEMGstats"), 0, {{head, NAN}});
+  }
 }
 
 TEST_F(EmgCommandsTest, RemovesTheDelayOfTheSensorsAlone) {
