@@ -55,7 +55,9 @@ void GenerateFourierForm::AddFields() {
                        .units = units,
                        .prompt = prompt,
                        .title = title,
-                       .edited = describe});
+                       .edited = describe,
+                       .emptyKeeps = true,
+                       .asksByInput = true});
   };
   add("cwnAmplitude", "A&mplitude", amplitude_, "", "Amplitude", "Enter amplitude of waveform.");
   add("cwnFrequency", "&Frequency", frequency_, "Hz", "Number of Cycles",
