@@ -107,6 +107,7 @@ void History::ActionDone(const Action& action) {
   if (command != nullptr && (*command)->id == "file.load" && steps.size() == 1) {
     file_ = std::get<CommandStep>(steps.front().steps.front().what).file;
     fileTime_ = TimeOf(file_);
+    windowAtLoad_ = workbench_->spectrum.WindowType;
   }
   if (onDone_) {
     onDone_(action);
@@ -199,6 +200,7 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
     CloseView(*workbench_);
     workbench_->merge = {};
     workbench_->events = {};
+    workbench_->spectrum.WindowType = windowAtLoad_;
   }
   ProgressPanel panel(*workbench_, ProgressPanel::Kind::Processing);
   RepeatedAnswers answers(recorder_.Answerer(), panel);

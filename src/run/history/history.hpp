@@ -51,6 +51,7 @@ class History {
   Workbench* workbench_ = nullptr;
   std::function<void(const Action&)> onDone_;
   std::string file_;
+  std::int16_t windowAtLoad_ = 0;  // of spectra
   std::filesystem::file_time_type fileTime_;
 };
 

@@ -11,6 +11,7 @@
 #include "graph/time_view.hpp"
 #include "run/history/answer_record.hpp"
 #include "run/history/graph_words.hpp"
+#include "spectra/windows.hpp"
 
 namespace velmora {
 namespace {
@@ -80,6 +81,29 @@ Step NamesStep(const char* id, int channels, const std::function<std::string(int
 std::vector<Step> FixedNames(const Trial& trial) {
   return {NamesStep("edit.labels", trial.NChan, [&trial](int c) { return trial.ChanLabel[c].Text(); }),
           NamesStep("edit.units", trial.NChan, [&trial](int c) { return trial.ChanUnits[c].Text(); })};
+}
+
+constexpr std::string_view kWindowCommands = "fourier.window-";
+
+// Spectra go by the window that was chosen last, whichever trial there was.
+bool GoesByWindow(std::string_view id) {
+  constexpr std::array<std::string_view, 5> spectra = {"fourier.harmonic-regression", "fourier.fft",
+                                                       "fourier.time-series", "emg.fourier", "emg.fatigue"};
+  return std::find(spectra.begin(), spectra.end(), id) != spectra.end();
+}
+
+/// The window that these steps leave chosen, as the command that chooses it.
+std::string_view WindowAfter(const std::vector<RecordedStep>& recorded) {
+  std::string_view window = WindowOf(0).id;
+  for (const RecordedStep& one : recorded) {
+    for (const Step& step : one.steps) {
+      const auto* command = std::get_if<CommandStep>(&step.what);
+      if (command != nullptr && command->id.starts_with(kWindowCommands)) {
+        window = command->id;
+      }
+    }
+  }
+  return window;
 }
 
 bool IsCommand(const Action& action, std::string_view id) {
@@ -184,7 +208,18 @@ void Recorder::Add(bool did) {
   if (did && IsCommand(action_, "edit.recall-labels")) {
     current_.steps = FixedNames(workbench_->trial);
   }
+  NoteWindow();
   steps_.push_back(std::move(current_));
+}
+
+// A window that was chosen before the trial was loaded is chosen by the recipe as well.
+void Recorder::NoteWindow() {
+  const Command* const* command = std::get_if<const Command*>(&action_);
+  const std::string_view window = WindowOf(workbench_->spectrum.WindowType).id;
+  if (command != nullptr && GoesByWindow((*command)->id) && WindowAfter(steps_) != window) {
+    current_.steps.insert(current_.steps.begin(),
+                          {.what = CommandStep{.id = std::string(window), .file = {}, .answers = {}}});
+  }
 }
 
 void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {

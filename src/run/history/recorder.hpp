@@ -76,6 +76,7 @@ class Recorder : public Questions, public ActionListener {
   void End();
   void Keep();
   void Add(bool did);
+  void NoteWindow();
   [[nodiscard]] bool Records() const { return depth_ > 0 && asking_ == 0 && !suspended_; }
   /// What is left over when the action at hand has ended, as against its beginning.
   void NoteWhatIsLeft(RecordedStep& step) const;
