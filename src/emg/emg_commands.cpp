@@ -46,6 +46,10 @@ void AmplitudeDistributions(Workbench& workbench) {
     return;
   }
   const ChannelList channels = PickForAnalysis(workbench, "Choose channel(s) for C/APDF analysis.");
+  const Trial& trial = workbench.trial;
+  if (!channels.empty() && (trial.CursorLo > 1 || (trial.CursorHi > 0 && trial.CursorHi < trial.NData))) {
+    AddNotice(workbench, "C/APDF took all samples, also those outside the cursors.");
+  }
   for (const int c : channels) {
     if (ComputeApdf(workbench, c)) {
       Did(workbench, "Amplitude probability distribution", std::array{c});

@@ -154,6 +154,12 @@ void FftCommand(Workbench& workbench) {
   }
   const ChannelList channels = PickForFft(workbench);
   const FftLength length = FftLengthOf(trial);
+  if (!channels.empty() && trial.CursorLo > 1) {
+    AddNotice(workbench,
+              "The FFT took samples 1 to " + std::to_string(length.M) +
+                  ": the cursors say how many, not which.  Harmonic regression takes those between "
+                  "the cursors.");
+  }
   EpochTransform transform;
   for (const int channel : channels) {
     Transform(workbench, channel, length, transform);

@@ -60,7 +60,9 @@ TEST_F(EmgCommandsTest, RunningSumsOfChosenChannelsAndLimitsLieOverEachOther) {
     return std::string("Exit");
   });
   questions.boxAnswers = {Button::Cancel};
+  trial.CursorLo = 2;
   Run("emg.apdf");
+  EXPECT_EQ(trial.Notices, Texts{"C/APDF took all samples, also those outside the cursors."});
 }
 
 TEST_F(EmgCommandsTest, TablesOfStatisticsLeadToEachOther) {

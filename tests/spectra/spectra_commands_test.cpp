@@ -146,6 +146,8 @@ TEST_F(SpectraCommands, TheFastTransformStartsAtTheFirstSample) {
   questions.inputAnswers = {"20"};
   PressInForm({"Stats", "Reset", "Exit"});
   Run("fourier.fft");
+  EXPECT_EQ(workbench.report.warnings.size(), 1U);
+  EXPECT_EQ(trial.Notices.at(0).substr(0, 29), "The FFT took samples 1 to 64:");
   EXPECT_EQ(workbench.spectrum.WindowName, "Blackman-Harris");
   EXPECT_NEAR(graph.x.maximum, 99.5, 1e-5);
   EXPECT_EQ(Boxes()[1], "FFT Results|" + workbench.results.ResultText);
