@@ -91,7 +91,7 @@ class EpochView : public ResultForm {
 
 // Whether the width that was entered makes a table of these channels.
 bool HasEpochs(Workbench& workbench, const ChannelList& channels, SampleRange range) {
-  constexpr std::int64_t kMostRows = 500'000;
+  constexpr std::int64_t kMostEpochs = 500'000;
   if (channels.empty()) {
     RefuseTooFewChannels(workbench, 1);
     return false;
@@ -100,13 +100,13 @@ bool HasEpochs(Workbench& workbench, const ChannelList& channels, SampleRange ra
   const std::int64_t rows = epochs * static_cast<std::int64_t>(channels.size());
   if (rows == 0) {
     RefuseTooFewData(workbench);
-  } else if (rows > kMostRows) {
+  } else if (rows > kMostEpochs) {
     ShowRefusal(workbench, {.title = "Too Many Epochs",
                             .text = "That makes " + FormatCount(rows) + " epochs of all channels, at most " +
-                                    FormatCount(kMostRows) + " are listed.  Choose wider epochs.",
+                                    FormatCount(kMostEpochs) + " are listed.  Choose wider epochs.",
                             .icon = Icon::Exclamation});
   }
-  return rows > 0 && rows <= kMostRows;
+  return rows > 0 && rows <= kMostEpochs;
 }
 
 // The channels; the width is the workbench's. None when the dialogue was left.
