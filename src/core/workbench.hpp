@@ -39,6 +39,8 @@ struct MergeStore {
   std::int32_t NFilesMerged = 1;  // files in the current trial
   bool changed = false;           // FileChanged of the trial that was stored
   Trial stored;
+  TimeMemory time;     // of the trial that was stored
+  PlateMemory plates;  // as they were defined for it
 };
 
 /// The state of the program, one object made in main and passed by reference.

@@ -5,9 +5,11 @@
 #include <utility>
 
 #include "core/text/numbers.hpp"
+#include "core/text/text.hpp"
 #include "core/trial/arrange_channels.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/resample.hpp"
+#include "dsp/time_base/time_base.hpp"
 
 namespace velmora {
 namespace {
@@ -44,27 +46,58 @@ void MoveChannelFields(Trial& trial, int count, int first) {
   move(trial.ChanGraphSlot);
 }
 
+bool CountsSeconds(TimeBase base) {
+  return base == TimeBase::Seconds || base == TimeBase::HhMmSs;
+}
+
+std::string CountedBy(TimeBase base, const Trial& trial) {
+  return CountsSeconds(base)            ? "seconds"
+         : base == TimeBase::Percentage ? "percent"
+                                        : Trim(trial.ChanUnits[0].Text());
+}
+
 std::int64_t IntervalsAtRate(const Trial& trial, double rate) {
   return RoundHalfEven(trial.NData / trial.Rate * rate);
 }
 
 }  // namespace
 
-void StoreForMerge(const Trial& trial, MergeStore& store) {
+void StoreForMerge(Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  MergeStore& store = workbench.merge;
   Trial& stored = store.stored;
   stored.AllocateData(trial.NChan, trial.NData, SampleMatrix::Fill::None);
   const auto floats = static_cast<std::size_t>(trial.NData) * static_cast<std::size_t>(trial.NChan + 1);
   std::copy_n(trial.matrix.Frame(1), floats, stored.matrix.Frame(1));
   stored.Rate = trial.Rate;
+  stored.Duration = trial.Duration;
   stored.Notices = trial.Notices;
-  if (!trial.ForcesReduced) {
-    stored.FilePlates = trial.FilePlates;
-  }
+  stored.NPlates = trial.NPlates;
+  stored.FilePlates = trial.FilePlates;
+  stored.ForcesReduced = trial.ForcesReduced;
+  stored.PlatesCombined = trial.PlatesCombined;
+  store.time = workbench.time;
+  store.plates = workbench.plates;
   CopyChannelFields(trial, stored, trial.NChan, 0);
   stored.ChanLabel[0] = trial.ChanLabel[0];
   stored.ChanUnits[0] = trial.ChanUnits[0];
   store.changed = trial.FileChanged;
   store.MergePending = true;
+}
+
+std::string MatchTimeBases(Workbench& workbench) {
+  MergeStore& store = workbench.merge;
+  const bool nextTimed = CountsSeconds(workbench.time.Base);
+  if (nextTimed && !CountsSeconds(store.time.Base) && store.time.SecondsRate > 0) {
+    UseSeconds(store.stored, store.time.SecondsRate, store.time.SecondsDuration);
+    store.time.Base = TimeBase::Seconds;
+  }
+  if (store.time.Base == workbench.time.Base || (nextTimed && CountsSeconds(store.time.Base))) {
+    return {};
+  }
+  return "The abscissa of the stored data counts " + CountedBy(store.time.Base, store.stored) +
+         ", that of the next file " + CountedBy(workbench.time.Base, workbench.trial) +
+         ".  Give both files the same time base before they are merged.";
 }
 
 std::string WhyNotMerged(const Trial& stored, const Trial& next, MergeLengths how) {
@@ -123,23 +156,26 @@ void JoinChannels(const Trial& stored, Trial& next, const Trial& times) {
   next.NChan = static_cast<std::int16_t>(first + own);
   MoveChannelFields(next, own, first);
   CopyChannelFields(stored, next, first, 0);
+  next.ChanLabel[0] = times.ChanLabel[0];
+  next.ChanUnits[0] = times.ChanUnits[0];
 }
 
-void JoinPlates(Workbench& workbench, const Trial& stored) {
-  Trial& trial = workbench.trial;
-  ForgetReducedForces(trial);
-  if (trial.FilePlates.empty()) {
-    if (!stored.FilePlates.empty()) {
-      trial.FilePlates = stored.FilePlates;
-      trial.NPlates = static_cast<std::int16_t>(stored.FilePlates.size());
-    }
+void JoinPlates(Workbench& workbench) {
+  Trial& joined = workbench.trial;
+  const Trial& stored = workbench.merge.stored;
+  if (stored.NPlates == 0) {
+    MoveFilePlates(workbench, stored.NChan);
     return;
   }
-  MoveFilePlates(workbench, stored.NChan);
-  if (!stored.FilePlates.empty()) {
-    AddNotice(workbench, "The force plates of the data set aside are no longer known: those of " +
-                             trial.FileName + " are.");
+  if (!joined.FilePlates.empty()) {
+    AddNotice(workbench,
+              "The force plates of the next file are no longer known: the stored data have force plates.");
   }
+  joined.NPlates = stored.NPlates;
+  joined.FilePlates = stored.FilePlates;
+  joined.ForcesReduced = stored.ForcesReduced;
+  joined.PlatesCombined = stored.PlatesCombined;
+  workbench.plates = workbench.merge.plates;
 }
 
 }  // namespace velmora

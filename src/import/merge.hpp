@@ -14,9 +14,13 @@ enum class MergeLengths {
   CutOrPadNext,
 };
 
-/// Sets the samples of `trial` and what belongs to its channels aside in `store`.
-/// Throws std::bad_alloc, and nothing has changed.
-void StoreForMerge(const Trial& trial, MergeStore& store);
+/// Sets the samples of the trial, its time base, its force plates and what belongs to its channels aside in
+/// `merge`. Throws std::bad_alloc, and nothing has changed.
+void StoreForMerge(Workbench& workbench);
+
+/// Stored data whose seconds are known count seconds again where the next file does. Returns why the
+/// abscissas of the two do not go together; empty when they do.
+std::string MatchTimeBases(Workbench& workbench);
 
 /// Why the two cannot be brought to one rate and length in that way: one sample, or none that would be left,
 /// has nothing to re-sample. Empty when they can.
@@ -34,8 +38,8 @@ void MatchLengths(Trial& stored, Trial& next, MergeLengths how);
 /// `times`, which is one of the two. Throws std::invalid_argument or std::bad_alloc, and nothing has changed.
 void JoinChannels(const Trial& stored, Trial& next, const Trial& times);
 
-/// Force plates that a file describes are found behind the stored channels, where JoinChannels puts the
-/// trial's own; those of the stored data are kept when the trial has none, else a notice tells of them.
-void JoinPlates(Workbench& workbench, const Trial& stored);
+/// The force plates of the stored data, or else those of the next file, become those of the joined trial,
+/// where their channels are now. A notice tells of plates that are given up.
+void JoinPlates(Workbench& workbench);
 
 }  // namespace velmora

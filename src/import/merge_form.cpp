@@ -62,7 +62,7 @@ class MergeForm : public Form {
       TellTooMany(workbench_);
       return false;
     }
-    StoreForMerge(trial_, store_);
+    StoreForMerge(workbench_);
     Did(workbench_, "Set aside to be merged with the next file");
     return true;
   }
@@ -88,8 +88,7 @@ class MergeForm : public Form {
   }
 
   bool Forget() {
-    store_.MergePending = false;
-    store_.stored = Trial();
+    store_ = {.NFilesMerged = store_.NFilesMerged};
     return true;
   }
 
@@ -104,8 +103,11 @@ class MergeForm : public Form {
       TellTooMany(workbench_);
       return false;
     }
-    if (const std::string reason = WhyNotMerged(store_.stored, trial_, static_cast<MergeLengths>(option_));
-        !reason.empty()) {
+    std::string reason = MatchTimeBases(workbench_);
+    if (reason.empty()) {
+      reason = WhyNotMerged(store_.stored, trial_, static_cast<MergeLengths>(option_));
+    }
+    if (!reason.empty()) {
       ShowRefusal(
           workbench_,
           {.title = "Cannot Merge", .text = reason, .icon = Icon::Exclamation, .about = trial_.FileName});
@@ -152,7 +154,7 @@ class MergeForm : public Form {
       MatchLengths(stored, trial_, how);
     }
     JoinChannels(stored, trial_, differ && nextKept ? trial_ : stored);
-    JoinPlates(workbench_, stored);
+    JoinPlates(workbench_);
     trial_.Rate = rate;
     std::fill_n(trial_.ChanRate.begin(), trial_.NChan + 1, trial_.Rate);
     trial_.Duration = trial_.Rate > 0 ? (trial_.NData - 1) / trial_.Rate : trial_.NData;

@@ -1,3 +1,4 @@
+#include "support/instrument_files/c3d_file.hpp"
 #include "support/text_load.hpp"
 
 namespace velmora::test {
@@ -123,6 +124,82 @@ TEST_F(MergeTest, WhatCannotBeResampledIsRefusedAndTheDialogueStays) {
     EXPECT_EQ(trial.NData, 3);
     EXPECT_EQ(trial.NChan, c.channels);
   }
+}
+
+// The file's plate is on channels 1 to 6 of its seven; 20 samples at 200 Hz.
+TEST_F(MergeTest, PlatesStayWithTheirChannels) {
+  C3dFile file = FullC3dFile();
+  AddUsualParameters(file);
+  const auto merge = [this](const std::function<void()>& first, const std::function<void()>& next) {
+    first();
+    AnswerForm({}, "Save");
+    Run("file.merge");
+    AnswerForm({}, "Merge");
+    next();
+  };
+  const auto loadWalk = [&] { Load("walk.c3d", file.Bytes()); };
+  const auto makeEmg = [&] { SetChannels(trial, std::vector<Samples>(2, Samples(20, 7)), 200.0); };
+
+  merge(makeEmg, loadWalk);
+  ASSERT_EQ(trial.NChan, 9);
+  ASSERT_EQ(trial.FilePlates.size(), 1U);
+  EXPECT_EQ(trial.FilePlates[0].base, 2);
+  EXPECT_EQ(workbench.plates.FirstChannel, 2);
+  questions.fileAnswers = {{directory.Path("joined.c3d")}};
+  Run("save.c3d");
+  trial.FileName = directory.Path("joined.c3d");
+  Run("file.load");
+  EXPECT_EQ(trial.FilePlates.at(0).base, 2);
+  EXPECT_EQ(Labels()[2], "Fx");
+
+  loadWalk();
+  merge(
+      [this] {
+        trial.ForcesReduced = true;
+        trial.PlatesCombined = true;
+      },
+      [this] { Load("emg.c3d", C3dFile().Bytes()); });
+  ASSERT_EQ(trial.NChan, 10);
+  EXPECT_EQ(trial.NPlates, 1);
+  EXPECT_EQ(trial.FilePlates.at(0).base, 0);
+  EXPECT_TRUE(trial.ForcesReduced && trial.PlatesCombined) << "forces are not reduced twice";
+
+  loadWalk();
+  merge([] {}, loadWalk);
+  ASSERT_EQ(trial.NChan, 14);
+  EXPECT_EQ(trial.FilePlates.at(0).base, 0);
+  EXPECT_EQ(trial.Notices.back(),
+            "The force plates of the next file are no longer known: the stored data have force plates.");
+}
+
+TEST_F(MergeTest, AbscissasThatCountDifferentThingsDoNotMeet) {
+  const std::string next = "a\n1.5\n2.5\n3.5\n4.5\n5.5\n";
+  StoreTrial(5);
+  Run("timebase.percentage");
+  workbench.merge = {};
+  AnswerForm({}, "Save");
+  Run("file.merge");
+  LoadNext(next, "0");
+  EXPECT_EQ(trial.NChan, 2);
+  EXPECT_EQ(trial.ChanUnits[0].Text(), "s") << "samples are the same in any time base";
+  EXPECT_EQ(Rows()[4], (std::vector<float>{50, 5.5F}));
+  EXPECT_FLOAT_EQ(trial.Data(5, 0), 0.04F);
+  EXPECT_EQ(trial.Rate, 100.0);
+
+  StoreTrial(5);
+  workbench.merge.changed = false;
+  workbench.merge.time = {.Base = TimeBase::Percentage};  // as an average comes from its file
+  questions.inputAnswers = {"100"};
+  questions.boxes.clear();
+  AnswerForm();
+  AnswerForm({}, "Merge");
+  AnswerForm({}, "Cancel");
+  Load("next.txt", next);
+  EXPECT_EQ(questions.boxes.at(0).text,
+            "The abscissa of the stored data counts percent, that of the next file seconds.  Give both files "
+            "the same "
+            "time base before they are merged.");
+  EXPECT_EQ(trial.NChan, 1);
 }
 
 TEST_F(MergeTest, TooManyChannelsAndNothingStored) {

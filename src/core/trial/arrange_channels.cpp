@@ -70,6 +70,14 @@ void ArrangePlates(Workbench& workbench, std::span<const int> order) {
   MoveFilePlates(workbench, *shift);
 }
 
+// What the file says of its plates is said of raw channels: it goes, or somebody would reduce them again.
+void ForgetReducedForces(Trial& trial) {
+  if (trial.ForcesReduced) {
+    trial.ForcesReduced = false;
+    ForgetPlates(trial);
+  }
+}
+
 }  // namespace
 
 void MoveFilePlates(Workbench& workbench, int channels) {
@@ -79,14 +87,6 @@ void MoveFilePlates(Workbench& workbench, int channels) {
   }
   for (FilePlate& plate : plates) {
     plate.base += channels;
-  }
-}
-
-// What the file says of its plates is said of raw channels: it goes, or somebody would reduce them again.
-void ForgetReducedForces(Trial& trial) {
-  if (trial.ForcesReduced) {
-    trial.ForcesReduced = false;
-    ForgetPlates(trial);
   }
 }
 

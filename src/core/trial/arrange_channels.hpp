@@ -16,9 +16,6 @@ void ArrangeChannels(Workbench& workbench, std::span<const int> order);
 /// All plates that the file describes lie so many channels further on.
 void MoveFilePlates(Workbench& workbench, int channels);
 
-/// Where the reduced forces are, and what the file says of their plates, is no longer known.
-void ForgetReducedForces(Trial& trial);
-
 /// Nothing outlives a command of this channel: it is a new one.
 void ForgetChannel(Workbench& workbench, int channel);
 
