@@ -279,6 +279,26 @@ TEST_F(HistoryTest, WalksBackAndOnUntilSomethingElseIsDone) {
   EXPECT_EQ(workbench.trial.NData, 500);
 }
 
+TEST_F(HistoryTest, AMergedFileThatWasSavedOverIsNotReadAgain) {
+  const std::string second = directory.Path("second.vmb");
+  std::filesystem::copy_file(input, second);
+  Load();
+  person.FillForm({}, "Save");
+  Do("file.merge");
+  person.FillForm({}, "Merge");
+  workbench.trial.FileName = second;
+  Do("file.load");
+  ASSERT_EQ(workbench.trial.NChan, 6);
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_EQ(history.GoTo(2), "");
+  EXPECT_EQ(workbench.trial.NChan, 6);
+  std::filesystem::last_write_time(second,
+                                   std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_NE(history.GoTo(2).find("second.vmb is not what it was"), std::string::npos);
+  EXPECT_EQ(workbench.trial.NChan, 3);
+}
+
 TEST_F(HistoryTest, RecalledLabelsAreFixed) {
   const std::string first = directory.Path("first.vmb");
   WriteTrialFile(first, [](Trial& trial) {

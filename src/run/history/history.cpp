@@ -68,6 +68,12 @@ std::filesystem::file_time_type TimeOf(const std::string& path) {
   return std::filesystem::last_write_time(path, error);
 }
 
+// That a step loads; empty for all others.
+std::string FileOf(const Step& step) {
+  const auto* command = std::get_if<CommandStep>(&step.what);
+  return command != nullptr ? command->file : std::string();
+}
+
 const std::vector<Answer>& AnswersOf(const Step& step) {
   static const std::vector<Answer> none;
   if (const auto* command = std::get_if<CommandStep>(&step.what)) {
@@ -104,10 +110,14 @@ void History::SetOnDone(std::function<void(const Action&)> onDone) {
 void History::ActionDone(const Action& action) {
   const auto* command = std::get_if<const Command*>(&action);
   const std::vector<RecordedStep>& steps = recorder_.Steps();
-  if (command != nullptr && (*command)->id == "file.load" && steps.size() == 1) {
-    file_ = std::get<CommandStep>(steps.front().steps.front().what).file;
-    fileTime_ = TimeOf(file_);
-    windowAtLoad_ = workbench_->spectrum.WindowType;
+  if (!repeating_ && command != nullptr && (*command)->id == "file.load" && !steps.empty()) {
+    file_ = FileOf(steps.front().steps.front());
+    if (const std::string loaded = FileOf(steps.back().steps.front()); !loaded.empty()) {
+      fileTimes_[loaded] = TimeOf(loaded);
+    }
+    if (steps.size() == 1) {
+      windowAtLoad_ = workbench_->spectrum.WindowType;
+    }
   }
   if (onDone_) {
     onDone_(action);
@@ -179,10 +189,18 @@ std::string History::GoTo(std::size_t line) {
   const std::vector<RecordedStep> all = recorder_.AllSteps();
   const std::size_t last = lines[line].last;
   const bool onward = last >= recorder_.Place() && !recorder_.LookedSince();
-  if (!onward && TimeOf(file_) != fileTime_) {
-    return "The file " + file_ + " is not what it was when it was opened: it was saved to or removed since.";
+  const std::size_t first = onward ? recorder_.Place() : 0;
+  for (std::size_t k = first; k <= last; ++k) {
+    if (const std::string file = FileOf(all[k].steps.front()); !IsAsOpened(file)) {
+      return "The file " + file + " is not what it was when it was opened: it was saved to or removed since.";
+    }
   }
-  return RepeatAll(all, onward ? recorder_.Place() : 0, last);
+  return RepeatAll(all, first, last);
+}
+
+bool History::IsAsOpened(const std::string& file) const {
+  const auto opened = fileTimes_.find(file);
+  return opened == fileTimes_.end() || TimeOf(file) == opened->second;
 }
 
 std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last) {
@@ -206,6 +224,7 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
   RepeatedAnswers answers(recorder_.Answerer(), panel);
   Questions& person = recorder_.SetAnswerer(answers);
   recorder_.Suspend();
+  repeating_ = true;
   std::string why;
   std::size_t done = first;
   for (; done <= last && why.empty(); ++done) {
@@ -222,6 +241,7 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
   recorder_.SetAnswerer(person);
   const bool lost = trial.NData < 1;
   recorder_.Resume(lost ? std::vector<RecordedStep>() : steps, lost ? 0 : why.empty() ? done : done - 1);
+  repeating_ = false;
   return why;
 }
 

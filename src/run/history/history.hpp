@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,7 @@ class History {
   [[nodiscard]] std::string RecipeOf(bool withReports) const;
   [[nodiscard]] std::vector<std::string> Sentences(bool withReports) const;
   void ActionDone(const Action& action);
+  [[nodiscard]] bool IsAsOpened(const std::string& file) const;
   std::string RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last);
   std::string Repeat(const Step& step, RecipeQuestions& answers);
 
@@ -51,8 +53,9 @@ class History {
   Workbench* workbench_ = nullptr;
   std::function<void(const Action&)> onDone_;
   std::string file_;
-  std::int16_t windowAtLoad_ = 0;  // of spectra
-  std::filesystem::file_time_type fileTime_;
+  std::map<std::string, std::filesystem::file_time_type> fileTimes_;  // when they were loaded
+  std::int16_t windowAtLoad_ = 0;                                     // of spectra
+  bool repeating_ = false;
 };
 
 }  // namespace velmora
