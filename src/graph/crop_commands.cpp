@@ -90,6 +90,18 @@ void TellGap(Workbench& workbench, SampleRange cut, CropTimes times) {
   }
 }
 
+// What counts seconds or goes by times follows the samples that are left.
+void FollowCrop(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  TimeMemory& time = workbench.time;
+  if (time.SecondsRate > 0) {
+    time.SecondsDuration = (trial.NData - 1) / time.SecondsRate;
+  }
+  if (time.Base == TimeBase::UserUnits || time.Base == TimeBase::Frames) {
+    trial.Duration = double{trial.Data(trial.NData, 0)} - double{trial.Data(1, 0)};
+  }
+}
+
 // "Cropped to samples 101 to 400 (0.5000 to 1.9950 s)"
 void Tell(Workbench& workbench, Work work, SampleRange range, double from, double to) {
   const std::string times = AbscissaText(workbench, from, "0.0000") + " to " +
@@ -116,6 +128,7 @@ void Clip(Workbench& workbench, TimeView& view, const Proposal& proposal) {
   } else if (!CropSamples(workbench.trial, range->lo, range->hi, times)) {
     return;
   }
+  FollowCrop(workbench);
   MarkChanged(workbench, true);
   Tell(workbench, proposal.work, *range, from, to);
   view.MoveCursorsToEnds(proposal.first, proposal.last);

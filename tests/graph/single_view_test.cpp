@@ -360,6 +360,19 @@ TEST_F(SingleViewTest, CutRemovesWhatLiesBetweenTheCursors) {
   EXPECT_EQ(trial.NData, 90);
 }
 
+TEST_F(SingleViewTest, ACropInPercentIsAsMuchShorterInSeconds) {
+  Run("timebase.percentage");
+  Open();
+  Key("2");
+  View().MoveCursor(1, 20);
+  View().MoveCursor(2, 50);
+  AnswerClip(false, "Crop");
+  Run("crop.outside");
+  Run("timebase.seconds");
+  EXPECT_EQ(trial.NData, 31);
+  EXPECT_DOUBLE_EQ(trial.Duration, 0.3);
+}
+
 TEST_F(SingleViewTest, CursorFile) {
   TemporaryDirectory directory;
   Open();

@@ -93,6 +93,12 @@ void UseFrames(Trial& trial, double recordsPerFrame, double rate, double duratio
   trial.Duration = intervals * step;
 }
 
+void SpreadAbscissa(Trial& trial, double first, double last) {
+  const double intervals = Intervals(trial);
+  FillAbscissa(trial, trial.ChanLabel[0].Text(), trial.ChanUnits[0].Text(),
+               [=](double index) { return first + index * (last - first) / intervals; });
+}
+
 void ReverseSamples(Trial& trial) {
   ReverseFrames(trial, {{1, trial.NChan}}, 1, trial.NData);
 }

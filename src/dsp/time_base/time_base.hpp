@@ -23,6 +23,9 @@ void UseUserUnits(Trial& trial, double length, std::string_view label, std::stri
 /// NData at least 2, recordsPerFrame above 0.
 void UseFrames(Trial& trial, double recordsPerFrame, double rate, double duration);
 
+/// Data(i, 0) from `first` to `last` in even steps; nothing else changes. NData at least 2.
+void SpreadAbscissa(Trial& trial, double first, double last);
+
 // Data moved along the abscissa; row 0 stays.
 
 /// Sample i and sample NData+1-i change places in all channels.

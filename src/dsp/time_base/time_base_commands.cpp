@@ -49,30 +49,59 @@ bool CanResampleTo(Workbench& workbench, std::int64_t intervals) {
   return false;
 }
 
-std::string RateUnits(const Workbench& workbench) {
-  return IsTimeBased(workbench) ? "Hz" : "samples per unit of the abscissa";
+// Units of the user and frames stand beside a rate that counts something else.
+bool RateIsOfAbscissa(const Workbench& workbench) {
+  return workbench.time.Base != TimeBase::UserUnits && workbench.time.Base != TimeBase::Frames;
 }
 
-// What counts samples follows their new number: the remembered rate of the seconds base, and the
-// cursors, which stay at their times.
-void FinishResampling(Workbench& workbench, std::int32_t samplesBefore, const char* how) {
+std::string RateWords(const Workbench& workbench) {
+  return ", now " + PlainNumber(workbench.trial.Rate) + " " +
+         (IsTimeBased(workbench) ? "Hz" : "samples per unit of the abscissa");
+}
+
+/// The trial before it is re-sampled.
+struct Unsampled {
+  explicit Unsampled(const Trial& trial)
+      : samples(trial.NData),
+        duration(trial.Duration),
+        first(trial.Data(1, 0)),
+        last(trial.Data(trial.NData, 0)) {}
+  std::int32_t samples;
+  double duration;
+  double first;  // of the abscissa
+  double last;
+};
+
+// Re-sampling rebuilds row 0 from the rate, as if that were the rate of the abscissa.
+void KeepAbscissa(Workbench& workbench, const Unsampled& before) {
+  if (workbench.time.Base == TimeBase::Count) {
+    UseSampleCount(workbench.trial);
+  } else if (!RateIsOfAbscissa(workbench)) {
+    SpreadAbscissa(workbench.trial, before.first, before.last);
+    workbench.trial.Duration = before.duration;
+  }
+}
+
+// What counts samples follows their new number: the abscissa, the remembered rate of the seconds base, and
+// the cursors, which stay at their times.
+void FinishResampling(Workbench& workbench, const Unsampled& before, const char* how) {
   Trial& trial = workbench.trial;
-  const double ratio = (trial.NData - 1.0) / (samplesBefore - 1.0);
+  const double ratio = (trial.NData - 1.0) / (before.samples - 1.0);
+  KeepAbscissa(workbench, before);
   workbench.time.SecondsRate *= ratio;
   trial.CursorLo = RoundHalfEven32((trial.CursorLo - 1.0) * ratio + 1.0);
   trial.CursorHi = RoundHalfEven32((trial.CursorHi - 1.0) * ratio + 1.0);
   NormaliseCursors(trial);
   MarkChanged(workbench, true);
-  Did(workbench, std::string(how) + " from " + CountOf(samplesBefore, "sample") + " to " +
-                     std::to_string(trial.NData) + ", now " + PlainNumber(trial.Rate) + " " +
-                     RateUnits(workbench));
+  Did(workbench, std::string(how) + " from " + CountOf(before.samples, "sample") + " to " +
+                     std::to_string(trial.NData) + (RateIsOfAbscissa(workbench) ? RateWords(workbench) : ""));
 }
 
 void ResampleLinearly(Workbench& workbench, std::int64_t intervals) {
   if (!CanResampleTo(workbench, intervals)) {
     return;
   }
-  const std::int32_t before = workbench.trial.NData;
+  const Unsampled before(workbench.trial);
   ResampleAll(workbench.trial, intervals);
   FinishResampling(workbench, before, "Resampled linearly");
 }
@@ -130,7 +159,7 @@ void Shannon(Workbench& workbench) {
   if (typed.empty() || !CanResampleTo(workbench, intervals)) {
     return;
   }
-  const std::int32_t before = trial.NData;
+  const Unsampled before(trial);
   ProgressPanel panel(workbench);
   panel.SetFormat("Reconstructing signals");
   panel.SetStatus("Processing started.");
@@ -235,6 +264,13 @@ void SetTimeBase(Workbench& workbench, TimeBase base, const std::string& absciss
 // A trial that came in another base has no seconds to go back to: its own rate and duration stay.
 void RestoreSeconds(Workbench& workbench) {
   const bool known = workbench.time.SecondsRate > 0;
+  if (!known && !IsTimeBased(workbench)) {
+    AddNotice(
+        workbench,
+        "The file does not tell its sampling rate in Hz: its " + PlainNumber(workbench.trial.Rate) +
+            " samples per unit of the abscissa were taken for it.  Correct it with Sampling Rate in the "
+            "Edit menu.");
+  }
   UseSeconds(workbench.trial, known ? workbench.time.SecondsRate : workbench.trial.Rate,
              known ? workbench.time.SecondsDuration : workbench.trial.Duration);
 }

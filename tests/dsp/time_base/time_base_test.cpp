@@ -207,5 +207,30 @@ TEST_F(TimeBaseCommand, SecondsAfterResamplingAPercentage) {
   EXPECT_FLOAT_EQ(trial.Data(9, 0), 0.4F);
 }
 
+// What row 0 counts stays what its label says; the kernels rebuild it from the rate.
+TEST_F(TimeBaseCommand, ResamplingKeepsTheAbscissa) {
+  for (const char* resample : {"time.normalize", "time.shannon"}) {
+    const auto resampledIn = [&](const char* base, const std::vector<std::string>& entered) {
+      SetChannels(trial, {{0, 1, 2, 3, 4}}, 10.0);
+      workbench.time = {};
+      questions.inputAnswers = {entered.begin(), entered.end()};
+      Run(base);
+      RunEntering(resample, "8");
+      return Channel(trial, 0);
+    };
+    EXPECT_EQ(resampledIn("timebase.user-units", {"20", "Path", "mm"}),
+              (Samples{0, 2.5F, 5, 7.5F, 10, 12.5F, 15, 17.5F, 20}));
+    EXPECT_EQ(trial.Duration, 20.0);
+    EXPECT_EQ(workbench.report.deeds.back().what.find("per unit"), std::string::npos)
+        << "its rate is still that of the seconds";
+    EXPECT_EQ(resampledIn("timebase.count", {}), (Samples{1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    EXPECT_EQ(trial.Duration, 9.0);
+    // 10 Hz, 5 samples a frame: 2 frames a second for 0.4 s.
+    EXPECT_FLOAT_EQ(resampledIn("timebase.frames", {"5"}).back(), 0.8F);
+    Run("timebase.seconds");
+    EXPECT_FLOAT_EQ(trial.Data(9, 0), 0.4F);
+  }
+}
+
 }  // namespace
 }  // namespace velmora::test
