@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "core/trial/event_lines.hpp"
+
 namespace velmora {
 namespace {
 
@@ -27,10 +29,13 @@ void MoveDown(Trial& trial, std::int32_t from, std::int32_t to, std::int32_t sam
     std::memmove(trial.matrix.Frame(to), trial.matrix.Frame(from),
                  static_cast<std::size_t>(floats) * sizeof(float));
   }
+  trial.ResizeData(samples);
+  if (times == CropTimes::Reset) {
+    RestartEventLines(trial, kept.front());  // while row 0 tells where samples came from
+  }
   for (std::size_t i = 0; i < kept.size(); ++i) {
     trial.matrix.Frame(static_cast<std::int64_t>(i) + 1)[0] = kept[i];
   }
-  trial.ResizeData(samples);
   trial.Duration = trial.Rate > 0 ? (trial.NData - 1) / trial.Rate : 0.0;
 }
 

@@ -7,6 +7,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/event_lines.hpp"
 #include "core/trial/helpers.hpp"
 #include "formats/read_error.hpp"
 #include "formats/recording/slow_channel.hpp"
@@ -103,7 +104,7 @@ std::vector<std::string> LinesOf(const Recording& recording) {
       kMaxHeaderLines - std::min<std::size_t>(kMaxHeaderLines - 1, lines.size() + recording.plates.size());
   const std::size_t told = events.size() <= room ? events.size() : room - 1;
   for (std::size_t k = 0; k < told; ++k) {
-    lines.push_back("Event " + FormatNumber(events[k].time, "0.000") + " s " + events[k].words);
+    lines.push_back(EventLineText({.time = events[k].time, .words = events[k].words}));
   }
   if (told < events.size()) {
     lines.push_back("... and " + std::to_string(events.size() - told) + " more events");

@@ -10,6 +10,7 @@
 #include "core/files/files.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/event_lines.hpp"
 #include "core/trial/helpers.hpp"
 #include "formats/bytes/byte_builder.hpp"
 #include "formats/c3d/c3d_parameter_section.hpp"
@@ -64,25 +65,14 @@ struct WrittenEvent {
   std::string words;
 };
 
-// Events came with the file as header lines "Event 2.720 s RIC Right".
 std::vector<WrittenEvent> WrittenEventsOf(const Trial& trial) {
-  constexpr std::string_view kEvent = "Event ";
   constexpr double kMinute = 60.0;
   std::vector<WrittenEvent> events;
-  for (int k = 1; k <= trial.HeaderLineCount; ++k) {
-    const std::string& line = trial.HeaderLines[k];
-    const std::size_t behind = line.find(" s ", kEvent.size());
-    if (!line.starts_with(kEvent) || behind == std::string::npos) {
-      continue;
-    }
-    const std::string time = line.substr(kEvent.size(), behind - kEvent.size());
-    if (time.empty() || time.find_first_not_of("-0123456789.") != std::string::npos) {
-      continue;
-    }
-    const double minutes = std::trunc(Val(time) / kMinute);
+  for (const EventLine& event : EventsFromFirstSample(trial)) {
+    const double minutes = std::trunc(event.time / kMinute);
     events.push_back({.minutes = static_cast<float>(minutes),
-                      .seconds = static_cast<float>(Val(time) - kMinute * minutes),
-                      .words = Trim(line.substr(behind + 3))});
+                      .seconds = static_cast<float>(event.time - kMinute * minutes),
+                      .words = event.words});
   }
   return events;
 }

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <limits>
 
+#include "graph/crop.hpp"
 #include "support/command_test.hpp"
 #include "support/instrument_files/c3d_file.hpp"
 #include "support/recordings.hpp"
@@ -212,6 +213,39 @@ TEST_F(C3dTest, PlatesAreTakenOrListed) {
     EXPECT_EQ(trial.FilePlates[k].record->corners, before[k].record->corners);
     EXPECT_EQ(trial.FilePlates[k].record->origin, before[k].record->origin);
   }
+}
+
+// The strike is at 0.02 s, sample 5 of 20 at 200 Hz; the other event is behind the end.
+TEST_F(C3dTest, EventsGoWithTheirSamples) {
+  C3dFile file = FullC3dFile();
+  AddUsualParameters(file);
+  const auto eventsIn = [this] {
+    Texts events;
+    std::copy_if(trial.HeaderLines.begin(), trial.HeaderLines.end(), std::back_inserter(events),
+                 [](const std::string& line) { return line.starts_with("Event"); });
+    return events;
+  };
+  const auto eventsAfter = [&](const std::function<void()>& crop) {
+    LoadC3d(file);
+    crop();
+    SaveAs("again.c3d", "save.c3d");
+    LoadPath(directory.Path("again.c3d"));
+    return eventsIn();
+  };
+  const std::string strike = " s Foot Strike Right";
+  EXPECT_EQ(eventsAfter([] {}), (Texts{"Event 0.020" + strike, "Event 60.500 s Foot Off Left"}));
+  for (const CropTimes times : {CropTimes::Move, CropTimes::Reset}) {
+    EXPECT_EQ(eventsAfter([&] { CropSamples(trial, 3, 12, times); }), (Texts{"Event 0.010" + strike}));
+    EXPECT_EQ(eventsAfter([&] { CutSamples(trial, 2, 2, times); }), (Texts{"Event 0.015" + strike}));
+    EXPECT_EQ(eventsAfter([&] { CutSamples(trial, 4, 7, times); }), Texts());
+  }
+  LoadC3d(file);
+  for (std::int64_t i = 1; i <= 20; ++i) {
+    trial.Data(i, 0) += 500;  // a recording that starts at 500 s
+  }
+  trial.HeaderLines[1] = "Event 500.020" + strike;
+  CropSamples(trial, 3, 12, CropTimes::Reset);
+  EXPECT_EQ(eventsIn(), (Texts{"Event 500.010" + strike}));
 }
 
 TEST_F(C3dTest, WhatIsDamagedIsReadAsFarAsItGoesOrRefused) {
