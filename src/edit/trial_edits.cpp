@@ -6,7 +6,9 @@ namespace velmora {
 
 bool RecallLabels(Trial& trial) {
   bool known = false;
-  for (std::size_t c = 0; c <= static_cast<std::size_t>(trial.NChan); ++c) {
+  // An abscissa in other units counts something else, whatever it was called before.
+  const bool sameAbscissa = trial.SavedUnits[0] == trial.ChanUnits[0];
+  for (std::size_t c = sameAbscissa ? 0 : 1; c <= static_cast<std::size_t>(trial.NChan); ++c) {
     if (!trial.SavedLabels[c].empty() || !trial.SavedUnits[c].empty()) {
       trial.ChanLabel[c] = trial.SavedLabels[c];
       trial.ChanUnits[c] = trial.SavedUnits[c];

@@ -1,11 +1,13 @@
 #include "export/save_data.hpp"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <string>
 
 #include "core/files/files.hpp"
 #include "core/questions/progress.hpp"
+#include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "export/save_list.hpp"
@@ -74,6 +76,25 @@ void TellLostMatrices(Workbench& workbench) {
   }
 }
 
+// Counting and percentages change the rate; of the files that name one, only the binary file keeps percent.
+void TellRateOfAbscissa(Workbench& workbench, SaveFormat format) {
+  constexpr std::array named = {SaveFormat::NativeAscii, SaveFormat::BioWare, SaveFormat::NativeBinary,
+                                SaveFormat::C3d, SaveFormat::Visual3d};
+  const TimeBase base = workbench.time.Base;
+  const bool told =
+      base == TimeBase::Count || (base == TimeBase::Percentage && format != SaveFormat::NativeBinary);
+  if (told && std::find(named.begin(), named.end(), format) != named.end()) {
+    AddNotice(workbench, "The rate in the saved file is " + PlainNumber(workbench.trial.Rate) +
+                             ", samples per unit of the abscissa, which will be read as Hz.  Choose Seconds "
+                             "as the time base before saving to keep the rate in Hz.");
+  }
+}
+
+// The files that hold samples are what a plate is reduced from.
+bool HoldsSamples(SaveFormat format) {
+  return format != SaveFormat::BiasValues && format != SaveFormat::UnitsFile;
+}
+
 }  // namespace
 
 void SaveData(Workbench& workbench, SaveFormat format) {
@@ -88,8 +109,11 @@ void SaveData(Workbench& workbench, SaveFormat format) {
   try {
     const std::size_t deeds = workbench.report.deeds.size();
     Write(workbench, panel, format);
-    if (workbench.report.deeds.size() > deeds && format != SaveFormat::C3d) {
-      TellLostMatrices(workbench);
+    if (workbench.report.deeds.size() > deeds) {
+      if (format != SaveFormat::C3d && HoldsSamples(format)) {
+        TellLostMatrices(workbench);
+      }
+      TellRateOfAbscissa(workbench, format);
     }
   } catch (const FileError& error) {
     ShowSaveFailure(workbench, error.what());

@@ -4,6 +4,7 @@
 
 #include "core/files/paths.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/helpers.hpp"
 #include "core/workbench.hpp"
 #include "events/event_tracking.hpp"
 #include "formats/units_file/units_file_reader.hpp"
@@ -43,7 +44,12 @@ void LoadCommand(Workbench& workbench) {
   LoadFile(workbench);
   if (trial.NData > 0) {
     trial.Duration = trial.Rate > 0 ? (trial.NData - 1) / trial.Rate : trial.NData;
-    trial.Rate = trial.Rate > 0 ? trial.Rate : 1.0;
+    if (!(trial.Rate > 0)) {
+      trial.Rate = 1.0;
+      AddNotice(workbench,
+                "The file tells no sampling rate; 1 Hz is taken for it.  Sampling Rate in the Edit menu "
+                "corrects that.");
+    }
   } else {
     workbench.report.failures.push_back("no trial was loaded from " + trial.FileName);
   }

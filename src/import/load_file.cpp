@@ -100,6 +100,8 @@ void ResetTrial(Workbench& workbench) {
   trial.Rate = 0.0;
   trial.CursorLo = 0;
   trial.CursorHi = 0;
+  trial.FirstSample = 0;
+  trial.LastSample = 0;
   trial.NPlates = 0;
   trial.ForcesReduced = false;
   trial.PlatesCombined = false;

@@ -44,8 +44,10 @@ TEST_F(Edit, LabelsOfTheTrialBeforeComeBack) {
   trial.ChanLabel[3] = "Knee";
   const std::string other = SaveAs("three.vmb");
   LoadPath(path);
+  Run("timebase.percentage");
   LoadPath(other);
   Run("edit.recall-labels");
+  EXPECT_EQ(trial.ChanUnits[0], "s") << "which is what it counts";
   EXPECT_EQ(trial.ChanLabel[1], "Heel");
   EXPECT_EQ(trial.ChanUnits[1], "m/s");
   EXPECT_TRUE(trial.FileChanged);

@@ -239,6 +239,9 @@ TEST_F(OtherPrograms, BioWareFilesAreWrittenBack) {
     EXPECT_EQ(trial.Notices.back(),
               "10 values lay outside the 12 bits of a BioWare 2 file and were clipped in it.");
   }
+  RunTyping("channel.move", {{1, "10.5"}});
+  Run("save.dat");
+  EXPECT_NE(LastBox().find("not in the places that they have in that file"), std::string::npos);
   trial.CutChannels(9);
   Run("save.dat");
   EXPECT_NE(LastBox().find("That has 10 channels, the trial 9."), std::string::npos) << LastBox();

@@ -55,6 +55,7 @@ struct RoundTrip : FileTest {
 };
 
 TEST_F(RoundTrip, WhatASaveLosesOfNamesIsTold) {
+  SetChannels(trial, {{1, 2}, {3, 4}}, 1000.0);
   trial.ChanLabel[1] = "Vastus lateralis";
   trial.ChanLabel[2] = "Kąt łokcia";
   trial.ChanUnits[2] = "°/s";
@@ -117,6 +118,28 @@ TEST_F(RoundTrip, ATimeBaseOtherThanSecondsComesBack) {
   EXPECT_EQ(trial.Data(2000, 0), 100.0F);
   EXPECT_EQ(trial.ChanLabel[1], "Angle");
   EXPECT_EQ(trial.Rate, 19.99);
+
+  // A file that does not says so: its rate would be read as Hz.
+  for (const auto& [base, save, name, told] : {std::tuple("timebase.percentage", "save.vmb", "a.vmb", false),
+                                               {"timebase.percentage", "save.vma", "a.vma", true},
+                                               {"timebase.count", "save.vmb", "a.vmb", true},
+                                               {"timebase.count", "save.tab", "a.tab", false},
+                                               {"timebase.user-units", "save.vmb", "a.vmb", false}}) {
+    SetChannels(trial, {channels[0]}, 1000.0);
+    workbench.time = {};
+    trial.Notices.clear();
+    questions.inputAnswers = {"5", "Path", "m"};
+    questions.boxAnswers = {Button::Yes, Button::Yes};
+    Run(base);
+    SaveAs(name, save);
+    EXPECT_EQ(trial.Notices.size(), told ? 1U : 0U) << base << " " << save;
+  }
+  LoadPath(directory.Path("a.vmb"));
+  Run("timebase.percentage");
+  SaveAs("b.vmb");
+  LoadPath(directory.Path("b.vmb"));
+  Run("timebase.seconds");
+  EXPECT_TRUE(Tells("does not tell its sampling rate in Hz"));
 }
 
 TEST_F(RoundTrip, TextsOfFixedDecimalsKeepThem) {

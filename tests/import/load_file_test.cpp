@@ -154,6 +154,7 @@ TEST_F(LoadFileTest, EveryLoadLeavesTheTrialInOneState) {
   trial.ChanUnits[2] = "kN";
   trial.SavedLabels[3] = "of an earlier one";
   trial.NPlates = 2;
+  trial.LastSample = 99;  // of a native text file
   trial.ForcesReduced = trial.PairedGraphs = true;
   trial.HeaderLines[75] = "old";
   workbench.CancelRequested = true;
@@ -165,6 +166,7 @@ TEST_F(LoadFileTest, EveryLoadLeavesTheTrialInOneState) {
   EXPECT_EQ(trial.SavedLabels[3], "of an earlier one") << "which had more channels";
   EXPECT_EQ(trial.PreviousRate, 50.0);
   EXPECT_EQ(trial.NPlates, 0);
+  EXPECT_EQ(trial.LastSample, 0);
   EXPECT_FALSE(trial.ForcesReduced || trial.PairedGraphs || trial.FileChanged);
   EXPECT_EQ(trial.HeaderLines[75], "");
   EXPECT_EQ(trial.TrialIndex, -1);
@@ -187,6 +189,11 @@ TEST_F(LoadFileTest, EveryLoadLeavesTheTrialInOneState) {
   EXPECT_EQ(trial.NData, 0);
   EXPECT_THROW((void)trial.Data(1, 1), std::out_of_range);
   EXPECT_EQ(trial.SavedLabels[1], "Chan. 01");
+  WriteTrialFile(directory.Path("no-rate.vmb"), [](Trial& made) { SetChannels(made, {{1, 2}}, 0.0); });
+  LoadPath(directory.Path("no-rate.vmb"));
+  EXPECT_EQ(trial.Rate, 1.0);
+  EXPECT_EQ(trial.Duration, 2.0);
+  EXPECT_TRUE(Tells("tells no sampling rate"));
 }
 
 TEST_F(LoadFileTest, WhatCannotBeOpenedIsAMessage) {

@@ -62,6 +62,11 @@ std::optional<BioWare2Header> HeaderOfTrial(Workbench& workbench) {
       return refuse("That has " + CountOf(header.Channels(), "channel") + ", the trial " +
                     std::to_string(trial.NChan) + ".");
     }
+    for (int c = 1; c <= trial.NChan; ++c) {
+      if (trial.ChanNumber[c] != c - 1) {
+        return refuse("The channels of the trial are not in the places that they have in that file.");
+      }
+    }
     return header;
   } catch (const FileError& error) {
     return refuse(workbench.LoadedFile + " cannot be read: " + error.what() + ".");

@@ -81,9 +81,11 @@ std::string HeadLines(const Workbench& workbench, int channels, std::int32_t las
   return header;
 }
 
-void WriteSamples(const Trial& trial, SampleRange range, ProgressPanel& panel, OutputFile& file,
-                  int channels) {
+// Returns how many values ran out of their fields.
+std::int64_t WriteSamples(const Trial& trial, SampleRange range, ProgressPanel& panel, OutputFile& file,
+                          int channels) {
   const auto [first, last] = range;
+  std::int64_t tooWide = 0;
   panel.SetLimits(first, last);
   TextBlock block(file);
   for (std::int32_t j = first; j <= last; ++j) {
@@ -93,7 +95,9 @@ void WriteSamples(const Trial& trial, SampleRange range, ProgressPanel& panel, O
     char* at = block.Begin(timeField.size() + static_cast<std::size_t>(channels) * kLongestNumber + 2);
     at = std::copy(timeField.begin(), timeField.end(), at);
     for (int c = 1; c <= channels; ++c) {
+      char* const field = at;
       at = PutFixed(at, frame[c], 4, kFieldWidth);
+      tooWide += at - field > static_cast<std::ptrdiff_t>(kFieldWidth) ? 1 : 0;
     }
     block.End(std::copy(kLineEnd.begin(), kLineEnd.end(), at));
     if (j % kSamplesPerTurn == 0) {
@@ -101,6 +105,7 @@ void WriteSamples(const Trial& trial, SampleRange range, ProgressPanel& panel, O
     }
   }
   block.Flush();
+  return tooWide;
 }
 
 // Writes the file OutputFileName, and tells which names were cut.
@@ -110,8 +115,13 @@ void WriteFile(Workbench& workbench, ProgressPanel& panel, SampleRange range, in
   panel.SetStatus("Saving data (n= " + std::to_string(lastSample + 1) + ")");
   OutputFile file(workbench.OutputFileName);
   file.Write(HeadLines(workbench, channels, lastSample));
-  WriteSamples(trial, range, panel, file, channels);
+  const std::int64_t tooWide = WriteSamples(trial, range, panel, file, channels);
   CommitSave(workbench, file);
+  if (tooWide > 0) {
+    AddNotice(workbench, CountOf(tooWide, "value") +
+                             " took more than the 10 columns of a .VMA field: these "
+                             "samples will not be read back as they are. A .VMB file keeps them.");
+  }
   DidSave(workbench);
   SavedNames names;
   names.Add(trial.TrialTitle);
@@ -119,6 +129,20 @@ void WriteFile(Workbench& workbench, ProgressPanel& panel, SampleRange range, in
     names.Add(trial.ChanLabel[c].Text(), kFieldWidth);
   }
   names.Tell(workbench);
+}
+
+// The plates whose channels are gone, and those behind them, which are counted from the first.
+void CutPlates(Workbench& workbench) {
+  Trial& trial = workbench.trial;
+  const auto cut =
+      std::find_if(trial.FilePlates.begin(), trial.FilePlates.end(),
+                   [&trial](const auto& plate) { return plate.base + plate.channels > trial.NChan; });
+  if (cut != trial.FilePlates.end()) {
+    trial.FilePlates.erase(cut, trial.FilePlates.end());
+    trial.NPlates = static_cast<std::int16_t>(trial.FilePlates.size());
+    AddNotice(workbench, "Force plates of the file that are still known: " + std::to_string(trial.NPlates) +
+                             ". The channels of the others are not among the first 16.");
+  }
 }
 
 }  // namespace
@@ -134,6 +158,7 @@ void WriteNativeAscii(Workbench& workbench, ProgressPanel& panel) {
   WriteFile(workbench, panel, range, channels, LastSampleNumber(workbench));
   if (channels < trial.NChan) {
     trial.CutChannels(channels);
+    CutPlates(workbench);
     ShowFirstChannelPage(workbench);
   }
   MarkChanged(workbench, false);

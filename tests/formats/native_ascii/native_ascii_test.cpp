@@ -229,6 +229,10 @@ TEST_F(NativeAscii, ARangeAndTheNumberOfSamplesInTheHeader) {
   SetChannels(trial, {{7}}, 10.0);
   EXPECT_EQ(trial.CursorLo, 0);
   EXPECT_NE(Save("single.vma").find("\r\n    0.0000    7.0000\r\n"), std::string::npos);
+  EXPECT_TRUE(trial.Notices.empty());
+  SetChannels(trial, {{12345.5F, -12345.5F, 1e6F}}, 10.0);
+  Save("wide.vma");
+  EXPECT_TRUE(Tells("2 values took more than the 10 columns")) << "they run into their neighbours";
 }
 
 TEST_F(NativeAscii, MoreThan16Channels) {
@@ -242,9 +246,15 @@ TEST_F(NativeAscii, MoreThan16Channels) {
   questions.boxAnswers = {Button::OK, Button::OK};
   SaveAs("missing/wide.vma", "save.vma");
   EXPECT_EQ(trial.NChan, 20) << "a save that fails costs no channels";
+  trial.FilePlates = {{.base = 0, .channels = 6}, {.base = 12, .channels = 6}};
   Save("wide.vma");
   EXPECT_EQ(trial.NChan, 16);
   EXPECT_EQ(Channel(trial, 16), sixteenth);
+  EXPECT_EQ(trial.FilePlates.size(), 1U);
+  EXPECT_EQ(trial.NPlates, 1);
+  EXPECT_EQ(trial.Notices.back(),
+            "Force plates of the file that are still known: 1. The channels of the others are not among the "
+            "first 16.");
   LoadPath(directory.Path("wide.vma"));
   EXPECT_EQ(trial.NChan, 16);
 }
