@@ -1,3 +1,5 @@
+#include <sstream>
+
 #include "graph/single_view.hpp"
 #include "support/recorded_person.hpp"
 
@@ -336,6 +338,59 @@ TEST_F(HistoryTest, TheSamplesBetweenCursorsOfAClosedGraphAreFoundAgain) {
   const std::string bytes = Bytes("walk-done.vmb");
   Replay("again");
   EXPECT_EQ(ReadFile(directory.Path("again/walk-done.vmb")), bytes);
+}
+
+// What a scan found is found anew; a cursor of which the view decided stands where it stood.
+TEST_F(HistoryTest, CursorsOfAScanAreThoseOfTheNextTrialAndCursorsOfAViewThoseOfThisOne) {
+  const auto write = [this](std::vector<int> peaks) {
+    WriteTrialFile(input, [&](Trial& trial) {
+      std::vector<float> samples(200, 0.0F);
+      for (const int peak : peaks) {
+        samples[static_cast<std::size_t>(peak - 1)] = 1.0F;
+      }
+      SetChannels(trial, {samples}, 100.0);
+    });
+  };
+  const auto samplesIn = [this](const std::string& file) {
+    std::vector<std::string> samples;
+    std::istringstream lines(ReadFile(directory.Path(file)));
+    for (std::string line; std::getline(lines, line);) {
+      const std::size_t tab = line.find('\t');
+      if (!line.empty() && line[0] >= '0' && line[0] <= '9') {
+        samples.push_back(line.substr(tab + 1, line.find('\t', tab + 1) - tab - 1));
+      }
+    }
+    return samples;
+  };
+  write({20, 60, 130});
+  Load();
+  person.FillForm({{"channels 1", "true"}});
+  Do("graph.single");
+  Press("Scan", {{"comType", "Peaks"}});
+  Press("Exit");
+  Do("trigger.open");
+  person.fileAnswers.push_back({directory.Path("found.evt")});
+  Do("view.save-events");
+  write({35, 90});
+  Replay();
+  EXPECT_EQ(samplesIn("found.evt"), (Texts{"20", "60", "130"}));
+  EXPECT_EQ(samplesIn("again/found.evt"), (Texts{"35", "90"})) << history.Recipe();
+
+  Load();
+  person.FillForm({{"channels 1", "true"}});
+  Do("graph.multi");
+  auto& view = dynamic_cast<TimeView&>(*workbench.view);
+  view.PressKey({.name = "2"});
+  view.ShowRange(1, 0.5, 0.9, 0, 1);  // with the wheel
+  view.PressKey({.name = "R"});
+  EXPECT_EQ(workbench.trial.CursorLo, 61);
+  EXPECT_EQ(workbench.trial.CursorHi, 81);
+  person.boxAnswers = {Button::Yes};
+  person.PickChannels({1});
+  Do("bias.mean");
+  const std::string bytes = Bytes("level.vmb");
+  Replay();
+  EXPECT_EQ(ReadFile(directory.Path("again/level.vmb")), bytes);
 }
 
 }  // namespace

@@ -111,6 +111,12 @@ bool IsCommand(const Action& action, std::string_view id) {
   return command != nullptr && (*command)->id == id;
 }
 
+/// The key that puts cursors back into the view.
+bool IsCursorReset(const Action& action) {
+  const auto* key = std::get_if<KeyPress>(&action);
+  return key != nullptr && EqualNoCase(key->name, "R");
+}
+
 }  // namespace
 
 void Recorder::Attach(Workbench& workbench) {
@@ -185,7 +191,7 @@ void Recorder::Keep() {
              (did || IsLook() || current_.picked)) {
     Add(did);
   }
-  NoteNewCursors();
+  NotePlacedCursors();
   viewOpen_ = workbench_->view != nullptr;
 }
 
@@ -320,15 +326,19 @@ void Recorder::AddThreshold(const ThresholdMove& move) {
   }
 }
 
-// Where a new cursor appears depends on the stretch in view, which nobody writes down.
-void Recorder::NoteNewCursors() {
+// Where a new cursor appears, or goes back to, depends on the stretch in view, which nobody writes down. What
+// a command has found, it finds anew.
+void Recorder::NotePlacedCursors() {
   if (workbench_->view != nullptr && !viewOpen_) {
     cursors_ = 0;
   }
   const auto* view = FindTimeView(*workbench_);
   const std::size_t before = cursors_;
   cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
-  for (std::size_t k = before; k < cursors_; ++k) {
+  if (DidAnything(workbench_->report.deeds)) {
+    return;
+  }
+  for (std::size_t k = IsCursorReset(action_) ? 0 : before; k < cursors_; ++k) {
     AddMove({static_cast<int>(k + 1), view->Lead().Cursors[k].XPosition});
   }
 }

@@ -84,7 +84,7 @@ class Recorder : public Questions, public ActionListener {
   [[nodiscard]] int CurrentView() const { return workbench_->view != nullptr || viewOpen_ ? views_ : 0; }
   void NoteClosedView();
   void NoteWayThroughAll(Form& form);
-  void NoteNewCursors();
+  void NotePlacedCursors();
   void AddMove(const CursorMove& move);
   void AddThreshold(const ThresholdMove& move);
   template <typename Gesture>
