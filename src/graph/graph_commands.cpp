@@ -112,15 +112,8 @@ void ResetZoom(Workbench& workbench) {
   }
 }
 
-// A threshold line among the cursors is at no time.
 void SaveEvents(Workbench& workbench) {
-  std::vector<double> times;
-  for (const GraphCursor& cursor : OpenSingleView(workbench).Drawing().Cursors) {
-    if (cursor.Kind == CursorKind::Cursor) {
-      times.push_back(cursor.XPosition);
-    }
-  }
-  SaveCursorEvents(workbench, times);
+  SaveCursorEvents(workbench, OpenSingleView(workbench).CommonCursors());
 }
 
 constexpr std::string_view kView = "&View";

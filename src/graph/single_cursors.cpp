@@ -57,6 +57,7 @@ void SingleView::DoMove(const CursorMove& move) {
     static_cast<void>(GraphAt(move.graph));
   }
   MoveCommon(move.cursor, move.x);
+  moved_ = move.cursor;
 }
 
 void SingleView::MoveCrosshair(int cursor, double y) {
@@ -106,6 +107,7 @@ void SingleView::ShowNumbers(bool on) {
 }
 
 void SingleView::CursorsChanged() {
+  moved_ = 1;
   numbersShown_ = numbersShown_ && Cursors() > 1;
   int number = 0;
   for (GraphCursor& cursor : Lead().Cursors) {
@@ -134,11 +136,11 @@ std::optional<CursorValues> SingleView::Values() const {
   }
   constexpr double kLong = 999.0;  // seconds; from there on tenths are enough
   const Trial& trial = workbench_.trial;
-  const std::int32_t sample = SampleOf(1);
+  const std::int32_t sample = SampleOf(moved_);
+  const double x = Lead().Cursors[static_cast<std::size_t>(moved_ - 1)].XPosition;
   CursorValues values;
   values.Sample = FormatNumber(sample, "0");
-  values.Time =
-      AbscissaText(workbench_, Lead().Cursors[0].XPosition, trial.Duration > kLong ? "0.0" : "0.000");
+  values.Time = AbscissaText(workbench_, x, trial.Duration > kLong ? "0.0" : "0.000");
   const int last = std::min<int>(workbench_.LastChanShown, trial.NChan);
   for (int c = std::max<int>(workbench_.FirstChanShown, 1); c <= last; ++c) {
     values.Rows.push_back(

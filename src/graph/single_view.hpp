@@ -36,7 +36,7 @@ class SingleView : public TimeView {
   // The boxes for the selection.
   [[nodiscard]] std::string CountText() const;
   [[nodiscard]] std::string IntervalText() const;
-  /// Nothing while the read-out is closed or there is no cursor.
+  /// At the cursor that was moved last. Nothing while the read-out is closed or there is no cursor.
   [[nodiscard]] std::optional<CursorValues> Values() const;
 
   bool TrialChanged() override;
@@ -107,6 +107,7 @@ class SingleView : public TimeView {
   bool valuesShown_ = false;
   bool numbersShown_ = false;
   bool horizontal_ = false;
+  int moved_ = 1;  // the cursor that was moved last
 };
 
 /// The view that is open. Throws std::runtime_error when none is.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 
 #include "core/files/files.hpp"
 #include "core/text/numbers.hpp"
@@ -13,15 +14,15 @@ namespace {
 
 constexpr Colour kSavedPair = 0x00FF00;  // green: this interval went to a file
 
-// The pair that the user names by its first cursor; false when there is none.
-bool AskPair(Workbench& workbench, TimeView& view) {
+// The pair that the user names by its first cursor.
+std::optional<SampleRange> AskPair(Workbench& workbench, TimeView& view) {
   const int count = view.Cursors();
   const std::string typed = workbench.questions.AskInput(
       {.title = "Select First Cursor of Pair",
        .prompt = "Enter number of first cursor of pair.  There are " + std::to_string(count) + " cursors.",
        .isNumber = true});
   if (typed.empty()) {
-    return false;
+    return std::nullopt;
   }
   const std::int32_t first = RoundHalfEven32(Val(typed));
   if (first < 1 || first >= count) {
@@ -29,32 +30,32 @@ bool AskPair(Workbench& workbench, TimeView& view) {
                             .text = "Invalid cursor selection.  Try again.  Press Delete button to delete "
                                     "cursors.",
                             .icon = Icon::Exclamation});
-    return false;
+    return std::nullopt;
   }
   const auto [lo, hi] = std::minmax({view.SampleOf(first), view.SampleOf(first + 1)});
-  workbench.trial.CursorLo = lo;
-  workbench.trial.CursorHi = hi;
   view.Lead().Cursors[static_cast<std::size_t>(first - 1)].Color = kSavedPair;
-  return true;
+  return SampleRange{lo, hi};
 }
 
-bool ChooseRange(Workbench& workbench, TimeView& view) {
-  Trial& trial = workbench.trial;
-  trial.CursorLo = 1;
-  trial.CursorHi = trial.NData;
+std::optional<SampleRange> AskRange(Workbench& workbench, TimeView& view) {
+  const SampleRange all{1, workbench.trial.NData};
   if (view.Cursors() == 1) {
-    trial.CursorLo = view.SampleOf(1);
-  } else if (view.Cursors() == 2) {
-    view.TakeRange();
-  } else if (view.Cursors() > 2) {
+    return SampleRange{view.SampleOf(1), all.hi};
+  }
+  if (view.Cursors() == 2) {
+    return view.PairRange();
+  }
+  if (view.Cursors() > 2) {
     const Button button = workbench.questions.AskBox(
         {.title = "Select a Pair of Cursors",
          .text = "There are more than 2 cursors.  Press Yes to select one pair or No to select ALL the data.",
          .icon = Icon::Question,
          .buttons = {Button::Yes, Button::No, Button::Cancel}});
-    return button == Button::No || (button == Button::Yes && AskPair(workbench, view));
+    if (button != Button::No) {
+      return button == Button::Yes ? AskPair(workbench, view) : std::nullopt;
+    }
   }
-  return true;
+  return all;
 }
 
 std::string StylePath(const Workbench& workbench, const GraphView& view, int graph) {
@@ -76,9 +77,12 @@ void ShowStyleFault(Workbench& workbench, const char* reason) {
 }  // namespace
 
 void SaveRange(Workbench& workbench, TimeView& view) {
-  if (!ChooseRange(workbench, view)) {
+  const std::optional<SampleRange> range = AskRange(workbench, view);
+  if (!range) {
     return;
   }
+  workbench.trial.CursorLo = range->lo;
+  workbench.trial.CursorHi = range->hi;
   workbench.SaveRangeSet = true;
   SaveData(workbench, SaveFormat::NativeBinary);
   workbench.SaveRangeSet = false;
@@ -91,12 +95,11 @@ std::string CursorFileText(const Workbench& workbench, const SingleView& view) {
   text += "Duration (s):\t" + FormatNumber(trial.Duration, workbench.patterns.TimePattern) + "\n";
   text += "Sampling rate (Hz):\t" + FormatNumber(trial.Rate, workbench.patterns.RatePattern) + "\n";
   text += "\nCursor\tSample\tTime (s)\tDelta t (s)\n";
-  const std::vector<GraphCursor>& cursors = view.Drawing().Cursors;
-  double previous = cursors.empty() ? 0.0 : cursors.front().XPosition;
+  const std::vector<double> cursors = view.CommonCursors();
+  double previous = cursors.empty() ? 0.0 : cursors.front();
   int number = 0;
-  for (const GraphCursor& cursor : cursors) {
+  for (const double x : cursors) {
     ++number;
-    const double x = cursor.XPosition;
     text += std::to_string(number) + "\t" + std::to_string(view.SampleOf(number)) + "\t" +
             FormatNumber(x, "0.0000") + "\t" + FormatNumber(x - previous, "0.0000") + "\n";
     previous = x;

@@ -184,6 +184,7 @@ TEST_F(SingleViewTest, SeveralCursorsAreNumberedDeletedAndPaired) {
   Key("F5");  // the last cursor begins no pair
   EXPECT_EQ(questions.boxes.back().title, "Invlaid Cursor Selection");
   EXPECT_FALSE(std::filesystem::exists(path));
+  ExpectRange(31, 76);  // as the cursors stand
   questions.fileAnswers = {{path}};
   Key("F5");
   ExpectRange(61, 91);  // 0.9 and 0.6
@@ -383,6 +384,7 @@ TEST_F(SingleViewTest, CursorFile) {
   Key("F10");
   EXPECT_TRUE(questions.files.empty());
   questions.fileAnswers = {{directory.Path("c")}, {directory.Path("no/such/c.vmc")}};
+  Run("grid.thresholds");  // lines at no time
   Key("F10");
   EXPECT_EQ(questions.files.at(0).title, "Save cursor positions in .VMC file");
   EXPECT_EQ(questions.files.at(0).defaultName, "jump.vmc");
@@ -401,6 +403,12 @@ TEST_F(SingleViewTest, ShowsTheTrialAsOtherCommandsLeaveIt) {
   EXPECT_EQ(View().Values()->Sample, "51");
   workbench.LastChanShown = 2;
   EXPECT_EQ(View().Values()->Rows.at(1).value, "-51.0000");
+  Key("2");
+  View().MoveCursor(2, 0.8);
+  EXPECT_EQ(View().Values()->Sample, "81");  // of the cursor that was moved
+  EXPECT_EQ(View().Values()->Rows.at(1).value, "-81.0000");
+  Key("1");
+  EXPECT_EQ(View().Values()->Sample, "51");
   questions.PickChannels({1});
   Run("math.negate");
   EXPECT_EQ(View().Drawing().Ordinate.Minimum, -101);
