@@ -14,11 +14,8 @@ namespace {
 
 constexpr double kFar = 1.5;
 
-float FirstTime(const Trial& trial) {
-  return trial.Data(1, 0);
-}
-float LastTime(const Trial& trial) {
-  return trial.Data(trial.NData, 0);
+float TimeOf(const AveragedFile& file) {
+  return file.lastTime - file.firstTime;
 }
 
 double MedianOf(std::vector<double>& values) {
@@ -59,7 +56,9 @@ AveragedFile EnsembleAverage::Describe(const Workbench& workbench) const {
   AveragedFile file{
       .path = trial.FileName, .timed = IsTimeBased(workbench), .rate = trial.Rate, .samples = trial.NData};
   if (trial.NData > 0) {
-    file.duration = static_cast<double>(LastTime(trial)) - static_cast<double>(FirstTime(trial));
+    file.firstTime = trial.Data(1, 0);
+    file.lastTime = trial.Data(trial.NData, 0);
+    file.duration = static_cast<double>(file.lastTime) - static_cast<double>(file.firstTime);
   }
   return file;
 }
@@ -89,7 +88,6 @@ std::string EnsembleAverage::Oddities(const Trial& trial, const AveragedFile& fi
 }
 
 std::string EnsembleAverage::Add(Trial& trial, AveragedFile file) {
-  const float time = LastTime(trial) - FirstTime(trial);
   const double largest =
       static_cast<double>(ResampleAll(trial, sums_.Intervals(), MachineSimdLevel(), &spare_));
   // No sum of squares is above the sum of the largest ones: far from the end of the range nobody need look.
@@ -99,8 +97,7 @@ std::string EnsembleAverage::Add(Trial& trial, AveragedFile file) {
     return "it has samples that are missing or too large to be squared";
   }
   sums_.Add(trial);
-  lastTime_ = time;
-  EnsembleTimeSum_ += time;
+  EnsembleTimeSum_ += TimeOf(file);
   ++EnsembleFiles_;
   file.averaged = true;
   file.remark = Oddities(trial, file);
@@ -109,14 +106,18 @@ std::string EnsembleAverage::Add(Trial& trial, AveragedFile file) {
   return {};
 }
 
-void EnsembleAverage::RemoveLast(const Trial& trial) {
+AveragedFile EnsembleAverage::RemoveLast(const Trial& trial) {
   sums_.Remove(trial);
-  EnsembleTimeSum_ -= lastTime_;
   --EnsembleFiles_;
   const auto last =
       std::find_if(files_.rbegin(), files_.rend(), [](const AveragedFile& file) { return file.averaged; });
+  EnsembleTimeSum_ -= TimeOf(*last);
   averagedPaths_.erase(averagedPaths_.find(last->path));
+  AveragedFile removed = std::move(*last);
   files_.erase(std::next(last).base());
+  removed.averaged = false;
+  removed.remark.clear();
+  return removed;
 }
 
 double EnsembleAverage::FarFrom(const AveragedFile& file) const {

@@ -14,7 +14,9 @@ namespace velmora {
 struct AveragedFile {
   std::string path;
   bool averaged = false;
-  double duration = 0.0;  // from the first to the last time, in the units of its abscissa
+  float firstTime = 0.0F;  // in the units of its abscissa
+  float lastTime = 0.0F;
+  double duration = 0.0;  // from the first to the last time
   bool timed = true;      // the abscissa counts seconds
   double rate = 0.0;      // Hz
   std::int32_t samples = 0;
@@ -53,8 +55,9 @@ class EnsembleAverage {
   [[nodiscard]] std::string Add(Trial& trial, AveragedFile file);
   /// A file that is only listed, with its remark.
   void List(AveragedFile file) { files_.push_back(std::move(file)); }
-  /// Takes the file added last out again; `trial` is still what Add left of it.
-  void RemoveLast(const Trial& trial);
+  /// Takes the file added last out again, and returns it as it stood in the list before; `trial` is still
+  /// what Add left of it.
+  AveragedFile RemoveLast(const Trial& trial);
 
   /// The median duration of all averaged files but one, when that one is far from it: more than half as long
   /// again, or less than two thirds. 0 for others.
@@ -75,7 +78,6 @@ class EnsembleAverage {
   float EnsembleTimeSum_ = 0.0F;
   std::vector<AveragedFile> files_;
   std::unordered_multiset<std::string> averagedPaths_;  // of those of them that are averaged
-  float lastTime_ = 0.0F;                               // of the file added last
 };
 
 }  // namespace velmora

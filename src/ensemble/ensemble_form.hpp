@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -120,11 +121,13 @@ class EnsembleForm : public Form, public std::enable_shared_from_this<EnsembleFo
   std::vector<std::string> waiting_;  // come with the first file
   bool pending_ = false;              // the trial is a file of the list that is not in the average
   bool lastAtHand_ = false;           // the trial is what was added last
-  bool loaded_ = false;               // the trial was read here
-  bool previews_ = false;             // the graph that is open shows a file before it is added
-  bool logTrouble_ = false;           // has been told
-  std::string textFile_;              // the results as text
-  std::string directory_;             // of the files chosen last
+  // Set: the trial is what was taken out again, of other times and samples than its file has.
+  std::optional<AveragedFile> removed_;
+  bool loaded_ = false;      // the trial was read here
+  bool previews_ = false;    // the graph that is open shows a file before it is added
+  bool logTrouble_ = false;  // has been told
+  std::string textFile_;     // the results as text
+  std::string directory_;    // of the files chosen last
   std::vector<std::pair<std::string, double>> variation_;  // by channel
 
   std::string txtFilename_ = "Ensemble.ens";

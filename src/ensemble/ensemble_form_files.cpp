@@ -166,6 +166,7 @@ bool EnsembleForm::Load(const std::string& path) {
     return false;
   }
   pending_ = lastAtHand_ = false;
+  removed_.reset();
   const std::string why = LoadTrial(path);
   if (!why.empty()) {
     LeaveOut({.path = path}, why);
@@ -191,7 +192,7 @@ void EnsembleForm::LeaveOut(AveragedFile file, const std::string& why) {
 bool EnsembleForm::AddLoaded() {
   Trial& trial = workbench_.trial;
   pending_ = lastAtHand_ = false;
-  AveragedFile file = average_.Describe(workbench_);
+  AveragedFile file = removed_ ? *removed_ : average_.Describe(workbench_);
   if (!HasChannels(file) || !IsWanted(file)) {
     pending_ = trial.NData > 1 && average_.Channels().back() <= trial.NChan;
     return false;
@@ -200,7 +201,8 @@ bool EnsembleForm::AddLoaded() {
     LeaveOut(std::move(file), "it has one sample only");
     return false;
   }
-  const std::string times = Value(trial.Data(1, 0)) + " s to " + Value(trial.Data(trial.NData, 0)) + " s";
+  const std::string times = Value(file.firstTime) + " s to " + Value(file.lastTime) + " s";
+  removed_.reset();
   const std::string why = average_.Add(trial, file);
   MarkChanged(workbench_, true);  // it is not what is in the file any more
   if (!why.empty()) {
@@ -260,13 +262,13 @@ bool EnsembleForm::IsWanted(const AveragedFile& file) {
     return true;
   }
   const Trial& trial = workbench_.trial;
-  const std::string text = "Add file: " + file.path +
-                           "\nDuration: " + FormatNumber(trial.Duration, workbench_.patterns.TimePattern) +
-                           " seconds\nSamples:  " + std::to_string(trial.NData) +
-                           "\nChannels: " + std::to_string(trial.NChan) + " of " +
-                           std::to_string(average_.ChannelsOfFirst()) +
-                           "\nCurrent files in average: " + std::to_string(average_.EnsembleFiles()) +
-                           "\nPress Yes to include this file in the average.";
+  const double duration = removed_ ? file.duration : trial.Duration;
+  const std::string text =
+      "Add file: " + file.path + "\nDuration: " + FormatNumber(duration, workbench_.patterns.TimePattern) +
+      " seconds\nSamples:  " + std::to_string(file.samples) + "\nChannels: " + std::to_string(trial.NChan) +
+      " of " + std::to_string(average_.ChannelsOfFirst()) +
+      "\nCurrent files in average: " + std::to_string(average_.EnsembleFiles()) +
+      "\nPress Yes to include this file in the average.";
   const Box box{.title = "Include in Average?",
                 .text = text,
                 .icon = Icon::Question,

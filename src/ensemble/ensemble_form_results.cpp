@@ -93,6 +93,8 @@ bool EnsembleForm::ShowGraph() {
   if (stage_ == Stage::Averaging && lastAtHand_) {
     const double time = average_.MeanTime();
     UseNormalTimeBase(workbench_, chkUseTime_ && time > 0, time);
+  }
+  if (lastAtHand_ || removed_) {
     MarkChanged(workbench_, false);  // so that a crop is noticed
   }
   trial.PairedGraphs = stage_ != Stage::Finished;
@@ -140,7 +142,10 @@ void EnsembleForm::ReturnFromGraph() {
                       !files.empty() && trial.FileName == files.back().path;
     pending_ = HasTrial() && (previews_ || !same);
     lastAtHand_ = lastAtHand_ && same;
-    MarkChanged(workbench_, trial.FileChanged || lastAtHand_);
+    if (trial.FileChanged || !HasTrial() || (removed_ && trial.FileName != removed_->path)) {
+      removed_.reset();
+    }
+    MarkChanged(workbench_, trial.FileChanged || lastAtHand_ || removed_);
   } else if (stage_ == Stage::Chosen && (!HasTrial() || average_.Channels().back() > trial.NChan)) {
     stage_ = Stage::Choosing;
   }

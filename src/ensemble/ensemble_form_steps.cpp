@@ -110,7 +110,7 @@ bool EnsembleForm::RemoveLast() {
   if (workbench_.questions.AskBox(box) != Button::Yes) {
     return false;
   }
-  average_.RemoveLast(workbench_.trial);
+  removed_ = average_.RemoveLast(workbench_.trial);
   lastAtHand_ = false;
   pending_ = true;
   Log("Removed file: " + file + "\n");
@@ -143,6 +143,7 @@ bool EnsembleForm::Calculate() {
     }
   }
   pending_ = lastAtHand_ = false;
+  removed_.reset();
   MakeAveragedTrial(workbench_, average_, seconds, BaseName(txtFilename_));
   Log("Number of files in average: " + std::to_string(files) + "\n" +
       (seconds ? "Mean time (s): " + Value(average_.MeanTime()) + "\n" : ""));

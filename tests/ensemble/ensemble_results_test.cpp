@@ -30,6 +30,9 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
   EXPECT_EQ(trial.ChanLabel[0].Text(), "Percentage");
   EXPECT_EQ(trial.Duration, 100.0);
   EXPECT_TRUE(trial.PairedGraphs);
+  Press(kRemove);  // and taken back: it lasted 1 s, whatever the graph's abscissa counted
+  questions.boxAnswers = {Button::Yes};
+  Press(kAdd);
   Press(kCalculate, {{"chkUseTime", "true"}});
   Press("Graph Results");
   Run("view.exit");
@@ -37,6 +40,7 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
   EXPECT_FALSE(trial.PairedGraphs);
   EXPECT_EQ(Channel(trial, 1), std::vector<float>(11, 3.0F)) << "half of b.vmb was cropped away";
   EXPECT_EQ(trial.Duration, 1.0);
+  EXPECT_EQ(Remarks(), (Texts{"a.vmb|", "b.vmb|"}));
   EndUnsaved();  // the command brings the form back, too
   EXPECT_EQ(workbench.view, nullptr);
   EXPECT_TRUE(questions.formAnswers.empty());
