@@ -66,6 +66,8 @@ class OpenView {
   /// A command outside the view may have changed the trial. Returns false when the view has nothing
   /// left to show and is to be closed.
   virtual bool TrialChanged() = 0;
+  /// Another trial takes the place of the one that is shown; TrialChanged follows.
+  virtual void TrialReplaced() {}
   /// Thresholds were made, entered or read.
   virtual void ThresholdsChanged() {}
   /// The table of events is another.

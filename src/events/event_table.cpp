@@ -64,6 +64,22 @@ void RecordEvent(EventMemory& events, int channel, EventTimes times) {
   Current(events).at(static_cast<std::size_t>(channel)) = times;
 }
 
+int CloseGap(EventMemory& events, double from, double to) {
+  int lost = 0;
+  for (EventRecord& record : events.ChannelEvents) {
+    for (EventTimes& times : record) {
+      for (double* time : {&times.on, &times.off}) {
+        if (*time == EventTimes::kNone || *time < from) {
+          continue;
+        }
+        lost += *time < to ? 1 : 0;
+        *time = *time < to ? EventTimes::kNone : *time - (to - from);
+      }
+    }
+  }
+  return lost;
+}
+
 bool HoldsTimes(const EventMemory& events) {
   if (events.CurrentEvent < 1) {
     return false;

@@ -29,6 +29,11 @@ void StopTracking(EventMemory& events);
 /// Times of a channel (1..64) in the current record; there must be one.
 void RecordEvent(EventMemory& events, int channel, EventTimes times);
 
+/// What was recorded from `from` on, but before `to` (seconds from the first sample), has been taken out of
+/// the trial: later times come forward, so that each stays on its sample, and times in it are none any more.
+/// Returns how many these were.
+int CloseGap(EventMemory& events, double from, double to);
+
 /// Whether the current record has any time.
 bool HoldsTimes(const EventMemory& events);
 

@@ -7,7 +7,10 @@
 #include <utility>
 
 #include "core/questions/form.hpp"
+#include "core/text/numbers.hpp"
+#include "core/trial/abscissa.hpp"
 #include "core/trial/helpers.hpp"
+#include "events/event_table.hpp"
 #include "graph/crop.hpp"
 #include "graph/time_view.hpp"
 
@@ -111,6 +114,28 @@ void Tell(Workbench& workbench, Work work, SampleRange range, double from, doubl
                      (workbench.graph.ClipResetTime ? ", time set to 0" : ""));
 }
 
+// What lies behind the samples that go stays with its own, in the table of events and, where the times do not
+// go with the samples, on the graph.
+void KeepOnSamples(Workbench& workbench, TimeView& view, Work work, SampleRange range) {
+  const double rate = workbench.trial.Rate;
+  if (!(rate > 0)) {
+    return;
+  }
+  const bool cut = work == Work::Cut;
+  const double from = cut ? (range.lo - 1) / rate : 0.0;
+  const double to = (cut ? range.hi : range.lo - 1) / rate;
+  if (const int lost = CloseGap(workbench.events, from, to); lost > 0) {
+    AddNotice(workbench, CountOf(lost, "recorded time") +
+                             " of events lay in the samples that were removed, and went " + "with them.");
+  }
+  if (cut) {
+    view.RemoveMarks();
+  } else if (workbench.graph.ClipResetTime) {
+    view.RemoveCursors(CursorKind::Value);  // which may tell times
+    view.BringForward(to * rate / SamplesPerUnit(workbench.trial));
+  }
+}
+
 void Clip(Workbench& workbench, TimeView& view, const Proposal& proposal) {
   const auto range = ClipForm(workbench, proposal.caption, proposal.work, proposal.range).Ask();
   if (!range) {
@@ -131,6 +156,7 @@ void Clip(Workbench& workbench, TimeView& view, const Proposal& proposal) {
   FollowCrop(workbench);
   MarkChanged(workbench, true);
   Tell(workbench, proposal.work, *range, from, to);
+  KeepOnSamples(workbench, view, proposal.work, *range);
   view.MoveCursorsToEnds(proposal.first, proposal.last);
   view.Replot();
 }

@@ -158,7 +158,7 @@ std::string SingleView::CountText() const {
     return FormatNumber(SampleOf(1), "0");
   }
   const double between = std::abs(Lead().Cursors[1].XPosition - Lead().Cursors[0].XPosition);
-  return FormatNumber(RoundHalfEven32(between * workbench_.trial.Rate), "0");
+  return FormatNumber(RoundHalfEven32(between * SamplesPerUnit(workbench_.trial)), "0");
 }
 
 std::string SingleView::IntervalText() const {

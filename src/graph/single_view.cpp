@@ -66,6 +66,7 @@ bool SingleView::TrialChanged() {
   if (workbench_.trial.NData == 0) {
     return false;
   }
+  FollowAbscissa();
   MoveCursorsToEnds(false, false);
   Replot();
   CaptionAbscissa();

@@ -18,6 +18,10 @@ class TimeView : public GraphView {
   using GraphView::GraphView;
 
   void ThresholdsChanged() override;
+  void TrialReplaced() override {
+    replaced_ = true;
+    RemoveMarks();
+  }
   /// The channels for which a graph has a line at the threshold, while these are shown.
   [[nodiscard]] virtual std::vector<int> ThresholdChannels(int graph) const;
 
@@ -43,8 +47,14 @@ class TimeView : public GraphView {
   /// StatLo and StatHi become the samples between the first two cursors, those from the one cursor on, or
   /// all.
   void SetStatRange();
-  /// Cursors 1 and the last of 1 and 2 go to the first and the last sample; those outside come back.
+  /// Cursors 1 and the last of 1 and 2 go to the first and the last sample; those outside come back, values
+  /// and whole bursts outside go.
   void MoveCursorsToEnds(bool first, bool last);
+  /// The samples have other places now, earlier by this much: cursors and marks stay on theirs.
+  void BringForward(double by);
+  void RemoveCursors(CursorKind kind);
+  /// Onsets, offsets and values.
+  void RemoveMarks();
 
   // The view window.
   void ToggleWindow() override;
@@ -66,6 +76,8 @@ class TimeView : public GraphView {
   void ShowChannels(Graph& graph, const ChannelFlags& channels);
   void KeepColours();
   void SetAbscissa(double minimum, double maximum);
+  /// To be called first when the trial has changed.
+  void FollowAbscissa();
   void ShowWindow();
   void ShowWholeAbscissa();
 
@@ -75,6 +87,18 @@ class TimeView : public GraphView {
   bool PressPlaceKey(const KeyPress& key, const std::string& name);
   bool PressStatisticsKey(const std::string& name);
   void PlaceCursor(int cursor, double x);
+  void RemoveMarksOutside(double start, double end);
+
+  /// The abscissa as it was when the trial was plotted last.
+  struct AbscissaShown {
+    double rate = 0.0;  // samples to a unit
+    double start = 0.0;
+    double duration = 0.0;
+    std::int32_t samples = 0;
+  };
+  [[nodiscard]] AbscissaShown AbscissaNow() const;
+  AbscissaShown shown_;
+  bool replaced_ = false;  // another trial has come since
   void LeftCursorToStart();
   void RightCursorToEnd();
   void CursorsToEnds();

@@ -114,6 +114,7 @@ void TimeView::MoveCursorsToEnds(bool first, bool last) {
   const Trial& trial = workbench_.trial;
   const double start = AbscissaStart(trial);
   const double end = PlaceOf(trial, trial.NData);
+  RemoveMarksOutside(start, end);
   for (Graph& graph : graphs_) {
     for (GraphCursor& cursor : graph.Cursors) {
       cursor.XPosition = std::clamp(cursor.XPosition, start, end);
@@ -126,6 +127,48 @@ void TimeView::MoveCursorsToEnds(bool first, bool last) {
     PlaceCursor(Cursors() > 1 ? 2 : 1, end);
   }
   TakeRange();
+}
+
+// A burst that reaches into the trial has its ends at those of the trial; what has gone as a whole is no
+// mark.
+void TimeView::RemoveMarksOutside(double start, double end) {
+  const double rate = SamplesPerUnit(workbench_.trial);
+  const double half = rate > 0 ? 0.5 / rate : 0.0;  // of a sample: row 0 has 32 bits
+  for (Graph& graph : graphs_) {
+    const auto isGone = [&](const GraphCursor& mark) {
+      const bool before = mark.XPosition < start - half;
+      const bool behind = mark.XPosition > end + half;
+      return (before && mark.Kind == CursorKind::Offset) || (behind && mark.Kind == CursorKind::Onset) ||
+             ((before || behind) && mark.Kind == CursorKind::Value);
+    };
+    const bool burst = std::none_of(graph.Cursors.begin(), graph.Cursors.end(), [&](const GraphCursor& mark) {
+      return mark.Kind != CursorKind::Value && isGone(mark);
+    });
+    std::erase_if(graph.Cursors, [&](const GraphCursor& mark) {
+      const bool ofBurst = mark.Kind == CursorKind::Onset || mark.Kind == CursorKind::Offset;
+      return ofBurst ? !burst : isGone(mark);
+    });
+  }
+}
+
+void TimeView::BringForward(double by) {
+  for (Graph& graph : graphs_) {
+    for (GraphCursor& cursor : graph.Cursors) {
+      cursor.XPosition -= by;
+    }
+  }
+}
+
+void TimeView::RemoveCursors(CursorKind kind) {
+  for (Graph& graph : graphs_) {
+    std::erase_if(graph.Cursors, [kind](const GraphCursor& cursor) { return cursor.Kind == kind; });
+  }
+}
+
+void TimeView::RemoveMarks() {
+  for (const CursorKind kind : {CursorKind::Onset, CursorKind::Offset, CursorKind::Value}) {
+    RemoveCursors(kind);
+  }
 }
 
 void TimeView::LeftCursorToStart() {

@@ -1,6 +1,7 @@
 #include "graph/view_window.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/trial/abscissa.hpp"
 #include "graph/time_view.hpp"
@@ -32,7 +33,32 @@ void TimeView::ShowWholeAbscissa() {
   SetAbscissa(Lead().Abscissa.Minimum, Lead().Abscissa.Maximum);
 }
 
+TimeView::AbscissaShown TimeView::AbscissaNow() const {
+  const Trial& trial = workbench_.trial;
+  return {SamplesPerUnit(trial), AbscissaStart(trial), trial.Duration, trial.NData};
+}
+
+// The samples are the same and their places are others: a cursor is at a sample, a window as many of them.
+void TimeView::FollowAbscissa() {
+  const AbscissaShown now = AbscissaNow();
+  const bool sameSamples = now.samples == shown_.samples && !std::exchange(replaced_, false);
+  if (!sameSamples || !(now.rate > 0 && shown_.rate > 0) ||
+      (now.rate == shown_.rate && now.start == shown_.start)) {
+    return;
+  }
+  const double ratio = shown_.rate / now.rate;
+  for (Graph& graph : graphs_) {
+    for (GraphCursor& cursor : graph.Cursors) {
+      cursor.XPosition = now.start + (cursor.XPosition - shown_.start) * ratio;
+    }
+  }
+  GraphMemory& memory = workbench_.graph;
+  memory.ViewDuration = memory.ViewDuration == shown_.duration ? now.duration : memory.ViewDuration * ratio;
+  memory.PanSize *= ratio;
+}
+
 void TimeView::ShowWindow() {
+  shown_ = AbscissaNow();
   zoomed_ = false;
   ShowWholeAbscissa();
   const double window = workbench_.graph.ViewDuration;
@@ -49,7 +75,7 @@ void TimeView::ToggleWindow() {
   if (cursors.empty() || windowMode_) {
     ShowWholeAbscissa();
     if (cursors.size() >= 2 && trial.Rate > 0) {
-      SetAbscissa(Lead().Abscissa.Minimum, AbscissaStart(trial) + trial.NData / trial.Rate);
+      SetAbscissa(Lead().Abscissa.Minimum, AbscissaStart(trial) + trial.NData / SamplesPerUnit(trial));
     }
     windowMode_ = false;
   } else if (cursors.size() == 1) {

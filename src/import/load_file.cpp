@@ -96,6 +96,12 @@ void TellLoaded(Workbench& workbench) {
 
 void ResetTrial(Workbench& workbench) {
   Trial& trial = workbench.trial;
+  if (workbench.graph.ViewDuration == trial.Duration) {
+    workbench.graph.ViewDuration = 0.0;  // who saw all of this trial sees all of the next
+  }
+  if (workbench.view != nullptr) {
+    workbench.view->TrialReplaced();
+  }
   trial.PreviousRate = trial.Rate;
   trial.Rate = 0.0;
   trial.CursorLo = 0;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/text/numbers.hpp"
 #include "support/command_test.hpp"
 #include "support/recipe_test.hpp"
 #include "support/texts.hpp"
@@ -318,6 +319,44 @@ TEST_F(EventViewsTest, GapsAmongTheGraphsAndChannelsLeftOutStayEmpty) {
   EXPECT_HAS(Why(), "no graph is open");
   Run(kOpen + std::string("  - view: {threshold: 9, y: 1}\n"));
   EXPECT_EQ(Why(), "there is no graph 9, but 3");
+}
+
+TEST_F(EventViewsTest, WhatWasRecordedAndMarkedStaysOnItsSamplesThroughCrops) {
+  RunAll(R"(
+  - view: {key: F9}
+    answers: [box: "No"]
+  - view: {move: 1, x: 0.5}
+  - view: {move: 2, x: 2}
+  - view: {key: O}
+  - view: {right-click: 1}
+  - do: value.extreme-times
+  - do: crop.select
+    answers: [form: {CursorLo: 5, CursorHi: 15, ClipResetTime: true, press: Crop}]
+  - info: "${out}/cropped.json"
+  - view: {key: Insert}
+  - view: {right-click: 1}
+  - view: {move: 1, x: 0.2}
+  - view: {move: 2, x: 0.4}
+  - do: crop.cut
+    answers: [form: {press: Cut}]
+  - info: "${out}/cut.json"
+)");
+  const auto times = [](const json& info, std::size_t record) {
+    const json& pair = info["ChannelEvents"][record][0];
+    return FormatNumber(pair[0].get<double>(), "0.000") + " " + FormatNumber(pair[1].get<double>(), "0.000");
+  };
+  // 0.7 to 1.2 s, and 0.4 s went.
+  const json cropped = Info("cropped.json");
+  EXPECT_EQ(times(cropped, 0), "0.300 0.800");
+  const json& marks = cropped["view"]["graphs"][0]["cursors"];
+  ASSERT_EQ(marks.size(), 4U) << "two cursors, onset and offset; the values told times that are others now";
+  EXPECT_NEAR(marks[2]["x"], 0.3, 1e-6);
+  EXPECT_NEAR(marks[3]["x"], 0.8, 1e-6);
+  const json cut = Info("cut.json");
+  EXPECT_EQ(times(cut, 1), "-1.000 0.500") << "the onset was among the three samples";
+  EXPECT_EQ(cut["view"]["graphs"][0]["cursors"].size(), 2U);
+  EXPECT_HAS(cut["Notices"][0].get<std::string>(),
+             "recorded times of events lay in the samples that were removed");
 }
 
 struct OtherTrialTest : CommandTest {};

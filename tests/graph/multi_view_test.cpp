@@ -320,9 +320,11 @@ TEST_F(MultiViewTest, CropsInterpolatesAndSavesAsTheOtherGraph) {
 TEST_F(MultiViewTest, ATrialThatChangesIsDrawnAsItIs) {
   Open({{"chkPaired", "true"}});
   Run("cursor.two");
+  Run("value.extremes");
   questions.PickChannels({1});
   Run("math.negate");
   ExpectOrdinate(1, -101, -1);
+  EXPECT_EQ(MarksOf(1), Texts()) << "which the samples have no more";
   EXPECT_EQ(View().Cursors(), 2);
   Run("cursor.none");
   const std::string path = SaveAs("paired.vmb");
@@ -335,6 +337,9 @@ TEST_F(MultiViewTest, ATrialThatChangesIsDrawnAsItIs) {
   EXPECT_TRUE(trial.PairedGraphs);
   ASSERT_NE(FindMultiView(workbench), nullptr);
   EXPECT_EQ(View().NGraphs(), 2);  // as the file has it
+  Run("value.extremes");
+  LoadPath(path);
+  EXPECT_EQ(MarksOf(1), Texts()) << "of the trial before";
   trial.DiscardData();
   EXPECT_FALSE(View().TrialChanged());
 }

@@ -423,6 +423,39 @@ TEST_F(SingleViewTest, ShowsTheTrialAsOtherCommandsLeaveIt) {
   EXPECT_TRUE(workbench.graph.GraphWindowMaximized);
 }
 
+TEST_F(SingleViewTest, CursorsStayOnTheirSamplesAndTheWholeTrialIsShownInEveryTimeBase) {
+  Open();
+  Key("2");
+  View().MoveCursor(1, 0.2);
+  View().MoveCursor(2, 0.5);
+  Run("timebase.percentage");
+  ExpectRange(21, 51);
+  ExpectWindow(0, 100);
+  questions.inputAnswers = {"50", "Angle", "deg"};
+  Run("timebase.user-units");
+  ExpectRange(21, 51);
+  ExpectWindow(0, 50);
+  EXPECT_DOUBLE_EQ(View().Drawing().Cursors[0].XPosition, 10);
+  View().MoveCursor(2, 20);
+  ExpectRange(21, 41);
+  EXPECT_EQ(View().CountText(), "20");
+  AnswerClip(false);
+  Run("crop.outside");
+  ExpectRange(1, 21);
+  EXPECT_EQ(trial.Data(21, 1), 41.0F);
+  ExpectWindow(10, 20);
+  Run("view.exit");
+
+  const TemporaryDirectory directory;
+  WriteTrialFile(directory.Path("longer.vmb"),
+                 [](Trial& longer) { SetChannels(longer, {std::vector<float>(3000, 1.0F)}, 100); });
+  MarkChanged(workbench, false);
+  trial.FileName = directory.Path("longer.vmb");
+  Run("file.load");
+  Run("graph.all");
+  ExpectWindow(0, 29.99);
+}
+
 TEST_F(SingleViewTest, LooksAreKeptInAFile) {
   TemporaryDirectory directory;
   workbench.StartDir = directory.Path("");

@@ -19,6 +19,11 @@ double PointTime(const Trial& trial, double x) {
   return SampleToTime(trial, SampleOf(trial, x));
 }
 
+// 1 where the abscissa counts seconds.
+double UnitsPerSecond(const Trial& trial) {
+  return trial.Rate > 0 ? trial.Rate / SamplesPerUnit(trial) : 1.0;
+}
+
 // The onset and offset of the graph, else its cursors.
 EventTimes TimesOf(const Trial& trial, const MultiView& view, int graph) {
   if (const std::optional<OnsetMarks> marks = OnsetMarksOf(view.GraphAt(graph))) {
@@ -28,7 +33,7 @@ EventTimes TimesOf(const Trial& trial, const MultiView& view, int graph) {
   if (cursors.size() >= 2) {
     return {PointTime(trial, cursors[0]), PointTime(trial, cursors[1])};
   }
-  return {cursors[0] - AbscissaStart(trial), EventTimes::kNone};
+  return {(cursors[0] - AbscissaStart(trial)) / UnitsPerSecond(trial), EventTimes::kNone};
 }
 
 bool MayRecord(const Workbench& workbench, const MultiView& view) {
@@ -61,7 +66,10 @@ void RecordGraph(Workbench& workbench, const MultiView& view, int graph) {
 void MultiView::ShowEvents() {
   constexpr double kFaint = 0.45;
   const EventMemory& events = workbench_.events;
-  const double start = AbscissaStart(workbench_.trial);
+  const double perSecond = UnitsPerSecond(workbench_.trial);
+  const auto placeOf = [start = AbscissaStart(workbench_.trial), perSecond](double time) {
+    return start + time * perSecond;
+  };
   for (Graph& graph : graphs_) {
     graph.Bands.clear();
     graph.Marks.clear();
@@ -78,10 +86,10 @@ void MultiView::ShowEvents() {
       const int colour = workbench_.trial.ChanColour[c];
       if (times.off == EventTimes::kNone) {
         graph.Marks.push_back(
-            {.x = start + times.on, .text = std::to_string(e), .colour = colour, .strength = strength});
+            {.x = placeOf(times.on), .text = std::to_string(e), .colour = colour, .strength = strength});
       } else {
-        graph.Bands.push_back({.from = start + times.on,
-                               .to = start + times.off,
+        graph.Bands.push_back({.from = placeOf(times.on),
+                               .to = placeOf(times.off),
                                .text = std::to_string(e),
                                .colour = colour,
                                .strength = strength,

@@ -2,6 +2,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/abscissa.hpp"
 #include "graph/multi/multi_view.hpp"
 
 namespace velmora {
@@ -71,7 +72,7 @@ void MultiView::AddReadOut(std::vector<std::string>& lines) const {
   const double between = std::abs(cursors[1] - cursors[0]);
   lines.emplace_back("Cursor duration:");
   lines.push_back(Line("Duration: " + time(between)));
-  lines.push_back(CountLine(RoundHalfEven32(between * workbench_.trial.Rate)));
+  lines.push_back(CountLine(RoundHalfEven32(between * SamplesPerUnit(workbench_.trial))));
 }
 
 // With one cursor a channel's name stands above its value; with two there is room for its number alone.

@@ -123,7 +123,7 @@ void ShowIntegralMarks(Workbench& workbench) {
   ForEachChannel(workbench, [&](Graph& graph, int channel) {
     for (const SignedPart& part : IntegralsOf(trial, channel, range)) {
       if (std::abs(part.integral) >= workbench.graph.SmallestIntegral) {
-        AddMark(graph, AbscissaStart(trial) + part.middle, 0.0,
+        AddMark(graph, AbscissaStart(trial) + part.middle * (trial.Rate / SamplesPerUnit(trial)), 0.0,
                 FormatNumber(part.integral, workbench.patterns.ValuePattern));
       }
     }

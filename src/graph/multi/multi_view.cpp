@@ -180,6 +180,10 @@ bool MultiView::TrialChanged() {
   if (trial.NData == 0 || LargestGraph(graphOf_) == 0) {
     return false;
   }
+  FollowAbscissa();
+  if (trial.FileChanged && !workbench_.report.deeds.empty()) {
+    RemoveCursors(CursorKind::Value);  // the samples may have others now
+  }
   const std::vector<GraphCursor> cursors = Lead().Cursors;
   const bool more = LargestGraph(graphOf_) != NGraphs();
   Replot();
@@ -226,12 +230,6 @@ void MultiView::ResetZoom() {
   zoomed_ = false;
   windowMode_ = false;
   ShowWholeAbscissa();
-}
-
-void MultiView::RemoveCursors(CursorKind kind) {
-  for (Graph& graph : graphs_) {
-    std::erase_if(graph.Cursors, [kind](const GraphCursor& cursor) { return cursor.Kind == kind; });
-  }
 }
 
 std::vector<Lane> LanesOf(const MultiView& view) {

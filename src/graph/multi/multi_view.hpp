@@ -73,9 +73,6 @@ class MultiView : public TimeView {
   [[nodiscard]] std::int32_t ShownScale() const override { return static_cast<std::int32_t>(scale_); }
   void CheckScale(MultiScale scale) { scale_ = scale; }
 
-  // Lines and marks beside the cursors.
-  void RemoveCursors(CursorKind kind);
-
   void PanForward(bool toEnd) override;
   void PanBack(bool toStart) override;
 

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QSplitter>
 
+#include "core/trial/abscissa.hpp"
 #include "ui/graph/arrow_pan.hpp"
 #include "ui/graph/cursor_values.hpp"
 #include "ui/graph/graph_sidebar.hpp"
@@ -150,7 +151,7 @@ bool GraphWindow::TakeKey(const KeyPress& key, const QKeyEvent& /*event*/) {
   const double sign = (key.name == "Left" ? -1 : 1) * (key.shift ? kFar : 1.0);
   active_ = std::clamp(active_, 1, view.Cursors());
   const double pixel = width / std::max(plot_->axisRect()->width(), 1);
-  const double sample = workbench_.trial.Rate > 0 ? 1 / workbench_.trial.Rate : pixel;
+  const double sample = workbench_.trial.Rate > 0 ? 1 / SamplesPerUnit(workbench_.trial) : pixel;
   const CursorMove move{active_, view.Drawing().Cursors[static_cast<std::size_t>(active_ - 1)].XPosition +
                                      sign * std::max(pixel, sample)};
   Act(move, [&] { view.MoveCursor(move.cursor, move.x); });
