@@ -93,7 +93,20 @@ void WaveformForm::FollowShape() {
   }
 }
 
+// The rate comes first, since frequencies are held to it.
+std::optional<std::int64_t> WaveformForm::Samples() {
+  if (!sum_.empty()) {
+    return static_cast<std::int64_t>(sum_.size());
+  }
+  return workbench_.trial.NData > 0 ? workbench_.trial.NData
+                                    : GeneratedSamples(workbench_, rate_, time_, Title());
+}
+
 bool WaveformForm::Add() {
+  const std::optional<std::int64_t> samples = Samples();
+  if (!samples) {
+    return false;
+  }
   const Limits frequencies{0, rate_ / 2};
   SetLimits("txtFrequency", frequencies);
   SetLimits("txtEndFrequency", frequencies);
@@ -101,12 +114,6 @@ bool WaveformForm::Add() {
     return false;
   }
   if (sum_.empty()) {
-    const std::optional<std::int64_t> samples = workbench_.trial.NData > 0
-                                                    ? workbench_.trial.NData
-                                                    : GeneratedSamples(workbench_, rate_, time_, Title());
-    if (!samples) {
-      return false;
-    }
     sum_.resize(static_cast<std::size_t>(*samples));
     LockTimes();
   }

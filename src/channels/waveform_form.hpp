@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,8 @@ class WaveformForm : public AnalysisForm {
   void AddFields();
   void LockTimes();
   void FollowShape();
+  /// How many the sum has or will have; refused where rate or time make none.
+  [[nodiscard]] std::optional<std::int64_t> Samples();
   bool Add();
   bool Compute() override;  // lands the sum
   void DrawSum();

@@ -132,11 +132,16 @@ TEST_F(GenerateTest, WithoutATrialItBeginsOneAndCancelLeavesNone) {
   Run("channel.generate");
   EXPECT_EQ(trial.NData, 0);
   EXPECT_TRUE(workbench.report.deeds.empty());
+  questions.FillForm({{"txtRate", "0"}}, "Add");
   questions.FillForm({{"txtRate", "100"}, {"txtDuration", "2"}, {"txtFrequency", "51"}}, "Add");
   questions.FillForm({{"txtFrequency", "5"}, {"txtWidth", "-1"}}, "Add");
   questions.FillForm({}, "Done");
   Run("channel.generate");
-  EXPECT_EQ(workbench.report.warnings, Texts{"Invalid Entry: Frequency (Hz) must be from 0 to 50."});
+  EXPECT_EQ(
+      workbench.report.warnings,
+      (Texts{"Generate a Waveform: Sampling rate and time must be above zero, with fewer than 2147483647 "
+             "samples.",
+             "Invalid Entry: Frequency (Hz) must be from 0 to 50."}));
   EXPECT_EQ(trial.NData, 201);
   EXPECT_EQ(trial.NChan, 1);
   EXPECT_EQ(trial.Duration, 2);
