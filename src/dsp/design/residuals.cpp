@@ -162,11 +162,10 @@ std::optional<ResidualLine> FindResidualLine(std::span<const float> cutoffs, std
     }
     const Fit fit = FitFrom(cutoffs, curve, j);
     if (lineFrom > 0 || fit.r2 >= linearity) {
-      const std::optional<double> cutoff = WhereItComesDown(cutoffs, curve, fit.atZero);
-      if (!cutoff) {
-        return std::nullopt;
-      }
-      return ResidualLine{.first = j, .atZero = fit.atZero, .slope = fit.slope, .cutoff = *cutoff};
+      return ResidualLine{.first = j,
+                          .atZero = fit.atZero,
+                          .slope = fit.slope,
+                          .cutoff = WhereItComesDown(cutoffs, curve, fit.atZero)};
     }
   }
   return std::nullopt;

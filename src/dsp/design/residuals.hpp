@@ -31,15 +31,15 @@ std::vector<double> ResidualCurvePlain(Trial& trial, int channel, SampleRange ra
 
 /// The straight part of a residual curve, which is noise alone, and the cut-off it leads to.
 struct ResidualLine {
-  std::size_t first = 0;  // index of the cut-off where it begins; it goes on to the last
-  double atZero = 0.0;    // its value at 0 Hz: the residual that noise alone leaves
-  double slope = 0.0;     // per Hz
-  double cutoff = 0.0;    // Hz, where the curve first comes down to that
+  std::size_t first = 0;         // index of the cut-off where it begins; it goes on to the last
+  double atZero = 0.0;           // its value at 0 Hz: the residual that noise alone leaves
+  double slope = 0.0;            // per Hz
+  std::optional<double> cutoff;  // Hz, where the curve first comes down to that; none: it never does
 };
 
 /// The line by least squares from the first cut-off on at which it fits with r squared at or above
 /// `linearity` (at least ten points), or from the first at or above `lineFrom` Hz when that is above 0.
-/// Nothing when no part is straight or the curve never comes down to its value at 0 Hz.
+/// Nothing when no part is straight.
 std::optional<ResidualLine> FindResidualLine(std::span<const float> cutoffs, std::span<const double> curve,
                                              double linearity, double lineFrom);
 

@@ -99,12 +99,25 @@ bool ResidualsForm::Compute() {
 
 void ResidualsForm::TellUnfound(const std::vector<Found>& all) {
   for (const Found& found : all) {
-    if (!found.line) {
-      ShowRefusal(workbench_, {.title = "No Straight Part",
-                               .text = "No cut-off was found for channel " + ChannelNumber(found.channel) +
-                                       ": the residuals have no straight part.  Set where the line starts.",
-                               .icon = Icon::Exclamation});
+    if (found.Cutoff()) {
+      continue;
     }
+    const std::string none = "No cut-off was found for channel " + ChannelNumber(found.channel) + ": ";
+    if (!found.line) {
+      ShowRefusal(workbench_,
+                  {.title = "No Straight Part",
+                   .text = none + "the residuals have no straight part.  Set where the line starts.",
+                   .icon = Icon::Exclamation});
+      continue;
+    }
+    const bool beginsBelow = found.curve.front() <= found.line->atZero;
+    ShowRefusal(workbench_,
+                {.title = "Line Not Reached",
+                 .text = none + (beginsBelow ? "the residuals lie below their straight part from the first "
+                                               "frequency on.  Begin at a lower one."
+                                             : "the residuals never come down to where their straight part "
+                                               "meets 0 Hz.  Let the line start elsewhere."),
+                 .icon = Icon::Exclamation});
   }
 }
 
@@ -113,8 +126,8 @@ void ResidualsForm::OfferCutoffs(const std::vector<Found>& all) {
     return;
   }
   for (const Found& found : all) {
-    if (found.line) {
-      workbench_.filters.LastLowPassCutoffs[found.channel] = static_cast<float>(found.line->cutoff);
+    if (const std::optional<double> cutoff = found.Cutoff()) {
+      workbench_.filters.LastLowPassCutoffs[found.channel] = static_cast<float>(*cutoff);
       workbench_.filters.LastLowPassOf = workbench_.LoadedFile;
     }
   }
@@ -140,9 +153,10 @@ ResultTable ResidualsForm::CutoffTable(const std::vector<Found>& all) const {
                     .formats = {nullptr, nullptr, frequency, value, nullptr, frequency, value}};
   for (const Found& found : all) {
     std::vector<ResultTable::Cell> row = {ChannelNumber(found.channel), LabelOnOneLine(trial, found.channel)};
-    if (const auto& line = found.line) {
-      row.insert(row.end(), {line->cutoff, line->atZero, line->slope, double{cutoffs_[line->first]},
-                             line->cutoff / trial.Rate});
+    if (const std::optional<double> cutoff = found.Cutoff()) {
+      const ResidualLine& line = *found.line;
+      row.insert(row.end(),
+                 {*cutoff, line.atZero, line.slope, double{cutoffs_[line.first]}, *cutoff / trial.Rate});
     } else {
       row.insert(row.end(), 5, std::monostate());
     }
@@ -172,7 +186,8 @@ ResultTable ResidualsForm::CurveTable(const std::vector<Found>& all) const {
 }
 
 // The curve, its line on to 0 Hz, and from there level to where the curve comes down to it. A curve that
-// begins far above its line runs out of the picture: what is read is where it meets the line.
+// begins far above its line runs out of the picture: what is read is where it meets the line. A line that is
+// not reached is drawn for what it is.
 FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
   const Trial& trial = workbench_.trial;
   FormGraph graph{.title = "Residuals, " + FileNamePart(trial.FileName),
@@ -187,19 +202,19 @@ FormGraph ResidualsForm::Graph(const std::vector<Found>& all) const {
       curve.y.push_back(found.curve[j]);
     }
     const double highest = *std::max_element(curve.y.begin(), curve.y.end()) * 1.05;
-    graph.y.maximum =
-        std::max(graph.y.maximum, found.line ? std::min(highest, kLinesToSee * found.line->atZero) : highest);
+    graph.y.maximum = std::max(
+        graph.y.maximum, found.Cutoff() ? std::min(highest, kLinesToSee * found.line->atZero) : highest);
     graph.plots.push_back(std::move(curve));
     if (const auto& line = found.line) {
       graph.plots.push_back(
           {.name = "line of " + LabelOnOneLine(trial, found.channel),
            .colour = 0,
-           .x = {line->cutoff, 0, double{cutoffs_.back()}},
+           .x = {line->cutoff.value_or(0), 0, double{cutoffs_.back()}},
            .y = {line->atZero, line->atZero, line->atZero + line->slope * cutoffs_.back()}});
-      graph.marks.push_back({.x = line->cutoff,
-                             .text = FormatNumber(line->cutoff, "0.00") + " Hz",
-                             .colour = colour,
-                             .strength = 0.7});
+    }
+    if (const std::optional<double> cutoff = found.Cutoff()) {
+      graph.marks.push_back(
+          {.x = *cutoff, .text = FormatNumber(*cutoff, "0.00") + " Hz", .colour = colour, .strength = 0.7});
     }
   }
   if (!(graph.y.maximum > 0)) {

@@ -26,6 +26,8 @@ class ResidualsForm : public AnalysisForm {
     int channel = 1;
     std::vector<double> curve;
     std::optional<ResidualLine> line;
+
+    [[nodiscard]] std::optional<double> Cutoff() const { return line ? line->cutoff : std::nullopt; }
   };
 
   bool Compute() override;

@@ -246,6 +246,15 @@ TEST_F(ResidualAnalysis, OffersTheCutOffAndTellsWhatHasNone) {
   EXPECT_EQ(workbench.filters.LastLowPassCutoffs[2], 0);
   EXPECT_EQ(workbench.results.ResultTables.at(1).rows.size(), 101U);
   EXPECT_FALSE(trial.FileChanged);
+  // From 10 Hz on there is noise alone.
+  questions.FillForm({{"channels 1", "yes"}, {"txtFrom", "10"}, {"txtLinearity", "0.9"}}, "Compute");
+  questions.FillForm({}, "Exit");
+  Run("filter.residuals");
+  EXPECT_EQ(
+      LastBox(),
+      "Line Not Reached|No cut-off was found for channel 00: the residuals lie below their straight part "
+      "from the first frequency on.  Begin at a lower one.");
+  EXPECT_TRUE(std::holds_alternative<std::monostate>(workbench.results.ResultTables.at(0).rows[0][2]));
 }
 
 TEST_F(ResidualAnalysis, RefusesWithItsMessages) {

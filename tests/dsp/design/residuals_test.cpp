@@ -43,7 +43,7 @@ TEST(Residuals, TheLineLeadsToTheCutOff) {
   EXPECT_NEAR(line->atZero, 2, 1e-12);
   EXPECT_NEAR(line->slope, -0.02, 1e-12);
   // Between 4 Hz, 3.2, and 5 Hz, 1.9.
-  EXPECT_NEAR(line->cutoff, 4 + 1.2 / 1.3, 1e-12);
+  EXPECT_NEAR(line->cutoff.value(), 4 + 1.2 / 1.3, 1e-12);
   EXPECT_EQ(FindResidualLine(cutoffs, curve, 0.99, 20)->first, 20U);
   EXPECT_FALSE(FindResidualLine(cutoffs, curve, 0.99, 35)) << "six points are too few";
   EXPECT_FALSE(FindResidualLine(cutoffs, std::vector<double>(41, 0.0), 0.99, 0)) << "a constant channel";
@@ -64,7 +64,7 @@ TEST(Residuals, PublishedCutOffOfAFilmedMovement) {
   const auto line = FindResidualLine(cutoffs, ResidualCurve(trial, 1, {1, trial.NData}, cutoffs), 0.99, 0);
   ASSERT_TRUE(line);
   // What that leaves of the acceleration stands in recursive_filter_test.
-  EXPECT_NEAR(line->cutoff, 5.6, 0.05);
+  EXPECT_NEAR(line->cutoff.value(), 5.6, 0.05);
 }
 
 }  // namespace
