@@ -235,6 +235,19 @@ TEST_F(XYViewTest, ShowsTheTrialAsItIsNow) {
   EXPECT_TRUE(view.TrialChanged());
   EXPECT_LE(view.Range().hi, 4);
   EXPECT_GE(view.Range().lo, 1);
+
+  SetUp();
+  XYView& square = Open({{"comX", "00: Hip"}, {"channels 2", "true"}});
+  SetCursors(3, 5);
+  EXPECT_TRUE(square.TrialChanged());
+  square.ToggleWindow();
+  questions.PickChannels({3});
+  Run("math.negate");
+  EXPECT_TRUE(square.WindowMode()) << "what is shown stays where it is";
+  questions.PickValues({{2, "10"}});
+  Run("math.multiply");
+  EXPECT_FALSE(square.WindowMode());
+  EXPECT_GT(square.Drawing().Ordinate.Maximum, 20) << "the path is not left outside";
 }
 
 }  // namespace

@@ -305,6 +305,14 @@ void XYView::ToggleWindow() {
 
 // --- A trial that changes
 
+std::vector<Extremes> XYView::Reach() const {
+  std::vector<Extremes> reach;
+  for (int row = 0; row <= static_cast<int>(channels_.size()); ++row) {
+    reach.push_back(Lead().Envelope().Whole(row));
+  }
+  return reach;
+}
+
 bool XYView::TrialChanged() {
   const Trial& trial = workbench_.trial;
   if (trial.NData == 0 || setup_.X > trial.NChan || ChannelsOfY(setup_, trial).empty()) {
@@ -312,9 +320,10 @@ bool XYView::TrialChanged() {
   }
   const auto samples = shown_.NData;
   const std::vector<int> channels = channels_;
+  const std::vector<Extremes> reach = Reach();
   TakeSamples();
   CaptionAxes();
-  if (shown_.NData != samples || channels_ != channels) {
+  if (shown_.NData != samples || channels_ != channels || Reach() != reach) {
     ShowAll();
   }
   return true;

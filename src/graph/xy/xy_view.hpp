@@ -29,7 +29,7 @@ class XYView final : public GraphView {
   [[nodiscard]] std::string StyleName(int /*graph*/) const override { return "XY.cwx"; }
 
   /// Takes the samples anew; channels that are gone are left out. What is shown of the axes stays when as
-  /// many samples of the same channels are there as before.
+  /// many samples of the same channels are there as before and reach as far.
   bool TrialChanged() override;
 
   // Drawing.
@@ -87,6 +87,8 @@ class XYView final : public GraphView {
   void AddEnds();
   void CaptionAxes();
   void TellMissingEllipses();
+  /// Of X and of each channel against it.
+  [[nodiscard]] std::vector<Extremes> Reach() const;
   [[nodiscard]] SampleSpan BetweenCursors() const;
   [[nodiscard]] std::string TimeText(std::int32_t sample) const;
   void ShowAll();
