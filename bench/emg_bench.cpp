@@ -10,6 +10,7 @@
 #include "app/command_table.hpp"
 #include "bench_support.hpp"
 #include "dsp/filters/recursive_filter_lanes.hpp"
+#include "dsp/math/channel_math.hpp"
 #include "emg/amplitude_distribution.hpp"
 #include "emg/emg_kernels.hpp"
 #include "emg/emg_statistics.hpp"

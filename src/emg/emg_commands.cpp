@@ -7,6 +7,7 @@
 #include "core/trial/helpers.hpp"
 #include "dsp/channel_picking.hpp"
 #include "dsp/filters/filter_and_tell.hpp"
+#include "dsp/math/channel_math.hpp"
 #include "emg/apdf_form.hpp"
 #include "emg/bursts/co_contraction_form.hpp"
 #include "emg/bursts/onsets_form.hpp"
@@ -188,8 +189,8 @@ void RectifyIntegrate(Workbench& workbench) {
   if (channels.empty()) {
     return;
   }
+  MarkChanged(workbench, true);  // also where a sample is found that cannot be stored
   RectifyAndIntegrate(workbench.trial, channels, workbench.TimeStep);
-  MarkChanged(workbench, true);
   Did(workbench, "Rectified and integrated over time", channels);
 }
 

@@ -1,7 +1,6 @@
 #include "emg/emg_kernels.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 namespace velmora {
 
@@ -20,22 +19,6 @@ void ShiftLeft(Trial& trial, const ChannelList& channels, std::int64_t shift) {
         std::fill(frame + run.first, frame + run.last + 1, 0.0F);
       }
     }
-  }
-}
-
-void RectifyAndIntegrate(Trial& trial, const ChannelList& channels, double timeStep) {
-  const std::vector<ChannelRun> runs = RunsOf(channels);
-  PerChannel<float> zeros{};
-  const float* before = zeros.data();
-  for (std::int64_t i = 1; i <= trial.NData; ++i) {
-    float* frame = trial.matrix.Frame(i);
-    for (const ChannelRun& run : runs) {
-      for (int c = run.first; c <= run.last; ++c) {
-        const double area = std::fabs(static_cast<double>(frame[c])) * timeStep;
-        frame[c] = static_cast<float>(area + before[c]);
-      }
-    }
-    before = frame;
   }
 }
 

@@ -11,7 +11,4 @@ namespace velmora {
 /// them for a shift of NData or more. The trial keeps its length.
 void ShiftLeft(Trial& trial, const ChannelList& channels, std::int64_t shift);
 
-/// x(1) becomes |x(1)| timeStep, x(i) becomes |x(i)| timeStep + x(i-1), rounded to 32 bits at each step.
-void RectifyAndIntegrate(Trial& trial, const ChannelList& channels, double timeStep);
-
 }  // namespace velmora

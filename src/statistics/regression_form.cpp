@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <stdexcept>
 #include <utility>
 
 #include "core/files/paths.hpp"
@@ -100,9 +101,10 @@ bool RegressionForm::Compute() {
     case RegressionTrouble::None:
       break;
   }
+  const std::vector<std::vector<float>> modelled = Modelled();
   MakeTables();
   TellFit();
-  AddFitted();
+  Add(modelled);
   return true;
 }
 
@@ -176,10 +178,37 @@ void RegressionForm::TellFit() {
 }
 
 // Over the whole trial, beyond the range as well.
-void RegressionForm::AddFitted() {
+std::vector<std::vector<float>> RegressionForm::Modelled() const {
+  const Trial& trial = workbench_.trial;
+  std::vector<std::vector<float>> modelled(static_cast<std::size_t>(fitted_) +
+                                           static_cast<std::size_t>(residuals_));
+  for (std::int64_t i = 1; i <= trial.NData && !modelled.empty(); ++i) {
+    double value = fit_.intercept ? fit_.intercept->value : 0.0;
+    for (std::size_t k = 0; k < terms_.size(); ++k) {
+      value += fit_.slopes[k].value * trial.Data(i, terms_[k]);
+    }
+    const double y = trial.Data(i, y_);
+    const auto keep = [&](std::vector<float>& samples, double result, bool ofNumbers) {
+      samples.push_back(static_cast<float>(result));
+      if (ofNumbers && !std::isfinite(samples.back())) {
+        throw std::range_error("The result for sample " + std::to_string(i) +
+                               " is not a number that data can hold.");
+      }
+    };
+    if (fitted_) {
+      keep(modelled.front(), value, std::isfinite(value));
+    }
+    if (residuals_) {
+      keep(modelled.back(), y - value, std::isfinite(value) && std::isfinite(y));
+    }
+  }
+  return modelled;
+}
+
+void RegressionForm::Add(const std::vector<std::vector<float>>& modelled) {
   Trial& trial = workbench_.trial;
-  std::vector<NewChannel> made;
   const std::string units = trial.ChanUnits[y_].Text();
+  std::vector<NewChannel> made;
   if (fitted_) {
     made.push_back({"Fitted", units});
   }
@@ -189,18 +218,11 @@ void RegressionForm::AddFitted() {
   if (made.empty()) {
     return;
   }
-  const int first = AppendChannels(workbench_, made);
-  for (std::int64_t i = 1; i <= trial.NData; ++i) {
-    double value = fit_.intercept ? fit_.intercept->value : 0.0;
-    for (std::size_t k = 0; k < terms_.size(); ++k) {
-      value += fit_.slopes[k].value * trial.Data(i, terms_[k]);
-    }
-    int c = first;
-    if (fitted_) {
-      trial.Data(i, c++) = static_cast<float>(value);
-    }
-    if (residuals_) {
-      trial.Data(i, c) = static_cast<float>(trial.Data(i, y_) - value);
+  int c = AppendChannels(workbench_, made);
+  for (const std::vector<float>& samples : modelled) {
+    const ChannelView channel = trial.Channel(c++);
+    for (std::int64_t i = 0; i < channel.size(); ++i) {
+      channel[i] = samples[static_cast<std::size_t>(i)];
     }
   }
 }

@@ -29,7 +29,10 @@ class RegressionForm : public AnalysisForm {
   [[nodiscard]] ResultTable FitTable() const;
   [[nodiscard]] ResultTable AgreementTable() const;
   [[nodiscard]] std::string TermOf(int channel) const;
-  void AddFitted();
+  /// The channels asked for: the fitted one, the residuals. Throws std::range_error where numbers make none
+  /// that data can hold.
+  [[nodiscard]] std::vector<std::vector<float>> Modelled() const;
+  void Add(const std::vector<std::vector<float>>& modelled);
   void TellFit();
 
   SampleRange range_;

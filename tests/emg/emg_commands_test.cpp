@@ -210,6 +210,10 @@ TEST_F(EmgCommandsTest, RectifiesAndIntegratesAndEnvelops) {
   RunPicking("emg.rectify-integrate", {1});
   EXPECT_EQ(Channel(trial, 1), (Samples{0.5F, 1.5F, 3.0F}));
   EXPECT_EQ(Channel(trial, 2), (Samples{-1, 1, 1}));
+  SetChannels(trial, {{1, 3e38F, -3e38F}}, 1);
+  RunPicking("emg.rectify-integrate", {});
+  EXPECT_HAS(LastBox(), "The result for channel 00, sample 3, is not a number that data can hold.");
+  EXPECT_EQ(Channel(trial, 1), (Samples{1, 3e38F, -3e38F}));
 
   const Samples hum = Sampled(4000, [](int i) { return std::sin(2 * Pi * 80 * i / 1000.0 + 0.1); });
   SetChannels(trial, {hum, hum}, 1000);

@@ -117,6 +117,15 @@ TEST_F(RegressionTest, RefusesWhatHasNoAnswer) {
   SetChannels(trial, full);
   Refused({{"comY", "2"}, {"channels 1", "yes"}, {"chkFitted", "yes"}});
   EXPECT_EQ(questions.boxes.back().title, "No Free Channels");
+  // The line is 3e38 (x - 2) over the first three; the fourth lies where no 32-bit number does.
+  SetChannels(trial, {{1, 2, 3, 9}, {-3e38F, 0, 3e38F, 0}});
+  trial.CursorLo = 1;
+  trial.CursorHi = 3;
+  questions.boxAnswers.push_back(Button::Yes);
+  AnswerForm({{"comY", "2"}, {"channels 1", "yes"}, {"chkResiduals", "yes"}}, "Compute");
+  Run("statistics.regression");
+  EXPECT_EQ(questions.boxes.back().text, "The result for sample 4 is not a number that data can hold.");
+  EXPECT_EQ(trial.NChan, 2);
 }
 
 TEST_F(RegressionTest, ALongColumnIsFittedByPartsAndMissingSamplesAreLeftOut) {

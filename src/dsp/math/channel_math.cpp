@@ -145,6 +145,23 @@ void IntegrateAs(Trial& trial, const ChannelList& channels, double timeStep) {
   }
 }
 
+template <typename Policy>
+void RectifyAndIntegrateAs(Trial& trial, const ChannelList& channels, double timeStep) {
+  const std::vector<ChannelRun> runs = RunsOf(channels);
+  constexpr PerChannel<float> zeros{};
+  const float* before = zeros.data();
+  for (std::int64_t i = 1; i <= trial.NData; ++i) {
+    float* x = trial.matrix.Frame(i);
+    for (const ChannelRun run : runs) {
+      for (int c = run.first; c <= run.last; ++c) {
+        const double area = std::abs(static_cast<double>(x[c])) * timeStep;
+        Policy::Store(x[c], area + before[c], double{x[c]} + before[c], c, i);
+      }
+    }
+    before = x;
+  }
+}
+
 // `before` holds the original of the sample left of the one in work, since that one is overwritten.
 template <typename Policy>
 void DifferentiateAs(Trial& trial, const ChannelList& channels, double timeStep) {
@@ -257,6 +274,14 @@ void IntegrateOverTime(Trial& trial, const ChannelList& channels, double timeSte
   RunGuarded(
       trial, channels, [&](double largest, int) { return largest * timeStep * trial.NData; },
       [&](auto policy, const ChannelList& list) { IntegrateAs<decltype(policy)>(trial, list, timeStep); });
+}
+
+void RectifyAndIntegrate(Trial& trial, const ChannelList& channels, double timeStep) {
+  RunGuarded(
+      trial, channels, [&](double largest, int) { return largest * timeStep * trial.NData; },
+      [&](auto policy, const ChannelList& list) {
+        RectifyAndIntegrateAs<decltype(policy)>(trial, list, timeStep);
+      });
 }
 
 void Differentiate(Trial& trial, const ChannelList& channels, double timeStep) {

@@ -39,6 +39,8 @@ void RaiseToPower(Trial& trial, const ChannelList& channels, const PerChannel<fl
 void Accumulate(Trial& trial, const ChannelList& channels);
 /// Riemann sum over time with a 64-bit total: sample i becomes the sum of x(1..i) * timeStep.
 void IntegrateOverTime(Trial& trial, const ChannelList& channels, double timeStep);
+/// x(1) becomes |x(1)| timeStep, x(i) becomes |x(i)| timeStep + x(i-1), rounded to 32 bits at each step.
+void RectifyAndIntegrate(Trial& trial, const ChannelList& channels, double timeStep);
 /// First derivative: central differences over two intervals, one-sided at both ends. Needs at least
 /// three samples; throws std::invalid_argument with fewer. timeStep in seconds, above 0.
 void Differentiate(Trial& trial, const ChannelList& channels, double timeStep);
