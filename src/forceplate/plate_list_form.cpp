@@ -58,6 +58,7 @@ bool PutIntoFile(Workbench& workbench, const std::string& path, const ForcePlate
     return false;
   }
   workbench.plates.Database = path;
+  DidSave(workbench, "Force plate \"" + plate.PlateName + "\" saved in");
   return true;
 }
 

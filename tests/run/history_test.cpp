@@ -321,6 +321,18 @@ TEST_F(HistoryTest, RecalledLabelsAreFixed) {
   EXPECT_EQ(ReadFile(directory.Path("again/walk-done.vmb")), bytes);
 }
 
+TEST_F(HistoryTest, APlateSavedToADatabaseIsAStepWhateverBecomesOfTheDefinition) {
+  Load();
+  person.boxAnswers = {Button::OK};
+  Press("Save", {{"a", "7"}}, "lab.dbp");
+  person.inputAnswers = {"North"};
+  Press("Cancel");
+  Do("plates.change-type");
+  EXPECT_EQ(Words().back(), "Force plate \"North\" saved in lab.dbp");
+  Replay("again");
+  EXPECT_EQ(ReadFile(directory.Path("again/lab.dbp")), ReadFile(directory.Path("lab.dbp")));
+}
+
 TEST_F(HistoryTest, TheSamplesBetweenCursorsOfAClosedGraphAreFoundAgain) {
   // 534 s after the start of a recording.
   WriteTrialFile(input, [](Trial& trial) {

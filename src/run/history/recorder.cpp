@@ -392,8 +392,9 @@ std::string Recorder::AskInput(const InputQuestion& question) {
 std::vector<std::string> Recorder::AskFile(const FileQuestion& question) {
   std::vector<std::string> paths = answerer_->AskFile(question);
   if (Records()) {
-    Note({.what = FileAnswer{paths.empty() ? std::vector<std::string>{""} : paths}}, question.title,
-         paths.empty());
+    Note({.what = FileAnswer{.paths = paths.empty() ? std::vector<std::string>{""} : paths,
+                             .savesFile = question.mode == FileQuestion::Mode::Save}},
+         question.title, paths.empty());
   }
   return paths;
 }

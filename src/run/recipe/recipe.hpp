@@ -36,6 +36,7 @@ struct InputAnswer {
 
 struct FileAnswer {
   std::vector<std::string> paths;
+  bool savesFile = false;  // recorded: the question was for a file to be written
 };
 
 struct PickAnswer {

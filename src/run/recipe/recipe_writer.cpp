@@ -250,7 +250,7 @@ void KeepTyped(std::vector<Answer>& answers) {
 void MoveSaved(std::vector<Answer>& answers, bool savingCommand, const std::string& stem) {
   for (Answer& answer : answers) {
     const bool saved = savingCommand || (answer.title && answer.title->starts_with("Save"));
-    if (auto* file = std::get_if<FileAnswer>(&answer.what); file != nullptr && saved) {
+    if (auto* file = std::get_if<FileAnswer>(&answer.what); file != nullptr && (saved || file->savesFile)) {
       for (std::string& path : file->paths) {
         MoveToOutput(path, stem);
       }
