@@ -248,6 +248,16 @@ TEST_F(HistoryTest, SentencesOfWhatHappenedAndNoneOfWhatDidNot) {
 }
 
 TEST_F(HistoryTest, WalksBackAndOnUntilSomethingElseIsDone) {
+  workbench.thresholds.ChanThreshold[1] = 0.25;  // of a trial before
+  Load();
+  Press("Enter threshold");
+  person.PickValues({{1, "0.5"}});
+  Press("Exit");
+  Do("emg.statistics");
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[1], 0.25) << "what was gone back behind is not in force";
+  EXPECT_EQ(history.GoTo(1), "");
+  EXPECT_EQ(workbench.thresholds.ChanThreshold[1], 0.5);
   Load();
   Scale();
   const std::string scaled = Bytes("scaled.vmb");

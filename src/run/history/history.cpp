@@ -116,7 +116,7 @@ void History::ActionDone(const Action& action) {
       fileTimes_[loaded] = TimeOf(loaded);
     }
     if (steps.size() == 1) {
-      windowAtLoad_ = workbench_->spectrum.WindowType;
+      atLoad_ = {.window = workbench_->spectrum.WindowType, .thresholds = workbench_->thresholds};
     }
   }
   if (onDone_) {
@@ -218,7 +218,8 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
     CloseView(*workbench_);
     workbench_->merge = {};
     workbench_->events = {};
-    workbench_->spectrum.WindowType = windowAtLoad_;
+    workbench_->spectrum.WindowType = atLoad_.window;
+    workbench_->thresholds = atLoad_.thresholds;
   }
   ProgressPanel panel(*workbench_, ProgressPanel::Kind::Processing);
   RepeatedAnswers answers(recorder_.Answerer(), panel);

@@ -54,7 +54,12 @@ class History {
   std::function<void(const Action&)> onDone_;
   std::string file_;
   std::map<std::string, std::filesystem::file_time_type> fileTimes_;  // when they were loaded
-  std::int16_t windowAtLoad_ = 0;                                     // of spectra
+  /// What steps go by without a question, though it outlives a trial: as it was when the file was loaded.
+  struct Outliving {
+    std::int16_t window = 0;  // of spectra
+    ThresholdMemory thresholds;
+  };
+  Outliving atLoad_;
   bool repeating_ = false;
 };
 
