@@ -1,6 +1,7 @@
 #include "impact/head_impact_form.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -53,7 +54,8 @@ void HeadImpactForm::AddFields() {
        .target = &scalingText_,
        .prompt = "Enter what the samples are multiplied by, or g.",
        .title = "Scaling to g's",
-       .edited = [this] { TakeScaling(); }},
+       .edited = [this] { TakeScaling(); },
+       .emptyKeeps = true},
       {.name = "chkMtoG",
        .caption = "&m/s^2 to g",
        .target = &metresToG_,
@@ -159,8 +161,12 @@ void HeadImpactForm::ShowRefusedFilter() {
   }
 }
 
+bool HeadImpactForm::IsBeyondNumbers() const {
+  return workbench_.trial.Rate > 0 && (!std::isfinite(impact_.gsi) || !std::isfinite(impact_.hic.value));
+}
+
 bool HeadImpactForm::HasNoResult() const {
-  return impact_.samples < 1 || impact_.missing > 0 || !(workbench_.trial.Rate > 0);
+  return IsBeyondNumbers() || impact_.samples < 1 || impact_.missing > 0 || !(workbench_.trial.Rate > 0);
 }
 
 void HeadImpactForm::TellWarnings() {
@@ -177,6 +183,9 @@ void HeadImpactForm::TellWarnings() {
     tell("Press Zero Negative Numbers button.");
   } else if (HasNoResult()) {
     tell(" Could not perform integration.");
+    if (IsBeyondNumbers()) {
+      tell("Values are too large.  Is the scaling right?");
+    }
   } else if (!(impact_.gsi >= kLeastGsi)) {
     tell("Results are low.  Did you scale the data to g's?");
   }
@@ -309,6 +318,7 @@ void HeadImpactForm::NoteDoubts() const {
   if (HasNoResult()) {
     note("gave no measures of an impact: it has " +
          (impact_.missing > 0 ? CountOf(impact_.missing, "sample") + " without a number."
+          : IsBeyondNumbers() ? std::string("values too large for them.")
                               : std::string("no sampling rate or no samples.")));
     return;
   }

@@ -30,6 +30,8 @@ class HeadImpactForm : public Form {
   void TellReduction();
   void FillTable();
   void DrawGraph();
+  /// Powers of the values fit into no number.
+  [[nodiscard]] bool IsBeyondNumbers() const;
   /// The range, its samples or the sampling rate give none, whatever is pressed.
   [[nodiscard]] bool HasNoResult() const;
   [[nodiscard]] std::string MetricHint() const;

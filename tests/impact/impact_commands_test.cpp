@@ -76,6 +76,8 @@ TEST_F(ImpactCommandsTest, ReducesAnewAfterEveryEdit) {
   EXPECT_EQ(UnitsOf("Time to peak"), "s");
   Reduce({{"chkMtoG", "1"}, {"chkMtoG", "0"}});
   EXPECT_EQ(told["txtScaling"], "1.000");
+  Reduce({{"txtScaling", "2"}, {"txtScaling", ""}});
+  EXPECT_EQ(told["txtScaling"], "2") << "nothing typed is no scaling by 0";
 }
 
 TEST_F(ImpactCommandsTest, WarnsOfWhatSpoilsAReduction) {
@@ -97,6 +99,9 @@ TEST_F(ImpactCommandsTest, WarnsOfWhatSpoilsAReduction) {
   Reduce({{"cwnCutoff", "9900"}});  // above half the rate once adjusted for the passes
   EXPECT_EQ(questions.boxes.back().title, "Invalid Cutoff Frequency");
   EXPECT_EQ(trial.Notices.back(), "Channel 00 is in m/s^2: a scaling of 0.101972 makes g's of it.");
+  EXPECT_HAS(warnings({{"txtScaling", "1e20"}}, "Recalculate", 1),
+             " Could not perform integration.\nValues are too large.  Is the scaling right?");
+  EXPECT_HAS(trial.Notices.back(), "values too large");
   trial.Rate = 100;
   EXPECT_HAS(warnings({}, "Recalculate", 1), "Sampling rate too low for 1000 Hz cutoff.  ");
   EXPECT_HAS(trial.Notices.back(), "was reduced without a filter");
