@@ -26,12 +26,28 @@ TEST_F(DesignedHistory, IsRepeatedWithItsFiles) {
     trial.ChanLabel[1] = "Biceps";
     trial.ChanLabel[2] = "Triceps";
   });
+  // Of earlier trials, which a program just started does not know: what an edit fills in from there.
+  workbench.filters.FilterCutoffs[2] = 70;
+  workbench.filters.LastHighPassCutoffs[1] = 5;
+  workbench.filters.LastLowPassCutoffs[1] = 300;
+  workbench.emg.Maximums = {{.Label = "Biceps", .Maximum = 0.25}};
   Load();
+  person.FillForm({{"channels 2", "yes"}}, "Filter");
+  Do("filter.design");
+  EXPECT_EQ(history.Lines().back().words,
+            "Low-pass Butterworth, order 2, zero-lag, 70 Hz over both passes: Triceps");
+  person.FillForm({{"optFilter", "Chebyshev"}, {"optPassType", "Band-pass"}, {"Orders 1", "2"}}, "Filter");
+  Do("smooth.butterworth");
   person.FillForm({{"optFamily", "4"}, {"txtTaps", "51"}, {"txtCutoff", "80"}, {"channels 1", "yes"}},
                   "Filter");
   Do("filter.design");
   person.PickValues({{1, "6"}, {2, "6"}});
   Do("emg.linear-envelope");
+  Press("Normalize", {{"optSource", "2"}, {"optSource", "0"}, {"channels 1", "yes"}});
+  Press("Exit");
+  Do("emg.normalize");
+  EXPECT_EQ(workbench.trial.ChanUnits[1].Text(), "%");
+  workbench.emg.Maximums.clear();
   person.FillForm({{"optMethod", "3"}, {"channels 1", "yes"}, {"channels 2", "yes"}}, "Compute");
   Press("Save", {}, "day.max");
   Press("Exit");

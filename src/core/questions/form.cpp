@@ -177,6 +177,12 @@ void Form::TakeFound(const FoundValue& found, bool take) {
   FoundTaken();
 }
 
+void Form::NoteFilled(std::string_view field) {
+  if (const FormField* filled = FindField(field)) {
+    NoteEdit(*filled, 0);
+  }
+}
+
 void Form::NoteEdit(const FormField& field, int channel) {
   std::erase_if(edits_,
                 [&](const EditMade& edit) { return edit.field == &field && edit.channel == channel; });

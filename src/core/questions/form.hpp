@@ -176,6 +176,9 @@ class Form {
   [[nodiscard]] FormButton& ButtonAt(std::size_t row) { return buttons_.at(row); }
   /// What was found was taken, or taken back.
   virtual void FoundTaken() {}
+  /// An edit filled this field with what is remembered of earlier work. A record has that as an edit of its
+  /// own, behind the other: another run remembers something else.
+  void NoteFilled(std::string_view field);
   /// The channel that `edited` of a per-channel field runs for.
   [[nodiscard]] int EditedChannel() const { return editedChannel_; }
 

@@ -20,22 +20,46 @@ FilterDesignForm::FilterDesignForm(Workbench& workbench)
   AddBandFields();
   AddFamilyFields();
   AddRunFields();
-  for (FormField& field : fields_) {
-    field.edited = [this] { Update(); };
-  }
+  FollowEdits();
   AddButtons("&Filter");
   Update();
 }
 
-// What the first channel was filtered with last, else what shows a filter's shape at this rate.
+// Every edit shows another filter. Cut-offs that somebody typed are theirs, in whatever order they choose the
+// channels.
+void FilterDesignForm::FollowEdits() {
+  for (FormField& field : fields_) {
+    const bool isLower = field.name == "txtCutoff";
+    const bool isHigher = field.name == "txtHigher";
+    const bool isChannels = field.name == "channels";
+    field.edited = [this, isLower, isHigher, isChannels] {
+      cutoffTyped_ = cutoffTyped_ || isLower;
+      higherTyped_ = higherTyped_ || isHigher;
+      if (isChannels) {
+        OfferCutoffs();
+        NoteFilled("txtCutoff");
+        NoteFilled("txtHigher");
+      }
+      Update();
+    };
+  }
+}
+
+// What the first of the chosen channels was filtered with last, else what shows a filter's shape at this
+// rate.
 void FilterDesignForm::OfferCutoffs() {
   const double rate = workbench_.trial.Rate;
   const FilterMemory& last = workbench_.filters;
+  const ChannelList chosen = SelectedChannels(workbench_.trial, channels_);
+  const int channel = chosen.empty() ? 1 : chosen.front();
   const auto offer = [rate](double used, double other) { return used > 0 && used < rate / 2 ? used : other; };
-  cutoff_ = offer(last.FilterCutoffs[1], rate / 20);
-  higher_ = offer(last.SecondCutoffs[1], (cutoff_ + rate / 2) / 2);
-  if (!(higher_ > cutoff_)) {
-    higher_ = (cutoff_ + rate / 2) / 2;
+  if (!cutoffTyped_) {
+    cutoff_ = offer(last.FilterCutoffs[channel], rate / 20);
+  }
+  if (!higherTyped_) {
+    const double middle = (cutoff_ + rate / 2) / 2;
+    higher_ = offer(last.SecondCutoffs[channel], middle);
+    higher_ = higher_ > cutoff_ ? higher_ : middle;
   }
 }
 

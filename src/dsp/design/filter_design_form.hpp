@@ -29,6 +29,7 @@ class FilterDesignForm : public AnalysisForm {
   };
   enum Picture : std::int32_t { kGainDb, kGain, kPhase, kDelay, kImpulse, kStep };
 
+  void FollowEdits();
   void OfferCutoffs();
   void AddBandFields();
   void AddFamilyFields();
@@ -65,6 +66,8 @@ class FilterDesignForm : public AnalysisForm {
   std::int32_t passType_ = 0;
   double cutoff_ = 0.0;  // Hz
   double higher_ = 0.0;  // Hz
+  bool cutoffTyped_ = false;
+  bool higherTyped_ = false;
   std::int32_t order_ = 2;
   double ripple_ = 0.5;        // dB
   double attenuation_ = 40.0;  // dB

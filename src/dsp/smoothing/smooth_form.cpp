@@ -76,6 +76,8 @@ void SmoothForm::AddFields() {
              PassTypeEdited();
              if (IsBandOption(optPassType_)) {
                OfferCutoffs();
+               NoteFilled("FilterCutoffs");
+               NoteFilled("SecondCutoffs");
              }
            }},
       {.name = "optFilter",

@@ -40,7 +40,12 @@ NormalizeForm::NormalizeForm(Workbench& workbench)
     : AnalysisForm(workbench, "frmNormalize", "Normalize Linear Envelopes") {
   AddChoice("optSource", "Maximums f&rom", source_,
             {"&Stored maximums", "Maximums from a &file", "Largest value of each c&hannel", "&Entered"})
-      .edited = [this] { Fill(); };
+      .edited = [this] {
+    Fill();
+    if (source_ == kStored) {
+      NoteFilled("Maximums");
+    }
+  };
   fields_.push_back({.name = "Maximums",
                      .caption = "Maximum",
                      .target = &maximums_,

@@ -119,6 +119,25 @@ TEST_F(FilterDesignDialogue, EveryFamilyPassesWhatItShouldAndTellsIt) {
   }
 }
 
+TEST_F(FilterDesignDialogue, OffersWhatTheChosenChannelWasFilteredWith) {
+  SetChannels(trial, NoiseChannels(3, 400), 1000);
+  workbench.filters.FilterCutoffs[1] = 30;
+  workbench.filters.FilterCutoffs[2] = 12;
+  workbench.filters.SecondCutoffs[2] = 90;
+  const auto filtered = [this](const Edits& edits) {
+    questions.FillForm(edits, "Filter");
+    Run("filter.design");
+    return workbench.report.deeds.back().what;
+  };
+  const std::string band = "Band-pass Butterworth, order 2, zero-lag, ";
+  EXPECT_EQ(filtered({{"optPassType", "2"}, {"channels 2", "yes"}, {"channels 3", "yes"}}),
+            band + "12 to 90 Hz over both passes");
+  EXPECT_EQ(filtered({{"txtHigher", "60"}, {"optPassType", "2"}, {"channels 2", "yes"}}),
+            band + "12 to 60 Hz over both passes");
+  EXPECT_EQ(filtered({{"optPassType", "2"}, {"channels 1", "yes"}, {"txtCutoff", "40"}}),
+            band + "40 to 265 Hz over both passes");
+}
+
 TEST_F(FilterDesignDialogue, RefusesWithItsMessages) {
   SetChannels(trial, NoiseChannels(2, 40), 1000);
   EXPECT_EQ(Refused({{"txtCutoff", "500"}}), "Invalid Entry|Cutoff frequency must be from 0 to 500.");
