@@ -1,5 +1,7 @@
 #include <unistd.h>
 
+#include <stdexcept>
+
 #include "support/text_load.hpp"
 
 namespace velmora::test {
@@ -105,6 +107,13 @@ TEST_F(TextParserTest, FieldsOfTheDialogue) {
             std::string::npos);
 
   questions.inputAnswers = {"100"};
+  questions.formAnswers.emplace_back([](Form& form) {
+    EXPECT_THROW(form.Edit(*form.FindField("ParseSkip"), "2147483647"), std::invalid_argument)
+        << "the line behind has no number";
+    Type(form, {{"NChan", "2147483647"}});
+    return std::string("Labels");
+  });
+  questions.PickNames({{64, "the last there can be"}});
   AnswerForm({{"NChan", "65"}});
   AnswerForm({{"NChan", "3"}});
   Load("a.txt", text);

@@ -1,6 +1,7 @@
 #include "formats/delimited_text/dialogue/parse_form.hpp"
 
 #include <algorithm>
+#include <limits>
 
 #include "core/files/files.hpp"
 #include "core/text/numbers.hpp"
@@ -105,6 +106,7 @@ void ParseForm::AddGivenFields() {
        .caption = "Records to skip",
        .target = &settings_.ParseSkip,
        .lowest = 0,
+       .highest = std::numeric_limits<std::int32_t>::max() - 1,  // the line behind has a number, too
        .prompt = "Enter number records before data starts.",
        .title = "Records to Skip",
        .edited = [this] { SkipEdited(); }},

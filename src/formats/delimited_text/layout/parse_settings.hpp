@@ -34,7 +34,7 @@ struct ParseSettings {
 
   [[nodiscard]] bool HasTime() const { return ParseHasTime && ParseTimeColumn > 0; }
   [[nodiscard]] bool IsTime(int column) const { return HasTime() && column == ParseTimeColumn; }
-  /// The columns that become channels, in order.
+  /// The columns that become channels, in order; none behind the 64th, since more are not read.
   [[nodiscard]] std::vector<int> ChannelColumns() const;
   [[nodiscard]] int Channels() const { return static_cast<int>(ChannelColumns().size()); }
 };
