@@ -36,23 +36,6 @@ void FindSlopes(const Trial& trial, const ChannelList& channels, PerChannel<floa
   }
 }
 
-// x(i) becomes x(i) - level - slope * (i-1). A level of 0 takes nothing away, not even a sign of zero.
-void SubtractLines(Trial& trial, const ChannelList& channels, const PerChannel<double>& levels,
-                   const PerChannel<float>& slopes) {
-  const std::vector<ChannelRun> runs = RunsOf(channels);
-  const double* level = levels.data();
-  const float* slope = slopes.data();
-  for (std::int64_t i = 1; i <= trial.NData; ++i) {
-    float* __restrict x = trial.matrix.Frame(i);
-    const auto index = static_cast<double>(i - 1);
-    for (const ChannelRun run : runs) {
-      for (int c = run.first; c <= run.last; ++c) {
-        x[c] = static_cast<float>(x[c] - level[c] - slope[c] * index);
-      }
-    }
-  }
-}
-
 }  // namespace
 
 void MeasureFirst(const Trial& trial, std::int32_t k, PerChannel<float>& levels) {
@@ -94,11 +77,13 @@ void RemoveDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& s
 }
 
 void RemoveLevelAndDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& levels) {
+  PerChannel<double> offsets = trial.ChanOffset;
   for (const int c : channels) {
-    trial.ChanOffset[c] = levels[c];
+    offsets[c] = levels[c];
   }
   FindSlopes(trial, channels, levels);
-  SubtractLines(trial, channels, trial.ChanOffset, levels);
+  SubtractLines(trial, channels, offsets, levels);
+  trial.ChanOffset = offsets;
 }
 
 }  // namespace velmora

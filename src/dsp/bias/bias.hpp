@@ -22,11 +22,13 @@ void MeasureDrift(const Trial& trial, PerChannel<float>& levels);
 void SubtractLevels(Trial& trial, const ChannelList& channels, const PerChannel<float>& levels);
 
 /// Takes the straight line through the first and the last sample out of each channel, so that the last
-/// comes down to the first. The slopes per sample are left in `slopes`. NData at least 2.
+/// comes down to the first. The slopes per sample are left in `slopes`. NData at least 2. Throws
+/// ArithmeticFault where a difference is no 32-bit number, so also at the first number of a channel whose
+/// first or last sample is none.
 void RemoveDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& slopes);
 
 /// Level and drift in one pass: ChanOffset becomes the level given, which the slope per sample then
-/// replaces in `levels`. NData at least 2.
+/// replaces in `levels`. NData at least 2. Throws ArithmeticFault as RemoveDrift does; ChanOffset then stays.
 void RemoveLevelAndDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& levels);
 
 }  // namespace velmora

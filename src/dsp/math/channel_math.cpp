@@ -191,6 +191,21 @@ void DifferentiateAs(Trial& trial, const ChannelList& channels, double timeStep)
   store(last, end.data(), false, timeStep);
 }
 
+template <typename Policy>
+void SubtractLinesAs(Trial& trial, const ChannelList& channels, const double* level, const float* slope) {
+  const std::vector<ChannelRun> runs = RunsOf(channels);
+  for (std::int64_t i = 1; i <= trial.NData; ++i) {
+    float* __restrict x = trial.matrix.Frame(i);
+    const auto index = static_cast<double>(i - 1);
+    for (const ChannelRun run : runs) {
+      for (int c = run.first; c <= run.last; ++c) {
+        const double sample = x[c];
+        Policy::Store(x[c], sample - level[c] - slope[c] * index, sample, c, i);
+      }
+    }
+  }
+}
+
 void RaiseChannel(Trial& trial, int channel, double power) {
   const ChannelView x = trial.Channel(channel);
   for (std::int64_t i = 0; i < x.size(); ++i) {
@@ -244,6 +259,16 @@ void AddConstants(Trial& trial, const ChannelList& channels, const PerChannel<fl
   TransformGuarded(
       trial, channels, constants, [](double largest, double k) { return largest + k; },
       [](float x, float k) { return x + k; });
+}
+
+void SubtractLines(Trial& trial, const ChannelList& channels, const PerChannel<double>& levels,
+                   const PerChannel<float>& slopes) {
+  const auto bound = [&](double largest, int c) {
+    return largest + std::abs(levels[c]) + std::abs(double{slopes[c]}) * static_cast<double>(trial.NData);
+  };
+  RunGuarded(trial, channels, bound, [&](auto policy, const ChannelList& list) {
+    SubtractLinesAs<decltype(policy)>(trial, list, levels.data(), slopes.data());
+  });
 }
 
 void MultiplyBy(Trial& trial, const ChannelList& channels, const PerChannel<float>& factors) {

@@ -30,6 +30,9 @@ void SquareRoot(Trial& trial, const ChannelList& channels);
 /// 1/x where |x| is above 1e-6 (the 32-bit constant); other samples keep their value.
 void Invert(Trial& trial, const ChannelList& channels);
 void AddConstants(Trial& trial, const ChannelList& channels, const PerChannel<float>& constants);
+/// x(i) becomes x(i) - level - slope * (i-1). A level of 0 takes nothing away, not even a sign of zero.
+void SubtractLines(Trial& trial, const ChannelList& channels, const PerChannel<double>& levels,
+                   const PerChannel<float>& slopes);
 void MultiplyBy(Trial& trial, const ChannelList& channels, const PerChannel<float>& factors);
 void DivideBy(Trial& trial, const ChannelList& channels, const PerChannel<float>& divisors);
 /// General real power of each sample. A fractional power of a negative sample is an ArithmeticFault.

@@ -1,5 +1,7 @@
 #include "dsp/bias/bias.hpp"
 
+#include <limits>
+
 #include "dsp/bias/bias_file.hpp"
 #include "support/command_test.hpp"
 
@@ -85,6 +87,28 @@ TEST_F(BiasCommand, DriftIsALine) {
   Run("bias.both");
   EXPECT_EQ(trial.Data(1, 1), 3.0F);
   EXPECT_EQ(workbench.report.warnings.size(), 2U);
+}
+
+TEST_F(BiasCommand, ALineThatIsNoNumberOrTooSteepIsToldAndLeavesTheSamples) {
+  constexpr float kMissing = std::numeric_limits<float>::quiet_NaN();
+  for (const char* command : {"bias.drift", "bias.both"}) {
+    SetChannels(trial, {{2, 7, 4, kMissing}, {1, 2, 3, 4}});
+    trial.ChanOffset[1] = 100.0;
+    questions.inputAnswers = {"1"};
+    RunPicking(command, {1, 2});
+    Samples before = Channel(trial, 1);
+    before.pop_back();
+    EXPECT_EQ(before, (Samples{2, 7, 4})) << command;
+    EXPECT_EQ(Channel(trial, 2), (Samples{1, 2, 3, 4})) << command;
+    EXPECT_EQ(trial.ChanOffset[1], 100.0) << command;
+    EXPECT_EQ(questions.boxes.back().text,
+              "The result for channel 00, sample 1, is not a number that data can hold.  Samples before it "
+              "have been changed.");
+  }
+
+  SetChannels(trial, {{3e38F, 3e38F, -3e38F}});
+  RunPicking("bias.drift", {1});
+  EXPECT_EQ(Channel(trial, 1), (Samples{3e38F, 3e38F, -3e38F})) << "3e38 higher would be 6e38";
 }
 
 TEST_F(BiasCommand, BothAssignTheOffset) {
