@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "core/files/files.hpp"
+#include "core/files/output_guard.hpp"
 #include "core/files/paths.hpp"
 
 namespace velmora {
@@ -17,6 +18,8 @@ std::string WriteTemporaryFile(std::string_view name, std::string_view bytes) {
     ThrowFileError(error ? error.value() : errno);
   }
   std::string path = directory + "/" + std::string(FileNamePart(name));
+  OutputGuard::Ask(path);
+  const OutputGuard noOutputOfTheRun([](const std::string&) {});  // nobody could make it again at this path
   OutputFile file(path);
   file.Write(bytes);
   file.Commit();

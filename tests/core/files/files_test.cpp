@@ -9,7 +9,9 @@
 
 #include <csignal>
 
+#include "core/files/output_guard.hpp"
 #include "core/files/paths.hpp"
+#include "core/files/temporary_file.hpp"
 #include "support/full_disk.hpp"
 #include "support/temporary_directory.hpp"
 
@@ -245,6 +247,17 @@ TEST(Paths, BothSeparatorsAreUnderstood) {
   EXPECT_FALSE(FileExists("", directory.Path("")));
   ASSERT_EQ(mkfifo(directory.Path("pipe").c_str(), 0666), 0);
   EXPECT_FALSE(FileExists("", directory.Path("pipe"))) << "nobody writes to it: opening it would wait";
+}
+
+TEST(TemporaryFile, IsNoOutputOfTheRun) {
+  std::vector<std::string> asked;
+  std::vector<std::string> written;
+  const OutputGuard guard([&](const std::string& path) { asked.push_back(path); },
+                          [&](const std::string& path) { written.push_back(path); });
+  const std::string path = WriteTemporaryFile("results.trg", "1");
+  EXPECT_EQ(asked, std::vector<std::string>{path}) << "whoever only checks refuses it";
+  EXPECT_EQ(written, std::vector<std::string>{});
+  std::filesystem::remove_all(std::filesystem::path(path).parent_path());
 }
 
 }  // namespace
