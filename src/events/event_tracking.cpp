@@ -144,7 +144,7 @@ std::string SpanText(const EventTimes& times) {
              : text(times.on) + " \u2013 " + text(times.off);
 }
 
-std::string EventLine(const Workbench& workbench, int channel) {
+std::string EventTimesLine(const Workbench& workbench, int channel) {
   const Trial& trial = workbench.trial;
   const EventMemory& events = workbench.events;
   const EventRecord& record = events.ChannelEvents.at(static_cast<std::size_t>(events.CurrentEvent - 1));

@@ -41,7 +41,7 @@ void RecordTimes(Workbench& workbench, const std::vector<ChannelTimes>& recorded
 std::string SpanText(const EventTimes& times);
 
 /// The line of a channel (from 1) in a sidebar: current record, on and off time with the values there.
-std::string EventLine(const Workbench& workbench, int channel);
+std::string EventTimesLine(const Workbench& workbench, int channel);
 
 /// Unsaved events are asked about before they could be lost: Yes saves them. Returns false to stay, which is
 /// also what a cancelled or failed save means.

@@ -124,9 +124,9 @@ ChannelBursts OnsetsForm::Search(int channel) const {
     rule.threshold = thresholds_[channel];
   } else {
     const SampleRange rest = Rest(found.envelope);
+    const std::span envelope(found.envelope);
     found.rest = MeanDeviationOf(
-        std::span(found.envelope)
-            .subspan(static_cast<std::size_t>(rest.lo), static_cast<std::size_t>(rest.hi - rest.lo + 1)));
+        envelope.first(static_cast<std::size_t>(rest.hi) + 1).subspan(static_cast<std::size_t>(rest.lo)));
     found.lifeless = IsLifeless(workbench_.trial, channel, {range_.lo + rest.lo, range_.lo + rest.hi});
     rule.threshold = found.rest->mean + deviations_ * found.rest->deviation;
     if (second_ > 0) {

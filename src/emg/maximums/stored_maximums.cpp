@@ -124,12 +124,15 @@ void TellSharedMaximums(Workbench& workbench, const std::vector<int>& channels) 
     }
   }
   for (const auto& [label, numbers] : numbersOf) {
-    if (numbers.find(',') != std::string::npos) {
-      ShowRefusal(workbench, {.title = "Same Label",
-                              .text = "Channels " + numbers + " are all labelled \"" + label +
-                                      "\".  Maximums are kept by label, so these share one, the largest.",
-                              .icon = Icon::Exclamation});
+    if (numbers.find(',') == std::string::npos) {
+      continue;
     }
+    std::string text = "Channels ";
+    text += numbers;
+    text += " are all labelled \"";
+    text += label;
+    text += "\".  Maximums are kept by label, so these share one, the largest.";
+    ShowRefusal(workbench, {.title = "Same Label", .text = text, .icon = Icon::Exclamation});
   }
 }
 

@@ -110,7 +110,7 @@ std::vector<std::string> MultiView::EventLines() const {
   }
   for (int g = 1; g <= NGraphs(); ++g) {
     if (const int channel = ChannelOf(g); channel > 0) {
-      lines.push_back(EventLine(workbench_, channel));
+      lines.push_back(EventTimesLine(workbench_, channel));
     }
   }
   return lines;

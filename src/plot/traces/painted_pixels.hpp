@@ -85,7 +85,8 @@ class PaintedPixels {
   }
   [[nodiscard]] bool Has(Level level, std::size_t k, const RowSpan& rows) const;
   [[nodiscard]] std::size_t TileAt(int block, int tile) const {
-    return static_cast<std::size_t>((tile + 1) * (blocks_ + 2) + block + 1);
+    const std::size_t side = static_cast<std::size_t>(blocks_) + 2;
+    return (static_cast<std::size_t>(tile) + 1) * side + static_cast<std::size_t>(block) + 1;
   }
   [[nodiscard]] bool HasTile(int block, int tile) const { return full_[TileAt(block, tile)] != 0; }
   void PaintRest(int column, const RowSpan& rows, std::uint32_t colour);
