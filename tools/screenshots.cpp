@@ -160,10 +160,7 @@ void ShowManyLanes(ui::MainWindow& window, Photographer& photographer) {
     photographer.Helper().When("frmGraph2Choose",
                                [](QWidget* dialog) { test::Person::Press(dialog, "Next channels"); });
   }
-  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose-64", "OK", [&photographer](QWidget*) {
-    photographer.Helper().WhenA<QMessageBox>(
-        [](QWidget* box) { test::Person::Press(box, "OK"); });  // panning keys
-  });
+  photographer.Dialogue("graph.multi", "frmGraph2Choose", "multi-choose-64", "OK");
   QWidget* graph = WindowOf("frmGraph2");
   window.State().view->Click(3);
   QTest::keyClick(graph, Qt::Key_2);
