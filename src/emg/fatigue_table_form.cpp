@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/files/paths.hpp"
 #include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -82,7 +83,7 @@ ResultTable FatigueTableForm::Table() const {
 // --- Graphs
 
 void FatigueTableForm::DrawGraph() {
-  FormGraph graph{.title = "Channel " + ChannelName() + ", " + workbench_.trial.FileName,
+  FormGraph graph{.title = "Channel " + ChannelName() + ", " + FileNamePart(workbench_.trial.FileName),
                   .resets = graph_ ? graph_->resets + 1 : 0};
   if (drawn_ == Spectra) {
     DrawSpectra(graph);

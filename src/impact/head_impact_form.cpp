@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/files/paths.hpp"
 #include "core/questions/patience.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -273,7 +274,7 @@ void HeadImpactForm::DrawGraph() {
   };
   constexpr int kUnfilteredColour = 14;
   const std::string label = Trim(workbench_.trial.ChanLabel[channel_].Text());
-  FormGraph graph{.title = label + ", " + workbench_.trial.FileName,
+  FormGraph graph{.title = label + ", " + FileNamePart(workbench_.trial.FileName),
                   .x = {.caption = abscissa_ == 1 ? "Time (s)" : "Time (ms)"},
                   .y = {.caption = "Acceleration (g)"}};
   if (!impact_.unfiltered.empty()) {
