@@ -94,7 +94,7 @@ void PaintedPixels::Set(std::size_t column, std::size_t word, Word bits) {
 // the last holes most lines are hidden.
 void PaintedPixels::FindFull() {
   const std::int64_t all = static_cast<std::int64_t>(area_.columns) * area_.rows;
-  nextLook_ = unpainted_ - std::min(all / 32, unpainted_ / 4);
+  nextLook_ = unpainted_ - std::min(all / 24, unpainted_ / 3);
   FindFullTiles();
   FindCores();
 }
