@@ -126,7 +126,7 @@ void KeepOnSamples(Workbench& workbench, TimeView& view, Work work, SampleRange 
   const double to = (cut ? range.hi : range.lo - 1) / rate;
   if (const int lost = CloseGap(workbench.events, from, to); lost > 0) {
     AddNotice(workbench, CountOf(lost, "recorded time") +
-                             " of events lay in the samples that were removed, and went " + "with them.");
+                             " of events lay in the samples that were removed, and went with them.");
   }
   if (cut) {
     view.RemoveMarks();
