@@ -245,12 +245,12 @@ void KeepTyped(std::vector<Answer>& answers) {
   }
 }
 
-// Files that a step writes: of a saving command, of a press in a result view or a key in a graph, whose
-// question says so, or a name in a form.
+// Files that a step writes: of a saving command, of a press in a result view or a key in a graph, which asked
+// for a file to save, or a name in a form.
 void MoveSaved(std::vector<Answer>& answers, bool savingCommand, const std::string& stem) {
   for (Answer& answer : answers) {
-    const bool saved = savingCommand || (answer.title && answer.title->starts_with("Save"));
-    if (auto* file = std::get_if<FileAnswer>(&answer.what); file != nullptr && (saved || file->savesFile)) {
+    if (auto* file = std::get_if<FileAnswer>(&answer.what);
+        file != nullptr && (savingCommand || file->savesFile)) {
       for (std::string& path : file->paths) {
         MoveToOutput(path, stem);
       }
