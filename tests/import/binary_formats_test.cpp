@@ -152,6 +152,16 @@ TEST_F(BinaryFormatsTest, MatlabMatricesBecomeChannels) {
     mat.Add("x", std::vector<double>(500, 0.25), 500, 1);
   }
   ExpectCutsAreTold("b.mat", ReadFile(path), 3);
+
+  {
+    const MatWriter mat(path, MAT_FT_MAT4);
+    mat.Add("x", {1, 2, 3, 4}, 4, 1);
+  }
+  std::string bytes = ReadFile(path);
+  constexpr std::size_t kNameLengthAt = 16;
+  bytes.replace(kNameLengthAt, 4, "\0\0\0\x50", 4);  // a name of 1.3 GB in a file of 54 bytes
+  Load("c.mat", bytes);
+  EXPECT_NE(LastBox().find("reaches past its end"), std::string::npos) << LastBox();
 }
 
 TEST_F(BinaryFormatsTest, MatlabFilesOfOthers) {

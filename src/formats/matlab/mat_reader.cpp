@@ -10,6 +10,7 @@
 #include "core/text/text.hpp"
 #include "formats/bytes/byte_reader.hpp"
 #include "formats/matlab/mat_compression.hpp"
+#include "formats/matlab/mat_level4.hpp"
 #include "formats/recording/columns_in_memory.hpp"
 
 namespace velmora {
@@ -122,6 +123,7 @@ class MatRecording : public ColumnsInMemory {
  public:
   explicit MatRecording(const std::string& path) : fileBytes_(InputFile(path).Size()) {
     CheckMatCompression(InputFile(path));
+    CheckMatLevel4(InputFile(path));
     Mat_LogInitFunc("velmora2", TakeMatComplaint);
     MatComplaint().clear();
     file_.reset(Mat_Open(path.c_str(), MAT_ACC_RDONLY));
