@@ -103,12 +103,52 @@ TEST_F(HistoryTest, AnalysesAreRepeatedWithTheirFiles) {
     EXPECT_GT(bytes.size(), 100U) << name;
     EXPECT_EQ(ReadFile(directory.Path(std::string("again/") + name)), bytes) << name;
   }
+  // A file of another name and length is asked about in other words.
+  const std::string other = directory.Path("run.vmb");
+  WriteTrialFile(other, [](Trial& trial) {
+    SetChannels(trial, NoiseChannels(3, 700), 200.0);
+    for (int c = 1; c <= 3; ++c) {
+      trial.ChanLabel[c] = "EMG " + std::to_string(c);
+    }
+  });
+  ReplayOn(other, "other", true);
+  EXPECT_TRUE(std::filesystem::exists(directory.Path("other/run.fat")));
   // Going back and on leaves everything outside the trial alone.
   WriteFile(directory.Path("walk.apd"), "worked on since");
   EXPECT_EQ(history.GoTo(0), "");
   EXPECT_EQ(history.GoTo(history.Lines().size() - 1), "");
   EXPECT_EQ(ReadFile(directory.Path("walk.apd")), "worked on since");
   EXPECT_EQ(copies, 1);
+}
+
+// A baseline of a trial at rest serves those that are loaded later, and is part of their recipes.
+TEST_F(HistoryTest, ThresholdsOfAnEarlierTrialGoIntoTheRecipe) {
+  const std::string rest = directory.Path("rest.vmb");
+  std::filesystem::copy_file(input, rest);
+  workbench.trial.FileName = rest;
+  Do("file.load");
+  Press("Calculate thresholds");
+  person.inputAnswers = {"1.3"};
+  person.PickValues({});
+  Press("Exit");
+  Do("emg.statistics");
+  workbench.thresholds.ChanThreshold[3] = std::nan("");  // of a region of one sample
+  workbench.thresholds.BaselineTaken = true;
+  Load();
+  Press("Exit");
+  Do("emg.statistics");
+  const std::string expected = TableText(workbench.results.ResultTables.front());
+
+  const auto run = ReplayOn(input, "again", false);
+  EXPECT_EQ(TableText(run->State().results.ResultTables.front()), expected);
+  const ThresholdMemory& thresholds = run->State().thresholds;
+  EXPECT_EQ(thresholds.ThresholdsOf, "rest.vmb");
+  EXPECT_EQ(thresholds.ChanThreshold[2], workbench.thresholds.ChanThreshold[2]);
+  EXPECT_TRUE(thresholds.BaselineTaken);
+  EXPECT_EQ(history.Recipe().find(directory.Path("")), std::string::npos) << history.Recipe();
+  workbench.thresholds = {};
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_EQ(workbench.thresholds.ThresholdsOf, rest);
 }
 
 // What goes in are files of their own; what comes out, and the log, is the same again.

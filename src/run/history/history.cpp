@@ -53,6 +53,20 @@ class Indoors {
   OutputElsewhere elsewhere_{directory_.Path(), {}};
 };
 
+/// While it lives, steps of the past are repeated from these answers and not written down.
+class Repeating {
+ public:
+  Repeating(Recorder& recorder, Questions& answers) : recorder_(recorder) {
+    recorder_.BeginRepeating(answers);
+  }
+  Repeating(const Repeating&) = delete;
+  Repeating& operator=(const Repeating&) = delete;
+  ~Repeating() { recorder_.EndRepeating(); }
+
+ private:
+  Recorder& recorder_;
+};
+
 // What would be long to write and is nothing that a later step goes by.
 bool IsSave(const Step& step) {
   if (const auto* command = std::get_if<CommandStep>(&step.what)) {
@@ -110,13 +124,10 @@ void History::SetOnDone(std::function<void(const Action&)> onDone) {
 void History::ActionDone(const Action& action) {
   const auto* command = std::get_if<const Command*>(&action);
   const std::vector<RecordedStep>& steps = recorder_.Steps();
-  if (!repeating_ && command != nullptr && (*command)->id == "file.load" && !steps.empty()) {
+  if (!recorder_.Repeats() && command != nullptr && (*command)->id == "file.load" && !steps.empty()) {
     file_ = FileOf(steps.front().steps.front());
     if (const std::string loaded = FileOf(steps.back().steps.front()); !loaded.empty()) {
       fileTimes_[loaded] = TimeOf(loaded);
-    }
-    if (steps.size() == 1) {
-      atLoad_ = {.window = workbench_->spectrum.WindowType, .thresholds = workbench_->thresholds};
     }
   }
   if (onDone_) {
@@ -150,7 +161,7 @@ std::string History::RecipeOf(bool withReports) const {
       steps.insert(steps.end(), recorded[k].steps.begin(), recorded[k].steps.end());
     }
   }
-  return RecipeText(ForAnyInput(std::move(steps)));
+  return RecipeText({.start = recorder_.Start(), .steps = ForAnyInput(std::move(steps))});
 }
 
 std::string History::Recipe() const {
@@ -218,14 +229,11 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
     CloseView(*workbench_);
     workbench_->merge = {};
     workbench_->events = {};
-    workbench_->spectrum.WindowType = atLoad_.window;
-    workbench_->thresholds = atLoad_.thresholds;
+    TakeUp(*workbench_, recorder_.Start());
   }
   ProgressPanel panel(*workbench_, ProgressPanel::Kind::Processing);
   RepeatedAnswers answers(recorder_.Answerer(), panel);
-  Questions& person = recorder_.SetAnswerer(answers);
-  recorder_.Suspend();
-  repeating_ = true;
+  const Repeating repeating(recorder_, answers);
   std::string why;
   std::size_t done = first;
   for (; done <= last && why.empty(); ++done) {
@@ -239,10 +247,8 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
       trial.SavedUnits = savedUnits;
     }
   }
-  recorder_.SetAnswerer(person);
   const bool lost = trial.NData < 1;
   recorder_.Resume(lost ? std::vector<RecordedStep>() : steps, lost ? 0 : why.empty() ? done : done - 1);
-  repeating_ = false;
   return why;
 }
 

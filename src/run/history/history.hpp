@@ -54,13 +54,6 @@ class History {
   std::function<void(const Action&)> onDone_;
   std::string file_;
   std::map<std::string, std::filesystem::file_time_type> fileTimes_;  // when they were loaded
-  /// What steps go by without a question, though it outlives a trial: as it was when the file was loaded.
-  struct Outliving {
-    std::int16_t window = 0;  // of spectra
-    ThresholdMemory thresholds;
-  };
-  Outliving atLoad_;
-  bool repeating_ = false;
 };
 
 }  // namespace velmora

@@ -11,7 +11,7 @@
 #include "graph/time_view.hpp"
 #include "run/history/answer_record.hpp"
 #include "run/history/graph_words.hpp"
-#include "spectra/windows.hpp"
+#include "run/history/question_title.hpp"
 
 namespace velmora {
 namespace {
@@ -83,29 +83,6 @@ std::vector<Step> FixedNames(const Trial& trial) {
           NamesStep("edit.units", trial.NChan, [&trial](int c) { return trial.ChanUnits[c].Text(); })};
 }
 
-constexpr std::string_view kWindowCommands = "fourier.window-";
-
-// Spectra go by the window that was chosen last, whichever trial there was.
-bool GoesByWindow(std::string_view id) {
-  constexpr std::array<std::string_view, 5> spectra = {"fourier.harmonic-regression", "fourier.fft",
-                                                       "fourier.time-series", "emg.fourier", "emg.fatigue"};
-  return std::find(spectra.begin(), spectra.end(), id) != spectra.end();
-}
-
-/// The window that these steps leave chosen, as the command that chooses it.
-std::string_view WindowAfter(const std::vector<RecordedStep>& recorded) {
-  std::string_view window = WindowOf(0).id;
-  for (const RecordedStep& one : recorded) {
-    for (const Step& step : one.steps) {
-      const auto* command = std::get_if<CommandStep>(&step.what);
-      if (command != nullptr && command->id.starts_with(kWindowCommands)) {
-        window = command->id;
-      }
-    }
-  }
-  return window;
-}
-
 bool IsCommand(const Action& action, std::string_view id) {
   const Command* const* command = std::get_if<const Command*>(&action);
   return command != nullptr && (*command)->id == id;
@@ -124,8 +101,12 @@ void Recorder::Attach(Workbench& workbench) {
   workbench.listener = this;
 }
 
-Questions& Recorder::SetAnswerer(Questions& answerer) {
-  return *std::exchange(answerer_, &answerer);
+void Recorder::BeginRepeating(Questions& answers) {
+  person_ = std::exchange(answerer_, &answers);
+}
+
+void Recorder::EndRepeating() {
+  answerer_ = std::exchange(person_, nullptr);
 }
 
 void Recorder::ActionBegins(const Action& action) {
@@ -147,7 +128,7 @@ void Recorder::ActionEnds() noexcept {
 void Recorder::Begin(const Action& action) {
   workbench_->report = {};
   action_ = action;
-  if (suspended_) {
+  if (Repeats()) {
     return;
   }
   NoteClosedView();
@@ -163,7 +144,7 @@ void Recorder::Begin(const Action& action) {
 
 void Recorder::End() {
   const Action done = action_;
-  if (!suspended_) {
+  if (!Repeats()) {
     Keep();
   }
   if (onDone) {
@@ -177,6 +158,7 @@ void Recorder::Keep() {
   const Command* const* command = std::get_if<const Command*>(&action_);
   begins_ = begins_ && (did || workbench_->trial.NData < 1);  // or it was called off, and the trial stays
   if (begins_) {
+    start_ = StartOf(*workbench_);
     steps_.clear();
     later_.clear();
   }
@@ -214,18 +196,7 @@ void Recorder::Add(bool did) {
   if (did && IsCommand(action_, "edit.recall-labels")) {
     current_.steps = FixedNames(workbench_->trial);
   }
-  NoteWindow();
   steps_.push_back(std::move(current_));
-}
-
-// A window that was chosen before the trial was loaded is chosen by the recipe as well.
-void Recorder::NoteWindow() {
-  const Command* const* command = std::get_if<const Command*>(&action_);
-  const std::string_view window = WindowOf(workbench_->spectrum.WindowType).id;
-  if (command != nullptr && GoesByWindow((*command)->id) && WindowAfter(steps_) != window) {
-    current_.steps.insert(current_.steps.begin(),
-                          {.what = CommandStep{.id = std::string(window), .file = {}, .answers = {}}});
-  }
 }
 
 void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {
@@ -234,7 +205,6 @@ void Recorder::Resume(std::vector<RecordedStep> steps, std::size_t done) {
   steps.erase(place, steps.end());
   steps_ = std::move(steps);
   place_ = steps_.size();
-  suspended_ = false;
   viewOpen_ = workbench_->view != nullptr;
   views_ = 0;
   for (const RecordedStep& step : steps_) {
@@ -365,7 +335,7 @@ void Recorder::Note(Answer answer, const std::string& title, bool cancels) {
   oneQuestion_ = oneQuestion_ && (answers->empty() || sameForm);
   calledOff_ = cancels;
   if (!title.empty()) {
-    answer.title = title;
+    answer.title = TitleForAnyTrial(title, workbench_->trial);
   }
   answers->push_back(std::move(answer));
 }

@@ -37,6 +37,8 @@ class Recorder : public Questions, public ActionListener {
   /// Which workbench asks and acts. It must outlive the recorder's work.
   void Attach(Workbench& workbench);
 
+  /// What the trial was loaded with besides its file.
+  [[nodiscard]] const RunStart& Start() const { return start_; }
   [[nodiscard]] const std::vector<RecordedStep>& Steps() const { return steps_; }
   /// The steps, without looks taken after going back, and behind them those that were gone back behind and
   /// can be done again until something else is done.
@@ -45,13 +47,13 @@ class Recorder : public Questions, public ActionListener {
   [[nodiscard]] std::size_t Place() const { return later_.empty() ? steps_.size() : place_; }
   /// Whether looks were taken after going back.
   [[nodiscard]] bool LookedSince() const { return steps_.size() != Place(); }
-  /// Nothing is written down until `Resume`: steps of the past are repeated.
-  void Suspend() { suspended_ = true; }
+  /// Steps of the past are repeated from these answers: nothing is written down until `EndRepeating`.
+  void BeginRepeating(Questions& answers);
+  void EndRepeating();
+  [[nodiscard]] bool Repeats() const { return person_ != nullptr; }
   /// Goes on behind the first `done` of these steps; the rest can be done again.
   void Resume(std::vector<RecordedStep> steps, std::size_t done);
   [[nodiscard]] Questions& Answerer() { return *answerer_; }
-  /// Lets somebody else answer; returns who did before.
-  Questions& SetAnswerer(Questions& answerer);
   /// After every outermost action.
   std::function<void(const Action&)> onDone;
 
@@ -76,8 +78,7 @@ class Recorder : public Questions, public ActionListener {
   void End();
   void Keep();
   void Add(bool did);
-  void NoteWindow();
-  [[nodiscard]] bool Records() const { return depth_ > 0 && asking_ == 0 && !suspended_; }
+  [[nodiscard]] bool Records() const { return depth_ > 0 && asking_ == 0 && !Repeats(); }
   /// What is left over when the action at hand has ended, as against its beginning.
   void NoteWhatIsLeft(RecordedStep& step) const;
   [[nodiscard]] bool IsLook() const;
@@ -91,11 +92,12 @@ class Recorder : public Questions, public ActionListener {
   RecordedStep& AddView(const Gesture& gesture);
 
   Questions* answerer_;
+  Questions* person_ = nullptr;  // who answered before steps were repeated, while they are
   Workbench* workbench_ = nullptr;
+  RunStart start_;
   std::vector<RecordedStep> steps_;
   std::vector<RecordedStep> later_;
   std::size_t place_ = 0;  // of the later steps, behind so many
-  bool suspended_ = false;
 
   // The action at hand.
   int depth_ = 0;

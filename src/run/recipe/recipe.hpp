@@ -7,6 +7,7 @@
 
 #include "core/open_view.hpp"
 #include "run/recipe/channel_name.hpp"
+#include "run/recipe/run_start.hpp"
 #include "run/study/channel_statistic.hpp"
 
 namespace velmora {
@@ -132,6 +133,7 @@ struct Step {
 };
 
 struct Recipe {
+  RunStart start;
   std::vector<Step> steps;
 };
 

@@ -10,6 +10,7 @@
 #include "run/batch/interrupt.hpp"
 #include "run/recipe/channel_name.hpp"
 #include "run/recipe/closest_name.hpp"
+#include "run/recipe/text_pattern.hpp"
 
 namespace velmora {
 namespace {
@@ -195,7 +196,8 @@ const T& RecipeQuestions::Take(const Asked& asked) {
   for (; answers_ != nullptr && next_ < answers_->size(); ++next_) {
     const Answer& answer = (*answers_)[next_];
     const bool sameKind = std::holds_alternative<T>(answer.what);
-    if (sameKind && (!answer.title || *answer.title == asked.title)) {
+    if (sameKind &&
+        (!answer.title || *answer.title == asked.title || FitsPattern(asked.title, *answer.title))) {
       ++next_;
       line_ = answer.line;
       return std::get<T>(answer.what);

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "run/recipe/answer_reader.hpp"
+#include "run/recipe/run_start_reader.hpp"
 #include "run/recipe/view_step_reader.hpp"
 #include "run/recipe/yaml_reader.hpp"
 #include "run/study/collect_reader.hpp"
@@ -73,9 +74,12 @@ void ReadSteps(YamlReader& reader, const std::string& text, Recipe& recipe) {
     reader.Fail(1, documents.empty() ? "the recipe is empty" : "a recipe is one YAML document");
   }
   const YAML::Node& root = documents.front();
-  reader.CheckKeys(root, "a recipe", {"velmora2", "steps"});
+  reader.CheckKeys(root, "a recipe", {"velmora2", "start", "steps"});
   if (!root["velmora2"] || reader.Text(root["velmora2"], "velmora2") != "1") {
     reader.Note(root, "a recipe says \"velmora2: 1\"");
+  }
+  if (root["start"]) {
+    recipe.start = ReadRunStart(reader, root["start"]);
   }
   const YAML::Node steps = root["steps"];
   if (!steps || !steps.IsSequence() || steps.size() == 0) {

@@ -37,7 +37,7 @@ RecipeRun::RecipeRun(RunOptions options) : options_(std::move(options)), workben
   workbench_.desktop.draw = LoadAndDraw;
   workbench_.desktop.drawDocument = LoadAndDrawDocument;
   workbench_.stepsDone = [this] {
-    return StepsDone{.words = words_, .recipe = RecipeText(ForAnyInput(steps_))};
+    return StepsDone{.words = words_, .recipe = RecipeText({.start = start_, .steps = ForAnyInput(steps_)})};
   };
 }
 
@@ -57,6 +57,8 @@ void RecipeRun::CheckOutput(const std::string& path) const {
 
 Outcome RecipeRun::Run(const Recipe& recipe) {
   const OutputGuard guard([this](const std::string& path) { CheckOutput(path); }, options_.written);
+  TakeUp(workbench_, recipe.start);
+  start_ = recipe.start;
   Outcome outcome;
   StepPlace place;
   for (const Step& step : recipe.steps) {
@@ -95,6 +97,7 @@ Outcome RecipeRun::Run(const Recipe& recipe) {
 // Pictures and reports that are made on the way lead nowhere.
 void RecipeRun::NoteStep(const Step& step, bool loads) {
   if (loads) {
+    start_ = StartOf(workbench_);
     steps_.clear();
     words_.clear();
   }

@@ -62,6 +62,7 @@ class RecipeRun {
   std::optional<TranscriptQuestions> transcript_;
   Workbench workbench_;
   std::vector<std::string> words_;
+  RunStart start_;           // that the trial was loaded with
   std::vector<Step> steps_;  // since the trial was loaded
   std::vector<Deed> done_;   // since the trial was loaded
 };

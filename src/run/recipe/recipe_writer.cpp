@@ -2,8 +2,10 @@
 
 #include <yaml-cpp/yaml.h>
 
+#include <cmath>
 #include <filesystem>
 
+#include "core/files/paths.hpp"
 #include "core/text/numbers.hpp"
 #include "run/recipe/variables.hpp"
 
@@ -20,6 +22,19 @@ class Writer {
   void Write(const Step& step) {
     out_ << YAML::BeginMap;
     std::visit(*this, step.what);
+    out_ << YAML::EndMap;
+  }
+
+  void Write(const RunStart& start) {
+    out_ << YAML::BeginMap;
+    if (!start.window.empty()) {
+      Key("window");
+      Text(start.window);
+    }
+    if (start.thresholds) {
+      Key("thresholds");
+      Write(*start.thresholds);
+    }
     out_ << YAML::EndMap;
   }
 
@@ -160,6 +175,35 @@ class Writer {
 
  private:
   void Key(const std::string& key) { out_ << YAML::Key << key << YAML::Value; }
+  void Write(const ThresholdMemory& thresholds) {
+    out_ << YAML::BeginMap;
+    if (!thresholds.ThresholdsOf.empty()) {
+      Key("of");
+      Text(FileNamePart(thresholds.ThresholdsOf));
+    }
+    Key("levels");
+    Write(thresholds.ChanThreshold);
+    Key("sd");
+    Text(PlainNumber(thresholds.SDMultiplier));
+    if (thresholds.BaselineTaken) {
+      Key("baseline-means");
+      Write(thresholds.ChanMean);
+      Key("baseline-deviations");
+      Write(thresholds.ChanSD);
+    }
+    out_ << YAML::EndMap;
+  }
+  void Write(const PerChannel<double>& values) {
+    int last = kMaxChannels;
+    while (last > 1 && values[last] == 0.0) {
+      --last;
+    }
+    out_ << YAML::Flow << YAML::BeginSeq;
+    for (int c = 1; c <= last; ++c) {
+      Text(std::isnan(values[c]) ? "nan" : PlainNumber(values[c]));
+    }
+    out_ << YAML::EndSeq;
+  }
   // Numbers and yes/no read well as they are; all else is quoted, whatever it may look like.
   void Text(const std::string& text) {
     const bool plain = text == "true" || text == "false" ||
@@ -242,6 +286,9 @@ struct TypedTexts {
 void KeepTyped(std::vector<Answer>& answers) {
   for (Answer& answer : answers) {
     std::visit(TypedTexts{}, answer.what);
+    if (answer.title) {
+      KeepFromVariables(*answer.title);
+    }
   }
 }
 
@@ -271,13 +318,17 @@ bool IsSaving(const CommandStep& step) {
 
 }  // namespace
 
-std::string RecipeText(const std::vector<Step>& steps) {
+std::string RecipeText(const Recipe& recipe) {
   YAML::Emitter out;
   out.SetIndent(2);
   Writer writer(out);
-  out << YAML::BeginMap << YAML::Key << "velmora2" << YAML::Value << 1 << YAML::Key << "steps" << YAML::Value
-      << YAML::BeginSeq;
-  for (const Step& step : steps) {
+  out << YAML::BeginMap << YAML::Key << "velmora2" << YAML::Value << 1;
+  if (!recipe.start.window.empty() || recipe.start.thresholds) {
+    out << YAML::Key << "start" << YAML::Value;
+    writer.Write(recipe.start);
+  }
+  out << YAML::Key << "steps" << YAML::Value << YAML::BeginSeq;
+  for (const Step& step : recipe.steps) {
     writer.Write(step);
   }
   out << YAML::EndSeq << YAML::EndMap;

@@ -161,6 +161,7 @@ class Rehearsal {
   explicit Rehearsal(const Recipe& recipe) : recipe_(recipe), labels_(recipe) {
     workbench_.desktop.draw = [](const PictureOrder&) { return std::string(); };
     MakeTrial(workbench_.trial, labels_.Labels());
+    TakeUp(workbench_, recipe.start);
   }
 
   std::vector<RecipeFault> Run() {

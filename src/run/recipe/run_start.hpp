@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "core/workbench.hpp"
+
+namespace velmora {
+
+/// What outlives a trial and is gone by without a question. A recipe says what there was when its trial was
+/// loaded, so that its steps come to the same; nothing: as the program starts.
+struct RunStart {
+  std::string window;  // of spectra, the id of the command that chooses it; empty: none
+  std::optional<ThresholdMemory> thresholds;  // of another trial
+};
+
+RunStart StartOf(const Workbench& workbench);
+
+/// Puts the workbench to this start, whatever there was before.
+void TakeUp(Workbench& workbench, const RunStart& start);
+
+}  // namespace velmora
