@@ -9,12 +9,18 @@
 
 namespace velmora {
 
-OwnDirectory::OwnDirectory() {
+std::string MakeTemporaryDirectory() {
   std::error_code error;
   std::string name = (std::filesystem::temp_directory_path(error) / "velmora2-XXXXXX").string();
   if (error || ::mkdtemp(name.data()) == nullptr) {
     ThrowFileError(error ? error.value() : errno);
   }
+  return name;
+}
+
+OwnDirectory::OwnDirectory() {
+  const std::string name = MakeTemporaryDirectory();
+  std::error_code error;
   const std::filesystem::path real = std::filesystem::canonical(name, error);
   path_ = error ? name : real.string();
 }

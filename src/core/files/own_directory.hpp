@@ -4,8 +4,11 @@
 
 namespace velmora {
 
-/// An empty directory among the temporary files of the system, which only this user can enter and which goes,
-/// with what is in it, when the object does.
+/// Makes an empty directory among the temporary files of the system, which only this user can enter. Throws
+/// FileError.
+std::string MakeTemporaryDirectory();
+
+/// Such a directory, which goes, with what is in it, when the object does.
 class OwnDirectory {
  public:
   /// Throws FileError.

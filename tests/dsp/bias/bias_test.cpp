@@ -102,8 +102,7 @@ TEST_F(BiasCommand, ALineThatIsNoNumberOrTooSteepIsToldAndLeavesTheSamples) {
     EXPECT_EQ(Channel(trial, 2), (Samples{1, 2, 3, 4})) << command;
     EXPECT_EQ(trial.ChanOffset[1], 100.0) << command;
     EXPECT_EQ(questions.boxes.back().text,
-              "The result for channel 00, sample 1, is not a number that data can hold.  Samples before it "
-              "have been changed.");
+              "The result for channel 00, sample 1, is not a number that data can hold.");
   }
 
   SetChannels(trial, {{3e38F, 3e38F, -3e38F}});
