@@ -8,6 +8,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/event_times.hpp"
 #include "core/trial/helpers.hpp"
 #include "edit/experiment_form.hpp"
 #include "edit/trial_edits.hpp"
@@ -104,6 +105,7 @@ void EditRate(Workbench& workbench) {
   }
   const double before = workbench.trial.Rate;
   CorrectRate(workbench.trial, rate);
+  FollowRate(workbench, before);
   MarkChanged(workbench, true);
   Did(workbench, "Sampling rate corrected from " + PlainNumber(before) + " to " + PlainNumber(rate) + " Hz");
 }

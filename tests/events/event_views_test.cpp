@@ -359,6 +359,43 @@ TEST_F(EventViewsTest, WhatWasRecordedAndMarkedStaysOnItsSamplesThroughCrops) {
              "recorded times of events lay in the samples that were removed");
 }
 
+// What a time counts changes with the abscissa, and which sample it is with the samples.
+TEST_F(EventViewsTest, RecordedEventsStayOnTheirSamplesWhateverTheAbscissaCounts) {
+  RunAll(R"(
+  - view: {key: F9}
+    answers: [box: "No"]
+  - view: {move: 1, x: 0.5}
+  - view: {move: 2, x: 2}
+  - view: {key: O}
+  - view: {right-click: 1}
+  - view: {close: true}
+    answers: [box: "No"]
+  - do: timebase.percentage
+  - info: "${out}/percent.json"
+  - do: time.reverse
+  - do: time.normalize
+    answers: [input: 40]
+  - info: "${out}/reversed.json"
+  - do: timebase.count
+  - info: "${out}/count.json"
+  - do: timebase.seconds
+  - do: edit.sampling-rate
+    answers: [input: 40]
+  - info: "${out}/rate.json"
+)");
+  const auto times = [this](const char* name) {
+    const json pair = Info(name)["ChannelEvents"][0][0];
+    return FormatNumber(pair[0].get<double>(), "0.0000") + " " +
+           FormatNumber(pair[1].get<double>(), "0.0000");
+  };
+  // 0.7 to 1.2 s of 2 s at 10 Hz: the intervals 7 to 12 of 20, from the other end 8 to 13, and 16 to 26
+  // of 40.
+  EXPECT_EQ(times("percent.json"), "35.0000 60.0000");
+  EXPECT_EQ(times("reversed.json"), "40.0000 65.0000");
+  EXPECT_EQ(times("count.json"), "16.4000 26.6500") << "at a rate of 40 / 41";
+  EXPECT_EQ(times("rate.json"), "0.4000 0.6500");
+}
+
 struct OtherTrialTest : CommandTest {};
 
 TEST_F(OtherTrialTest, ThresholdsOfAnotherTrialAreTold) {

@@ -8,6 +8,7 @@
 
 #include "core/questions/progress.hpp"
 #include "core/text/numbers.hpp"
+#include "core/trial/event_times.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/resample.hpp"
 #include "dsp/channel_picking.hpp"
@@ -63,10 +64,12 @@ std::string RateWords(const Workbench& workbench) {
 struct Unsampled {
   explicit Unsampled(const Trial& trial)
       : samples(trial.NData),
+        rate(trial.Rate),
         duration(trial.Duration),
         first(trial.Data(1, 0)),
         last(trial.Data(trial.NData, 0)) {}
   std::int32_t samples;
+  double rate;
   double duration;
   double first;  // of the abscissa
   double last;
@@ -88,6 +91,7 @@ void FinishResampling(Workbench& workbench, const Unsampled& before, const char*
   Trial& trial = workbench.trial;
   const double ratio = (trial.NData - 1.0) / (before.samples - 1.0);
   KeepAbscissa(workbench, before);
+  FollowRate(workbench, before.rate, ratio);
   workbench.time.SecondsRate *= ratio;
   trial.CursorLo = RoundHalfEven32((trial.CursorLo - 1.0) * ratio + 1.0);
   trial.CursorHi = RoundHalfEven32((trial.CursorHi - 1.0) * ratio + 1.0);
@@ -185,6 +189,7 @@ void Reverse(Workbench& workbench) {
     return;
   }
   ReverseSamples(workbench.trial);
+  ReverseEventTimes(workbench);
   MarkChanged(workbench, true);
   workbench.time.TimeReversed = !workbench.time.TimeReversed;
   Did(workbench, "Time reversed");
@@ -271,8 +276,10 @@ void RestoreSeconds(Workbench& workbench) {
             " samples per unit of the abscissa were taken for it.  Correct it with Sampling Rate in the "
             "Edit menu.");
   }
-  UseSeconds(workbench.trial, known ? workbench.time.SecondsRate : workbench.trial.Rate,
+  const double before = workbench.trial.Rate;
+  UseSeconds(workbench.trial, known ? workbench.time.SecondsRate : before,
              known ? workbench.time.SecondsDuration : workbench.trial.Duration);
+  FollowRate(workbench, before);
 }
 
 void Count(Workbench& workbench) {
@@ -280,7 +287,9 @@ void Count(Workbench& workbench) {
     return;
   }
   RememberSeconds(workbench);
+  const double before = workbench.trial.Rate;
   UseSampleCount(workbench.trial);
+  FollowRate(workbench, before);
   SetTimeBase(workbench, TimeBase::Count, "samples");
 }
 
@@ -289,7 +298,9 @@ void Percentage(Workbench& workbench) {
     return;
   }
   RememberSeconds(workbench);
+  const double before = workbench.trial.Rate;
   UsePercentage(workbench.trial);
+  FollowRate(workbench, before);
   SetTimeBase(workbench, TimeBase::Percentage, "percent");
 }
 
