@@ -8,6 +8,7 @@
 
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
+#include "core/trial/event_lines.hpp"
 #include "core/trial/event_times.hpp"
 #include "core/trial/helpers.hpp"
 #include "edit/experiment_form.hpp"
@@ -104,6 +105,7 @@ void EditRate(Workbench& workbench) {
     return;
   }
   const double before = workbench.trial.Rate;
+  RetimeEventLines(workbench.trial, [=](double time) { return time * before / rate; });
   CorrectRate(workbench.trial, rate);
   FollowRate(workbench, before);
   MarkChanged(workbench, true);

@@ -31,7 +31,9 @@ void MoveDown(Trial& trial, std::int32_t from, std::int32_t to, std::int32_t sam
   }
   trial.ResizeData(samples);
   if (times == CropTimes::Reset) {
-    RestartEventLines(trial, kept.front());  // while row 0 tells where samples came from
+    const double start = kept.front();
+    RetimeEventLines(trial,
+                     [start](double time) { return start + time; });  // row 0 tells yet whence they came
   }
   for (std::size_t i = 0; i < kept.size(); ++i) {
     trial.matrix.Frame(static_cast<std::int64_t>(i) + 1)[0] = kept[i];

@@ -75,7 +75,7 @@ std::vector<EventLine> EventsFromFirstSample(const Trial& trial) {
   return events;
 }
 
-void RestartEventLines(Trial& trial, double start) {
+void RetimeEventLines(Trial& trial, const std::function<double(double)>& timeOf) {
   if (!CanPlaceEvents(trial)) {
     return;
   }
@@ -88,7 +88,7 @@ void RestartEventLines(Trial& trial, double start) {
       continue;
     }
     for (; next != events.end(); ++next) {  // all of them where the first stood
-      lines.push_back(EventLineText({.time = next->time + start, .words = next->words}));
+      lines.push_back(EventLineText({.time = timeOf(next->time), .words = next->words}));
     }
   }
   trial.HeaderLines.fill("");

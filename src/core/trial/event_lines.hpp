@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,8 +25,8 @@ std::optional<EventLine> ReadEventLine(std::string_view line);
 /// while the abscissa does not count seconds.
 std::vector<EventLine> EventsFromFirstSample(const Trial& trial);
 
-/// The header lines tell the events on an abscissa that begins at `start` seconds anew. Nothing happens while
-/// row 0 does not count seconds.
-void RestartEventLines(Trial& trial, double start);
+/// The header lines tell the events anew, at `timeOf` their seconds from the first sample. Nothing happens
+/// while row 0 does not count seconds.
+void RetimeEventLines(Trial& trial, const std::function<double(double)>& timeOf);
 
 }  // namespace velmora

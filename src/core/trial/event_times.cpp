@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/trial/event_lines.hpp"
+
 namespace velmora {
 namespace {
 
@@ -30,7 +32,7 @@ void FollowRate(Workbench& workbench, double before, double ratio) {
 }
 
 void ReverseEventTimes(Workbench& workbench) {
-  const Trial& trial = workbench.trial;
+  Trial& trial = workbench.trial;
   if (!(trial.Rate > 0)) {
     return;
   }
@@ -43,6 +45,8 @@ void ReverseEventTimes(Workbench& workbench) {
   }
   const double last = (trial.NData - 1) / trial.Rate;
   MoveTimes(workbench, [last](double time) { return last - time; });
+  const double start = trial.Data(1, 0);
+  RetimeEventLines(trial, [=](double time) { return start + last - time; });
 }
 
 }  // namespace velmora

@@ -10,7 +10,8 @@ namespace velmora {
 /// The rate was `before`, and there are `ratio` times as many intervals now.
 void FollowRate(Workbench& workbench, double before, double ratio = 1.0);
 
-/// The last sample has become the first: on- and offsets change places.
+/// The last sample has become the first: on- and offsets change places. The header lines tell the events that
+/// came with the file accordingly.
 void ReverseEventTimes(Workbench& workbench);
 
 }  // namespace velmora

@@ -239,6 +239,9 @@ TEST_F(C3dTest, EventsGoWithTheirSamples) {
     EXPECT_EQ(eventsAfter([&] { CutSamples(trial, 2, 2, times); }), (Texts{"Event 0.015" + strike}));
     EXPECT_EQ(eventsAfter([&] { CutSamples(trial, 4, 7, times); }), Texts());
   }
+  EXPECT_EQ(eventsAfter([&] { Run("time.reverse"); }).back(), "Event 0.075" + strike) << "of 0.095 s";
+  questions.inputAnswers = {"1000"};
+  EXPECT_EQ(eventsAfter([&] { Run("edit.sampling-rate"); }).front(), "Event 0.004" + strike);
   LoadC3d(file);
   for (std::int64_t i = 1; i <= 20; ++i) {
     trial.Data(i, 0) += 500;  // a recording that starts at 500 s
