@@ -64,6 +64,15 @@ TEST_F(BinaryFormatsTest, TdmsSegmentsOfCountsAndScales) {
   EXPECT_EQ(trial.NData, 6);
   EXPECT_NE(Told().find("The file ends inside its last segment"), std::string::npos);
   ExpectCutsAreTold("a.tdms", SmallTdms(), 1);
+  // Samples of a measuring card that has two buffers among others.
+  TdmsBuilder mixed;
+  ByteBuilder card;
+  card.Add(std::uint32_t{0x1269}).Add(std::uint32_t{0xFFFFFFFF}).Add(std::uint32_t{1}).Add(std::uint64_t{3});
+  card.Add(std::uint32_t{0}).Add(std::uint32_t{2}).Add(std::uint32_t{4}).Add(std::uint32_t{4});
+  mixed.Object("/'g'/'x'", mixed.Index(2, 1)).Object("/'g'/'y'", card.Bytes()).Segment("abcdefghijkl");
+  Load("a.tdms", mixed.Bytes());
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_NE(LastBox().find("measuring card and others"), std::string::npos) << LastBox();
   // Counts that no file holds.
   TdmsBuilder huge;
   huge.Object("/'g'/'x'", huge.Index(2, std::uint64_t{1} << 62)).Segment("ab");

@@ -289,16 +289,27 @@ class TdmsMetadataReader {
     return bytes;
   }
 
+  /// Whether the list is of channels that a measuring card wrote scan by scan: all of them or none.
+  [[nodiscard]] bool ListIsDaqMx() const {
+    const auto cards = std::count_if(order_.begin(), order_.end(),
+                                     [this](const std::string& path) { return indices_.at(path).daqMx; });
+    if (cards > 0 && static_cast<std::size_t>(cards) < order_.size()) {
+      throw FileError(
+          "a segment in it has samples of a measuring card and others, whose places are not known");
+    }
+    return cards > 0;
+  }
+
   // The list may stand in the raw data several times over.
   void PlaceRawData(const TdmsLeadIn& segment) {
     constexpr std::int64_t kMostRuns = 1 << 20;
+    const bool cards = ListIsDaqMx();
     const std::int64_t chunk = ChunkBytes();
     const std::int64_t raw = segment.next - segment.rawAt;
     if (chunk == 0 || raw <= 0 || order_.empty()) {
       return;
     }
-    const bool scans = segment.Has(kInterleaved) || indices_.at(order_.front()).daqMx;
-    if (scans) {
+    if (cards || segment.Has(kInterleaved)) {
       PlaceScans(segment, raw);
       return;
     }
