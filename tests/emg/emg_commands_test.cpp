@@ -175,8 +175,13 @@ TEST_F(EmgCommandsTest, StatisticsOfATone) {
   EXPECT_EQ(workbench.report.warnings, Texts());
   workbench.LoadedFile = "/data/next.vmb";
   trial.Data(9, 1) = kNan;
+  questions.fileAnswers = {{directory.Path("s")}};
+  questions.FillForm({}, "Save");
+  questions.FillForm({}, "Send results to Clipboard");
   questions.FillForm({});
   Run("emg.statistics");
+  EXPECT_HAS(ReadFile(directory.Path("s.tab")), "\n00\t\t\t\t\t\t\t\t\t\r\n01\t");
+  EXPECT_HAS(workbench.results.Clipboard, "\n00\t\t\t\t\t\t\t\t\t\n01\t");
   EXPECT_EQ(workbench.report.warnings,
             Texts{"Zero crossings and peaks: The thresholds are those of another trial."});
   for (const char* head : {"RMS", "Zero-cross", "Peak Count", "Abs. Max.", "Abs. Sum"}) {

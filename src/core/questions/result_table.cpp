@@ -80,6 +80,9 @@ std::string ShownCell(const ResultTable& table, std::size_t row, std::size_t col
   if (number == nullptr) {
     return TextOf(cells[column]);
   }
+  if (!std::isfinite(*number)) {
+    return {};
+  }
   const bool formatted = column < table.formats.size() && table.formats[column] != nullptr;
   return formatted ? table.formats[column](*number) : SevenDigits(*number);
 }
@@ -92,7 +95,8 @@ std::string TableTextInFull(const ResultTable& table) {
   return Lines(table, [&](std::size_t row, std::size_t column) {
     const double* number =
         column < table.rows[row].size() ? std::get_if<double>(&table.rows[row][column]) : nullptr;
-    return number != nullptr ? PlainNumber(*number) : ShownCell(table, row, column);
+    const bool inFull = number != nullptr && std::isfinite(*number);
+    return inFull ? PlainNumber(*number) : ShownCell(table, row, column);
   });
 }
 

@@ -12,7 +12,8 @@ namespace velmora {
 
 /// A table as a result view shows it and as a recipe's info lists it: one cell a column in every row.
 struct ResultTable {
-  /// A number, a text, or nothing: what cannot be told is empty.
+  /// A number, a text, or nothing: what cannot be told is empty, and so does a number that is not finite
+  /// show.
   using Cell = std::variant<double, std::string, std::monostate>;
   /// How a column shows its numbers.
   using Format = std::function<std::string(double)>;
