@@ -1,7 +1,11 @@
 #include "dsp/bias/bias.hpp"
 
+#include <cmath>
 #include <cstddef>
+#include <stdexcept>
+#include <string>
 
+#include "core/text/numbers.hpp"
 #include "dsp/math/channel_math.hpp"
 
 namespace velmora {
@@ -36,6 +40,17 @@ void FindSlopes(const Trial& trial, const ChannelList& channels, PerChannel<floa
   }
 }
 
+// One missing sample among those that are averaged makes a level that would leave no sample of its channel,
+// and some channels with their bias and some without would be hard to tell from each other later.
+void RequireNumbers(const char* what, const ChannelList& channels, const PerChannel<float>& values) {
+  for (const int c : channels) {
+    if (!std::isfinite(values[c])) {
+      throw std::range_error("The " + std::string(what) + " of channel " + ChannelNumber(c) +
+                             " is not a number that data can hold.  No channel was changed.");
+    }
+  }
+}
+
 }  // namespace
 
 void MeasureFirst(const Trial& trial, std::int32_t k, PerChannel<float>& levels) {
@@ -61,27 +76,39 @@ void MeasureDrift(const Trial& trial, PerChannel<float>& levels) {
 }
 
 void SubtractLevels(Trial& trial, const ChannelList& channels, const PerChannel<float>& levels) {
+  RequireNumbers("bias level", channels, levels);
   PerChannel<float> negated{};
   for (const int c : channels) {
     negated[c] = -levels[c];
   }
-  AddConstants(trial, channels, negated);  // x + (-k) is x - k to the bit
-  for (const int c : channels) {
-    trial.ChanOffset[c] = trial.ChanOffset[c] - levels[c];
+  const auto record = [&](int last) {
+    for (const int c : channels) {
+      trial.ChanOffset[c] = c <= last ? trial.ChanOffset[c] - levels[c] : trial.ChanOffset[c];
+    }
+  };
+  try {
+    AddConstants(trial, channels, negated);  // x + (-k) is x - k to the bit
+  } catch (const ArithmeticFault& fault) {
+    record(fault.Channel());
+    throw;
   }
+  record(trial.NChan);
 }
 
 void RemoveDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& slopes) {
   FindSlopes(trial, channels, slopes);
+  RequireNumbers("drift", channels, slopes);
   SubtractLines(trial, channels, {}, slopes);
 }
 
 void RemoveLevelAndDrift(Trial& trial, const ChannelList& channels, PerChannel<float>& levels) {
+  RequireNumbers("bias level", channels, levels);
   PerChannel<double> offsets = trial.ChanOffset;
   for (const int c : channels) {
     offsets[c] = levels[c];
   }
   FindSlopes(trial, channels, levels);
+  RequireNumbers("drift", channels, levels);
   SubtractLines(trial, channels, offsets, levels);
   trial.ChanOffset = offsets;
 }

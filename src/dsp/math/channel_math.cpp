@@ -223,7 +223,8 @@ void RaiseChannel(Trial& trial, int channel, double power) {
 ArithmeticFault::ArithmeticFault(int channel, std::int64_t sample)
     : std::range_error("The result for channel " + ChannelNumber(channel) + ", sample " +
                        std::to_string(sample) + ", is not a number that data can hold." +
-                       (sample > 1 ? "  Samples before it have been changed." : "")) {}
+                       (sample > 1 ? "  Samples before it have been changed." : "")),
+      channel_(channel) {}
 
 void Absolute(Trial& trial, const ChannelList& channels) {
   TransformFreely(trial, channels, [](float x, float) { return std::abs(x); });

@@ -14,6 +14,10 @@ namespace velmora {
 class ArithmeticFault : public std::range_error {
  public:
   ArithmeticFault(int channel, std::int64_t sample);
+  [[nodiscard]] int Channel() const { return channel_; }
+
+ private:
+  int channel_;
 };
 
 // Point-wise and running operations, in place on samples 1..NData of the channels given. Samples are

@@ -89,21 +89,38 @@ TEST_F(BiasCommand, DriftIsALine) {
   EXPECT_EQ(workbench.report.warnings.size(), 2U);
 }
 
-TEST_F(BiasCommand, ALineThatIsNoNumberOrTooSteepIsToldAndLeavesTheSamples) {
+TEST_F(BiasCommand, WhatIsNoNumberOrTooFarIsToldAndLeavesTheSamples) {
   constexpr float kMissing = std::numeric_limits<float>::quiet_NaN();
-  for (const char* command : {"bias.drift", "bias.both"}) {
-    SetChannels(trial, {{2, 7, 4, kMissing}, {1, 2, 3, 4}});
+  const std::vector<std::pair<std::string, std::string>> cases = {{"bias.autozero-left", "bias level"},
+                                                                  {"bias.autozero-right", "bias level"},
+                                                                  {"bias.mean", "bias level"},
+                                                                  {"bias.drift", "drift"},
+                                                                  {"bias.both", "drift"}};
+  for (const auto& [command, what] : cases) {
+    SetChannels(trial, {{1, 2, 3, 4}, {2, 7, 4, kMissing}, {1, 2, 3, 4}});
     trial.ChanOffset[1] = 100.0;
-    questions.inputAnswers = {"1"};
-    RunPicking(command, {1, 2});
-    Samples before = Channel(trial, 1);
-    before.pop_back();
-    EXPECT_EQ(before, (Samples{2, 7, 4})) << command;
-    EXPECT_EQ(Channel(trial, 2), (Samples{1, 2, 3, 4})) << command;
+    questions.inputAnswers = {command == "bias.autozero-left" ? "4" : "1"};
+    RunPicking(command.c_str(), {1, 2, 3});
+    EXPECT_EQ(Channel(trial, 1), (Samples{1, 2, 3, 4})) << command;
+    EXPECT_EQ(Channel(trial, 3), (Samples{1, 2, 3, 4})) << command;
+    EXPECT_EQ(trial.Data(2, 2), 7.0F) << command;
     EXPECT_EQ(trial.ChanOffset[1], 100.0) << command;
     EXPECT_EQ(questions.boxes.back().text,
-              "The result for channel 00, sample 1, is not a number that data can hold.");
+              "The " + what + " of channel 01 is not a number that data can hold.  No channel was changed.");
   }
+
+  // A difference that leaves the range is met on the way: what is recorded stays what was done.
+  SetChannels(trial, {{1, 2, 3}, {-3e38F, 3e38F, 3e38F}, {1, 2, 3}});
+  questions.inputAnswers = {"1"};
+  RunPicking("bias.autozero-left", {1, 2, 3});
+  EXPECT_EQ(Channel(trial, 1), (Samples{0, 1, 2}));
+  EXPECT_EQ(Channel(trial, 3), (Samples{1, 2, 3}));
+  EXPECT_EQ(trial.ChanOffset[1], -1.0);
+  EXPECT_EQ(trial.ChanOffset[2], 3e38F * 1.0) << "whose first sample has been changed";
+  EXPECT_EQ(trial.ChanOffset[3], 0.0);
+  EXPECT_EQ(questions.boxes.back().text,
+            "The result for channel 01, sample 2, is not a number that data can hold.  Samples before it "
+            "have been changed.");
 
   SetChannels(trial, {{3e38F, 3e38F, -3e38F}});
   RunPicking("bias.drift", {1});
