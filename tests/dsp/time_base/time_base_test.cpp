@@ -107,6 +107,15 @@ TEST_F(TimeBaseCommand, ResamplingKeepsTheDuration) {
     Run("time.change-rate");
   }
   RunEntering("time.normalize", "");
+  for (const auto& [id, many] : {std::pair{"time.normalize", "100000000"},
+                                 {"time.change-rate", "40000000"},
+                                 {"time.shannon", "100000000"}}) {
+    questions.boxAnswers = {Button::No};
+    RunEntering(id, many);
+    EXPECT_EQ(LastBox(),
+              "Large Trial|The trial will have 100000001 samples in 2 channels, 1.2 GB.\nPress Yes to "
+              "re-sample all the same or No to leave the data as they are.");
+  }
   EXPECT_EQ(Channel(trial, 1), (Samples{0, 4, 8, 4, 0}));
   EXPECT_EQ(workbench.report.warnings.size(), 8U);
 }
