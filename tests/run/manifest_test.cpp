@@ -224,7 +224,7 @@ TEST_F(ManifestTest, PartsJoinToWhatOneRunOverAllWrites) {
 }
 
 TEST_F(ManifestTest, OddPathsComeThroughAndAFullDiskLosesNothing) {
-  WriteFile(Path("list"), trials_[0] + "\r\n" + trials_[1] + "\r\n");  // from Windows
+  WriteFile(Path("list"), "\xEF\xBB\xBF" + trials_[0] + "\r\n" + trials_[1] + "\r\n");  // from Windows
   EXPECT_EQ(Study("w.json", {}, {"--inputs", Path("list")}).status, 0);
   const std::string odd = Path("a\n\"b\",\xE9*.vmb");
   std::filesystem::copy(trials_[0], odd);

@@ -193,6 +193,26 @@ TEST_F(Program, WhatARunReadsIsNotWritten) {
   EXPECT_EQ(ReadFile(other), bytes);
 }
 
+TEST_F(Program, ADirectoryThatOneRunOpensIsNotThatOfTheNext) {
+  Trial("a.vmb", {{1, 2, 3}});
+  Trial("b.vmb", {{1, 2, 3}});
+  std::filesystem::create_directory(Path("sub"));
+  Recipe(
+      "  - do: file.load\n    file: \"${input}\"\n  - info: \"${stem}.json\"\n"
+      "  - collect: t.csv\n    columns: {name: \"${stem}\"}\n"
+      "  - do: file.open-directory\n    answers: [file: sub]\n  - info: below.json\n");
+  const auto there = [this] { ASSERT_EQ(chdir(Path(".").c_str()), 0); };
+  for (const std::vector<std::string>& inputs : {std::vector<std::string>{"a.vmb"}, {"a.vmb", "b.vmb"}}) {
+    std::vector<std::string> arguments = {"r.yaml", "--manifest", "m.json"};
+    arguments.insert(arguments.end(), inputs.begin(), inputs.end());
+    const Ended run = RunWith(there, arguments);
+    EXPECT_HAS(run.err, inputs.size() == 1 ? "1 done, 0 failed" : "a.vmb writes it too");
+    EXPECT_EQ(FilesIn("sub"), (std::vector<std::string>{"below.json"}));
+  }
+  EXPECT_EQ(ReadFile(Path("t.csv")), "name\na\nb\n");
+  EXPECT_HAS(ReadFile(Path("m.json")), "\"t.csv\"");
+}
+
 TEST_F(Program, AFullDiskFailsTheStepAndLeavesTheOldFile) {
   const std::string trial = Trial("a.vmb", NoiseChannels(4, 20000));
   std::filesystem::create_directory(Path("out"));

@@ -52,7 +52,7 @@ void CheckTogether(const CLI::App& app, const Arguments& arguments) {
 }
 
 // A command line holds no hundred thousand paths, and a line no path that has a line break in it. Lists come
-// from Windows, too, with a carriage return at the end of each line.
+// from Windows, too, with a byte order mark and a carriage return at the end of each line.
 std::vector<std::string> ReadInputList(const std::string& path) {
   std::string text;
   try {
@@ -60,6 +60,8 @@ std::vector<std::string> ReadInputList(const std::string& path) {
   } catch (const FileError& error) {
     throw CLI::ValidationError("--inputs", path + ": " + error.what());
   }
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  text.erase(0, text.starts_with(kMark) ? kMark.size() : 0);
   const char separator = text.find('\0') == std::string::npos ? '\n' : '\0';
   std::istringstream lines(text);
   std::vector<std::string> inputs;

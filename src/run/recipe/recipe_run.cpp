@@ -1,6 +1,8 @@
 #include "run/recipe/recipe_run.hpp"
 
+#include <filesystem>
 #include <new>
+#include <system_error>
 #include <utility>
 
 #include "app/command_table.hpp"
@@ -22,6 +24,20 @@ namespace {
 void AppendFailure(std::string& list, const std::string& item) {
   list += (list.empty() || item.empty() ? "" : "; ") + item;
 }
+
+/// A step may open another directory. The next input, and tables and manifest at the end, are where the
+/// program was started.
+class DirectoryOfStart {
+ public:
+  DirectoryOfStart() : directory_(std::filesystem::current_path(error_)) {}
+  DirectoryOfStart(const DirectoryOfStart&) = delete;
+  DirectoryOfStart& operator=(const DirectoryOfStart&) = delete;
+  ~DirectoryOfStart() { std::filesystem::current_path(directory_, error_); }
+
+ private:
+  std::error_code error_;
+  std::filesystem::path directory_;
+};
 
 }  // namespace
 
@@ -57,6 +73,7 @@ void RecipeRun::CheckOutput(const std::string& path) const {
 
 Outcome RecipeRun::Run(const Recipe& recipe) {
   const OutputGuard guard([this](const std::string& path) { CheckOutput(path); }, options_.written);
+  const DirectoryOfStart whereStarted;
   TakeUp(workbench_, recipe.start);
   start_ = recipe.start;
   Outcome outcome;
