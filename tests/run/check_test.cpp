@@ -12,6 +12,7 @@ TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
   WriteFile(Path("empty.vmb"), "");
   const std::string recipe = Recipe(R"(  - do: file.load
     file: "${input}"
+  - do: cursor.two
   - do: smooth.butterwort
   - do: smooth.digital
     answers:
@@ -25,24 +26,42 @@ TEST_F(Check, TellsEveryFaultWithItsLineAndWritesNothing) {
   - info: "${factr}.json"
   - collect: "${out}/t.csv"
     columns: {a: {channel: Fz, statistic: meen}}
+  - view: {key: Hom}
+  - do: time.normalize
+    answers: [input: 0x10]
+  - do: math.add
+    answers: [pick: {values: {1: "2,5"}}]
+  - do: math.negate
+    answers: [pick: {names: {1: Fz}}]
+  - do: smooth.butterworth
+    answers:
+      - form: {FilterCutoffs: 6, Passes: {Fz: one}, optPassType: {1: 0}}
 )");
   const Ended run = Run({recipe, "--check", trial, Path("none.vmb"), Path("empty.vmb"), Path("./a.vmb"),
                          "--set", "factor=1", "--out", Path("made"), "--transcript", Path("made.jsonl")});
   EXPECT_EQ(run.status, 2);
   const std::vector<std::pair<int, std::string>> expected = {
-      {5, "there is no command \"smooth.butterwort\"; did you mean \"smooth.butterworth\"?"},
-      {8, "no field \"optPasType\""},
-      {8, "no button \"Fliter\", but Filter, Zero-lag, Cancel; did you mean \"Filter\"?"},
-      {10, "no box has a button \"Yess\"; did you mean \"Yes\"?"},
-      {10, "no button \"Proces\"; did you mean \"Process\"?"},
-      {10, "pick has no key \"chanels\"; did you mean \"channels\"?"},
-      {10, "\"0\" is no channel: channels count from 1"},
-      {10, "found must be true or false"},
-      {10, "an answer has no key \"bxo\"; did you mean \"box\"?"},
-      {13, "no field \"TxtWindw\""},
-      {14, "a step has no key \"inf\"; did you mean \"info\"?"},
-      {15, "unknown variable ${factr}; did you mean \"factor\"?"},
-      {17, "there is no statistic \"meen\"; did you mean \"mean\"?"}};
+      {5, "no step before this one opens a graph"},
+      {6, "there is no command \"smooth.butterwort\"; did you mean \"smooth.butterworth\"?"},
+      {9, "no field \"optPasType\""},
+      {9, "no button \"Fliter\", but Filter, Zero-lag, Cancel; did you mean \"Filter\"?"},
+      {11, "no box has a button \"Yess\"; did you mean \"Yes\"?"},
+      {11, "no button \"Proces\"; did you mean \"Process\"?"},
+      {11, "pick has no key \"chanels\"; did you mean \"channels\"?"},
+      {11, "\"0\" is no channel: channels count from 1"},
+      {11, "found must be true or false"},
+      {11, "an answer has no key \"bxo\"; did you mean \"box\"?"},
+      {14, "no field \"TxtWindw\""},
+      {15, "a step has no key \"inf\"; did you mean \"info\"?"},
+      {16, "unknown variable ${factr}; did you mean \"factor\"?"},
+      {18, "there is no statistic \"meen\"; did you mean \"mean\"?"},
+      {19, "the graph has no key \"Hom\""},
+      {21, "\"0x10\" is no number"},
+      {23, "the value of channel 1: \"2,5\" is no number"},
+      {25, "there is no column of names"},
+      {28, "field FilterCutoffs wants a value for each channel"},
+      {28, "field Passes: \"one\" is no number"},
+      {28, "field optPassType has one value for all channels"}};
   std::istringstream lines(run.err);
   std::vector<std::string> told;
   for (std::string line; std::getline(lines, line);) {

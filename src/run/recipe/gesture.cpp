@@ -1,7 +1,5 @@
 #include "run/recipe/gesture.hpp"
 
-#include <stdexcept>
-
 #include "core/files/files.hpp"
 #include "core/trial/helpers.hpp"
 #include "graph/save_picture.hpp"
@@ -16,7 +14,7 @@ struct Gesture {
   void operator()(const CloseGesture& /*close*/) const { LeaveView(workbench); }
   void operator()(const KeyPress& key) const {
     if (!workbench.view->PressKey(key)) {
-      throw std::invalid_argument("the graph has no key \"" + key.name + "\"");
+      throw NoSuchKey("the graph has no key \"" + key.name + "\"");
     }
   }
   void operator()(const CursorMove& move) const {

@@ -15,6 +15,11 @@
 namespace velmora {
 namespace {
 
+class NeverFits : public std::invalid_argument {
+ public:
+  using std::invalid_argument::invalid_argument;
+};
+
 struct NameKind {
   std::string operator()(const BoxAnswer& /*answer*/) const { return "box"; }
   std::string operator()(const InputAnswer& /*answer*/) const { return "input"; }
@@ -230,7 +235,7 @@ std::string RecipeQuestions::AskInput(const InputQuestion& question) {
   const Asked asked{"input", question.title, question.prompt};
   const std::string& text = Take<InputAnswer>(asked).text;
   if (question.isNumber && !text.empty()) {  // an empty one cancels
-    if (const std::string why = NoNumber(text); !why.empty()) {
+    if (const std::string why = NoNumber(text); !why.empty() && !PassOver(Misfit::Recipe, line_, why)) {
       Abandon(asked, why);
     }
   }
@@ -252,6 +257,7 @@ std::string RecipeQuestions::AskPick(ChannelPicker& picker) {
   const Asked asked{"pick", picker.Prompt(), ""};
   const PickAnswer& answer = Take<PickAnswer>(asked);
   if (const std::string misfit = WhyUnfit(picker, answer); !misfit.empty()) {
+    static_cast<void>(PassOver(Misfit::Recipe, line_, misfit));  // there is no going on
     Abandon(asked, misfit);
   }
   try {
@@ -268,7 +274,7 @@ std::string RecipeQuestions::AskForm(Form& form) {
   const std::string noButton = form.FindButton(answer.press) == nullptr
                                    ? NoSuch("button", answer.press, ButtonNames(form))
                                    : std::string();
-  if (!noButton.empty() && !PassOver(Misfit::Name, line_, noButton)) {
+  if (!noButton.empty() && !PassOver(Misfit::Recipe, line_, noButton)) {
     Abandon(asked, noButton);
   }
   if (answer.found) {
@@ -291,15 +297,17 @@ void RecipeQuestions::FillForm(const Asked& asked, Form& form, const FormAnswer&
     const FormField* field = form.FindField(given.name);
     if (field == nullptr) {
       const auto name = [](const FormField& offered) { return offered.name; };
-      doesNotFit(Misfit::Name, given, NoSuch("field", given.name, NamesOf(form.Fields(), name)));
+      doesNotFit(Misfit::Recipe, given, NoSuch("field", given.name, NamesOf(form.Fields(), name)));
       continue;
     }
     try {
       EditField(form, *field, given);
     } catch (const ChannelNameError& error) {
-      doesNotFit(Misfit::Value, given, "field " + given.name + ": " + error.what());
+      doesNotFit(Misfit::Trial, given, "field " + given.name + ": " + error.what());
+    } catch (const NeverFits& error) {
+      doesNotFit(Misfit::Recipe, given, error.what());
     } catch (const std::invalid_argument& error) {
-      doesNotFit(Misfit::Value, given, error.what());
+      doesNotFit(Misfit::Trial, given, error.what());
     }
   }
 }
@@ -313,7 +321,10 @@ void RecipeQuestions::EditField(Form& form, const FormField& field, const FieldA
   const auto* text = std::get_if<std::string>(&answer.value);
   const bool flags = std::holds_alternative<ChannelFlags*>(field.target);
   if (choice != nullptr && !flags) {
-    throw std::invalid_argument("field " + field.name + " is no set of channels");
+    throw NeverFits("field " + field.name + " is no set of channels");
+  }
+  if (std::holds_alternative<ChannelNumbers*>(field.target)) {
+    throw NeverFits("field " + field.name + " wants a value for each channel, as {1: 6, 2: 6}");
   }
   if (!flags) {
     CheckNumber(field, *text);
@@ -329,9 +340,14 @@ void RecipeQuestions::EditField(Form& form, const FormField& field, const FieldA
 
 void RecipeQuestions::EditChannels(Form& form, const FormField& field,
                                    const std::vector<ChannelText>& texts) const {
+  const bool perChannel = std::holds_alternative<ChannelNumbers*>(field.target) ||
+                          std::holds_alternative<ChannelFlags*>(field.target);
+  if (!perChannel) {
+    throw NeverFits("field " + field.name + " has one value for all channels");
+  }
   for (const ChannelText& text : texts) {
+    CheckNumber(field, text.text);
     for (const int c : ChannelsOf(text.channel, *trial_)) {
-      CheckNumber(field, text.text);
       form.Edit(field, c, text.text);
     }
   }
@@ -341,7 +357,7 @@ void RecipeQuestions::CheckNumber(const FormField& field, std::string_view text)
   const bool kept = field.emptyKeeps && Trim(text).empty();
   const std::string why = TakesNumbers(field) && !kept ? NoNumber(text) : std::string();
   if (!why.empty()) {
-    throw std::invalid_argument("field " + field.name + ": " + why);
+    throw NeverFits("field " + field.name + ": " + why);
   }
 }
 

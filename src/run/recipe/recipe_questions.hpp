@@ -35,10 +35,10 @@ class RecipeQuestions : public Questions {
 
  protected:
   enum class Misfit {
-    Name,   // a field or button that is not there
-    Value,  // a value that its field does not take
+    Recipe,  // wrong for every trial: a field or button that is not there, a text where a number belongs
+    Trial,   // a value or channel that this trial does not take
   };
-  /// Whether to go on past what does not fit a form. Who only checks a recipe does; who runs it must not.
+  /// Whether to go on past what does not fit a question. Who only checks a recipe does; who runs it must not.
   virtual bool PassOver(Misfit /*misfit*/, int /*line*/, const std::string& /*why*/) { return false; }
 
  private:
@@ -54,7 +54,7 @@ class RecipeQuestions : public Questions {
   const T& Take(const Asked& asked);
   [[noreturn]] static void Abandon(const Asked& asked, const std::string& why);
   void FillForm(const Asked& asked, Form& form, const FormAnswer& answer);
-  // These throw std::invalid_argument for a value that does not fit.
+  // These throw std::invalid_argument for a value that does not fit, NeverFits for one that fits no trial.
   void EditField(Form& form, const FormField& field, const FieldAnswer& answer) const;
   void EditChannels(Form& form, const FormField& field, const std::vector<ChannelText>& texts) const;
   static void CheckNumber(const FormField& field, std::string_view text);

@@ -21,21 +21,32 @@ namespace {
 class UnknownNames {
  public:
   explicit UnknownNames(const Recipe& recipe) {
+    bool graph = false;  // may be open
     for (const Step& step : recipe.steps) {
-      const auto* command = std::get_if<CommandStep>(&step.what);
-      if (command != nullptr && FindCommand(command->id) == nullptr) {
-        faults_.push_back({step.line, NoSuchCommand(command->id)});
-      }
-      if (command != nullptr) {
+      bool needsGraph = false;
+      if (const auto* command = std::get_if<CommandStep>(&step.what)) {
+        const Command* known = FindCommand(command->id);
+        if (known == nullptr) {
+          faults_.push_back({step.line, NoSuchCommand(command->id)});
+        }
+        graph = graph || known == nullptr || OpensGraph(command->id);
+        needsGraph = known != nullptr && known->needs == Needs::View;
         CheckAnswers(command->answers);
       } else if (const auto* view = std::get_if<ViewStep>(&step.what)) {
+        needsGraph = true;
         CheckAnswers(view->answers);
+      }
+      if (needsGraph && !graph) {
+        faults_.push_back({step.line, "no step before this one opens a graph"});
       }
     }
   }
   [[nodiscard]] const std::vector<RecipeFault>& Faults() const { return faults_; }
 
  private:
+  static bool OpensGraph(std::string_view id) {
+    return id.starts_with("graph.") || id.starts_with("ensemble.");
+  }
   void CheckAnswers(const std::vector<Answer>& answers) {
     static const std::vector<std::string> boxes = {ButtonCaption(Button::OK), ButtonCaption(Button::Cancel),
                                                    ButtonCaption(Button::Yes), ButtonCaption(Button::No),

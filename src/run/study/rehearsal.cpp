@@ -85,7 +85,7 @@ class NamedLabels {
   std::set<std::string> labels_;
 };
 
-/// Notes the names that are not there and goes on.
+/// Notes what is wrong whatever the trial and goes on.
 class RehearsingQuestions : public RecipeQuestions {
  public:
   std::vector<RecipeFault> faults;
@@ -121,7 +121,7 @@ class RehearsingQuestions : public RecipeQuestions {
 
  protected:
   bool PassOver(Misfit misfit, int line, const std::string& why) override {
-    if (misfit == Misfit::Name) {
+    if (misfit == Misfit::Recipe) {
       faults.push_back({line, why});
     }
     return true;
@@ -174,8 +174,14 @@ class Rehearsal {
         } else if (const auto* view = std::get_if<ViewStep>(&step.what)) {
           Do(*view);
         }
-      } catch (
-          const std::exception&) {  // the made trial brought it no further, which says nothing of a real one
+      } catch (const NoSuchKey& error) {
+        questions_.faults.push_back({step.line, error.what()});
+      } catch (const std::exception&) {
+        // The made trial brought it no further, which says nothing of a real one, nor of which graph it
+        // shows.
+        if (ActionOf(step).starts_with("graph.")) {
+          CloseView(workbench_);
+        }
       }
     }
     return std::move(questions_.faults);
