@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
+#include <limits>
 #include <string>
 
 #include "core/files/files.hpp"
@@ -90,6 +92,32 @@ void TellRateOfAbscissa(Workbench& workbench, SaveFormat format) {
   }
 }
 
+// Files without times of their own are read back at the rate. A trial whose times jitter or leave gaps would
+// come back as another one.
+void TellLostTimes(Workbench& workbench, SaveFormat format) {
+  constexpr std::array withoutTimes = {SaveFormat::NativeAscii, SaveFormat::BioWare, SaveFormat::C3d,
+                                       SaveFormat::Visual3d};
+  const Trial& trial = workbench.trial;
+  if (std::find(withoutTimes.begin(), withoutTimes.end(), format) == withoutTimes.end() ||
+      !(trial.Rate > 0) || !IsTimeBased(workbench)) {
+    return;
+  }
+  double most = 0.0;
+  for (std::int32_t i = 2; i <= trial.NData; ++i) {
+    const double time = double{trial.Data(i, 0)} - double{trial.Data(1, 0)};
+    most = std::max(most, std::abs(time - (i - 1) / trial.Rate));
+  }
+  // Besides half a sample what 32 bits leave of a time.
+  const double rounding =
+      std::abs(double{trial.Data(trial.NData, 0)}) * 2 * std::numeric_limits<float>::epsilon();
+  if (most > 0.5 / trial.Rate + rounding) {
+    AddNotice(workbench,
+              "The saved file counts its times at the rate; those of the trial differ from that by up to " +
+                  FormatNumber(most, workbench.patterns.TimePattern) +
+                  " s. .VMB, .CSV and .TAB files keep them.");
+  }
+}
+
 // The files that hold samples are what a plate is reduced from.
 bool HoldsSamples(SaveFormat format) {
   return format != SaveFormat::BiasValues && format != SaveFormat::UnitsFile;
@@ -114,6 +142,7 @@ void SaveData(Workbench& workbench, SaveFormat format) {
         TellLostMatrices(workbench);
       }
       TellRateOfAbscissa(workbench, format);
+      TellLostTimes(workbench, format);
     }
   } catch (const FileError& error) {
     ShowSaveFailure(workbench, error.what());

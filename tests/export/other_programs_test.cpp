@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
@@ -6,6 +9,7 @@
 
 #include "support/instrument_files/plate_files.hpp"
 #include "support/text_load.hpp"
+#include "support/texts.hpp"
 
 namespace velmora::test {
 namespace {
@@ -121,7 +125,9 @@ TEST_F(OtherPrograms, C3dCountsMoreFramesThanAWordHolds) {
     EXPECT_EQ(trial.Rate, 100.0);
   }
   SetTrial(1, 65537, 1259.259);  // a prime, and a rate that 32 bits do not hold
-  trial.Data(1, 0) = 0.5F;
+  for (std::int32_t i = 1; i <= trial.NData; ++i) {
+    trial.Data(i, 0) += 0.5F;
+  }
   const std::string bytes = Saved("save.c3d", "a.c3d");
   EXPECT_EQ(NumberAt<float>(bytes, ParameterAt(bytes, "POINT", "LONG_FRAMES")), 65537.0F);
   ASSERT_EQ(trial.Notices.size(), 2U);
@@ -134,6 +140,7 @@ TEST_F(OtherPrograms, FsvIsReadBackToTheBit) {
     SetTrial(channels, 4, 250.5);
     trial.ChanLabel[1] = "left EMG";
     trial.ChanUnits[1] = "mV";
+    trial.ChanUnits[channels - 1] = channels > 1 ? "\"" : "s";
     trial.Data(1, 1) = 5;
     trial.Data(2, channels) = 1e-30F;
     const Frames rows = Rows();
@@ -152,7 +159,12 @@ TEST_F(OtherPrograms, FsvIsReadBackToTheBit) {
     EXPECT_EQ(Rows(), rows);
     EXPECT_EQ(Labels()[0], "left EMG");
     EXPECT_EQ(UnitsOfChannels()[0], "mV");
+    EXPECT_EQ(UnitsOfChannels()[channels > 1 ? 1 : 0], channels > 1 ? "\"" : "mV") << "inches";
   }
+  // The time stamp is that of the file that was read, so that a save done again has the same bytes.
+  timespec times[2] = {{.tv_sec = 86400, .tv_nsec = 0}, {.tv_sec = 86400, .tv_nsec = 0}};
+  utimensat(AT_FDCWD, directory.Path("a.fsv").c_str(), times, 0);
+  EXPECT_HAS(Saved("save.fsv", "b.fsv"), "TIME_STAMP\t1970-01-02\t00:00:00\r\n");
 }
 
 TEST_F(OtherPrograms, WorksheetsHoldTheTrialOrSayWhatFits) {
@@ -215,6 +227,7 @@ TEST_F(OtherPrograms, BioWareFilesAreWrittenBack) {
     Load("source.dat", source);  // the third device by 2, the fourth by -4
     ASSERT_EQ(trial.NChan, 10) << LastBox();
     trial.Rate = 250.0;
+    trial.RebuildTimeColumn();
     for (int c = 1; c <= 10; ++c) {
       trial.Data(1, c) = static_cast<float>(c * 10.0 / 2048);
       trial.Data(2, c) = 100.0F;

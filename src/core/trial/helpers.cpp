@@ -16,12 +16,12 @@ std::string ReportLine(const Box& box) {
   return line;
 }
 
-std::string NameOf(const Trial& trial, int channel) {
+}  // namespace
+
+std::string ChannelInWords(const Trial& trial, int channel) {
   const std::string label = Trim(trial.ChanLabel[channel].Text());
   return label.empty() ? "channel " + ChannelNumber(channel) : label;
 }
-
-}  // namespace
 
 double SampleToTime(const Trial& trial, std::int32_t i) {
   return trial.Rate > 0 ? (static_cast<double>(i) - 1) / trial.Rate : 0.0;
@@ -171,7 +171,7 @@ void Did(Workbench& workbench, std::string what, std::span<const int> channels) 
   deed.what = std::move(what);
   deed.allChannels = static_cast<int>(channels.size()) == workbench.trial.NChan;
   for (const int c : channels) {
-    deed.channels.push_back(NameOf(workbench.trial, c));
+    deed.channels.push_back(ChannelInWords(workbench.trial, c));
   }
 }
 
@@ -201,7 +201,7 @@ void LeftOut(Workbench& workbench, int channel, std::string why) {
   if (deeds.empty()) {
     deeds.emplace_back();
   }
-  deeds.back().refused.push_back({NameOf(workbench.trial, channel), std::move(why)});
+  deeds.back().refused.push_back({ChannelInWords(workbench.trial, channel), std::move(why)});
 }
 
 void AddNotice(Workbench& workbench, std::string text) {

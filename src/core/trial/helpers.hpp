@@ -67,6 +67,9 @@ void ShowFirstChannelPage(Workbench& workbench);
 /// sample), CursorHi at most NData, and NData when it does not lie above CursorLo.
 void NormaliseCursors(Trial& trial);
 
+/// The channel's label; "channel 03" without one.
+std::string ChannelInWords(const Trial& trial, int channel);
+
 /// The trial's file as side files name it: DataDir before a name without a directory of its own; on one line.
 std::string TrialFile(const Workbench& workbench);
 

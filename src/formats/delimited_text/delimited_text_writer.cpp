@@ -9,6 +9,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "formats/fixed_decimals.hpp"
 #include "formats/text_block.hpp"
 
 namespace velmora {
@@ -112,6 +113,9 @@ void WriteDelimited(Workbench& workbench, ProgressPanel& panel, const Delimited&
   const auto writeSamples = format.allDigits ? WriteSamples<true> : WriteSamples<false>;
   writeSamples(trial, panel, file, format.separator, firstRow);
   CommitSave(workbench, file);
+  if (!format.allDigits) {
+    TellFewDigits(workbench, trial.NChan, {1, trial.NData}, kPrinterDecimals);
+  }
   DidSave(workbench);
   MarkChanged(workbench, false);
 }

@@ -1,9 +1,12 @@
 #include "formats/fsv/fsv_writer.hpp"
 
+#include <sys/stat.h>
+
 #include <ctime>
 #include <string>
 
 #include "core/files/files.hpp"
+#include "core/files/output_elsewhere.hpp"
 #include "core/text/number_text.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
@@ -28,20 +31,24 @@ std::string FsvChannelLine(std::string_view key, const Trial& trial, TextOfChann
   return line + std::string(kFsvLineEnd);
 }
 
-std::string FsvTimeStamp() {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
+// When the file that the trial was read from was written, in universal time: nearer to the recording than the
+// time of the save, and the same when a study is done again. Without a file the time of the save.
+std::string FsvTimeStamp(const std::string& loadedFile) {
+  struct stat status {};
+  const bool known = stat(OutputElsewhere::ToRead(loadedFile).c_str(), &status) == 0;
+  const std::time_t when = known ? status.st_mtime : std::time(nullptr);
+  std::tm parts{};
+  gmtime_r(&when, &parts);
   char text[32];
-  const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%d\t%H:%M:%S", &local);
+  const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%d\t%H:%M:%S", &parts);
   return {text, length};
 }
 
-std::string FsvHead(const Trial& trial) {
+std::string FsvHead(const Trial& trial, const std::string& loadedFile) {
   return FsvLine("DESCRIPTION", Trim(OneLine(trial.TrialTitle))) +
          FsvLine("NO_OF_SAMPLES", std::to_string(trial.NData)) +
          FsvLine("TOT_NO_OF_CHAN", std::to_string(trial.NChan)) +
-         FsvLine("FREQUENCY", PlainNumber(trial.Rate)) + FsvLine("TIME_STAMP", FsvTimeStamp()) +
+         FsvLine("FREQUENCY", PlainNumber(trial.Rate)) + FsvLine("TIME_STAMP", FsvTimeStamp(loadedFile)) +
          FsvChannelLine("CHANNEL_NAMES", trial, [&trial](int c) { return trial.ChanLabel[c].Text(); }) +
          FsvChannelLine("CHANNEL_UNITS", trial, [&trial](int c) { return trial.ChanUnits[c].Text(); }) +
          FsvChannelLine("CHANNEL_GAIN", trial, [](int /*c*/) { return std::string("1"); });
@@ -81,7 +88,7 @@ void WriteFsv(Workbench& workbench, ProgressPanel& panel) {
     return;
   }
   OutputFile file(workbench.OutputFileName);
-  file.Write(FsvHead(trial));
+  file.Write(FsvHead(trial, workbench.LoadedFile));
   WriteFsvSamples(trial, panel, file);
   CommitSave(workbench, file);
   DidSave(workbench);

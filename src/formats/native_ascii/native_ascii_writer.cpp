@@ -1,6 +1,7 @@
 #include "formats/native_ascii/native_ascii_writer.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 #include "core/files/files.hpp"
@@ -8,6 +9,7 @@
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
+#include "formats/fixed_decimals.hpp"
 #include "formats/fixed_names.hpp"
 #include "formats/native_ascii/native_ascii_layout.hpp"
 #include "formats/text_block.hpp"
@@ -19,6 +21,7 @@ using native_ascii::kFieldWidth;
 using native_ascii::kMark;
 
 constexpr int kMostChannels = 16;
+constexpr int kDecimals = 4;
 constexpr std::string_view kLineEnd = "\r\n";
 
 bool AcceptsChannelLimit(Workbench& workbench) {
@@ -96,7 +99,7 @@ std::int64_t WriteSamples(const Trial& trial, SampleRange range, ProgressPanel& 
     at = std::copy(timeField.begin(), timeField.end(), at);
     for (int c = 1; c <= channels; ++c) {
       char* const field = at;
-      at = PutFixed(at, frame[c], 4, kFieldWidth);
+      at = PutFixed(at, frame[c], kDecimals, kFieldWidth);
       tooWide += at - field > static_cast<std::ptrdiff_t>(kFieldWidth) ? 1 : 0;
     }
     block.End(std::copy(kLineEnd.begin(), kLineEnd.end(), at));
@@ -108,7 +111,18 @@ std::int64_t WriteSamples(const Trial& trial, SampleRange range, ProgressPanel& 
   return tooWide;
 }
 
-// Writes the file OutputFileName, and tells which names were cut.
+// A rate that lost its head makes another recording of the file; one that was rounded stretches it.
+void TellRate(Workbench& workbench) {
+  constexpr double kNegligible = 1e-6;  // a sample in a million
+  const double rate = workbench.trial.Rate;
+  const double written = Val(MarkedRate(rate).substr(1));
+  if (std::abs(written - rate) > kNegligible * rate) {
+    AddNotice(workbench, "The rate in the saved file is " + PlainNumber(written) + " Hz, that of the trial " +
+                             PlainNumber(rate) + " Hz. A .VMB file keeps it.");
+  }
+}
+
+// Writes the file OutputFileName, and tells what it lost.
 void WriteFile(Workbench& workbench, ProgressPanel& panel, SampleRange range, int channels,
                std::int32_t lastSample) {
   const Trial& trial = workbench.trial;
@@ -122,6 +136,8 @@ void WriteFile(Workbench& workbench, ProgressPanel& panel, SampleRange range, in
                              " took more than the 10 columns of a .VMA field: these "
                              "samples will not be read back as they are. A .VMB file keeps them.");
   }
+  TellRate(workbench);
+  TellFewDigits(workbench, channels, range, kDecimals);
   DidSave(workbench);
   SavedNames names;
   names.Add(trial.TrialTitle);

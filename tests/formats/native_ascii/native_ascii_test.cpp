@@ -207,7 +207,33 @@ TEST_F(NativeAscii, RatesOfEveryWidth) {
   EXPECT_EQ(rateLine(9999.5), "* 9999.500    0.0001");
   EXPECT_EQ(rateLine(12345.678), "*12345.678    0.0001") << "nine columns take the blank";
   EXPECT_EQ(trial.Rate, 12345.678);
+  EXPECT_TRUE(trial.Notices.empty());
   EXPECT_EQ(rateLine(123456.75), "* 3456.750    0.0000") << "ten columns lose their head";
+  SetChannels(trial, {{1, 2}}, 123456.75);
+  Save("rate.vma");
+  EXPECT_TRUE(Tells("The rate in the saved file is 3456.75 Hz, that of the trial 123456.75 Hz."));
+  SetChannels(trial, {{1, 2}}, 1.0 / 3);
+  Save("rate.vma");
+  EXPECT_TRUE(Tells("The rate in the saved file is 0.333 Hz"));
+}
+
+TEST_F(NativeAscii, ValuesAndTimesThatItsColumnsDoNotKeepAreTold) {
+  SetChannels(trial, {{0.5F, -0.0099F}, {0, 0}, {-0.00994F, 0.0004F}, {3e-5F, 0}}, 100);
+  trial.ChanLabel[3] = "Vastus";
+  Save("small.vma");
+  EXPECT_EQ(trial.Notices,
+            Texts{"4 decimals leave fewer than 3 digits of the values of Vastus, channel 03 in the "
+                  "saved file. A .VMB file keeps them."});
+  SetChannels(trial, {{1, 2, 3, 4}}, 100);
+  trial.Notices.clear();
+  trial.Data(4, 0) = 0.034F;
+  Save("even.vma");
+  EXPECT_TRUE(trial.Notices.empty()) << "less than half a sample";
+  trial.Data(3, 0) = 0.25F;
+  Save("uneven.vma");
+  EXPECT_EQ(trial.Notices,
+            Texts{"The saved file counts its times at the rate; those of the trial differ from that "
+                  "by up to 0.230 s. .VMB, .CSV and .TAB files keep them."});
 }
 
 TEST_F(NativeAscii, ARangeAndTheNumberOfSamplesInTheHeader) {

@@ -52,13 +52,16 @@ std::vector<std::string> SplitFields(std::string_view line, std::string_view sep
   std::vector<std::string> fields;
   std::string field;
   char quote = '\0';
-  for (const char c : line) {
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
     if (quote == '\0' && separators.find(c) != std::string_view::npos) {
       fields.push_back(WithoutQuotes(field));
       field.clear();
       continue;
     }
-    if ((c == '"' || c == '\'') && (quote == c || (quote == '\0' && Trim(field).empty()))) {
+    // One that no other closes is a sign of its own: the units of feet and inches.
+    const bool opens = quote == '\0' && Trim(field).empty() && line.find(c, i + 1) != std::string_view::npos;
+    if ((c == '"' || c == '\'') && (quote == c || opens)) {
       quote = quote == c ? '\0' : c;
     }
     field += c;
