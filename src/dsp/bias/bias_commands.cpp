@@ -209,7 +209,12 @@ void LevelsFromFile(Workbench& workbench) {
     return;
   }
   try {
-    ReadBiasFile(chosen.front(), workbench.trial.NChan, workbench.chooser.ChanConst);
+    if (!ReadBiasFile(chosen.front(), workbench.trial.NChan, workbench.chooser.ChanConst)) {
+      AddNotice(workbench,
+                FileNamePart(chosen.front()) +
+                    " has no level for some channels, and those behind them may have the levels of "
+                    "others: a comma in a label ends its line.");
+    }
   } catch (const BiasFileError& error) {
     ShowFailure(workbench, {.title = error.title(), .text = error.what(), .icon = Icon::Exclamation});
     return;

@@ -100,11 +100,21 @@ void CheckCount(std::string_view line, int channels, const std::string& path) {
   }
 }
 
-// The number behind the second tab; 0 without one.
-float LevelOf(std::string_view item) {
+// The number behind the second tab.
+std::optional<float> LevelOf(std::string_view item) {
   const std::size_t first = item.find('\t');
   const std::size_t second = first == std::string_view::npos ? first : item.find('\t', first + 1);
-  return second == std::string_view::npos ? 0.0F : FieldNumber32(item.substr(second + 1));
+  return second == std::string_view::npos ? std::nullopt
+                                          : std::optional(FieldNumber32(item.substr(second + 1)));
+}
+
+bool HasComma(const Trial& trial) {
+  for (int c = 1; c <= trial.NChan; ++c) {
+    if (trial.ChanLabel[c].Text().find(',') != std::string::npos) {
+      return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -120,17 +130,25 @@ void WriteBiasFile(Workbench& workbench) {
   file.Write(BiasText(workbench.trial, workbench.chooser.ChanConst));
   CommitSave(workbench, file);
   DidSave(workbench, "Saved bias levels as");
+  if (HasComma(workbench.trial)) {
+    AddNotice(workbench,
+              "A comma in a label moves the levels behind it to other channels when the .BSV file is read.");
+  }
 }
 
-void ReadBiasFile(const std::string& path, int channels, PerChannel<float>& levels) {
+bool ReadBiasFile(const std::string& path, int channels, PerChannel<float>& levels) {
   try {
     const std::string bytes = ReadHead(path);
     Text text(bytes);
     CheckMark(text.Line().value_or(""));
     CheckCount(RequireLine(text.Line(), path), channels, path);
+    bool each = true;
     for (int c = 1; c <= channels; ++c) {
-      levels[static_cast<std::size_t>(c)] = LevelOf(RequireLine(text.Item(), path));
+      const std::optional<float> level = LevelOf(RequireLine(text.Item(), path));
+      levels[static_cast<std::size_t>(c)] = level.value_or(0.0F);
+      each = each && level;
     }
+    return each;
   } catch (const FileError& error) {
     FailRead(path, error.what());
   }

@@ -24,8 +24,8 @@ void WriteBiasFile(Workbench& workbench);
 
 /// Reads one level per channel into `levels`, in the order of the file whatever its labels. Fields are
 /// parted by tabs; a comma ends an item as a line end does, so that one inside a label moves the
-/// levels behind it.
+/// levels behind it. A channel without a level has 0. Returns whether each has one.
 /// Throws BiasFileError; levels read before an end that came too soon are then in `levels`.
-void ReadBiasFile(const std::string& path, int channels, PerChannel<float>& levels);
+bool ReadBiasFile(const std::string& path, int channels, PerChannel<float>& levels);
 
 }  // namespace velmora

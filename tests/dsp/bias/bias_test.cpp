@@ -212,15 +212,21 @@ TEST_F(BiasCommand, FilesThatAreRefused) {
   EXPECT_EQ(workbench.report.failures.size(), 7U);
 }
 
-// A comma ends an item: the level behind it counts for the next channel.
-TEST(BiasFile, CommaInALabelMovesTheLevels) {
-  const TemporaryDirectory directory;
+// A comma ends an item: the level behind it counts for the next channel, which nobody would see.
+TEST_F(BiasCommand, ACommaInALabelMovesTheLevelsAndIsTold) {
   const std::string path = directory.Path("comma.bsv");
   WriteFile(path, "Velmora2 Bias, of\rcount\t2\rEMG, left\tchannel01\t1.5\rEMG\tchannel02\t2.5\r");
-  PerChannel<float> levels{};
-  ReadBiasFile(path, 2, levels);
-  EXPECT_EQ(levels[1], 0.0F);
-  EXPECT_EQ(levels[2], 1.5F);
+  SetChannels(trial, {{1, 2}, {3, 4}});
+  questions.fileAnswers = {{path}};
+  RunTyping("bias.file", {});
+  EXPECT_EQ(Channel(trial, 1), (Samples{1, 2}));
+  EXPECT_EQ(Channel(trial, 2), (Samples{1.5F, 2.5F}));
+  ASSERT_EQ(trial.Notices.size(), 1U);
+  EXPECT_TRUE(trial.Notices[0].starts_with("comma.bsv has no level for some channels"));
+  trial.ChanLabel[2] = "EMG, left";
+  SaveAs("levels.bsv", "bias.save");
+  ASSERT_EQ(trial.Notices.size(), 2U);
+  EXPECT_TRUE(trial.Notices[1].starts_with("A comma in a label moves the levels"));
 }
 
 }  // namespace
