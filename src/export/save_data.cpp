@@ -118,6 +118,24 @@ void TellLostTimes(Workbench& workbench, SaveFormat format) {
   }
 }
 
+// Of samples that are no numbers (a sensor that dropped out) the binary file alone gives back what they are.
+void TellMissingSamples(Workbench& workbench, SaveFormat format) {
+  const Trial& trial = workbench.trial;
+  const bool range = format == SaveFormat::NativeAscii;
+  const std::int32_t last = range ? std::min(trial.CursorHi, trial.NData) : trial.NData;
+  std::int64_t missing = 0;
+  for (std::int32_t i = range ? std::max(trial.CursorLo, 1) : 1; i <= last; ++i) {
+    const float* frame = trial.matrix.Frame(i);
+    missing += std::count_if(frame + 1, frame + trial.NChan + 1, [](float x) { return !std::isfinite(x); });
+  }
+  if (missing > 0) {
+    AddNotice(workbench, CountOf(missing, "sample") + " without a number" +
+                             (format == SaveFormat::C3d ? ": this program does not read such a C3D file back."
+                                                        : ", which the saved file does not give back.") +
+                             " A .VMB file keeps them.");
+  }
+}
+
 // The files that hold samples are what a plate is reduced from.
 bool HoldsSamples(SaveFormat format) {
   return format != SaveFormat::BiasValues && format != SaveFormat::UnitsFile;
@@ -143,6 +161,9 @@ void SaveData(Workbench& workbench, SaveFormat format) {
       }
       TellRateOfAbscissa(workbench, format);
       TellLostTimes(workbench, format);
+      if (HoldsSamples(format) && format != SaveFormat::NativeBinary) {
+        TellMissingSamples(workbench, format);
+      }
     }
   } catch (const FileError& error) {
     ShowSaveFailure(workbench, error.what());

@@ -63,6 +63,26 @@ void TakeChannels(Workbench& workbench, const HeaderText& header) {
   }
 }
 
+/// Fields without a number ("nan", stars of a number that was too wide), which are read as 0.
+struct NoNumbers {
+  std::int64_t count = 0;
+  std::int32_t sample = 0;  // of the first, and its channel
+  int channel = 0;
+
+  void Note(std::string_view field, float value, std::int32_t i, int c) {
+    if (value == 0.0F && !field.empty() && !IsNumber(field) && count++ == 0) {
+      sample = i;
+      channel = c;
+    }
+  }
+  void Tell(Workbench& workbench) const {
+    if (count > 0) {
+      AddNotice(workbench, CountOf(count, "field") + " without a number read as 0; the first is sample " +
+                               std::to_string(sample) + " of channel " + ChannelNumber(channel) + ".");
+    }
+  }
+};
+
 // Reads up to `samples` lines; the matrix grows with the file, since a header may promise anything.
 // Returns the number of lines read. Throws FileError.
 std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader& reader,
@@ -73,6 +93,7 @@ std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader&
   std::size_t lengthBefore = 0;  // of the line before the last one read
   std::size_t length = 0;
   std::int32_t count = 0;
+  NoNumbers none;
   while (count < samples && ReadTextLine(reader, line)) {
     if (count == trial.NData) {
       trial.ResizeData(std::min(samples, 2 * std::int64_t{count}));
@@ -80,7 +101,9 @@ std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader&
     float* frame = trial.matrix.Frame(count + 1);
     frame[0] = static_cast<float>(count * step);
     for (int c = 1; c <= trial.NChan; ++c) {
-      frame[c] = FieldNumber32(Field(line, static_cast<std::size_t>(c)));
+      const std::string_view field = Field(line, static_cast<std::size_t>(c));
+      frame[c] = FieldNumber32(field);
+      none.Note(field, frame[c], count + 1, c);
     }
     lengthBefore = std::exchange(length, line.size());
     ++count;
@@ -91,6 +114,7 @@ std::int32_t ReadSamples(Workbench& workbench, ProgressPanel& panel, TextReader&
       }
     }
   }
+  none.Tell(workbench);
   if (count > 0 && count < samples && !workbench.CancelRequested) {
     AddNotice(workbench, "The file ends after " + FormatCount(count) + " of " + FormatCount(samples) +
                              (length < lengthBefore ? " samples, and within the last one." : " samples."));

@@ -85,7 +85,8 @@ TEST_F(NativeAscii, TheHeaderAndTheEndOfTheFileLimitTheSamples) {
   Load(Replaced(kByHand, "0         3\r\n", "0      9999\r\n"));
   EXPECT_EQ(trial.NData, 4);
   EXPECT_EQ(trial.Channel(1).size(), 4);
-  EXPECT_EQ(trial.Notices, (Texts{"The file ends after 4 of 10,000 samples."}));
+  EXPECT_EQ(trial.Notices, (Texts{"1 field without a number read as 0; the first is sample 4 of channel 01.",
+                                  "The file ends after 4 of 10,000 samples."}));
   EXPECT_EQ(workbench.report.warnings, trial.Notices);
   Load(Replaced(kByHand.substr(0, kByHand.size() - 25), "0         3\r\n", "0      9999\r\n"));
   EXPECT_EQ(trial.Notices, (Texts{"The file ends after 4 of 10,000 samples, and within the last one."}));
@@ -224,6 +225,14 @@ TEST_F(NativeAscii, ValuesAndTimesThatItsColumnsDoNotKeepAreTold) {
   EXPECT_EQ(trial.Notices,
             Texts{"4 decimals leave fewer than 3 digits of the values of Vastus, channel 03 in the "
                   "saved file. A .VMB file keeps them."});
+  SetChannels(trial, {{1, 2, 3}, {0, NAN, -INFINITY}}, 100);
+  trial.Notices.clear();
+  Save("missing.vma");
+  EXPECT_TRUE(Tells("2 samples without a number, which the saved file does not give back."));
+  LoadPath(directory.Path("missing.vma"));
+  EXPECT_EQ(Channel(trial, 2), (Samples{0, 0, 0}));
+  EXPECT_EQ(trial.Notices,
+            Texts{"2 fields without a number read as 0; the first is sample 2 of channel 01."});
   SetChannels(trial, {{1, 2, 3, 4}}, 100);
   trial.Notices.clear();
   trial.Data(4, 0) = 0.034F;
