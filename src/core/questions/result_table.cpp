@@ -24,6 +24,12 @@ std::string TextOf(const ResultTable::Cell& cell) {
   return text != nullptr ? *text : std::string();
 }
 
+// nullptr: there is none that could be shown.
+const double* NumberIn(const ResultTable::Cell& cell) {
+  const double* number = std::get_if<double>(&cell);
+  return number != nullptr && std::isfinite(*number) ? number : nullptr;
+}
+
 void AppendCell(std::string& text, std::string cell) {
   std::replace_if(
       cell.begin(), cell.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
@@ -76,12 +82,9 @@ std::string ShownCell(const ResultTable& table, std::size_t row, std::size_t col
   if (column >= cells.size()) {
     return {};
   }
-  const double* number = std::get_if<double>(&cells[column]);
+  const double* number = NumberIn(cells[column]);
   if (number == nullptr) {
     return TextOf(cells[column]);
-  }
-  if (!std::isfinite(*number)) {
-    return {};
   }
   const bool formatted = column < table.formats.size() && table.formats[column] != nullptr;
   return formatted ? table.formats[column](*number) : SevenDigits(*number);
@@ -93,10 +96,8 @@ std::string TableText(const ResultTable& table) {
 
 std::string TableTextInFull(const ResultTable& table) {
   return Lines(table, [&](std::size_t row, std::size_t column) {
-    const double* number =
-        column < table.rows[row].size() ? std::get_if<double>(&table.rows[row][column]) : nullptr;
-    const bool inFull = number != nullptr && std::isfinite(*number);
-    return inFull ? PlainNumber(*number) : ShownCell(table, row, column);
+    const double* number = column < table.rows[row].size() ? NumberIn(table.rows[row][column]) : nullptr;
+    return number != nullptr ? PlainNumber(*number) : ShownCell(table, row, column);
   });
 }
 

@@ -12,8 +12,7 @@ namespace velmora {
 
 /// A table as a result view shows it and as a recipe's info lists it: one cell a column in every row.
 struct ResultTable {
-  /// A number, a text, or nothing: what cannot be told is empty, and so does a number that is not finite
-  /// show.
+  /// A number, a text, or nothing: what cannot be told is empty, and so is shown what is no finite number.
   using Cell = std::variant<double, std::string, std::monostate>;
   /// How a column shows its numbers.
   using Format = std::function<std::string(double)>;
