@@ -205,11 +205,11 @@ bool EnsembleForm::AddLoaded() {
   removed_.reset();
   const std::string why = average_.Add(trial, file);
   MarkChanged(workbench_, true);  // it is not what is in the file any more
+  NormaliseCursors(trial);
   if (!why.empty()) {
     LeaveOut(std::move(file), why);
     return false;
   }
-  NormaliseCursors(trial);
   lastAtHand_ = true;
   const std::string lines =
       "Added file: " + trial.FileName + "\nTrial: " + trial.TrialName + ".\n       from " + times;

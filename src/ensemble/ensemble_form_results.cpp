@@ -125,6 +125,9 @@ void EnsembleForm::ShowMeanBehind(velmora::Graph& graph) const {
   const std::int64_t intervals = std::min<std::int64_t>(sums.Intervals(), kMost);
   for (int j = 0; j < sums.Width(); ++j) {
     Backdrop mean{.Channel = average_.Channels()[static_cast<std::size_t>(j)]};
+    if (mean.Channel > workbench_.trial.NChan) {
+      continue;  // the file has fewer channels, and is refused when it is added
+    }
     for (std::int64_t k = 0; k <= intervals; ++k) {
       mean.Values.push_back(sums.Mean(1 + k * sums.Intervals() / intervals, j, average_.EnsembleFiles()));
     }

@@ -47,6 +47,29 @@ TEST_F(EnsembleFormTest, AGraphGivesWayToTheFormAgain) {
   EXPECT_EQ(files, 2);
 }
 
+// Of a file that lacks a channel of the average, what there is is shown, before it is refused.
+TEST_F(EnsembleFormTest, AFileThatDoesNotFitIsShownAndLeavesCursorsThatItHas) {
+  const std::vector<float> x(51, 2.0F);
+  std::vector<float> gap(51, 3.0F);
+  gap[5] = std::numeric_limits<float>::quiet_NaN();
+  Begin(File("a.vmb", {x, x}), {1, 2});
+  Press(kOpen, {{"chkPreview", "true"}});
+  questions.fileAnswers.push_back({File("narrow.vmb", {x})});
+  Run("ensemble.average");
+  ASSERT_EQ(LastBox(), "");
+  const Graph& graph = OpenSingleView(workbench).Drawing();
+  ASSERT_EQ(graph.Backdrops.size(), 1U);
+  EXPECT_EQ(graph.Backdrops[0].Channel, 1);
+  Press(kOpen, {{"chkPreview", "false"}});
+  questions.fileAnswers.push_back({File("gap.vmb", {gap, x})});
+  Press("Exit");
+  questions.boxAnswers = {Button::No};
+  Run("view.exit");
+  EXPECT_HAS(Warnings(), "gap.vmb was not averaged");
+  EXPECT_EQ(trial.NData, 11) << "stretched to ten intervals";
+  EXPECT_EQ(trial.CursorHi, 11);
+}
+
 TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
   // A walk of three strides of 1 s, each a ramp from 0 to 10, 0 to 20 and 0 to 30.
   const std::vector<float> walk = Sampled(300, [](int i) {
