@@ -270,6 +270,15 @@ TEST_F(TextParserTest, TheDialogueSaysWhatToTry) {
             "No line of numbers among the first 3: enter the records to skip and the channels to be read.");
 }
 
+TEST_F(TextParserTest, ATimeColumnBehindTheLastThatCanBeReadIsNone) {
+  AnswerForm({{"NChan", "100"}, {"ParseHasTime", "true"}, {"ParseTimeColumn", "70"}}, "Read");
+  AnswerForm({}, "Cancel");
+  Load("a.csv", "1,2\n2,3\n3,4\n");
+  EXPECT_EQ(trial.NData, 0);
+  EXPECT_TRUE(LastBox().starts_with("Maximum Channels Exceeded|")) << LastBox();
+  EXPECT_EQ(Offered("ParseTimeColumn"), "70");
+}
+
 TEST_F(TextParserTest, ARateStatedInPassingIsHeldAgainstTheOneEntered) {
   const char* text = "# {\"column\": [\"nSeq\"], \"sampling rate\": 1000, \"bits\": 16}\n# End\n5\t6\n7\t8\n";
   questions.inputAnswers = {"1000"};

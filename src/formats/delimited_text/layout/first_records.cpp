@@ -40,6 +40,9 @@ double FirstRecords::MeanStep(int column) const {
 
 bool FirstRecords::RisesEvenly(int column) const {
   constexpr std::size_t kFewest = 3;
+  if (!Has(column)) {
+    return false;
+  }
   const std::vector<float>& values = values_[static_cast<std::size_t>(column) - 1];
   const double mean = MeanStep(column);
   const bool farOff = std::adjacent_find(values.begin(), values.end(), [mean](float a, float b) {
@@ -50,10 +53,12 @@ bool FirstRecords::RisesEvenly(int column) const {
 }
 
 bool FirstRecords::RisesByOne(int column) const {
+  if (!RisesEvenly(column)) {
+    return false;
+  }
   const std::vector<float>& values = values_[static_cast<std::size_t>(column) - 1];
-  return RisesEvenly(column) && std::adjacent_find(values.begin(), values.end(), [](float a, float b) {
-                                  return b != a + 1.0F;
-                                }) == values.end();
+  return std::adjacent_find(values.begin(), values.end(), [](float a, float b) { return b != a + 1.0F; }) ==
+         values.end();
 }
 
 }  // namespace velmora

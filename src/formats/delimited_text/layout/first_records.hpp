@@ -11,7 +11,8 @@ class FirstRecords {
  public:
   FirstRecords(const TextHeader& header, const ParseSettings& settings);
 
-  /// Every step forward and none far from the mean, over three records at least. Columns count from 1.
+  /// Every step forward and none far from the mean, over three records at least. Columns count from 1; one
+  /// beyond those that can be read does not rise.
   [[nodiscard]] bool RisesEvenly(int column) const;
   /// Every step is exactly 1, as a counter's is and now and then that of times.
   [[nodiscard]] bool RisesByOne(int column) const;
@@ -21,6 +22,9 @@ class FirstRecords {
   [[nodiscard]] double MeanStep(int column) const;
 
  private:
+  [[nodiscard]] bool Has(int column) const {
+    return column >= 1 && static_cast<std::size_t>(column) <= values_.size();
+  }
   std::vector<std::vector<float>> values_;  // of column k, from 0
   int filled_ = 0;
 };
