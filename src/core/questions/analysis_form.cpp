@@ -99,19 +99,30 @@ void AnalysisForm::SetLimits(std::string_view field, Limits limits) {
   }
 }
 
-bool AnalysisForm::WithinLimits() {
-  for (const Limited& of : limited_) {
+const AnalysisForm::Limited* AnalysisForm::FirstOutside() const {
+  const auto outside = std::find_if(limited_.begin(), limited_.end(), [this](const Limited& of) {
     const FormField& field = fields_[of.field];
     const double value = NumberIn(field);
     const Limits& limits = of.limits;
     const bool within = (limits.openBelow ? value > limits.lowest : value >= limits.lowest) &&
                         (limits.openAbove ? value < limits.highest : value <= limits.highest);
-    if (!field.hidden && !field.notApplicable && !within) {
-      RefuseEntry(workbench_, PlainCaption(field), limits.lowest, limits.highest);
-      return false;
-    }
+    return !field.hidden && !field.notApplicable && !within;
+  });
+  return outside == limited_.end() ? nullptr : &*outside;
+}
+
+std::string AnalysisForm::WhyOutside() const {
+  const Limited* of = FirstOutside();
+  return of == nullptr ? std::string()
+                       : EntryMustBe(PlainCaption(fields_[of->field]), of->limits.lowest, of->limits.highest);
+}
+
+bool AnalysisForm::WithinLimits() {
+  const Limited* of = FirstOutside();
+  if (of != nullptr) {
+    RefuseEntry(workbench_, PlainCaption(fields_[of->field]), of->limits.lowest, of->limits.highest);
   }
-  return true;
+  return of == nullptr;
 }
 
 std::int32_t ChannelByLabel(const Trial& trial, std::initializer_list<std::string_view> words) {

@@ -50,6 +50,8 @@ class AnalysisForm : public Form {
   void SetLimits(std::string_view field, Limits limits);
   /// Refuses the first number outside its limits; fields that do not show are not asked.
   bool WithinLimits();
+  /// The same words without a box; empty when all are within.
+  [[nodiscard]] std::string WhyOutside() const;
 
   Workbench& workbench_;
 
@@ -58,6 +60,7 @@ class AnalysisForm : public Form {
     std::size_t field;
     Limits limits;
   };
+  [[nodiscard]] const Limited* FirstOutside() const;
   std::vector<Limited> limited_;
   bool computed_ = false;
 };

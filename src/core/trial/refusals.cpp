@@ -23,11 +23,14 @@ bool EnoughToIntegrate(Workbench& workbench, std::int64_t samples) {
   return false;
 }
 
+std::string EntryMustBe(const std::string& field, double lowest, double highest) {
+  return field + " must be from " + PlainNumber(lowest) + " to " + PlainNumber(highest) + ".";
+}
+
 void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest) {
-  ShowRefusal(workbench,
-              {.title = "Invalid Entry",
-               .text = field + " must be from " + PlainNumber(lowest) + " to " + PlainNumber(highest) + ".",
-               .icon = Icon::Exclamation});
+  ShowRefusal(
+      workbench,
+      {.title = "Invalid Entry", .text = EntryMustBe(field, lowest, highest), .icon = Icon::Exclamation});
 }
 
 bool HasTimeBase(Workbench& workbench) {

@@ -22,6 +22,7 @@ void RefuseTooFewData(Workbench& workbench, const char* text = "Too few data poi
 bool EnoughToIntegrate(Workbench& workbench, std::int64_t samples);
 
 /// A number outside its limits: the name of its field, and what it may be.
+std::string EntryMustBe(const std::string& field, double lowest, double highest);
 void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest);
 
 /// Where an analysis needs seconds: whether samples have a rate and the abscissa counts seconds. Refuses

@@ -94,14 +94,18 @@ void FitOrdinate(FormGraph& graph) {
 void FilterDesignForm::Update() {
   ShowOwnFields();
   tables_.clear();
-  whyNot_.clear();
+  whyNot_ = WhyOutside();
   atEdges_.clear();
   const int resets = graph_ ? graph_->resets + 1 : 0;
   graph_ = FormGraph{.background = FormGraph::Background::White, .resets = resets};
   try {
-    Draw(Design());
+    if (whyNot_.empty()) {
+      Draw(Design());
+    }
   } catch (const FilterDesignError& error) {
     whyNot_ = error.what();
+  }
+  if (!whyNot_.empty()) {
     graph_->title = whyNot_;
   }
 }

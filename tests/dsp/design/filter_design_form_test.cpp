@@ -148,6 +148,11 @@ TEST_F(FilterDesignDialogue, RefusesWithItsMessages) {
             "Filter Too Long|The filter has 101 taps and the channel 40 samples.");
   EXPECT_EQ(Refused({{"optFamily", "4"}, {"txtTaps", "20"}}),
             "Invalid Filter|The number of taps must be odd and from 3 to 9999.");
+  // What would be worked out for ever, or fill the memory, is not even drawn.
+  EXPECT_EQ(Refused({{"optFamily", "4"}, {"txtTaps", "2000000001"}}),
+            "Invalid Entry|Taps (odd) must be from 3 to 9999.");
+  EXPECT_EQ(Refused({{"optFamily", "3"}, {"txtAttenuation", "1e30"}}),
+            "Invalid Entry|Attenuation (dB) must be from 10 to 120.");
   EXPECT_EQ(Refused({{"optFamily", "5"}, {"txtCutoff", "600"}}),
             "Invalid Entry|Frequency must be from 0 to 500.");
   EXPECT_EQ(Refused({{"optFamily", "6"}, {"comClass", "600"}}),
