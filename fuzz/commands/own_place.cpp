@@ -1,0 +1,98 @@
+#include "commands/own_place.hpp"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+#include "commands/breach.hpp"
+
+namespace velmora::fuzz {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A directory that nobody else has, and that goes with the process. What looks for a home or for temporary
+/// files finds them in it.
+class ProcessDirectory {
+ public:
+  ProcessDirectory() {
+    const fs::path memory = "/dev/shm";  // a save waits for the disk, ten times as long as for the rest
+    const bool there = std::getenv("TMPDIR") == nullptr && access(memory.c_str(), W_OK) == 0;
+    std::string name = ((there ? memory : fs::temp_directory_path()) / "velmora2-fuzz-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      Breach("no temporary directory");
+    }
+    path_ = fs::canonical(name);
+    for (const char* variable : {"TMPDIR", "HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
+      setenv(variable, path_.c_str(), 1);
+    }
+  }
+  ProcessDirectory(const ProcessDirectory&) = delete;
+  ProcessDirectory& operator=(const ProcessDirectory&) = delete;
+  ~ProcessDirectory() {
+    std::error_code error;
+    fs::remove_all(path_, error);
+  }
+
+  [[nodiscard]] const fs::path& Path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+const fs::path& OfProcess() {
+  static const ProcessDirectory directory;
+  return directory.Path();
+}
+
+}  // namespace
+
+OwnPlace::OwnPlace(const std::string& name) : directory_(OfProcess() / name) {
+  fs::create_directory(directory_);
+  fs::current_path(directory_);
+}
+
+OwnPlace::~OwnPlace() {
+  std::error_code error;
+  fs::current_path(before_, error);
+  fs::remove_all(directory_, error);
+}
+
+std::string OwnPlace::Path(const std::string& name) const {
+  return (directory_ / name).string();
+}
+
+void OwnPlace::Write(const std::string& name, const std::string& bytes) const {
+  std::ofstream(Path(name), std::ios::binary) << bytes;
+}
+
+std::vector<std::string> OwnPlace::Files() const {
+  std::vector<std::string> files;
+  for (const fs::directory_entry& entry : fs::directory_iterator(directory_)) {
+    if (entry.is_regular_file()) {
+      files.push_back(entry.path().string());
+    }
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::vector<std::string> OwnPlace::Contents() const {
+  std::vector<std::string> contents = Files();
+  for (std::string& file : contents) {
+    std::ifstream in(file, std::ios::binary);
+    file.append("\n").append(std::istreambuf_iterator<char>(in), {});
+  }
+  return contents;
+}
+
+void OwnPlace::WantInside(const std::string& path) const {
+  if (!fs::weakly_canonical(path).string().starts_with(OfProcess().string() + "/")) {
+    Breach("a file outside is written: " + path);
+  }
+}
+
+}  // namespace velmora::fuzz
