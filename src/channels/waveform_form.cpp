@@ -10,6 +10,7 @@
 #include "core/trial/generated_trial.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/new_channels.hpp"
+#include "core/trial/refusals.hpp"
 
 namespace velmora {
 namespace {
@@ -98,8 +99,11 @@ std::optional<std::int64_t> WaveformForm::Samples() {
   if (!sum_.empty()) {
     return static_cast<std::int64_t>(sum_.size());
   }
-  return workbench_.trial.NData > 0 ? workbench_.trial.NData
-                                    : GeneratedSamples(workbench_, rate_, time_, Title());
+  if (workbench_.trial.NData > 0) {
+    return workbench_.trial.NData;
+  }
+  const std::optional<std::int64_t> samples = GeneratedSamples(workbench_, rate_, time_, Title());
+  return samples && MayBeLarge(workbench_, *samples, 1) ? samples : std::nullopt;
 }
 
 bool WaveformForm::Add() {

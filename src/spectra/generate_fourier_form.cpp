@@ -7,6 +7,7 @@
 #include "core/trial/generated_trial.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/trial/new_channels.hpp"
+#include "core/trial/refusals.hpp"
 #include "spectra/sine_pattern.hpp"
 
 namespace velmora {
@@ -120,7 +121,9 @@ bool GenerateFourierForm::HasRoom() {
 }
 
 bool GenerateFourierForm::StartTrial() {
-  if (!StartGeneratedTrial(workbench_, rate_, time_, Title())) {
+  const std::optional<std::int64_t> samples = GeneratedSamples(workbench_, rate_, time_, Title());
+  if (!samples || !MayBeLarge(workbench_, *samples, 1) ||
+      !StartGeneratedTrial(workbench_, rate_, time_, Title())) {
     return false;
   }
   LockTimes();

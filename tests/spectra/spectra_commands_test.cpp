@@ -201,6 +201,13 @@ TEST_F(SpectraCommands, WithoutATrialASumStartsOne) {
   Run("fourier.generate");
   EXPECT_EQ(LastBox(), "Generate Fourier Series|No waveform was added.  Press Add first, or Exit.");
   EXPECT_EQ(trial.NData, 0);
+  questions.boxAnswers = {Button::No};
+  questions.FillForm({{"cwnRate", "1e6"}, {"cwnTime", "1000"}}, "Add");
+  questions.FillForm({}, "Exit");
+  Run("fourier.generate");
+  EXPECT_TRUE(
+      LastBox().starts_with("Large Trial|The trial will have 1000000001 samples in 1 channel, 8.0 GB."));
+  EXPECT_EQ(trial.NData, 0);
   questions.FillForm({{"cwnRate", "100"}, {"cwnTime", "2.004"}}, "Add");
   questions.FillForm({}, "Done");
   Run("fourier.generate");
@@ -213,7 +220,7 @@ TEST_F(SpectraCommands, WithoutATrialASumStartsOne) {
   questions.FillForm({}, "Done");
   questions.FillForm({}, "Exit");
   Run("fourier.generate");
-  EXPECT_EQ(questions.boxes[1].title, "No Free Channels");
+  EXPECT_EQ(questions.boxes[2].title, "No Free Channels");
 }
 
 // --- Fourier transform files

@@ -27,6 +27,19 @@ std::string EntryMustBe(const std::string& field, double lowest, double highest)
   return field + " must be from " + PlainNumber(lowest) + " to " + PlainNumber(highest) + ".";
 }
 
+bool MayBeLarge(Workbench& workbench, std::int64_t samples, int channels) {
+  constexpr double kGigabyte = 1e9;
+  const double bytes = static_cast<double>(samples) * (channels + 1.0) * sizeof(float);
+  return bytes <= kGigabyte ||
+         workbench.questions.AskBox({.title = "Large Trial",
+                                     .text = "The trial will have " + CountOf(samples, "sample") + " in " +
+                                             CountOf(channels, "channel") + ", " +
+                                             FormatNumber(bytes / kGigabyte, "0.0") +
+                                             " GB.\nPress Yes to go on all the same or No to stop.",
+                                     .icon = Icon::Question,
+                                     .buttons = {Button::Yes, Button::No}}) == Button::Yes;
+}
+
 void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest) {
   ShowRefusal(
       workbench,

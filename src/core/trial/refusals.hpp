@@ -21,6 +21,10 @@ void RefuseTooFewData(Workbench& workbench, const char* text = "Too few data poi
 /// integrate."
 bool EnoughToIntegrate(Workbench& workbench, std::int64_t samples);
 
+/// Whether a trial of that size may be made: one beyond 1 GB only after a question, since a few zeros too
+/// many in a rate would take all the memory there is, and the program with it.
+bool MayBeLarge(Workbench& workbench, std::int64_t samples, int channels);
+
 /// A number outside its limits: the name of its field, and what it may be.
 std::string EntryMustBe(const std::string& field, double lowest, double highest);
 void RefuseEntry(Workbench& workbench, const std::string& field, double lowest, double highest);

@@ -10,6 +10,7 @@
 #include "core/text/numbers.hpp"
 #include "core/trial/event_times.hpp"
 #include "core/trial/helpers.hpp"
+#include "core/trial/refusals.hpp"
 #include "core/trial/resample.hpp"
 #include "dsp/channel_picking.hpp"
 #include "dsp/time_base/shannon_resample.hpp"
@@ -40,28 +41,12 @@ bool IsPositive(double value) {
 
 // --- Re-sampling
 
-// A few zeros too many in a rate would take all the memory there is, and the program with it.
-bool MayGrowTo(Workbench& workbench, std::int64_t samples) {
-  constexpr double kGigabyte = 1e9;
-  const Trial& trial = workbench.trial;
-  const double bytes = static_cast<double>(samples) * (trial.NChan + 1.0) * sizeof(float);
-  if (samples <= trial.NData || bytes <= kGigabyte) {
-    return true;
-  }
-  return workbench.questions.AskBox(
-             {.title = "Large Trial",
-              .text = "The trial will have " + CountOf(samples, "sample") + " in " +
-                      CountOf(trial.NChan, "channel") + ", " + FormatNumber(bytes / kGigabyte, "0.0") +
-                      " GB.\nPress Yes to re-sample all the same or No to leave the data as they are.",
-              .icon = Icon::Question,
-              .buttons = {Button::Yes, Button::No}}) == Button::Yes;
-}
-
 // The number of intervals a person may ask for, the first being 1; the last leaves room for one sample
 // more in a 32-bit count.
 bool CanResampleTo(Workbench& workbench, std::int64_t intervals) {
   if (intervals >= 1 && intervals < std::numeric_limits<std::int32_t>::max()) {
-    return MayGrowTo(workbench, intervals + 1);
+    const Trial& trial = workbench.trial;
+    return intervals < trial.NData || MayBeLarge(workbench, intervals + 1, trial.NChan);
   }
   RefuseEntry(workbench, "Invalid entry.  Data were not resampled.");
   return false;

@@ -10,6 +10,7 @@
 #include "core/text/text.hpp"
 #include "core/text/text_reader.hpp"
 #include "core/trial/helpers.hpp"
+#include "core/trial/refusals.hpp"
 #include "formats/fourier/fourier_file_layout.hpp"
 #include "formats/fourier/reconstruction.hpp"
 #include "formats/read_error.hpp"
@@ -91,7 +92,7 @@ bool AskRest(Workbench& workbench, const Header& header, std::int32_t inFile, Wa
   if (wanted.samples <= 0) {
     wanted.duration = 0.0;
     wanted.samples = AskWhole(workbench, "Number of Data", "Enter number of data to generate.", kSamples);
-    if (wanted.samples < 2) {
+    if (wanted.samples < 2 || !MayBeLarge(workbench, wanted.samples, 1)) {
       return false;
     }
   }

@@ -113,8 +113,8 @@ TEST_F(TimeBaseCommand, ResamplingKeepsTheDuration) {
     questions.boxAnswers = {Button::No};
     RunEntering(id, many);
     EXPECT_EQ(LastBox(),
-              "Large Trial|The trial will have 100000001 samples in 2 channels, 1.2 GB.\nPress Yes to "
-              "re-sample all the same or No to leave the data as they are.");
+              "Large Trial|The trial will have 100000001 samples in 2 channels, 1.2 GB.\nPress Yes to go on "
+              "all the same or No to stop.");
   }
   EXPECT_EQ(Channel(trial, 1), (Samples{0, 4, 8, 4, 0}));
   EXPECT_EQ(workbench.report.warnings.size(), 8U);
