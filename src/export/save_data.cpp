@@ -107,14 +107,13 @@ void TellLostTimes(Workbench& workbench, SaveFormat format) {
     const double time = double{trial.Data(i, 0)} - double{trial.Data(1, 0)};
     most = std::max(most, std::abs(time - (i - 1) / trial.Rate));
   }
-  // Besides half a sample what 32 bits leave of a time.
+  // Besides a sample, which times of few digits are off by, what 32 bits leave of a time.
   const double rounding =
       std::abs(double{trial.Data(trial.NData, 0)}) * 2 * std::numeric_limits<float>::epsilon();
-  if (most > 0.5 / trial.Rate + rounding) {
+  if (most > 1 / trial.Rate + rounding) {
     AddNotice(workbench,
               "The saved file counts its times at the rate; those of the trial differ from that by up to " +
-                  FormatNumber(most, workbench.patterns.TimePattern) +
-                  " s. .VMB, .CSV and .TAB files keep them.");
+                  PlainNumber(static_cast<float>(most)) + " s. .VMB, .CSV and .TAB files keep them.");
   }
 }
 

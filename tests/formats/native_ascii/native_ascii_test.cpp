@@ -237,12 +237,12 @@ TEST_F(NativeAscii, ValuesAndTimesThatItsColumnsDoNotKeepAreTold) {
   trial.Notices.clear();
   trial.Data(4, 0) = 0.034F;
   Save("even.vma");
-  EXPECT_TRUE(trial.Notices.empty()) << "less than half a sample";
+  EXPECT_TRUE(trial.Notices.empty()) << "less than a sample";
   trial.Data(3, 0) = 0.25F;
   Save("uneven.vma");
   EXPECT_EQ(trial.Notices,
             Texts{"The saved file counts its times at the rate; those of the trial differ from that "
-                  "by up to 0.230 s. .VMB, .CSV and .TAB files keep them."});
+                  "by up to 0.23 s. .VMB, .CSV and .TAB files keep them."});
 }
 
 TEST_F(NativeAscii, ARangeAndTheNumberOfSamplesInTheHeader) {
