@@ -107,6 +107,16 @@ TEST_F(RoundTrip, DelimitedTextKeepsEveryBitAndTheNames) {
   }
 }
 
+TEST_F(RoundTrip, TimesBesideSixtyFourChannelsAreAColumnTooMany) {
+  SetChannels(trial, std::vector<Samples>(kMaxChannels, {1, 2, 3}), 100.0);
+  for (const Button times : {Button::No, Button::Yes}) {
+    questions.boxAnswers = {Button::Yes, times};
+    SaveAs("wide.csv", "save.csv");
+    EXPECT_EQ(trial.Notices.size(), times == Button::Yes ? 1U : 0U);
+  }
+  EXPECT_NE(trial.Notices.front().find("has 65 columns"), std::string::npos);
+}
+
 TEST_F(RoundTrip, ATimeBaseOtherThanSecondsComesBack) {
   SetChannels(trial, {channels[0]}, 1000.0);
   Run("timebase.percentage");

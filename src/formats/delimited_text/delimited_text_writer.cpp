@@ -99,6 +99,15 @@ void WriteSamples(const Trial& trial, ProgressPanel& panel, OutputFile& file, st
   block.Flush();
 }
 
+// Times are a column, too.
+void TellTooManyColumns(Workbench& workbench, int firstRow) {
+  if (const int columns = workbench.trial.NChan - firstRow + 1; columns > kMaxChannels) {
+    AddNotice(workbench, "The saved file has " + std::to_string(columns) +
+                             " columns, of which this program reads " + std::to_string(kMaxChannels) +
+                             ". One without times has all channels, as has a .VMB file.");
+  }
+}
+
 void WriteDelimited(Workbench& workbench, ProgressPanel& panel, const Delimited& format) {
   const Trial& trial = workbench.trial;
   const std::optional<ExtraLines> contents = AskContents(workbench);
@@ -113,6 +122,7 @@ void WriteDelimited(Workbench& workbench, ProgressPanel& panel, const Delimited&
   const auto writeSamples = format.allDigits ? WriteSamples<true> : WriteSamples<false>;
   writeSamples(trial, panel, file, format.separator, firstRow);
   CommitSave(workbench, file);
+  TellTooManyColumns(workbench, firstRow);
   if (!format.allDigits) {
     TellFewDigits(workbench, trial.NChan, {1, trial.NData}, kPrinterDecimals);
   }
