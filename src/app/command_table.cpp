@@ -104,6 +104,7 @@ void RunCommand(Workbench& workbench, const Command& command) {
   const ActionScope action(workbench.listener, &command);
   const ViewRefresh refresh(workbench, command);
   workbench.NextCommand = {};
+  workbench.chooser.ClearModes();  // those of a command that was left before its picker
   workbench.RunById = RunById;
   try {
     command.run(workbench);

@@ -127,5 +127,19 @@ TEST_F(Edit, ExperimentInformationStaysInTheNativeBinaryFile) {
   EXPECT_TRUE(trial.FileChanged);
 }
 
+// A command that is left before its picker comes up does not lend the next one its kind of picker.
+TEST_F(Edit, APickerIsOfTheCommandThatAsks) {
+  SetChannels(trial, NoiseChannels(2, 20));
+  questions.inputAnswers = {""};
+  Run("bias.autozero-left");
+  std::string mode;
+  questions.pickAnswers.emplace_back([&mode](ChannelPicker& picker) {
+    mode = picker.Mode();
+    return std::string("Cancel");
+  });
+  Run("edit.units");
+  EXPECT_EQ(mode, "names");
+}
+
 }  // namespace
 }  // namespace velmora::test
