@@ -124,6 +124,7 @@ class EnsembleForm : public Form, public std::enable_shared_from_this<EnsembleFo
   // Set: the trial is what was taken out again, of other times and samples than its file has.
   std::optional<AveragedFile> removed_;
   bool loaded_ = false;      // the trial was read here
+  bool stretched_ = false;   // the trial at hand has the intervals of an average
   bool previews_ = false;    // the graph that is open shows a file before it is added
   bool logTrouble_ = false;  // has been told
   std::string textFile_;     // the results as text

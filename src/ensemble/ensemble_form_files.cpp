@@ -205,6 +205,7 @@ bool EnsembleForm::AddLoaded() {
   removed_.reset();
   const std::string why = average_.Add(trial, file);
   MarkChanged(workbench_, true);  // it is not what is in the file any more
+  stretched_ = true;
   NormaliseCursors(trial);
   if (!why.empty()) {
     LeaveOut(std::move(file), why);

@@ -213,8 +213,13 @@ bool EnsembleForm::Cancel() {
 
 // Without an average the trial is another one all the same.
 void EnsembleForm::TellOpened() {
-  if (stage_ != Stage::Finished && loaded_ && HasTrial()) {
+  if (stage_ == Stage::Finished || !HasTrial()) {
+    return;
+  }
+  if (loaded_) {
     Did(workbench_, "Opened " + FileNamePart(workbench_.trial.FileName) + " to be averaged");
+  } else if (stretched_) {
+    Did(workbench_, "Resampled to " + CountOf(workbench_.trial.NData - 1, "interval") + " to be averaged");
   }
 }
 

@@ -70,6 +70,15 @@ TEST_F(EnsembleFormTest, AFileThatDoesNotFitIsShownAndLeavesCursorsThatItHas) {
   EXPECT_EQ(trial.CursorHi, 11);
 }
 
+TEST_F(EnsembleFormTest, ATrialThatWasStretchedAndNotAveragedIsTold) {
+  SetChannels(trial, {std::vector<float>(51, 2.0F)});
+  Press(kChannels, {{"txtFilename", Out("log.ens")}, {"txtNumber", "10"}});
+  Press(kBegin);
+  End();
+  EXPECT_EQ(trial.NData, 11);
+  EXPECT_EQ(WordsOf(workbench.report.deeds), "Resampled to 10 intervals to be averaged");
+}
+
 TEST_F(EnsembleFormTest, StridesBetweenCursorsGoStraightIntoAnAverage) {
   // A walk of three strides of 1 s, each a ramp from 0 to 10, 0 to 20 and 0 to 30.
   const std::vector<float> walk = Sampled(300, [](int i) {
