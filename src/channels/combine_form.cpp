@@ -38,11 +38,13 @@ CombineForm::CombineForm(Workbench& workbench) : AnalysisForm(workbench, "frmCom
 void CombineForm::OfferNames() {
   if (!labelTyped_) {
     label_ = kNames.at(static_cast<std::size_t>(operation_));
+    NoteFilled("txtLabel");
   }
   const ChannelList channels = SelectedChannels(workbench_.trial, channels_);
   if (!unitsTyped_) {
     const bool angle = static_cast<Combination>(operation_) == Combination::Angle;
     units_ = angle ? "deg" : channels.empty() ? "" : workbench_.trial.ChanUnits[channels.front()].Text();
+    NoteFilled("txtUnits");
   }
 }
 

@@ -91,6 +91,7 @@ void WaveformForm::FollowShape() {
   }
   if (!labelTyped_) {
     label_ = WithoutMnemonic(ShapeNames()[static_cast<std::size_t>(shape_)]);
+    NoteFilled("txtLabel");
   }
 }
 

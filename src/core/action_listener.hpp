@@ -20,6 +20,8 @@ class ActionListener {
   virtual ~ActionListener() = default;
 
   virtual void ActionBegins(const Action& action) = 0;
+  /// It was none: a key that the view does not have.
+  virtual void ActionWasNone() noexcept = 0;
   virtual void ActionEnds() noexcept = 0;
 };
 
@@ -36,6 +38,12 @@ class ActionScope {
   ~ActionScope() {
     if (listener_ != nullptr) {
       listener_->ActionEnds();
+    }
+  }
+
+  void WasNone() const {
+    if (listener_ != nullptr) {
+      listener_->ActionWasNone();
     }
   }
 

@@ -8,7 +8,11 @@ namespace velmora {
 
 bool OpenView::PressKey(const KeyPress& key) {
   const ActionScope action(Listener(), key);
-  return DoKey(key);
+  const bool has = DoKey(key);
+  if (!has) {
+    action.WasNone();
+  }
+  return has;
 }
 
 void OpenView::MoveCursor(int cursor, double x, int graph) {

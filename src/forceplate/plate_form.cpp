@@ -310,11 +310,19 @@ void PlateForm::FieldsApply() {
   optMaker_ = MakerOf(optType_);
   const bool amti = optType_ == kAmtiPlate;
   for (const NumberRow& row : kNumberRows) {
-    Field(row.name).notApplicable = row.ofSensors && amti;
+    LetApply(row.name, !row.ofSensors || !amti);
   }
   for (const char* name : kGainNames) {
-    Field(name).notApplicable = !amti;
+    LetApply(name, amti);
   }
+}
+
+// A record has what applies only now behind what made it apply.
+void PlateForm::LetApply(const char* name, bool applies) {
+  if (applies && Field(name).notApplicable) {
+    NoteFilled(name);
+  }
+  Field(name).notApplicable = !applies;
 }
 
 void TellDefined(Workbench& workbench) {

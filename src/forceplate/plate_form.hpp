@@ -52,6 +52,7 @@ class PlateForm : public Form {
  private:
   void MakerChosen();
   void FieldsApply();
+  void LetApply(const char* name, bool applies);
 
   PlateMemory draft_;
   ForcePlate plate_;  // the one shown

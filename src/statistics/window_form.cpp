@@ -87,7 +87,11 @@ WindowForm::WindowForm(Workbench& workbench, SampleRange range, Split split)
   fields_.push_back({.name = "WindowInSeconds",
                      .caption = "Width in &seconds",
                      .target = &width_.inSeconds,
-                     .edited = [this] { width_.UnitEdited(workbench_); }});
+                     .edited = [this] {
+                       if (width_.UnitEdited(workbench_)) {
+                         NoteFilled("WindowWidth");
+                       }
+                     }});
   AddNumber("txtOverlap", "&Overlap (%)", overlap_, {0, 95});
   AddCount("txtCount", "&Number of windows", count_, {1, static_cast<double>(samples)});
   AddChannels("channels", "&Channels", channels_);

@@ -259,6 +259,13 @@ TEST_F(PlateHistoryTest, ADefinitionIsReplayedWithEverythingItRemembered) {
   EXPECT_EQ(Bits(run->State().trial), first);
   PlateMemory kept = workbench.plates;
   EXPECT_EQ(run->State().plates, kept);
+  // Gains apply to a plate of AMTI alone, so that a recipe enters them behind its type.
+  person.FillForm({{"NumPlates", "1"}, {"optMaker", "1"}, {"a", "10"}, {"comGainsFx", "2"}});
+  person.boxAnswers = {Button::OK};
+  Do("plates.change-type");
+  EXPECT_EQ(workbench.plates.PlateTable[0].comGains[0], 2);
+  kept = workbench.plates;
+  EXPECT_EQ(Replay()->State().plates, kept);
 }
 
 }  // namespace

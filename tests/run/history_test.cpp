@@ -455,5 +455,70 @@ TEST_F(HistoryTest, CursorsOfAScanAreThoseOfTheNextTrialAndCursorsOfAViewThoseOf
   EXPECT_EQ(ReadFile(directory.Path("again/level.vmb")), bytes);
 }
 
+// "No" to the question for an interval opens a graph; a key that it does not have is nothing.
+TEST_F(HistoryTest, AGraphThatAnotherCommandOpensIsOpenedAgain) {
+  Load();
+  person.boxAnswers = {Button::No};
+  Do("smooth.spline");
+  auto& view = OpenSingleView(workbench);
+  EXPECT_FALSE(view.PressKey({.name = "K"}));
+  view.PressKey({.name = "2"});
+  view.MoveCursor(1, 0.5);
+  view.MoveCursor(2, 0.7);
+  person.FillForm({});
+  Do("crop.outside");
+  const std::vector<std::uint32_t> cropped = Bits(workbench.trial);
+  EXPECT_EQ(workbench.trial.NData, 41);
+  EXPECT_EQ(Bits(Replay()->State().trial), cropped);
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_EQ(history.GoTo(history.Lines().size() - 1), "");
+  EXPECT_EQ(Bits(workbench.trial), cropped);
+}
+
+// What a form fills in by itself is no typing: it follows what is chosen later, again in the recipe.
+TEST_F(HistoryTest, WhatAFormFillsInIsRepeatedWithIt) {
+  workbench.smoothing = {.WindowWidth = 11, .WindowInSeconds = true};
+  WriteTrialFile(input, [](Trial& trial) {
+    SetChannels(trial, NoiseChannels(3, 500), 200.0);
+    trial.ChanUnits[1] = "mV";
+    trial.Data(7, 3) = NAN;  // its integral, which the picker offers, is no number
+  });
+  Load();
+  person.FillForm({{"WindowInSeconds", "false"}, {"channels 1", "true"}});
+  Do("smooth.moving-average");
+  person.FillForm({}, "Compute");  // refused
+  person.FillForm({{"channels 1", "true"}, {"channels 2", "true"}}, "Compute");
+  Do("channel.combine");
+  EXPECT_EQ(workbench.trial.ChanUnits[4].Text(), "mV");
+  person.PickValues({{1, "3"}});
+  Do("integrate.trapezoid");
+  RecipeRun again({.input = input});
+  Variables variables;
+  SetInputVariables(variables, input);
+  const Outcome outcome = again.Run(ReadRecipe(history.Recipe(), "history", variables));
+  EXPECT_FALSE(outcome.failure) << outcome.failure->why << "\n" << history.Recipe();
+  EXPECT_EQ(Bits(again.State().trial), Bits(workbench.trial));
+  EXPECT_EQ(again.State().trial.ChanUnits[4].Text(), "mV");
+}
+
+// Going back starts with what was there at the load: the marks of the picker, and no form that waits behind a
+// graph.
+TEST_F(HistoryTest, GoingBackForgetsWhatCameSince) {
+  Load();
+  person.PickValues({{3, "2"}});
+  Do("smooth.polynomial");  // without a marked channel it does nothing
+  person.PickChannels({1});
+  Do("math.absolute");
+  Press("Graph Last File");
+  Do("ensemble.average");
+  ASSERT_TRUE(workbench.AfterView);
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_FALSE(workbench.AfterView);
+  EXPECT_EQ(history.GoTo(2), "");
+  EXPECT_TRUE(workbench.AfterView);
+  EXPECT_EQ(history.GoTo(1), "");
+  EXPECT_EQ(history.GoTo(2), "");
+}
+
 }  // namespace
 }  // namespace velmora::test

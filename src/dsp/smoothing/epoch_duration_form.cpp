@@ -15,7 +15,12 @@ EpochDurationForm::EpochDurationForm(Workbench& workbench)
       {.name = "WindowInSeconds",
        .caption = "Width in &seconds",
        .target = &entry_.inSeconds,
-       .edited = [this] { entry_.UnitEdited(workbench_); }},
+       .edited =
+           [this] {
+             if (entry_.UnitEdited(workbench_)) {
+               NoteFilled("WindowWidth");
+             }
+           }},
       {.name = "channels", .caption = "&Channels", .target = &channels_, .isSelection = true},
   };
   buttons_ = {

@@ -17,12 +17,14 @@ WindowWidthEntry::WindowWidthEntry(const Workbench& workbench)
   }
 }
 
-void WindowWidthEntry::UnitEdited(const Workbench& workbench) {
-  if (!typed) {
-    const double rate = workbench.trial.Rate;
-    const double samples = workbench.smoothing.WindowWidth;
-    width = inSeconds ? (rate > 0 ? samples / rate : 0.0) : samples;
+bool WindowWidthEntry::UnitEdited(const Workbench& workbench) {
+  if (typed) {
+    return false;
   }
+  const double rate = workbench.trial.Rate;
+  const double samples = workbench.smoothing.WindowWidth;
+  width = inSeconds ? (rate > 0 ? samples / rate : 0.0) : samples;
+  return true;
 }
 
 bool WindowWidthEntry::Accept(Workbench& workbench) const {

@@ -10,8 +10,8 @@ struct WindowWidthEntry {
   explicit WindowWidthEntry(const Workbench& workbench);
 
   /// The unit was changed: the width offered is shown in the other one; a width that was typed is meant in
-  /// the unit chosen.
-  void UnitEdited(const Workbench& workbench);
+  /// the unit chosen. Returns whether the width is another number now, which a form notes as filled.
+  bool UnitEdited(const Workbench& workbench);
   /// Keeps a width of 1 to NData-1 samples; refuses any other and returns false.
   bool Accept(Workbench& workbench) const;
 

@@ -25,7 +25,9 @@ IntegrateResetForm::IntegrateResetForm(Workbench& workbench)
          width_.typed = true;
        }});
   AddFlag("WindowInSeconds", "Width in &seconds", width_.inSeconds).edited = [this] {
-    width_.UnitEdited(workbench_);
+    if (width_.UnitEdited(workbench_)) {
+      NoteFilled("WindowWidth");
+    }
   };
   fields_.push_back({.name = "txtLevel", .caption = "Le&vel", .target = &level_});
   AddFlag("chkRectify", "Rectif&y", rectify_);

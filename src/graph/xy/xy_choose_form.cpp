@@ -30,6 +30,7 @@ void XYChooseForm::FollowUnits() {
   chosen_.X = x_;
   if (!equalTyped_) {
     chosen_.EqualScales = UnitsAgree(chosen_, workbench_);
+    NoteFilled("chkEqual");
   }
 }
 

@@ -119,7 +119,9 @@ PickAnswer RecordPick(const ChannelPicker& picker, std::string_view press, const
     if (marked) {
       selected.channels.push_back(named(c));
     }
-    if (picker.HasValues() && (marked || !picker.Selects())) {
+    // What is no number was not typed, but offered, and will be again.
+    const bool number = std::isfinite(picker.Value(c));
+    if (picker.HasValues() && number && (marked || !picker.Selects())) {
       answer.values.push_back({named(c), PlainNumber(picker.Value(c))});
     }
     if (picker.HasNames()) {

@@ -227,6 +227,7 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
   const auto savedUnits = trial.SavedUnits;
   if (first == 0) {
     CloseView(*workbench_);
+    workbench_->AfterView = nullptr;
     workbench_->merge = {};
     workbench_->events = {};
     TakeUp(*workbench_, recorder_.Start());

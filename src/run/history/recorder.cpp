@@ -138,6 +138,7 @@ void Recorder::Begin(const Action& action) {
   current_.steps.front().what = std::visit(StepOf{*workbench_}, action);
   const bool opens = IsCommand(action, "ensemble.average") && workbench_->trial.NData < 1;
   begins_ = opens || (IsCommand(action, "file.load") && !workbench_->merge.MergePending);
+  none_ = false;
   calledOff_ = false;
   oneQuestion_ = true;
 }
@@ -169,7 +170,7 @@ void Recorder::Keep() {
   if (workbench_->trial.NData < 1) {
     steps_.clear();
     later_.clear();
-  } else if (!failed && (command == nullptr || IsKept((*command)->id)) &&
+  } else if (!failed && !none_ && (command == nullptr || IsKept((*command)->id)) &&
              (did || IsLook() || current_.picked)) {
     Add(did);
   }
@@ -246,7 +247,7 @@ void Recorder::NoteWhatIsLeft(RecordedStep& step) const {
 
 /// Something done in a graph, or the opening of one, that was not called off.
 bool Recorder::IsLook() const {
-  const bool opened = workbench_->view != nullptr && IsOpening(action_);
+  const bool opened = workbench_->view != nullptr && (!viewOpen_ || IsOpening(action_));
   return (current_.needsView || opened) && !(calledOff_ && oneQuestion_);
 }
 

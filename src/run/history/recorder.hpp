@@ -58,6 +58,7 @@ class Recorder : public Questions, public ActionListener {
   std::function<void(const Action&)> onDone;
 
   void ActionBegins(const Action& action) override;
+  void ActionWasNone() noexcept override { none_ = true; }
   void ActionEnds() noexcept override;
 
   Button AskBox(const Box& box) override;
@@ -105,6 +106,7 @@ class Recorder : public Questions, public ActionListener {
   Action action_;
   RecordedStep current_;
   bool begins_ = false;      // a load that starts a new history
+  bool none_ = false;        // a key that the view does not have
   bool calledOff_ = false;   // the last answer was a Cancel
   bool oneQuestion_ = true;  // all answers were to one question
   std::size_t cursors_ = 0;  // of the view, after the last step

@@ -24,6 +24,8 @@ RunStart StartOf(const Workbench& workbench) {
   if (AnyIsUsed(workbench.thresholds)) {
     start.thresholds = workbench.thresholds;
   }
+  start.picked = workbench.chooser.ChanSelected;
+  start.constants = workbench.chooser.ChanConst;
   return start;
 }
 
@@ -34,6 +36,8 @@ void TakeUp(Workbench& workbench, const RunStart& start) {
                                       ? std::int16_t{0}
                                       : static_cast<std::int16_t>(row - kSpectralWindows.begin());
   workbench.thresholds = start.thresholds.value_or(ThresholdMemory());
+  workbench.chooser.ChanSelected = start.picked;
+  workbench.chooser.ChanConst = start.constants;
 }
 
 }  // namespace velmora

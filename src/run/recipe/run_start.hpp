@@ -12,6 +12,9 @@ namespace velmora {
 struct RunStart {
   std::string window;  // of spectra, the id of the command that chooses it; empty: none
   std::optional<ThresholdMemory> thresholds;  // of another trial
+  // What the picker was left with; no recipe says it yet.
+  ChannelFlags picked{};
+  PerChannel<float> constants{};
 };
 
 RunStart StartOf(const Workbench& workbench);
