@@ -1,9 +1,12 @@
 #include "commands/invariants.hpp"
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
 #include "commands/breach.hpp"
+#include "core/text/numbers.hpp"
 #include "fuzz_target.hpp"
 
 namespace velmora::fuzz {
@@ -67,6 +70,41 @@ void WantEvents(const Workbench& workbench) {
 }
 
 }  // namespace
+
+TrialState::TrialState(const Trial& trial) {
+  known = {
+      "channels " + std::to_string(trial.NChan),
+      "samples " + std::to_string(trial.NData),
+      "rate " + PlainNumber(trial.Rate),
+      "duration " + PlainNumber(trial.Duration),
+      "title " + trial.TrialTitle,
+      std::string("reduced ") + (trial.ForcesReduced ? "yes" : "no"),
+      "plates " + std::to_string(trial.NPlates) + " of the file " + std::to_string(trial.FilePlates.size())};
+  for (int c = 0; c <= trial.NChan; ++c) {
+    known.push_back("channel " + std::to_string(c) + ": " + trial.ChanLabel[c].Text() + ", " +
+                    trial.ChanUnits[c].Text() + ", " + PlainNumber(trial.ChanRate[c]) + " Hz");
+  }
+  for (std::int64_t i = 1; i <= trial.NData; ++i) {
+    const float* frame = trial.matrix.Frame(i);
+    std::transform(frame, frame + trial.NChan + 1, std::back_inserter(samples),
+                   [](float value) { return std::bit_cast<std::uint32_t>(value); });
+  }
+}
+
+void WantSame(const TrialState& wanted, const TrialState& found, const std::string& when) {
+  const auto [here, there] =
+      std::mismatch(wanted.known.begin(), wanted.known.end(), found.known.begin(), found.known.end());
+  if (here != wanted.known.end() || there != found.known.end()) {
+    Breach(when + ": wanted " + (here == wanted.known.end() ? "nothing" : *here) + ", found " +
+           (there == found.known.end() ? "nothing" : *there));
+  }
+  const auto [a, b] =
+      std::mismatch(wanted.samples.begin(), wanted.samples.end(), found.samples.begin(), found.samples.end());
+  if (a != wanted.samples.end()) {
+    Breach(when + ": wanted " + PlainNumber(std::bit_cast<float>(*a)) + ", found " +
+           PlainNumber(std::bit_cast<float>(*b)) + " at place " + std::to_string(a - wanted.samples.begin()));
+  }
+}
 
 void WantWhole(const Workbench& workbench) {
   WantTrial(workbench.trial);

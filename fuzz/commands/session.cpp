@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 
 #include "app/command_table.hpp"
 #include "commands/breach.hpp"
 #include "commands/invariants.hpp"
 #include "commands/small_trials.hpp"
+#include "commands/undo.hpp"
 #include "core/trial/helpers.hpp"
 #include "graph/multi/multi_view.hpp"
 #include "graph/threshold_lines.hpp"
@@ -20,10 +22,17 @@ using Family = std::vector<const Command*>;
 
 // They leave the process or its directory, delete what is there, or tell how something is done.
 bool IsLeftAlone(std::string_view id) {
-  static constexpr std::array<std::string_view, 9> kAlone = {
-      "file.open-directory", "file.make-subdirectory", "file.remove-directory",
-      "file.delete",         "file.explore",           "file.exit",
-      "view.print",          "threshold.help",         "help."};
+  static constexpr std::array<std::string_view, 11> kAlone = {"file.open-directory",
+                                                              "file.make-subdirectory",
+                                                              "file.remove-directory",
+                                                              "file.delete",
+                                                              "file.explore",
+                                                              "file.exit",
+                                                              "file.close",
+                                                              "view.print",
+                                                              "threshold.help",
+                                                              "table-stats.",
+                                                              "help."};
   return std::any_of(kAlone.begin(), kAlone.end(),
                      [id](std::string_view one) { return id.starts_with(one); });
 }
@@ -86,12 +95,15 @@ void Session::Run() {
     Step();
     WantWhole(workbench_);
   }
+  CheckUndo();
 }
 
 void Session::Step() {
   const std::size_t what = choices_.Below(32);
   if (what == 31) {
     RunSome(*FindCommand("file.load"));
+  } else if (what >= 28) {
+    CheckUndo();
   } else if (what >= 14 && workbench_.view != nullptr) {
     Act("a gesture", [this] { Gesture(); });
   } else {
@@ -107,13 +119,30 @@ const Command& Session::SomeCommand() {
 }
 
 void Session::RunSome(const Command& command) {
-  answers_.BeginStep(workbench_.trial);
+  const bool merges = workbench_.merge.MergePending;
   const bool loads = command.id == "file.load";
   if (loads) {
+    LeaveOldTrial();
     workbench_.trial.FileName = answers_.AnyFile("");
   }
   Trail("do: " + std::string(command.id) + (loads ? " " + workbench_.trial.FileName : ""));
   Act(std::string(command.id), [&] { RunCommand(workbench_, command); });
+  if (command.id == "smooth.polynomial" || command.id == "smooth.spline") {
+    repeatable_ = false;  // they go by what the picker was left with, which steps that failed change, too
+  }
+  if (loads && !merges && DidAnything(workbench_.report.deeds)) {
+    input_ = workbench_.LoadedFile;
+    repeatable_ = !input_.ends_with(".ftf");  // what it is asked depends on the trial before
+  }
+}
+
+// No history knows of a graph that stays open for the next trial, and no recipe what the picker was left
+// with.
+void Session::LeaveOldTrial() {
+  if (workbench_.view != nullptr) {
+    RunSome(*FindCommand("view.exit"));
+  }
+  workbench_.chooser = {};
 }
 
 template <typename Action>
@@ -121,7 +150,14 @@ void Session::Act(const std::string& name, const Action& action) {
   const Costs costs(name);
   answers_.BeginStep(workbench_.trial);
   workbench_.report = {};
+  const TrialState before(workbench_.trial);
   action();
+  if (!workbench_.report.failures.empty() && !(before == TrialState(workbench_.trial))) {
+    repeatable_ = false;  // what was written before the fault stays
+  }
+  if (workbench_.trial.Rate == 0.0) {
+    repeatable_ = false;  // a graph that is looked at gives it the rate of the trial before
+  }
   Trail("  did: " + WordsOf(workbench_.report.deeds));
 }
 
@@ -190,8 +226,21 @@ void Session::Gesture() {
       Trail("click on " + std::to_string(graph));
       return view.Click(graph, choices_.Of(std::array{Clicked::Once, Clicked::Twice, Clicked::Right}));
     default:
-      Trail("leave");
-      LeaveView(workbench_);
+      return RunSome(*FindCommand("view.exit"));
+  }
+}
+
+void Session::CheckUndo() {
+  static const bool wanted = std::getenv("FUZZ_UNDO") != nullptr;
+  if (!wanted || !repeatable_ || history_.Place() < 0) {
+    return;
+  }
+  const Costs costs("going through the history");
+  answers_.BeginStep(workbench_.trial);
+  if (choices_.Left() && !choices_.OneIn(4)) {
+    WantWayBack(history_, workbench_, place_, choices_.Below(history_.Lines().size()));
+  } else {
+    WantSameByRecipe(history_, workbench_, place_, input_);
   }
 }
 

@@ -30,11 +30,13 @@ class Session {
   [[nodiscard]] const Command& SomeCommand();
   template <typename Action>
   void Act(const std::string& name, const Action& action);
+  void LeaveOldTrial();
   void Gesture();
   void PressSomeKey(OpenView& view);
   void DragSomething(OpenView& view, int graph);
   [[nodiscard]] double SomePlace();
   [[nodiscard]] int SomeGraph();
+  void CheckUndo();
   [[nodiscard]] bool IsTooLarge() const;
 
   Choices& choices_;
@@ -42,6 +44,8 @@ class Session {
   RandomAnswers answers_{choices_, place_};
   History history_{answers_};
   Workbench workbench_{history_.Recording()};
+  std::string input_;        // with which the history begins
+  bool repeatable_ = false;  // nothing was done that the history does not know
 };
 
 }  // namespace velmora::fuzz
