@@ -12,7 +12,7 @@ namespace velmora {
 struct RunStart {
   std::string window;  // of spectra, the id of the command that chooses it; empty: none
   std::optional<ThresholdMemory> thresholds;  // of another trial
-  // What the picker was left with; no recipe says it yet.
+  // What the picker was left with, for the way back: a recipe begins with nothing picked, and says its picks.
   ChannelFlags picked{};
   PerChannel<float> constants{};
 };
