@@ -152,7 +152,9 @@ std::string RandomAnswers::TextFor(const FormField& field) {
     return choices_.OneIn(3) ? "false" : "true";
   }
   if (!field.choices.empty()) {
-    return std::to_string(choices_.Below(field.choices.size() + (choices_.OneIn(16) ? 1 : 0)));
+    const auto choice = static_cast<std::int32_t>(choices_.Below(field.choices.size()));
+    const auto& closed = field.disabledChoices;
+    return std::find(closed.begin(), closed.end(), choice) == closed.end() ? std::to_string(choice) : "";
   }
   if (!std::holds_alternative<std::string*>(field.target)) {
     return Number();

@@ -123,6 +123,9 @@ void Session::RunSome(const Command& command) {
   const bool loads = command.id == "file.load";
   if (loads) {
     LeaveOldTrial();
+    if (workbench_.view != nullptr) {
+      return;  // it was to stay
+    }
     workbench_.trial.FileName = answers_.AnyFile("");
   }
   Trail("do: " + std::string(command.id) + (loads ? " " + workbench_.trial.FileName : ""));
