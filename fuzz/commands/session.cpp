@@ -120,6 +120,10 @@ const Command& Session::SomeCommand() {
 
 void Session::RunSome(const Command& command) {
   const bool merges = workbench_.merge.MergePending;
+  constexpr double longSeconds = 100.0;  // many rates that can be entered would fill the memory
+  if (command.id == "time.change-rate" && workbench_.trial.Duration > longSeconds) {
+    return;
+  }
   const bool loads = command.id == "file.load";
   if (loads) {
     LeaveOldTrial();
