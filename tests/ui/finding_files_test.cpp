@@ -37,6 +37,26 @@ class FindingFiles : public Story {
   }
 };
 
+// The completer reads directories in its own time and shows its list when it has read one.
+TEST_F(FindingFiles, NoListOfCompletionsComesUpOnceAPlaceIsEntered) {
+  std::filesystem::create_directories(Path("deep/er/walks"));
+  QCompleter* completer = Find<QComboBox>("location")->completer();
+  auto* paths = qobject_cast<QFileSystemModel*>(completer->model());
+  QStringList read;
+  const auto noted = QObject::connect(paths, &QFileSystemModel::directoryLoaded,
+                                      [&read](const QString& directory) { read << directory; });
+  bool came = false;
+  TypePlace(Path("deep/er"));
+  paths->fetchMore(paths->index(QString::fromStdString(Path("deep"))));
+  EXPECT_TRUE(test::WaitFor([&] {
+    came = came || completer->popup()->isVisible();
+    return read.contains(QString::fromStdString(Path("deep")));
+  }));
+  QApplication::processEvents();
+  EXPECT_FALSE(came || completer->popup()->isVisible());
+  QObject::disconnect(noted);
+}
+
 TEST_F(FindingFiles, RowsOfTheDirectoryTreeStayUnderThePointer) {
   // Not among the temporary ones, where other programs' directories come and go above the rows.
   const TemporaryDirectory sessions(before_);

@@ -93,10 +93,23 @@ TEST_F(RecipeWindow, StaysAliveWhileARunGoesOnAndCancelEndsIt) {
   EXPECT_EQ(Shown().NChan, 3) << "the window does what it is asked to meanwhile";
   EXPECT_TRUE(State(0).starts_with("step ")) << State(0);
   Shot(*dialog_, "recipe-running");
+  const auto leaves = [this](const char* button) {
+    person_.When("Recipe Is Running", [button](QWidget* box) { Person::Press(box, button); });
+    window_->close();
+    person_.Work();
+  };
+  leaves("Cancel");
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_TRUE(State(0).starts_with("step ")) << State(0);
   Person::Press(dialog_, "Cancel");
   EXPECT_TRUE(Becomes([this] { return Said(); }, "Cancelled: 0 done, 0 failed, 1 interrupted, 1 not run"));
   EXPECT_EQ(State(0), "interrupted");
   EXPECT_EQ(State(1), "not run");
+  Person::Press(dialog_, "Run");
+  EXPECT_TRUE(test::WaitFor([this] { return State(0).starts_with("step "); })) << State(0);
+  leaves("OK");
+  EXPECT_TRUE(test::WaitFor([this] { return !window_->isVisible(); }));
+  EXPECT_EQ(Said(), "Cancelled: 0 done, 0 failed, 1 interrupted, 1 not run") << "the run was not killed";
 }
 
 }  // namespace

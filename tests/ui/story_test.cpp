@@ -408,6 +408,27 @@ TEST_F(Story, TakesAFileThatIsDroppedAndTellsWhatItCannotRead) {
   dropped("walk.vmb");
   EXPECT_TRUE(test::WaitFor([this] { return Shown().NData == 6001; }));
 
+  // Of several files one is opened, and said before; a directory is where the browser goes.
+  WriteTrial("other.vmb", 2);
+  const auto several = [&](const char* button) {
+    person_.When("Several Files", [this, button](QWidget* box) {
+      EXPECT_THROW(DropFiles(window_.get(), {Path("walk.vmb")}), std::runtime_error) << "a box waits";
+      Person::Press(box, button);
+    });
+    DropFiles(window_.get(), {Path("other.vmb"), Path("walk.vmb")});
+    person_.Work();
+  };
+  several("Cancel");
+  EXPECT_EQ(Shown().NChan, 3);
+  several("OK");
+  EXPECT_TRUE(test::WaitFor([this] { return Shown().NChan == 2; }));
+  std::filesystem::create_directories(Path("inner"));
+  dropped("inner");
+  EXPECT_TRUE(test::WaitFor([this] { return window_->State().DataDir == Path("inner/"); }));
+  EXPECT_EQ(Shown().NData, 6001) << "the trial stays";
+  dropped("walk.vmb");
+  EXPECT_TRUE(test::WaitFor([this] { return Shown().NChan == 3; }));
+
   // A saved spectrum is a trial of one channel, dropped or double-clicked.
   RunRecipe(
       "velmora2: 1\nsteps:\n  - do: file.load\n    file: \"${input}\"\n"

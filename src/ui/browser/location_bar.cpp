@@ -1,5 +1,6 @@
 #include "ui/browser/location_bar.hpp"
 
+#include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QCompleter>
@@ -106,6 +107,9 @@ void LocationBar::Fill() {
   Section(recent_);
   Section(FileSystems());
   line_->setCurrentIndex(0);
+  // The line makes what it shows the start of completions: their list would come up over what follows once
+  // the completer, which reads directories in its own time, has read that one. No path starts like this.
+  line_->completer()->setCompletionPrefix(QStringLiteral("\n"));
 }
 
 // Each place once.
@@ -127,6 +131,7 @@ void LocationBar::Section(const QStringList& paths) {
 void LocationBar::Typed() {
   const QString path = Meant(line_->currentText(), directory_);
   const bool isFile = QFileInfo(path).isFile();
+  line_->completer()->popup()->hide();
   Fill();  // what cannot be opened does not stay
   if (isFile) {
     Q_EMIT FileChosen(path);

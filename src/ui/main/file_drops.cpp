@@ -1,5 +1,6 @@
 #include "ui/main/file_drops.hpp"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
@@ -20,14 +21,20 @@ bool FileDrops::eventFilter(QObject* watched, QEvent* event) {
   }
   auto* drop = static_cast<QDropEvent*>(event);  // entering is a kind of it
   const QList<QUrl> urls = drop->mimeData()->urls();
-  if (urls.isEmpty() || !urls.constFirst().isLocalFile()) {
+  std::vector<std::string> paths;
+  for (const QUrl& url : urls) {
+    if (url.isLocalFile()) {
+      paths.push_back(ToStd(url.toLocalFile()));
+    }
+  }
+  if (paths.empty() || QApplication::activeModalWidget() != nullptr) {
     return true;
   }
   drop->acceptProposedAction();
   if (event->type() == QEvent::Drop) {
     // The program that the file comes from waits until the drop is over.
     QMetaObject::invokeMethod(
-        this, [this, path = ToStd(urls.constFirst().toLocalFile())] { open_(path); }, Qt::QueuedConnection);
+        this, [this, paths] { open_(paths); }, Qt::QueuedConnection);
   }
   return true;
 }

@@ -3,15 +3,16 @@
 #include <QObject>
 #include <functional>
 #include <string>
+#include <vector>
 
 class QWidget;
 
 namespace velmora::ui {
 
-/// Takes the files that are dropped on a window.
+/// Takes the files that are dropped on a window, unless a dialogue waits for an answer.
 class FileDrops : public QObject {
  public:
-  using Open = std::function<void(const std::string& path)>;
+  using Open = std::function<void(const std::vector<std::string>& paths)>;
 
   FileDrops(QWidget* window, Open open);
 

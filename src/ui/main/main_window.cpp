@@ -16,6 +16,7 @@
 #include "ui/main/about_dialog.hpp"
 #include "ui/main/tell.hpp"
 #include "ui/main/welcome_panel.hpp"
+#include "ui/recipes/recipe_dialog.hpp"
 #include "ui/text.hpp"
 #include "ui/trial/history_panel.hpp"
 #include "ui/trial/trial_panel.hpp"
@@ -179,6 +180,22 @@ void MainWindow::Obey(ShellRequest request) {
   }
 }
 
+// The tables of a run are written at its end: one that is stopped writes what it has, one that is killed
+// nothing.
+bool MainWindow::MayStopRecipe() {
+  if (recipes_ == nullptr || !recipes_->IsRunning()) {
+    return true;
+  }
+  if (person_.AskBox({.title = "Recipe Is Running",
+                      .text = "A recipe is running.  Press OK to stop it and exit, or Cancel to let it end.",
+                      .icon = Icon::Exclamation,
+                      .buttons = {Button::OK, Button::Cancel}}) != Button::OK) {
+    return false;
+  }
+  recipes_->Stop();
+  return true;
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (runner_.Busy()) {
     event->ignore();
@@ -186,6 +203,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   if (!leaving_) {
     runner_.Run("file.exit");
+    event->ignore();
+    return;
+  }
+  if (!MayStopRecipe()) {
+    leaving_ = false;
     event->ignore();
     return;
   }

@@ -67,10 +67,13 @@ class MainWindow : public QMainWindow {
   void ShowHistory();
   void ShowState();
   void Obey(ShellRequest request);
+  bool MayStopRecipe();
 
   // main_window_panels.cpp
   void AddPanels();
   void ConnectDataFiles();
+  void EnterDirectory(const std::string& path);
+  void TakeDropped(const std::vector<std::string>& paths);
   void ConnectTextFiles();
   void ConnectTrial();
   void ConnectHistory();

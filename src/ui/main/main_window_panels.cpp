@@ -1,8 +1,10 @@
 // The panels of the window, and what they are wired to.
 #include <QDockWidget>
 #include <QStackedWidget>
+#include <filesystem>
 
 #include "browse/file_commands.hpp"
+#include "core/files/paths.hpp"
 #include "ui/browser/browser_panel.hpp"
 #include "ui/main/file_drops.hpp"
 #include "ui/main/main_window.hpp"
@@ -48,11 +50,8 @@ void MainWindow::ConnectDataFiles() {
   const auto open = [this](const std::string& path) { opener_.Open(path); };
   opener_.onSelected = [this] { browser_->ShowSelected(); };
   opener_.onLoaded = [this] { browser_->ShowPlaces(settings_.RecentDirectories()); };
-  connect(browser_, &BrowserPanel::DirectoryChosen, this, [this](const QString& path) {
-    if (!OpenDirectory(workbench_, ToStd(path))) {
-      browser_->Refresh();  // back to where it is
-    }
-  });
+  connect(browser_, &BrowserPanel::DirectoryChosen, this,
+          [this](const QString& path) { EnterDirectory(ToStd(path)); });
   connect(browser_, &BrowserPanel::FileChosen, this,
           [this](const QString& path) { opener_.Open(ToStd(path)); });
   FileListView* files = browser_->DataFiles();
@@ -64,7 +63,36 @@ void MainWindow::ConnectDataFiles() {
           [this] { Tell(person_, "", "No data files in this subdirectory."); });
   connect(welcome_, &WelcomePanel::ExampleWanted, this, [this] { opener_.OpenExample(makeExample_); });
   connect(welcome_, &WelcomePanel::FileWanted, this, [open](const QString& path) { open(ToStd(path)); });
-  new FileDrops(this, open);
+  new FileDrops(this, [this](const std::vector<std::string>& paths) { TakeDropped(paths); });
+}
+
+void MainWindow::EnterDirectory(const std::string& path) {
+  if (!OpenDirectory(workbench_, path)) {
+    browser_->Refresh();  // back to where it is
+  }
+}
+
+// There is one trial; whoever drops several files learns which one it will be.
+void MainWindow::TakeDropped(const std::vector<std::string>& paths) {
+  std::error_code error;
+  if (runner_.Busy()) {
+    return;
+  }
+  if (std::filesystem::is_directory(paths.front(), error)) {
+    EnterDirectory(paths.front());
+    return;
+  }
+  if (paths.size() > 1 &&
+      person_.AskBox({.title = "Several Files",
+                      .text = std::to_string(paths.size()) +
+                              " files were dropped, and one trial is open at a time.  Press OK to open " +
+                              FileNamePart(paths.front()) +
+                              ".  \"Run a recipe\" of the File menu works on several files.",
+                      .icon = Icon::Information,
+                      .buttons = {Button::OK, Button::Cancel}}) != Button::OK) {
+    return;
+  }
+  opener_.Open(paths.front());
 }
 
 void MainWindow::ConnectTextFiles() {

@@ -259,6 +259,18 @@ void RecipeDialog::UpdateButtons() {
   remove_->setEnabled(!running && !files_->selectedItems().isEmpty());
 }
 
+bool RecipeDialog::IsRunning() const {
+  return process_.IsRunning();
+}
+
+void RecipeDialog::Stop() {
+  if (process_.IsRunning()) {
+    cancelled_ = true;
+    process_.Cancel();
+    process_.WaitForEnd();
+  }
+}
+
 // Nobody would see what becomes of a run whose window is gone.
 void RecipeDialog::closeEvent(QCloseEvent* event) {
   if (process_.IsRunning()) {

@@ -29,6 +29,10 @@ class RecipeDialog : public QDialog {
   /// Adds those that are not in the list.
   void AddFiles(const QStringList& files);
 
+  [[nodiscard]] bool IsRunning() const;
+  /// Ends a run as Cancel does, and waits until what it has done is written.
+  void Stop();
+
  Q_SIGNALS:
   /// A row was chosen whose file is wanted as the trial.
   void TrialWanted(const QString& path);

@@ -45,6 +45,11 @@ void RecipeProcess::Cancel() {
   process_.terminate();
 }
 
+void RecipeProcess::WaitForEnd() {
+  constexpr int kPatience = 30'000;  // ms; what does not end by then is killed with this object
+  process_.waitForFinished(kPatience);
+}
+
 void RecipeProcess::ReadLines() {
   while (process_.canReadLine()) {
     ReadLine(process_.readLine());

@@ -25,6 +25,8 @@ class RecipeProcess : public QObject {
   void Start(const RecipeOrder& order);
   /// Inputs at work end; what is done stays.
   void Cancel();
+  /// Returns when what Cancel left to do is done.
+  void WaitForEnd();
   [[nodiscard]] bool IsRunning() const { return process_.state() != QProcess::NotRunning; }
 
  Q_SIGNALS:
