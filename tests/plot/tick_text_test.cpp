@@ -14,7 +14,9 @@ TEST(TickText, NumeralsArePlainOrHaveAPrefix) {
   EXPECT_EQ(TickText(1.5e6, 0.5e6, 2e6), "1.5 M");
   EXPECT_EQ(TickText(-2.5e-6, 2.5e-6, 1e-5), "-2.5 µ");
   EXPECT_EQ(TickText(2e-3, 1e-3, 9e-3), "2 m");
-  EXPECT_EQ(TickText(3e-17, 0.1, 1.0), "0");  // what rounding leaves of zero
+  EXPECT_EQ(TickText(3e-17, 0.1, 1.0), "0");                // what rounding leaves of zero
+  EXPECT_EQ(TickText(-2.5e38, 0.5e38, 3e38), "-250·10³⁶");  // past all prefixes
+  EXPECT_EQ(TickText(5e-31, 5e-31, 1e-30), "0.5·10⁻³⁰");
   // Decades.
   EXPECT_EQ(DecadeText(0.01), "0.01");
   EXPECT_EQ(DecadeText(0.1), "0.1");

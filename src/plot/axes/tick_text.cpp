@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string>
 
 #include "core/text/numbers.hpp"
 
@@ -11,22 +12,36 @@ namespace {
 
 struct Prefix {
   int power = 0;
-  const char* text = "";
+  std::string text;
 };
 
-constexpr std::array kPrefixes = {Prefix{-15, " f"}, Prefix{-12, " p"}, Prefix{-9, " n"}, Prefix{-6, " µ"},
-                                  Prefix{-3, " m"},  Prefix{3, " k"},   Prefix{6, " M"},  Prefix{9, " G"},
-                                  Prefix{12, " T"},  Prefix{15, " P"}};
+const std::array kPrefixes = {Prefix{-15, " f"}, Prefix{-12, " p"}, Prefix{-9, " n"}, Prefix{-6, " µ"},
+                              Prefix{-3, " m"},  Prefix{3, " k"},   Prefix{6, " M"},  Prefix{9, " G"},
+                              Prefix{12, " T"},  Prefix{15, " P"}};
 
 constexpr double kLargestPlain = 1e5;
 constexpr double kSmallestPlain = 1e-2;
 constexpr double kRounding = 1e-9;
 
-// The prefix under which `largest` has one to three digits before the point, as far as there is one.
+std::string TenTo(int power) {
+  constexpr std::array kRaised = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
+  std::string text = power < 0 ? "10⁻" : "10";
+  for (const char digit : std::to_string(std::abs(power))) {
+    text += kRaised[static_cast<std::size_t>(digit - '0')];
+  }
+  return text;
+}
+
+// The prefix under which `largest` has one to three digits before the point, or a power of ten where
+// none has: digits in rows of twenty cannot be read, and zeros tell no ticks apart.
 Prefix PrefixFor(double largest) {
   if (largest == 0 || !std::isfinite(largest) ||
       (largest < kLargestPlain && largest >= kSmallestPlain * (1 - kRounding))) {
     return {};
+  }
+  const int power = 3 * static_cast<int>(std::floor(std::log10(largest * (1 + kRounding)) / 3));
+  if (power < kPrefixes.front().power || power > kPrefixes.back().power) {
+    return {power, "·" + TenTo(power)};
   }
   Prefix found = kPrefixes.front();
   for (const Prefix& prefix : kPrefixes) {
@@ -73,12 +88,7 @@ std::string DecadeText(double tick) {
   if (power >= -2 && power < 0) {
     return power == -1 ? "0.1" : "0.01";
   }
-  constexpr std::array kRaised = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
-  std::string text = power < 0 ? "10⁻" : "10";
-  for (const char digit : std::to_string(std::abs(power))) {
-    text += kRaised[static_cast<std::size_t>(digit - '0')];
-  }
-  return text;
+  return TenTo(power);
 }
 
 std::string ClockTickText(double tick, double step) {
