@@ -46,11 +46,21 @@ PlateDatabase ReadUnderPanel(Workbench& workbench, const std::string& path) {
   return ReadPlateDatabase(path, [&panel](double done) { panel.SetValue(done); });
 }
 
-// Reads what is there, so that nobody else's record is lost, and writes all of it.
+// What is there, so that nobody else's record is lost. A record among the samples of a trial would be the end
+// of both.
+PlateDatabase ReadToExtend(const std::string& path) {
+  PlateDatabase database = PathExists(path) ? ReadPlateDatabase(path) : PlateDatabase();
+  const bool holdsPlates = database.Records() > 0 && !database.Name(0).empty() && database.Plate(0);
+  if (!database.Bytes().empty() && !holdsPlates) {
+    throw FileError("it is no force plate database, and was left as it is");
+  }
+  return database;
+}
+
 bool PutIntoFile(Workbench& workbench, const std::string& path, const ForcePlate& plate) {
   workbench.OutputFileName = path;
   try {
-    PlateDatabase database = PathExists(path) ? ReadPlateDatabase(path) : PlateDatabase();
+    PlateDatabase database = ReadToExtend(path);
     database.Put(plate);
     WritePlateDatabase(workbench, path, database);
   } catch (const FileError& error) {

@@ -207,6 +207,12 @@ TEST_F(PlateFormsTest, ABadDatabaseIsToldAndNeverLost) {
       "{form: "
       "{press: Cancel}}]\n");
   EXPECT_HAS(Why(), "Error reading file");
+  // Nothing is written into a file of something else, a trial for one.
+  Run("  - do: plates.change-type\n    answers: [{box: OK}, {form: {a: 1, press: Save}}, {input: mine}, "
+      "{file: "
+      "\"${out}/x.dbp\"}, {form: {press: Cancel}}]\n");
+  EXPECT_HAS(Why(), "it is no force plate database, and was left as it is");
+  EXPECT_EQ(ReadFile(directory_.Path("x.dbp")), std::string(700, '\x7F'));
   // A new record goes in front of what was left over; one of the same name in the place of the old.
   PlateDatabase database(std::string(620, 'a') + "rest");
   database.Put({.PlateName = "b", .a = 1});
