@@ -475,6 +475,34 @@ TEST_F(HistoryTest, AGraphThatAnotherCommandOpensIsOpenedAgain) {
   EXPECT_EQ(Bits(workbench.trial), cropped);
 }
 
+// Somebody looks through trials with the graph open, and works on one of them.
+TEST_F(HistoryTest, AGraphThatStaysOpenOverALoadIsOpenedForTheNextTrial) {
+  const std::string next = directory.Path("next.vmb");
+  std::filesystem::copy_file(input, next);
+  Load();
+  Scale();
+  person.FillForm({{"channels 1", "true"}});
+  Do("graph.single");
+  OpenSingleView(workbench).PressKey({.name = "2"});
+  OpenSingleView(workbench).MoveCursor(1, 0.5);
+  OpenSingleView(workbench).MoveCursor(2, 0.7);
+  workbench.trial.FileName = next;
+  Do("file.load");
+  OpenSingleView(workbench).MoveCursor(2, 0.6);
+  person.FillForm({});
+  Do("crop.outside");
+  CloseView(workbench);
+  EXPECT_EQ(workbench.trial.NData, 21);
+  EXPECT_EQ(Words(), (std::vector<std::string>{"Opened next.vmb, 3 channels, 500 samples at 200 Hz",
+                                               "Graph: 2 cursors at 0.500 s and 0.600 s",
+                                               "Cropped to samples 101 to 121 (0.5000 to 0.6000 s)"}));
+  const std::vector<std::uint32_t> cropped = Bits(workbench.trial);
+  EXPECT_EQ(Bits(ReplayOn(next, "again", true)->State().trial), cropped);
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_EQ(history.GoTo(history.Lines().size() - 1), "");
+  EXPECT_EQ(Bits(workbench.trial), cropped);
+}
+
 // What a form fills in by itself is no typing: it follows what is chosen later, again in the recipe.
 TEST_F(HistoryTest, WhatAFormFillsInIsRepeatedWithIt) {
   workbench.smoothing = {.WindowWidth = 11, .WindowInSeconds = true};

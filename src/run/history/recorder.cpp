@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "core/files/paths.hpp"
@@ -158,7 +159,9 @@ void Recorder::Keep() {
   const bool did = DidAnything(workbench_->report.deeds);
   const Command* const* command = std::get_if<const Command*>(&action_);
   begins_ = begins_ && (did || workbench_->trial.NData < 1);  // or it was called off, and the trial stays
+  std::vector<RecordedStep> stayed;
   if (begins_) {
+    stayed = LooksOfOpenView();
     start_ = StartOf(*workbench_);
     steps_.clear();
     later_.clear();
@@ -173,9 +176,32 @@ void Recorder::Keep() {
   } else if (!failed && !none_ && (command == nullptr || IsKept((*command)->id)) &&
              (did || IsLook() || current_.picked)) {
     Add(did);
+    AddStayed(std::move(stayed));
   }
   NotePlacedCursors();
   viewOpen_ = workbench_->view != nullptr;
+}
+
+// A graph stays open while the next trial is loaded, and shows it as it showed the one before.
+std::vector<RecordedStep> Recorder::LooksOfOpenView() const {
+  std::vector<RecordedStep> looks;
+  if (viewOpen_ && workbench_->view != nullptr) {
+    std::copy_if(steps_.begin(), steps_.end(), std::back_inserter(looks),
+                 [this](const RecordedStep& step) { return step.view == views_ && step.deeds.empty(); });
+  }
+  const bool opened = !looks.empty() && std::holds_alternative<CommandStep>(looks.front().steps.front().what);
+  return opened ? looks : std::vector<RecordedStep>();
+}
+
+void Recorder::AddStayed(std::vector<RecordedStep> looks) {
+  if (looks.empty()) {
+    return;
+  }
+  std::move(looks.begin(), looks.end(), std::back_inserter(steps_));
+  const auto* view = FindTimeView(*workbench_);
+  for (int k = 1; view != nullptr && !cursorsFound_ && k <= view->Cursors(); ++k) {
+    AddMove({k, view->Lead().Cursors[static_cast<std::size_t>(k - 1)].XPosition});
+  }
 }
 
 void Recorder::Add(bool did) {
@@ -302,11 +328,13 @@ void Recorder::AddThreshold(const ThresholdMove& move) {
 void Recorder::NotePlacedCursors() {
   if (workbench_->view != nullptr && !viewOpen_) {
     cursors_ = 0;
+    cursorsFound_ = false;
   }
   const auto* view = FindTimeView(*workbench_);
   const std::size_t before = cursors_;
   cursors_ = view != nullptr ? static_cast<std::size_t>(view->Cursors()) : 0;
   if (DidAnything(workbench_->report.deeds)) {
+    cursorsFound_ = cursorsFound_ || cursors_ != before;
     return;
   }
   for (std::size_t k = IsCursorReset(action_) ? 0 : before; k < cursors_; ++k) {

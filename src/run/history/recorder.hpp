@@ -84,6 +84,8 @@ class Recorder : public Questions, public ActionListener {
   void NoteWhatIsLeft(RecordedStep& step) const;
   [[nodiscard]] bool IsLook() const;
   [[nodiscard]] int CurrentView() const { return workbench_->view != nullptr || viewOpen_ ? views_ : 0; }
+  [[nodiscard]] std::vector<RecordedStep> LooksOfOpenView() const;
+  void AddStayed(std::vector<RecordedStep> looks);
   void NoteClosedView();
   void NoteWayThroughAll(Form& form);
   void NotePlacedCursors();
@@ -105,11 +107,12 @@ class Recorder : public Questions, public ActionListener {
   int asking_ = 0;  // what is asked while a dialogue is filled belongs to that dialogue
   Action action_;
   RecordedStep current_;
-  bool begins_ = false;      // a load that starts a new history
-  bool none_ = false;        // a key that the view does not have
-  bool calledOff_ = false;   // the last answer was a Cancel
-  bool oneQuestion_ = true;  // all answers were to one question
-  std::size_t cursors_ = 0;  // of the view, after the last step
+  bool begins_ = false;        // a load that starts a new history
+  bool none_ = false;          // a key that the view does not have
+  bool calledOff_ = false;     // the last answer was a Cancel
+  bool oneQuestion_ = true;    // all answers were to one question
+  std::size_t cursors_ = 0;    // of the view, after the last step
+  bool cursorsFound_ = false;  // among them some that a command has put there
   bool viewOpen_ = false;
   int views_ = 0;  // opened so far
   /// What a command may leave for the next without a word.
