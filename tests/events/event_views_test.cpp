@@ -44,6 +44,11 @@ class EventViewsTest : public RecipeTest {
   static constexpr const char* kThresholds =
       "  - do: threshold.calculate\n    answers:\n      - {title: Threshold Magnitude, input: \"2\"}\n"
       "      - pick: {press: Process}\n";
+  // In channel 1, from 0.7 to 1.2 s.
+  static constexpr const char* kOneEvent =
+      "  - view: {key: F9}\n    answers: [box: \"No\"]\n"
+      "  - view: {move: 1, x: 0.5}\n  - view: {move: 2, x: 2}\n"
+      "  - view: {key: O}\n  - view: {right-click: 1}";
   void RunAll(const std::string& steps) {
     Run(kOpen + std::string(kRest) + kThresholds + steps);
     ASSERT_EQ(Why(), "all ran");
@@ -322,13 +327,7 @@ TEST_F(EventViewsTest, GapsAmongTheGraphsAndChannelsLeftOutStayEmpty) {
 }
 
 TEST_F(EventViewsTest, WhatWasRecordedAndMarkedStaysOnItsSamplesThroughCrops) {
-  RunAll(R"(
-  - view: {key: F9}
-    answers: [box: "No"]
-  - view: {move: 1, x: 0.5}
-  - view: {move: 2, x: 2}
-  - view: {key: O}
-  - view: {right-click: 1}
+  RunAll(std::string(kOneEvent) + R"(
   - do: value.extreme-times
   - do: crop.select
     answers: [form: {CursorLo: 5, CursorHi: 15, ClipResetTime: true, press: Crop}]
@@ -361,13 +360,7 @@ TEST_F(EventViewsTest, WhatWasRecordedAndMarkedStaysOnItsSamplesThroughCrops) {
 
 // What a time counts changes with the abscissa, and which sample it is with the samples.
 TEST_F(EventViewsTest, RecordedEventsStayOnTheirSamplesWhateverTheAbscissaCounts) {
-  RunAll(R"(
-  - view: {key: F9}
-    answers: [box: "No"]
-  - view: {move: 1, x: 0.5}
-  - view: {move: 2, x: 2}
-  - view: {key: O}
-  - view: {right-click: 1}
+  RunAll(std::string(kOneEvent) + R"(
   - view: {close: true}
     answers: [box: "No"]
   - do: timebase.percentage
