@@ -1,6 +1,7 @@
 #include "import/merge.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -56,11 +57,12 @@ std::string CountedBy(TimeBase base, const Trial& trial) {
                                         : Trim(trial.ChanUnits[0].Text());
 }
 
-std::int64_t IntervalsAtRate(const Trial& trial, double rate) {
-  return RoundHalfEven(trial.NData / trial.Rate * rate);
-}
-
 }  // namespace
+
+std::int64_t IntervalsAtRate(const Trial& trial, double rate) {
+  const bool resampled = rate != trial.Rate && rate > 0 && trial.Rate > 0;
+  return resampled ? RoundHalfEven(trial.NData / trial.Rate * rate) : trial.NData - std::int64_t{1};
+}
 
 void StoreForMerge(Workbench& workbench) {
   const Trial& trial = workbench.trial;
@@ -102,9 +104,12 @@ std::string MatchTimeBases(Workbench& workbench) {
 
 std::string WhyNotMerged(const Trial& stored, const Trial& next, MergeLengths how) {
   const bool synchronise = next.Rate != stored.Rate && next.Rate > 0 && stored.Rate > 0;
-  const std::int64_t intervals = synchronise ? IntervalsAtRate(next, stored.Rate) : next.NData - 1;
+  const std::int64_t intervals = IntervalsAtRate(next, stored.Rate);
   if (synchronise && (next.NData < 2 || intervals < 1)) {
     return "The next file is too short to be re-sampled to the rate of the stored data.";
+  }
+  if (intervals >= std::numeric_limits<std::int32_t>::max()) {
+    return "The next file would have too many samples at the rate of the stored data.";
   }
   const bool resample = how == MergeLengths::NormaliseNext || how == MergeLengths::NormaliseStored;
   if (resample && intervals + 1 != stored.NData && std::min(intervals, stored.NData - std::int64_t{1}) < 1) {

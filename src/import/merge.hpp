@@ -22,6 +22,10 @@ void StoreForMerge(Workbench& workbench);
 /// abscissas of the two do not go together; empty when they do.
 std::string MatchTimeBases(Workbench& workbench);
 
+/// How many intervals between samples the trial has at another rate (Hz); as many as now when a rate is not
+/// known.
+std::int64_t IntervalsAtRate(const Trial& trial, double rate);
+
 /// Why the two cannot be brought to one rate and length in that way: one sample, or none that would be left,
 /// has nothing to re-sample. Empty when they can.
 std::string WhyNotMerged(const Trial& stored, const Trial& next, MergeLengths how);

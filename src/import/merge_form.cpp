@@ -5,6 +5,7 @@
 #include "core/questions/form.hpp"
 #include "core/text/numbers.hpp"
 #include "core/trial/helpers.hpp"
+#include "core/trial/refusals.hpp"
 #include "import/merge.hpp"
 
 namespace velmora {
@@ -111,6 +112,10 @@ class MergeForm : public Form {
       ShowRefusal(
           workbench_,
           {.title = "Cannot Merge", .text = reason, .icon = Icon::Exclamation, .about = trial_.FileName});
+      return false;
+    }
+    const std::int64_t samples = IntervalsAtRate(trial_, store_.stored.Rate) + 1;
+    if (samples > trial_.NData && !MayBeLarge(workbench_, samples, trial_.NChan)) {
       return false;
     }
     if (!MatchRates()) {

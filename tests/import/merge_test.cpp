@@ -109,7 +109,8 @@ TEST_F(MergeTest, WhatCannotBeResampledIsRefusedAndTheDialogueStays) {
   };
   for (const Case& c : {Case{1, "0", "100", "A single sample", "Merge", 2},
                         Case{1, "1", "100", "A single sample", "Merge", 2},
-                        Case{4, "0", "1000000", "The next file is too short", "Cancel", 1}}) {
+                        Case{4, "0", "1000000", "The next file is too short", "Cancel", 1},
+                        Case{4, "0", "0.0000001", "The next file would have too many", "Cancel", 1}}) {
     trial.FileChanged = false;
     StoreTrial(c.stored);
     questions.boxes.clear();
