@@ -467,6 +467,9 @@ TEST_F(HistoryTest, AGraphThatAnotherCommandOpensIsOpenedAgain) {
   view.MoveCursor(2, 0.7);
   person.FillForm({});
   Do("crop.outside");
+  Do("view.exit");
+  Scale();
+  EXPECT_NE(history.Recipe().find("do: view.exit"), std::string::npos) << history.Recipe();
   const std::vector<std::uint32_t> cropped = Bits(workbench.trial);
   EXPECT_EQ(workbench.trial.NData, 41);
   EXPECT_EQ(Bits(Replay()->State().trial), cropped);

@@ -38,11 +38,6 @@ bool UsesPicked(const RecordedStep& step) {
   return IsOneOf(IdOf(step), takers);
 }
 
-bool Closes(const RecordedStep& step) {
-  const auto* view = std::get_if<ViewStep>(&step.steps.front().what);
-  return view != nullptr && std::holds_alternative<CloseGesture>(view->what);
-}
-
 /// What the looks of one graph left, or a single look outside of any.
 struct LookTraces {
   bool range = false;
@@ -87,7 +82,7 @@ std::vector<bool> NeededSteps(const std::vector<RecordedStep>& steps) {
   for (std::size_t k = 0; k < steps.size(); ++k) {
     const RecordedStep& step = steps[k];
     const LookTraces left = LeftBy(steps, k);
-    const bool closes = Closes(step) && AnyOfView(steps, needed, step.view);
+    const bool closes = step.closesView && AnyOfView(steps, needed, step.view);
     needed[k] = !step.deeds.empty();
     int lastView = step.view;
     for (std::size_t later = k + 1; later < steps.size() && !needed[k]; ++later) {

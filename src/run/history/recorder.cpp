@@ -170,6 +170,7 @@ void Recorder::Keep() {
     ++views_;
   }
   NoteWhatIsLeft(current_);
+  current_.closesView = viewOpen_ && workbench_->view == nullptr;
   if (workbench_->trial.NData < 1) {
     steps_.clear();
     later_.clear();
@@ -344,7 +345,7 @@ void Recorder::NotePlacedCursors() {
 
 void Recorder::NoteClosedView() {
   if (viewOpen_ && workbench_->view == nullptr && !steps_.empty()) {
-    AddView(CloseGesture{});
+    AddView(CloseGesture{}).closesView = true;
     viewOpen_ = false;
     cursors_ = 0;
   }

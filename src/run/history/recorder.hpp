@@ -18,6 +18,7 @@ struct RecordedStep {
   std::vector<Deed> deeds;  // empty: a look, which matters only to what comes after
   int view = 0;             // which of the graphs opened so far it belongs to, from 1; 0: none
   bool needsView = false;   // it was done by means of the graph
+  bool closesView = false;  // by its window, a key or a command
   // What a look left behind, and a later step may use without being told.
   std::string graph;        // how the graph stood: "Graph: 2 cursors at 1.500 s and 4.500 s"
   bool movedRange = false;  // CursorLo, CursorHi
