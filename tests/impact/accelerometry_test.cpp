@@ -120,6 +120,7 @@ TEST_F(AccelerometryTest, ThreeMillisecondsInTwoMeanings) {
 
   EXPECT_EQ(SamplesOfThreeMilliseconds(1000), 3);
   EXPECT_EQ(SamplesOfThreeMilliseconds(1001), 4);
+  EXPECT_EQ(SamplesOfThreeMilliseconds(1e-9), 1) << "a sample lasts longer";
   for (int rate = 1000; rate <= 100'000; rate += 1000) {  // products that are whole but for their rounding
     EXPECT_EQ(SamplesOfThreeMilliseconds(rate), 3 * (rate / 1000));
     EXPECT_EQ(IntervalsWithin(36, rate), 36 * (rate / 1000));

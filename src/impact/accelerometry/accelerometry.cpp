@@ -152,7 +152,7 @@ std::int64_t IntervalsWithin(double milliseconds, double rate) {
 }
 
 std::int64_t SamplesOfThreeMilliseconds(double rate) {
-  return static_cast<std::int64_t>(std::ceil(Settled(0.003 * rate)));
+  return std::max<std::int64_t>(1, static_cast<std::int64_t>(std::ceil(Settled(0.003 * rate))));
 }
 
 }  // namespace velmora
