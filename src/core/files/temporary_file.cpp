@@ -8,7 +8,7 @@
 namespace velmora {
 
 std::string WriteTemporaryFile(std::string_view name, std::string_view bytes) {
-  const std::string path = MakeTemporaryDirectory() + "/" + FileNamePart(name);
+  std::string path = MakeTemporaryDirectory() + "/" + FileNamePart(name);
   OutputGuard::Ask(path);
   const OutputGuard noOutputOfTheRun([](const std::string&) {});  // nobody could make it again at this path
   OutputFile file(path);
