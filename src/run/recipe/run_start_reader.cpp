@@ -12,10 +12,9 @@ namespace {
 
 std::string ReadWindow(YamlReader& reader, const YAML::Node& node) {
   std::string window = reader.Text(node, "window");
-  std::vector<std::string> ids;
-  for (const SpectralWindow& known : kSpectralWindows) {
-    ids.emplace_back(known.id);
-  }
+  std::vector<std::string> ids(kSpectralWindows.size());
+  std::transform(kSpectralWindows.begin(), kSpectralWindows.end(), ids.begin(),
+                 [](const SpectralWindow& known) { return std::string(known.id); });
   if (std::find(ids.begin(), ids.end(), window) == ids.end()) {
     reader.Note(node, "there is no window \"" + window + "\"" + DidYouMean(window, ids));
   }
