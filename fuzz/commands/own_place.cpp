@@ -4,48 +4,34 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 #include "commands/breach.hpp"
+#include "support/temporary_directory.hpp"
 
 namespace velmora::fuzz {
 namespace {
 
 namespace fs = std::filesystem;
 
+// In memory where there is some: a save waits for the disk, ten times as long as for the rest.
+fs::path RoomForFiles() {
+  const fs::path memory = "/dev/shm";
+  const bool there = std::getenv("TMPDIR") == nullptr && access(memory.c_str(), W_OK) == 0;
+  return there ? memory : fs::temp_directory_path();
+}
+
 /// A directory that nobody else has, and that goes with the process. What looks for a home or for temporary
 /// files finds them in it.
-class ProcessDirectory {
- public:
-  ProcessDirectory() {
-    const fs::path memory = "/dev/shm";  // a save waits for the disk, ten times as long as for the rest
-    const bool there = std::getenv("TMPDIR") == nullptr && access(memory.c_str(), W_OK) == 0;
-    std::string name = ((there ? memory : fs::temp_directory_path()) / "velmora2-fuzz-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      Breach("no temporary directory");
-    }
-    path_ = fs::canonical(name);
-    for (const char* variable : {"TMPDIR", "HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
-      setenv(variable, path_.c_str(), 1);
-    }
-  }
-  ProcessDirectory(const ProcessDirectory&) = delete;
-  ProcessDirectory& operator=(const ProcessDirectory&) = delete;
-  ~ProcessDirectory() {
-    std::error_code error;
-    fs::remove_all(path_, error);
-  }
-
-  [[nodiscard]] const fs::path& Path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
 const fs::path& OfProcess() {
-  static const ProcessDirectory directory;
-  return directory.Path();
+  static const test::TemporaryDirectory directory(RoomForFiles());
+  static const fs::path path = [] {
+    fs::path real = fs::canonical(directory.Path("."));
+    for (const char* variable : {"TMPDIR", "HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
+      setenv(variable, real.c_str(), 1);
+    }
+    return real;
+  }();
+  return path;
 }
 
 }  // namespace
@@ -66,7 +52,7 @@ std::string OwnPlace::Path(const std::string& name) const {
 }
 
 void OwnPlace::Write(const std::string& name, const std::string& bytes) const {
-  std::ofstream(Path(name), std::ios::binary) << bytes;
+  test::WriteFile(Path(name), bytes);
 }
 
 std::vector<std::string> OwnPlace::Files() const {
@@ -83,8 +69,7 @@ std::vector<std::string> OwnPlace::Files() const {
 std::vector<std::string> OwnPlace::Contents() const {
   std::vector<std::string> contents = Files();
   for (std::string& file : contents) {
-    std::ifstream in(file, std::ios::binary);
-    file.append("\n").append(std::istreambuf_iterator<char>(in), {});
+    file += "\n" + test::ReadFile(file);
   }
   return contents;
 }

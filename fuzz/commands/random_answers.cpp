@@ -38,8 +38,8 @@ bool RandomAnswers::IsTooMuch(const std::string& question) {
 std::string RandomAnswers::Number() {
   static constexpr std::array kUsual = {"1",  "2",   "0.5", "5", "10", "20",
                                         "50", "100", "0.1", "3", "25", "1000"};
-  static constexpr std::array kAwkward = {"0",  "-1",    "1e30", "nan", "",      "x",     "2,5",
-                                          "-0", "1e-30", "65",   "64",  "1e-30", "-1e30", "-0.5"};
+  static constexpr std::array kAwkward = {"0",  "-1",    "1e30", "nan", "",     "x",     "2,5",
+                                          "-0", "1e-30", "65",   "64",  "1e-5", "-1e30", "-0.5"};
   return choices_.OneIn(4) ? choices_.Of(kAwkward) : choices_.Of(kUsual);
 }
 

@@ -268,6 +268,14 @@ void SetTimeBase(Workbench& workbench, TimeBase base, const std::string& absciss
   Did(workbench, "Abscissa in " + abscissa);
 }
 
+// What `use` makes the abscissa count, the rate may count as well; recorded times stay on their samples.
+template <typename Use>
+void Recount(Workbench& workbench, const Use& use) {
+  const double before = workbench.trial.Rate;
+  use(workbench.trial);
+  FollowRate(workbench, before);
+}
+
 // A trial that came in another base has no seconds to go back to: its own rate and duration stay.
 void RestoreSeconds(Workbench& workbench) {
   const bool known = workbench.time.SecondsRate > 0;
@@ -278,10 +286,9 @@ void RestoreSeconds(Workbench& workbench) {
             " samples per unit of the abscissa were taken for it.  Correct it with Sampling Rate in the "
             "Edit menu.");
   }
-  const double before = workbench.trial.Rate;
-  UseSeconds(workbench.trial, known ? workbench.time.SecondsRate : before,
-             known ? workbench.time.SecondsDuration : workbench.trial.Duration);
-  FollowRate(workbench, before);
+  Recount(workbench, [known, &time = workbench.time](Trial& trial) {
+    UseSeconds(trial, known ? time.SecondsRate : trial.Rate, known ? time.SecondsDuration : trial.Duration);
+  });
 }
 
 void Count(Workbench& workbench) {
@@ -289,9 +296,7 @@ void Count(Workbench& workbench) {
     return;
   }
   RememberSeconds(workbench);
-  const double before = workbench.trial.Rate;
-  UseSampleCount(workbench.trial);
-  FollowRate(workbench, before);
+  Recount(workbench, UseSampleCount);
   SetTimeBase(workbench, TimeBase::Count, "samples");
 }
 
@@ -300,9 +305,7 @@ void Percentage(Workbench& workbench) {
     return;
   }
   RememberSeconds(workbench);
-  const double before = workbench.trial.Rate;
-  UsePercentage(workbench.trial);
-  FollowRate(workbench, before);
+  Recount(workbench, UsePercentage);
   SetTimeBase(workbench, TimeBase::Percentage, "percent");
 }
 

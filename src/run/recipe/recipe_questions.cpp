@@ -201,8 +201,7 @@ const T& RecipeQuestions::Take(const Asked& asked) {
   for (; answers_ != nullptr && next_ < answers_->size(); ++next_) {
     const Answer& answer = (*answers_)[next_];
     const bool sameKind = std::holds_alternative<T>(answer.what);
-    if (sameKind &&
-        (!answer.title || *answer.title == asked.title || FitsPattern(asked.title, *answer.title))) {
+    if (sameKind && (!answer.title || FitsPattern(asked.title, *answer.title))) {
       ++next_;
       line_ = answer.line;
       return std::get<T>(answer.what);
