@@ -16,7 +16,9 @@ class NoIcons : public QAbstractFileIconProvider {
  public:
   [[nodiscard]] QIcon icon(IconType /*type*/) const override { return {}; }
   [[nodiscard]] QIcon icon(const QFileInfo& /*file*/) const override { return {}; }
-  [[nodiscard]] QString type(const QFileInfo& /*file*/) const override { return {}; }
+  // The model takes what it reads of a directory for known already, and leaves its row out until it sorts
+  // for another reason, unless the kind that it is told here is a text.
+  [[nodiscard]] QString type(const QFileInfo& /*file*/) const override { return QStringLiteral("Directory"); }
 };
 
 // A link and what it points to are one place: who clicked on the link stays there.
