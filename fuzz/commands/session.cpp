@@ -133,9 +133,10 @@ void Session::RunSome(const Command& command) {
     workbench_.trial.FileName = answers_.AnyFile("");
   }
   Trail("do: " + std::string(command.id) + (loads ? " " + workbench_.trial.FileName : ""));
+  const Label abscissa = workbench_.trial.ChanLabel[0];
   Act(std::string(command.id), [&] { RunCommand(workbench_, command); });
-  if (command.id == "smooth.polynomial" || command.id == "smooth.spline") {
-    repeatable_ = false;  // they go by what the picker was left with, which steps that failed change, too
+  if (command.id == "edit.recall-labels" && workbench_.trial.ChanLabel[0] != abscissa) {
+    repeatable_ = false;  // no recipe names the abscissa alone
   }
   if (loads && !merges && DidAnything(workbench_.report.deeds)) {
     input_ = workbench_.LoadedFile;
@@ -238,15 +239,15 @@ void Session::Gesture() {
 }
 
 void Session::CheckUndo() {
-  static const bool wanted = std::getenv("FUZZ_UNDO") != nullptr;
-  if (!wanted || !repeatable_ || history_.Place() < 0) {
+  static const bool repeats = std::getenv("FUZZ_REPEAT") != nullptr;
+  if (!repeatable_ || history_.Place() < 0) {
     return;
   }
   const Costs costs("going through the history");
   answers_.BeginStep(workbench_.trial);
   if (choices_.Left() && !choices_.OneIn(4)) {
     WantWayBack(history_, workbench_, place_, choices_.Below(history_.Lines().size()));
-  } else {
+  } else if (repeats) {
     WantSameByRecipe(history_, workbench_, place_, input_);
   }
 }

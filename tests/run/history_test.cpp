@@ -346,9 +346,39 @@ TEST_F(HistoryTest, AMergedFileThatWasSavedOverIsNotReadAgain) {
   EXPECT_EQ(workbench.trial.NChan, 6);
   std::filesystem::last_write_time(second,
                                    std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+  Scale();
   EXPECT_EQ(history.GoTo(0), "");
   EXPECT_NE(history.GoTo(2).find("second.vmb is not what it was"), std::string::npos);
   EXPECT_EQ(workbench.trial.NChan, 3);
+  // What was there before going back is not lost for all that.
+  EXPECT_EQ(history.GoTo(3), "");
+  EXPECT_EQ(workbench.trial.NChan, 6);
+}
+
+// What a step went by without asking is there again, whatever was done since.
+TEST_F(HistoryTest, TheWayBackLeadsThroughWhatThereWas) {
+  WriteTrialFile(input, [](Trial& trial) { SetChannels(trial, NoiseChannels(20, 500), 200.0); });
+  Load();
+  person.boxAnswers = {Button::OK};
+  person.fileAnswers.push_back({directory.Path("cut.vma")});
+  Do("save.vma");  // it saves sixteen channels and keeps no more
+  ASSERT_EQ(workbench.trial.NChan, 16);
+  const auto definePlate = [this](const Edits& fields) {
+    person.boxAnswers = {Button::OK};
+    person.FillForm(fields);
+    Do("plates.change-type");
+  };
+  definePlate({{"optMaker", "AMTI"}, {"comGainsFx", "2000"}});
+  Scale();
+  definePlate({{"comGainsFx", "3000"}});
+  const float scaled = workbench.trial.Data(7, 1);
+  EXPECT_EQ(history.GoTo(0), "");
+  EXPECT_EQ(workbench.trial.NChan, 20);
+  EXPECT_EQ(workbench.plates.PlateTable[0].comGains[0], 1000);
+  EXPECT_EQ(history.GoTo(history.Lines().size() - 2), "");
+  EXPECT_EQ(workbench.trial.NChan, 16);
+  EXPECT_EQ(workbench.trial.Data(7, 1), scaled);
+  EXPECT_EQ(workbench.plates.PlateTable[0].comGains[0], 2000);
 }
 
 TEST_F(HistoryTest, RecalledLabelsAreFixed) {

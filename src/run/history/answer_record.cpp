@@ -135,8 +135,18 @@ PickAnswer RecordPick(const ChannelPicker& picker, std::string_view press, const
   return answer;
 }
 
+std::vector<const FormField*> IdleFields(const Form& form) {
+  std::vector<const FormField*> idle;
+  for (const FormField& field : form.Fields()) {
+    if (field.notApplicable) {
+      idle.push_back(&field);
+    }
+  }
+  return idle;
+}
+
 FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bool firstTime,
-                      const ChannelNamer& named) {
+                      const std::vector<const FormField*>& idle, const ChannelNamer& named) {
   FormAnswer answer;
   answer.press = PressOf(form, press);
   const std::vector<Form::EditMade>& edits = form.Edits();
@@ -146,16 +156,19 @@ FormAnswer RecordForm(const Form& form, std::string_view press, int channels, bo
   };
   firstTime = firstTime || form.ShowsAnother();
   std::vector<const FormField*> order;
+  std::vector<const FormField*> freed;  // by an edit: only behind it can they be filled
   for (const FormField& field : form.Fields()) {
     if (firstTime && !field.readOnly && !wasEdited(field) &&
         std::visit(Repeatable{field, channels}, field.target)) {
-      order.push_back(&field);
+      const bool late = std::find(idle.begin(), idle.end(), &field) != idle.end();
+      (late ? freed : order).push_back(&field);
     }
   }
   for (const Form::EditMade& edit : edits) {
     std::erase(order, edit.field);
     order.push_back(edit.field);
   }
+  order.insert(order.end(), freed.begin(), freed.end());
   std::erase_if(order, [](const FormField* field) { return field->notApplicable; });
   for (const FormField* field : order) {
     std::vector<int> edited;

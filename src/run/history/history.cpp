@@ -12,6 +12,7 @@
 #include "core/questions/progress.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/version.hpp"
+#include "run/history/trial_aside.hpp"
 #include "run/recipe/gesture.hpp"
 #include "run/recipe/recipe_writer.hpp"
 
@@ -97,6 +98,11 @@ const std::vector<Answer>& AnswersOf(const Step& step) {
   return view != nullptr ? view->answers : none;
 }
 
+void CloseAll(Workbench& workbench) {
+  CloseView(workbench);
+  workbench.AfterView = nullptr;
+}
+
 /// A report with the picture of the graph that was opened last: what a report tells must lead to it.
 RecordedStep ReportOfView(const std::vector<RecordedStep>& steps) {
   RecordedStep report{.steps = {{.what = CommandStep{.id = "report.save", .file = {}, .answers = {}}}},
@@ -129,6 +135,9 @@ void History::ActionDone(const Action& action) {
     if (const std::string loaded = FileOf(steps.back().steps.front()); !loaded.empty()) {
       fileTimes_[loaded] = TimeOf(loaded);
     }
+  }
+  if (!recorder_.CanGoOn() && !recorder_.Repeats()) {
+    newest_.reset();
   }
   if (onDone_) {
     onDone_(action);
@@ -201,12 +210,29 @@ std::string History::GoTo(std::size_t line) {
   const std::size_t last = lines[line].last;
   const bool onward = last >= recorder_.Place() && !recorder_.LookedSince();
   const std::size_t first = onward ? recorder_.Place() : 0;
+  std::string why = WhyNotReadable(all, first, last);
+  const bool begun = why.empty();
+  if (begun) {
+    why = RepeatAll(all, first, last);
+  }
+  const bool toNewest = line + 1 == lines.size();
+  if (why.empty() || !newest_ || !(begun || toNewest)) {
+    return why;
+  }
+  CloseAll(*workbench_);
+  std::exchange(newest_, {})->PutBack(*workbench_);
+  recorder_.Resume(all, all.size());
+  return toNewest ? "" : why + "\nThe trial is as it was after the last step.";
+}
+
+std::string History::WhyNotReadable(const std::vector<RecordedStep>& steps, std::size_t first,
+                                    std::size_t last) const {
   for (std::size_t k = first; k <= last; ++k) {
-    if (const std::string file = FileOf(all[k].steps.front()); !IsAsOpened(file)) {
+    if (const std::string file = FileOf(steps[k].steps.front()); !IsAsOpened(file)) {
       return "The file " + file + " is not what it was when it was opened: it was saved to or removed since.";
     }
   }
-  return RepeatAll(all, first, last);
+  return {};
 }
 
 bool History::IsAsOpened(const std::string& file) const {
@@ -215,19 +241,17 @@ bool History::IsAsOpened(const std::string& file) const {
 }
 
 std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last) {
-  Trial& trial = workbench_->trial;
   std::optional<Indoors> indoors;
   try {
     indoors.emplace(workbench_->desktop);
   } catch (const FileError& error) {
     return std::string("There is no room for temporary files: ") + error.what();
   }
-  // Reading the file again must not pass for another file that was read before it.
-  const auto savedLabels = trial.SavedLabels;
-  const auto savedUnits = trial.SavedUnits;
   if (first == 0) {
-    CloseView(*workbench_);
-    workbench_->AfterView = nullptr;
+    CloseAll(*workbench_);
+    if (!newest_ && TrialAside::CanHold(workbench_->trial)) {
+      newest_.emplace(*workbench_);
+    }
     workbench_->merge = {};
     workbench_->events = {};
     TakeUp(*workbench_, recorder_.Start());
@@ -240,23 +264,39 @@ std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size
   for (; done <= last && why.empty(); ++done) {
     panel.SetStatus("Step " + std::to_string(done + 1) + " of " + std::to_string(last + 1) +
                     " is repeated. Please wait.");
-    for (const Step& step : steps[done].steps) {
-      why += why.empty() ? Repeat(step, answers) : "";
-    }
-    if (done == 0) {
-      trial.SavedLabels = savedLabels;
-      trial.SavedUnits = savedUnits;
-    }
+    why = Repeat(steps[done], answers);
   }
-  const bool lost = trial.NData < 1;
+  if (!why.empty() && newest_) {
+    return why;
+  }
+  const bool lost = workbench_->trial.NData < 1;
   recorder_.Resume(lost ? std::vector<RecordedStep>() : steps, lost ? 0 : why.empty() ? done : done - 1);
   return why;
 }
 
-std::string History::Repeat(const Step& step, RecipeQuestions& answers) {
-  if (IsSave(step)) {
+std::string History::Repeat(const RecordedStep& recorded, RecipeQuestions& answers) {
+  if (IsSave(recorded.steps.front()) && !recorded.cutTrial) {
     return {};
   }
+  Trial& trial = workbench_->trial;
+  // Reading the file again must not pass for another file that was read before it.
+  const auto savedLabels = trial.SavedLabels;
+  const auto savedUnits = trial.SavedUnits;
+  if (recorded.before) {
+    PutBack(*recorded.before, *workbench_);
+  }
+  std::string why;
+  for (const Step& step : recorded.steps) {
+    why += why.empty() ? Repeat(step, answers) : "";
+  }
+  if (!recorded.before) {
+    trial.SavedLabels = savedLabels;
+    trial.SavedUnits = savedUnits;
+  }
+  return recorded.deeds.empty() ? "" : why;  // what looks left behind is put back where it matters
+}
+
+std::string History::Repeat(const Step& step, RecipeQuestions& answers) {
   answers.BeginStep(AnswersOf(step), workbench_->trial);
   workbench_->report = {};
   std::string why;

@@ -4,12 +4,14 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "core/workbench.hpp"
 #include "run/history/history_lines.hpp"
 #include "run/history/recorder.hpp"
+#include "run/history/trial_aside.hpp"
 #include "run/recipe/recipe_questions.hpp"
 
 namespace velmora {
@@ -37,7 +39,8 @@ class History {
   [[nodiscard]] std::string Text() const;
 
   /// Back or on to what the trial was after this line. Files are not saved again. Returns why it could not
-  /// be done, empty when it was. A file that changed since it was loaded is not read.
+  /// be done, empty when it was. A file that changed since it was loaded is not read. The trial as it was
+  /// after the last step is never lost: it comes back when steps cannot be repeated.
   std::string GoTo(std::size_t line);
 
  private:
@@ -45,14 +48,19 @@ class History {
   [[nodiscard]] std::string RecipeOf(bool withReports) const;
   [[nodiscard]] std::vector<std::string> Sentences(bool withReports) const;
   void ActionDone(const Action& action);
+  [[nodiscard]] std::string WhyNotReadable(const std::vector<RecordedStep>& steps, std::size_t first,
+                                           std::size_t last) const;
   [[nodiscard]] bool IsAsOpened(const std::string& file) const;
   std::string RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last);
+  std::string Repeat(const RecordedStep& recorded, RecipeQuestions& answers);
   std::string Repeat(const Step& step, RecipeQuestions& answers);
 
   Recorder recorder_;
   Workbench* workbench_ = nullptr;
   std::function<void(const Action&)> onDone_;
   std::string file_;
+  /// The trial after the last step, while it stands at an earlier one.
+  std::optional<TrialAside> newest_;
   std::map<std::string, std::filesystem::file_time_type> fileTimes_;  // when they were loaded
 };
 

@@ -97,6 +97,25 @@ bool IsCursorReset(const Action& action) {
 
 }  // namespace
 
+Remains RemainsOf(const Workbench& workbench) {
+  const Trial& trial = workbench.trial;
+  return {.lo = trial.CursorLo,
+          .hi = trial.CursorHi,
+          .colours = trial.ChanColour,
+          .selected = workbench.chooser.ChanSelected,
+          .constants = workbench.chooser.ChanConst,
+          .toAverage = workbench.ensemble.Files};
+}
+
+void PutBack(const Remains& remains, Workbench& workbench) {
+  workbench.trial.CursorLo = remains.lo;
+  workbench.trial.CursorHi = remains.hi;
+  workbench.trial.ChanColour = remains.colours;
+  workbench.chooser.ChanSelected = remains.selected;
+  workbench.chooser.ChanConst = remains.constants;
+  workbench.ensemble.Files = remains.toAverage;
+}
+
 void Recorder::Attach(Workbench& workbench) {
   workbench_ = &workbench;
   workbench.listener = this;
@@ -133,12 +152,16 @@ void Recorder::Begin(const Action& action) {
     return;
   }
   NoteClosedView();
-  before_ = RemainsNow();
+  before_ = RemainsOf(*workbench_);
+  channelsBefore_ = workbench_->trial.NChan;
   current_ = {};
   current_.steps.resize(1);
   current_.steps.front().what = std::visit(StepOf{*workbench_}, action);
   const bool opens = IsCommand(action, "ensemble.average") && workbench_->trial.NData < 1;
   begins_ = opens || (IsCommand(action, "file.load") && !workbench_->merge.MergePending);
+  if (!begins_) {
+    current_.before = before_;
+  }
   none_ = false;
   calledOff_ = false;
   oneQuestion_ = true;
@@ -198,7 +221,10 @@ void Recorder::AddStayed(std::vector<RecordedStep> looks) {
   if (looks.empty()) {
     return;
   }
-  std::move(looks.begin(), looks.end(), std::back_inserter(steps_));
+  for (RecordedStep& look : looks) {
+    steps_.push_back(std::move(look));
+    steps_.back().before.reset();
+  }
   const auto* view = FindTimeView(*workbench_);
   for (int k = 1; view != nullptr && !cursorsFound_ && k <= view->Cursors(); ++k) {
     AddMove({k, view->Lead().Cursors[static_cast<std::size_t>(k - 1)].XPosition});
@@ -251,19 +277,11 @@ std::vector<RecordedStep> Recorder::AllSteps() const {
   return all;
 }
 
-Recorder::Remains Recorder::RemainsNow() const {
-  const Trial& trial = workbench_->trial;
-  return {.lo = trial.CursorLo,
-          .hi = trial.CursorHi,
-          .colours = trial.ChanColour,
-          .selected = workbench_->chooser.ChanSelected,
-          .constants = workbench_->chooser.ChanConst};
-}
-
 void Recorder::NoteWhatIsLeft(RecordedStep& step) const {
-  const Remains now = RemainsNow();
+  const Remains now = RemainsOf(*workbench_);
   step.movedRange = step.movedRange || now.lo != before_.lo || now.hi != before_.hi;
   step.coloured = step.coloured || now.colours != before_.colours;
+  step.cutTrial = workbench_->trial.NChan < channelsBefore_;
   step.picked = step.picked || now.selected != before_.selected || now.constants != before_.constants;
   const Command* const* command = std::get_if<const Command*>(&action_);
   const bool pictured = IsCommand(action_, "report.save") && workbench_->view != nullptr;
@@ -284,6 +302,7 @@ RecordedStep& Recorder::AddView(const Gesture& gesture) {
   added.steps.emplace_back().what.emplace<ViewStep>().what = gesture;
   added.needsView = true;
   added.view = views_;
+  added.before = before_;
   return added;
 }
 
@@ -433,6 +452,7 @@ std::string Recorder::AskForm(Form& form) {
   if (firstAsk_ && Records()) {
     NoteWayThroughAll(form);
   }
+  const std::vector<const FormField*> idle = IdleFields(form);
   std::string press;
   {
     const Filling filling(asking_);
@@ -441,7 +461,7 @@ std::string Recorder::AskForm(Form& form) {
   if (Records()) {
     const FormButton* button = form.FindButton(press);
     const bool cancels = button != nullptr && button->role == FormButton::Role::Cancel;
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_, Namer())}, form.Title(),
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, firstAsk_, idle, Namer())}, form.Title(),
          cancels);
   }
   return press;
@@ -450,7 +470,7 @@ std::string Recorder::AskForm(Form& form) {
 // What the form remembers from before the steps that are kept is entered by them.
 void Recorder::NoteWayThroughAll(Form& form) {
   for (const std::string& press : form.WayThroughAll()) {
-    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true, Namer())}, form.Title(), false);
+    Note({.what = RecordForm(form, press, workbench_->trial.NChan, true, {}, Namer())}, form.Title(), false);
     firstAsk_ = false;
     form.FindButton(press)->press();
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,19 @@
 #include "run/recipe/recipe.hpp"
 
 namespace velmora {
+
+/// What a command may leave for the next without a word.
+struct Remains {
+  std::int32_t lo = 0;  // CursorLo, CursorHi
+  std::int32_t hi = 0;
+  PerChannel<std::int16_t> colours{};
+  ChannelFlags selected{};  // in the picker
+  PerChannel<float> constants{};
+  std::vector<std::string> toAverage;
+};
+
+Remains RemainsOf(const Workbench& workbench);
+void PutBack(const Remains& remains, Workbench& workbench);
 
 /// Something that was done: as a recipe repeats it, and what came of it.
 struct RecordedStep {
@@ -24,6 +38,10 @@ struct RecordedStep {
   bool movedRange = false;  // CursorLo, CursorHi
   bool coloured = false;    // colours of channels
   bool picked = false;      // what the picker was left with
+  bool cutTrial = false;    // to the channels that a format saves
+  /// What there was when it was done, for the way back, which so comes to the same wherever it leads through;
+  /// none of a step that was done to an earlier trial.
+  std::optional<Remains> before;
 };
 
 /// Passes every question on and writes down the answers: what was done since the trial was loaded, as
@@ -46,6 +64,8 @@ class Recorder : public Questions, public ActionListener {
   [[nodiscard]] std::vector<RecordedStep> AllSteps() const;
   /// How many of all steps the trial has seen.
   [[nodiscard]] std::size_t Place() const { return later_.empty() ? steps_.size() : place_; }
+  /// Whether steps were gone back behind that can be done again.
+  [[nodiscard]] bool CanGoOn() const { return !later_.empty(); }
   /// Whether looks were taken after going back.
   [[nodiscard]] bool LookedSince() const { return steps_.size() != Place(); }
   /// Steps of the past are repeated from these answers: nothing is written down until `EndRepeating`.
@@ -116,16 +136,8 @@ class Recorder : public Questions, public ActionListener {
   bool cursorsFound_ = false;  // among them some that a command has put there
   bool viewOpen_ = false;
   int views_ = 0;  // opened so far
-  /// What a command may leave for the next without a word.
-  struct Remains {
-    std::int32_t lo = 0;
-    std::int32_t hi = 0;
-    PerChannel<std::int16_t> colours{};
-    ChannelFlags selected{};
-    PerChannel<float> constants{};
-  };
   Remains before_;
-  [[nodiscard]] Remains RemainsNow() const;
+  std::int16_t channelsBefore_ = 0;
   bool firstAsk_ = true;  // of the form that is up
   const Form* form_ = nullptr;
 };

@@ -13,6 +13,18 @@ bool AnyIsUsed(const ThresholdMemory& thresholds) {
          std::any_of(levels.begin(), levels.end(), [](double level) { return level != 0.0; });
 }
 
+void Offer(Workbench& workbench, const OfferedAgain& offered) {
+  workbench.filters = offered.filters;
+  workbench.smoothing = offered.smoothing;
+  workbench.scaling = offered.scaling;
+  workbench.bias = offered.bias;
+  workbench.impact = offered.impact;
+  workbench.graph = offered.graph;
+  workbench.plates = offered.plates;
+  workbench.ensemble = offered.ensemble;
+  workbench.preferences.TriggerType = offered.triggerType;
+}
+
 }  // namespace
 
 RunStart StartOf(const Workbench& workbench) {
@@ -26,6 +38,15 @@ RunStart StartOf(const Workbench& workbench) {
   }
   start.picked = workbench.chooser.ChanSelected;
   start.constants = workbench.chooser.ChanConst;
+  start.offered = {.filters = workbench.filters,
+                   .smoothing = workbench.smoothing,
+                   .scaling = workbench.scaling,
+                   .bias = workbench.bias,
+                   .impact = workbench.impact,
+                   .graph = workbench.graph,
+                   .plates = workbench.plates,
+                   .ensemble = workbench.ensemble,
+                   .triggerType = workbench.preferences.TriggerType};
   return start;
 }
 
@@ -38,6 +59,9 @@ void TakeUp(Workbench& workbench, const RunStart& start) {
   workbench.thresholds = start.thresholds.value_or(ThresholdMemory());
   workbench.chooser.ChanSelected = start.picked;
   workbench.chooser.ChanConst = start.constants;
+  if (start.offered) {
+    Offer(workbench, *start.offered);
+  }
 }
 
 }  // namespace velmora

@@ -7,14 +7,28 @@
 
 namespace velmora {
 
+/// What dialogues offer again, as they were left.
+struct OfferedAgain {
+  FilterMemory filters;
+  SmoothingMemory smoothing;
+  ScalingMemory scaling;
+  BiasLevels bias;
+  ImpactMemory impact;
+  GraphMemory graph;
+  PlateMemory plates;
+  EnsembleMemory ensemble;
+  std::int32_t triggerType = -1;  // the one preference that an answer may leave out, while none is chosen
+};
+
 /// What outlives a trial and is gone by without a question. A recipe says what there was when its trial was
 /// loaded, so that its steps come to the same; nothing: as the program starts.
 struct RunStart {
   std::string window;  // of spectra, the id of the command that chooses it; empty: none
   std::optional<ThresholdMemory> thresholds;  // of another trial
-  // What the picker was left with, for the way back: a recipe begins with nothing picked, and says its picks.
+  // For the way back: a recipe begins with nothing picked and nothing offered, and says all that it enters.
   ChannelFlags picked{};
   PerChannel<float> constants{};
+  std::optional<OfferedAgain> offered;
 };
 
 RunStart StartOf(const Workbench& workbench);
