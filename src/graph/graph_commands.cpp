@@ -55,13 +55,7 @@ void ChangeChannels(Workbench& workbench) {
 }
 
 void SelectChannels(Workbench& workbench) {
-  SingleView& view = OpenSingleView(workbench);
-  workbench.chooser.ChooserPrompt.clear();
-  workbench.chooser.ChooserSelectMode = true;
-  if (ChannelPicker(workbench).Show()) {
-    view.ShowChannels();
-    view.CaptionOrdinate(true);
-  }
+  OpenSingleView(workbench).SelectChannels();
 }
 
 template <void (SingleView::*procedure)()>

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/questions/picker.hpp"
 #include "core/questions/progress.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/abscissa.hpp"
@@ -12,7 +13,8 @@
 
 namespace velmora {
 
-SingleView::SingleView(Workbench& workbench) : TimeView(workbench) {
+SingleView::SingleView(Workbench& workbench)
+    : TimeView(workbench), channels_(workbench.chooser.ChanSelected) {
   Load();
 }
 
@@ -87,9 +89,28 @@ void SingleView::SetDefaultLooks() {
   SetBackground(kBlack);
 }
 
+// What a picker of another command is left with is nothing to the graph. A trial that has none of its
+// channels is shown whole.
 void SingleView::ShowChannels() {
-  TimeView::ShowChannels(Lead(), workbench_.chooser.ChanSelected);
+  ChannelFlags channels = channels_;
+  const auto end = channels.begin() + workbench_.trial.NChan + 1;
+  if (std::find(channels.begin() + 1, end, true) == end) {
+    std::fill(channels.begin() + 1, end, true);
+  }
+  TimeView::ShowChannels(Lead(), channels);
   ThresholdsChanged();
+}
+
+void SingleView::SelectChannels() {
+  ChooserState& chooser = workbench_.chooser;
+  chooser.ChanSelected = channels_;
+  chooser.ChooserPrompt.clear();
+  chooser.ChooserSelectMode = true;
+  if (ChannelPicker(workbench_).Show()) {
+    channels_ = chooser.ChanSelected;
+    ShowChannels();
+    CaptionOrdinate(true);
+  }
 }
 
 void SingleView::CaptionOrdinate(bool onlyOfOne) {
@@ -122,7 +143,9 @@ void SingleView::ResetZoom() {
 }
 
 void SingleView::ChangeChannels() {
+  workbench_.chooser.ChanSelected = channels_;
   if (GraphChooseForm(workbench_).Ask()) {
+    channels_ = workbench_.chooser.ChanSelected;
     maximised_ = workbench_.graph.GraphWindowMaximized;
     Load();
   }

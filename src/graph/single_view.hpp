@@ -46,8 +46,8 @@ class SingleView : public TimeView {
   void Load();
   void Replot() override;
   void Reset() override;
-  /// Visibility and colours of the channels selected in the picker's state.
-  void ShowChannels();
+  /// Asks which channels are shown.
+  void SelectChannels();
   /// The first channel shown names the ordinate; with `onlyOfOne`, one among several names nothing.
   void CaptionOrdinate(bool onlyOfOne);
   void ShowAll();
@@ -102,7 +102,9 @@ class SingleView : public TimeView {
   void DoClick(const GraphClick& click) override;
   void CursorsChanged() override;
   [[nodiscard]] double PanWindow() const;
+  void ShowChannels();
 
+  ChannelFlags channels_;  // shown, as far as the trial has them
   bool offersLines_ = false;
   bool valuesShown_ = false;
   bool numbersShown_ = false;

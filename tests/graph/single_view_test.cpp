@@ -243,8 +243,12 @@ TEST_F(SingleViewTest, Scales) {
   ExpectOrdinate(1, 101);
   Run("scale.include-zero");
   ExpectOrdinate(0, 101);
-  questions.PickChannels({2});
-  workbench.chooser.ChanSelected.fill(false);
+  questions.pickAnswers.emplace_back([](ChannelPicker& picker) {
+    EXPECT_TRUE(picker.IsSelected(1));
+    picker.Select(1, false);
+    picker.Select(2, true);
+    return std::string("Process");
+  });
   Run("view.channels");
   EXPECT_EQ(View().Drawing().VisiblePlots(), 1);
   Run("scale.maximum");
@@ -255,6 +259,36 @@ TEST_F(SingleViewTest, Scales) {
   Run("scale.0-to-100");
   ExpectOrdinate(0, 100);
   EXPECT_EQ(workbench.graph.GraphScaleChoice, 2);
+}
+
+// Who works with the graph open sees the channels that were chosen for it, whatever others were worked on.
+TEST_F(SingleViewTest, PicksOfOtherCommandsLeaveTheGraphItsChannels) {
+  Open({{"channels 2", "true"}});
+  const auto shown = [this] {
+    std::string channels;
+    for (const Plot& plot : View().Drawing().Plots) {
+      channels += plot.Visible ? std::to_string(plot.Channel) : "";
+    }
+    return channels;
+  };
+  EXPECT_EQ(shown(), "12");
+  questions.PickCancel();
+  Run("math.absolute");
+  EXPECT_EQ(shown(), "12");
+  questions.PickChannels({2});
+  Run("math.negate");
+  EXPECT_EQ(shown(), "12");
+  questions.PickChannels({1, 2});
+  Run("channel.copy");
+  EXPECT_EQ(shown(), "12");
+  Run("view.reset");
+  EXPECT_EQ(shown(), "12");
+  questions.FillForm({{"channels 1", "false"}, {"channels 3", "true"}});
+  Run("view.change-channels");
+  EXPECT_EQ(shown(), "23");
+  trial.CutChannels(1);  // as another trial that is loaded
+  ASSERT_TRUE(workbench.view->TrialChanged());
+  EXPECT_EQ(shown(), "1");
 }
 
 TEST_F(SingleViewTest, CropKeepsWhatLiesBetweenTheCursors) {
