@@ -536,6 +536,47 @@ TEST_F(HistoryTest, AGraphThatStaysOpenOverALoadIsOpenedForTheNextTrial) {
   EXPECT_EQ(Bits(workbench.trial), cropped);
 }
 
+// Somebody tries a step with the graph open and takes it back: the graph stays, on what the trial is then.
+TEST_F(HistoryTest, AGraphStaysOpenOverStepsThatAreTakenBack) {
+  Load();
+  const std::vector<std::uint32_t> loaded = Bits(workbench.trial);
+  Scale();
+  person.FillForm({{"channels 1", "true"}});
+  Do("graph.single");
+  OpenSingleView(workbench).PressKey({.name = "2"});
+  OpenSingleView(workbench).MoveCursor(1, 0.5);
+  OpenSingleView(workbench).MoveCursor(2, 0.7);
+  person.PickChannels({1, 2});
+  Do("math.absolute");
+  const auto undo = [this] { return history.GoTo(static_cast<std::size_t>(history.Place() - 1)); };
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_EQ(undo(), "");
+    EXPECT_EQ(undo(), "");
+    ASSERT_NE(workbench.view, nullptr);
+    EXPECT_EQ(Bits(workbench.trial), loaded);
+    EXPECT_EQ(OpenSingleView(workbench).CommonCursors(), (std::vector{0.5, 0.7}));
+    EXPECT_EQ(workbench.trial.CursorLo, 101);
+    EXPECT_EQ(history.GoTo(2), "");
+    ASSERT_NE(workbench.view, nullptr);
+    EXPECT_EQ(Words().size(), 3U);
+  }
+  EXPECT_EQ(undo(), "");
+  EXPECT_EQ(undo(), "");
+  person.FillForm({});
+  Do("crop.outside");
+  EXPECT_EQ(Words(), (std::vector<std::string>{"Opened walk.vmb, 3 channels, 500 samples at 200 Hz",
+                                               "Graph: 2 cursors at 0.500 s and 0.700 s",
+                                               "Cropped to samples 101 to 141 (0.5000 to 0.7000 s)"}));
+  const std::vector<std::uint32_t> cropped = Bits(workbench.trial);
+  EXPECT_EQ(Bits(ReplayOn(input, "again", true)->State().trial), cropped);
+  EXPECT_EQ(history.GoTo(0), "");
+  ASSERT_NE(workbench.view, nullptr);
+  EXPECT_EQ(Bits(workbench.trial), loaded);
+  CloseView(workbench);
+  EXPECT_EQ(history.GoTo(history.Lines().size() - 1), "");
+  EXPECT_EQ(Bits(workbench.trial), cropped);
+}
+
 // What a form fills in by itself is no typing: it follows what is chosen later, again in the recipe.
 TEST_F(HistoryTest, WhatAFormFillsInIsRepeatedWithIt) {
   workbench.smoothing = {.WindowWidth = 11, .WindowInSeconds = true};

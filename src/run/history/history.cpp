@@ -12,6 +12,7 @@
 #include "core/questions/progress.hpp"
 #include "core/trial/helpers.hpp"
 #include "core/version.hpp"
+#include "run/history/staying_view.hpp"
 #include "run/history/trial_aside.hpp"
 #include "run/recipe/gesture.hpp"
 #include "run/recipe/recipe_writer.hpp"
@@ -99,8 +100,8 @@ const std::vector<Answer>& AnswersOf(const Step& step) {
 }
 
 void CloseAll(Workbench& workbench) {
-  CloseView(workbench);
   workbench.AfterView = nullptr;
+  CloseView(workbench);
 }
 
 /// A report with the picture of the graph that was opened last: what a report tells must lead to it.
@@ -210,19 +211,34 @@ std::string History::GoTo(std::size_t line) {
   const std::size_t last = lines[line].last;
   const bool onward = last >= recorder_.Place() && !recorder_.LookedSince();
   const std::size_t first = onward ? recorder_.Place() : 0;
-  std::string why = WhyNotReadable(all, first, last);
-  const bool begun = why.empty();
-  if (begun) {
-    why = RepeatAll(all, first, last);
-  }
   const bool toNewest = line + 1 == lines.size();
-  if (why.empty() || !newest_ || !(begun || toNewest)) {
+  std::string why = WhyNotReadable(all, first, last);
+  if (!why.empty() && !(newest_ && toNewest)) {
     return why;
   }
-  CloseAll(*workbench_);
-  std::exchange(newest_, {})->PutBack(*workbench_);
-  recorder_.Resume(all, all.size());
-  return toNewest ? "" : why + "\nThe trial is as it was after the last step.";
+  std::optional<Indoors> indoors;
+  try {
+    indoors.emplace(workbench_->desktop);
+  } catch (const FileError& error) {
+    return std::string("There is no room for temporary files: ") + error.what();
+  }
+  std::optional<StayingView> graph;
+  if (first == 0) {
+    graph.emplace(*workbench_, recorder_);
+  }
+  if (why.empty()) {
+    why = RepeatAll(all, first, last);
+  }
+  if (!why.empty() && newest_) {
+    CloseAll(*workbench_);
+    std::exchange(newest_, {})->PutBack(*workbench_);
+    recorder_.Resume(all, all.size());
+    why = toNewest ? "" : why + "\nThe trial is as it was after the last step.";
+  }
+  if (graph) {
+    graph->ComeBack();
+  }
+  return why;
 }
 
 std::string History::WhyNotReadable(const std::vector<RecordedStep>& steps, std::size_t first,
@@ -241,14 +257,7 @@ bool History::IsAsOpened(const std::string& file) const {
 }
 
 std::string History::RepeatAll(const std::vector<RecordedStep>& steps, std::size_t first, std::size_t last) {
-  std::optional<Indoors> indoors;
-  try {
-    indoors.emplace(workbench_->desktop);
-  } catch (const FileError& error) {
-    return std::string("There is no room for temporary files: ") + error.what();
-  }
   if (first == 0) {
-    CloseAll(*workbench_);
     if (!newest_ && TrialAside::CanHold(workbench_->trial)) {
       newest_.emplace(*workbench_);
     }

@@ -206,7 +206,7 @@ void Recorder::Keep() {
   viewOpen_ = workbench_->view != nullptr;
 }
 
-// A graph stays open while the next trial is loaded, and shows it as it showed the one before.
+// A graph stays open while the next trial is loaded, or steps are gone back, and shows what is there then.
 std::vector<RecordedStep> Recorder::LooksOfOpenView() const {
   std::vector<RecordedStep> looks;
   if (viewOpen_ && workbench_->view != nullptr) {
@@ -221,6 +221,8 @@ void Recorder::AddStayed(std::vector<RecordedStep> looks) {
   if (looks.empty()) {
     return;
   }
+  viewOpen_ = true;
+  views_ = std::max(views_, looks.front().view);
   for (RecordedStep& look : looks) {
     steps_.push_back(std::move(look));
     steps_.back().before.reset();

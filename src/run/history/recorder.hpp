@@ -74,6 +74,10 @@ class Recorder : public Questions, public ActionListener {
   [[nodiscard]] bool Repeats() const { return person_ != nullptr; }
   /// Goes on behind the first `done` of these steps; the rest can be done again.
   void Resume(std::vector<RecordedStep> steps, std::size_t done);
+  /// What opened the graph that is open, and placed its cursors; empty without one.
+  [[nodiscard]] std::vector<RecordedStep> LooksOfOpenView() const;
+  /// The graph of these looks is open and shows what the trial is now.
+  void AddStayed(std::vector<RecordedStep> looks);
   [[nodiscard]] Questions& Answerer() { return *answerer_; }
   /// After every outermost action.
   std::function<void(const Action&)> onDone;
@@ -105,8 +109,6 @@ class Recorder : public Questions, public ActionListener {
   void NoteWhatIsLeft(RecordedStep& step) const;
   [[nodiscard]] bool IsLook() const;
   [[nodiscard]] int CurrentView() const { return workbench_->view != nullptr || viewOpen_ ? views_ : 0; }
-  [[nodiscard]] std::vector<RecordedStep> LooksOfOpenView() const;
-  void AddStayed(std::vector<RecordedStep> looks);
   void NoteClosedView();
   void NoteWayThroughAll(Form& form);
   void NotePlacedCursors();
