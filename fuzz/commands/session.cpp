@@ -135,11 +135,15 @@ void Session::RunSome(const Command& command) {
   Trail("do: " + std::string(command.id) + (loads ? " " + workbench_.trial.FileName : ""));
   const Label abscissa = workbench_.trial.ChanLabel[0];
   Act(std::string(command.id), [&] { RunCommand(workbench_, command); });
+  if (command.id == "smooth.polynomial" || command.id == "smooth.spline") {
+    tellsAll_ = false;  // they go by what the picker was left with, which steps that failed change, too
+  }
   if (command.id == "edit.recall-labels" && workbench_.trial.ChanLabel[0] != abscissa) {
     repeatable_ = false;  // no recipe names the abscissa alone
   }
   if (loads && !merges && DidAnything(workbench_.report.deeds)) {
     input_ = workbench_.LoadedFile;
+    tellsAll_ = true;
     repeatable_ = !input_.ends_with(".ftf");  // what it is asked depends on the trial before
   }
 }
@@ -247,7 +251,7 @@ void Session::CheckUndo() {
   answers_.BeginStep(workbench_.trial);
   if (choices_.Left() && !choices_.OneIn(4)) {
     WantWayBack(history_, workbench_, place_, choices_.Below(history_.Lines().size()));
-  } else if (repeats) {
+  } else if (repeats && tellsAll_) {
     WantSameByRecipe(history_, workbench_, place_, input_);
   }
 }

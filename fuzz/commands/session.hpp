@@ -45,6 +45,7 @@ class Session {
   History history_{answers_};
   Workbench workbench_{history_.Recording()};
   std::string input_;        // with which the history begins
+  bool tellsAll_ = false;    // nothing was done that a recipe does not say
   bool repeatable_ = false;  // nothing was done that the history does not know
 };
 
