@@ -13,6 +13,7 @@ namespace velmora {
 GraphWidget::GraphWidget(QWidget* parent) : GraphPlot(parent) {
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(tr("Graph"));
   band_ = new QCPItemRect(this);
   band_->setVisible(false);
   band_->setLayer(CursorLayer());

@@ -10,6 +10,7 @@ namespace velmora {
 StackWidget::StackWidget(QWidget* parent) : StackPlot(parent) {
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(tr("Graph"));
   CursorLayer()->setMode(QCPLayer::lmBuffered);  // drawn without the rest while something is dragged
 }
 

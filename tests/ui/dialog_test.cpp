@@ -1,7 +1,9 @@
 // Dialogues as a person meets them: what the keys do first, where they stand, what they say.
+#include <QAccessible>
 #include <QMenuBar>
 #include <QScreen>
 #include <QSplitter>
+#include <map>
 #include <set>
 
 #include "ui/dialogs/asking_dialog.hpp"
@@ -245,7 +247,44 @@ class Inspector {
     }
     if (seen.insert(name).second) {
       Shot(dialog, "fits-" + name);
+      if (qobject_cast<ui::AskingDialog*>(&dialog) != nullptr) {
+        ExpectLettersOfTheirOwn(dialog, name);
+        ExpectTabThrough(dialog, name);
+      }
     }
+  }
+  // Two with one letter would take neither.
+  static void ExpectLettersOfTheirOwn(const QDialog& dialog, const std::string& name) {
+    std::map<QString, QStringList> owners;
+    for (const auto* button : dialog.findChildren<QAbstractButton*>()) {
+      owners[button->shortcut().toString()] << button->text();
+    }
+    for (const auto* label : dialog.findChildren<QLabel*>()) {
+      owners[label->buddy() != nullptr ? QKeySequence::mnemonic(label->text()).toString() : QString()]
+          << label->text();
+    }
+    for (const auto& [key, captions] : owners) {
+      EXPECT_TRUE(key.isEmpty() || captions.size() == 1) << name << ": " << captions.join(", ").toStdString();
+    }
+  }
+  // Round all that can be typed in or pressed, each with a name for those who have it read to them.
+  static void ExpectTabThrough(QDialog& dialog, const std::string& name) {
+    ASSERT_TRUE(test::WaitFor([&dialog] {
+      return QApplication::focusWidget() != nullptr && QApplication::focusWidget()->window() == &dialog;
+    })) << name;
+    QWidget* const first = QApplication::focusWidget();
+    QWidget* at = first;
+    std::set<QWidget*> passed;
+    do {
+      passed.insert(at);
+      const QAccessibleInterface* read = QAccessible::queryAccessibleInterface(at);
+      EXPECT_FALSE(read == nullptr || read->text(QAccessible::Name).isEmpty())
+          << name << ": " << at->objectName().toStdString() << " has no name";
+      QTest::keyClick(at, Qt::Key_Tab);
+      at = QApplication::focusWidget();
+      ASSERT_TRUE(at == first || !passed.contains(at))
+          << name << ": stays at " << at->metaObject()->className();
+    } while (at != first);
   }
   QObject context_;
   QPointer<QDialog> last_;

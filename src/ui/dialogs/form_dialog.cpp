@@ -19,6 +19,7 @@
 #include "ui/dialogs/filter_test_picture.hpp"
 #include "ui/dialogs/found_mark.hpp"
 #include "ui/dialogs/layout_picture.hpp"
+#include "ui/dialogs/own_letters.hpp"
 #include "ui/dialogs/plate_picture.hpp"
 #include "ui/dialogs/response_picture.hpp"
 #include "ui/dialogs/result_table_view.hpp"
@@ -52,7 +53,16 @@ QString HeadOf(const FormField& field) {
   return field.units.empty() || name.endsWith(units) ? name : name + QStringLiteral(" ") + units;
 }
 
+constexpr const char* kGivenCaption = "givenCaption";
+
 }  // namespace
+
+void FormDialog::ShowCaption(QWidget& widget, const QString& given) {
+  if (widget.property(kGivenCaption).toString() != given) {
+    widget.setProperty(kGivenCaption, given);
+    widget.setProperty("text", given);
+  }
+}
 
 FormDialog::FormDialog(Form& form, const Workbench& workbench, FormPicture* picture, QWidget* parent)
     : AskingDialog(parent), form_(form), workbench_(workbench), picture_(picture) {
@@ -111,6 +121,51 @@ QFormLayout* FormDialog::MakeRows(QWidget* on) {
   rows->setHorizontalSpacing(14);
   rows->setLabelAlignment(Qt::AlignLeft | Qt::AlignTop);
   return rows;
+}
+
+// For whoever has the dialogue read aloud: a label's buddy is the editor, and the keys go to what is in it.
+// Buttons say what they are.
+void FormDialog::NameEditor(FieldEditor& editor) {
+  const QString name = ToQt(WithoutMnemonic(ToStd(SplitCaption(editor.Field()).name)));
+  QWidget* inner = editor.focusProxy();
+  const bool saysItself = inner == nullptr || qobject_cast<QAbstractButton*>(inner) != nullptr;
+  (saysItself ? &editor : inner)->setAccessibleName(name);
+}
+
+// Alt and a letter press one thing. Cancel has Esc, so its letter goes to others first.
+void FormDialog::GiveLetters() {
+  QList<QWidget*> captioned;
+  QList<QWidget*> last;
+  for (auto* push : findChildren<QPushButton*>()) {
+    const auto of = std::find(pushes_.begin(), pushes_.end(), push);
+    const bool cancels =
+        of != pushes_.end() &&
+        form_.Buttons()[static_cast<std::size_t>(of - pushes_.begin())].role == FormButton::Role::Cancel;
+    (cancels ? last : captioned) << push;
+  }
+  for (auto* button : findChildren<QAbstractButton*>()) {
+    if (qobject_cast<QPushButton*>(button) == nullptr) {
+      captioned << button;
+    }
+  }
+  for (const FieldRow& row : rows_) {
+    if (row.caption != nullptr) {
+      captioned << row.caption;
+    }
+  }
+  captioned << last;
+  QStringList given;
+  for (QWidget* widget : captioned) {
+    const QVariant caption = widget->property(kGivenCaption);
+    given << (caption.isValid() ? caption : widget->property("text")).toString();
+    widget->setProperty(kGivenCaption, given.last());
+  }
+  const QStringList captions = WithLettersOfTheirOwn(given);
+  for (qsizetype k = 0; k < captioned.size(); ++k) {
+    if (captioned[k]->property("text").toString() != captions[k]) {
+      captioned[k]->setProperty("text", captions[k]);
+    }
+  }
 }
 
 void FormDialog::AddField(const FormField& field, QFormLayout* rows) {
@@ -302,6 +357,7 @@ void FormDialog::ShowResults() {
   }
   for (std::size_t k = 0; k < tables.size(); ++k) {
     tables_[k].title->setText(ToQt(tables[k].title));
+    tables_[k].view->setAccessibleName(ToQt(tables[k].title.empty() ? "Results" : tables[k].title));
     tables_[k].view->LeaveRoom(graph_ != nullptr && !form_.Graph()->hidden);
     tables_[k].view->Show(tables[k]);
     if (form_.StandsBesideGraph()) {
@@ -362,8 +418,9 @@ void FormDialog::ShowFields() {
     row.editor->Refresh();
     if (row.caption != nullptr) {
       row.caption->setVisible(!field.hidden);
-      row.caption->setText(SplitCaption(field).name);
+      ShowCaption(*row.caption, SplitCaption(field).name);
     }
+    NameEditor(*row.editor);
     if (row.remark != nullptr) {
       row.remark->setVisible(!field.hidden);
     }
@@ -406,6 +463,7 @@ void FormDialog::FieldsChanged() {
   refusal_->clear();
   ShowFields();
   ShowButtons();
+  GiveLetters();
   for (FoundMark* mark : marks_) {
     mark->Refresh();
   }

@@ -54,6 +54,9 @@ class FormDialog : public AskingDialog {
   void Shown() override;
   [[nodiscard]] const FormButton* FileButton() const;
   void ShowFields();
+  static void ShowCaption(QWidget& widget, const QString& given);
+  static void NameEditor(FieldEditor& editor);
+  void GiveLetters();
   void ShowColumns();
   void AddButtons(QBoxLayout* to);
   /// The button that opens the menu of this entry, nullptr when there is one already.

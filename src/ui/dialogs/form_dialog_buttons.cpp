@@ -128,7 +128,7 @@ void FormDialog::ShowButtons() {
     if (pushes_[k] == nullptr) {
       continue;
     }
-    pushes_[k]->setText(ToQt(buttons[k].caption));
+    ShowCaption(*pushes_[k], ToQt(buttons[k].caption));
     pushes_[k]->setEnabled(buttons[k].whyNot.empty());
     pushes_[k]->setToolTip(ToQt(buttons[k].whyNot));
     if (leads) {

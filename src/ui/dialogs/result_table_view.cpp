@@ -64,6 +64,7 @@ ResultTableView::ResultTableView(QWidget* parent) : QTableView(parent), model_(n
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setResizeContentsPrecision(50);  // rows: enough to tell how wide a column is
   setWordWrap(false);
+  setTabKeyNavigation(false);  // the next key is for what stands beside it: arrows go through the cells
   setMinimumSize(360, 220);
 }
 

@@ -172,6 +172,7 @@ ChannelTableView::ChannelTableView(const Workbench& workbench, const ChannelTrac
   setAlternatingRowColors(true);
   setWordWrap(false);
   setTabKeyNavigation(false);
+  setAccessibleName(tr("Channels"));
   setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed | SelectedClicked);
   setHorizontalScrollMode(ScrollPerPixel);
   verticalHeader()->hide();
