@@ -15,7 +15,7 @@ void SaveReport(Workbench& workbench) {
 }
 
 constexpr std::array kReportCommands = {
-    Command{"report.save", "Save a &report", "&File", Needs::Data, SaveReport},
+    Command{"report.save", "Save &a report", "&File", Needs::Data, SaveReport},
 };
 
 }  // namespace

@@ -57,6 +57,55 @@ TEST_F(Story, MenusHoldEveryCommandAndGreyWhatCannotBeDone) {
     ASSERT_NE(notThereYet, entries.end()) << place.id;
     EXPECT_FALSE(notThereYet->second->isEnabled()) << place.id;
   }
+  // A letter is one entry's, but for those that were always so.
+  QStringList doubled;
+  for (const char* top : {"File", "Edit"}) {
+    std::map<QString, QStringList> owners;
+    for (const QAction* entry : Entry(top)->menu()->actions()) {
+      owners[QKeySequence::mnemonic(entry->text()).toString()] << entry->text();
+    }
+    for (const auto& [key, captions] : owners) {
+      doubled << (key.isEmpty() || captions.size() == 1 ? QStringList() : captions);
+    }
+  }
+  EXPECT_EQ(doubled.join(", ").toStdString(),
+            "&Remove the Current directory, &Refresh, &Save, Create a &Subdirectory");
+}
+
+// Whoever works in two windows keeps what either of them learned; what cannot be read is told, and kept.
+TEST_F(Story, SettingsOutliveTwoWindowsAndDamage) {
+  const auto learned = [this] { return std::as_const(window_->State().texts.Layouts); };
+  window_->State().texts.Layouts = {{"old", {{"a", "1"}}}, {"gone", {{"a", "1"}}}};
+  window_->close();
+  ASSERT_TRUE(test::WaitFor([this] { return !window_->isVisible(); }));
+  Start();
+  const std::unique_ptr<ui::MainWindow> first = std::move(window_);
+  Start();
+  first->State().texts.Layouts["first"]["a"] = "2";
+  first->State().texts.Layouts.erase("gone");
+  window_->State().texts.Layouts["second"]["a"] = "3";
+  for (ui::MainWindow* window : {first.get(), window_.get()}) {
+    window->close();
+    ASSERT_TRUE(test::WaitFor([window] { return !window->isVisible(); }));
+  }
+  Start();
+  EXPECT_EQ(learned(), (std::map<std::string, TextMemory::Values>{
+                           {"old", {{"a", "1"}}}, {"first", {{"a", "2"}}}, {"second", {{"a", "3"}}}}));
+
+  const std::string file = directory_.Path("settings/velmora2/settings.json");
+  std::filesystem::resize_file(file, std::filesystem::file_size(file) / 2);
+  const std::string damaged = ReadFile(file);
+  window_ = std::make_unique<ui::MainWindow>(store_, std::vector<std::string>{";"}, examples::MakeEmgBursts);
+  window_->show();
+  person_.When("Settings", [&file](QWidget* box) {
+    EXPECT_TRUE(qobject_cast<QMessageBox*>(box)->text().contains(QString::fromStdString(file)));
+    Person::Press(box, "OK");
+  });
+  window_->Begin();
+  person_.Work();
+  window_->close();
+  ASSERT_TRUE(test::WaitFor([this] { return !window_->isVisible(); }));
+  EXPECT_EQ(ReadFile(file + ".broken"), damaged);
 }
 
 TEST_F(Story, OpensATrialFiltersAChannelSavesAndIsWarnedBeforeItLeavesUnsavedWork) {

@@ -166,6 +166,11 @@ std::string SettingsStore::Get(std::string_view application, std::string_view se
   return std::string(otherwise);
 }
 
+std::string SettingsStore::BrokenFile(std::string_view application) const {
+  const std::string path = directory_.empty() ? std::string() : PathOf(application);
+  return !path.empty() && Load(path).broken ? path : std::string();
+}
+
 bool SettingsStore::Save(std::string_view application, std::string_view section, const Values& values) {
   if (directory_.empty()) {
     return false;

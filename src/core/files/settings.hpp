@@ -25,6 +25,10 @@ class SettingsStore {
   [[nodiscard]] std::string Get(std::string_view application, std::string_view section, std::string_view key,
                                 std::string_view otherwise) const;
 
+  /// The application's file when it says something that cannot be read, which counts as not set; else empty.
+  /// The next save keeps a copy of it, with ".broken" behind its name.
+  [[nodiscard]] std::string BrokenFile(std::string_view application) const;
+
   /// Sets these keys and keeps all others. Returns false when they could not be stored.
   bool Save(std::string_view application, std::string_view section, const Values& values);
 

@@ -55,7 +55,9 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   browser_->ShowPlaces(settings_.RecentDirectories());
   resize(kFirstSize.boundedTo(screen()->availableSize() - kFrame));
   resizeDocks({browserDock_, historyDock_}, {kBrowserWidth, kHistoryWidth}, Qt::Horizontal);
-  restoreGeometry(settings_.Geometry());
+  if (restoreGeometry(settings_.Geometry())) {
+    resize(size().boundedTo(screen()->availableSize()));  // the screen may have been a larger one
+  }
   restoreState(settings_.State());
   historyDock_->hide();
   browser_->DataFiles()->setFocus();
@@ -96,6 +98,11 @@ void MainWindow::EnterDataDirectory() {
 }
 
 void MainWindow::Begin() {
+  if (const std::string broken = settings_.BrokenFile(); !broken.empty()) {
+    Tell(person_, "Settings",
+         "The settings cannot be read, in whole or in part, and what is lost of them begins anew:\n" +
+             broken + "\nA copy is kept beside it, as settings.json.broken, when settings are saved.");
+  }
   switch (FirstAction(workbench_)) {
     case StartAction::LoadFile:
       opener_.LoadSelected();

@@ -79,22 +79,44 @@ QStringList WindowSettings::RecentFiles() const {
   return files;
 }
 
-TextMemory WindowSettings::TextLayouts() const {
-  TextMemory texts{.Remembers = true, .Layouts = {}};
-  const QByteArray stored = QByteArray::fromStdString(store_.Get(kProgram, kSection, kLayouts, ""));
-  const QJsonObject layouts = QJsonDocument::fromJson(stored).object();
+std::string WindowSettings::BrokenFile() const {
+  return store_.BrokenFile(kProgram);
+}
+
+WindowSettings::Layouts WindowSettings::StoredLayouts() const {
+  Layouts stored;
+  const QByteArray text = QByteArray::fromStdString(store_.Get(kProgram, kSection, kLayouts, ""));
+  const QJsonObject layouts = QJsonDocument::fromJson(text).object();
   for (auto layout = layouts.begin(); layout != layouts.end(); ++layout) {
     const QJsonObject fields = layout->toObject();
     for (auto field = fields.begin(); field != fields.end(); ++field) {
-      texts.Layouts[ToStd(layout.key())][ToStd(field.key())] = ToStd(field->toString());
+      stored[ToStd(layout.key())][ToStd(field.key())] = ToStd(field->toString());
     }
   }
-  return texts;
+  return stored;
 }
 
+TextMemory WindowSettings::TextLayouts() {
+  layoutsRead_ = StoredLayouts();
+  return {.Remembers = true, .Layouts = layoutsRead_};
+}
+
+// Another window may have learned others meanwhile: what is new or gone here is all that changes.
 void WindowSettings::SaveTextLayouts(const TextMemory& texts) {
-  QJsonObject layouts;
+  Layouts all = StoredLayouts();
+  for (const auto& [key, values] : layoutsRead_) {
+    if (!texts.Layouts.contains(key)) {
+      all.erase(key);
+    }
+  }
   for (const auto& [key, values] : texts.Layouts) {
+    const auto before = layoutsRead_.find(key);
+    if (before == layoutsRead_.end() || before->second != values) {
+      all[key] = values;
+    }
+  }
+  QJsonObject layouts;
+  for (const auto& [key, values] : all) {
     QJsonObject fields;
     for (const auto& [name, text] : values) {
       fields[ToQt(name)] = ToQt(text);

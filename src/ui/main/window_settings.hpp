@@ -29,15 +29,21 @@ class WindowSettings {
   void AddRecentDirectory(const QString& path);
 
   /// How texts were read, from session to session.
-  [[nodiscard]] TextMemory TextLayouts() const;
+  [[nodiscard]] TextMemory TextLayouts();
   void SaveTextLayouts(const TextMemory& texts);
 
+  /// The file of settings when some of it cannot be read, else empty.
+  [[nodiscard]] std::string BrokenFile() const;
+
  private:
+  using Layouts = decltype(TextMemory::Layouts);
+  [[nodiscard]] Layouts StoredLayouts() const;
   [[nodiscard]] QByteArray Bytes(std::string_view key) const;
   [[nodiscard]] QStringList Stored(std::string_view list) const;
   void PutFirst(std::string_view list, const QString& path);
 
   SettingsStore& store_;
+  Layouts layoutsRead_;
 };
 
 }  // namespace velmora::ui

@@ -45,7 +45,7 @@ QListWidgetItem* ItemOf(const HistoryLine& line, int number) {
 HistoryPanel::HistoryPanel(const History& history, QWidget* parent) : QWidget(parent), history_(history) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(8, 6, 8, 8);
-  undo_ = AddStep(tr("&Undo"), {QKeySequence(tr("Ctrl+Z"))}, -1);
+  undo_ = AddStep(tr("U&ndo"), {QKeySequence(tr("Ctrl+Z"))}, -1);
   undo_->setIcon(IconOf(Glyph::Undo));
   redo_ = AddStep(tr("Re&do"), {QKeySequence(tr("Ctrl+Y")), QKeySequence(tr("Ctrl+Shift+Z"))}, 1);
   redo_->setIcon(IconOf(Glyph::Redo));

@@ -57,7 +57,9 @@ TEST(Settings, HostileFilesCountAsNotSetAndAreKeptAside) {
   for (const std::string& bytes : files) {
     WriteFile(path, bytes);
     EXPECT_EQ(store.Get("Velmora2", "Startup", "Viewer", "usual"), "usual");
+    EXPECT_EQ(store.BrokenFile("Velmora2"), bytes.empty() ? "" : path);
     EXPECT_TRUE(store.Save("Velmora2", "Startup", {{"Viewer", "less"}}));
+    EXPECT_EQ(store.BrokenFile("Velmora2"), "");
     EXPECT_EQ(store.Get("Velmora2", "Startup", "Viewer", "usual"), "less");
     if (!bytes.empty()) {
       EXPECT_EQ(ReadFile(path + ".broken"), bytes);
