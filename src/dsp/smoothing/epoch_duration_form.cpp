@@ -1,5 +1,7 @@
 #include "dsp/smoothing/epoch_duration_form.hpp"
 
+#include "core/trial/refusals.hpp"
+
 namespace velmora {
 
 EpochDurationForm::EpochDurationForm(Workbench& workbench)
@@ -31,6 +33,10 @@ EpochDurationForm::EpochDurationForm(Workbench& workbench)
 
 bool EpochDurationForm::Ask() {
   accepted_ = false;
+  if (workbench_.trial.NData < 2) {  // no width would be taken
+    RefuseTooFewData(workbench_);
+    return false;
+  }
   Show(workbench_);
   return accepted_;
 }

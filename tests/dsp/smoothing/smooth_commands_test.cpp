@@ -53,6 +53,10 @@ TEST_F(SmoothCommand, LongWorkGivesTurns) {
 }
 
 TEST_F(SmoothCommand, WidthsOutsideTheTrialAreRefused) {
+  SetChannels(trial, {{3}}, 10.0);
+  Run("smooth.median");
+  EXPECT_EQ(questions.boxes.back().title, "Too Few Data");
+  workbench.report = {};
   const Samples x = {3, 0, 6, 9, -3, 12};
   SetChannels(trial, {x}, 10.0);
   for (const char* width : {"6", "0", "-1", "1e99", "nothing"}) {
