@@ -122,6 +122,23 @@ void Exit(Workbench& workbench) {
   }
 }
 
+// A directory that has gone, with a disk or by another program's hand, gives way to what is left above it.
+void Refresh(Workbench& workbench) {
+  std::error_code error;
+  fs::path directory = workbench.DataDir;
+  while (directory.has_relative_path() && !fs::is_directory(directory, error)) {
+    directory = directory.parent_path();
+  }
+  if (directory == workbench.DataDir || !fs::is_directory(directory, error)) {
+    Request(workbench, ShellRequest::ShowFiles);
+    return;
+  }
+  workbench.questions.AskBox({.title = "Refresh",
+                              .text = "The directory " + workbench.DataDir + " is no longer there.",
+                              .icon = Icon::Exclamation});
+  OpenDirectory(workbench, directory.string());
+}
+
 constexpr std::string_view kFileMenu = "&File";
 
 constexpr std::array kFileCommands = {
@@ -133,7 +150,7 @@ constexpr std::array kFileCommands = {
     Command{"file.delete", "&Delete selected file", kFileMenu, Needs::Nothing, DeleteFile},
     Command{"file.explore", "Explore Current directory", kFileMenu, Needs::Nothing,
             Ask<ShellRequest::ExploreDirectory>},
-    Command{"file.refresh", "&Refresh", kFileMenu, Needs::Nothing, Ask<ShellRequest::ShowFiles>},
+    Command{"file.refresh", "&Refresh", kFileMenu, Needs::Nothing, Refresh},
     Command{"file.exit", "E&xit", kFileMenu, Needs::Nothing, Exit},
 };
 

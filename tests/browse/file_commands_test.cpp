@@ -53,6 +53,18 @@ TEST_F(FileCommands, DirectoriesAreMadeEnteredAndRemovedWhenEmpty) {
                                              "/sub?\nNote, it must be empty of files.");
   EXPECT_FALSE(OpenDirectory(workbench, directory_.Path("sub")));
   EXPECT_EQ(fs::current_path(), fs::canonical(directory_.Path("")));
+
+  fs::create_directories(directory_.Path("gone/deeper"));
+  ASSERT_TRUE(OpenDirectory(workbench, directory_.Path("gone/deeper")));
+  const std::string gone = workbench.DataDir;
+  fs::current_path(directory_.Path(""));
+  fs::remove_all(directory_.Path("gone"));
+  Run("file.refresh");
+  EXPECT_EQ(LastBox(), "Refresh|The directory " + gone + " is no longer there.");
+  EXPECT_EQ(workbench.DataDir, fs::canonical(directory_.Path("")).string() + "/");
+  const std::size_t boxes = questions.boxes.size();
+  Run("file.refresh");
+  EXPECT_EQ(questions.boxes.size(), boxes);
 }
 
 TEST_F(FileCommands, SelectedFileIsClosedAndDeletedButOnlyWhenMeant) {
