@@ -55,7 +55,7 @@ MainWindow::MainWindow(SettingsStore& store, const std::vector<std::string>& ite
   browser_->ShowPlaces(settings_.RecentDirectories());
   resize(kFirstSize.boundedTo(screen()->availableSize() - kFrame));
   resizeDocks({browserDock_, historyDock_}, {kBrowserWidth, kHistoryWidth}, Qt::Horizontal);
-  if (restoreGeometry(settings_.Geometry())) {
+  if (restoreGeometry(settings_.Geometry()) && !isMaximized() && !isFullScreen()) {
     resize(size().boundedTo(screen()->availableSize()));  // the screen may have been a larger one
   }
   restoreState(settings_.State());
