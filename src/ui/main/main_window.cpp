@@ -98,11 +98,6 @@ void MainWindow::EnterDataDirectory() {
 }
 
 void MainWindow::Begin() {
-  if (const std::string broken = settings_.BrokenFile(); !broken.empty()) {
-    Tell(person_, "Settings",
-         "The settings cannot be read, in whole or in part, and what is lost of them begins anew:\n" +
-             broken + "\nA copy is kept beside it, as settings.json.broken, when settings are saved.");
-  }
   switch (FirstAction(workbench_)) {
     case StartAction::LoadFile:
       opener_.LoadSelected();
@@ -119,6 +114,11 @@ void MainWindow::Begin() {
       break;
   }
   browser_->Refresh();
+  if (const std::string broken = settings_.BrokenFile(); !broken.empty()) {
+    Tell(person_, "Settings",
+         "The settings cannot be read, in whole or in part, and what is lost of them begins anew:\n" +
+             broken + "\nA copy is kept beside it, as settings.json.broken, when settings are saved.");
+  }
 }
 
 void MainWindow::Heard(const Action& action) {
