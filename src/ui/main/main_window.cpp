@@ -98,6 +98,7 @@ void MainWindow::EnterDataDirectory() {
 }
 
 void MainWindow::Begin() {
+  const std::string broken = settings_.BrokenFile();  // a load stores the recent files, and mends it
   switch (FirstAction(workbench_)) {
     case StartAction::LoadFile:
       opener_.LoadSelected();
@@ -114,7 +115,7 @@ void MainWindow::Begin() {
       break;
   }
   browser_->Refresh();
-  if (const std::string broken = settings_.BrokenFile(); !broken.empty()) {
+  if (!broken.empty()) {
     Tell(person_, "Settings",
          "The settings cannot be read, in whole or in part, and what is lost of them begins anew:\n" +
              broken + "\nA copy is kept beside it, as settings.json.broken, when settings are saved.");
