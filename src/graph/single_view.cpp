@@ -6,6 +6,7 @@
 
 #include "core/questions/picker.hpp"
 #include "core/questions/progress.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/abscissa.hpp"
 #include "graph/graph_choose_form.hpp"
@@ -85,7 +86,7 @@ std::string SingleView::TitleText() const {
 void SingleView::SetDefaultLooks() {
   ClearLooks(Lead());
   CaptionAbscissa();
-  Lead().Title = "Single-axis Graph of " + workbench_.trial.TrialTitle;
+  Lead().Title = "Single-axis Graph of " + TitleOnOneLine(workbench_.trial);
   SetBackground(kBlack);
 }
 

@@ -1,5 +1,7 @@
 #include "plot/drawn_plot.hpp"
 
+#include <QHelpEvent>
+#include <QToolTip>
 #include <algorithm>
 
 namespace velmora {
@@ -21,6 +23,20 @@ void DrawnPlot::RedrawCursors() {
 void DrawnPlot::resizeEvent(QResizeEvent* event) {
   QCustomPlot::resizeEvent(event);
   Redraw();
+}
+
+bool DrawnPlot::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) {
+    return QCustomPlot::event(event);
+  }
+  const auto& help = *static_cast<QHelpEvent*>(event);
+  const int heading = 2 * fontMetrics().height();
+  if (titleTip_.isEmpty() || Heading().isEmpty() || help.pos().y() > heading) {
+    QToolTip::hideText();
+    return QCustomPlot::event(event);
+  }
+  QToolTip::showText(help.globalPos(), titleTip_, this, QRect(0, 0, width(), heading));
+  return true;
 }
 
 void DrawnPlot::ShowPointer(Qt::CursorShape shape) {

@@ -19,6 +19,8 @@ class DrawnPlot : public QCustomPlot {
   virtual void Clear() = 0;
   /// The title with what a view adds to it.
   void SetTitle(const QString& title) { title_ = title; }
+  /// What the mouse is told that rests on the title, which may be elided.
+  void SetTitleTip(const QString& tip) { titleTip_ = tip; }
   /// Another background than the graphs' own.
   void SetPaper(std::optional<Colour> paper) { paper_ = paper; }
 
@@ -43,10 +45,12 @@ class DrawnPlot : public QCustomPlot {
   /// The plot library's topmost layer, which can be drawn without the rest.
   [[nodiscard]] QCPLayer* CursorLayer() const { return layer("overlay"); }
   void ShowPointer(Qt::CursorShape shape);
+  bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   QString title_;
+  QString titleTip_;
   std::optional<Colour> paper_;
 };
 

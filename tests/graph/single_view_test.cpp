@@ -19,7 +19,7 @@ struct SingleViewTest : CommandTest {
     SetChannels(trial, {up, down});
     trial.ChanLabel[1] = "Force ";
     trial.ChanUnits[1] = "N";
-    trial.TrialTitle = "Jump";
+    trial.TrialTitle = "/recordings/Jump";  // as files without a title have it
     trial.TrialName = "jump";
     trial.FileName = "data/jump.vmb";
     workbench.chooser.ChanSelected[1] = true;

@@ -99,7 +99,13 @@ struct GraphWindowTest : test::FileTest {
 TEST_F(GraphWindowTest, APieceIsSelectedWithTwoCursorsAndCropped) {
   Shot("graph");
   EXPECT_EQ(Row("Marker"), nullptr);
+  const QSize size = window->size();
+  window->resize(window->minimumSizeHint());
   Key(Qt::Key_2);
+  if (const auto* hint = window->findChild<QLabel*>("hint")) {  // for a few seconds
+    EXPECT_TRUE(test::WaitFor([&] { return Plot().rect().contains(hint->geometry()); })) << Plot().width();
+  }
+  window->resize(size);
   EXPECT_EQ(View().Cursors(), 2);
   EXPECT_TRUE(Marked("cursor.two"));
   Drag(Place(1.0, 0.7), Place(0.5, 0.7));

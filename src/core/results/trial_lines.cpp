@@ -15,10 +15,14 @@ std::string TrialLines(const Workbench& workbench) {
          FormatNumber(trial.Rate, patterns.RatePattern) + "\n";
 }
 
+bool TitleIsPath(const Trial& trial) {
+  const std::string title = Trim(trial.TrialTitle);
+  return title.starts_with('/') || (title.size() > 2 && title[1] == ':' && title[2] == '\\');
+}
+
 std::string TitleOnOneLine(const Trial& trial) {
   const std::string title = OneLine(Trim(trial.TrialTitle));
-  const bool isPath = title.starts_with('/') || (title.size() > 2 && title[1] == ':' && title[2] == '\\');
-  return isPath ? FileNamePart(title) : title;
+  return TitleIsPath(trial) ? FileNamePart(title) : title;
 }
 
 std::string LabelOnOneLine(const Trial& trial, int channel) {

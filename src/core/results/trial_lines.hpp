@@ -10,8 +10,11 @@ namespace velmora {
 /// "Filename:", "Trial code:" with "Trial:", "Duration (s):" and "Sampling rate (Hz):".
 std::string TrialLines(const Workbench& workbench);
 
-/// A trial's title as pictures and reports tell it: on one line, and of a title that is a path, as some
-/// formats have it, the file's name.
+/// Whether the trial's title is the path of its file, as that of files without a title is.
+bool TitleIsPath(const Trial& trial);
+
+/// A trial's title as graphs, pictures and reports tell it: on one line, and of a title that is a path, as
+/// some formats have it, the file's name.
 std::string TitleOnOneLine(const Trial& trial);
 
 /// A channel's label as results tell it: on one line, without blanks around it.

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "core/questions/progress.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "graph/multi/deviations.hpp"
@@ -72,7 +73,7 @@ void MultiView::Select(int graph) {
 }
 
 std::string MultiView::TitleText() const {
-  return "Multiaxis Graph of " + workbench_.trial.TrialTitle;
+  return "Multiaxis Graph of " + TitleOnOneLine(workbench_.trial);
 }
 
 std::string MultiView::StyleName(int graph) const {

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "core/questions/progress.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/refusals.hpp"
@@ -183,7 +184,7 @@ void XYView::SetDefaultLooks() {
 
 void XYView::CaptionAxes() {
   Graph& graph = Lead();
-  graph.Title = "X-Y Plot of " + workbench_.trial.TrialTitle;
+  graph.Title = "X-Y Plot of " + TitleOnOneLine(workbench_.trial);
   graph.Abscissa.Caption = LabelWithUnits(LabelOf(workbench_.trial, setup_.X), UnitsOf(workbench_, setup_.X));
   graph.Abscissa.Clock = setup_.X == 0 && workbench_.time.Base == TimeBase::HhMmSs;
   graph.Ordinate.Caption.clear();

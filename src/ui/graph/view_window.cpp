@@ -162,6 +162,7 @@ void ViewWindow::Refresh() {
 void ViewWindow::ShowView() {
   const GraphView& view = *View();
   Plot().SetTitle(ToQt(view.TitleText()));
+  Plot().SetTitleTip(ToQt(view.TitleText() + "\n" + workbench_.LoadedFile));
   ShowGraphs();
   menus_.Update(view, workbench_);
   bar_.Show(view);
@@ -228,8 +229,8 @@ void ViewWindow::ShowHint() {
   hint_->setObjectName(QStringLiteral("hint"));
   hint_->setStyleSheet(QStringLiteral(
       "background: rgba(40, 40, 40, 210); color: white; border-radius: 5px; padding: 6px 12px;"));
+  Plot().installEventFilter(this);
   hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
-  hint_->adjustSize();
   hint_->show();
   QTimer::singleShot(kMilliseconds, hint_, &QObject::deleteLater);
   PlaceHint();
@@ -237,14 +238,24 @@ void ViewWindow::ShowHint() {
 
 void ViewWindow::PlaceHint() {
   constexpr int kAboveTheAxis = 90;
+  constexpr int kBeside = 8;
   if (hint_ != nullptr) {
+    hint_->setWordWrap(false);
+    const int whole = hint_->sizeHint().width();
+    const int room = Plot().width() - 2 * kBeside;
+    hint_->setWordWrap(whole > room);
+    hint_->setFixedWidth(std::clamp(room, 1, whole));
+    hint_->adjustSize();
     hint_->move((Plot().width() - hint_->width()) / 2, Plot().height() - kAboveTheAxis);
   }
 }
 
-void ViewWindow::resizeEvent(QResizeEvent* event) {
-  QMainWindow::resizeEvent(event);
-  PlaceHint();
+// The plot gets narrower without the window when read-outs of cursors come up beside it.
+bool ViewWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize && watched == &Plot()) {
+    PlaceHint();
+  }
+  return QMainWindow::eventFilter(watched, event);
 }
 
 }  // namespace velmora::ui

@@ -80,7 +80,7 @@ class ViewWindow : public QMainWindow {
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
   void RunCommand(const Command& command);
   void RunById(const char* id);

@@ -7,6 +7,7 @@
 #include <QLocale>
 
 #include "core/files/paths.hpp"
+#include "core/results/trial_lines.hpp"
 #include "core/text/numbers.hpp"
 #include "core/text/text.hpp"
 #include "core/trial/abscissa.hpp"
@@ -142,9 +143,7 @@ std::vector<ChannelColumn> TrialPanel::Columns() {
 
 void TrialPanel::Refresh(const QString& file) {
   const Trial& trial = workbench_.trial;
-  const QString title = ToQt(Trim(trial.TrialTitle));
-  const bool isPath = title.contains('/');
-  title_->setText(isPath ? ToQt(BaseName(ToStd(title))) : title);
+  title_->setText(ToQt(TitleIsPath(trial) ? BaseName(trial.TrialTitle) : TitleOnOneLine(trial)));
   const QLocale locale(QLocale::English);
   facts_->setText(QStringLiteral("%1   ·   %2   ·   %3 × %4   ·   %5 Hz   ·   %6 s")
                       .arg(ToQt(FileNamePart(ToStd(file))), ToQt(FormatNameOf(trial)),
