@@ -141,6 +141,9 @@ std::string TrialFile(const Workbench& workbench) {
 bool AskSaveName(Workbench& workbench, FileQuestion question) {
   question.mode = FileQuestion::Mode::Save;
   question.directory = workbench.DataDir;
+  if (question.defaultName.starts_with('.')) {  // to enter a directory clears the trial's name
+    question.defaultName.insert(0, BaseName(workbench.LoadedFile));
+  }
   const std::vector<std::string> answer = workbench.questions.AskFile(question);
   workbench.OutputFileName = answer.empty() ? std::string() : answer.front();
   if (workbench.OutputFileName.empty()) {

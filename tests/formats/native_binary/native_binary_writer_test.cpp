@@ -23,6 +23,10 @@ TEST_F(NativeBinaryWriter, ASavedFileDiffersFromItsSourceOnlyWhereItMust) {
   Put<std::int16_t>(expected, 2152 + 2 * 2, 2);
   ASSERT_EQ(saved.size(), expected.size());
   EXPECT_EQ(saved, expected) << "stale entries above NChan and the carried records included";
+  trial.TrialName.clear();  // as a directory that is entered leaves it
+  workbench.LoadedFile = "/recordings/squat.c3d";
+  SaveAs("again.vmb");
+  EXPECT_EQ(questions.files.back().defaultName, "squat.vmb");
 
   MarkChanged(workbench, true);
   trial.ChanLabel[1] = "a label of many characters";
