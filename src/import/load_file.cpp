@@ -12,6 +12,7 @@
 #include "core/text/text.hpp"
 #include "core/trial/helpers.hpp"
 #include "formats/read_error.hpp"
+#include "import/format_name.hpp"
 #include "import/load_questions.hpp"
 #include "import/merge_form.hpp"
 #include "import/reader_table.hpp"
@@ -63,6 +64,7 @@ void FinishTrial(Workbench& workbench) {
     trial.TrialTitle = trial.FileName;
   }
   trial.OriginalDuration = trial.Duration;
+  trial.FormatName = FormatNameOf(trial);  // the code may change while the trial stays what it was read from
   workbench.LoadedFile = trial.FileName;
   workbench.merge.NFilesMerged = workbench.merge.MergePending ? workbench.merge.NFilesMerged : 1;
 }

@@ -179,6 +179,8 @@ TEST_F(FindingFiles, OpensAFileByDialogueByPathAndTheNextByKeys) {
   // A path is typed: a file is loaded, a directory entered, and what is not there is told.
   TypePlace(Path("walk.vmb"));
   EXPECT_TRUE(Loads("walk.vmb"));
+  EXPECT_TRUE(Find<ui::FileListView>("dataFiles")->hasFocus()) << "the keys go on among the files";
+  EXPECT_EQ(Shown().FormatName, "Velmora2 binary analog") << "whatever its code becomes";
   fs::create_directories(Path("deeper"));
   TypePlace("deeper");
   EXPECT_EQ(window_->State().DataDir, fs::canonical(Path("deeper")).string() + "/");

@@ -44,7 +44,7 @@ QWidget* FilteredList(QComboBox* filter, FileListView* list, QPushButton* hidden
   layout->addWidget(filter);
   layout->addWidget(list, 1);
   hidden->setFlat(true);
-  hidden->setStyleSheet(QStringLiteral("text-align: left; padding: 3px;"));
+  hidden->setStyleSheet(QStringLiteral("text-align: left; padding: 3px; color: palette(link);"));
   hidden->setToolTip(BrowserPanel::tr("Shows all files of the directory"));
   layout->addWidget(hidden);
   return page;
@@ -66,6 +66,11 @@ BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent) : QWidget(pare
   layout->addWidget(location_);
   connect(location_, &LocationBar::DirectoryChosen, this, &BrowserPanel::DirectoryChosen);
   connect(location_, &LocationBar::FileChosen, this, &BrowserPanel::FileChosen);
+  // From a place that was typed the keys go on among its files.
+  connect(location_, &LocationBar::DirectoryChosen, this,
+          [this] { (data_->isVisible() ? data_ : text_)->setFocus(); });
+  connect(location_, &LocationBar::FileChosen, this,
+          [this] { (data_->isVisible() ? data_ : text_)->setFocus(); });
   auto* split = new QSplitter(Qt::Vertical);
   split->setHandleWidth(8);
   tree_ = new DirectoryTree;
