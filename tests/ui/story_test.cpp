@@ -2,9 +2,11 @@
 
 #include <QClipboard>
 #include <QMenuBar>
+#include <QStatusBar>
 #include <map>
 #include <set>
 
+#include "ui/dialogs/picker_dialog.hpp"
 #include "ui/main/menu_list.hpp"
 #include "ui/trial/channel_drawing.hpp"
 #include "ui/trial/channel_table_view.hpp"
@@ -309,6 +311,19 @@ TEST_F(Story, AFileOfTheCommandLineThatCannotBeReadIsToldInABox) {
   EXPECT_NE(told.find("Input/output error"), std::string::npos) << told;
   EXPECT_EQ(Shown().NData, 0);
   EXPECT_TRUE(window_->isVisible());
+}
+
+TEST_F(Story, AFileOfTheCommandLineOffersItsGraphOnce) {
+  window_.reset();
+  person_.When("frmLoading", [](QWidget* panel) { Person::Press(panel, "Graph"); });
+  person_.When("frmGraphChoose", [](QWidget* dialog) { Person::Press(dialog, "Cancel"); });
+  Start({Path("walk.vmb")});
+  person_.Work();
+  EXPECT_EQ(window_->State().view, nullptr);
+  // A picker that is left without a value closes like one that did its work: the status bar tells.
+  person_.WhenA<ui::PickerDialog>([](QWidget* picker) { Person::Press(picker, "Process"); });
+  Choose("High-pass Filter");
+  EXPECT_EQ(window_->statusBar()->currentMessage().toStdString(), "High-pass Filter: nothing was changed");
 }
 
 TEST_F(Story, TypingReplacesWhatADialogueOffersAndNothingMoves) {

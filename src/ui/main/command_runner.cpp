@@ -15,22 +15,24 @@ CommandRunner::~CommandRunner() {
   CloseGraph();
 }
 
-void CommandRunner::Run(const Command& command) {
+bool CommandRunner::Run(const Command& command) {
   if (Busy()) {
-    return;
+    return false;
   }
   if (selectedChannels && command.needs != Needs::View) {  // a view has channels of its own
     person_.OfferChannels(selectedChannels());
   }
   Do([this, &command] { RunCommand(workbench_, command); });
   person_.OfferChannels({});
-  if (person_.TakeGraphWanted()) {
+  const bool graphWanted = person_.TakeGraphWanted();
+  if (graphWanted) {
     OpenGraph();
   }
+  return graphWanted;
 }
 
-void CommandRunner::Run(std::string_view id) {
-  Run(*FindCommand(id));
+bool CommandRunner::Run(std::string_view id) {
+  return Run(*FindCommand(id));
 }
 
 void CommandRunner::Do(const std::function<void()>& work) {

@@ -26,9 +26,10 @@ class CommandRunner {
   /// What is selected where the trial shows its channels: commands on channels start with it.
   std::function<ChannelFlags()> selectedChannels;
 
-  /// Nothing while another command runs: they do not run inside each other.
-  void Run(const Command& command);
-  void Run(std::string_view id);
+  /// Nothing while another command runs: they do not run inside each other. Returns whether a graph was asked
+  /// for at its end, and offered.
+  bool Run(const Command& command);
+  bool Run(std::string_view id);
   /// Work that is not one command but changes the trial all the same.
   void Do(const std::function<void()>& work);
   [[nodiscard]] bool Busy() const { return running_ > 0; }

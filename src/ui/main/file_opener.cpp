@@ -68,8 +68,8 @@ void FileOpener::OpenSelected() {
   path.empty() ? AskForFile() : Open(path);
 }
 
-void FileOpener::LoadSelected() {
-  runner_.Run("file.load");
+bool FileOpener::LoadSelected() {
+  const bool graphOffered = runner_.Run("file.load");
   if (!workbench_.LoadedFile.empty()) {
     settings_.AddRecentFile(ToQt(workbench_.LoadedFile));
     settings_.AddRecentDirectory(QDir(ToQt(DirectoryOf(workbench_.LoadedFile))).absolutePath());
@@ -77,6 +77,7 @@ void FileOpener::LoadSelected() {
       onLoaded();
     }
   }
+  return graphOffered;
 }
 
 void FileOpener::OpenExample(const std::function<void(Trial&)>& make) {

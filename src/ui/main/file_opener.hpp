@@ -30,7 +30,8 @@ class FileOpener {
   void AskForFile();
   /// The selected file, or the one that is asked for when there is none.
   void OpenSelected();
-  void LoadSelected();
+  /// Returns whether a graph was asked for at the end of the load, and offered.
+  bool LoadSelected();
   /// `make` is the trial that people can start with.
   void OpenExample(const std::function<void(Trial&)>& make);
 

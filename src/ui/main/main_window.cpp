@@ -5,11 +5,13 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QStackedWidget>
+#include <QStatusBar>
 #include <filesystem>
 
 #include "browse/file_commands.hpp"
 #include "core/files/paths.hpp"
 #include "core/files/start.hpp"
+#include "core/text/text.hpp"
 #include "ui/browser/browser_panel.hpp"
 #include "ui/desktop.hpp"
 #include "ui/graph/window_services.hpp"
@@ -90,6 +92,18 @@ void MainWindow::RunFromMenu(const Command& command) {
   }
 }
 
+// A dialogue that was left with nothing chosen closes like one that did its work: it is told apart here.
+void MainWindow::RunCommand(const Command& command) {
+  constexpr int kMilliseconds = 8000;
+  runner_.Run(command);
+  const CommandReport& report = workbench_.report;
+  const bool works = command.menu.starts_with("&Analysis") || command.menu.starts_with("&Channel");
+  if (works && report.deeds.empty() && report.warnings.empty() && report.failures.empty()) {
+    statusBar()->showMessage(tr("%1: nothing was changed").arg(ToQt(WithoutMnemonic(command.caption))),
+                             kMilliseconds);
+  }
+}
+
 // A directory that is no more gives way to the current one.
 void MainWindow::EnterDataDirectory() {
   std::error_code error;
@@ -101,8 +115,7 @@ void MainWindow::Begin() {
   const std::string broken = settings_.BrokenFile();  // a load stores the recent files, and mends it
   switch (FirstAction(workbench_)) {
     case StartAction::LoadFile:
-      opener_.LoadSelected();
-      if (workbench_.trial.NData > 0) {
+      if (!opener_.LoadSelected() && workbench_.trial.NData > 0) {
         runner_.OpenGraph();
       }
       break;

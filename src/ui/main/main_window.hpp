@@ -46,7 +46,7 @@ class MainWindow : public QMainWindow {
   /// What the session starts with: a file, the about panel, or nothing. Once the window is shown.
   void Begin();
 
-  void RunCommand(const Command& command) { runner_.Run(command); }
+  void RunCommand(const Command& command);
   void OpenFile(const std::string& path) { opener_.Open(path); }
   [[nodiscard]] Workbench& State() { return workbench_; }
 
