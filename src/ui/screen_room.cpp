@@ -13,10 +13,11 @@ QPoint Inside(const QRect& room, const QRect& place) {
           std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - place.height()))};
 }
 
+constexpr QMargins kFrame{4, 30, 4, 6};  // of the window manager, which tells only later
+
 }  // namespace
 
 QRect RoomOn(const QWidget& over) {
-  constexpr QMargins kFrame{4, 30, 4, 6};  // of the window manager, which tells only later
   return over.window()->screen()->availableGeometry().marginsRemoved(kFrame);
 }
 
@@ -27,11 +28,12 @@ void PlaceOver(QWidget& window, const QWidget& over) {
   window.resize(wanted.boundedTo(room.size()));
   QRect place(QPoint(), window.size());
   place.moveCenter(over.window()->geometry().center());
-  window.move(Inside(room, place));
+  window.move(Inside(room, place) - QPoint(kFrame.left(), kFrame.top()));  // a move is one of the frame
 }
 
 void KeepOnScreen(QWidget& window) {
-  window.move(Inside(RoomOn(window), window.geometry()));
+  const QPoint frame = window.geometry().topLeft() - window.frameGeometry().topLeft();
+  window.move(Inside(RoomOn(window), window.geometry()) - frame);
 }
 
 void ComeForward(QWidget& window) {
