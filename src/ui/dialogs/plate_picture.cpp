@@ -71,6 +71,13 @@ void PlatePicture::paintEvent(QPaintEvent* /*event*/) {
   onScreen.translate(room.center().x(), room.center().y());
   onScreen.scale(scale, -scale);
   onScreen.translate(-extent.center().x(), -extent.center().y());
+  painter.setPen(Qt::NoPen);  // where one plate lies on another both outlines are to be seen
+  painter.setBrush(palette().color(QPalette::AlternateBase));
+  for (int plate = 0; plate < PlatesShown(); ++plate) {
+    if (const auto corners = OutlineOf(plates, plate)) {
+      painter.drawPolygon(onScreen.map(PolygonOf(*corners)));
+    }
+  }
   for (int plate = 0; plate < PlatesShown(); ++plate) {
     PaintPlate(painter, onScreen, plates, plate);
   }
@@ -83,10 +90,11 @@ void PlatePicture::PaintPlate(QPainter& painter, const QTransform& onScreen, con
   const bool shown = plate == form_.PlateShown();
   if (const auto corners = OutlineOf(plates, plate)) {
     painter.setPen(QPen(ink, shown ? 2.0 : 1.0));
-    painter.setBrush(palette().color(QPalette::AlternateBase));
+    painter.setBrush(Qt::NoBrush);
     const QPolygonF outline = onScreen.map(PolygonOf(*corners));
     painter.drawPolygon(outline);
-    painter.drawText(outline[1] + QPointF(6, 16), tr("Plate %1").arg(plate + 1));
+    painter.drawText(outline[1] + QPointF(6, 16 + plate * fontMetrics().lineSpacing()),
+                     tr("Plate %1").arg(plate + 1));
   }
   const auto sensors = SensorsOf(plates, plate);
   if (!sensors) {
@@ -178,9 +186,11 @@ void PlatePicture::PaintFacts(QPainter& painter, const QRectF& room, const Plate
   painter.drawText(
       below, Qt::AlignLeft | Qt::TextWordWrap,
       ForceOf(plates) + QStringLiteral("\n") +
-          (amti ? tr("Moments are taken as newton metres.")
-                : tr("Distances count as entered unless a unit is chosen: centimetres give Ax, Ay in "
-                     "cm and Tz in N.m, millimetres do not.")));
+          (LoadsOfFile(trial_, plates, form_.PlateShown()) != nullptr
+               ? tr("The file tells how its channels become newtons and newton metres.")
+           : amti ? tr("Moments are taken as newton metres.")
+                  : tr("Distances count as entered unless a unit is chosen: centimetres give Ax, Ay in "
+                       "cm and Tz in N.m, millimetres do not.")));
 }
 
 }  // namespace velmora::ui
