@@ -13,12 +13,12 @@ QPoint Inside(const QRect& room, const QRect& place) {
           std::clamp(place.y(), room.top(), std::max(room.top(), room.bottom() - place.height()))};
 }
 
-constexpr QMargins kFrame{4, 30, 4, 6};  // of the window manager, which tells only later
+constexpr QMargins kFrameRoom{4, 30, 4, 6};  // of the window manager, which tells only later
 
 }  // namespace
 
 QRect RoomOn(const QWidget& over) {
-  return over.window()->screen()->availableGeometry().marginsRemoved(kFrame);
+  return over.window()->screen()->availableGeometry().marginsRemoved(kFrameRoom);
 }
 
 void PlaceOver(QWidget& window, const QWidget& over) {
@@ -28,7 +28,7 @@ void PlaceOver(QWidget& window, const QWidget& over) {
   window.resize(wanted.boundedTo(room.size()));
   QRect place(QPoint(), window.size());
   place.moveCenter(over.window()->geometry().center());
-  window.move(Inside(room, place) - QPoint(kFrame.left(), kFrame.top()));  // a move is one of the frame
+  window.move(Inside(room, place) - QPoint(kFrameRoom.left(), kFrameRoom.top()));  // a move is one of the frame
 }
 
 void KeepOnScreen(QWidget& window) {
