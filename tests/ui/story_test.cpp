@@ -296,6 +296,18 @@ TEST_F(Story, WalksBackAndOnAlongTheHistory) {
   EXPECT_TRUE(shows(2, 1));
   QTest::mouseClick(Find<QPushButton>("copyHistory"), Qt::LeftButton);
   EXPECT_TRUE(QApplication::clipboard()->text().contains("2. Multiplied by 2: Vastus lat.\n"));
+
+  // A recipe that was just saved is the one that is run.
+  const std::string recipe = Path("double.yaml");
+  person_.WhenA<QFileDialog>([recipe](QWidget* dialog) {
+    EXPECT_TRUE(dialog->findChild<QTreeView*>("treeView")->isColumnHidden(2))
+        << "sizes and dates have the room";
+    TypePath(dialog, recipe, "Save");
+  });
+  QTest::mouseClick(Find<QPushButton>("saveRecipe"), Qt::LeftButton);
+  person_.Work();
+  Choose("Run a recipe...");
+  EXPECT_EQ(Find<QLineEdit>("recipe")->text().toStdString(), recipe);
 }
 
 TEST_F(Story, AFileOfTheCommandLineThatCannotBeReadIsToldInABox) {

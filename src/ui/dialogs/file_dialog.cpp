@@ -1,6 +1,8 @@
 #include "ui/dialogs/file_dialog.hpp"
 
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QTreeView>
 
 #include "ui/screen_room.hpp"
 #include "ui/text.hpp"
@@ -19,6 +21,16 @@ QStringList NameFilters(const std::string& filter) {
     names << caption + QStringLiteral(" (") + patterns + QStringLiteral(")");
   }
   return names;
+}
+
+// Sizes and dates are read whole, and the name has the rest; what kind a file is, its extension says.
+void ShowWholeColumns(const QFileDialog& dialog) {
+  constexpr int kKind = 2;
+  if (auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    list->setColumnHidden(kKind, true);
+  }
 }
 
 }  // namespace
@@ -45,6 +57,7 @@ std::vector<std::string> ChooseFiles(const FileQuestion& question, QWidget& pare
   }
   dialog.setDefaultSuffix(ToQt(question.extension).mid(1));
   dialog.selectFile(ToQt(question.defaultName));
+  ShowWholeColumns(dialog);
   PlaceOver(dialog, parent);
   std::vector<std::string> paths;
   if (dialog.exec() == QDialog::Accepted) {

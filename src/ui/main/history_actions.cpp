@@ -22,6 +22,7 @@ void HistoryActions::SaveRecipe() {
     OutputFile file(answer.front());
     file.Write(history_.Recipe());
     CommitSave(workbench_, file);
+    savedRecipe_ = answer.front();
     Request(workbench_, ShellRequest::ShowFiles);
   } catch (const FileError& error) {
     workbench_.OutputFileName = answer.front();

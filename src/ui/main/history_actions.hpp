@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "run/history/history.hpp"
 #include "ui/main/command_runner.hpp"
 
@@ -12,6 +14,8 @@ class HistoryActions {
       : workbench_(workbench), runner_(runner), person_(person), history_(history) {}
 
   void SaveRecipe();
+  /// Where the last one was saved in this session; empty: none was.
+  [[nodiscard]] const std::string& SavedRecipe() const { return savedRecipe_; }
   /// Back or on to a line of the history, from 0, the load.
   void GoTo(int line);
 
@@ -20,6 +24,7 @@ class HistoryActions {
   CommandRunner& runner_;
   QtQuestions& person_;
   History& history_;
+  std::string savedRecipe_;
 };
 
 }  // namespace velmora::ui

@@ -115,6 +115,9 @@ void MainWindow::AddRecipeEntry() {
       connect(recipes_, &RecipeDialog::TrialWanted, this,
               [this](const QString& path) { opener_.Open(ToStd(path)); });
     }
+    if (!historyActions_.SavedRecipe().empty() && !recipes_->isVisible() && !recipes_->IsRunning()) {
+      recipes_->SetRecipe(ToQt(historyActions_.SavedRecipe()));
+    }
     recipes_->show();
     recipes_->raise();
     recipes_->activateWindow();

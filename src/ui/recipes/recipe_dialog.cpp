@@ -50,7 +50,7 @@ RecipeDialog::RecipeDialog(const QString& directory, QWidget* parent)
   auto* all = new QVBoxLayout(this);
   auto* form = new QFormLayout;
   form->addRow(tr("&Recipe"), RecipeRow());
-  form->addRow(tr("Res&ults go to"), ResultsRow());
+  form->addRow(tr("Resu&lts go to"), ResultsRow());
   all->addLayout(form);
   all->addWidget(FilesRow(), 1);
   progress_ = new QProgressBar;
