@@ -28,7 +28,8 @@ void PlaceOver(QWidget& window, const QWidget& over) {
   window.resize(wanted.boundedTo(room.size()));
   QRect place(QPoint(), window.size());
   place.moveCenter(over.window()->geometry().center());
-  window.move(Inside(room, place) - QPoint(kFrameRoom.left(), kFrameRoom.top()));  // a move is one of the frame
+  window.move(Inside(room, place) -
+              QPoint(kFrameRoom.left(), kFrameRoom.top()));  // a move is one of the frame
 }
 
 void KeepOnScreen(QWidget& window) {
