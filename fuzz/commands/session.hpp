@@ -44,6 +44,7 @@ class Session {
   RandomAnswers answers_{choices_, place_};
   History history_{answers_};
   Workbench workbench_{history_.Recording()};
+  std::clock_t begin_ = std::clock();
   std::string input_;        // with which the history begins
   bool tellsAll_ = false;    // nothing was done that a recipe does not say
   bool repeatable_ = false;  // nothing was done that the history does not know
