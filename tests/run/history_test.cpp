@@ -55,6 +55,14 @@ struct HistoryTest : RecordedPerson {
     Do("crop.outside");
     CloseView(workbench);
   }
+  /// At 0.5 and 0.7 s.
+  void OpenGraphWithCursors() {
+    person.FillForm({{"channels 1", "true"}});
+    Do("graph.single");
+    OpenSingleView(workbench).PressKey({.name = "2"});
+    OpenSingleView(workbench).MoveCursor(1, 0.5);
+    OpenSingleView(workbench).MoveCursor(2, 0.7);
+  }
   void Look() {
     person.FillForm({{"channels 2", "true"}});
     Do("graph.single");
@@ -514,11 +522,7 @@ TEST_F(HistoryTest, AGraphThatStaysOpenOverALoadIsOpenedForTheNextTrial) {
   std::filesystem::copy_file(input, next);
   Load();
   Scale();
-  person.FillForm({{"channels 1", "true"}});
-  Do("graph.single");
-  OpenSingleView(workbench).PressKey({.name = "2"});
-  OpenSingleView(workbench).MoveCursor(1, 0.5);
-  OpenSingleView(workbench).MoveCursor(2, 0.7);
+  OpenGraphWithCursors();
   workbench.trial.FileName = next;
   Do("file.load");
   OpenSingleView(workbench).MoveCursor(2, 0.6);
@@ -541,11 +545,7 @@ TEST_F(HistoryTest, AGraphStaysOpenOverStepsThatAreTakenBack) {
   Load();
   const std::vector<std::uint32_t> loaded = Bits(workbench.trial);
   Scale();
-  person.FillForm({{"channels 1", "true"}});
-  Do("graph.single");
-  OpenSingleView(workbench).PressKey({.name = "2"});
-  OpenSingleView(workbench).MoveCursor(1, 0.5);
-  OpenSingleView(workbench).MoveCursor(2, 0.7);
+  OpenGraphWithCursors();
   person.PickChannels({1, 2});
   Do("math.absolute");
   const auto undo = [this] { return history.GoTo(static_cast<std::size_t>(history.Place() - 1)); };

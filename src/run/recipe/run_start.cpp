@@ -13,16 +13,10 @@ bool AnyIsUsed(const ThresholdMemory& thresholds) {
          std::any_of(levels.begin(), levels.end(), [](double level) { return level != 0.0; });
 }
 
-void Offer(Workbench& workbench, const OfferedAgain& offered) {
-  workbench.filters = offered.filters;
-  workbench.smoothing = offered.smoothing;
-  workbench.scaling = offered.scaling;
-  workbench.bias = offered.bias;
-  workbench.impact = offered.impact;
-  workbench.graph = offered.graph;
-  workbench.plates = offered.plates;
-  workbench.ensemble = offered.ensemble;
-  workbench.preferences.TriggerType = offered.triggerType;
+// In the order of OfferedAgain.
+auto OfferedBy(auto& workbench) {
+  return std::tie(workbench.filters, workbench.smoothing, workbench.scaling, workbench.bias, workbench.impact,
+                  workbench.graph, workbench.plates, workbench.ensemble, workbench.preferences.TriggerType);
 }
 
 }  // namespace
@@ -38,15 +32,7 @@ RunStart StartOf(const Workbench& workbench) {
   }
   start.picked = workbench.chooser.ChanSelected;
   start.constants = workbench.chooser.ChanConst;
-  start.offered = {.filters = workbench.filters,
-                   .smoothing = workbench.smoothing,
-                   .scaling = workbench.scaling,
-                   .bias = workbench.bias,
-                   .impact = workbench.impact,
-                   .graph = workbench.graph,
-                   .plates = workbench.plates,
-                   .ensemble = workbench.ensemble,
-                   .triggerType = workbench.preferences.TriggerType};
+  start.offered = OfferedBy(workbench);
   return start;
 }
 
@@ -60,7 +46,7 @@ void TakeUp(Workbench& workbench, const RunStart& start) {
   workbench.chooser.ChanSelected = start.picked;
   workbench.chooser.ChanConst = start.constants;
   if (start.offered) {
-    Offer(workbench, *start.offered);
+    OfferedBy(workbench) = *start.offered;
   }
 }
 

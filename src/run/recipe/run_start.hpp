@@ -2,23 +2,16 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "core/workbench.hpp"
 
 namespace velmora {
 
-/// What dialogues offer again, as they were left.
-struct OfferedAgain {
-  FilterMemory filters;
-  SmoothingMemory smoothing;
-  ScalingMemory scaling;
-  BiasLevels bias;
-  ImpactMemory impact;
-  GraphMemory graph;
-  PlateMemory plates;
-  EnsembleMemory ensemble;
-  std::int32_t triggerType = -1;  // the one preference that an answer may leave out, while none is chosen
-};
+/// What dialogues offer again, as they were left; and the type of trigger, the one preference that an answer
+/// may leave out, while none is chosen.
+using OfferedAgain = std::tuple<FilterMemory, SmoothingMemory, ScalingMemory, BiasLevels, ImpactMemory,
+                                GraphMemory, PlateMemory, EnsembleMemory, std::int32_t>;
 
 /// What outlives a trial and is gone by without a question. A recipe says what there was when its trial was
 /// loaded, so that its steps come to the same; nothing: as the program starts.

@@ -67,10 +67,9 @@ BrowserPanel::BrowserPanel(Workbench& workbench, QWidget* parent) : QWidget(pare
   connect(location_, &LocationBar::DirectoryChosen, this, &BrowserPanel::DirectoryChosen);
   connect(location_, &LocationBar::FileChosen, this, &BrowserPanel::FileChosen);
   // From a place that was typed the keys go on among its files.
-  connect(location_, &LocationBar::DirectoryChosen, this,
-          [this] { (data_->isVisible() ? data_ : text_)->setFocus(); });
-  connect(location_, &LocationBar::FileChosen, this,
-          [this] { (data_->isVisible() ? data_ : text_)->setFocus(); });
+  const auto goOn = [this] { (data_->isVisible() ? data_ : text_)->setFocus(); };
+  connect(location_, &LocationBar::DirectoryChosen, this, goOn);
+  connect(location_, &LocationBar::FileChosen, this, goOn);
   auto* split = new QSplitter(Qt::Vertical);
   split->setHandleWidth(8);
   tree_ = new DirectoryTree;
